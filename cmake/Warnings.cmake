@@ -1,0 +1,11 @@
+# Every target of the project links this: warnings are errors, text is UTF-16, sources start at the root.
+add_library(dipole_options INTERFACE)
+target_include_directories(dipole_options INTERFACE ${PROJECT_SOURCE_DIR})
+if(MSVC)
+  target_compile_options(dipole_options INTERFACE /W4 /WX /utf-8)
+else()
+  target_compile_options(dipole_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+endif()
+if(WIN32)
+  target_compile_definitions(dipole_options INTERFACE UNICODE _UNICODE NOMINMAX WINVER=0x0601 _WIN32_WINNT=0x0601)
+endif()
