@@ -1,0 +1,36 @@
+// The bytes of a file from its first to its last, unpacked on the way when the file is packed with gzip
+// (known by its first two bytes, not by its name). One file may hold several gzip members, one after the
+// other.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <span>
+
+namespace host {
+
+class ByteSource {
+ public:
+  // Throws std::runtime_error when the path is no file that can be read.
+  explicit ByteSource(const std::filesystem::path& path);
+  ~ByteSource();
+  ByteSource(const ByteSource&) = delete;
+  ByteSource& operator=(const ByteSource&) = delete;
+
+  // Fills the target and returns how many bytes it took; fewer only at the end. Throws std::runtime_error
+  // when the file cannot be read, or the packed data are cut off or damaged.
+  std::size_t read(std::span<std::byte> target);
+  // Reads over bytes; returns how many there were, fewer only at the end.
+  std::uint64_t skip(std::uint64_t count);
+  // How many bytes a file that is not packed holds; nothing for a packed one, which may say anything.
+  [[nodiscard]] std::optional<std::uint64_t> plainSize() const;
+
+ private:
+  struct State;
+  std::unique_ptr<State> m_state;
+};
+
+}  // namespace host

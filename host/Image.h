@@ -1,0 +1,64 @@
+// A picture of red, green, blue pixels of 8 bits each; rows from the top, columns from the left.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace host {
+
+struct Rgb {
+  std::uint8_t red = 0;
+  std::uint8_t green = 0;
+  std::uint8_t blue = 0;
+
+  friend bool operator==(const Rgb&, const Rgb&) = default;
+};
+
+// Columns left <= column < right and rows top <= row < bottom.
+struct PixelBox {
+  int left = 0;
+  int top = 0;
+  int right = 0;
+  int bottom = 0;
+
+  [[nodiscard]] int width() const { return right - left; }
+  [[nodiscard]] int height() const { return bottom - top; }
+};
+
+class Image {
+ public:
+  Image() = default;
+  // Throws std::invalid_argument when an extent is negative or above 32767.
+  Image(int width, int height, Rgb fill);
+
+  [[nodiscard]] int width() const { return m_width; }
+  [[nodiscard]] int height() const { return m_height; }
+  [[nodiscard]] const std::vector<Rgb>& pixels() const { return m_pixels; }
+
+  // The pixel must lie inside.
+  [[nodiscard]] Rgb pixel(int column, int row) const { return m_pixels[offset(column, row)]; }
+  void setPixel(int column, int row, Rgb colour) { m_pixels[offset(column, row)] = colour; }
+
+  // Mixes the colour over a pixel; coverage runs from 0 (nothing) to 1. Pixels outside are left out.
+  void blendPixel(int column, int row, Rgb colour, double coverage);
+  // What lies outside of the picture is left out.
+  void fill(const PixelBox& box, Rgb colour);
+  // Lays another picture over this one; what lies outside is left out.
+  void paste(const Image& other, int left, int top);
+  // The part of the picture inside the box, which is cut to the picture first.
+  [[nodiscard]] Image cropped(const PixelBox& box) const;
+
+ private:
+  [[nodiscard]] std::size_t offset(int column, int row) const {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_width) +
+           static_cast<std::size_t>(column);
+  }
+  [[nodiscard]] PixelBox cut(const PixelBox& box) const;
+
+  int m_width = 0;
+  int m_height = 0;
+  std::vector<Rgb> m_pixels;
+};
+
+}  // namespace host
