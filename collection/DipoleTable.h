@@ -1,0 +1,44 @@
+// The fixed table of dipoles inside a collection: 30000 slots, each empty or holding one dipole.
+//
+// The table owns what its slots hold. A copy of a table holds the same dipole objects: tables that share
+// dipoles count together how many of them hold each one, and a dipole is destroyed when the last table lets
+// it go. So tables may be destroyed in any order, and none sees a dipole vanish that it still holds.
+#pragma once
+
+#include <memory>
+#include <unordered_map>
+
+#include "record/Dipoleszq.h"
+
+class DipoleTable {
+ public:
+  enum { capacity = 30000 };
+
+  DipoleTable() = default;
+  DipoleTable(const DipoleTable& other);
+  DipoleTable& operator=(const DipoleTable& other);  // lets its own dipoles go first
+  ~DipoleTable();
+
+  // The dipole of a slot, null when it is empty. The slot must be 0 .. capacity-1.
+  CDipoleszq* operator[](int slot) const { return m_slots[slot]; }
+
+  // Puts a dipole into a slot and lets whatever was there go.
+  void store(int slot, std::unique_ptr<CDipoleszq> dipole);
+
+  // Empties a slot.
+  void clear(int slot);
+  void clearAll();
+
+  // Moves what a slot holds into another one that is empty, and empties the first.
+  void move(int from, int to);
+
+ private:
+  using Holders = std::unordered_map<const CDipoleszq*, int>;
+
+  void share(const DipoleTable& other);
+  void letGo(CDipoleszq* dipole);
+
+  CDipoleszq* m_slots[capacity] = {};
+  // How many tables hold a dipole, for those held by two or more; null as long as the table was never copied.
+  mutable std::shared_ptr<Holders> m_holders;
+};

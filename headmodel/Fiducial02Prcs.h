@@ -1,0 +1,12 @@
+// Layer 2 of a fiducial set: processing. It adds nothing that the module uses.
+#pragma once
+
+#include "headmodel/Fiducial.h"
+
+class CFiducial02Prcs : public CFiducial {
+ public:
+  CFiducial02Prcs() = default;
+  CFiducial02Prcs(const CFiducial02Prcs&) = default;
+  CFiducial02Prcs& operator=(const CFiducial02Prcs&) = default;
+  ~CFiducial02Prcs() override;
+};

@@ -1,0 +1,15 @@
+#include "headmodel/Fiducial03Operator.h"
+
+CFiducial03Operator::~CFiducial03Operator() = default;
+
+int CFiducial03Operator::setNasionf(double x, double y, double z) {
+  return m_points[nasion].setPosition(x, y, z);
+}
+
+int CFiducial03Operator::setLeftEarf(double x, double y, double z) {
+  return m_points[leftEar].setPosition(x, y, z);
+}
+
+int CFiducial03Operator::setRightEarf(double x, double y, double z) {
+  return m_points[rightEar].setPosition(x, y, z);
+}

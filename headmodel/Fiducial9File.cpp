@@ -1,0 +1,25 @@
+#include "headmodel/Fiducial9File.h"
+
+CFiducial9File::~CFiducial9File() = default;
+
+int CFiducial9File::serialize(CArchive& archive) {
+  for (CFiduciaryPtzq& point : m_points) {
+    point.serialize(archive);
+  }
+  if (archive.IsStoring()) {
+    for (const int value : m_ints) {
+      archive << value;
+    }
+    for (const LONGLONG value : m_tail) {
+      archive << value;
+    }
+  } else {
+    for (int& value : m_ints) {
+      archive >> value;
+    }
+    for (LONGLONG& value : m_tail) {
+      archive >> value;
+    }
+  }
+  return 1;
+}

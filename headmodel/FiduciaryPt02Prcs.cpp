@@ -1,0 +1,3 @@
+#include "headmodel/FiduciaryPt02Prcs.h"
+
+CFiduciaryPt02Prcs::~CFiduciaryPt02Prcs() = default;

@@ -1,0 +1,12 @@
+// Layer 2 of a fiducial point: processing. It adds nothing that the module uses.
+#pragma once
+
+#include "headmodel/FiduciaryPt.h"
+
+class CFiduciaryPt02Prcs : public CFiduciaryPt {
+ public:
+  CFiduciaryPt02Prcs() = default;
+  CFiduciaryPt02Prcs(const CFiduciaryPt02Prcs&) = default;
+  CFiduciaryPt02Prcs& operator=(const CFiduciaryPt02Prcs&) = default;
+  ~CFiduciaryPt02Prcs() override;
+};

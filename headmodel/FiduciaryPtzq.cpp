@@ -1,0 +1,3 @@
+#include "headmodel/FiduciaryPtzq.h"
+
+CFiduciaryPtzq::~CFiduciaryPtzq() = default;

@@ -1,0 +1,12 @@
+// The fiducial point that a fiducial set holds; see FiduciaryPt.h for the data and its units.
+#pragma once
+
+#include "headmodel/FiduciaryPt9File.h"
+
+class CFiduciaryPtzq : public CFiduciaryPt9File {
+ public:
+  CFiduciaryPtzq() = default;
+  CFiduciaryPtzq(const CFiduciaryPtzq&) = default;
+  CFiduciaryPtzq& operator=(const CFiduciaryPtzq&) = default;  // every member
+  ~CFiduciaryPtzq() override;
+};

@@ -1,0 +1,3 @@
+#include "headmodel/Spherezq.h"
+
+CSpherezq::~CSpherezq() = default;

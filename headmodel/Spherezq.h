@@ -1,0 +1,12 @@
+// The sphere head model that the module creates and holds; see Sphere.h for the data and its units.
+#pragma once
+
+#include "headmodel/Sphere9File.h"
+
+class CSpherezq : public CSphere9File {
+ public:
+  CSpherezq() = default;
+  CSpherezq(const CSpherezq&) = default;
+  CSpherezq& operator=(const CSpherezq&) = default;  // every member
+  ~CSpherezq() override;
+};

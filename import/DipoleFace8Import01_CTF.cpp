@@ -1,0 +1,212 @@
+#include "import/DipoleFace8Import01_CTF.h"
+
+#include <afxdlgs.h>
+
+#include <new>
+#include <utility>
+#include <vector>
+
+#include "import/AnsiLine.h"
+
+namespace {
+
+// Room for the paths of thousands of files chosen at once, in characters.
+constexpr DWORD chosenPathsCapacity = 1U << 20U;
+
+enum { extensionLength = 4 };  // with its point
+
+// Runs an import so that no exception leaves the module: a file fault is reported by the framework's own box,
+// exhausted memory ends the import silently.
+template <typename Work>
+void guardImport(Work work) {
+  try {
+    work();
+  } catch (CFileException* exception) {
+    exception->ReportError();
+    exception->Delete();
+  } catch (CMemoryException* exception) {
+    exception->Delete();
+  } catch (const std::bad_alloc&) {
+  }
+}
+
+// Lets the user choose CTF files; empty when the dialog gave none.
+std::vector<CString> chooseCtfFiles() {
+  std::vector<TCHAR> chosen(chosenPathsCapacity);
+  CFileDialog dialog(TRUE, nullptr, nullptr, OFN_ALLOWMULTISELECT,
+                     _T("CTF Dipole Files(*.DIP)|*.DIP|All Files(*.*)|*.*||"));
+  dialog.m_ofn.nFilterIndex = 1;
+  dialog.m_ofn.lpstrFile = chosen.data();
+  dialog.m_ofn.nMaxFile = chosenPathsCapacity;
+  std::vector<CString> paths;
+  if (dialog.DoModal() == IDOK) {
+    for (POSITION position = dialog.GetStartPosition(); position != nullptr;) {
+      paths.push_back(dialog.GetNextPathName(position));
+    }
+  } else if (CommDlgExtendedError() == FNERR_BUFFERTOOSMALL) {
+    AfxMessageBox(_T("Too many files were chosen at once, please choose fewer!"));
+  }
+  return paths;
+}
+
+// Every file of the current directory whose name ends like the given one, in the order of the search.
+std::vector<CString> filesWithTheEndingOf(const CString& fileName) {
+  const CString ending = fileName.Right(extensionLength);
+  CFileFind search;
+  std::vector<CString> paths;
+  BOOL more = search.FindFile(_T("*") + ending);
+  while (more) {
+    more = search.FindNextFile();
+    // A pattern also matches short names and folders.
+    if (!search.IsDirectory() && search.GetFileName().Right(extensionLength).CompareNoCase(ending) == 0) {
+      paths.push_back(search.GetFilePath());
+    }
+  }
+  return paths;
+}
+
+}  // namespace
+
+CDipoleFace8Import01_CTF::~CDipoleFace8Import01_CTF() = default;
+
+int CDipoleFace8Import01_CTF::updateDipoleList() {
+  return 1;
+}
+
+int CDipoleFace8Import01_CTF::readANSI(CArchive& archive, CString& line) {
+  return readAnsiLine(archive, line) ? 1 : 0;
+}
+
+int CDipoleFace8Import01_CTF::coordinateCtf2zq(float& x, float& y, float& z) {
+  const float front = std::exchange(x, y);
+  y = std::exchange(z, front);
+  return 1;
+}
+
+int CDipoleFace8Import01_CTF::coordinateCtf2zq_double(double& x, double& y, double& z) {
+  const double front = std::exchange(x, y);
+  y = std::exchange(z, front);
+  return 1;
+}
+
+int CDipoleFace8Import01_CTF::importCTFDipoles() {
+  int result = 1;
+  guardImport([&] {
+    const std::vector<CString> paths = chooseCtfFiles();
+    if (paths.empty()) {
+      result = 0;
+      return;
+    }
+    importCtfFiles(paths);
+  });
+  return result;
+}
+
+int CDipoleFace8Import01_CTF::importCTFDipolesX(CString& path, bool offerWholeFolder) {
+  int result = 1;
+  guardImport([&] {
+    CFileFind search;
+    if (!search.FindFile(path)) {
+      CString message;
+      message.Format(_T("Find file:%s error \n"), path.GetString());
+      AfxMessageBox(message);
+      result = 0;
+      return;
+    }
+    search.FindNextFile();
+    SetCurrentDirectory(search.GetRoot());
+    std::vector<CString> paths = {search.GetFilePath()};
+    if (offerWholeFolder &&
+        AfxMessageBox(_T("Would you like to select all files in the same fold?"), MB_YESNO) == IDYES) {
+      paths = filesWithTheEndingOf(search.GetFileName());
+    }
+    importCtfFiles(paths);
+  });
+  return result;
+}
+
+void CDipoleFace8Import01_CTF::importCtfFiles(const std::vector<CString>& paths) {
+  m_importFirst = m_totalDipoles;
+  for (const CString& path : paths) {
+    parseCTFDipoles(path);
+  }
+  if (!m_skipFiducialSetup) {
+    setCtfFiducial();
+  }
+  m_importEnd = m_totalDipoles;
+  for (int slot = m_importFirst; slot < m_importEnd; ++slot) {
+    if (m_dipoles[slot] != nullptr) {
+      m_dipoles[slot]->backUpLocationRotationRaw();
+    }
+  }
+  CString message;
+  message.Format(_T("Total imported dipoles:%d (%d-%d)\n"), m_importEnd - m_importFirst, m_importFirst,
+                 m_importEnd);
+  AfxMessageBox(message);
+  updateDipoleList();
+}
+
+int CDipoleFace8Import01_CTF::parseCTFDipoles(CString path) {
+  CFile file;
+  CFileException error;
+  if (!file.Open(path, CFile::modeRead | CFile::shareDenyNone, &error)) {
+    CString message;
+    message.Format(_T("Can't open file %s, error = %u\n"), path.GetString(),
+                   static_cast<UINT>(error.m_cause));
+    AfxMessageBox(message);
+    return 0;
+  }
+  CArchive archive(&file, CArchive::load, 4096);
+  try {
+    readCtfSections(archive);
+    archive.Close();
+  } catch (...) {
+    archive.Abort();
+    throw;
+  }
+  file.Close();
+  return 1;
+}
+
+int CDipoleFace8Import01_CTF::setCtfFiducial() {
+  if (m_bCtfSphereSet == 0) {
+    AfxMessageBox(_T("Can't set CTF dipole fiducial points without MEG sphere"));
+    return 0;
+  }
+  const double radius = m_sphereCtf.m_radius;
+  m_fiducialCtf.resetAllFiducialPt();
+  m_fiducialCtf.setAllFiducialPtShap(2);
+  if (m_fiducialMri.getTotalFiduciaryPts(true) >= 3) {
+    m_fiducialCtf.setAllFiducialSize3D(4.0);
+    setHeadFiducialsFromMri();
+  } else {
+    m_fiducialCtf.setAllFiducialSize3D(radius / 20.0);
+    m_fiducialCtf.setNasionf(0.0, 0.0, radius);
+    m_fiducialCtf.setLeftEarf(radius, 0.0, 0.0);
+    m_fiducialCtf.setRightEarf(-radius, 0.0, 0.0);
+  }
+  m_sphereLocational.m_center[0] = m_sphereLocational.m_center[1] = m_sphereLocational.m_center[2] = 0.0;
+  m_sphereLocational.m_radius = radius;
+  return 1;
+}
+
+// The MRI points relative to the midpoint of the ears, mm: a volume of 256 voxels of 0.859375 mm along each
+// axis, centred on voxel 128. Each coordinate is rounded to single precision.
+void CDipoleFace8Import01_CTF::setHeadFiducialsFromMri() {
+  constexpr double voxelSize = 0.859375;  // mm
+  double points[3][3];                    // nasion, left ear, right ear
+  for (const int point : {CFiducial::nasion, CFiducial::leftEar, CFiducial::rightEar}) {
+    m_fiducialMri.m_points[point].getPosition(points[point][0], points[point][1], points[point][2]);
+  }
+  for (int axis = 0; axis < 3; ++axis) {
+    const double earsCentre =
+        (points[CFiducial::leftEar][axis] + points[CFiducial::rightEar][axis] - 256.0) * voxelSize * 0.5;
+    for (auto& point : points) {
+      point[axis] = static_cast<double>(static_cast<float>((point[axis] - 128.0) * voxelSize - earsCentre));
+    }
+  }
+  const auto& [nasion, leftEar, rightEar] = points;
+  m_fiducialCtf.setLeftEarf(leftEar[0], leftEar[1], leftEar[2]);
+  m_fiducialCtf.setRightEarf(rightEar[0], rightEar[1], rightEar[2]);
+  m_fiducialCtf.setNasionf(nasion[0], nasion[1], nasion[2]);
+}

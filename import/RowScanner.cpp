@@ -1,0 +1,232 @@
+#include "import/RowScanner.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <limits>
+#include <system_error>
+
+namespace {
+
+constexpr char beyondAscii = '\x1A';  // neither blank nor part of a number
+
+bool isBlank(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool isHexDigit(char c) {
+  return isDigit(c) || (lower(c) >= 'a' && lower(c) <= 'f');
+}
+
+// Where the digits and the one point of a number end.
+const char* skipMantissa(const char* next, bool (*isMantissaDigit)(char)) {
+  bool hasPoint = false;
+  while (isMantissaDigit(*next) || (*next == '.' && !hasPoint)) {
+    hasPoint = hasPoint || *next == '.';
+    ++next;
+  }
+  return next;
+}
+
+// The position of a mantissa's first significant digit: 1 for units, 2 for tens, 0 for tenths and so on.
+int leadingPosition(const char* begin, const char* end) {
+  const char* point = std::find(begin, end, '.');
+  const char* leading = std::find_if(begin, end, [](char c) { return c != '0' && c != '.'; });
+  return static_cast<int>(leading < point ? point - leading : point - leading + 1);
+}
+
+// An exponent behind its letter; far beyond any float it no longer grows.
+int exponentValue(const char* next, const char* end) {
+  const bool isNegative = next != end && *next == '-';
+  int value = 0;
+  for (next += next != end && !isDigit(*next) ? 1 : 0; next != end && value < 1000000; ++next) {
+    value = value * 10 + (*next - '0');
+  }
+  return isNegative ? -value : value;
+}
+
+// The value of a number that no float can hold: too large is infinite, too small is zero.
+float beyondRange(const char* begin, const char* end, bool isHex) {
+  const char* exponent = skipMantissa(begin, isHex ? isHexDigit : isDigit);
+  const int position = leadingPosition(begin, exponent) * (isHex ? 4 : 1);
+  const int magnitude = position + (exponent == end ? 0 : exponentValue(exponent + 1, end));
+  return magnitude > 0 ? std::numeric_limits<float>::infinity() : 0.0F;
+}
+
+// Converts a number without a sign; the caller has seen that it begins with a digit or a point.
+bool convert(const char* begin, const char* end, bool isHex, float& value, const char*& next) {
+  const auto format = isHex ? std::chars_format::hex : std::chars_format::general;
+  const auto [stop, error] = std::from_chars(begin, end, value, format);
+  if (error == std::errc::invalid_argument) {
+    return false;
+  }
+  if (error == std::errc::result_out_of_range) {
+    value = beyondRange(begin, stop, isHex);
+  }
+  next = stop;
+  return true;
+}
+
+// An exponent's letter and sign without digits belong to the number all the same.
+const char* skipBareExponent(const char* next, char letter) {
+  if (lower(*next) == letter) {
+    ++next;
+    if (*next == '+' || *next == '-') {
+      ++next;
+    }
+  }
+  return next;
+}
+
+}  // namespace
+
+RowScanner::RowScanner(const CString& row) : m_row(row) {
+  const int length = (std::min)(row.GetLength(), static_cast<int>(ansiLineCapacity));
+  const TCHAR* source = row.GetString();
+  for (int i = 0; i < length; ++i) {
+    m_text[i] = source[i] < 0x80 ? static_cast<char>(source[i]) : beyondAscii;
+  }
+  m_text[length] = '\0';
+  m_end = m_text + length;
+}
+
+// Skips the blanks in front of a value; false when the scan has ended.
+bool RowScanner::startField() {
+  blanks();
+  m_failed = m_failed || m_next == m_end;
+  return !m_failed;
+}
+
+RowScanner& RowScanner::endField(bool converted) {
+  m_failed = !converted;
+  m_fields += converted ? 1 : 0;
+  return *this;
+}
+
+RowScanner& RowScanner::blanks() {
+  while (!m_failed && isBlank(*m_next)) {
+    ++m_next;
+  }
+  return *this;
+}
+
+RowScanner& RowScanner::colon() {
+  m_failed = m_failed || *m_next != ':';
+  m_next += m_failed ? 0 : 1;
+  return *this;
+}
+
+RowScanner& RowScanner::integer(int& value) {
+  if (!startField()) {
+    return *this;
+  }
+  const bool isNegative = *m_next == '-';
+  m_next += isNegative || *m_next == '+' ? 1 : 0;
+  const char* digits = m_next;
+  const std::uint64_t limit = (std::numeric_limits<std::int64_t>::max)() + (isNegative ? 1ULL : 0ULL);
+  std::uint64_t magnitude = 0;
+  for (; isDigit(*m_next); ++m_next) {
+    const auto digit = static_cast<std::uint64_t>(*m_next - '0');
+    magnitude = magnitude > (limit - digit) / 10 ? limit : magnitude * 10 + digit;
+  }
+  const bool converted = m_next != digits;
+  if (converted) {
+    value = static_cast<int>(static_cast<std::uint32_t>(isNegative ? 0 - magnitude : magnitude));
+  }
+  return endField(converted);
+}
+
+RowScanner& RowScanner::skipInteger() {
+  int unused = 0;
+  return integer(unused);
+}
+
+RowScanner& RowScanner::real(float& value) {
+  if (!startField()) {
+    return *this;
+  }
+  const bool isNegative = *m_next == '-';
+  m_next += isNegative || *m_next == '+' ? 1 : 0;
+  float magnitude = 0.0F;
+  const bool isHex = *m_next == '0' && lower(m_next[1]) == 'x';
+  const bool isDecimal = isDigit(*m_next) || *m_next == '.';
+  const bool converted = isHex ? hexadecimal(magnitude) : isDecimal ? decimal(magnitude) : special(magnitude);
+  if (converted) {
+    value = isNegative ? -magnitude : magnitude;
+  }
+  return endField(converted);
+}
+
+bool RowScanner::decimal(float& value) {
+  if (!convert(m_next, m_end, false, value, m_next)) {
+    return false;
+  }
+  m_next = skipBareExponent(m_next, 'e');
+  return true;
+}
+
+bool RowScanner::hexadecimal(float& value) {
+  m_next += 2;  // "0x"
+  const char* mantissa = m_next;
+  const bool isMantissa = isHexDigit(*mantissa) || *mantissa == '.';
+  if (isMantissa && convert(mantissa, m_end, true, value, m_next)) {
+    m_next = skipBareExponent(m_next, 'p');
+    return true;
+  }
+  // A point without digits is still the number 0x: zero.
+  m_next = skipMantissa(mantissa, isHexDigit);
+  value = 0.0F;
+  return m_next != mantissa;
+}
+
+bool RowScanner::special(float& value) {
+  if (accept("nan")) {
+    value = std::numeric_limits<float>::quiet_NaN();
+    return true;
+  }
+  if (!accept("inf")) {
+    return false;
+  }
+  value = std::numeric_limits<float>::infinity();
+  return lower(*m_next) != 'i' || accept("inity");
+}
+
+// Takes a word off the text when it stands there in any case.
+bool RowScanner::accept(const char* lowerCaseWord) {
+  const char* next = m_next;
+  for (; *lowerCaseWord != '\0'; ++lowerCaseWord, ++next) {
+    if (lower(*next) != *lowerCaseWord) {
+      return false;
+    }
+  }
+  m_next = next;
+  return true;
+}
+
+RowScanner& RowScanner::word(CString& value) {
+  if (!startField()) {
+    return *this;
+  }
+  const char* begin = m_next;
+  skipWord();
+  value = m_row.Mid(static_cast<int>(begin - m_text), static_cast<int>(m_next - begin));
+  return *this;
+}
+
+RowScanner& RowScanner::skipWord() {
+  if (!startField()) {
+    return *this;
+  }
+  while (m_next != m_end && !isBlank(*m_next)) {
+    ++m_next;
+  }
+  return endField(true);
+}

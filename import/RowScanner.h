@@ -1,0 +1,59 @@
+// Scans one row of numbers and words as the C library's swscanf does in the "C" locale, whatever locale the
+// process has set.
+//
+// Each step stands for one directive of a format: integer for %d, real for %f, word for %s, blanks for white
+// space and colon for ':'. The first step that fails ends the scan: later steps do nothing, and fields()
+// tells how many values were converted until then. A value whose step fails keeps what it held.
+//
+//   RowScanner(row).integer(n).colon().real(x).word(label).fields() == 3  // for "7: 1.5 spike"
+//
+// Details that the rows of other programs meet, all as in the GNU C library:
+//   - white space is blank, tab, LF, VT, FF and CR; numbers and words skip it first, colon does not;
+//   - an integer beyond 64 bits ends at their limit; then the low 32 bits count;
+//   - a real may be decimal, hexadecimal, inf, infinity or nan in any case; it is rounded once, to the
+//   nearest
+//     float; too large becomes infinite, too small becomes zero;
+//   - an exponent without digits ("1e", "1e+") is taken off the text and ignored;
+//   - a number ends where the next character cannot continue it: "1.5.3" is 1.5 and .3, "12abc" is 12.
+//
+// Rows come from the line reader and have at most 2048 characters; what a longer text holds beyond them is
+// not seen.
+#pragma once
+
+#include <afx.h>
+
+#include "import/AnsiLine.h"
+
+class RowScanner {
+ public:
+  explicit RowScanner(const CString& row);  // the row must outlive the scanner
+  explicit RowScanner(CString&&) = delete;
+
+  RowScanner& integer(int& value);
+  RowScanner& real(float& value);
+  RowScanner& word(CString& value);
+  RowScanner& blanks();
+  RowScanner& colon();
+
+  // The same conversions, counted like them, for columns that nobody uses.
+  RowScanner& skipInteger();
+  RowScanner& skipWord();
+
+  int fields() const { return m_fields; }
+
+ private:
+  bool startField();
+  bool decimal(float& value);
+  bool special(float& value);
+  bool hexadecimal(float& value);
+  bool accept(const char* lowerCaseWord);
+  RowScanner& endField(bool converted);
+
+  const CString& m_row;
+  char
+      m_text[ansiLineCapacity + 1];  // the row with every character beyond ASCII replaced by one, then a zero
+  const char* m_next = m_text;
+  const char* m_end;
+  int m_fields = 0;
+  bool m_failed = false;
+};

@@ -1,0 +1,98 @@
+#include "record/Dipoles3Display2D.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+// One axis of the picture: the dipole's coordinate, the volume's extent and the image's.
+struct PictureAxis {
+  double coordinate;  // mm
+  double half;        // half extent of the volume, mm
+  double spacing;     // mm per voxel
+  int extent;         // pixels
+};
+
+bool isInSlab(double coordinate, double slabMin, double slabMax) {
+  return slabMin <= coordinate && coordinate <= slabMax;  // false for NaN
+}
+
+// Upper bound first, then the lower one, so that a negative half extent ends at its negative.
+double clampToVolume(const PictureAxis& axis) {
+  double coordinate = axis.coordinate;
+  if (coordinate > axis.half) {
+    coordinate = axis.half;
+  }
+  if (coordinate < -axis.half) {
+    coordinate = -axis.half;
+  }
+  return coordinate;
+}
+
+// Truncation toward zero; values that an int cannot hold end at the nearest one that it can.
+int truncate(double value) {
+  if (value >= static_cast<double>((std::numeric_limits<int>::max)())) {
+    return (std::numeric_limits<int>::max)();
+  }
+  if (value <= static_cast<double>((std::numeric_limits<int>::min)())) {
+    return (std::numeric_limits<int>::min)();
+  }
+  return std::isnan(value) ? 0 : static_cast<int>(value);
+}
+
+// The upper bound is the extent itself, not the extent minus one: the host's contract.
+int clampToImage(double pixel, int extent) {
+  int result = truncate(pixel);
+  if (result > extent) {
+    result = extent;
+  }
+  return result < 0 ? 0 : result;
+}
+
+void drawGlyph(CDC* dc, const CDipoles& dipole, int zoom, const PictureAxis& right, const PictureAxis& up) {
+  if (dipole.m_display != 1) {
+    return;
+  }
+  const double px = (clampToVolume(right) + right.half) / right.spacing * zoom;
+  const double py = (up.half - clampToVolume(up)) / up.spacing * zoom;
+  if (std::isnan(px) || std::isnan(py)) {
+    return;  // nobody knows where such a dipole lies: no place on the picture is right for it
+  }
+  const int size = truncate(dipole.m_size);
+  dc->FillSolidRect(clampToImage(px, right.extent), clampToImage(py, up.extent), size, size, dipole.m_color);
+}
+
+}  // namespace
+
+CDipoles3Display2D::CDipoles3Display2D() {
+  setDimensionXYZ(128, 128, 128);
+}
+
+CDipoles3Display2D::~CDipoles3Display2D() = default;
+
+int CDipoles3Display2D::drawDipoleAxial(CDC* dc, double slabMin, double slabMax, int zoom, double half1,
+                                        double spacing1, double half2, double spacing2) {
+  if (isInSlab(m_location[1], slabMin, slabMax)) {
+    drawGlyph(dc, *this, zoom, {m_location[0], half1, spacing1, m_dimX},
+              {m_location[2], half2, spacing2, m_dimZ});
+  }
+  return 1;
+}
+
+int CDipoles3Display2D::drawDipoleCoronal(CDC* dc, double slabMin, double slabMax, int zoom, double half1,
+                                          double spacing1, double half2, double spacing2) {
+  if (isInSlab(m_location[2], slabMin, slabMax)) {
+    drawGlyph(dc, *this, zoom, {m_location[0], half1, spacing1, m_dimX},
+              {m_location[1], half2, spacing2, m_dimY});
+  }
+  return 1;
+}
+
+int CDipoles3Display2D::drawDipoleSagittal(CDC* dc, double slabMin, double slabMax, int zoom, double half1,
+                                           double spacing1, double half2, double spacing2) {
+  if (isInSlab(m_location[0], slabMin, slabMax)) {
+    drawGlyph(dc, *this, zoom, {m_location[2], half2, spacing2, m_dimZ},
+              {m_location[1], half1, spacing1, m_dimY});
+  }
+  return 1;
+}

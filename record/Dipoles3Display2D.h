@@ -1,0 +1,45 @@
+// Layer 2 of the dipole record: its glyph on a slice of the host's volume.
+//
+// The glyph is a filled square in the dipole's colour. The volume is centred on the origin of the head frame
+// (mm, x to the left ear, y up, z to the nose) and spans plus and minus a half extent along each axis.
+#pragma once
+
+#include <afxwin.h>
+
+#include "record/Dipoles.h"
+
+class CDipoles3Display2D : public CDipoles {
+ public:
+  CDipoles3Display2D();
+  CDipoles3Display2D(const CDipoles3Display2D&) = default;
+  CDipoles3Display2D& operator=(const CDipoles3Display2D&) = default;
+  ~CDipoles3Display2D() override;
+
+  // Each fills a square of m_size pixels when the dipole lies in the slab and m_display is 1; a coordinate
+  // beyond the volume is drawn at the border of the image. Returns 1 in every case.
+  //   slabMin, slabMax   the slab in mm along the axis that the view slices, both ends inclusive
+  //   zoom               pixels per voxel
+  //   half1, spacing1    half extent (mm) and voxel spacing (mm) of the first in-plane axis
+  //   half2, spacing2    the same for the second; the pairs come in the order x, y, z of the axes
+  //
+  //   view      slices along  right on the picture  up on the picture  pair 1  pair 2
+  //   axial     y             x                     z                  x       z
+  //   coronal   z             x                     y                  x       y
+  //   sagittal  x             z                     y                  y       z
+  //
+  // The square hangs to the right of and below the dipole's pixel: hosts place it by their viewport origin.
+  int drawDipoleAxial(CDC* dc, double slabMin, double slabMax, int zoom, double half1, double spacing1,
+                      double half2, double spacing2);
+  int drawDipoleCoronal(CDC* dc, double slabMin, double slabMax, int zoom, double half1, double spacing1,
+                        double half2, double spacing2);
+  int drawDipoleSagittal(CDC* dc, double slabMin, double slabMax, int zoom, double half1, double spacing1,
+                         double half2, double spacing2);
+
+  // Sets the extents of the slice images, pixels. Returns 1.
+  int setDimensionXYZ(int x, int y, int z) {
+    m_dimX = x;
+    m_dimY = y;
+    m_dimZ = z;
+    return 1;
+  }
+};
