@@ -1,0 +1,7 @@
+// The benchmarks, one function each; true when every ratio was as wanted.
+#pragma once
+
+bool benchDipolesImport();
+bool benchFitResultsImport();
+bool benchSliceDrawing();
+bool benchMemory();

@@ -1,0 +1,187 @@
+// Import of a full CTF file, from open to backups, beside the bare conversion of its numbers and beside the
+// same import through the C library's swscanf.
+#include <charconv>
+#include <cstdio>
+#include <cwchar>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "bench/Benchmarks.h"
+#include "bench/Comparison.h"
+#include "bench/import/CtfText.h"
+#include "module/dipole.h"
+#include "platform/Operator.h"
+#include "platform/Utf.h"
+
+namespace {
+
+constexpr int rows = DipoleTable::capacity;
+constexpr int rounds = 31;
+
+// Chooses the benchmark's file, says yes to every question and drops every message.
+class SilentOperator : public Operator {
+ public:
+  explicit SilentOperator(CString path) : m_path(std::move(path)), m_previous(installOperator(this)) {}
+  SilentOperator(const SilentOperator&) = delete;
+  SilentOperator& operator=(const SilentOperator&) = delete;
+  ~SilentOperator() override { installOperator(m_previous); }
+
+  int answerMessage(LPCTSTR /*text*/, UINT type) override { return (type & MB_YESNO) != 0 ? IDYES : IDOK; }
+  bool chooseFiles(const FileQuestion& /*question*/, std::vector<CString>& paths) override {
+    paths = {m_path};
+    return true;
+  }
+  bool chooseColor(COLORREF /*initial*/, COLORREF& /*chosen*/) override { return false; }
+
+ private:
+  CString m_path;
+  Operator* m_previous;
+};
+
+// A file of the benchmark's own.
+class TemporaryFile {
+ public:
+  TemporaryFile(const char* name, const std::string& text)
+      : m_path(std::filesystem::temp_directory_path() / name) {
+    std::ofstream(m_path, std::ios::binary) << text;
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() { std::filesystem::remove(m_path); }
+
+  CString path() const { return fromUtf8(m_path.string()); }
+
+ private:
+  std::filesystem::path m_path;
+};
+
+// The bare pass: nothing but the conversions of the numbers that an import converts.
+void convertOnly(const CtfText& file) {
+  for (const std::string_view text : file.integers) {
+    int value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    keep(value);
+  }
+  for (const std::string_view text : file.reals) {
+    float value = 0.0F;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    keep(value);
+  }
+}
+
+// The same import with rows scanned by swscanf: lines come through the module's own reader, every other step
+// is the module's. The conversion of a line to the C library's wide characters counts too.
+class SwscanfImport : public CDipoleFace8Import01_CTF {
+ public:
+  void importDipoles(const CString& path) {
+    importRows(path, [this](const wchar_t* text) {
+      int number;
+      float p[3];
+      float o[3];
+      float moment;
+      if (std::swscanf(text, L"%d : %f %f %f   %f %f %f   %f  %ls", &number, &p[0], &p[1], &p[2], &o[0],
+                       &o[1], &o[2], &moment, m_label) >= 8) {
+        add(p, o, moment);
+      }
+    });
+  }
+
+  void importFitResults(const CString& path) {
+    importRows(path, [this](const wchar_t* text) {
+      int number;
+      int id;
+      int tag;
+      float latency;
+      float p[3];
+      float o[3];
+      float moment;
+      float error;
+      if (std::swscanf(text, L"%d: %d %d %f  %f %f %f   %f %f %f   %f  %f %ls", &number, &id, &tag, &latency,
+                       &p[0], &p[1], &p[2], &o[0], &o[1], &o[2], &moment, &error, m_label) >= 12) {
+        CDipoleszq& dipole = add(p, o, moment);
+        dipole.m_id = id;
+        dipole.m_fitTag = tag;
+        dipole.m_latency = static_cast<double>(latency * 1000.0F);
+        dipole.m_fitError = static_cast<double>(error);
+      }
+    });
+  }
+
+ private:
+  void importRows(const CString& path, const std::function<void(const wchar_t*)>& scanRow) {
+    CFile file(path, CFile::modeRead | CFile::shareDenyNone);
+    CArchive archive(&file, CArchive::load, 4096);
+    CString line;
+    std::wstring wide;
+    while (readANSI(archive, line) != 0) {
+      if (line.Find(_T("(cm)")) < 0 && line.Find(_T("{")) < 0 && line.Find(_T("//")) < 0) {
+        wide.assign(line.GetString(), line.GetString() + line.GetLength());
+        scanRow(wide.c_str());
+      }
+    }
+    backupLocationRotationRaw();
+  }
+
+  CDipoleszq& add(float (&p)[3], float (&o)[3], float moment) {
+    auto dipole = makeDipole();
+    coordinateCtf2zq(p[0], p[1], p[2]);
+    coordinateCtf2zq(o[0], o[1], o[2]);
+    for (int i = 0; i < 3; ++i) {
+      dipole->m_location[i] = static_cast<double>(p[i] * 10.0F);
+      dipole->m_orientation[i] = static_cast<double>(o[i]);
+    }
+    dipole->m_moment = static_cast<double>(moment);
+    dipole->m_label.Format(_T("%s"),
+                           std::basic_string<TCHAR>(m_label, m_label + std::wcslen(m_label)).c_str());
+    dipole->m_number = m_totalDipoles + 1;
+    appendDipole(std::move(dipole));
+    return *m_dipoles[m_currentDipole];
+  }
+
+  wchar_t m_label[2049] = L"Non";
+};
+
+bool benchImport(const std::string& section, const CtfText& text,
+                 void (SwscanfImport::*yardstick)(const CString&)) {
+  const TemporaryFile file("dipole_bench.dip", text.text);
+  const SilentOperator silent(file.path());
+  std::unique_ptr<CDipoleFace8Import01_CTF> face;
+  std::unique_ptr<SwscanfImport> slow;
+  const auto empty = [&] {
+    face = std::make_unique<CDipoleFace8Import01_CTF>();
+    slow = std::make_unique<SwscanfImport>();
+  };
+  const std::vector<Contender> contenders = {
+      {"import of the file", empty, [&] { face->importCTFDipoles(); }},
+      {"the conversions alone (from_chars)", empty, [&] { convertOnly(text); }},
+      {"import through swscanf", empty, [&] { ((*slow).*yardstick)(file.path()); }}};
+  const bool isMet = compare("CTF import, " + section + ", " + std::to_string(rows) + " rows", contenders,
+                             {{1, 3.0, false}, {2, 4.0, true}}, rounds);
+  face->cleanDipoles();
+  face->importCTFDipoles();
+  slow = std::make_unique<SwscanfImport>();
+  ((*slow).*yardstick)(file.path());
+  if (face->m_totalDipoles != rows || slow->m_totalDipoles != rows ||
+      face->m_dipoles[rows - 1]->m_location[1] != slow->m_dipoles[rows - 1]->m_location[1]) {
+    std::printf("  the imports do not agree\n");
+    return false;
+  }
+  return isMet;
+}
+
+}  // namespace
+
+bool benchDipolesImport() {
+  CtfText text;
+  makeDipolesFile(rows, text);
+  return benchImport("Dipoles", text, &SwscanfImport::importDipoles);
+}
+
+bool benchFitResultsImport() {
+  CtfText text;
+  makeFitResultsFile(rows, text);
+  return benchImport("Fit_Results", text, &SwscanfImport::importFitResults);
+}

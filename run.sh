@@ -1,0 +1,36 @@
+#!/bin/sh
+# Installs what is missing, builds the command line tool, and draws the examples on a T1 head into out/.
+set -eu
+cd "$(dirname "$0")"
+. scripts/packages.sh
+
+install_packages $run_packages
+
+say "Building"
+cmake --preset native -DDIPOLE_TESTS=OFF -DDIPOLE_BENCH=OFF
+cmake --build build/native --target dipole_tool
+dipole=build/native/bin/dipole
+
+head=/usr/share/mricron/templates/ch2.nii.gz
+mkdir -p out
+
+draw() {
+  picture=out/$1.png
+  shift
+  "$dipole" draw "$@" --mri "$head" --fiducials examples/ch2.fiducials --yes -o "$picture"
+  pictures="$pictures $picture"
+}
+
+say "What the examples hold"
+"$dipole" info --yes examples/auditory.dip examples/spikes.dip examples/moving.dip
+
+say "Drawing the examples on the T1 head of the package mricron-data"
+pictures=""
+draw auditory examples/auditory.dip
+draw spikes examples/spikes.dip
+draw moving examples/moving.dip
+
+say "Done. The pictures:"
+for picture in $pictures; do
+  printf '%s/%s\n' "$PWD" "$picture"
+done

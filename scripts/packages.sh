@@ -1,0 +1,23 @@
+# What the project needs from Debian, and how it is installed. Sourced by run.sh, test.sh and fuzz/run.sh.
+
+run_packages="g++ cmake ninja-build zlib1g-dev libpng-dev libcli11-dev nlohmann-json3-dev mricron-data"
+test_packages="$run_packages libgtest-dev googletest g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 \
+  python3 nifti-bin locales clang libclang-rt-14-dev clang-format clang-tidy git"
+
+say() { printf '\n== %s\n' "$*"; }
+
+# Installs the packages that are missing; needs no network when none is.
+install_packages() {
+  missing=""
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing="$missing $package"
+  done
+  [ -z "$missing" ] && return 0
+  say "Installing$missing"
+  export DEBIAN_FRONTEND=noninteractive
+  as_root=""
+  [ "$(id -u)" -eq 0 ] || as_root="sudo"
+  $as_root apt-get update -q
+  # shellcheck disable=SC2086
+  $as_root apt-get install -y -q --no-install-recommends $missing
+}

@@ -1,0 +1,32 @@
+#!/bin/sh
+# Installs what is missing, builds everything and runs every test: natively under the address and the
+# undefined-behaviour sanitizers, the Windows build under Wine, short fuzzing, and the style of the sources.
+set -eu
+cd "$(dirname "$0")"
+. scripts/packages.sh
+
+install_packages $test_packages
+
+say "Style: layers, format"
+scripts/check_layers.py
+scripts/check_format.sh
+
+say "Native build under AddressSanitizer and UndefinedBehaviorSanitizer"
+cmake --preset native-asan
+cmake --build build/native-asan
+ctest --test-dir build/native-asan --output-on-failure
+
+say "Windows build, tested under Wine"
+export WINEPREFIX="$PWD/build/wine" WINEDEBUG=-all
+cmake --preset windows
+cmake --build build/windows
+ctest --test-dir build/windows --output-on-failure
+
+say "Short fuzzing of every reader"
+fuzz/run.sh
+
+say "Optimised build with the benchmark, which is built but not judged here"
+cmake --preset native
+cmake --build build/native
+
+say "All tests passed"
