@@ -40,3 +40,6 @@ Operator* installOperator(Operator* next);
 
 // The operator, or null.
 Operator* installedOperator();
+
+// The answer that changes nothing: OK where there is no other, No where there is one, else Abort or Cancel.
+int carefulAnswer(UINT type);

@@ -37,7 +37,11 @@ class CBitmap : public CGdiObject {
   struct Pixels {
     int width = 0;
     int height = 0;
-    std::vector<DWORD> rows;  // 0x00RRGGBB
+    std::vector<DWORD> rows;     // 0x00RRGGBB
+    const CDC* owner = nullptr;  // the context that it is selected into
+    DWORD* at(int column, int row) {
+      return rows.data() + static_cast<std::size_t>(row) * static_cast<std::size_t>(width) + column;
+    }
   };
 
   std::shared_ptr<Pixels> m_pixels;
@@ -52,7 +56,7 @@ class CDC : public CObject {
   virtual BOOL DeleteDC();
 
   // Returns the bitmap before, to be selected again at the end; null when nothing was selected: `bitmap` is
-  // empty or the context was not created.
+  // empty or selected into another context, or the context was not created.
   CBitmap* SelectObject(CBitmap* bitmap);
 
   // Both fill, and make `color` the background colour. Empty and negative sizes draw nothing.
@@ -72,6 +76,8 @@ class CDC : public CObject {
   CPoint GetViewportOrg() const;
 
  private:
+  DWORD* pixel(int x, int y) const;  // null outside
+
   std::shared_ptr<CBitmap::Pixels> m_target;
   std::unique_ptr<CBitmap> m_default;  // the one pixel that every new context has
   CBitmap* m_selected = nullptr;

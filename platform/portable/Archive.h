@@ -25,8 +25,9 @@ class CArchive {
   // `file` must be open, outlive the archive and be used by it alone. `buffer`, where given, has `bufferSize`
   // bytes and stays the caller's; a size below 128 bytes is taken as 128.
   CArchive(CFile* file, UINT mode, int bufferSize = 4096, void* buffer = nullptr);
-  // Closes, which may throw, unless Close or Abort was called or bNoFlushOnDelete was given. While another
-  // exception is on its way nothing is thrown.
+  // Closes, which may throw, unless Close or Abort was called or bNoFlushOnDelete was given. While an
+  // exception is on its way it aborts instead: half a record must not be written, and a second exception
+  // would end the program.
   ~CArchive() noexcept(false);
   CArchive(const CArchive&) = delete;
   CArchive& operator=(const CArchive&) = delete;

@@ -2,6 +2,8 @@
 // every system.
 #pragma once
 
+#include <vector>
+
 #include "platform/portable/Object.h"
 #include "platform/portable/String.h"
 
@@ -69,9 +71,10 @@ class CFileDialog : public CObject {
   OPENFILENAME m_ofn;
 
  private:
-  bool layOut(const CString* paths, std::size_t count);
+  bool layOut(const std::vector<CString>& paths);
 
   bool m_open;
+  bool m_several = false;
   CString m_filter;
   CString m_filterPairs;
   CString m_defaultExtension;

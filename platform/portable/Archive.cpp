@@ -1,0 +1,275 @@
+#include "platform/portable/Archive.h"
+
+#include <algorithm>
+#include <climits>
+#include <exception>
+
+namespace {
+
+constexpr int smallestBuffer = 128;
+
+// How many units of a text are read at a time, so that a length that lies costs no more memory than this.
+constexpr ULONGLONG piece = 32768;
+
+// The marks in front of a text's length.
+constexpr BYTE longForm = 0xFF;
+constexpr WORD wideMark = 0xFFFE;
+constexpr WORD longerForm = 0xFFFF;
+
+}  // namespace
+
+CArchive::CArchive(CFile* file, UINT mode, int bufferSize, void* buffer)
+    : m_file(file),
+      m_loading((mode & load) != 0),
+      m_closeOnDelete((mode & bNoFlushOnDelete) == 0),
+      m_exceptionsAtStart(std::uncaught_exceptions()),
+      m_buffer(static_cast<BYTE*>(buffer)),
+      m_size(static_cast<UINT>((std::max)(bufferSize, smallestBuffer))) {
+  if (buffer == nullptr || bufferSize < smallestBuffer) {
+    m_own.resize(m_size);
+    m_buffer = m_own.data();
+  }
+  if (m_loading) {
+    m_readAt = m_readEnd = m_buffer;
+  } else {
+    m_writeAt = m_buffer;
+    m_writeEnd = m_buffer + m_size;
+  }
+}
+
+CArchive::~CArchive() noexcept(false) {
+  if (m_file == nullptr || !m_closeOnDelete || std::uncaught_exceptions() > m_exceptionsAtStart) {
+    return;
+  }
+  Close();
+}
+
+CString CArchive::fileName() const {
+  return m_file == nullptr ? CString() : m_file->GetFilePath();
+}
+
+void CArchive::mustLoad() const {
+  if (!m_loading || m_file == nullptr) {
+    AfxThrowArchiveException(m_loading ? CArchiveException::genericException : CArchiveException::writeOnly,
+                             fileName());
+  }
+}
+
+void CArchive::mustStore() const {
+  if (m_loading || m_file == nullptr) {
+    AfxThrowArchiveException(m_loading ? CArchiveException::readOnly : CArchiveException::genericException,
+                             fileName());
+  }
+}
+
+void CArchive::detach() noexcept {
+  m_file = nullptr;
+  m_readAt = m_readEnd = nullptr;
+  m_writeAt = m_writeEnd = nullptr;
+}
+
+bool CArchive::refill() {
+  mustLoad();
+  m_readAt = m_readEnd = m_buffer;
+  m_readEnd += m_file->Read(m_buffer, m_size);
+  return m_readAt != m_readEnd;
+}
+
+void CArchive::fill() {
+  if (!refill()) {
+    AfxThrowArchiveException(CArchiveException::endOfFile, fileName());
+  }
+}
+
+void CArchive::makeRoom() {
+  mustStore();
+  Flush();
+}
+
+UINT CArchive::Read(void* buffer, UINT count) {
+  mustLoad();
+  auto* bytes = static_cast<BYTE*>(buffer);
+  UINT total = 0;
+  while (total < count) {
+    if (m_readAt == m_readEnd && count - total >= m_size) {
+      const UINT got = m_file->Read(bytes + total, count - total);
+      if (got == 0) {
+        break;
+      }
+      total += got;
+      continue;
+    }
+    if (m_readAt == m_readEnd && !refill()) {
+      break;
+    }
+    const UINT part = (std::min)(count - total, static_cast<UINT>(m_readEnd - m_readAt));
+    std::memcpy(bytes + total, m_readAt, part);
+    m_readAt += part;
+    total += part;
+  }
+  return total;
+}
+
+void CArchive::readAll(void* buffer, UINT count) {
+  if (Read(buffer, count) != count) {
+    AfxThrowArchiveException(CArchiveException::endOfFile, fileName());
+  }
+}
+
+void CArchive::Write(const void* buffer, UINT count) {
+  mustStore();
+  if (count == 0) {
+    return;
+  }
+  if (count > static_cast<std::size_t>(m_writeEnd - m_writeAt)) {
+    Flush();
+  }
+  if (count > m_size) {
+    m_file->Write(buffer, count);
+    return;
+  }
+  std::memcpy(m_writeAt, buffer, count);
+  m_writeAt += count;
+}
+
+void CArchive::Flush() {
+  if (m_file == nullptr) {
+    return;
+  }
+  if (m_loading) {
+    if (m_readAt != m_readEnd) {
+      m_file->Seek(m_readAt - m_readEnd, CFile::current);
+      m_readAt = m_readEnd = m_buffer;
+    }
+    return;
+  }
+  // What could not be written is not kept for a second try: part of it may stand in the file already.
+  const UINT count = static_cast<UINT>(m_writeAt - m_buffer);
+  m_writeAt = m_buffer;
+  if (count != 0) {
+    m_file->Write(m_buffer, count);
+  }
+}
+
+void CArchive::Close() {
+  try {
+    Flush();
+  } catch (...) {
+    detach();
+    throw;
+  }
+  detach();
+}
+
+void CArchive::Abort() {
+  detach();
+}
+
+void CArchive::WriteString(LPCTSTR text) {
+  const CString units = text;
+  Write(units.GetString(), static_cast<UINT>(units.GetLength()) * UINT{sizeof(TCHAR)});
+}
+
+BOOL CArchive::ReadString(CString& text) {
+  text.Empty();
+  TCHAR unit = 0;
+  bool any = false;
+  while (Read(&unit, sizeof unit) == sizeof unit) {
+    any = true;
+    if (unit == _T('\n')) {
+      break;
+    }
+    text += unit;
+  }
+  if (unit == _T('\n') && text.GetLength() > 0 && text[text.GetLength() - 1] == _T('\r')) {
+    text.Delete(text.GetLength() - 1);
+  }
+  return any ? TRUE : FALSE;
+}
+
+void CArchive::writeTextLength(DWORD length) {
+  if (length < longForm) {
+    *this << static_cast<BYTE>(length);
+    return;
+  }
+  *this << longForm;
+  if (length < wideMark) {
+    *this << static_cast<WORD>(length);
+  } else {
+    *this << longerForm << length;
+  }
+}
+
+CArchive& CArchive::operator<<(const CString& text) {
+  *this << longForm << wideMark;
+  writeTextLength(static_cast<DWORD>(text.GetLength()));
+  // One unit is two bytes, so the longest text of all has more bytes than a UINT counts to.
+  const auto* bytes = reinterpret_cast<const BYTE*>(text.GetString());
+  std::size_t left = static_cast<std::size_t>(text.GetLength()) * sizeof(TCHAR);
+  while (left > 0) {
+    const UINT part = static_cast<UINT>((std::min)(left, std::size_t{1} << 30));
+    Write(bytes, part);
+    bytes += part;
+    left -= part;
+  }
+  return *this;
+}
+
+ULONGLONG CArchive::readTextLength(bool& wide) {
+  BYTE small = 0;
+  WORD medium = 0;
+  DWORD large = 0;
+  *this >> small;
+  if (small < longForm) {
+    return small;
+  }
+  *this >> medium;
+  if (medium == wideMark && !wide) {
+    wide = true;
+    return readTextLength(wide);
+  }
+  if (medium == wideMark) {  // a second mark: no writer makes one
+    AfxThrowArchiveException(CArchiveException::genericException, fileName());
+  }
+  if (medium < wideMark) {
+    return medium;
+  }
+  *this >> large;
+  return large;
+}
+
+ULONGLONG CArchive::bytesLeft() {
+  const auto buffered = static_cast<ULONGLONG>(m_readEnd - m_readAt);
+  const ULONGLONG position = m_file->GetPosition();
+  const ULONGLONG length = m_file->GetLength();
+  return buffered + (length > position ? length - position : 0);
+}
+
+CArchive& CArchive::operator>>(CString& text) {
+  bool wide = false;
+  const ULONGLONG length = readTextLength(wide);
+  const ULONGLONG bytes = wide ? 2 * length : length;
+  if (bytes > static_cast<ULONGLONG>(m_readEnd - m_readAt) && bytes > bytesLeft()) {
+    AfxThrowArchiveException(CArchiveException::endOfFile, fileName());
+  }
+  if (length > INT_MAX) {
+    AfxThrowMemoryException();
+  }
+  CString whole;
+  std::vector<char> narrow;
+  for (ULONGLONG done = 0; done < length;) {
+    const auto part = static_cast<UINT>((std::min)(piece, length - done));
+    if (wide) {
+      const int before = whole.GetLength();
+      LPTSTR units = whole.GetBufferSetLength(before + static_cast<int>(part));
+      readAll(units + before, part * UINT{sizeof(TCHAR)});
+    } else {
+      narrow.resize(static_cast<std::size_t>(done) + part);
+      readAll(narrow.data() + done, part);
+    }
+    done += part;
+  }
+  // 8-bit text is made wide in one go: a code page may use two bytes for one character.
+  text = wide ? std::move(whole) : CString(narrow.data(), static_cast<int>(narrow.size()));
+  return *this;
+}

@@ -1,0 +1,22 @@
+#include "platform/portable/ColorDialog.h"
+
+#include "platform/Operator.h"
+
+CColorDialog::CColorDialog(COLORREF initial, DWORD flags, CWnd* /*parent*/) : m_cc() {
+  m_cc.lStructSize = sizeof m_cc;
+  m_cc.rgbResult = initial;
+  m_cc.lpCustColors = m_customColors;
+  m_cc.Flags = flags | (initial != 0 ? CC_RGBINIT : 0U);
+}
+
+CColorDialog::~CColorDialog() = default;
+
+INT_PTR CColorDialog::DoModal() {
+  Operator* someone = installedOperator();
+  COLORREF chosen = m_cc.rgbResult;
+  if (someone == nullptr || !someone->chooseColor(m_cc.rgbResult, chosen)) {
+    return IDCANCEL;
+  }
+  m_cc.rgbResult = chosen;
+  return IDOK;
+}

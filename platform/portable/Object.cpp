@@ -1,0 +1,3 @@
+#include "platform/portable/Object.h"
+
+CObject::~CObject() = default;

@@ -1,0 +1,43 @@
+#include "platform/portable/WinApp.h"
+
+#include <cstdio>
+
+#include "platform/Operator.h"
+#include "platform/Utf.h"
+
+namespace {
+
+CWinApp* theApp = nullptr;
+
+}  // namespace
+
+CWinApp::CWinApp(LPCTSTR appName) : m_pszAppName(appName), m_previous(theApp) {
+  theApp = this;
+}
+
+CWinApp::~CWinApp() {
+  if (theApp == this) {
+    theApp = m_previous;
+  }
+}
+
+int CWinApp::DoMessageBox(LPCTSTR text, UINT type, UINT /*helpId*/) {
+  if (Operator* someone = installedOperator()) {
+    return someone->answerMessage(text, type);
+  }
+  const std::string line = toUtf8(text) + '\n';
+  std::fputs(line.c_str(), stderr);
+  return carefulAnswer(type);
+}
+
+CWinApp* AfxGetApp() {
+  if (theApp == nullptr) {
+    static CWinApp defaultApp;  // registers itself
+    theApp = &defaultApp;
+  }
+  return theApp;
+}
+
+int AfxMessageBox(LPCTSTR text, UINT type, UINT helpId) {
+  return AfxGetApp()->DoMessageBox(text, type, helpId);
+}
