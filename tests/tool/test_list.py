@@ -1,0 +1,176 @@
+"""`dipole list` gives every number of a file, in the head frame's axes and units, in every output form."""
+
+import csv
+import io
+import json
+import os
+import subprocess
+import sys
+import unittest
+
+from support import EXAMPLES, ToolTest, dipole_file, example, expected_dipoles, moving_file, single
+
+
+class Values(ToolTest):
+    def assert_same(self, listed, expected):
+        self.assertEqual(len(listed), len(expected))
+        for have, want in zip(listed, expected):
+            self.assertEqual(set(have), set(want))
+            for key, value in want.items():
+                if isinstance(value, list):
+                    self.assertEqual([single(v) for v in have[key]], value, (key, want["number"]))
+                elif isinstance(value, float) and key != "fit_error_percent":
+                    self.assertEqual(single(have[key]), value, (key, want["number"]))
+                elif isinstance(value, float):
+                    self.assertEqual(single(have[key]), single(value), (key, want["number"]))
+                else:
+                    self.assertEqual(have[key], value, (key, want["number"]))
+
+    def test_json_holds_what_the_file_says(self):
+        for name in ("auditory.dip", "spikes.dip"):
+            result = self.succeed("list", "--json", example(name))
+            listed = json.loads(result.out)
+            self.assertEqual(listed["files"], [example(name)])
+            self.assertEqual(listed["moment_unit"], "nAm")
+            self.assert_same(listed["dipoles"], expected_dipoles(example(name)))
+
+    def test_the_left_auditory_dipole_is_left(self):
+        dipoles = json.loads(self.succeed("list", "--json", example("auditory.dip")).out)["dipoles"]
+        self.assertEqual(dipoles[0]["position_mm"], [52.0, 58.0, 10.0])
+        self.assertEqual(dipoles[1]["position_mm"], [-51.0, 56.0, 13.0])
+        self.assertEqual(dipoles[0]["latency_ms"], 96.2)
+
+    def test_csv_holds_the_same_values_as_json(self):
+        dipoles = json.loads(self.succeed("list", "--json", example("spikes.dip")).out)["dipoles"]
+        rows = list(csv.DictReader(io.StringIO(self.succeed("list", "--csv", example("spikes.dip")).out)))
+        self.assertEqual(list(rows[0]), [
+            "number", "id", "latency_ms", "x_mm", "y_mm", "z_mm", "orientation_x", "orientation_y",
+            "orientation_z", "moment_nAm", "fit_error_percent", "label", "shown_on_slices"])
+        self.assertEqual(len(rows), 120)
+        for row, dipole in zip(rows, dipoles):
+            self.assertEqual([float(row[k]) for k in ("x_mm", "y_mm", "z_mm")], dipole["position_mm"])
+            self.assertEqual([float(row["orientation_" + k]) for k in "xyz"], dipole["orientation"])
+            self.assertEqual(float(row["latency_ms"]), dipole["latency_ms"])
+            self.assertEqual(float(row["moment_nAm"]), dipole["moment"])
+            self.assertEqual(float(row["fit_error_percent"]), dipole["fit_error_percent"])
+            self.assertEqual((int(row["number"]), int(row["id"]), row["label"]),
+                             (dipole["number"], dipole["id"], dipole["label"]))
+            self.assertEqual(row["shown_on_slices"], "yes" if dipole["shown_on_slices"] else "no")
+
+    def test_the_table_is_aligned_and_rounded(self):
+        lines = self.succeed("list", example("auditory.dip")).out.split("\n")
+        self.assertEqual(lines, [
+            "No  Id  Latency ms    x mm   y mm   z mm       ox       oy       oz  Moment nAm  Error %  Slices  Label",
+            " 1   1       96.20   52.00  58.00  10.00   0.1189  -0.9334  -0.3386       27.30     4.70     yes"
+            "  N100m_left",
+            " 2   1       92.40  -51.00  56.00  13.00  -0.0928  -0.9533  -0.2873       33.80     3.90     yes"
+            "  N100m_right",
+            ""])
+
+    def test_without_nam_in_the_header_the_moment_has_no_unit(self):
+        path = self.write("a.dip", dipole_file([(1, 2, 3, 7, "a")]).replace("Mom(nAm)", "Mom"))
+        self.assertIn("\nNo", "\n" + self.succeed("list", path).out)
+        self.assertNotIn("nAm", self.succeed("list", path).out)
+        self.assertIn(",moment,", self.succeed("list", "--csv", path).out)
+        self.assertIsNone(json.loads(self.succeed("list", "--json", path).out)["moment_unit"])
+
+    def test_several_files_come_in_one_list_in_their_order(self):
+        listed = json.loads(self.succeed("list", "--json", example("spikes.dip"), example("auditory.dip")).out)
+        self.assertEqual([d["number"] for d in listed["dipoles"]], list(range(1, 123)))
+        self.assertEqual([d["label"] for d in listed["dipoles"][119:]],
+                         ["spike_120", "N100m_left", "N100m_right"])
+
+    def test_moving_dipoles_with_seconds_and_centimetres(self):
+        path = self.write("m.dip", moving_file([(0.1, 1.0, 2.0, 3.0), (0.1015, -1.0, -2.0, 4.5)]))
+        dipoles = json.loads(self.succeed("list", "--yes", "--json", path).out)["dipoles"]
+        self.assertEqual([d["position_mm"] for d in dipoles], [[20, 30, 10], [-20, 45, -10]])
+        self.assertEqual([d["latency_ms"] for d in dipoles], [100, 101.5])
+        self.assertEqual([d["label"] for d in dipoles], ["m1", "m2"])
+        self.assertEqual([d["fit_error_percent"] for d in dipoles], [5.5, 5.5])
+
+    def test_not_a_number_is_null_in_json_and_nan_in_text(self):
+        path = self.write("n.dip", dipole_file([("nan", 2, 3, "inf", "a")]))
+        dipole = json.loads(self.succeed("list", "--json", path).out)["dipoles"][0]
+        self.assertEqual(dipole["position_mm"], [20, 30, None])
+        self.assertIsNone(dipole["moment"])
+        self.assertIn(",nan,", self.succeed("list", "--csv", path).out)
+        self.assertIn("inf", self.succeed("list", path).out)
+
+
+class Texts(ToolTest):
+    def test_labels_are_utf8(self):
+        path = self.write("u.dip", dipole_file([(1, 2, 3, 7, "Höhe_µ"), (1, 2, 3, 7, "b")]))
+        listed = json.loads(self.succeed("list", "--json", path).out)
+        self.assertEqual(listed["dipoles"][0]["label"], "Höhe_µ")
+        lines = self.succeed("list", path).out.split("\n")
+        self.assertTrue(lines[1].endswith("  Höhe_µ"))
+        self.assertEqual(lines[1].index("Höhe_µ"), lines[2].index("b"))
+
+    def test_commas_and_quotes_are_quoted_in_csv(self):
+        path = self.write("q.dip", dipole_file([(1, 2, 3, 7, 'say"a,b"')]))
+        out = self.succeed("list", "--csv", path).out
+        self.assertIn(',"say""a,b""",yes\n', out)
+        self.assertEqual(list(csv.DictReader(io.StringIO(out)))[0]["label"], 'say"a,b"')
+
+    def test_control_characters_do_not_reach_the_terminal(self):
+        path = self.write("c.dip", dipole_file([(1, 2, 3, 7, "a\x1b[31mb\x07\x7f")]))
+        for form in ([], ["--csv"], ["--json"]):
+            out = self.succeed("list", *form, path).stdout
+            self.assertEqual([byte for byte in out if (byte < 32 and byte != 10) or byte == 127], [], form)
+            self.assertIn(b"a\\u001b[31mb\\u0007\\u007f", out)
+        listed = json.loads(self.succeed("list", "--json", path).out)
+        self.assertEqual(listed["dipoles"][0]["label"], "a\x1b[31mb\x07\x7f")
+
+    def test_upper_control_characters_do_not_either(self):
+        path = self.write("c1.dip", dipole_file([(1, 2, 3, 7, "x")]).encode("ascii").replace(b" x\n", b" a\x9d31m\n"))
+        for form in ([], ["--csv"], ["--json"]):
+            out = self.succeed("list", *form, path).out
+            self.assertNotIn("\u009d", out)
+            self.assertIn("a\\u009d31m", out)
+
+
+class Locales(ToolTest):
+    def test_a_locale_with_decimal_commas_changes_nothing(self):
+        made = subprocess.run(["localedef", "-i", "de_DE", "-f", "UTF-8", self.path("de_DE.UTF-8")],
+                              capture_output=True)
+        if made.returncode != 0:
+            self.skipTest("this machine cannot make a German locale")
+        environment = dict(os.environ, LOCPATH=self.folder, LC_ALL="de_DE.UTF-8")
+        german = subprocess.run(["python3", "-c", "import locale; locale.setlocale(locale.LC_ALL, '');"
+                                 "print(locale.localeconv()['decimal_point'])"],
+                                env=environment, capture_output=True, text=True)
+        self.assertEqual(german.stdout, ",\n")
+        for form in ([], ["--csv"], ["--json"]):
+            plain = self.succeed("list", *form, example("spikes.dip"), env=dict(os.environ, LC_ALL="C.UTF-8"))
+            local = self.succeed("list", *form, example("spikes.dip"), env=environment)
+            self.assertEqual(local.out, plain.out)
+
+
+class Large(ToolTest):
+    def make(self, rows):
+        subprocess.run([sys.executable, os.path.join(EXAMPLES, "make_examples.py"), self.folder,
+                        "--rows", str(rows)], check=True, capture_output=True)
+        return self.path("large.dip")
+
+    def test_30000_dipoles_arrive(self):
+        path = self.make(30000)
+        result = self.succeed("list", "--json", path)
+        self.assertEqual(result.err, "dipole: Total imported dipoles:30000 (0-30000)\n")
+        dipoles = json.loads(result.out)["dipoles"]
+        expected = expected_dipoles(path)
+        self.assertEqual(len(dipoles), 30000)
+        for index in (0, 1, 14999, 29999):
+            self.assertEqual([single(v) for v in dipoles[index]["position_mm"]], expected[index]["position_mm"])
+            self.assertEqual(dipoles[index]["label"], "s%d" % (index + 1))
+
+    def test_the_30001st_is_reported_missing(self):
+        path = self.make(30001)
+        result = self.end_with(1, "list", "--csv", path)
+        self.assertIn("dipole: No dipole space\n", result.err)
+        self.assertIn("dipole: warning: 30001 dipole rows were in the files for this import, but 30000 dipoles"
+                      " arrived\n", result.err)
+        self.assertEqual(result.out.count("\n"), 30001)
+
+
+if __name__ == "__main__":
+    unittest.main()

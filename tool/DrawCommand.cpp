@@ -1,0 +1,203 @@
+#include "tool/DrawCommand.h"
+
+#include <cmath>
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+
+#include "host/NiftiReader.h"
+#include "host/SliceCaption.h"
+#include "tool/FiducialPoints.h"
+#include "tool/FileInfo.h"
+#include "tool/Numbers.h"
+#include "tool/Output.h"
+#include "tool/PngWriter.h"
+#include "tool/SliceList.h"
+#include "tool/Text.h"
+
+namespace tool {
+namespace {
+
+constexpr const char* help = R"(Draw the dipoles of the files over slices of an MRI, as a PNG picture.
+
+Axial and coronal pictures show the patient's left on the right. Slice positions are
+millimetres in the head frame: axial y (up), coronal z (front), sagittal x (left). Coronal
+and sagittal slices show the dipoles within the overlap of the slice; an axial slice shows
+all dipoles between the level of the ears and the slice.
+
+The fiducial points are scanner millimetres (right, anterior, superior positive), from a text
+file with the lines "nasion x y z", "left x y z", "right x y z", or as three triples.
+
+Examples:
+  dipole draw auditory.dip --mri ch2.nii.gz --fiducials ch2.fiducials -o auditory.png
+  dipole draw spikes.dip --mri head.nii.gz --fiducials "0,87,-40 -86,-20,-48 86,-20,-48" \
+      --slice axial:30,coronal:25 -o spikes.png)";
+
+constexpr double largestHeadDifference = 10.0;  // mm between fiducial points: more is another head
+
+const CDipoleszq* strongestShown(const CDipoleFace8Import01_CTF& collection) {
+  const CDipoleszq* strongest = nullptr;
+  for (int i = 0; i < collection.m_totalDipoles; ++i) {
+    const CDipoleszq* dipole = collection.getDipole(i);
+    const bool isCandidate = dipole != nullptr && dipole->m_display == 1 && std::isfinite(dipole->m_moment);
+    if (isCandidate && (strongest == nullptr || std::abs(dipole->m_moment) > std::abs(strongest->m_moment))) {
+      strongest = dipole;
+    }
+  }
+  return strongest;
+}
+
+void setGlyphSize(CDipoleFace8Import01_CTF& collection, int pixels) {
+  for (int i = 0; i < collection.m_totalDipoles; ++i) {
+    if (CDipoleszq* dipole = collection.getDipole(i)) {
+      dipole->m_size = pixels;
+    }
+  }
+}
+
+double distance(const Point& a, const Point& b) {
+  return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
+}
+
+Point pointOf(const host::Vector3& vector) {
+  return {vector.x, vector.y, vector.z};
+}
+
+// The files bring the distances between their own fiducial points: they have to be those of this head.
+void warnOfAnotherHead(const FileInfo& info, const host::Fiducials& given) {
+  if (!info.mriFiducials || !info.headFiducials) {
+    return;
+  }
+  const FiducialTriple head = {pointOf(given.nasion), pointOf(given.leftEar), pointOf(given.rightEar)};
+  double worst = 0.0;
+  for (std::size_t i = 0; i < head.size(); ++i) {
+    const std::size_t j = (i + 1) % head.size();
+    const double own = distance(info.headFiducials->at(i), info.headFiducials->at(j));
+    worst = std::fmax(worst, std::abs(own - distance(head.at(i), head.at(j))));
+  }
+  if (worst > largestHeadDifference) {
+    tell("warning: the distances between the fiducial points differ by " + fixed(worst, 0) +
+         " mm from those in the dipole file: is this the same head?");
+  }
+}
+
+std::string titleOf(const std::vector<std::string>& files) {
+  const std::string first = std::filesystem::path(files.front()).filename().string();
+  const std::string more = files.size() == 1 ? "" : " and " + std::to_string(files.size() - 1) + " more";
+  return printable(first) + more;
+}
+
+std::string checkSlices(const std::string& text) {
+  try {
+    (void)parseSlices(text);
+    return {};
+  } catch (const std::invalid_argument& error) {
+    return printable(error.what());
+  }
+}
+
+std::string nameOf(const host::OverlayReport& report) {
+  return std::string(host::nameOf(report.view)) + " slice at " +
+         host::positionText(report.view, report.position);
+}
+
+// Says what the picture leaves out: per view, and dipoles that stand in no view at all.
+void warnOfMissing(const host::SlicePicture& picture, const FileInfo& info) {
+  for (const host::OverlayReport& view : picture.views) {
+    tell(nameOf(view) + ": " + host::countText(view));
+    for (const std::string& text : host::warningTexts(view)) {
+      tell("warning: " + nameOf(view) + ": " + text);
+    }
+  }
+  if (info.shownOnSlices < info.dipoles) {
+    tell("warning: " + std::to_string(info.dipoles - info.shownOnSlices) + " of " +
+         std::to_string(info.dipoles) +
+         " dipoles are switched off for slices by the flags of their files and are in no view");
+  }
+}
+
+}  // namespace
+
+DrawCommand::DrawCommand(CLI::App& program) : m_command(program.add_subcommand("draw", help)) {
+  m_import.addTo(*m_command);
+  m_command->add_option("--mri", m_mri, "The MRI: a NIfTI file (.nii, .nii.gz)")->required();
+  m_command
+      ->add_option("--fiducials", m_fiducials, "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
+      ->required();
+  m_command
+      ->add_option("--slice", m_slices,
+                   "One to three slices VIEW:MM,...; without it three through the strongest dipole")
+      ->check(checkSlices);
+  m_command->add_option("-o,--output", m_output, "The picture to write")->required();
+  m_command->add_option("--overlap", m_overlapMm, "Show dipoles up to MM from coronal and sagittal slices")
+      ->check(CLI::Range(0.0, 1000.0))
+      ->capture_default_str();
+  m_command->add_option("--glyph", m_glyph, "Side of a dipole's square in pixels")
+      ->check(CLI::Range(1, 64))
+      ->capture_default_str();
+  m_command->add_option("--mm-per-pixel", m_mmPerPixel, "Size of a pixel")
+      ->check(CLI::Range(0.1, 5.0))
+      ->capture_default_str();
+}
+
+bool DrawCommand::wouldOverwriteInput() const {
+  std::vector<std::string> inputs = m_import.files();
+  inputs.push_back(m_mri);
+  inputs.push_back(m_fiducials);
+  for (const std::string& input : inputs) {
+    std::error_code error;  // one that does not exist is not overwritten
+    if (std::filesystem::equivalent(input, m_output, error)) {
+      tell("the picture " + m_output + " would overwrite the input " + input);
+      return true;
+    }
+  }
+  return false;
+}
+
+std::vector<host::SliceRequest> DrawCommand::requests(const ImportSession& session) const {
+  if (!m_slices.empty()) {
+    return parseSlices(m_slices);
+  }
+  const CDipoleszq* dipole = strongestShown(session.collection());
+  if (dipole == nullptr) {
+    throw std::runtime_error("no dipole is shown on slices; choose the slices with --slice");
+  }
+  const double(&at)[3] = dipole->m_location;
+  return {{host::View::axial, at[1]}, {host::View::coronal, at[2]}, {host::View::sagittal, at[0]}};
+}
+
+void DrawCommand::draw(ImportSession& session, const host::Fiducials& fiducials) const {
+  const FileInfo info(m_import.files().front(), session);
+  const std::vector<host::SliceRequest> slices = requests(session);
+  const host::HeadFrame frame(fiducials);
+  warnOfAnotherHead(info, fiducials);
+  const host::Volume volume = host::readNifti(m_mri);
+  if (!volume.sidesStated()) {
+    tell("warning: " + m_mri + " does not say which side of it is left: sides in the picture are assumed");
+  }
+  setGlyphSize(session.collection(), m_glyph);
+  host::SlicePictureOptions options;
+  options.mmPerPixel = m_mmPerPixel;
+  options.overlapMm = m_overlapMm;
+  options.title = titleOf(m_import.files());
+  options.patientId = printable(session.patient());
+  const host::SlicePicture picture = host::drawSlices(session.collection(), volume, frame, slices, options);
+  writePng(picture.image, m_output);
+  warnOfMissing(picture, info);
+}
+
+int DrawCommand::run() const {
+  if (wouldOverwriteInput()) {
+    return exitUsage;
+  }
+  const host::Fiducials fiducials = readFiducials(m_fiducials);
+  ImportSession session(m_import.files(), m_import.answers());
+  if (session.collection().m_totalDipoles == 0) {
+    tell("nothing to draw: no dipole was imported");
+    return exitFailure;
+  }
+  draw(session, fiducials);
+  return session.isComplete() ? exitDone : exitFailure;
+}
+
+}  // namespace tool

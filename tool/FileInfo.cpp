@@ -1,0 +1,71 @@
+#include "tool/FileInfo.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "tool/Text.h"
+
+namespace tool {
+namespace {
+
+std::optional<FiducialTriple> pointsOf(const CFiducialzq& set) {
+  FiducialTriple result{};
+  for (std::size_t i = 0; i < result.size(); ++i) {
+    Point& point = result.at(i);
+    if (set.m_points[i].getPosition(point[0], point[1], point[2]) == 0) {
+      return std::nullopt;
+    }
+  }
+  return result;
+}
+
+std::optional<Sphere> sphereOf(const CDipoleFace8Import01_CTF& collection) {
+  if (collection.m_bCtfSphereSet == 0) {
+    return std::nullopt;
+  }
+  const CSpherezq& sphere = collection.m_sphereCtf;
+  return Sphere{{sphere.m_center[0], sphere.m_center[1], sphere.m_center[2]}, sphere.m_radius};
+}
+
+void widen(std::optional<Range>& range, double value) {
+  if (std::isnan(value)) {
+    return;
+  }
+  if (!range) {
+    range = Range{value, value};
+  }
+  range->smallest = (std::min)(range->smallest, value);
+  range->largest = (std::max)(range->largest, value);
+}
+
+}  // namespace
+
+FileInfo::FileInfo(std::string name, const ImportSession& session)
+    : file(std::move(name)), messages(session.messages()) {
+  const CDipoleFace8Import01_CTF& collection = session.collection();
+  version = headerText(collection.m_fileVersion);
+  patient = headerText(collection.m_patient);
+  mriFile = headerText(collection.m_mriFile);
+  isMegOnly = collection.m_megOnly != 0;
+  sphere = sphereOf(collection);
+  mriFiducials = pointsOf(collection.m_fiducialMri);
+  headFiducials = pointsOf(collection.m_fiducialCtf);
+  isMomentInNAm = collection.m_momentInNAm != 0;
+  for (int i = 0; i < collection.m_totalDipoles; ++i) {
+    const CDipoleszq* dipole = collection.getDipole(i);
+    if (dipole == nullptr) {
+      continue;
+    }
+    ++dipoles;
+    shownOnSlices += dipole->m_display == 1 ? 1 : 0;
+    for (std::size_t axis = 0; axis < position.size(); ++axis) {
+      widen(position.at(axis), dipole->m_location[axis]);
+    }
+    widen(latency, dipole->m_latency);
+    widen(moment, dipole->m_moment);
+    widen(fitError, dipole->m_fitError);
+  }
+}
+
+}  // namespace tool

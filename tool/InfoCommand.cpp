@@ -1,0 +1,193 @@
+#include "tool/InfoCommand.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "tool/FileInfo.h"
+#include "tool/Numbers.h"
+#include "tool/Output.h"
+#include "tool/Text.h"
+
+namespace tool {
+namespace {
+
+constexpr const char* help = R"(Tell what each of the files holds, each file by itself.
+
+Positions are millimetres in the head frame: x to the left ear, y up, z to the nose, origin
+midway between the ears. MRI fiducial points are voxels counted from the right, from below
+and from behind.
+
+Examples:
+  dipole info auditory.dip
+  dipole info --json *.dip)";
+
+constexpr std::array<const char*, 3> pointNames = {"nasion", "left ear", "right ear"};
+constexpr std::array<const char*, 3> axisNames = {"x (left)", "y (up)", "z (front)"};
+
+// One line of the report: a name, then a value, at a common column.
+class Report {
+ public:
+  void line(const std::string& name, const std::string& value) {
+    constexpr std::size_t column = 22;
+    m_text += "  " + name + std::string(column - (std::min)(column - 1, name.size()), ' ') + value + "\n";
+  }
+  void text(const std::string& text) { m_text += text; }
+  const std::string& result() const { return m_text; }
+
+ private:
+  std::string m_text;
+};
+
+std::string orDash(const std::string& text) {
+  return text.empty() ? "-" : printable(text);
+}
+
+std::string rangeText(const std::optional<Range>& range, const std::string& unit) {
+  if (!range) {
+    return "-";
+  }
+  return fixed(range->smallest, 2) + " .. " + fixed(range->largest, 2) + (unit.empty() ? "" : " " + unit);
+}
+
+std::string pointText(const Point& point, int decimals) {
+  return fixed(point[0], decimals) + "  " + fixed(point[1], decimals) + "  " + fixed(point[2], decimals);
+}
+
+void addFiducials(Report& report, const std::string& title, const std::optional<FiducialTriple>& points,
+                  int decimals, const std::string& note) {
+  if (!points) {
+    report.line(title, "-");
+    return;
+  }
+  report.line(title, note);
+  for (std::size_t i = 0; i < pointNames.size(); ++i) {
+    report.line(std::string("  ") + pointNames.at(i), pointText(points->at(i), decimals));
+  }
+}
+
+// Without MRI points the module derives the head's points from the sphere: that has to be said, since they
+// were not measured.
+std::string headFiducialNote(const FileInfo& info) {
+  return info.mriFiducials ? "mm, from the MRI points" : "mm, from the radius of the sphere alone";
+}
+
+std::string messageText(const Message& message) {
+  return message.text + (message.isQuestion ? message.isYes ? " Answered: yes" : " Answered: no" : "");
+}
+
+std::string report(const FileInfo& info) {
+  Report result;
+  result.text(printable(info.file) + "\n");
+  result.line("version", orDash(info.version));
+  result.line("patient", orDash(info.patient));
+  result.line("MRI file", orDash(info.mriFile));
+  result.line("head model", info.isMegOnly ? "MEG only" : "-");
+  result.line("sphere", info.sphere ? "centre " + pointText(info.sphere->centre, 2) + " mm, radius " +
+                                          fixed(info.sphere->radius, 2) + " mm"
+                                    : "-");
+  addFiducials(result, "fiducials, MRI", info.mriFiducials, 0,
+               "voxels from the right, from below, from behind");
+  addFiducials(result, "fiducials, head", info.headFiducials, 2, headFiducialNote(info));
+  result.line("dipoles",
+              std::to_string(info.dipoles) + ", shown on slices: " + std::to_string(info.shownOnSlices));
+  for (std::size_t axis = 0; axis < axisNames.size(); ++axis) {
+    result.line(axisNames.at(axis), rangeText(info.position.at(axis), "mm"));
+  }
+  result.line("latency", rangeText(info.latency, "ms"));
+  result.line("moment", rangeText(info.moment, info.isMomentInNAm ? "nAm" : ""));
+  result.line("fit error", rangeText(info.fitError, "%"));
+  for (const Message& message : info.messages) {
+    result.line("message", printable(messageText(message)));
+  }
+  return result.result();
+}
+
+Json jsonPoint(const Point& point) {
+  return Json::array({jsonNumber(point[0]), jsonNumber(point[1]), jsonNumber(point[2])});
+}
+
+Json jsonPoints(const std::optional<FiducialTriple>& points) {
+  if (!points) {
+    return nullptr;
+  }
+  return {{"nasion", jsonPoint(points->at(0))},
+          {"left_ear", jsonPoint(points->at(1))},
+          {"right_ear", jsonPoint(points->at(2))}};
+}
+
+Json jsonRange(const std::optional<Range>& range) {
+  if (!range) {
+    return nullptr;
+  }
+  return Json::array({jsonNumber(range->smallest), jsonNumber(range->largest)});
+}
+
+Json jsonMessages(const std::vector<Message>& messages) {
+  Json result = Json::array();
+  for (const Message& message : messages) {
+    Json entry = {{"text", message.text}};
+    if (message.isQuestion) {
+      entry["answer"] = message.isYes ? "yes" : "no";
+    }
+    result.push_back(std::move(entry));
+  }
+  return result;
+}
+
+Json jsonSphere(const std::optional<Sphere>& sphere) {
+  if (!sphere) {
+    return nullptr;
+  }
+  return {{"centre_mm", jsonPoint(sphere->centre)}, {"radius_mm", jsonNumber(sphere->radius)}};
+}
+
+Json jsonReport(const FileInfo& info) {
+  return {{"file", info.file},
+          {"version", jsonText(info.version)},
+          {"patient", jsonText(info.patient)},
+          {"mri_file", jsonText(info.mriFile)},
+          {"meg_only", info.isMegOnly},
+          {"sphere", jsonSphere(info.sphere)},
+          {"fiducials_mri_voxels", jsonPoints(info.mriFiducials)},
+          {"fiducials_head_mm", jsonPoints(info.headFiducials)},
+          {"fiducials_head_from_sphere", info.headFiducials && !info.mriFiducials},
+          {"dipoles", info.dipoles},
+          {"shown_on_slices", info.shownOnSlices},
+          {"x_mm", jsonRange(info.position[0])},
+          {"y_mm", jsonRange(info.position[1])},
+          {"z_mm", jsonRange(info.position[2])},
+          {"latency_ms", jsonRange(info.latency)},
+          {"moment", jsonRange(info.moment)},
+          {"moment_unit", jsonText(info.isMomentInNAm ? "nAm" : "")},
+          {"fit_error_percent", jsonRange(info.fitError)},
+          {"messages", jsonMessages(info.messages)}};
+}
+
+}  // namespace
+
+InfoCommand::InfoCommand(CLI::App& program) : m_command(program.add_subcommand("info", help)) {
+  m_import.addTo(*m_command);
+  m_command->add_flag("--json", m_json, "JSON: a list with one entry per file");
+}
+
+int InfoCommand::run() const {
+  bool isComplete = true;
+  std::string text;
+  Json json = Json::array();
+  for (const std::string& file : m_import.files()) {
+    const ImportSession session({file}, m_import.answers());
+    const FileInfo info(file, session);
+    isComplete = isComplete && session.isComplete();
+    json.push_back(jsonReport(info));
+    text += (text.empty() ? "" : "\n") + report(info);
+  }
+  if (m_json) {
+    writeResult(json);
+  } else {
+    writeResult(text);
+  }
+  return isComplete ? exitDone : exitFailure;
+}
+
+}  // namespace tool

@@ -1,0 +1,18 @@
+// Numbers as text. Always with a point, whatever the locale of the process says.
+#pragma once
+
+#include <string>
+
+namespace tool {
+
+// A fixed number of decimals; never "-0.00". Very large values come as shortest() gives them.
+std::string fixed(double value, int decimals);
+
+// As few digits as give the value back. Values that were read in single precision are written as the
+// single-precision number that they are: 96.2, not 96.19999694824219.
+std::string shortest(double value);
+
+// The double that shortest() writes, for writers that format doubles themselves.
+double withShortestDigits(double value);
+
+}  // namespace tool

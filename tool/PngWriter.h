@@ -1,0 +1,14 @@
+// Writes a picture as a PNG file.
+#pragma once
+
+#include <string>
+
+#include "host/Image.h"
+
+namespace tool {
+
+// Writes beside the target under another name and renames, so that the target is either the whole picture or
+// what it was before. Throws std::runtime_error that names the target and the cause.
+void writePng(const host::Image& image, const std::string& target);
+
+}  // namespace tool
