@@ -12,7 +12,7 @@
 
 class DipoleTable {
  public:
-  enum { capacity = 30000 };
+  static constexpr int capacity = 30000;
 
   DipoleTable() = default;
   DipoleTable(const DipoleTable& other);

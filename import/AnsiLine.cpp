@@ -1,39 +1,95 @@
 #include "import/AnsiLine.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
-// The archive's own byte operator is its one inline path, but it reports the end of the file by an exception.
-int readBytes(CArchive& archive, char (&buffer)[ansiLineCapacity], bool& complete) {
-  int length = 0;
-  complete = true;
-  try {
-    while (length < ansiLineCapacity) {
-      BYTE byte;
-      archive >> byte;
-      if (byte != '\n' && byte != '\r') {
-        buffer[length++] = static_cast<char>(byte);
-      } else if (length > 0) {
-        break;
-      }
-    }
-  } catch (CArchiveException* exception) {
-    if (exception->m_cause != CArchiveException::endOfFile) {
-      throw;
-    }
-    exception->Delete();
-    complete = false;
+constexpr char beyondAscii = '\x1A';  // neither blank nor part of a number or a word that is looked for
+
+struct Traits {
+  bool isAscii;
+  bool hasZero;
+  bool hasMarks;
+};
+
+// One look at every byte, without an early exit so that the compiler can take many bytes at once.
+Traits traitsOf(const char* bytes, int length) {
+  unsigned char all = 0;
+  unsigned char zeros = 0;
+  unsigned char marks = 0;
+  for (int i = 0; i < length; ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    all = static_cast<unsigned char>(all | byte);
+    zeros = static_cast<unsigned char>(zeros | (byte == 0));
+    marks = static_cast<unsigned char>(marks | (byte == '(') | (byte == '/') | (byte == '{') | (byte == '}'));
   }
-  return length;
+  return {all < 0x80, zeros != 0, marks != 0};
+}
+
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 }  // namespace
 
-bool readAnsiLine(CArchive& archive, CString& line) {
-  char buffer[ansiLineCapacity];
-  bool complete;
-  const int length = readBytes(archive, buffer, complete);
-  line = CString(buffer, static_cast<int>(std::find(buffer, buffer + length, '\0') - buffer));
-  return complete;
+AnsiLine::AnsiLine(const CString& text) {
+  setUnits(text);
+}
+
+void AnsiLine::assign(const char* bytes, int length) {
+  Traits traits = traitsOf(bytes, length);
+  if (traits.hasZero) {
+    length = static_cast<int>(std::strlen(bytes));
+    traits = traitsOf(bytes, length);
+  }
+  if (!traits.isAscii) {
+    setUnits(CString(bytes, length));
+    return;
+  }
+  m_begin = bytes;
+  m_end = bytes + length;
+  m_hasMarks = traits.hasMarks;
+  m_isAscii = true;
+}
+
+void AnsiLine::setUnits(const CString& text) {
+  m_wide = text;
+  m_placeholders.clear();
+  for (int i = 0; i < text.GetLength(); ++i) {
+    const TCHAR unit = text.GetString()[i];
+    m_placeholders += unit < 0x80 ? static_cast<char>(unit) : beyondAscii;
+  }
+  m_begin = m_placeholders.c_str();
+  m_end = m_begin + m_placeholders.size();
+  m_hasMarks = traitsOf(m_begin, text.GetLength()).hasMarks;
+  m_isAscii = false;
+}
+
+bool AnsiLine::isNamed(const char* words) const {
+  const char* c = m_begin;
+  for (; *words != '\0' && lower(*c) == lower(*words); ++c) {
+    ++words;
+  }
+  return *words == '\0' && c == m_end;
+}
+
+bool AnsiLine::contains(const char* words) const {
+  return std::strstr(m_begin, words) != nullptr;
+}
+
+CString AnsiLine::text() const {
+  CString whole;
+  copyPart(m_begin, m_end, whole);
+  return whole;
+}
+
+void AnsiLine::copyPart(const char* first, const char* last, CString& part) const {
+  const auto length = static_cast<int>(last - first);
+  if (!m_isAscii) {
+    part = m_wide.Mid(static_cast<int>(first - m_begin), length);
+    return;
+  }
+  std::copy(first, last, part.GetBuffer(length));
+  part.ReleaseBuffer(length);
 }

@@ -1,17 +1,51 @@
-// The line reader of the importers: 8-bit text through an archive.
+// One line of 8-bit text, as the importers look at it.
+//
+// The text is what the system's ANSI code page makes of the bytes: UTF-16 units. Everything that the readers
+// look for is ASCII, so they look at one char per unit, in which a unit beyond ASCII is a placeholder; only
+// what is kept (labels, names) is widened. Nearly every line is ASCII, and then its bytes serve as they are.
 #pragma once
 
 #include <afx.h>
 
-enum { ansiLineCapacity = 2048 };  // bytes
+#include <string>
 
-// Reads one line and widens it from the system's ANSI code page; it is not trimmed.
-//
-// LF or CR ends a line that holds at least one byte and is skipped before the first one, so blank lines and
-// CR LF pairs give no empty lines. A line is cut into pieces of 2048 bytes; the next call goes on behind the
-// piece. A zero byte ends the text of a line, not the line itself, so a line of zero bytes is empty text.
-//
-// Returns true for a line. At the end of the file it returns false with the text that no line end closed:
-// callers drop it on purpose, a last line without an end is never processed.
-// Faults of the file pass through as the framework's exceptions.
-bool readAnsiLine(CArchive& archive, CString& line);
+class AnsiLine {
+ public:
+  static constexpr int capacity = 2048;  // bytes: longer lines come in pieces
+
+  AnsiLine() = default;
+  explicit AnsiLine(const CString& text);
+  AnsiLine(const AnsiLine&) = delete;
+  AnsiLine& operator=(const AnsiLine&) = delete;
+
+  // Makes bytes the line's text, up to the first zero. A zero byte must stand behind them, and ASCII bytes
+  // are not copied: they must outlive their use here.
+  void assign(const char* bytes, int length);
+
+  // One char per UTF-16 unit; a zero stands at end().
+  const char* begin() const { return m_begin; }
+  const char* end() const { return m_end; }
+
+  // Compare with ASCII words: as a whole ignoring case, or anywhere with case.
+  bool isNamed(const char* words) const;
+  bool contains(const char* words) const;
+
+  // What a line means inside a section body of a CTF file.
+  bool isUnitHeader() const { return m_hasMarks && contains("(cm)"); }  // only dipole sections ask, first
+  bool isPassedOver() const { return m_hasMarks && (contains("{") || contains("//")); }  // even with a "}"
+  bool isEnd() const { return m_hasMarks && contains("}"); }
+
+  // The text, or a part of it between two positions of begin() .. end().
+  CString text() const;
+  void copyPart(const char* first, const char* last, CString& part) const;
+
+ private:
+  void setUnits(const CString& text);
+
+  const char* m_begin = "";
+  const char* m_end = m_begin;
+  bool m_hasMarks = false;  // holds one of ( / { }
+  bool m_isAscii = true;
+  CString m_wide;              // the text, when it is not ASCII
+  std::string m_placeholders;  // and its units
+};

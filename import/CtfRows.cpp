@@ -36,7 +36,7 @@ int displayStateOf(int shape) {
 
 }  // namespace
 
-bool CtfDipoleRow::scan(const CString& line) {
+bool CtfDipoleRow::scan(const AnsiLine& line) {
   RowScanner row(line);
   row.skipInteger().blanks().colon();
   row.real(location[0]).real(location[1]).real(location[2]);
@@ -45,7 +45,7 @@ bool CtfDipoleRow::scan(const CString& line) {
   return row.fields() >= 8;
 }
 
-bool CtfMovingDipoleRow::scan(const CString& line) {
+bool CtfMovingDipoleRow::scan(const AnsiLine& line) {
   RowScanner row(line);
   row.skipInteger().colon().integer(id).integer(fitTag).real(latency);
   row.real(location[0]).real(location[1]).real(location[2]);
@@ -57,7 +57,7 @@ bool CtfMovingDipoleRow::scan(const CString& line) {
   return row.fields() >= 12;
 }
 
-bool CtfFlagRow::scan(const CString& line) {
+bool CtfFlagRow::scan(const AnsiLine& line) {
   RowScanner row(line);
   row.skipInteger().colon().integer(color).integer(shape).skipInteger().skipInteger().skipInteger();
   return row.fields() == 6;
@@ -71,7 +71,7 @@ void CtfFlagRow::applyTo(CDipoleszq& dipole) const {
   dipole.m_display = displayStateOf(shape);
 }
 
-bool CtfFitInfoRow::scan(const CString& line) {
+bool CtfFitInfoRow::scan(const AnsiLine& line) {
   RowScanner row(line);
   row.skipInteger().colon().integer(id).integer(fitTag).real(latency).skipInteger().real(fitError);
   row.skipInteger().skipInteger().skipInteger().skipWord();

@@ -5,11 +5,12 @@
 
 #include <afx.h>
 
+#include "import/AnsiLine.h"
 #include "record/Dipoleszq.h"
 
 // "%d : %f %f %f   %f %f %f   %f  %s" of the section "Dipoles"; the label may be missing.
 struct CtfDipoleRow {
-  bool scan(const CString& line);  // false: not such a row
+  bool scan(const AnsiLine& line);  // false: not such a row
 
   float location[3] = {};
   float orientation[3] = {};
@@ -19,7 +20,7 @@ struct CtfDipoleRow {
 
 // "%d: %d %d %f  %f %f %f   %f %f %f   %f  %f %s" of the section "Fit_Results"; the label may be missing.
 struct CtfMovingDipoleRow {
-  bool scan(const CString& line);  // false: not such a row
+  bool scan(const AnsiLine& line);  // false: not such a row
 
   int id = 0;
   int fitTag = 0;
@@ -33,7 +34,7 @@ struct CtfMovingDipoleRow {
 
 // "%d: %d %d %d %d %d" of the section "Dipole_Flags": colour and shape of a dipole.
 struct CtfFlagRow {
-  bool scan(const CString& line);          // false: not such a row
+  bool scan(const AnsiLine& line);         // false: not such a row
   void applyTo(CDipoleszq& dipole) const;  // m_colorF and m_display
 
   int color = 0;  // 0 yellow, 1 green, 2 red, 3 cyan, 4 magenta, 5 white, 6 black, others blue
@@ -42,7 +43,7 @@ struct CtfFlagRow {
 
 // "%d: %d %d %f %d %f %d %d %d %s" of the section "Dipole_FitInfo"; the last text may be missing.
 struct CtfFitInfoRow {
-  bool scan(const CString& line);          // false: not such a row
+  bool scan(const AnsiLine& line);         // false: not such a row
   void applyTo(CDipoleszq& dipole) const;  // m_id, m_fitTag, m_latency (ms), m_fitError
 
   int id = 0;

@@ -1,10 +1,11 @@
 // The section readers of CDipoleFace8Import01_CTF.
 #include <afxwin.h>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
-#include "import/CtfLine.h"
+#include "import/AnsiLineReader.h"
 #include "import/CtfRows.h"
 #include "import/DipoleFace8Import01_CTF.h"
 #include "import/RowScanner.h"
@@ -14,14 +15,10 @@ namespace {
 constexpr float millimetresPerCentimetre = 10.0F;
 constexpr float millisecondsPerSecond = 1000.0F;
 
-bool isSection(const CString& line, LPCTSTR name) {
-  return line.CompareNoCase(name) == 0;
-}
-
 // Takes the value behind a key: the key's length is deleted from the start of the line wherever the key
 // stands, so "\tVERSION:" leaves a colon. Kept on purpose, hosts know these texts.
 void takeValue(CString& line, const CString& key, CString& value) {
-  if (contains(line, key)) {
+  if (line.Find(key) >= 0) {
     line.Delete(0, key.GetLength());
     value = line;
   }
@@ -54,88 +51,85 @@ bool isLocationRefused(const float (&location)[3]) {
 
 }  // namespace
 
-void CDipoleFace8Import01_CTF::readCtfSections(CArchive& archive) {
+void CDipoleFace8Import01_CTF::readCtfSections(AnsiLineReader& reader) {
   const int firstSlot = m_totalDipoles;
-  CString line;
+  AnsiLine line;
   bool goesOn = true;
-  while (goesOn && readANSI(archive, line) != 0) {
-    if (isSection(line, _T("File_Info"))) {
-      goesOn = readCtfFileInfo(archive) != 0;
-    } else if (isSection(line, _T("Model"))) {
-      goesOn = readCtfModelInfo(archive) != 0;
-    } else if (isSection(line, _T("MEG_Sphere"))) {
-      readCtfMEGsphere(archive);
-    } else if (isSection(line, _T("Dipoles"))) {
-      goesOn = readCtfDipoles(archive) != 0;
-    } else if (isSection(line, _T("Fit_Results"))) {
+  while (goesOn && reader.next(line)) {
+    if (line.isNamed("File_Info")) {
+      goesOn = readCtfFileInfo(reader) != 0;
+    } else if (line.isNamed("Model")) {
+      goesOn = readCtfModelInfo(reader) != 0;
+    } else if (line.isNamed("MEG_Sphere")) {
+      readCtfMEGsphere(reader);
+    } else if (line.isNamed("Dipoles")) {
+      goesOn = readCtfDipoles(reader) != 0;
+    } else if (line.isNamed("Fit_Results")) {
       if (AfxMessageBox(_T("This is moving dipoles, would you like to import?"), MB_YESNO) == IDYES) {
         // The moving dipoles take the places, and the objects, of the file's static ones.
         m_totalDipoles = firstSlot;
-        goesOn = readCtfMovingDipoles(archive) != 0;
+        goesOn = readCtfMovingDipoles(reader) != 0;
       }
-    } else if (isSection(line, _T("Dipole_Flags"))) {
-      readCtfDipoleFlag(archive, static_cast<unsigned long>(firstSlot));
-    } else if (isSection(line, _T("Dipole_FitInfo"))) {
-      readCtfDipoleFitInfo(archive, firstSlot);
-    } else if (isSection(line, _T("Fid_Points"))) {
-      readCtfMriFiducialPt(archive);
+    } else if (line.isNamed("Dipole_Flags")) {
+      readCtfDipoleFlag(reader, static_cast<unsigned long>(firstSlot));
+    } else if (line.isNamed("Dipole_FitInfo")) {
+      readCtfDipoleFitInfo(reader, firstSlot);
+    } else if (line.isNamed("Fid_Points")) {
+      readCtfMriFiducialPt(reader);
     }
   }
 }
 
-int CDipoleFace8Import01_CTF::readCtfFileInfo(CArchive& archive) {
-  CString line;
-  while (readANSI(archive, line) != 0) {
-    const CtfLine body(line);
-    if (body.isPassedOver) {
+int CDipoleFace8Import01_CTF::readCtfFileInfo(AnsiLineReader& reader) {
+  AnsiLine line;
+  while (reader.next(line)) {
+    if (line.isPassedOver()) {
       continue;
     }
-    if (body.isEnd) {
+    if (line.isEnd()) {
       return 1;
     }
-    takeValue(line, _T("VERSION:"), m_fileVersion);
-    takeValue(line, _T("PATIENT:"), m_patient);
+    CString text = line.text();
+    takeValue(text, _T("VERSION:"), m_fileVersion);
+    takeValue(text, _T("PATIENT:"), m_patient);
   }
   return 0;
 }
 
-int CDipoleFace8Import01_CTF::readCtfModelInfo(CArchive& archive) {
-  CString line;
-  while (readANSI(archive, line) != 0) {
-    const CtfLine body(line);
-    if (body.isPassedOver) {
+int CDipoleFace8Import01_CTF::readCtfModelInfo(AnsiLineReader& reader) {
+  AnsiLine line;
+  while (reader.next(line)) {
+    if (line.isPassedOver()) {
       continue;
     }
-    if (body.isEnd) {
+    if (line.isEnd()) {
       return 1;
     }
-    if (contains(line, _T("MODEL_TYPE:")) && contains(line, _T("MEG_ONLY"))) {
+    if (line.contains("MODEL_TYPE:") && line.contains("MEG_ONLY")) {
       m_megOnly = 1;
     }
-    takeValue(line, _T("MRI_FILE:"), m_mriFile);
+    CString text = line.text();
+    takeValue(text, _T("MRI_FILE:"), m_mriFile);
   }
   return 0;
 }
 
-int CDipoleFace8Import01_CTF::readCtfMEGsphere(CArchive& archive) {
+int CDipoleFace8Import01_CTF::readCtfMEGsphere(AnsiLineReader& reader) {
   float origin[3] = {};
   float radius = 0.0F;
-  const std::pair<LPCTSTR, float*> keys[] = {{_T("ORIGIN_X:"), &origin[0]},
-                                             {_T("ORIGIN_Y:"), &origin[1]},
-                                             {_T("ORIGIN_Z:"), &origin[2]},
-                                             {_T("RADIUS:"), &radius}};
+  const std::pair<const char*, float*> keys[] = {
+      {"ORIGIN_X:", &origin[0]}, {"ORIGIN_Y:", &origin[1]}, {"ORIGIN_Z:", &origin[2]}, {"RADIUS:", &radius}};
   int values = 0;
-  CString line;
-  while (readANSI(archive, line) != 0) {
-    const CtfLine body(line);
-    if (body.isPassedOver) {
+  AnsiLine line;
+  while (reader.next(line)) {
+    if (line.isPassedOver()) {
       continue;
     }
-    if (body.isEnd) {
+    if (line.isEnd()) {
       break;
     }
     for (const auto& [key, value] : keys) {
-      if (contains(line, key)) {
+      if (line.contains(key)) {
         // Scaled and counted even when no number was found, on purpose.
         RowScanner(line).skipWord().blanks().real(*value);
         *value *= millimetresPerCentimetre;
@@ -171,22 +165,21 @@ void CDipoleFace8Import01_CTF::acceptCtfSphere(const float (&origin)[3], float r
   }
 }
 
-int CDipoleFace8Import01_CTF::readCtfDipoles(CArchive& archive) {
+int CDipoleFace8Import01_CTF::readCtfDipoles(AnsiLineReader& reader) {
   bool isCentimetre = false;
   CtfDipoleRow row;
-  CString line;
-  while (readANSI(archive, line) != 0) {
-    const CtfLine body(line);
-    if (body.isUnitHeader) {
+  AnsiLine line;
+  while (reader.next(line)) {
+    if (line.isUnitHeader()) {
       isCentimetre = true;
       m_coordinateType = 3;
-      m_momentInNAm = contains(line, _T("(nAm)")) ? 1 : m_momentInNAm;
+      m_momentInNAm = line.contains("(nAm)") ? 1 : m_momentInNAm;
       continue;
     }
-    if (body.isPassedOver) {
+    if (line.isPassedOver()) {
       continue;
     }
-    if (body.isEnd || (row.scan(line) && !appendCtfDipole(row, isCentimetre))) {
+    if (line.isEnd() || (row.scan(line) && !appendCtfDipole(row, isCentimetre))) {
       if (!isCentimetre) {
         AfxMessageBox(_T("Can't find dipole location unit is cm or mm!"));
       }
@@ -226,24 +219,23 @@ bool CDipoleFace8Import01_CTF::appendCtfDipole(const CtfDipoleRow& row, bool isC
   return true;
 }
 
-int CDipoleFace8Import01_CTF::readCtfMovingDipoles(CArchive& archive) {
+int CDipoleFace8Import01_CTF::readCtfMovingDipoles(AnsiLineReader& reader) {
   bool isCentimetre = false;
   bool isSecond = false;
   CtfMovingDipoleRow row;
-  CString line;
-  while (readANSI(archive, line) != 0) {
-    const CtfLine body(line);
-    if (body.isUnitHeader) {
+  AnsiLine line;
+  while (reader.next(line)) {
+    if (line.isUnitHeader()) {
       isCentimetre = true;
       m_coordinateType = 3;
-      m_momentInNAm = contains(line, _T("(nAm)")) ? 1 : m_momentInNAm;
-      isSecond = isSecond || contains(line, _T("(s)"));
+      m_momentInNAm = line.contains("(nAm)") ? 1 : m_momentInNAm;
+      isSecond = isSecond || line.contains("(s)");
       continue;
     }
-    if (body.isPassedOver) {
+    if (line.isPassedOver()) {
       continue;
     }
-    if (body.isEnd || (row.scan(line) && !appendCtfMovingDipole(row, isCentimetre, isSecond))) {
+    if (line.isEnd() || (row.scan(line) && !appendCtfMovingDipole(row, isCentimetre, isSecond))) {
       if (!isCentimetre) {
         AfxMessageBox(_T("Can't find dipole location unit is cm or mm!"));
       }
@@ -307,17 +299,16 @@ bool CDipoleFace8Import01_CTF::fillCtfSlot(int slot, bool& wasEmpty) {
 
 // Rows that add to dipoles read before: row k belongs to slot firstSlot + k.
 template <typename Row>
-int CDipoleFace8Import01_CTF::applyCtfRows(CArchive& archive, int firstSlot) {
+int CDipoleFace8Import01_CTF::applyCtfRows(AnsiLineReader& reader, int firstSlot) {
   int slot = firstSlot;
   bool wasEmpty = false;
   Row row;
-  CString line;
-  while (readANSI(archive, line) != 0) {
-    const CtfLine body(line);
-    if (body.isPassedOver || (!body.isEnd && !row.scan(line))) {
+  AnsiLine line;
+  while (reader.next(line)) {
+    if (line.isPassedOver() || (!line.isEnd() && !row.scan(line))) {
       continue;
     }
-    if (!body.isEnd && fillCtfSlot(slot, wasEmpty)) {
+    if (!line.isEnd() && fillCtfSlot(slot, wasEmpty)) {
       row.applyTo(*m_dipoles[slot]);
       ++slot;
       continue;
@@ -330,26 +321,25 @@ int CDipoleFace8Import01_CTF::applyCtfRows(CArchive& archive, int firstSlot) {
   return 0;
 }
 
-int CDipoleFace8Import01_CTF::readCtfDipoleFlag(CArchive& archive, unsigned long firstSlot) {
-  return applyCtfRows<CtfFlagRow>(archive, static_cast<int>(firstSlot));
+int CDipoleFace8Import01_CTF::readCtfDipoleFlag(AnsiLineReader& reader, unsigned long firstSlot) {
+  return applyCtfRows<CtfFlagRow>(reader, static_cast<int>(firstSlot));
 }
 
-int CDipoleFace8Import01_CTF::readCtfDipoleFitInfo(CArchive& archive, int firstSlot) {
-  return applyCtfRows<CtfFitInfoRow>(archive, firstSlot);
+int CDipoleFace8Import01_CTF::readCtfDipoleFitInfo(AnsiLineReader& reader, int firstSlot) {
+  return applyCtfRows<CtfFitInfoRow>(reader, firstSlot);
 }
 
-int CDipoleFace8Import01_CTF::readCtfMriFiducialPt(CArchive& archive) {
+int CDipoleFace8Import01_CTF::readCtfMriFiducialPt(AnsiLineReader& reader) {
   m_fiducialMri.resetAllFiducialPt();
-  CString line;
-  while (readANSI(archive, line) != 0) {
-    const CtfLine body(line);
-    if (body.isPassedOver) {
+  AnsiLine line;
+  while (reader.next(line)) {
+    if (line.isPassedOver()) {
       continue;
     }
-    if (body.isEnd) {
+    if (line.isEnd()) {
       return 1;
     }
-    if (contains(line, _T(":"))) {
+    if (line.contains(":")) {
       readMriFiducial(line);
     }
   }
@@ -357,16 +347,16 @@ int CDipoleFace8Import01_CTF::readCtfMriFiducialPt(CArchive& archive) {
 }
 
 // One point in voxels of a 256-voxel MRI, counted from the other end and with the axes a, c, b.
-void CDipoleFace8Import01_CTF::readMriFiducial(const CString& line) {
-  const bool isNasion = contains(line, _T("NASION:"));
-  const bool isLeftEar = !isNasion && contains(line, _T("LEFT_EAR"));
-  const bool isRightEar = !isNasion && !isLeftEar && contains(line, _T("RIGHT_EAR"));
+void CDipoleFace8Import01_CTF::readMriFiducial(const AnsiLine& line) {
+  const bool isNasion = line.contains("NASION:");
+  const bool isLeftEar = !isNasion && line.contains("LEFT_EAR");
+  const bool isRightEar = !isNasion && !isLeftEar && line.contains("RIGHT_EAR");
   if (!isNasion && !isLeftEar && !isRightEar) {
     return;
   }
   int voxel[3] = {};
-  const CString numbers = line.Mid(line.Find(_T(':')) + 1);
-  if (RowScanner(numbers).integer(voxel[0]).integer(voxel[1]).integer(voxel[2]).fields() < 3) {
+  const char* numbers = std::find(line.begin(), line.end(), ':') + 1;
+  if (RowScanner(line, numbers).integer(voxel[0]).integer(voxel[1]).integer(voxel[2]).fields() < 3) {
     AfxMessageBox(_T("MRI fiducial point reading error: three integers expected"));
     return;
   }

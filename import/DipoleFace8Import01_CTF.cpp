@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "import/AnsiLine.h"
+#include "import/AnsiLineReader.h"
 
 namespace {
 
@@ -74,7 +74,10 @@ int CDipoleFace8Import01_CTF::updateDipoleList() {
 }
 
 int CDipoleFace8Import01_CTF::readANSI(CArchive& archive, CString& line) {
-  return readAnsiLine(archive, line) ? 1 : 0;
+  AnsiLine next;
+  const bool isLine = AnsiLineReader(archive, 1).next(next);
+  line = next.text();
+  return isLine ? 1 : 0;
 }
 
 int CDipoleFace8Import01_CTF::coordinateCtf2zq(float& x, float& y, float& z) {
@@ -158,7 +161,8 @@ int CDipoleFace8Import01_CTF::parseCTFDipoles(CString path) {
   }
   CArchive archive(&file, CArchive::load, 4096);
   try {
-    readCtfSections(archive);
+    AnsiLineReader reader(archive);
+    readCtfSections(reader);
     archive.Close();
   } catch (...) {
     archive.Abort();

@@ -13,6 +13,8 @@
 
 #include "collection/DipoleFace3On3DView.h"
 
+class AnsiLine;
+class AnsiLineReader;
 struct CtfDipoleRow;
 struct CtfMovingDipoleRow;
 
@@ -28,7 +30,8 @@ class CDipoleFace8Import01_CTF : public CDipoleFace3On3DView {
   // Returns 0 when the dialog was cancelled or gave no file, else 1.
   int importCTFDipoles();
 
-  // Reads one line, see import/AnsiLine.h. Returns 1, or 0 at the end of the file.
+  // Reads one line, see import/AnsiLineReader.h. Returns 1, or 0 at the end of the file, with the text that
+  // no line end closed. The archive then stands right behind the line.
   int readANSI(CArchive& archive, CString& line);
 
   // Derives m_fiducialCtf (head frame, mm) from m_fiducialMri (voxels of a 256-voxel MRI of 0.859375 mm), or,
@@ -63,22 +66,22 @@ class CDipoleFace8Import01_CTF : public CDipoleFace3On3DView {
   void setHeadFiducialsFromMri();
 
   // The section readers, in CtfSections.cpp. Each reads from behind the section's name to its "}".
-  void readCtfSections(CArchive& archive);
-  int readCtfFileInfo(CArchive& archive);       // 1, or 0 at the end of the file
-  int readCtfModelInfo(CArchive& archive);      // 1, or 0 at the end of the file
-  int readCtfMEGsphere(CArchive& archive);      // always 1
-  int readCtfDipoles(CArchive& archive);        // the collection's count, or 0 at the end of the file
-  int readCtfMovingDipoles(CArchive& archive);  // the collection's count, or 0 at the end of the file
+  void readCtfSections(AnsiLineReader& reader);
+  int readCtfFileInfo(AnsiLineReader& reader);       // 1, or 0 at the end of the file
+  int readCtfModelInfo(AnsiLineReader& reader);      // 1, or 0 at the end of the file
+  int readCtfMEGsphere(AnsiLineReader& reader);      // always 1
+  int readCtfDipoles(AnsiLineReader& reader);        // the collection's count, or 0 at the end of the file
+  int readCtfMovingDipoles(AnsiLineReader& reader);  // the collection's count, or 0 at the end of the file
   // The file's first slot plus the number of rows read, or 0 at the end of the file.
-  int readCtfDipoleFlag(CArchive& archive, unsigned long firstSlot);
-  int readCtfDipoleFitInfo(CArchive& archive, int firstSlot);
-  int readCtfMriFiducialPt(CArchive& archive);  // 1, or 0 at the end of the file
+  int readCtfDipoleFlag(AnsiLineReader& reader, unsigned long firstSlot);
+  int readCtfDipoleFitInfo(AnsiLineReader& reader, int firstSlot);
+  int readCtfMriFiducialPt(AnsiLineReader& reader);  // 1, or 0 at the end of the file
 
   template <typename Row>
-  int applyCtfRows(CArchive& archive, int firstSlot);
+  int applyCtfRows(AnsiLineReader& reader, int firstSlot);
   bool appendCtfDipole(const CtfDipoleRow& row, bool isCentimetre);
   bool appendCtfMovingDipole(const CtfMovingDipoleRow& row, bool isCentimetre, bool isSecond);
   bool fillCtfSlot(int slot, bool& wasEmpty);
   void acceptCtfSphere(const float (&origin)[3], float radius);
-  void readMriFiducial(const CString& line);
+  void readMriFiducial(const AnsiLine& line);
 };

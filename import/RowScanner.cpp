@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr char beyondAscii = '\x1A';  // neither blank nor part of a number
-
 bool isBlank(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
 }
@@ -88,20 +86,10 @@ const char* skipBareExponent(const char* next, char letter) {
 
 }  // namespace
 
-RowScanner::RowScanner(const CString& row) : m_row(row) {
-  const int length = (std::min)(row.GetLength(), static_cast<int>(ansiLineCapacity));
-  const TCHAR* source = row.GetString();
-  for (int i = 0; i < length; ++i) {
-    m_text[i] = source[i] < 0x80 ? static_cast<char>(source[i]) : beyondAscii;
-  }
-  m_text[length] = '\0';
-  m_end = m_text + length;
-}
-
 // Skips the blanks in front of a value; false when the scan has ended.
 bool RowScanner::startField() {
   blanks();
-  m_failed = m_failed || m_next == m_end;
+  m_failed = m_failed || m_next == m_row.end();
   return !m_failed;
 }
 
@@ -166,7 +154,7 @@ RowScanner& RowScanner::real(float& value) {
 }
 
 bool RowScanner::decimal(float& value) {
-  if (!convert(m_next, m_end, false, value, m_next)) {
+  if (!convert(m_next, m_row.end(), false, value, m_next)) {
     return false;
   }
   m_next = skipBareExponent(m_next, 'e');
@@ -177,7 +165,7 @@ bool RowScanner::hexadecimal(float& value) {
   m_next += 2;  // "0x"
   const char* mantissa = m_next;
   const bool isMantissa = isHexDigit(*mantissa) || *mantissa == '.';
-  if (isMantissa && convert(mantissa, m_end, true, value, m_next)) {
+  if (isMantissa && convert(mantissa, m_row.end(), true, value, m_next)) {
     m_next = skipBareExponent(m_next, 'p');
     return true;
   }
@@ -217,7 +205,7 @@ RowScanner& RowScanner::word(CString& value) {
   }
   const char* begin = m_next;
   skipWord();
-  value = m_row.Mid(static_cast<int>(begin - m_text), static_cast<int>(m_next - begin));
+  m_row.copyPart(begin, m_next, value);
   return *this;
 }
 
@@ -225,7 +213,7 @@ RowScanner& RowScanner::skipWord() {
   if (!startField()) {
     return *this;
   }
-  while (m_next != m_end && !isBlank(*m_next)) {
+  while (m_next != m_row.end() && !isBlank(*m_next)) {
     ++m_next;
   }
   return endField(true);

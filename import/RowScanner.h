@@ -16,8 +16,6 @@
 //   - an exponent without digits ("1e", "1e+") is taken off the text and ignored;
 //   - a number ends where the next character cannot continue it: "1.5.3" is 1.5 and .3, "12abc" is 12.
 //
-// Rows come from the line reader and have at most 2048 characters; what a longer text holds beyond them is
-// not seen.
 #pragma once
 
 #include <afx.h>
@@ -26,8 +24,10 @@
 
 class RowScanner {
  public:
-  explicit RowScanner(const CString& row);  // the row must outlive the scanner
-  explicit RowScanner(CString&&) = delete;
+  explicit RowScanner(const AnsiLine& row)  // the row must outlive the scanner
+      : RowScanner(row, row.begin()) {}
+  RowScanner(const AnsiLine& row, const char* start) : m_row(row), m_next(start) {}
+  explicit RowScanner(AnsiLine&&) = delete;
 
   RowScanner& integer(int& value);
   RowScanner& real(float& value);
@@ -49,11 +49,8 @@ class RowScanner {
   bool accept(const char* lowerCaseWord);
   RowScanner& endField(bool converted);
 
-  const CString& m_row;
-  char
-      m_text[ansiLineCapacity + 1];  // the row with every character beyond ASCII replaced by one, then a zero
-  const char* m_next = m_text;
-  const char* m_end;
+  const AnsiLine& m_row;
+  const char* m_next;
   int m_fields = 0;
   bool m_failed = false;
 };

@@ -29,6 +29,6 @@ bool benchMemory() {
   const bool isMet = used <= limit;
   std::printf(
       "\nA full collection of %d dipoles with labels of 25 characters: %.1f MB, wanted at most %.0f MB: %s\n",
-      static_cast<int>(face->getTotalDipoles()), used, limit, isMet ? "met" : "MISSED");
+      face->m_totalDipoles, used, limit, isMet ? "met" : "MISSED");
   return isMet;
 }
