@@ -10,7 +10,7 @@ constexpr char32_t firstPrintable = U' ';
 constexpr char32_t lastPrintable = U'~';
 
 constexpr std::array<StrokeGlyph, lastPrintable - firstPrintable + 1> printable{{
-    {4, ""},                                                                             // space
+    {6, ""},                                                                             // space
     {1, "M0 20L0 6M0 0L0 1"},                                                            // !
     {5, "M0 20L0 14M5 20L5 14"},                                                         // "
     {14, "M5 20L2 0M12 20L9 0M1 14L14 14M0 6L13 6"},                                     // #
