@@ -16,11 +16,7 @@ class CString {
   CString() = default;
   CString(const CString&) = default;
   CString(CString&&) noexcept = default;
-  CString(LPCTSTR text) {  // implicit, as in MFC
-    if (text != nullptr) {
-      m_text = text;
-    }
-  }
+  CString(LPCTSTR text) : m_text(text == nullptr ? _T("") : text) {}  // implicit, as in MFC
   CString(LPCTSTR text, int length);  // length <= 0: empty; zeros inside are kept
   CString(LPCSTR text);
   CString(LPCSTR text, int length);
@@ -29,14 +25,7 @@ class CString {
 
   CString& operator=(const CString&) = default;
   CString& operator=(CString&&) noexcept = default;
-  CString& operator=(LPCTSTR text) {
-    if (text == nullptr) {
-      m_text.clear();
-    } else {
-      m_text = text;
-    }
-    return *this;
-  }
+  CString& operator=(LPCTSTR text) { return *this = CString(text); }  // may be a part of this text
   CString& operator=(LPCSTR text);
   CString& operator=(TCHAR unit) {
     m_text.assign(1, unit);
