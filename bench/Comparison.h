@@ -1,7 +1,7 @@
 // Measures a piece of work beside its yardsticks in one run.
 //
 // All of them are run in turn, many rounds, so that a machine whose speed drifts slows them alike; the ratio
-// of their medians is what counts, not the milliseconds.
+// of their medians is what counts, not the milliseconds. Processor time is measured, the system's included.
 #pragma once
 
 #include <functional>

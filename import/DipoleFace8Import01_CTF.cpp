@@ -74,8 +74,9 @@ int CDipoleFace8Import01_CTF::updateDipoleList() {
 }
 
 int CDipoleFace8Import01_CTF::readANSI(CArchive& archive, CString& line) {
+  AnsiLineReader reader(archive, 1);
   AnsiLine next;
-  const bool isLine = AnsiLineReader(archive, 1).next(next);
+  const bool isLine = reader.next(next);
   line = next.text();
   return isLine ? 1 : 0;
 }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <system_error>
 
@@ -70,6 +72,33 @@ bool convert(const char* begin, const char* end, bool isHex, float& value, const
     value = beyondRange(begin, stop, isHex);
   }
   next = stop;
+  return true;
+}
+
+// A plain number of few digits, as nearly all in a file are: its digits and the power of ten are floats
+// themselves, so that their quotient is rounded once, which is what conversion means (Clinger 1990). Anything
+// else is left to from_chars.
+bool convertPlain(float& value, const char*& next) {
+  constexpr float powersOfTen[] = {1e0F, 1e1F, 1e2F, 1e3F, 1e4F, 1e5F, 1e6F, 1e7F};
+  constexpr std::uint32_t exactIntegers = 1U << 24U;
+  const char* c = next;
+  std::uint32_t digits = 0;
+  for (; isDigit(*c) && digits < exactIntegers; ++c) {
+    digits = digits * 10 + static_cast<std::uint32_t>(*c - '0');
+  }
+  const char* firstDecimal = c + 1;
+  if (*c == '.' && c != next) {
+    for (++c; isDigit(*c) && digits < exactIntegers; ++c) {
+      digits = digits * 10 + static_cast<std::uint32_t>(*c - '0');
+    }
+  }
+  const auto decimals = c < firstDecimal ? 0 : c - firstDecimal;
+  if (c == next || isDigit(*c) || lower(*c) == 'e' || digits > exactIntegers ||
+      decimals >= static_cast<std::ptrdiff_t>(std::size(powersOfTen))) {
+    return false;
+  }
+  value = static_cast<float>(digits) / powersOfTen[decimals];
+  next = c;
   return true;
 }
 
@@ -154,6 +183,9 @@ RowScanner& RowScanner::real(float& value) {
 }
 
 bool RowScanner::decimal(float& value) {
+  if (convertPlain(value, m_next)) {
+    return true;
+  }
   if (!convert(m_next, m_row.end(), false, value, m_next)) {
     return false;
   }

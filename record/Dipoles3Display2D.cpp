@@ -29,24 +29,17 @@ double clampToVolume(const PictureAxis& axis) {
   return coordinate;
 }
 
-// Truncation toward zero; values that an int cannot hold end at the nearest one that it can.
+// Truncation toward zero; what an int cannot hold ends at the nearest one that it can.
 int truncate(double value) {
-  if (value >= static_cast<double>((std::numeric_limits<int>::max)())) {
-    return (std::numeric_limits<int>::max)();
-  }
-  if (value <= static_cast<double>((std::numeric_limits<int>::min)())) {
-    return (std::numeric_limits<int>::min)();
-  }
-  return std::isnan(value) ? 0 : static_cast<int>(value);
+  constexpr auto highest = static_cast<double>((std::numeric_limits<int>::max)());
+  constexpr auto lowest = static_cast<double>((std::numeric_limits<int>::min)());
+  return static_cast<int>(value > highest ? highest : value > lowest ? value : lowest);
 }
 
 // The upper bound is the extent itself, not the extent minus one: the host's contract.
 int clampToImage(double pixel, int extent) {
-  int result = truncate(pixel);
-  if (result > extent) {
-    result = extent;
-  }
-  return result < 0 ? 0 : result;
+  const int result = pixel < static_cast<double>(extent) ? truncate(pixel) : extent;
+  return result > 0 ? result : 0;
 }
 
 void drawGlyph(CDC* dc, const CDipoles& dipole, int zoom, const PictureAxis& right, const PictureAxis& up) {
