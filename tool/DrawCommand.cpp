@@ -18,9 +18,8 @@
 namespace tool {
 namespace {
 
-constexpr const char* help = R"(Draw the dipoles of the files over slices of an MRI, as a PNG picture.
-
-Axial and coronal pictures show the patient's left on the right. Slice positions are
+constexpr const char* help =
+    R"(Axial and coronal pictures show the patient's left on the right. Slice positions are
 millimetres in the head frame: axial y (up), coronal z (front), sagittal x (left). Coronal
 and sagittal slices show the dipoles within the overlap of the slice; an axial slice shows
 all dipoles between the level of the ears and the slice.
@@ -87,7 +86,7 @@ std::string titleOf(const std::vector<std::string>& files) {
   return printable(first) + more;
 }
 
-std::string checkSlices(const std::string& text) {
+std::string checkSlices(std::string& text) {
   try {
     (void)parseSlices(text);
     return {};
@@ -118,25 +117,28 @@ void warnOfMissing(const host::SlicePicture& picture, const FileInfo& info) {
 
 }  // namespace
 
-DrawCommand::DrawCommand(CLI::App& program) : m_command(program.add_subcommand("draw", help)) {
+DrawCommand::DrawCommand(CLI::App& program)
+    : m_command(program.add_subcommand("draw", "Draw the dipoles over slices of an MRI, as a PNG picture")) {
+  m_command->footer(help);
   m_import.addTo(*m_command);
-  m_command->add_option("--mri", m_mri, "The MRI: a NIfTI file (.nii, .nii.gz)")->required();
-  m_command
-      ->add_option("--fiducials", m_fiducials, "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
+  const auto add = [this](const std::string& name, auto& value, const char* type, const char* text) {
+    return m_command->add_option(name, value, text)->type_name(type);
+  };
+  add("--mri", m_mri, "FILE", "The MRI: a NIfTI file (.nii, .nii.gz)")->required();
+  add("--fiducials", m_fiducials, "FILE|POINTS", "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
       ->required();
-  m_command
-      ->add_option("--slice", m_slices,
-                   "One to three slices VIEW:MM,...; without it three through the strongest dipole")
-      ->check(checkSlices);
-  m_command->add_option("-o,--output", m_output, "The picture to write")->required();
-  m_command->add_option("--overlap", m_overlapMm, "Show dipoles up to MM from coronal and sagittal slices")
-      ->check(CLI::Range(0.0, 1000.0))
+  add("--slice", m_slices, "VIEW:MM,...",
+      "One to three slices; without it three through the strongest dipole")
+      ->check(CLI::Validator(checkSlices, ""));
+  add("-o,--output", m_output, "FILE", "The picture to write")->required();
+  add("--overlap", m_overlapMm, "MM", "Show dipoles up to MM from coronal and sagittal slices; 0 to 1000")
+      ->check(CLI::Range(0.0, 1000.0).description(""))
       ->capture_default_str();
-  m_command->add_option("--glyph", m_glyph, "Side of a dipole's square in pixels")
-      ->check(CLI::Range(1, 64))
+  add("--glyph", m_glyph, "PX", "Side of a dipole's square in pixels; 1 to 64")
+      ->check(CLI::Range(1, 64).description(""))
       ->capture_default_str();
-  m_command->add_option("--mm-per-pixel", m_mmPerPixel, "Size of a pixel")
-      ->check(CLI::Range(0.1, 5.0))
+  add("--mm-per-pixel", m_mmPerPixel, "MM", "Size of a pixel; 0.1 to 5")
+      ->check(CLI::Range(0.1, 5.0).description(""))
       ->capture_default_str();
 }
 

@@ -12,9 +12,8 @@
 namespace tool {
 namespace {
 
-constexpr const char* help = R"(Tell what each of the files holds, each file by itself.
-
-Positions are millimetres in the head frame: x to the left ear, y up, z to the nose, origin
+constexpr const char* help =
+    R"(Positions are millimetres in the head frame: x to the left ear, y up, z to the nose, origin
 midway between the ears. MRI fiducial points are voxels counted from the right, from below
 and from behind.
 
@@ -29,7 +28,7 @@ constexpr std::array<const char*, 3> axisNames = {"x (left)", "y (up)", "z (fron
 class Report {
  public:
   void line(const std::string& name, const std::string& value) {
-    constexpr std::size_t column = 22;
+    constexpr std::size_t column = 20;
     m_text += "  " + name + std::string(column - (std::min)(column - 1, name.size()), ' ') + value + "\n";
   }
   void text(const std::string& text) { m_text += text; }
@@ -166,7 +165,9 @@ Json jsonReport(const FileInfo& info) {
 
 }  // namespace
 
-InfoCommand::InfoCommand(CLI::App& program) : m_command(program.add_subcommand("info", help)) {
+InfoCommand::InfoCommand(CLI::App& program)
+    : m_command(program.add_subcommand("info", "Tell what each of the files holds")) {
+  m_command->footer(help);
   m_import.addTo(*m_command);
   m_command->add_flag("--json", m_json, "JSON: a list with one entry per file");
 }

@@ -13,9 +13,8 @@
 namespace tool {
 namespace {
 
-constexpr const char* help = R"(List every dipole of the files, in order.
-
-Positions are millimetres in the head frame: x to the left ear, y up, z to the nose, origin
+constexpr const char* help =
+    R"(Positions are millimetres in the head frame: x to the left ear, y up, z to the nose, origin
 midway between the ears. The moment is in nAm when the files say so. "Slices" tells whether
 slice pictures show the dipole. A dipole without fit information in its file shows the
 module's initial values: latency 0 ms, fit error 0.2 %.
@@ -133,7 +132,9 @@ Json jsonList(const Collection& collection, const std::vector<std::string>& file
 
 }  // namespace
 
-ListCommand::ListCommand(CLI::App& program) : m_command(program.add_subcommand("list", help)) {
+ListCommand::ListCommand(CLI::App& program)
+    : m_command(program.add_subcommand("list", "List every dipole of the files, in order")) {
+  m_command->footer(help);
   m_import.addTo(*m_command);
   CLI::Option* csv = m_command->add_flag("--csv", m_csv, "Comma-separated values, units in the column names");
   m_command->add_flag("--json", m_json, "JSON")->excludes(csv);

@@ -4,6 +4,9 @@
 #include <clocale>
 #include <exception>
 #include <new>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "tool/DrawCommand.h"
 #include "tool/InfoCommand.h"
@@ -14,20 +17,34 @@
 namespace {
 
 constexpr const char* help =
-    R"(Read the results of dipole fits (CTF .dip files), list them and draw them on an MRI.
+    "Read the results of dipole fits (CTF .dip files), list them and draw them on an MRI.";
+constexpr const char* moreHelp = R"("dipole COMMAND --help" tells more about a command.
 
 The result goes to standard output, everything else to standard error. Exit status: 0 when
 all went well, 1 when no dipole was imported or something failed, 2 for wrong arguments.)";
 
+// The arguments, the last one first, as the parser takes them. It would take a file name in square brackets
+// for a list; a name that begins with its folder is only a name.
+std::vector<std::string> argumentsFromLast(int argc, char** argv) {
+  std::vector<std::string> arguments;
+  for (int i = argc - 1; i > 0; --i) {
+    const std::string_view argument = argv[i];
+    const bool isBracketed = argument.starts_with('[') && argument.ends_with(']');
+    arguments.push_back((isBracketed ? "./" : "") + std::string(argument));
+  }
+  return arguments;
+}
+
 int runProgram(int argc, char** argv) {
   CLI::App program(help, "dipole");
   program.set_version_flag("--version", "dipole " DIPOLE_VERSION);
+  program.footer(moreHelp);
   program.require_subcommand(1);
   tool::InfoCommand info(program);
   tool::ListCommand list(program);
   tool::DrawCommand draw(program);
   try {
-    program.parse(argc, argv);
+    program.parse(argumentsFromLast(argc, argv));
   } catch (const CLI::ParseError& error) {
     return program.exit(error) == 0 ? tool::exitDone : tool::exitUsage;
   }

@@ -1,0 +1,244 @@
+"""`dipole draw` puts every dipole where it belongs, on the proper side, or says that it does not show it."""
+
+import os
+import stat
+import unittest
+
+from support import LEFT_FIRST, Png, ToolTest, dipole_file, example, head_volume, is_dipole_colour, run
+
+GREY_HEAD = None
+
+
+def grey_head():
+    """One head for all tests of this file: making it takes a moment."""
+    global GREY_HEAD
+    if GREY_HEAD is None:
+        import tempfile
+
+        folder = tempfile.TemporaryDirectory()
+        GREY_HEAD = (folder, head_volume(os.path.join(folder.name, "head.nii.gz")))
+    return GREY_HEAD[1]
+
+
+def centre(pixels):
+    xs, ys = [p[0] for p in pixels], [p[1] for p in pixels]
+    return (min(xs) + max(xs)) / 2, (min(ys) + max(ys)) / 2
+
+
+class DrawTest(ToolTest):
+    def draw(self, rows, *options, code=0, mri=None, fiducials=LEFT_FIRST):
+        """Draws one file of these (x to the nose, y left, z up, cm) dipoles; returns (picture, result)."""
+        path = self.write("d.dip", dipole_file([(x, y, z, 7, "a") for x, y, z in rows]))
+        output = self.path("out.png")
+        result = self.end_with(code, "draw", path, "--mri", mri or grey_head(), "--fiducials", fiducials, "-o", output,
+                               *options)
+        with open(output, "rb") as file:
+            return Png(file.read()), result
+
+    def dipole_pixels(self, rows, *options):
+        picture, result = self.draw(rows, *options)
+        return picture.pixels(is_dipole_colour), picture, result
+
+
+class Places(DrawTest):
+    def spot(self, rows, *options):
+        pixels, _, _ = self.dipole_pixels(rows, "--glyph", "5", *options)
+        self.assertEqual(len(pixels), 25)
+        return centre(pixels)
+
+    def offset(self, view, first, second):
+        """How many pixels right and down the second dipole stands from the first, in pictures of one slice."""
+        slice_at = {"axial": 90, "coronal": 0, "sagittal": 0}[view]
+        options = ("--slice", "%s:%g" % (view, slice_at), "--overlap", "100")
+        pixels, _, _ = self.dipole_pixels([first, second], "--glyph", "1", *options)
+        alone = self.draw([first], "--glyph", "1", *options)[0].pixels(is_dipole_colour)
+        self.assertEqual((len(pixels), len(alone)), (2, 1))
+        other, = set(pixels) - set(alone)
+        return other[0] - alone[0][0], other[1] - alone[0][1]
+
+    def test_left_is_right_front_is_up_on_axial_slices(self):
+        self.assertEqual(self.offset("axial", (0, 0, 3), (0, 5, 3)), (100, 0))
+        self.assertEqual(self.offset("axial", (0, 0, 3), (5, 0, 3)), (0, -100))
+
+    def test_left_is_right_up_is_up_on_coronal_slices(self):
+        self.assertEqual(self.offset("coronal", (0, 0, 3), (0, 5, 3)), (100, 0))
+        self.assertEqual(self.offset("coronal", (0, 0, 3), (0, 0, 6)), (0, -60))
+
+    def test_front_is_right_up_is_up_on_sagittal_slices(self):
+        self.assertEqual(self.offset("sagittal", (0, 0, 3), (5, 0, 3)), (100, 0))
+        self.assertEqual(self.offset("sagittal", (0, 0, 3), (0, 0, 6)), (0, -60))
+
+    def test_the_dipole_of_the_patients_left_is_in_the_right_half(self):
+        for view in ("axial:31", "coronal:0"):
+            for side, is_right in ((5, True), (-5, False)):
+                pixels, picture, _ = self.dipole_pixels([(0, side, 3)], "--slice", view)
+                self.assertEqual(centre(pixels)[0] > picture.width / 2, is_right, (view, side))
+
+    def test_a_dipole_stands_on_the_bright_spot_at_its_place(self):
+        # 45 mm left, 30 mm up, 20 mm in front: scanner coordinates point right, front, up.
+        mri = head_volume(self.path("spot.nii.gz"), bright=(-45, 20, 30))
+        for view in ("axial:30", "coronal:20", "sagittal:45"):
+            picture, _ = self.draw([(2, 4.5, 3)], "--slice", view, "--glyph", "3", mri=mri)
+            x, y = centre(picture.pixels(is_dipole_colour))
+            bright = [p for p in picture.pixels(lambda r, g, b: r == g == b and r > 150)
+                      if abs(p[0] - x) < 30 and abs(p[1] - y) < 30]
+            self.assertGreater(len(bright), 300, view)
+            spot = [sum(p[axis] for p in bright) / len(bright) for axis in (0, 1)]
+            self.assertLess(abs(spot[0] - x) + abs(spot[1] - y), 2.0, view)
+
+    def test_mm_per_pixel_sets_the_scale(self):
+        pixels, _, _ = self.dipole_pixels([(0, 0, 3), (0, 5, 3)], "--slice", "coronal:0", "--glyph", "1",
+                                          "--mm-per-pixel", "1")
+        self.assertEqual(abs(pixels[0][0] - pixels[1][0]), 50)
+
+    def test_glyph_is_the_side_of_the_square(self):
+        pixels, _, _ = self.dipole_pixels([(0, 0, 3)], "--slice", "coronal:0", "--glyph", "9")
+        self.assertEqual(len(pixels), 81)
+
+    def test_without_slices_three_views_through_the_strongest(self):
+        rows = [(-4, 3, 3, 7, "a"), (2, -4, 5, -90, "strong"), (0, 0, 1, 8, "c")]
+        path = self.write("s.dip", dipole_file(rows))
+        result = self.succeed("draw", path, "--mri", grey_head(), "--fiducials", LEFT_FIRST, "-o", self.path("o.png"))
+        self.assertIn("Axial slice at y = 50.0 mm (up): ", result.err)
+        self.assertIn("Coronal slice at z = 20.0 mm (front): ", result.err)
+        self.assertIn("Sagittal slice at x = -40.0 mm (right): ", result.err)
+
+    def test_files_are_drawn_together(self):
+        one = self.write("one.dip", dipole_file([(0, 5, 3, 7, "a")]))
+        two = self.write("two.dip", dipole_file([(0, -5, 3, 7, "a")]))
+        output = self.path("o.png")
+        self.succeed("draw", one, two, "--mri", grey_head(), "--fiducials", LEFT_FIRST, "-o", output, "--slice",
+                     "coronal:0", "--glyph", "5")
+        with open(output, "rb") as file:
+            self.assertEqual(len(Png(file.read()).pixels(is_dipole_colour)), 50)
+
+
+class Warnings(DrawTest):
+    def test_overlap_decides_what_a_coronal_slice_shows(self):
+        rows = [(0.4, 0, 3), (1.0, 3, 3)]
+        pixels, _, result = self.dipole_pixels(rows, "--slice", "coronal:0", "--glyph", "1")
+        self.assertEqual(len(pixels), 1)
+        self.assertIn("1 of 2", result.err)
+        self.assertEqual(len(self.dipole_pixels(rows, "--slice", "coronal:0", "--glyph", "1", "--overlap", "10")[0]), 2)
+        self.assertEqual(len(self.dipole_pixels(rows, "--slice", "coronal:0", "--overlap", "0")[0]), 0)
+
+    def test_dipoles_that_an_axial_slice_withholds_are_told(self):
+        pixels, _, result = self.dipole_pixels([(0, 0, -0.3)], "--slice", "axial:-3")
+        self.assertEqual(pixels, [])
+        self.assertIn("dipole: warning: Axial slice at y = -3.0 mm (down): ", result.err)
+
+    def test_dipoles_switched_off_by_flags_are_told_and_not_drawn(self):
+        text = dipole_file([(0, 0, 3, 7, "a"), (0, 5, 3, 7, "b")]) + "Dipole_Flags\n{\n1: 0 0 1 1 1\n2: 0 1 1 1 1\n}\n"
+        path, output = self.write("f.dip", text), self.path("o.png")
+        result = self.succeed("draw", path, "--mri", grey_head(), "--fiducials", LEFT_FIRST, "-o", output, "--slice",
+                              "coronal:0", "--glyph", "5")
+        self.assertIn("dipole: warning: 1 of 2 dipoles are switched off for slices by the flags of their files and are"
+                      " in no view\n", result.err)
+        with open(output, "rb") as file:
+            self.assertEqual(len(Png(file.read()).pixels(is_dipole_colour)), 25)
+
+    def test_another_head_is_told(self):
+        arguments = ["draw", example("auditory.dip"), "--mri", grey_head(), "-o", self.path("o.png"), "--fiducials"]
+        another = self.succeed(*arguments, LEFT_FIRST)
+        self.assertIn("dipole: warning: the distances between the fiducial points differ by 12 mm", another.err)
+        self.assertNotIn("same head", self.succeed(*arguments, example("ch2.fiducials")).err)
+
+    def test_a_volume_that_does_not_state_its_sides_is_told(self):
+        mri = head_volume(self.path("plain.nii.gz"), size=20, spacing=12.0, sform=False)
+        _, result = self.draw([(0, 0, 3)], mri=mri)
+        self.assertIn("warning: %s does not say which side of it is left" % mri, result.err)
+
+
+class Failures(DrawTest):
+    def attempt(self, code, *, dip=None, mri=None, fiducials=LEFT_FIRST, output=None, more=()):
+        dip = dip or self.write("d.dip", dipole_file([(0, 0, 3, 7, "a")]))
+        return self.end_with(code, "draw", dip, "--mri", mri or grey_head(), "--fiducials", fiducials, "-o",
+                             output or self.path("out.png"), *more)
+
+    def test_bad_slices_sizes_and_overlaps_end_with_2(self):
+        for more in (["--slice", "oblique:3"], ["--slice", "axial"], ["--slice", "axial:x"], ["--slice", "axial:"],
+                     ["--slice", "axial:nan"], ["--slice", "axial:301"], ["--slice", "axial:3,"], ["--slice", ","],
+                     ["--slice", "axial:1,axial:2,axial:3,axial:4"], ["--slice", ""], ["--glyph", "0"],
+                     ["--glyph", "65"], ["--overlap", "-1"], ["--mm-per-pixel", "0"], ["--mm-per-pixel", "6"]):
+            self.attempt(2, more=more)
+            self.assertFalse(os.path.exists(self.path("out.png")), more)
+
+    def test_fiducials_that_are_none(self):
+        cases = {
+            "nasion 0 100 0\nleft -80 0 0\n": "no line gives the point right",
+            "nasion 0 100 0\nleft -80 0 0\nright 80 0\n": "line 3 needs three numbers after right",
+            "nasion 0 100 0\nleft -80 0 x\n": "line 2 needs three numbers after left",
+            "nasion 0 100 0\nnasion 0 100 0\n": "line 2 gives the point nasion a second time",
+            "# head\n\nnose 0 100 0\n": "line 3 begins with neither nasion, left nor right",
+        }
+        for text, cause in cases.items():
+            path = self.write("f.fiducials", text)
+            self.assertIn("dipole: fiducial points %s: %s\n" % (path, cause), self.attempt(1, fiducials=path).err)
+        self.assertIn("a folder, not a file", self.attempt(1, fiducials=self.folder).err)
+        self.assertIn("cannot be opened", self.attempt(1, fiducials=self.path("missing")).err)
+        self.assertIn("three triples", self.attempt(1, fiducials="1,2,3 4,5,6").err)
+        self.assertFalse(os.path.exists(self.path("out.png")))
+
+    def test_a_fiducial_file_may_hold_comments_and_any_order(self):
+        path = self.write("f.fiducials", "# a head\r\n right 80 0 0 # ear\r\n\r\nleft\t-80 0 0\r\nnasion 0 +1e2 0\r\n")
+        self.attempt(0, fiducials=path)
+
+    def test_exchanged_ears_are_refused(self):
+        result = self.attempt(1, fiducials="0,100,0 80,0,0 -80,0,0")
+        self.assertIn("ear", result.err)
+        self.assertFalse(os.path.exists(self.path("out.png")))
+
+    def test_a_volume_that_is_none(self):
+        self.assertIn("missing.nii.gz", self.attempt(1, mri=self.path("missing.nii.gz")).err)
+        text = self.write("text.nii", "this is no volume\n")
+        self.assertIn("text.nii", self.attempt(1, mri=text).err)
+        with open(grey_head(), "rb") as file:
+            cut = self.write("cut.nii.gz", file.read()[:3000])
+        self.assertIn("cut.nii.gz", self.attempt(1, mri=cut).err)
+
+    def test_nothing_imported_draws_nothing(self):
+        result = self.attempt(1, dip=self.write("e.dip", ""))
+        self.assertIn("dipole: nothing to draw: no dipole was imported\n", result.err)
+        self.assertFalse(os.path.exists(self.path("out.png")))
+
+    def test_a_picture_that_cannot_be_written_is_named_and_leaves_nothing_behind(self):
+        missing = self.path("nowhere/out.png")
+        self.assertIn("dipole: cannot write the picture %s: No such file or directory\n" % missing,
+                      self.attempt(1, output=missing).err)
+        folder = self.path("folder")
+        os.mkdir(folder)
+        self.assertIn("dipole: cannot write the picture %s: " % folder, self.attempt(1, output=folder).err)
+        self.assertEqual(sorted(os.listdir(self.folder)), ["d.dip", "folder"])
+
+    def test_a_failure_leaves_the_picture_of_before(self):
+        output = self.write("out.png", "before")
+        self.attempt(1, mri=self.path("missing.nii.gz"))
+        with open(output, encoding="ascii") as file:
+            self.assertEqual(file.read(), "before")
+
+    def test_an_input_is_never_overwritten(self):
+        dip = self.write("d.dip", dipole_file([(0, 0, 3, 7, "a")]))
+        os.symlink(dip, self.path("link.png"))
+        for output in (dip, self.path("link.png")):
+            self.assertIn("would overwrite the input", self.attempt(2, dip=dip, output=output).err)
+        self.assertEqual(run("list", dip).returncode, 0)
+
+    def test_the_picture_has_the_usual_permissions_and_replaces_the_one_before(self):
+        output = self.write("out.png", "before")
+        before = os.umask(0o027)
+        try:
+            self.attempt(0)
+        finally:
+            os.umask(before)
+        self.assertEqual(stat.S_IMODE(os.stat(output).st_mode), 0o640)
+        self.assertEqual(sorted(os.listdir(self.folder)), ["d.dip", "out.png"])
+
+    def test_a_file_that_cannot_be_read_among_others_still_gives_a_picture_but_ends_with_1(self):
+        dip = self.write("d.dip", dipole_file([(0, 0, 3, 7, "a")]))
+        self.end_with(1, "draw", dip, self.path("missing.dip"), "--mri", grey_head(), "--fiducials", LEFT_FIRST, "-o",
+                      self.path("out.png"))
+        self.assertTrue(os.path.exists(self.path("out.png")))
+
+
+if __name__ == "__main__":
+    unittest.main()
