@@ -138,7 +138,8 @@ Vector3 reachOf(const HeadBox& head, const CDipoleFace8Import01_CTF& dipoles, do
     if (dipole->m_size > square)
       square = (std::min)(dipole->m_size, largestSquare);
   }
-  const double border = (square + cropMargin) * mmPerPixel;
+  // One more pixel: the box around the head ends behind its last pixel.
+  const double border = (square + cropMargin + 1) * mmPerPixel;
   return reach + Vector3{border, border, border};
 }
 

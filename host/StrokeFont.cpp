@@ -210,9 +210,11 @@ int unitsWide(std::string_view text) {
 
 StrokeFont::StrokeFont(int lineHeight)
     : m_lineHeight((std::max)(lineHeight, 8)),
-      // One pixel above and below is left for the width of the strokes.
-      m_scale((m_lineHeight - 2.0) / (glyphAscent + glyphDescent)),
-      m_halfWidth((std::max)(0.55, m_lineHeight * 0.042)) {}
+      m_halfWidth((std::max)(0.55, m_lineHeight * 0.042)),
+      // Strokes are blurred by half a pixel: with a little more room, none is cut off at the top or the
+      // bottom.
+      m_margin(m_halfWidth + 0.75),
+      m_scale((m_lineHeight - 2.0 * m_margin) / (glyphAscent + glyphDescent)) {}
 
 int StrokeFont::width(std::string_view text) const {
   return static_cast<int>(std::ceil(unitsWide(text) * m_scale));
@@ -220,7 +222,7 @@ int StrokeFont::width(std::string_view text) const {
 
 void StrokeFont::draw(Image& image, int left, int top, std::string_view text, Rgb colour) const {
   CoverageMap coverage(width(text), m_lineHeight);
-  const double baseLine = 1.0 + glyphAscent * m_scale;
+  const double baseLine = m_margin + glyphAscent * m_scale;
   int at = 0;
   while (!text.empty()) {
     const Letter letter = takeApart(nextCharacter(text));

@@ -27,8 +27,9 @@ class StrokeFont {
 
  private:
   int m_lineHeight;
-  double m_scale;      // pixels per unit of the drawings
   double m_halfWidth;  // of a stroke, in pixels
+  double m_margin;     // above the tallest and below the deepest character, in pixels
+  double m_scale;      // pixels per unit of the drawings
 };
 
 }  // namespace host

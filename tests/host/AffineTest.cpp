@@ -1,9 +1,8 @@
 // The affine map and its inverse.
-#include "host/Affine.h"
-
 #include <gtest/gtest.h>
-
 #include <limits>
+
+#include "host/Affine.h"
 
 namespace {
 
@@ -20,7 +19,9 @@ const Affine skew({2, 1, 0}, {0, 3, 1}, {1, 0, 4}, {5, 6, 7});
 
 }  // namespace
 
-TEST(Affine, CarriesThePointByColumnsAndShift) { expectNear(skew({1, 10, 100}), {107, 37, 417}); }
+TEST(Affine, CarriesThePointByColumnsAndShift) {
+  expectNear(skew({1, 10, 100}), {107, 37, 417});
+}
 
 TEST(Affine, GoesBackByItsInverse) {
   const Affine back = skew.inverse().value();

@@ -1,11 +1,10 @@
 // Dipoles are drawn where they lie, and the account of them agrees with what can be seen.
-#include "host/DipoleOverlay.h"
-
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>
+
+#include "host/DipoleOverlay.h"
 
 namespace {
 
@@ -22,7 +21,9 @@ constexpr Rgb grey{90, 90, 90};
 constexpr Rgb orange{250, 120, 10};
 const SliceGeometry grid(0.5, {40, 30, 50});
 
-std::unique_ptr<Dipoles> noDipoles() { return std::make_unique<Dipoles>(); }
+std::unique_ptr<Dipoles> noDipoles() {
+  return std::make_unique<Dipoles>();
+}
 
 CDipoleszq& add(Dipoles& dipoles, double x, double y, double z, double size = 1.0) {
   dipoles.addDipoleF(0, 0, 0);

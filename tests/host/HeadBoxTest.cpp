@@ -1,8 +1,7 @@
 // The box around the head, in the head's own mm.
-#include "host/HeadBox.h"
-
 #include <gtest/gtest.h>
 
+#include "host/HeadBox.h"
 #include "tests/host/Phantom.h"
 
 TEST(HeadBox, SurroundsTheHeadAndItsBlob) {

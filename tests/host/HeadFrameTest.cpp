@@ -1,11 +1,10 @@
 // The head frame: x to the left ear, y up, z to the nasion, origin between the ears.
-#include "host/HeadFrame.h"
-
 #include <gtest/gtest.h>
-
 #include <limits>
 #include <stdexcept>
 #include <string>
+
+#include "host/HeadFrame.h"
 
 namespace {
 
@@ -94,7 +93,8 @@ TEST(HeadFrame, RefusesPointsTooFarApart) {
 }
 
 TEST(HeadFrame, RefusesPointsOnOneLine) {
-  EXPECT_EQ(causeOf({{200, 5, 3}, straight.leftEar, straight.rightEar}), "the fiducials lie nearly on one line");
+  EXPECT_EQ(causeOf({{200, 5, 3}, straight.leftEar, straight.rightEar}),
+            "the fiducials lie nearly on one line");
 }
 
 TEST(HeadFrame, RefusesPointsThatAreNotNumbers) {

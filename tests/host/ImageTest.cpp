@@ -1,9 +1,8 @@
 // Pictures hold what is laid into them and leave out what lies outside.
-#include "host/Image.h"
-
 #include <gtest/gtest.h>
-
 #include <stdexcept>
+
+#include "host/Image.h"
 
 namespace {
 

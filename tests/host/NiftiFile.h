@@ -1,8 +1,6 @@
 // The bytes of NIfTI files for tests, field by field at the places that the standards give.
 #pragma once
 
-#include <zlib.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -11,6 +9,7 @@
 #include <cstring>
 #include <stdexcept>
 #include <string>
+#include <zlib.h>
 
 // Sets a number at a place, in a byte order.
 template <typename Number>

@@ -1,15 +1,14 @@
-// The NIfTI reader gives the values and the places that the file states, and refuses by name what it cannot use.
-#include "host/NiftiReader.h"
-
-#include <gtest/gtest.h>
-
+// The NIfTI reader gives the values and the places that the file states, and refuses by name what it cannot
+// use.
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <limits>
 #include <string>
 #include <vector>
 
+#include "host/NiftiReader.h"
 #include "tests/host/NiftiFile.h"
 #include "tests/support/TempFolder.h"
 
@@ -363,8 +362,8 @@ TEST(NiftiReader, RefusesMapsThatCannotBeInverted) {
 TEST(NiftiReader, RefusesAPlaceOfTheVoxelsThatMakesNoSense) {
   const std::string cause = "the place of the voxels in the file makes no sense";
   NiftiFile file = counted();
-  for (const double offset :
-       {347.0, -1.0, 1e30, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
+  for (const double offset : {347.0, -1.0, 1e30, std::numeric_limits<double>::quiet_NaN(),
+                              std::numeric_limits<double>::infinity()}) {
     file.voxelOffset = offset;
     EXPECT_EQ(causeOf(file.version1()), cause) << offset;
   }

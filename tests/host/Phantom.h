@@ -1,5 +1,5 @@
-// A head for tests whose sides cannot be confused: a ball of grey, darker to one side, with one white blob where the
-// test wants it. Head mm: x left, y up, z front.
+// A head for tests whose sides cannot be confused: a ball of grey, darker to one side, with one white blob
+// where the test wants it. Head mm: x left, y up, z front.
 #pragma once
 
 #include <array>
@@ -14,9 +14,9 @@ inline host::HeadFrame tiltedFrame() {
   return host::HeadFrame({{9, 92, -10}, {-72, -12, -22}, {74, 8, -26}});
 }
 
-// The ball, of radius 60 mm, lies around the head's origin; the blob, of radius 12 mm, at a point of the head. Dark
-// specks in the ball pull down the low end of the grey window, as the dark parts of a real head do.
-// Voxels of 2 mm; their axes run to the left, to the back and up, as no picture does.
+// The ball, of radius 60 mm, lies around the head's origin; the blob, of radius 12 mm, at a point of the
+// head. Dark specks in the ball pull down the low end of the grey window, as the dark parts of a real head
+// do. Voxels of 2 mm; their axes run to the left, to the back and up, as no picture does.
 inline host::Volume phantom(const host::HeadFrame& frame, const host::Vector3& blob) {
   constexpr int extent = 100;
   const host::Affine toScanner({-2, 0, 0}, {0, -2, 0}, {0, 0, 2}, {100, 100, -110});

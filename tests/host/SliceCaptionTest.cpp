@@ -1,7 +1,7 @@
 // The exact words of a slice picture.
-#include "host/SliceCaption.h"
-
 #include <gtest/gtest.h>
+
+#include "host/SliceCaption.h"
 
 namespace {
 

@@ -1,10 +1,9 @@
 // The pixel grid of the slice pictures, in numbers worked out by hand.
-#include "host/SliceGeometry.h"
-
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 #include <stdexcept>
+
+#include "host/SliceGeometry.h"
 
 namespace {
 

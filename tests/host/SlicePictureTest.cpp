@@ -1,15 +1,13 @@
-// The sides of the picture are the sides of the patient: a bright blob put on the left of a head appears under the
-// letter L, and a dipole at its centre is drawn at its centre.
-#include "host/SlicePicture.h"
-
-#include <gtest/gtest.h>
-
+// The sides of the picture are the sides of the patient: a bright blob put on the left of a head appears
+// under the letter L, and a dipole at its centre is drawn at its centre.
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
 
+#include "host/SlicePicture.h"
 #include "host/StrokeFont.h"
 #include "tests/host/Phantom.h"
 
@@ -109,8 +107,8 @@ Drawn drawView(View view, const Vector3& blob, bool withDipole, double mmPerPixe
   }
   host::SlicePictureOptions options;
   options.mmPerPixel = mmPerPixel;
-  const SlicePicture picture = drawSlices(*dipoles, phantom(frame, blob), frame,
-                                          {{view, blob[host::axesOf(view).slab]}}, options);
+  const SlicePicture picture =
+      drawSlices(*dipoles, phantom(frame, blob), frame, {{view, blob[host::axesOf(view).slab]}}, options);
   return {picture.image, picture.views.at(0)};
 }
 
@@ -201,7 +199,9 @@ TEST(SlicePicture, CutsTheSliceAtTheDepthThatWasAsked) {
       for (int row = 0; row < image.height(); ++row) {
         int run = 0;
         for (int column = 0; column < image.width(); ++column) {
-          run = image.pixel(column, row).green > 170 ? run + 1 : 0;
+          const Rgb pixel = image.pixel(column, row);
+          const bool bright = pixel.red > 170 && pixel.red == pixel.green && pixel.red == pixel.blue;
+          run = bright ? run + 1 : 0;
           most = (std::max)(most, run);
         }
       }
@@ -224,10 +224,10 @@ TEST(SlicePicture, NeverCutsADipoleOff) {
   const host::HeadFrame frame = tiltedFrame();
   const host::Volume volume = phantom(frame, {0, 0, 0});
   for (const View view : {View::axial, View::coronal, View::sagittal})
-    for (const double far_ : {-150.0, 150.0, -90.0, 90.0})
+    for (const double distance : {-150.0, 150.0, -90.0, 90.0})
       for (const int axis : {host::axesOf(view).column, host::axesOf(view).row}) {
         Vector3 place{1, 1, 1};
-        place[axis] = far_;
+        place[axis] = distance;
         const auto dipoles = std::make_unique<Dipoles>();
         dipoles->addDipoleF(static_cast<float>(place.x), static_cast<float>(place.y),
                             static_cast<float>(place.z));
@@ -244,8 +244,9 @@ TEST(SlicePicture, ReportsTheViewsInTheirOrder) {
   const host::HeadFrame frame = tiltedFrame();
   const auto dipoles = std::make_unique<Dipoles>();
   dipoles->addDipoleF(30, 20, 10);
-  const SlicePicture picture = drawSlices(*dipoles, phantom(frame, {30, 20, 10}), frame,
-                                          {{View::sagittal, 30.2}, {View::axial, 20}, {View::coronal, 50}}, {});
+  const SlicePicture picture =
+      drawSlices(*dipoles, phantom(frame, {30, 20, 10}), frame,
+                 {{View::sagittal, 30.2}, {View::axial, 20}, {View::coronal, 50}}, {});
   ASSERT_EQ(picture.views.size(), 3U);
   EXPECT_EQ(picture.views[0].view, View::sagittal);
   EXPECT_EQ(picture.views[0].position, 30.0);

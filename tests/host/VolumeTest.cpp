@@ -1,11 +1,10 @@
 // Sampling and the grey window of a volume.
-#include "host/Volume.h"
-
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 #include <limits>
 #include <stdexcept>
+
+#include "host/Volume.h"
 
 namespace {
 
@@ -15,7 +14,9 @@ using host::Volume;
 const Affine identity;
 
 // 0 1 2 3 4 5 6 7 at the corners of a cube of 2 voxels.
-Volume cube(const Affine& toScanner = identity) { return {{2, 2, 2}, {0, 1, 2, 3, 4, 5, 6, 7}, toScanner}; }
+Volume cube(const Affine& toScanner = identity) {
+  return {{2, 2, 2}, {0, 1, 2, 3, 4, 5, 6, 7}, toScanner};
+}
 
 }  // namespace
 
