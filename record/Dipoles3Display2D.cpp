@@ -38,8 +38,10 @@ int truncate(double value) {
 
 // The upper bound is the extent itself, not the extent minus one: the host's contract.
 int clampToImage(double pixel, int extent) {
-  const int result = pixel < static_cast<double>(extent) ? truncate(pixel) : extent;
-  return result > 0 ? result : 0;
+  if (pixel < static_cast<double>(extent)) {
+    return pixel > 0.0 ? static_cast<int>(pixel) : 0;
+  }
+  return extent > 0 ? extent : 0;
 }
 
 void drawGlyph(CDC* dc, const CDipoles& dipole, int zoom, const PictureAxis& right, const PictureAxis& up) {

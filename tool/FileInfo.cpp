@@ -44,9 +44,9 @@ void widen(std::optional<Range>& range, double value) {
 FileInfo::FileInfo(std::string name, const ImportSession& session)
     : file(std::move(name)), messages(session.messages()) {
   const CDipoleFace8Import01_CTF& collection = session.collection();
-  version = headerText(collection.m_fileVersion);
-  patient = headerText(collection.m_patient);
-  mriFile = headerText(collection.m_mriFile);
+  version = headerText(collection.m_fileVersion, "VERSION:");
+  patient = headerText(collection.m_patient, "PATIENT:");
+  mriFile = headerText(collection.m_mriFile, "MRI_FILE:");
   isMegOnly = collection.m_megOnly != 0;
   sphere = sphereOf(collection);
   mriFiducials = pointsOf(collection.m_fiducialMri);

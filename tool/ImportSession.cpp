@@ -127,7 +127,7 @@ void ImportSession::checkPatients(const Scans& scans) {
     isOne = isOne && (!scan.isReadable || scan.patient == scans.front().patient);
   }
   if (isOne) {
-    m_patient = headerText(m_collection->m_patient);
+    m_patient = headerText(m_collection->m_patient, "PATIENT:");
   } else {
     warn("the files name different patients");
   }

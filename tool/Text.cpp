@@ -66,6 +66,13 @@ std::string escape(const char* format, unsigned value) {
   return buffer.data();
 }
 
+std::string_view withoutBlanks(std::string_view text) {
+  constexpr std::string_view blanks = " \t";
+  const std::size_t first = text.find_first_not_of(blanks);
+  return first == std::string_view::npos ? std::string_view()
+                                         : text.substr(first, text.find_last_not_of(blanks) + 1 - first);
+}
+
 std::string escaped(std::string_view text, bool keepLineEnds) {
   std::string result;
   while (!text.empty()) {
@@ -93,14 +100,19 @@ std::string printableJson(std::string_view json) {
   return escaped(json, true);
 }
 
-std::string headerText(const CString& text) {
+std::string headerText(const CString& text, std::string_view keyword) {
   const std::string all = toUtf8(text);
-  const std::string_view blanks = " \t";
-  const std::size_t first = all.find_first_not_of(": \t");
-  if (first == std::string::npos || all == "non") {
+  if (all == "non") {
     return {};
   }
-  return all.substr(first, all.find_last_not_of(blanks) + 1 - first);
+  std::string_view rest = withoutBlanks(all);
+  for (std::string_view end = keyword; !end.empty(); end.remove_prefix(1)) {
+    if (rest.starts_with(end)) {
+      rest.remove_prefix(end.size());
+      break;
+    }
+  }
+  return std::string(withoutBlanks(rest));
 }
 
 }  // namespace tool

@@ -12,6 +12,7 @@
 #include "bench/Benchmarks.h"
 #include "bench/Comparison.h"
 #include "bench/import/CtfText.h"
+#include "import/AnsiLineReader.h"
 #include "module/dipole.h"
 #include "platform/Operator.h"
 #include "platform/Utf.h"
@@ -114,11 +115,12 @@ class SwscanfImport : public CDipoleFace8Import01_CTF {
   void importRows(const CString& path, const std::function<void(const wchar_t*)>& scanRow) {
     CFile file(path, CFile::modeRead | CFile::shareDenyNone);
     CArchive archive(&file, CArchive::load, 4096);
-    CString line;
+    AnsiLineReader reader(archive);
+    AnsiLine line;
     std::wstring wide;
-    while (readANSI(archive, line) != 0) {
-      if (line.Find(_T("(cm)")) < 0 && line.Find(_T("{")) < 0 && line.Find(_T("//")) < 0) {
-        wide.assign(line.GetString(), line.GetString() + line.GetLength());
+    while (reader.next(line)) {
+      if (!line.isUnitHeader() && !line.isPassedOver()) {
+        wide.assign(line.begin(), line.end());
         scanRow(wide.c_str());
       }
     }

@@ -56,14 +56,14 @@ struct ScanResult {
 
 inline ScanResult scanByLibrary(const wchar_t* format, const std::u16string& row) {
   ScanResult result;
-  std::array<wchar_t, ansiLineCapacity + 1> text;
+  std::array<wchar_t, AnsiLine::capacity + 1> text;
   std::size_t length = 0;
-  for (; length < row.size() && length < ansiLineCapacity; ++length) {
+  for (; length < row.size() && length < AnsiLine::capacity; ++length) {
     text[length] = static_cast<wchar_t>(row[length]);
   }
   text[length] = L'\0';
 
-  std::array<wchar_t, ansiLineCapacity + 1> word;
+  std::array<wchar_t, AnsiLine::capacity + 1> word;
   word[0] = L'\0';
   bool hasWord = false;
   std::wstring ownFormat;  // wide text is %ls to this library
@@ -122,7 +122,8 @@ inline ScanResult scanByScanner(const wchar_t* format, const std::u16string& row
     text += static_cast<TCHAR>(unit);
   }
   CString word = _T("(none)");
-  RowScanner scanner(text);
+  const AnsiLine line(text);
+  RowScanner scanner(line);
   std::size_t count = 0;
   for (const wchar_t* next = format; *next != L'\0'; ++next) {
     switch (*next) {

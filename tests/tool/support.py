@@ -126,7 +126,8 @@ def moving_file(*sections):
     for rows in sections:
         text += "Fit_Results\n{\n// Latency (s) xp (cm) Mom(nAm)\n"
         for number, row in enumerate(rows, 1):
-            text += "%d:\t1\t%d\t%s\t%s\t%s\t%s\t0\t0\t1\t20\t5.5\tm%d\n" % ((number, number) + row + (number,))
+            place = "\t".join(str(value) for value in row)
+            text += "%d:\t1\t%d\t%s\t0\t0\t1\t20\t5.5\tm%d\n" % (number, number, place, number)
         text += "}\n"
     return text
 
@@ -221,7 +222,7 @@ def is_dipole_colour(r, g, b):
     return (r, g, b) == (255, 255, 0)
 
 
-def terminal(arguments, answers, environment=None):
+def terminal(arguments, answers):
     """Runs the program on a terminal of its own and types the answers, each once the program has asked.
     Returns (exit code, what the terminal showed, standard output, which goes to a file)."""
     import pty
@@ -229,7 +230,7 @@ def terminal(arguments, answers, environment=None):
 
     with tempfile.TemporaryFile() as output:
         main, side = pty.openpty()
-        process = subprocess.Popen([TOOL, *arguments], stdin=side, stderr=side, stdout=output, env=environment)
+        process = subprocess.Popen([TOOL, *arguments], stdin=side, stderr=side, stdout=output)
         os.close(side)
         shown, waiting = b"", list(answers)
         asked = 0

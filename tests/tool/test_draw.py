@@ -26,14 +26,19 @@ def centre(pixels):
 
 
 class DrawTest(ToolTest):
+    def draw_files(self, paths, *options, code=0, mri=None, fiducials=LEFT_FIRST):
+        return self.end_with(code, "draw", *paths, "--mri", mri or grey_head(), "--fiducials", fiducials,
+                             "-o", self.path("out.png"), *options)
+
+    def picture(self):
+        with open(self.path("out.png"), "rb") as file:
+            return Png(file.read())
+
     def draw(self, rows, *options, code=0, mri=None, fiducials=LEFT_FIRST):
         """Draws one file of these (x to the nose, y left, z up, cm) dipoles; returns (picture, result)."""
         path = self.write("d.dip", dipole_file([(x, y, z, 7, "a") for x, y, z in rows]))
-        output = self.path("out.png")
-        result = self.end_with(code, "draw", path, "--mri", mri or grey_head(), "--fiducials", fiducials, "-o", output,
-                               *options)
-        with open(output, "rb") as file:
-            return Png(file.read()), result
+        result = self.draw_files([path], *options, code=code, mri=mri, fiducials=fiducials)
+        return self.picture(), result
 
     def dipole_pixels(self, rows, *options):
         picture, result = self.draw(rows, *options)
@@ -47,7 +52,7 @@ class Places(DrawTest):
         return centre(pixels)
 
     def offset(self, view, first, second):
-        """How many pixels right and down the second dipole stands from the first, in pictures of one slice."""
+        """How many pixels right and down the second dipole stands from the first."""
         slice_at = {"axial": 90, "coronal": 0, "sagittal": 0}[view]
         options = ("--slice", "%s:%g" % (view, slice_at), "--overlap", "100")
         pixels, _, _ = self.dipole_pixels([first, second], "--glyph", "1", *options)
@@ -98,7 +103,7 @@ class Places(DrawTest):
     def test_without_slices_three_views_through_the_strongest(self):
         rows = [(-4, 3, 3, 7, "a"), (2, -4, 5, -90, "strong"), (0, 0, 1, 8, "c")]
         path = self.write("s.dip", dipole_file(rows))
-        result = self.succeed("draw", path, "--mri", grey_head(), "--fiducials", LEFT_FIRST, "-o", self.path("o.png"))
+        result = self.draw_files([path])
         self.assertIn("Axial slice at y = 50.0 mm (up): ", result.err)
         self.assertIn("Coronal slice at z = 20.0 mm (front): ", result.err)
         self.assertIn("Sagittal slice at x = -40.0 mm (right): ", result.err)
@@ -106,11 +111,8 @@ class Places(DrawTest):
     def test_files_are_drawn_together(self):
         one = self.write("one.dip", dipole_file([(0, 5, 3, 7, "a")]))
         two = self.write("two.dip", dipole_file([(0, -5, 3, 7, "a")]))
-        output = self.path("o.png")
-        self.succeed("draw", one, two, "--mri", grey_head(), "--fiducials", LEFT_FIRST, "-o", output, "--slice",
-                     "coronal:0", "--glyph", "5")
-        with open(output, "rb") as file:
-            self.assertEqual(len(Png(file.read()).pixels(is_dipole_colour)), 50)
+        self.draw_files([one, two], "--slice", "coronal:0", "--glyph", "5")
+        self.assertEqual(len(self.picture().pixels(is_dipole_colour)), 50)
 
 
 class Warnings(DrawTest):
@@ -119,8 +121,9 @@ class Warnings(DrawTest):
         pixels, _, result = self.dipole_pixels(rows, "--slice", "coronal:0", "--glyph", "1")
         self.assertEqual(len(pixels), 1)
         self.assertIn("1 of 2", result.err)
-        self.assertEqual(len(self.dipole_pixels(rows, "--slice", "coronal:0", "--glyph", "1", "--overlap", "10")[0]), 2)
-        self.assertEqual(len(self.dipole_pixels(rows, "--slice", "coronal:0", "--overlap", "0")[0]), 0)
+        for overlap, count in (("3.5", 0), ("4", 1), ("10", 2), ("0", 0)):
+            options = ("--slice", "coronal:0", "--glyph", "1", "--overlap", overlap)
+            self.assertEqual(len(self.dipole_pixels(rows, *options)[0]), count, overlap)
 
     def test_dipoles_that_an_axial_slice_withholds_are_told(self):
         pixels, _, result = self.dipole_pixels([(0, 0, -0.3)], "--slice", "axial:-3")
@@ -128,20 +131,18 @@ class Warnings(DrawTest):
         self.assertIn("dipole: warning: Axial slice at y = -3.0 mm (down): ", result.err)
 
     def test_dipoles_switched_off_by_flags_are_told_and_not_drawn(self):
-        text = dipole_file([(0, 0, 3, 7, "a"), (0, 5, 3, 7, "b")]) + "Dipole_Flags\n{\n1: 0 0 1 1 1\n2: 0 1 1 1 1\n}\n"
-        path, output = self.write("f.dip", text), self.path("o.png")
-        result = self.succeed("draw", path, "--mri", grey_head(), "--fiducials", LEFT_FIRST, "-o", output, "--slice",
-                              "coronal:0", "--glyph", "5")
-        self.assertIn("dipole: warning: 1 of 2 dipoles are switched off for slices by the flags of their files and are"
-                      " in no view\n", result.err)
-        with open(output, "rb") as file:
-            self.assertEqual(len(Png(file.read()).pixels(is_dipole_colour)), 25)
+        flags = "Dipole_Flags\n{\n1: 0 0 1 1 1\n2: 0 1 1 1 1\n}\n"
+        path = self.write("f.dip", dipole_file([(0, 0, 3, 7, "a"), (0, 5, 3, 7, "b")]) + flags)
+        result = self.draw_files([path], "--slice", "coronal:0", "--glyph", "5")
+        self.assertIn("dipole: warning: 1 of 2 dipoles are switched off for slices by the flags of their files"
+                      " and are in no view\n", result.err)
+        self.assertEqual(len(self.picture().pixels(is_dipole_colour)), 25)
 
     def test_another_head_is_told(self):
-        arguments = ["draw", example("auditory.dip"), "--mri", grey_head(), "-o", self.path("o.png"), "--fiducials"]
-        another = self.succeed(*arguments, LEFT_FIRST)
-        self.assertIn("dipole: warning: the distances between the fiducial points differ by 12 mm", another.err)
-        self.assertNotIn("same head", self.succeed(*arguments, example("ch2.fiducials")).err)
+        warning = "dipole: warning: the distances between the fiducial points differ by 12 mm"
+        files, own = [example("auditory.dip")], example("ch2.fiducials")
+        self.assertIn(warning, self.draw_files(files).err)
+        self.assertNotIn("same head", self.draw_files(files, fiducials=own).err)
 
     def test_a_volume_that_does_not_state_its_sides_is_told(self):
         mri = head_volume(self.path("plain.nii.gz"), size=20, spacing=12.0, sform=False)
@@ -152,14 +153,15 @@ class Warnings(DrawTest):
 class Failures(DrawTest):
     def attempt(self, code, *, dip=None, mri=None, fiducials=LEFT_FIRST, output=None, more=()):
         dip = dip or self.write("d.dip", dipole_file([(0, 0, 3, 7, "a")]))
-        return self.end_with(code, "draw", dip, "--mri", mri or grey_head(), "--fiducials", fiducials, "-o",
-                             output or self.path("out.png"), *more)
+        return self.end_with(code, "draw", dip, "--mri", mri or grey_head(), "--fiducials", fiducials,
+                             "-o", output or self.path("out.png"), *more)
 
     def test_bad_slices_sizes_and_overlaps_end_with_2(self):
-        for more in (["--slice", "oblique:3"], ["--slice", "axial"], ["--slice", "axial:x"], ["--slice", "axial:"],
-                     ["--slice", "axial:nan"], ["--slice", "axial:301"], ["--slice", "axial:3,"], ["--slice", ","],
-                     ["--slice", "axial:1,axial:2,axial:3,axial:4"], ["--slice", ""], ["--glyph", "0"],
-                     ["--glyph", "65"], ["--overlap", "-1"], ["--mm-per-pixel", "0"], ["--mm-per-pixel", "6"]):
+        slices = ("oblique:3", "axial", "axial:x", "axial:", "axial:nan", "axial:301", "axial:3,", ",", "",
+                  "axial:1,axial:2,axial:3,axial:4")
+        others = (("--glyph", "0"), ("--glyph", "65"), ("--overlap", "-1"), ("--mm-per-pixel", "0"),
+                  ("--mm-per-pixel", "6"))
+        for more in [("--slice", text) for text in slices] + list(others):
             self.attempt(2, more=more)
             self.assertFalse(os.path.exists(self.path("out.png")), more)
 
@@ -173,15 +175,16 @@ class Failures(DrawTest):
         }
         for text, cause in cases.items():
             path = self.write("f.fiducials", text)
-            self.assertIn("dipole: fiducial points %s: %s\n" % (path, cause), self.attempt(1, fiducials=path).err)
+            result = self.attempt(1, fiducials=path)
+            self.assertIn("dipole: fiducial points %s: %s\n" % (path, cause), result.err)
         self.assertIn("a folder, not a file", self.attempt(1, fiducials=self.folder).err)
         self.assertIn("cannot be opened", self.attempt(1, fiducials=self.path("missing")).err)
         self.assertIn("three triples", self.attempt(1, fiducials="1,2,3 4,5,6").err)
         self.assertFalse(os.path.exists(self.path("out.png")))
 
     def test_a_fiducial_file_may_hold_comments_and_any_order(self):
-        path = self.write("f.fiducials", "# a head\r\n right 80 0 0 # ear\r\n\r\nleft\t-80 0 0\r\nnasion 0 +1e2 0\r\n")
-        self.attempt(0, fiducials=path)
+        text = "# a head\r\n right 80 0 0 # ear\r\n\r\nleft\t-80 0 0\r\nnasion 0 +1e2 0\r\n"
+        self.attempt(0, fiducials=self.write("f.fiducials", text))
 
     def test_exchanged_ears_are_refused(self):
         result = self.attempt(1, fiducials="0,100,0 80,0,0 -80,0,0")
@@ -235,8 +238,7 @@ class Failures(DrawTest):
 
     def test_a_file_that_cannot_be_read_among_others_still_gives_a_picture_but_ends_with_1(self):
         dip = self.write("d.dip", dipole_file([(0, 0, 3, 7, "a")]))
-        self.end_with(1, "draw", dip, self.path("missing.dip"), "--mri", grey_head(), "--fiducials", LEFT_FIRST, "-o",
-                      self.path("out.png"))
+        self.draw_files([dip, self.path("missing.dip")], code=1)
         self.assertTrue(os.path.exists(self.path("out.png")))
 
 

@@ -60,7 +60,8 @@ class Values(ToolTest):
     def test_the_table_is_aligned_and_rounded(self):
         lines = self.succeed("list", example("auditory.dip")).out.split("\n")
         self.assertEqual(lines, [
-            "No  Id  Latency ms    x mm   y mm   z mm       ox       oy       oz  Moment nAm  Error %  Slices  Label",
+            "No  Id  Latency ms    x mm   y mm   z mm       ox       oy       oz  Moment nAm  Error %  Slices"
+            "  Label",
             " 1   1       96.20   52.00  58.00  10.00   0.1189  -0.9334  -0.3386       27.30     4.70     yes"
             "  N100m_left",
             " 2   1       92.40  -51.00  56.00  13.00  -0.0928  -0.9533  -0.2873       33.80     3.90     yes"
@@ -75,7 +76,8 @@ class Values(ToolTest):
         self.assertIsNone(json.loads(self.succeed("list", "--json", path).out)["moment_unit"])
 
     def test_several_files_come_in_one_list_in_their_order(self):
-        listed = json.loads(self.succeed("list", "--json", example("spikes.dip"), example("auditory.dip")).out)
+        files = [example("spikes.dip"), example("auditory.dip")]
+        listed = json.loads(self.succeed("list", "--json", *files).out)
         self.assertEqual([d["number"] for d in listed["dipoles"]], list(range(1, 123)))
         self.assertEqual([d["label"] for d in listed["dipoles"][119:]],
                          ["spike_120", "N100m_left", "N100m_right"])
@@ -122,7 +124,8 @@ class Texts(ToolTest):
         self.assertEqual(listed["dipoles"][0]["label"], "a\x1b[31mb\x07\x7f")
 
     def test_upper_control_characters_do_not_either(self):
-        path = self.write("c1.dip", dipole_file([(1, 2, 3, 7, "x")]).encode("ascii").replace(b" x\n", b" a\x9d31m\n"))
+        text = dipole_file([(1, 2, 3, 7, "x")]).encode("ascii")
+        path = self.write("c1.dip", text.replace(b" x\n", b" a\x9d31m\n"))
         for form in ([], ["--csv"], ["--json"]):
             out = self.succeed("list", *form, path).out
             self.assertNotIn("\u009d", out)
@@ -160,15 +163,16 @@ class Large(ToolTest):
         expected = expected_dipoles(path)
         self.assertEqual(len(dipoles), 30000)
         for index in (0, 1, 14999, 29999):
-            self.assertEqual([single(v) for v in dipoles[index]["position_mm"]], expected[index]["position_mm"])
+            position = [single(value) for value in dipoles[index]["position_mm"]]
+            self.assertEqual(position, expected[index]["position_mm"])
             self.assertEqual(dipoles[index]["label"], "s%d" % (index + 1))
 
     def test_the_30001st_is_reported_missing(self):
         path = self.make(30001)
         result = self.end_with(1, "list", "--csv", path)
         self.assertIn("dipole: No dipole space\n", result.err)
-        self.assertIn("dipole: warning: 30001 dipole rows were in the files for this import, but 30000 dipoles"
-                      " arrived\n", result.err)
+        self.assertIn("dipole: warning: 30001 dipole rows were in the files for this import, but 30000"
+                      " dipoles arrived\n", result.err)
         self.assertEqual(result.out.count("\n"), 30001)
 
 

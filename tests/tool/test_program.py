@@ -24,16 +24,16 @@ class Arguments(ToolTest):
 
     def test_wrong_arguments_end_with_2_and_say_why_on_standard_error(self):
         path = example("auditory.dip")
-        for arguments in ([], ["nonsense"], ["list"], ["list", "--nonsense", path], ["list", "--csv", "--json", path],
-                          ["info"], ["draw", path], ["draw", path, "--mri", "a", "--fiducials", "b"]):
+        for arguments in ([], ["nonsense"], ["list"], ["list", "--nonsense", path],
+                          ["list", "--csv", "--json", path], ["info"], ["draw", path], ["draw", path, "--mri", "a", "--fiducials", "b"]):
             result = self.end_with(2, *arguments)
             self.assertEqual(result.out, "", arguments)
             self.assertNotEqual(result.err, "", arguments)
 
     def test_a_full_disk_is_a_failure(self):
         with open("/dev/full", "wb") as full:
-            result = subprocess.run([TOOL, "list", example("spikes.dip")], stdout=full, stderr=subprocess.PIPE,
-                                    stdin=subprocess.DEVNULL, timeout=60)
+            result = subprocess.run([TOOL, "list", example("spikes.dip")], stdout=full,
+                                    stderr=subprocess.PIPE, stdin=subprocess.DEVNULL, timeout=60)
         self.assertEqual(result.returncode, 1)
         self.assertIn(b"dipole: cannot write the result: No space left on device\n", result.stderr)
 
@@ -95,8 +95,8 @@ class Files(ToolTest):
             self.assertEqual(self.succeed("list", "--csv", path).out.count("\n"), 3, repr(end))
 
     def test_names_with_blanks_umlauts_quotes_and_other_scripts(self):
-        for name in ("two words.dip", "Müller.dip", "it's \"quoted\".dip", "脳.dip", "[a].dip", "a,b.dip", "-x.dip",
-                     "[a]"):
+        for name in ("two words.dip", "Müller.dip", "it's \"quoted\".dip", "脳.dip", "[a].dip", "a,b.dip",
+                     "-x.dip", "[a]"):
             path = self.write(name, dipole_file([(1, 2, 3, 7, "a")]))
             self.assertIn(path, self.succeed("info", path).out)
             self.assertIn(name, self.succeed("info", "--", name, cwd=self.folder).out)
@@ -117,7 +117,8 @@ class Files(ToolTest):
         self.assertIn("a\\u001b[2Jb\\u000ac\\u202e.dip", result.err)
 
     def test_several_hundred_files_at_once(self):
-        paths = [self.write("%s_%03d.dip" % ("n" * 100, i), dipole_file([(1, 2, 3, 7, "a")])) for i in range(500)]
+        text = dipole_file([(1, 2, 3, 7, "a")])
+        paths = [self.write("%s_%03d.dip" % ("n" * 100, number), text) for number in range(500)]
         result = self.succeed("list", "--csv", *paths)
         self.assertEqual(result.out.count("\n"), 501)
         self.assertIn("Total imported dipoles:500 (0-500)\n", result.err)

@@ -1,5 +1,5 @@
-"""The module's questions: asked at a terminal, answered by --yes and --no, and no when nobody can answer. What was
-asked and answered is always said, and lost dipoles are reported."""
+"""The module's questions: asked at a terminal, answered by --yes and --no, and no when nobody can answer. What
+was asked and answered is always said, and lost dipoles are reported."""
 
 import json
 import unittest
@@ -44,7 +44,8 @@ class WithoutTerminal(ToolTest):
 
     def test_far_locations_are_asked_about_and_declined_rows_are_no_loss(self):
         path = self.write("f.dip", dipole_file([(250, 2, 3, 7, "far"), (1, 2, 3, 7, "near")]))
-        question = "It seems the dipole location is wrong (2500.000 x 20.000 x 30.000), do you like to import?"
+        question = ("It seems the dipole location is wrong (2500.000 x 20.000 x 30.000), "
+                    "do you like to import?")
         declined = self.succeed("list", "--csv", path)
         self.assertIn(question + " Answered: no", declined.err)
         self.assertNotIn("far", declined.out)
@@ -63,12 +64,12 @@ class WithoutTerminal(ToolTest):
     def test_a_label_that_closes_its_section_early_is_a_reported_loss(self):
         path = self.write("l.dip", dipole_file([(1, 2, 3, 7, "a}"), (1, 2, 3, 7, "b"), (1, 2, 3, 7, "c")]))
         result = self.end_with(1, "list", "--csv", path)
-        self.assertIn("warning: 3 dipole rows were in the files for this import, but 0 dipoles arrived", result.err)
+        self.assertIn("3 dipole rows were in the files for this import, but 0 dipoles arrived\n", result.err)
 
     def test_a_row_that_cannot_be_read_is_a_reported_loss(self):
         path = self.write("r.dip", dipole_file([(1, "two", 3, 7, "a"), (1, 2, 3, 7, "b")]))
         result = self.end_with(1, "list", "--csv", path)
-        self.assertIn("warning: 2 dipole rows were in the files for this import, but 1 dipoles arrived", result.err)
+        self.assertIn("2 dipole rows were in the files for this import, but 1 dipoles arrived\n", result.err)
         self.assertEqual(result.out.count("\n"), 2)
 
 

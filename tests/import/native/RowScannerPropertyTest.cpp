@@ -162,7 +162,7 @@ TEST(RowScannerProperty, RowsOfDipolesAreTakenWhereTheLibraryConvertsEightFields
   for (int i = 0; i < 200000; ++i) {
     const std::u16string text = rows.row(ctfFormats[0]);
     const ScanResult expected = scanByLibrary(ctfFormats[0], text);
-    const CString line = toCString(text);
+    const AnsiLine line(toCString(text));
     ASSERT_EQ(row.scan(line), expected.fields >= 8) << shown(text);
     if (expected.fields == 9) {
       label = expected.word;
@@ -182,7 +182,7 @@ TEST(RowScannerProperty, RowsOfMovingDipolesAreTakenWhereTheLibraryConvertsTwelv
   for (int i = 0; i < 200000; ++i) {
     const std::u16string text = rows.row(ctfFormats[1]);
     const ScanResult expected = scanByLibrary(ctfFormats[1], text);
-    const CString line = toCString(text);
+    const AnsiLine line(toCString(text));
     ASSERT_EQ(row.scan(line), expected.fields >= 12) << shown(text);
     if (expected.fields >= 12) {
       const float actual[9] = {row.latency,        row.location[0],    row.location[1],
@@ -202,7 +202,7 @@ TEST(RowScannerProperty, RowsOfFlagsAreTakenWhereTheLibraryConvertsSixFields) {
   for (int i = 0; i < 200000; ++i) {
     const std::u16string text = rows.row(ctfFormats[2]);
     const ScanResult expected = scanByLibrary(ctfFormats[2], text);
-    const CString line = toCString(text);
+    const AnsiLine line(toCString(text));
     ASSERT_EQ(row.scan(line), expected.fields == 6) << shown(text);
     if (expected.fields == 6) {
       ASSERT_EQ(row.color, expected.integers[1]) << shown(text);
@@ -217,7 +217,7 @@ TEST(RowScannerProperty, RowsOfFitInfoAreTakenWhereTheLibraryConvertsNineFields)
   for (int i = 0; i < 200000; ++i) {
     const std::u16string text = rows.row(ctfFormats[3]);
     const ScanResult expected = scanByLibrary(ctfFormats[3], text);
-    const CString line = toCString(text);
+    const AnsiLine line(toCString(text));
     ASSERT_EQ(row.scan(line), expected.fields >= 9) << shown(text);
     if (expected.fields >= 9) {
       ASSERT_EQ(row.id, expected.integers[1]) << shown(text);
@@ -273,7 +273,7 @@ TEST_F(DecimalComma, BlanksOfTheLocaleAreNoBlanks) {
 
 TEST_F(DecimalComma, ARowOfDipolesKeepsItsNumbers) {
   CtfDipoleRow row;
-  const CString line = _T("\t1:\t-2.90\t3.00\t1.25\t1.0000\t0.5\t-0.25\t3.000000\tspike,1");
+  const AnsiLine line(_T("\t1:\t-2.90\t3.00\t1.25\t1.0000\t0.5\t-0.25\t3.000000\tspike,1"));
   ASSERT_TRUE(row.scan(line));
   EXPECT_EQ(row.location[0], -2.90F);
   EXPECT_EQ(row.location[2], 1.25F);
