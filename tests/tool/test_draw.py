@@ -134,8 +134,8 @@ class Warnings(DrawTest):
         flags = "Dipole_Flags\n{\n1: 0 0 1 1 1\n2: 0 1 1 1 1\n}\n"
         path = self.write("f.dip", dipole_file([(0, 0, 3, 7, "a"), (0, 5, 3, 7, "b")]) + flags)
         result = self.draw_files([path], "--slice", "coronal:0", "--glyph", "5")
-        self.assertIn("dipole: warning: 1 of 2 dipoles are switched off for slices by the flags of their files"
-                      " and are in no view\n", result.err)
+        self.assertIn("dipole: warning: 1 of 2 dipoles are switched off for slices by the flags of their"
+                      " files and are in no view\n", result.err)
         self.assertEqual(len(self.picture().pixels(is_dipole_colour)), 25)
 
     def test_another_head_is_told(self):

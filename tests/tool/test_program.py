@@ -25,7 +25,8 @@ class Arguments(ToolTest):
     def test_wrong_arguments_end_with_2_and_say_why_on_standard_error(self):
         path = example("auditory.dip")
         for arguments in ([], ["nonsense"], ["list"], ["list", "--nonsense", path],
-                          ["list", "--csv", "--json", path], ["info"], ["draw", path], ["draw", path, "--mri", "a", "--fiducials", "b"]):
+                          ["list", "--csv", "--json", path], ["info"], ["draw", path],
+                          ["draw", path, "--mri", "a", "--fiducials", "b"]):
             result = self.end_with(2, *arguments)
             self.assertEqual(result.out, "", arguments)
             self.assertNotEqual(result.err, "", arguments)

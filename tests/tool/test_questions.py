@@ -1,5 +1,5 @@
-"""The module's questions: asked at a terminal, answered by --yes and --no, and no when nobody can answer. What
-was asked and answered is always said, and lost dipoles are reported."""
+"""The module's questions: asked at a terminal, answered by --yes and --no, and no when nobody can answer.
+What was asked and answered is always said, and lost dipoles are reported."""
 
 import json
 import unittest
