@@ -9,8 +9,7 @@ class CPoint : public POINT {
   CPoint(int pointX, int pointY) : POINT{pointX, pointY} {}
   CPoint(POINT point) : POINT(point) {}  // implicit, as in MFC
 
-  bool operator==(POINT other) const { return x == other.x && y == other.y; }
-  bool operator!=(POINT other) const { return !(*this == other); }
+  friend bool operator==(const CPoint& a, const CPoint& b) { return a.x == b.x && a.y == b.y; }
 };
 
 class CRect : public RECT {
@@ -30,8 +29,7 @@ class CRect : public RECT {
   operator LPRECT() { return this; }         // implicit, as in MFC
   operator LPCRECT() const { return this; }  // implicit, as in MFC
 
-  bool operator==(const RECT& other) const {
-    return left == other.left && top == other.top && right == other.right && bottom == other.bottom;
+  friend bool operator==(const CRect& a, const CRect& b) {
+    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
   }
-  bool operator!=(const RECT& other) const { return !(*this == other); }
 };

@@ -121,7 +121,8 @@ void CDC::FillSolidRect(LPCRECT rect, COLORREF color) {
 }
 
 COLORREF CDC::SetPixel(int x, int y, COLORREF color) {
-  return m_hDC == nullptr ? CLR_INVALID : ::SetPixel(m_hDC, x, y, color);
+  // Outside, not every system answers CLR_INVALID as it is documented to; reading does.
+  return GetPixel(x, y) == CLR_INVALID ? CLR_INVALID : ::SetPixel(m_hDC, x, y, color);
 }
 
 COLORREF CDC::GetPixel(int x, int y) const {

@@ -153,15 +153,15 @@ TEST(Gdi, RandomFillsMatchTheDefinition) {
   constexpr int width = 17;
   constexpr int height = 11;
   std::mt19937 random(3);
-  const auto near = [&] { return static_cast<int>(random() % 60) - 25; };
+  const auto anywhere = [&] { return static_cast<int>(random() % 60) - 25; };
   for (int round = 0; round < 200; ++round) {
     Canvas canvas(width, height);
-    const CPoint origin(near(), near());
+    const CPoint origin(anywhere(), anywhere());
     canvas.dc.SetViewportOrg(origin);
-    const int x = near();
-    const int y = near();
-    const int cx = near();
-    const int cy = near();
+    const int x = anywhere();
+    const int y = anywhere();
+    const int cx = anywhere();
+    const int cy = anywhere();
     canvas.dc.FillSolidRect(x, y, cx, cy, red);
     Rows expected;
     for (int row = 0; row < height; ++row) {
