@@ -14,11 +14,10 @@
 // Sets a number at a place, in a byte order.
 template <typename Number>
 void put(std::string& bytes, std::size_t offset, Number value, std::endian order) {
-  std::array<char, sizeof(Number)> raw;
-  std::memcpy(raw.data(), &value, raw.size());
+  char* place = bytes.data() + offset;
+  std::memcpy(place, &value, sizeof(Number));
   if (order != std::endian::native)
-    std::reverse(raw.begin(), raw.end());
-  bytes.replace(offset, raw.size(), raw.data(), raw.size());
+    std::reverse(place, place + sizeof(Number));
 }
 
 struct NiftiFile {
