@@ -100,11 +100,8 @@ auto uninterrupted(Call call) {
 }
 
 int openFlags(UINT flags) {
-  constexpr UINT access = 3;
-  int result = O_CLOEXEC;
-  result |= (flags & access) == CFile::modeRead ? O_RDONLY : 0;
-  result |= (flags & access) == CFile::modeWrite ? O_WRONLY : 0;
-  result |= (flags & access) == CFile::modeReadWrite ? O_RDWR : 0;
+  constexpr int access[] = {O_RDONLY, O_WRONLY, O_RDWR, O_RDWR};
+  int result = O_CLOEXEC | access[flags & 3U];
   if ((flags & CFile::modeCreate) != 0) {
     result |= O_CREAT | ((flags & CFile::modeNoTruncate) != 0 ? 0 : O_TRUNC);
   }

@@ -208,7 +208,7 @@ POSITION CFileDialog::GetStartPosition() const {
 
 CString CFileDialog::GetNextPathName(POSITION& position) const {
   const LPCTSTR text = reinterpret_cast<LPCTSTR>(position);
-  const CString name = text;
+  CString name = text;
   if (!m_several) {
     position = nullptr;
     return name;

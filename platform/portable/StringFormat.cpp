@@ -109,8 +109,8 @@ Specifier readSpecifier(LPCTSTR& at, Arguments& arguments) {
 template <class Value>
 void appendNumber(Text& out, const Specifier& specifier, const char* size, Value value) {
   char format[24];
-  std::snprintf(format, sizeof format, "%%%s*.*%s%c", specifier.flags, size,
-                static_cast<char>(specifier.type));
+  static_cast<void>(std::snprintf(format, sizeof format, "%%%s*.*%s%c", specifier.flags, size,
+                                  static_cast<char>(specifier.type)));
   char number[128];
   // The format is made of checked parts only.
 #pragma GCC diagnostic push
@@ -126,7 +126,8 @@ void appendNumber(Text& out, const Specifier& specifier, const char* size, Value
     return;
   }
   std::string longNumber(count + 1, '\0');
-  std::snprintf(longNumber.data(), longNumber.size(), format, specifier.width, specifier.precision, value);
+  static_cast<void>(std::snprintf(longNumber.data(), longNumber.size(), format, specifier.width,
+                                  specifier.precision, value));
 #pragma GCC diagnostic pop
   out += widen(longNumber.data(), count);
 }
@@ -140,9 +141,11 @@ void appendSigned(Text& out, const Specifier& specifier, Arguments& arguments) {
     case Size::pointerSize:
       value = va_arg(arguments.list, std::ptrdiff_t);
       break;
-    case Size::charSize:
-      value = static_cast<signed char>(va_arg(arguments.list, int));
+    case Size::charSize: {
+      const int given = va_arg(arguments.list, int);
+      value = (given & 0x7F) - (given & 0x80);
       break;
+    }
     case Size::shortSize:
       value = static_cast<short>(va_arg(arguments.list, int));
       break;

@@ -26,7 +26,7 @@ int CWinApp::DoMessageBox(LPCTSTR text, UINT type, UINT /*helpId*/) {
     return someone->answerMessage(text, type);
   }
   const std::string line = toUtf8(text) + '\n';
-  std::fputs(line.c_str(), stderr);
+  static_cast<void>(std::fputs(line.c_str(), stderr));  // where else could a failure be told?
   return carefulAnswer(type);
 }
 

@@ -28,7 +28,7 @@ fs::path newFolder() {
   for (;;) {
     std::ostringstream name;
     name << "dipole-test-" << std::hex << random() << random();
-    const fs::path path = fs::weakly_canonical(fs::temp_directory_path()) / name.str();
+    fs::path path = fs::weakly_canonical(fs::temp_directory_path()) / name.str();
     if (fs::create_directory(path)) {
       return path;
     }
