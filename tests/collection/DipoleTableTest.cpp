@@ -1,0 +1,114 @@
+// The table of dipoles by itself: storing, clearing, moving, sharing.
+#include <gtest/gtest.h>
+
+#include "collection/DipoleTable.h"
+#include "tests/support/FreeLog.h"
+
+namespace {
+
+constexpr int last = DipoleTable::capacity - 1;
+
+CDipoleszq* put(DipoleTable& table, int slot) {
+  table.store(slot, std::make_unique<CDipoleszq>());
+  return table[slot];
+}
+
+}  // namespace
+
+TEST(DipoleTable, StartsEmpty) {
+  const auto table = std::make_unique<DipoleTable>();
+  for (int slot = 0; slot < DipoleTable::capacity; ++slot) {
+    ASSERT_EQ((*table)[slot], nullptr);
+  }
+}
+
+TEST(DipoleTable, StoresInTheFirstAndTheLastSlot) {
+  const auto table = std::make_unique<DipoleTable>();
+  EXPECT_NE(put(*table, 0), nullptr);
+  EXPECT_NE(put(*table, last), nullptr);
+}
+
+TEST(DipoleTable, StoringOverADipoleReleasesIt) {
+  const auto table = std::make_unique<DipoleTable>();
+  const void* before = put(*table, 5);
+  const FreeLog log;
+  put(*table, 5);
+  EXPECT_EQ(log.timesFreed(before), 1);
+}
+
+TEST(DipoleTable, StoringNothingEmptiesTheSlot) {
+  const auto table = std::make_unique<DipoleTable>();
+  const void* before = put(*table, 5);
+  const FreeLog log;
+  table->store(5, nullptr);
+  EXPECT_EQ((*table)[5], nullptr);
+  EXPECT_EQ(log.timesFreed(before), 1);
+}
+
+TEST(DipoleTable, ClearReleasesOnce) {
+  const auto table = std::make_unique<DipoleTable>();
+  const void* before = put(*table, 5);
+  const FreeLog log;
+  table->clear(5);
+  table->clear(5);
+  EXPECT_EQ((*table)[5], nullptr);
+  EXPECT_EQ(log.timesFreed(before), 1);
+}
+
+TEST(DipoleTable, ClearAllReachesTheLastSlot) {
+  const auto table = std::make_unique<DipoleTable>();
+  put(*table, 0);
+  put(*table, last);
+  table->clearAll();
+  EXPECT_EQ((*table)[0], nullptr);
+  EXPECT_EQ((*table)[last], nullptr);
+}
+
+TEST(DipoleTable, MoveEmptiesTheSlotThatItLeaves) {
+  const auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* dipole = put(*table, 5);
+  const FreeLog log;
+  table->move(5, 2);
+  EXPECT_EQ((*table)[2], dipole);
+  EXPECT_EQ((*table)[5], nullptr);
+  EXPECT_EQ(log.timesFreed(dipole), 0);
+}
+
+TEST(DipoleTable, MoveOntoItselfKeepsTheDipole) {
+  const auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* dipole = put(*table, 5);
+  table->move(5, 5);
+  EXPECT_EQ((*table)[5], dipole);
+}
+
+TEST(DipoleTable, MoveOfAnEmptySlotLeavesTwoEmptyOnes) {
+  const auto table = std::make_unique<DipoleTable>();
+  table->move(5, 2);
+  EXPECT_EQ((*table)[2], nullptr);
+  EXPECT_EQ((*table)[5], nullptr);
+}
+
+TEST(DipoleTable, MovedSharedDipolesAreStillSharedByBoth) {
+  const auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* dipole = put(*table, 5);
+  const auto other = std::make_unique<DipoleTable>(*table);
+  const FreeLog log;
+  other->move(5, 0);
+  table->clear(5);
+  EXPECT_EQ(log.timesFreed(dipole), 0);
+  other->clear(0);
+  EXPECT_EQ(log.timesFreed(dipole), 1);
+}
+
+TEST(DipoleTable, ADipoleSharedAgainAfterItWasLetGoCountsAfresh) {
+  const auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* dipole = put(*table, 0);
+  auto other = std::make_unique<DipoleTable>(*table);
+  other->clear(0);
+  *other = *table;
+  const FreeLog log;
+  table->clear(0);
+  EXPECT_EQ(log.timesFreed(dipole), 0);
+  other.reset();
+  EXPECT_EQ(log.timesFreed(dipole), 1);
+}
