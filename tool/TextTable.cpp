@@ -39,6 +39,7 @@ std::string csvLine(const std::vector<std::string>& cells) {
 
 std::vector<std::string> titlesOf(const std::vector<TextTable::Column>& columns) {
   std::vector<std::string> titles;
+  titles.reserve(columns.size());
   for (const TextTable::Column& column : columns) {
     titles.push_back(column.title);
   }
