@@ -1,6 +1,7 @@
 #include "host/Image.h"
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 namespace host {
@@ -10,7 +11,7 @@ namespace {
 constexpr int largestExtent = 32767;
 
 std::uint8_t mix(std::uint8_t under, std::uint8_t over, double coverage) {
-  return static_cast<std::uint8_t>(under + (over - under) * coverage + 0.5);
+  return static_cast<std::uint8_t>(std::lround(under + (over - under) * coverage));
 }
 
 }  // namespace

@@ -33,7 +33,8 @@ int SliceGeometry::sliceAt(View view, double mm) const {
 }
 
 double SliceGeometry::slicePosition(View view, int slice) const {
-  return (slice - pixels(axesOf(view).slab) / 2) * m_spacing;
+  const int fromMiddle = slice - pixels(axesOf(view).slab) / 2;
+  return fromMiddle * m_spacing;
 }
 
 Slab SliceGeometry::slab(View view, int slice) const {

@@ -288,6 +288,7 @@ SlicePicture drawSlices(CDipoleFace8Import01_CTF& dipoles, const Volume& volume,
     picture.views.push_back(report);
   }
   std::vector<Image> panels;
+  panels.reserve(slices.size());
   for (const Slice& slice : slices)
     panels.push_back(drawPanel(slice, sliceHeight, options.mmPerPixel));
   picture.image = arrange(panels, requests, volume, options);
