@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 #include <stdexcept>
 
 #include "platform/Utf.h"
@@ -122,13 +123,17 @@ void ImportSession::checkCount(const std::vector<std::string>& files, const Scan
 }
 
 void ImportSession::checkPatients(const Scans& scans) {
-  bool isOne = true;
+  std::set<std::string> patients;
   for (const FileScan& scan : scans) {
-    isOne = isOne && (!scan.isReadable || scan.patient == scans.front().patient);
+    if (scan.isReadable) {
+      patients.insert(scan.patient);
+    }
   }
-  if (isOne) {
+  if (patients.size() <= 1) {
     m_patient = headerText(m_collection->m_patient, "PATIENT:");
-  } else {
+  }
+  patients.erase(std::string());  // a file that names nobody does not contradict the others
+  if (patients.size() > 1) {
     warn("the files name different patients");
   }
 }

@@ -30,7 +30,7 @@ class ImportSession {
   // arrived, and at least one did.
   bool isComplete() const { return m_isComplete; }
 
-  // The patient's name or number; empty when no file gives one or the files give different ones.
+  // The patient's name or number; empty unless all files give the same.
   const std::string& patient() const { return m_patient; }
 
  private:

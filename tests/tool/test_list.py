@@ -68,6 +68,10 @@ class Values(ToolTest):
             "  N100m_right",
             ""])
 
+    def test_the_table_has_no_minus_zero(self):
+        path = self.write("z.dip", dipole_file([("-0.0001", "-0.002", 3, 7, "a")]))
+        self.assertIn("  -0.02  30.00  0.00  ", self.succeed("list", path).out)
+
     def test_without_nam_in_the_header_the_moment_has_no_unit(self):
         path = self.write("a.dip", dipole_file([(1, 2, 3, 7, "a")]).replace("Mom(nAm)", "Mom"))
         self.assertIn("\nNo", "\n" + self.succeed("list", path).out)

@@ -128,6 +128,10 @@ class Files(ToolTest):
         result = self.succeed("list", example("auditory.dip"), example("spikes.dip"))
         self.assertIn("warning: the files name different patients\n", result.err)
         self.assertNotIn("warning", self.succeed("list", example("spikes.dip"), example("spikes.dip")).err)
+        nobody = self.write("nobody.dip", dipole_file([(1, 2, 3, 7, "a")]))
+        self.assertNotIn("patients", self.succeed("list", nobody, example("spikes.dip")).err)
+        missing = self.path("missing.dip")
+        self.assertNotIn("patients", self.end_with(1, "list", missing, example("spikes.dip")).err)
 
 
 if __name__ == "__main__":
