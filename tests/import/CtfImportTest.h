@@ -43,12 +43,13 @@ inline const std::string movingHeader =
 inline const std::string oneSphere =
     section("MEG_Sphere", "ORIGIN_X:\t1\nORIGIN_Y:\t2\nORIGIN_Z:\t3\nRADIUS:\t8\n");
 
-// Static dipoles "d1", "d2", ... at (k, 0.5, 0.25) cm.
+// Static dipoles "d1", "d2", ... at (1, 0.5, 0.25), (2, 0.5, 0.25), ... cm, after the 20th from 1 again.
 inline std::string dipoles(int count) {
   std::string rows;
   for (int k = 1; k <= count; ++k) {
     const std::string number = std::to_string(k);
-    rows += number + ": " + number + " 0.5 0.25 1 0 0 7 d" + number + "\n";
+    const std::string x = std::to_string((k - 1) % 20 + 1);
+    rows += number + ": " + x + " 0.5 0.25 1 0 0 7 d" + number + "\n";
   }
   return section("Dipoles", unitHeader + rows);
 }
