@@ -54,8 +54,8 @@ std::string alignedTable(const Collection& collection) {
                    {"oz"},
                    {moment},
                    {"Error %"},
-                   {"Slices"},
-                   {"Label", TextTable::Align::left}});
+                   {"Label", TextTable::Align::left},
+                   {"Slices"}});
   for (const CDipoleszq* d : dipolesOf(collection)) {
     std::vector<std::string> cells = {std::to_string(d->m_number), std::to_string(d->m_id),
                                       fixed(d->m_latency, 2)};
@@ -67,8 +67,8 @@ std::string alignedTable(const Collection& collection) {
     }
     cells.push_back(fixed(d->m_moment, 2));
     cells.push_back(fixed(d->m_fitError, 2));
-    cells.emplace_back(isShownOnSlices(*d) ? "yes" : "no");
     cells.push_back(printable(toUtf8(d->m_label)));
+    cells.emplace_back(isShownOnSlices(*d) ? "yes" : "no");
     table.addRow(std::move(cells));
   }
   return table.aligned();

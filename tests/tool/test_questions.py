@@ -92,6 +92,7 @@ class AtTerminal(ToolTest):
     def test_return_and_the_end_of_input_mean_no(self):
         code, shown, output = terminal(["list", "--json", self.moving()], [b"\n", b"\x04"])
         self.assertEqual((code, self.rows(output)), (1, 0), shown)
+        self.assertEqual(shown.count("[y/N] "), 2)
 
     def test_another_answer_is_asked_again(self):
         code, shown, output = terminal(["list", "--json", self.moving()], [b"maybe\n", b"y\n", b"n\n"])
