@@ -115,6 +115,24 @@ class Places(DrawTest):
         self.assertEqual(len(self.picture().pixels(is_dipole_colour)), 50)
 
 
+class Patients(DrawTest):
+    def picture_of(self, *patients):
+        paths = []
+        for number, patient in enumerate(patients):
+            head = "File_Info\n{\nPATIENT: %s\n}\n" % patient if patient else ""
+            paths.append(self.write("%d.dip" % number, dipole_file([(0, 5, 3, 7, "a")], head)))
+        self.draw_files(paths, "--slice", "coronal:0")
+        with open(self.path("out.png"), "rb") as file:
+            return file.read()
+
+    def test_the_patient_stands_in_the_picture_only_when_all_files_agree(self):
+        nobody = self.picture_of("", "")
+        self.assertEqual(self.picture_of("A", "B"), nobody)
+        self.assertEqual(self.picture_of("A", ""), nobody)
+        self.assertNotEqual(self.picture_of("A", "A"), nobody)
+        self.assertNotEqual(self.picture_of("A", "A"), self.picture_of("B", "B"))
+
+
 class Warnings(DrawTest):
     def test_overlap_decides_what_a_coronal_slice_shows(self):
         rows = [(0.4, 0, 3), (1.0, 3, 3)]
