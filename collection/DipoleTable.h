@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 #include "record/Dipoleszq.h"
 
@@ -31,6 +32,9 @@ class DipoleTable {
 
   // Moves what a slot holds into another one that is empty, and empties the first.
   void move(int from, int to);
+
+  // Exchanges what two slots hold.
+  void swap(int first, int second) { std::swap(m_slots[first], m_slots[second]); }
 
  private:
   using Holders = std::unordered_map<const CDipoleszq*, int>;

@@ -25,10 +25,11 @@ SliceRange rangeOf(const CDipoleFace8Import01_CTF& dipoles, const SliceGeometry&
                    double position, double overlapMm) {
   const int centre = geometry.sliceAt(view, position);
   // The smallest part of a slice is forgiven, so that 0.3 mm go three times into 0.9 mm.
-  const auto neighbours = static_cast<int>(overlapMm / geometry.mmPerPixel() + 1e-9);
-  if (view == View::axial || dipoles.getShowDipole2DOverlap() == 0)
-    return {view, centre, centre, centre};
-  return {view, centre, centre - neighbours, centre + neighbours};
+  const bool overlaps = dipoles.getShowDipole2DOverlap() != 0;
+  const auto neighbours = overlaps ? static_cast<int>(overlapMm / geometry.mmPerPixel() + 1e-9) : 0;
+  // An axial slice shows all from the origin up to it: the highest neighbour shows what the others do.
+  const int first = view == View::axial ? centre + neighbours : centre - neighbours;
+  return {view, centre, first, centre + neighbours};
 }
 
 Vector3 locationOf(const CDipoleszq& dipole) {

@@ -23,16 +23,16 @@ struct OverlayReport {
   int switchedOff = 0;  // in the depths shown, but hidden by their display state, their size or their set
   int nowhere = 0;      // with a coordinate that is not a number
   // No farther from the slice than the overlap, yet not drawn, though switched on: on axial slices the
-  // dipoles above the slice and those below the origin.
+  // dipoles below the origin.
   int withheld = 0;
   // All squares drawn, cut to the picture; nothing when there are none.
   std::optional<PixelBox> squares;
 };
 
 // Lets the module draw its dipoles on the picture of one slice, which must have the geometry's columns and
-// rows. Coronal and sagittal: while the set's overlap switch is on, the dipoles of all slices within
-// overlapMm are drawn too. Axial: the module shows all dipoles from the origin plane up to the slice, and
-// none for a slice below it; so neighbours are not asked for. When all squares are of one size they are
+// rows. While the set's overlap switch is on, the dipoles of all slices within overlapMm are drawn too. An
+// axial slice shows, by the module's rule, all dipoles from the origin plane up to it, and a slice below the
+// origin none. When all squares are of one size they are
 // centred on their pixel, else they hang to the right of and below it, as the module draws them. Throws
 // std::invalid_argument for an overlap that is negative or above 1000 mm, std::runtime_error when the drawing
 // surface cannot be had.

@@ -1,7 +1,8 @@
 #include "record/Dipoles3Display2D.h"
 
 #include <cmath>
-#include <limits>
+
+#include "record/Truncation.h"
 
 namespace {
 
@@ -29,13 +30,6 @@ double clampToVolume(const PictureAxis& axis) {
   return coordinate;
 }
 
-// Truncation toward zero; what an int cannot hold ends at the nearest one that it can.
-int truncate(double value) {
-  constexpr auto highest = static_cast<double>((std::numeric_limits<int>::max)());
-  constexpr auto lowest = static_cast<double>((std::numeric_limits<int>::min)());
-  return static_cast<int>(value > highest ? highest : value > lowest ? value : lowest);
-}
-
 // The upper bound is the extent itself, not the extent minus one: the host's contract.
 int clampToImage(double pixel, int extent) {
   if (pixel < static_cast<double>(extent)) {
@@ -53,7 +47,7 @@ void drawGlyph(CDC* dc, const CDipoles& dipole, int zoom, const PictureAxis& rig
   if (std::isnan(px) || std::isnan(py)) {
     return;  // nobody knows where such a dipole lies: no place on the picture is right for it
   }
-  const int size = truncate(dipole.m_size);
+  const int size = truncateToInt(dipole.m_size);
   dc->FillSolidRect(clampToImage(px, right.extent), clampToImage(py, up.extent), size, size, dipole.m_color);
 }
 
