@@ -159,20 +159,41 @@ TEST(DipoleOverlay, ShowsTheSliceAloneWithoutOverlap) {
   EXPECT_EQ(drawn.report.shown->to, 0.25);
 }
 
-TEST(DipoleOverlay, ShowsAllFromTheOriginUpToAnAxialSlice) {
+TEST(DipoleOverlay, ShowsAllFromTheOriginUpToTheNeighboursOfAnAxialSlice) {
   const auto dipoles = noDipoles();
   add(*dipoles, 1, 0, 0);
   add(*dipoles, 2, 15, 0);
-  add(*dipoles, 3, 20.25, 0);
-  add(*dipoles, 4, 20.26, 0);  // close, but above
-  add(*dipoles, 5, 25.1, 0);
-  add(*dipoles, 6, -0.01, 0);
+  add(*dipoles, 3, 25.25, 0);
+  add(*dipoles, 4, 25.26, 0);
+  add(*dipoles, 5, -0.01, 0);
   const Drawn drawn = draw(*dipoles, View::axial, 20);
+  EXPECT_EQ(drawn.report.position, 20.0);
   EXPECT_EQ(drawn.report.drawn, 3);
   EXPECT_EQ(coloured(drawn.image), 3);
-  EXPECT_EQ(drawn.report.withheld, 1);
+  EXPECT_EQ(drawn.report.withheld, 0);
   EXPECT_EQ(drawn.report.shown->from, 0.0);
+  EXPECT_EQ(drawn.report.shown->to, 25.25);
+}
+
+TEST(DipoleOverlay, ShowsAllFromTheOriginUpToAnAxialSliceAloneWithoutOverlap) {
+  const auto dipoles = noDipoles();
+  add(*dipoles, 1, 0, 0);
+  add(*dipoles, 2, 20.25, 0);
+  add(*dipoles, 3, 20.26, 0);
+  dipoles->setShowDipole2DOverlap(0);
+  const Drawn drawn = draw(*dipoles, View::axial, 20);
+  EXPECT_EQ(drawn.report.drawn, 2);
+  EXPECT_EQ(coloured(drawn.image), 2);
   EXPECT_EQ(drawn.report.shown->to, 20.25);
+}
+
+TEST(DipoleOverlay, SaysHowManyBelowTheOriginAnAxialSliceNearItWithholds) {
+  const auto dipoles = noDipoles();
+  add(*dipoles, 1, -4.9, 0);
+  add(*dipoles, 2, 1.0, 0);
+  const Drawn drawn = draw(*dipoles, View::axial, -2);
+  EXPECT_EQ(drawn.report.drawn, 1);  // the neighbours above the origin show it
+  EXPECT_EQ(drawn.report.withheld, 1);
 }
 
 TEST(DipoleOverlay, ShowsNothingOnAxialSlicesBelowTheOriginAndSaysHowManyAreThere) {
