@@ -49,7 +49,7 @@ inline std::string dipoles(int count) {
   for (int k = 1; k <= count; ++k) {
     const std::string number = std::to_string(k);
     const std::string x = std::to_string((k - 1) % 20 + 1);
-    rows += number + ": " + x + " 0.5 0.25 1 0 0 7 d" + number + "\n";
+    rows.append(number).append(": ").append(x).append(" 0.5 0.25 1 0 0 7 d").append(number).append("\n");
   }
   return section("Dipoles", unitHeader + rows);
 }
@@ -59,7 +59,8 @@ inline std::string movingDipoles(int count) {
   std::string rows;
   for (int k = 1; k <= count; ++k) {
     const std::string number = std::to_string(k);
-    rows += number + ": 1 " + number + " 0.125 -" + number + " 0.5 0.25 0 1 0 20 5 m" + number + "\n";
+    rows.append(number).append(": 1 ").append(number).append(" 0.125 -").append(number);
+    rows.append(" 0.5 0.25 0 1 0 20 5 m").append(number).append("\n");
   }
   return section("Fit_Results", movingHeader + rows);
 }
