@@ -1,7 +1,6 @@
 #include "tool/Output.h"
 
 #include <cerrno>
-#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
@@ -24,7 +23,7 @@ void writeResult(const Json& json) {
 }
 
 Json jsonNumber(double value) {
-  return std::isfinite(value) ? Json(withShortestDigits(value)) : Json(nullptr);
+  return withShortestDigits(value);
 }
 
 Json jsonText(const std::string& text) {

@@ -15,7 +15,7 @@ enum ExitCode { exitDone = 0, exitFailure = 1, exitUsage = 2 };
 void writeResult(const std::string& text);
 void writeResult(const Json& json);
 
-// A number for JSON, with as few digits as give it back; null when it is not finite.
+// A number for JSON, with as few digits as give it back; what is not finite is written as null.
 Json jsonNumber(double value);
 
 // A text for JSON; null when it is empty.

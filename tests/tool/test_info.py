@@ -40,6 +40,10 @@ class Info(ToolTest):
             values = [d[key] for d in dipoles]
             self.assertEqual([single(v) for v in entry[key]], [min(values), max(values)])
 
+    def test_ranges_leave_out_what_is_not_a_number(self):
+        path = self.write("n.dip", dipole_file([("nan", 2, 3, 7, "a"), (1, 2, 3, 7, "b")]))
+        self.assertEqual(self.info(path)[0]["z_mm"], [10, 10])
+
     def test_text_of_an_example(self):
         out = self.succeed("info", example("auditory.dip")).out
         self.assertEqual(out, "%s\n" % example("auditory.dip") + """\

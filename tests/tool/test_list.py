@@ -79,6 +79,13 @@ class Values(ToolTest):
         self.assertIn(",moment,", self.succeed("list", "--csv", path).out)
         self.assertIsNone(json.loads(self.succeed("list", "--json", path).out)["moment_unit"])
 
+    def test_shape_codes_tell_what_slices_show(self):
+        rows = [(1, 2, 3, 7, "a")] * 5
+        flags = "".join("%d: 0 %d 1 1 1\n" % (code + 1, code) for code in range(5))
+        path = self.write("f.dip", dipole_file(rows) + "Dipole_Flags\n{\n" + flags + "}\n")
+        dipoles = json.loads(self.succeed("list", "--json", path).out)["dipoles"]
+        self.assertEqual([d["shown_on_slices"] for d in dipoles], [True, False, False, True, False])
+
     def test_several_files_come_in_one_list_in_their_order(self):
         files = [example("spikes.dip"), example("auditory.dip")]
         listed = json.loads(self.succeed("list", "--json", *files).out)

@@ -32,11 +32,12 @@ class Arguments(ToolTest):
             self.assertNotEqual(result.err, "", arguments)
 
     def test_a_full_disk_is_a_failure(self):
-        with open("/dev/full", "wb") as full:
-            result = subprocess.run([TOOL, "list", example("spikes.dip")], stdout=full,
-                                    stderr=subprocess.PIPE, stdin=subprocess.DEVNULL, timeout=60)
-        self.assertEqual(result.returncode, 1)
-        self.assertIn(b"dipole: cannot write the result: No space left on device\n", result.stderr)
+        for name in ("auditory.dip", "spikes.dip"):  # one result that a buffer holds, one that it does not
+            with open("/dev/full", "wb") as full:
+                result = subprocess.run([TOOL, "list", example(name)], stdout=full, stderr=subprocess.PIPE,
+                                        stdin=subprocess.DEVNULL, timeout=60)
+            self.assertEqual(result.returncode, 1)
+            self.assertIn(b"dipole: cannot write the result: No space left on device\n", result.stderr)
 
 
 class Files(ToolTest):
