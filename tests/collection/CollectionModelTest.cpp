@@ -23,7 +23,7 @@ using Dipole = CollectionModel::Dipole;
 
 int operations() {
   const char* text = std::getenv("DIPOLE_SWEEP_OPERATIONS");
-  return text != nullptr ? std::atoi(text) : 1000000;
+  return text != nullptr ? static_cast<int>(std::strtol(text, nullptr, 10)) : 1000000;
 }
 
 struct Pair {

@@ -24,6 +24,7 @@ inline std::unique_ptr<CDipoleFace> faceOf(int count) {
 // The identifiers in the used slots; -1 for an empty one.
 inline std::vector<int> idsOf(const CDipoleFace& face) {
   std::vector<int> ids;
+  ids.reserve(face.getTotalDipoles());
   for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
     ids.push_back(face.m_dipoles[slot] != nullptr ? face.m_dipoles[slot]->m_id : -1);
   }
@@ -33,6 +34,7 @@ inline std::vector<int> idsOf(const CDipoleFace& face) {
 // The numbers in the used slots; -1 for an empty one.
 inline std::vector<int> numbersOf(const CDipoleFace& face) {
   std::vector<int> numbers;
+  numbers.reserve(face.getTotalDipoles());
   for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
     numbers.push_back(face.m_dipoles[slot] != nullptr ? face.m_dipoles[slot]->m_number : -1);
   }

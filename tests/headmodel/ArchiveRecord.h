@@ -55,8 +55,8 @@ class ByteWriter {
 
   // Fewer than 255 characters of ASCII, as UTF-16.
   ByteWriter& text(std::string_view characters) {
-    for (const int byte : {0xFF, 0xFE, 0xFF, static_cast<int>(characters.size())}) {
-      m_bytes.push_back(static_cast<BYTE>(byte));
+    for (const int part : {0xFF, 0xFE, 0xFF, static_cast<int>(characters.size())}) {
+      m_bytes.push_back(static_cast<BYTE>(part));
     }
     for (const char character : characters) {
       m_bytes.push_back(static_cast<BYTE>(character));

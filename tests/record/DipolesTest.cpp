@@ -360,12 +360,12 @@ TEST(DipoleSetColor, ChangesNothingButTheColours) {
 }
 
 TEST(SetColorValue, EveryByteBecomesItself256th) {
-  for (COLORREF byte = 0; byte < 256; ++byte) {
+  for (COLORREF part = 0; part < 256; ++part) {
     CDipoleszq dipole;
-    dipole.setColorValue(byte | (255 - byte) << 8 | byte << 16);
-    ASSERT_EQ(dipole.m_colorF[0], static_cast<float>(byte) / 256.0F);
-    ASSERT_EQ(dipole.m_colorF[1], static_cast<float>(255 - byte) / 256.0F);
-    ASSERT_EQ(dipole.m_colorF[2], static_cast<float>(byte) / 256.0F);
+    dipole.setColorValue(part | (255 - part) << 8 | part << 16);
+    ASSERT_EQ(dipole.m_colorF[0], static_cast<float>(part) / 256.0F);
+    ASSERT_EQ(dipole.m_colorF[1], static_cast<float>(255 - part) / 256.0F);
+    ASSERT_EQ(dipole.m_colorF[2], static_cast<float>(part) / 256.0F);
   }
 }
 
