@@ -183,6 +183,7 @@ TEST_F(CtfMovingDipoles, AnotherFilesMovingDipolesAreAppended) {
   parse(movingDipoles(1));
   parse(movingDipoles(2));
   EXPECT_EQ(labels(), (Texts{"m1", "m1", "m2"}));
+  EXPECT_EQ(set->m_currentDipole, 2);
 }
 
 TEST_F(CtfMovingDipoles, ASectionWithoutRowsEmptiesTheFilesSetAndStopsTheFile) {
