@@ -10,8 +10,10 @@ DipoleTable::DipoleTable(const DipoleTable& other) {
 
 DipoleTable& DipoleTable::operator=(const DipoleTable& other) {
   if (this != &other) {
-    clearAll();
-    share(other);
+    // The new ones first: without memory for them the old ones stay. Large: on the heap.
+    const auto copy = std::make_unique<DipoleTable>(other);
+    std::swap(m_slots, copy->m_slots);
+    std::swap(m_holders, copy->m_holders);
   }
   return *this;
 }
@@ -44,12 +46,16 @@ void DipoleTable::share(const DipoleTable& other) {
   if (!other.m_holders) {
     other.m_holders = std::make_shared<Holders>();
   }
-  auto& holders = *other.m_holders;
-  // Room for every entry first: from here on nothing can fail and leave a dipole half shared.
-  holders.reserve(holders.size() + capacity);
-  for (CDipoleszq* dipole : other.m_slots) {
+  // Every entry first, which may run out of memory; then the counts, which cannot.
+  Holders& holders = *other.m_holders;
+  for (const CDipoleszq* dipole : other.m_slots) {
     if (dipole != nullptr) {
-      ++holders.try_emplace(dipole, 1).first->second;
+      holders.try_emplace(dipole, 1);
+    }
+  }
+  for (const CDipoleszq* dipole : other.m_slots) {
+    if (dipole != nullptr) {
+      ++holders.find(dipole)->second;
     }
   }
   std::copy(std::begin(other.m_slots), std::end(other.m_slots), m_slots);
@@ -63,10 +69,10 @@ void DipoleTable::letGo(CDipoleszq* dipole) {
   if (m_holders) {
     const auto entry = m_holders->find(dipole);
     if (entry != m_holders->end()) {
-      if (--entry->second == 1) {
-        m_holders->erase(entry);
+      if (--entry->second > 0) {
+        return;
       }
-      return;
+      m_holders->erase(entry);
     }
   }
   const std::unique_ptr<CDipoleszq> last(dipole);

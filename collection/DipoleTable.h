@@ -17,7 +17,7 @@ class DipoleTable {
 
   DipoleTable() = default;
   DipoleTable(const DipoleTable& other);
-  DipoleTable& operator=(const DipoleTable& other);  // lets its own dipoles go first
+  DipoleTable& operator=(const DipoleTable& other);  // lets its own dipoles go
   ~DipoleTable();
 
   // The dipole of a slot, null when it is empty. The slot must be 0 .. capacity-1.
@@ -43,6 +43,7 @@ class DipoleTable {
   void letGo(CDipoleszq* dipole);
 
   CDipoleszq* m_slots[capacity] = {};
-  // How many tables hold a dipole, for those held by two or more; null as long as the table was never copied.
+  // How many tables hold a dipole; one that it does not know is held by one. Null as long as the table was
+  // never copied.
   mutable std::shared_ptr<Holders> m_holders;
 };

@@ -1,8 +1,10 @@
 // Copies of a collection: views of the same dipoles, of which each is released once, in whatever order the
 // collections end.
 #include <gtest/gtest.h>
+#include <new>
 
 #include "tests/collection/FaceFixture.h"
+#include "tests/support/FailingNew.h"
 #include "tests/support/FreeLog.h"
 
 namespace {
@@ -315,4 +317,22 @@ TEST(FaceAssignment, BetweenViewsOfDifferentSetsReleasesEachDipoleOnce) {
   expectFreed(log, ofB, 1);
   b.reset();
   expectFreed(log, ofA, 1);
+}
+
+TEST(FaceCopy, ThatRunsOutOfMemoryLeavesTheOriginalWhole) {
+  auto face = faceOf(3);
+  bool failed = true;
+  for (int nth = 1; failed; ++nth) {
+    const FailingNew failing(nth);
+    try {
+      const auto copy = std::make_unique<CDipoleFace>(*face);
+    } catch (const std::bad_alloc&) {
+    }
+    failed = failing.failed();
+  }
+  EXPECT_EQ(idsOf(*face), (Ids{0, 1, 2}));
+  const std::vector<const void*> dipoles = dipolesOf(*face);
+  const FreeLog log;
+  face.reset();
+  expectFreed(log, dipoles, 1);
 }
