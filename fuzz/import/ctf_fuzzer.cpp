@@ -7,9 +7,10 @@
 #include <afxwin.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -34,6 +35,13 @@ constexpr std::string_view knownMessages[] = {
     "The different between new and old sphere model > 3 mm",
     "Total imported dipoles:",
 };
+
+// Also for values that are no numbers.
+bool sameBits(const double (&left)[3], const double (&right)[3]) {
+  return std::equal(std::begin(left), std::end(left), std::begin(right), [](double a, double b) {
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+  });
+}
 
 class FuzzOperator : public Operator {
  public:
@@ -132,12 +140,11 @@ class FuzzCollection : public CDipoleFace8Import01_CTF {
     const CDipoleszq* dipole = m_dipoles[slot];
     check(dipole != nullptr, "no slot of the set is empty");
     check(dipole->m_number == slot + 1, "a dipole is numbered by its place");
-    check(dipole->m_rawLocation.m_radius == 1.0 &&
-              std::memcmp(dipole->m_rawLocation.m_center, dipole->m_location, sizeof dipole->m_location) == 0,
-          "the raw location is backed up");
+    check(
+        dipole->m_rawLocation.m_radius == 1.0 && sameBits(dipole->m_rawLocation.m_center, dipole->m_location),
+        "the raw location is backed up");
     check(dipole->m_rawOrientation.m_radius == 1.0 &&
-              std::memcmp(dipole->m_rawOrientation.m_center, dipole->m_orientation,
-                          sizeof dipole->m_orientation) == 0,
+              sameBits(dipole->m_rawOrientation.m_center, dipole->m_orientation),
           "the raw orientation is backed up");
     check(!dipole->m_label.IsEmpty(), "every dipole has a label");
   }

@@ -148,10 +148,16 @@ TEST(RowScannerProperty, EveryCodeUnitSeparatesOrNotAsInTheLibrary) {
 
 TEST(RowScannerProperty, ALineOfTheGreatestLengthIsScannedToItsLastCharacter) {
   for (const std::size_t length : {2046U, 2047U, 2048U}) {
-    compare(L"%d %s", u"7 " + std::u16string(length - 2, u'x'));
-    compare(L"%f %f", u"1" + std::u16string(length - 3, u'0') + u" 2");
-    compare(L"%f %f", u"0." + std::u16string(length - 5, u'0') + u"1 2");
-    compare(L"%d %d", std::u16string(length - 1, u' ') + u"2");
+    const auto padded = [&](const std::u16string& start, char16_t filling, const std::u16string& end) {
+      std::u16string row = start;
+      row.resize(length - end.size(), filling);
+      row += end;
+      return row;
+    };
+    compare(L"%d %s", padded(u"7 ", u'x', u""));
+    compare(L"%f %f", padded(u"1", u'0', u" 2"));
+    compare(L"%f %f", padded(u"0.", u'0', u"1 2"));
+    compare(L"%d %d", padded(u"", u' ', u"2"));
   }
 }
 
