@@ -61,17 +61,32 @@ float beyondRange(const char* begin, const char* end, bool isHex) {
   return magnitude > 0 ? std::numeric_limits<float>::infinity() : 0.0F;
 }
 
-// Converts a number without a sign; the caller has seen that it begins with a digit or a point.
+// An exponent's letter and sign, with or without digits behind them.
+const char* skipExponentStart(const char* next, char letter) {
+  if (lower(*next) == letter) {
+    ++next;
+    if (*next == '+' || *next == '-') {
+      ++next;
+    }
+  }
+  return next;
+}
+
+// Converts a number without a sign; the caller has seen that it begins with a digit or a point. An exponent's
+// letter and sign without digits belong to the number all the same.
 bool convert(const char* begin, const char* end, bool isHex, float& value, const char*& next) {
   const auto format = isHex ? std::chars_format::hex : std::chars_format::general;
-  const auto [stop, error] = std::from_chars(begin, end, value, format);
+  const char* mantissaEnd = skipMantissa(begin, isHex ? isHexDigit : isDigit);
+  const char* exponent = skipExponentStart(mantissaEnd, isHex ? 'p' : 'e');
+  const bool hasExponent = exponent != mantissaEnd && isDigit(*exponent);
+  const auto [stop, error] = std::from_chars(begin, hasExponent ? end : mantissaEnd, value, format);
   if (error == std::errc::invalid_argument) {
     return false;
   }
   if (error == std::errc::result_out_of_range) {
     value = beyondRange(begin, stop, isHex);
   }
-  next = stop;
+  next = hasExponent ? stop : exponent;
   return true;
 }
 
@@ -100,17 +115,6 @@ bool convertPlain(float& value, const char*& next) {
   value = static_cast<float>(digits) / powersOfTen[decimals];
   next = c;
   return true;
-}
-
-// An exponent's letter and sign without digits belong to the number all the same.
-const char* skipBareExponent(const char* next, char letter) {
-  if (lower(*next) == letter) {
-    ++next;
-    if (*next == '+' || *next == '-') {
-      ++next;
-    }
-  }
-  return next;
 }
 
 }  // namespace
@@ -183,14 +187,7 @@ RowScanner& RowScanner::real(float& value) {
 }
 
 bool RowScanner::decimal(float& value) {
-  if (convertPlain(value, m_next)) {
-    return true;
-  }
-  if (!convert(m_next, m_row.end(), false, value, m_next)) {
-    return false;
-  }
-  m_next = skipBareExponent(m_next, 'e');
-  return true;
+  return convertPlain(value, m_next) || convert(m_next, m_row.end(), false, value, m_next);
 }
 
 bool RowScanner::hexadecimal(float& value) {
@@ -198,7 +195,6 @@ bool RowScanner::hexadecimal(float& value) {
   const char* mantissa = m_next;
   const bool isMantissa = isHexDigit(*mantissa) || *mantissa == '.';
   if (isMantissa && convert(mantissa, m_row.end(), true, value, m_next)) {
-    m_next = skipBareExponent(m_next, 'p');
     return true;
   }
   // A point without digits is still the number 0x: zero.
