@@ -168,7 +168,8 @@ bool benchImport(const std::string& section, const CtfText& text,
   ((*slow).*yardstick)(file.path());
   if (face->m_totalDipoles != rows || slow->m_totalDipoles != rows ||
       face->m_dipoles[rows - 1]->m_location[1] != slow->m_dipoles[rows - 1]->m_location[1]) {
-    std::printf("  the imports do not agree: %d and %d dipoles\n", face->m_totalDipoles, slow->m_totalDipoles);
+    std::printf("  the imports do not agree: %d and %d dipoles\n", face->m_totalDipoles,
+                slow->m_totalDipoles);
     return false;
   }
   return isMet;

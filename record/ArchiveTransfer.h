@@ -1,0 +1,45 @@
+// Reads or writes values by one list of members, so that both directions of a layout agree.
+#pragma once
+
+#include <afx.h>
+
+// Called with a member, it writes or reads it, as the archive is meant. A flag takes one byte: any value but
+// 0 is true.
+class ArchiveTransfer {
+ public:
+  explicit ArchiveTransfer(CArchive& archive) : m_archive(archive), m_isStoring(archive.IsStoring() != 0) {}
+
+  bool isStoring() const { return m_isStoring; }
+  CArchive& archive() const { return m_archive; }
+
+  template <typename... Values>
+  void operator()(Values&... values) const {
+    (one(values), ...);
+  }
+
+ private:
+  template <typename Value>
+  void one(Value& value) const {
+    if (m_isStoring) {
+      m_archive << value;
+    } else {
+      m_archive >> value;
+    }
+  }
+
+  template <typename Value, int count>
+  void one(Value (&values)[count]) const {
+    for (Value& value : values) {
+      one(value);
+    }
+  }
+
+  void one(bool& flag) const {
+    BYTE stored = flag ? 1 : 0;
+    one(stored);
+    flag = stored != 0;
+  }
+
+  CArchive& m_archive;
+  bool m_isStoring;
+};
