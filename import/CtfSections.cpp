@@ -8,21 +8,13 @@
 #include "import/AnsiLineReader.h"
 #include "import/CtfRows.h"
 #include "import/DipoleFace8Import01_CTF.h"
+#include "import/KeyedValue.h"
 #include "import/RowScanner.h"
 
 namespace {
 
 constexpr float millimetresPerCentimetre = 10.0F;
 constexpr float millisecondsPerSecond = 1000.0F;
-
-// Takes the value behind a key: the key's length is deleted from the start of the line wherever the key
-// stands, so "\tVERSION:" leaves a colon. Kept on purpose, hosts know these texts.
-void takeValue(CString& line, const CString& key, CString& value) {
-  if (line.Find(key) >= 0) {
-    line.Delete(0, key.GetLength());
-    value = line;
-  }
-}
 
 void scale(float (&values)[3], float factor) {
   for (float& value : values) {
@@ -34,19 +26,6 @@ void assign(double (&target)[3], const float (&values)[3]) {
   for (int i = 0; i < 3; ++i) {
     target[i] = static_cast<double>(values[i]);
   }
-}
-
-// Deliberately one-sided: a far negative location is not questioned.
-bool isLocationRefused(const float (&location)[3]) {
-  constexpr float farthest = 300.0F;  // mm
-  if (!(location[0] > farthest || location[1] > farthest || location[2] > farthest)) {
-    return false;
-  }
-  CString question;
-  question.Format(_T("It seems the dipole location is wrong (%.3f x %.3f x %.3f), do you like to import?"),
-                  static_cast<double>(location[0]), static_cast<double>(location[1]),
-                  static_cast<double>(location[2]));
-  return AfxMessageBox(question, MB_YESNO) != IDYES;
 }
 
 }  // namespace

@@ -2,11 +2,11 @@
 
 #include <afxdlgs.h>
 
-#include <new>
 #include <utility>
 #include <vector>
 
 #include "import/AnsiLineReader.h"
+#include "import/ImportGuard.h"
 
 namespace {
 
@@ -14,21 +14,6 @@ namespace {
 constexpr DWORD chosenPathsCapacity = 1U << 20U;
 
 enum { extensionLength = 4 };  // with its point
-
-// Runs an import so that no exception leaves the module: a file fault is reported by the framework's own box,
-// exhausted memory ends the import silently.
-template <typename Work>
-void guardImport(Work work) {
-  try {
-    work();
-  } catch (CFileException* exception) {
-    exception->ReportError();
-    exception->Delete();
-  } catch (CMemoryException* exception) {
-    exception->Delete();
-  } catch (const std::bad_alloc&) {
-  }
-}
 
 // Lets the user choose CTF files; empty when the dialog gave none.
 std::vector<CString> chooseCtfFiles() {
@@ -109,24 +94,34 @@ int CDipoleFace8Import01_CTF::importCTFDipoles() {
 int CDipoleFace8Import01_CTF::importCTFDipolesX(CString& path, bool offerWholeFolder) {
   int result = 1;
   guardImport([&] {
-    CFileFind search;
-    if (!search.FindFile(path)) {
-      CString message;
-      message.Format(_T("Find file:%s error \n"), path.GetString());
-      AfxMessageBox(message);
-      result = 0;
-      return;
+    const std::vector<CString> paths = findImportFiles(path, offerWholeFolder);
+    result = paths.empty() ? 0 : 1;
+    if (result != 0) {
+      importCtfFiles(paths);
     }
-    search.FindNextFile();
-    SetCurrentDirectory(search.GetRoot());
-    std::vector<CString> paths = {search.GetFilePath()};
-    if (offerWholeFolder &&
-        AfxMessageBox(_T("Would you like to select all files in the same fold?"), MB_YESNO) == IDYES) {
-      paths = filesWithTheEndingOf(search.GetFileName());
-    }
-    importCtfFiles(paths);
   });
   return result;
+}
+
+std::vector<CString> CDipoleFace8Import01_CTF::findImportFiles(const CString& path, bool offerWholeFolder) {
+  CFileFind search;
+  if (!search.FindFile(path)) {
+    CString message;
+    message.Format(_T("Find file:%s error \n"), path.GetString());
+    AfxMessageBox(message);
+    return {};
+  }
+  search.FindNextFile();
+  SetCurrentDirectory(search.GetRoot());
+  m_importFirst = m_totalDipoles;
+  if (offerWholeFolder &&
+      AfxMessageBox(_T("Would you like to select all files in the same fold?"), MB_YESNO) == IDYES) {
+    std::vector<CString> files = filesWithTheEndingOf(search.GetFileName());
+    if (!files.empty()) {
+      return files;
+    }
+  }
+  return {search.GetFilePath()};
 }
 
 void CDipoleFace8Import01_CTF::importCtfFiles(const std::vector<CString>& paths) {
@@ -137,6 +132,10 @@ void CDipoleFace8Import01_CTF::importCtfFiles(const std::vector<CString>& paths)
   if (!m_skipFiducialSetup) {
     setCtfFiducial();
   }
+  finishImport();
+}
+
+void CDipoleFace8Import01_CTF::finishImport() {
   m_importEnd = m_totalDipoles;
   for (int slot = m_importFirst; slot < m_importEnd; ++slot) {
     if (m_dipoles[slot] != nullptr) {
@@ -148,6 +147,19 @@ void CDipoleFace8Import01_CTF::importCtfFiles(const std::vector<CString>& paths)
                  m_importEnd);
   AfxMessageBox(message);
   updateDipoleList();
+}
+
+// Deliberately one-sided: a far negative location is not questioned.
+bool CDipoleFace8Import01_CTF::isLocationRefused(const float (&location)[3]) {
+  constexpr float farthest = 300.0F;
+  if (!(location[0] > farthest || location[1] > farthest || location[2] > farthest)) {
+    return false;
+  }
+  CString question;
+  question.Format(_T("It seems the dipole location is wrong (%.3f x %.3f x %.3f), do you like to import?"),
+                  static_cast<double>(location[0]), static_cast<double>(location[1]),
+                  static_cast<double>(location[2]));
+  return AfxMessageBox(question, MB_YESNO) != IDYES;
 }
 
 int CDipoleFace8Import01_CTF::parseCTFDipoles(CString path) {

@@ -61,6 +61,13 @@ class CDipoleFace8Import01_CTF : public CDipoleFace3On3DView {
   // Called at the end of every import, for layers that show the list. Returns 1.
   virtual int updateDipoleList();
 
+  // Steps that the importers of other formats share. The files of an import by path (none, after the message,
+  // when it is not found); the user's answer to a location beyond 300 along an axis, in the unit given; raw
+  // backups, total message and list update at the end.
+  std::vector<CString> findImportFiles(const CString& path, bool offerWholeFolder);
+  static bool isLocationRefused(const float (&location)[3]);
+  void finishImport();
+
  private:
   void importCtfFiles(const std::vector<CString>& paths);
   void setHeadFiducialsFromMri();

@@ -1,7 +1,7 @@
 // The dipole module's one header for hosts.
 //
 // The collection that a host creates, on the heap, and everything that it hands out. See
-// import/DipoleFace8Import01_CTF.h and the layers below it for the operations, their units and frames.
+// file/DipoleFace9File.h and the layers below it for the operations, their units and frames.
 #pragma once
 
-#include "import/DipoleFace8Import01_CTF.h"
+#include "file/DipoleFace9File.h"

@@ -1,0 +1,111 @@
+// The text export of CDipoleFace9File, and its choice of an importer.
+#include <afxdlgs.h>
+
+#include <charconv>
+#include <new>
+#include <vector>
+
+#include "file/DipoleFace9File.h"
+
+namespace {
+
+constexpr DWORD pathCapacity = 32768;  // characters: the longest path of the system
+
+// A number with two decimals and a point, whatever the process' locale: spreadsheets read these files.
+CString twoDecimals(double value) {
+  char digits[400];  // the largest double has 309 digits in front of the point
+  const std::to_chars_result end =
+      std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 2);
+  return CString(digits, static_cast<int>(end.ptr - digits));
+}
+
+CString exportLine(const CDipoleszq& dipole) {
+  CString id;
+  id.Format(_T("%d"), dipole.m_id);
+  CString line = id + _T("  ") + twoDecimals(dipole.m_latency) + _T("  ");
+  for (const double coordinate : dipole.m_location) {
+    line += _T(" ") + twoDecimals(coordinate);
+  }
+  line += _T("  ");
+  for (const double component : dipole.m_orientation) {
+    line += _T(" ") + twoDecimals(component);
+  }
+  line += _T("   ") + twoDecimals(dipole.m_fitError) + _T("  ") + twoDecimals(dipole.m_moment);
+  line += _T("  ") + dipole.m_label + _T(" \n");
+  return line;
+}
+
+// The chosen name, empty when the dialog was cancelled.
+CString chooseExportFile() {
+  std::vector<TCHAR> chosen(pathCapacity);
+  CFileDialog dialog(FALSE, nullptr, nullptr, OFN_OVERWRITEPROMPT,
+                     _T("Text file(*.txt)|*.txt|All Files(*.*)|*.*||"));
+  dialog.m_ofn.nFilterIndex = 1;
+  dialog.m_ofn.lpstrFile = chosen.data();
+  dialog.m_ofn.nMaxFile = pathCapacity;
+  if (dialog.DoModal() != IDOK) {
+    return CString();
+  }
+  CString path = dialog.GetPathName();
+  if (path.Find(_T(".txt")) < 0) {  // anywhere, and with this case: on purpose
+    path += _T(".txt");
+  }
+  return path;
+}
+
+void writeTable(const CDipoleFace& face, const CString& path) {
+  CFile file(path, CFile::modeCreate | CFile::modeWrite);
+  CArchive archive(&file, CArchive::store, 4096);
+  try {
+    archive.WriteString(_T("The following data were exported from Veyrant for Microsoft Excel\n"));
+    archive.WriteString(
+        _T("ID\t Latency\t Xp  Yp  Zp\t\tXo  Yo  Zo\t\tFitError  Moment  Lable \n"));  // spelled on purpose
+    for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
+      if (face.m_dipoles[slot] != nullptr) {
+        archive.WriteString(exportLine(*face.m_dipoles[slot]));
+      }
+    }
+    archive.Close();
+  } catch (...) {
+    archive.Abort();
+    throw;
+  }
+  file.Close();
+}
+
+}  // namespace
+
+int CDipoleFace9File::exportExelFile() {
+  try {
+    const CString path = chooseExportFile();
+    if (path.IsEmpty()) {
+      return 0;
+    }
+    writeTable(*this, path);
+    return 1;
+  } catch (CFileException* exception) {
+    exception->Delete();
+    AfxMessageBox(_T("File could not be opened "));
+  } catch (CMemoryException* exception) {
+    exception->Delete();
+    AfxMessageBox(_T("Not enough memory"));
+  } catch (const std::bad_alloc&) {
+    AfxMessageBox(_T("Not enough memory"));
+  }
+  return 0;
+}
+
+int CDipoleFace9File::importDipoleX(CString& path, bool offerWholeFolder) {
+  const int ending = path.GetLength() - 4;
+  if (ending < 0) {
+    return 0;
+  }
+  const auto endsWith = [&](LPCTSTR words) { return path.Find(words, ending) >= 0; };
+  if (endsWith(_T(".dip")) || endsWith(_T(".DIP"))) {
+    return importCTFDipolesX(path, offerWholeFolder);
+  }
+  if (endsWith(_T(".txt")) || endsWith(_T(".TXT"))) {
+    return import4DMSIDipolesX(path, offerWholeFolder);
+  }
+  return 0;
+}

@@ -1,0 +1,45 @@
+// The set-wide members that the headerless set files of 2001 carry in front of the dipoles.
+//
+// They are read apart from the collection: a file whose count is impossible must not change it.
+#pragma once
+
+#include "collection/DipoleFace.h"
+
+struct ObsoleteFace {
+  explicit ObsoleteFace(const CDipoleFace& face);
+
+  // Write or read the fields of a version, up to and including the count of dipoles.
+  void transfer20011118(CArchive& archive);
+  void transfer20010901(CArchive& archive);
+  void transfer20010101(CArchive& archive);
+
+  // Gives the collection every member but the current dipole and the count.
+  void applyTo(CDipoleFace& face) const;
+
+  int showCurrentDipoleOnly;
+  double rotation[3];  // degrees
+  CString fileVersion;
+  CString mriFile;
+  CString patient;
+  int megOnly;
+  int coordinateType;
+  int showFiducialPt;
+  CFiducialzq fiducialMri;
+  CFiducialzq fiducialCtf;
+  int ctfSphereSet;
+  int showOrientationAll;
+  int showArray;
+  double faceValue;
+  double space[3];  // mm
+  double range[3];  // mm
+  CSpherezq sphereCtf;
+  int dimension[3];  // in the collection's order
+  int currentDipole;
+  int totalDipoles;  // those that slots hold: the formats know no empty slots
+
+ private:
+  template <typename Transfer>
+  void transferView(Transfer transfer);
+  template <typename Transfer>
+  void transferCounts(Transfer transfer);
+};
