@@ -78,9 +78,12 @@ int CDipoleFace::addDipole() {
 }
 
 int CDipoleFace::addDipoleF(float x, float y, float z) {
-  CDipoleszq source;
-  setTriple(source.m_location, static_cast<double>(x), static_cast<double>(y), static_cast<double>(z));
-  return addDipolex(&source);
+  std::unique_ptr<CDipoleszq> dipole = makeDipoleToAdd();
+  if (!dipole) {
+    return 0;
+  }
+  setTriple(dipole->m_location, static_cast<double>(x), static_cast<double>(y), static_cast<double>(z));
+  return appendDipole(std::move(dipole));
 }
 
 int CDipoleFace::addDipolePME(const double* position, const double* moment, double fitError) {
@@ -236,10 +239,8 @@ CDipoleszq* CDipoleFace::getNextDipole() {
     AfxMessageBox(_T("No dipole available"));
     return nullptr;
   }
-  ++m_currentDipole;
-  if (m_currentDipole < 0 || m_currentDipole >= m_totalDipoles) {
-    m_currentDipole = 0;
-  }
+  const bool hasNext = m_currentDipole >= -1 && m_currentDipole < m_totalDipoles - 1;
+  m_currentDipole = hasNext ? m_currentDipole + 1 : 0;
   return m_dipoles[m_currentDipole];
 }
 
@@ -248,10 +249,8 @@ CDipoleszq* CDipoleFace::getPreviousDipole() {
     AfxMessageBox(_T("No dipole available"));
     return nullptr;
   }
-  --m_currentDipole;
-  if (m_currentDipole < 0 || m_currentDipole >= m_totalDipoles) {
-    m_currentDipole = m_totalDipoles - 1;
-  }
+  const bool hasPrevious = m_currentDipole > 0 && m_currentDipole <= m_totalDipoles;
+  m_currentDipole = hasPrevious ? m_currentDipole - 1 : m_totalDipoles - 1;
   return m_dipoles[m_currentDipole];
 }
 
@@ -320,7 +319,7 @@ int CDipoleFace::setDipoleLocation(int index, float x, float y, float z) {
 
 int CDipoleFace::setDipoleName(int index, CString name) {
   if (CDipoleszq* dipole = getDipole(index)) {
-    dipole->m_label = name;
+    dipole->m_label = std::move(name);
   }
   return 1;
 }

@@ -108,9 +108,9 @@ class CDipoleFace {
   // Deliberately does nothing else than return 1.
   int traceDipoleSphere();
 
+  DipoleTable m_dipoles;    // first: an assignment without memory for it changes nothing else
   int m_currentDipole = 0;  // -1: none; 0 in a new collection although it holds nothing
   int m_totalDipoles = 0;
-  DipoleTable m_dipoles;
   double m_faceValue = 0.0;  // kept and archived, without a meaning here
   int m_showDipoleOrientationAll = 0;
   double m_allDipoleRange[3] = {100.0, 100.0, 100.0};  // where addDipole puts a dipole, mm
@@ -119,7 +119,7 @@ class CDipoleFace {
   CString m_patient = _T("non");                       // of the last imported file
   CString m_mriFile = _T("non");                       // of the last import
   int m_megOnly = 0;                                   // 1: the imported head model is for MEG alone
-  int m_coordinateType = 0;                            // 3 once an import named its unit
+  int m_coordinateType = 0;                            // 3 once an import set it
   int m_momentInNAm = 0;                               // 1: imported moments are nAm
   bool m_skipFiducialSetup = false;                    // true: a CTF import does not call setCtfFiducial
   int m_showCurrentDipoleOnly = 0;

@@ -1,6 +1,7 @@
 #include "collection/DipoleFace1Process.h"
 
 #include <cmath>
+#include <new>
 
 #include "collection/SelectionOrder.h"
 #include "record/Truncation.h"
@@ -145,9 +146,8 @@ int CDipoleFace1Process::transferDipole3D_MRIFit(const CFiducialzq* mri, bool ap
 
   // These resets come after the values above were stored, on purpose: what is left of translation and
   // rotation is what zeroSphere leaves.
-  const double radius = sphere->m_radius;
   m_sphereLocational.zeroSphere();
-  m_sphereLocational.m_radius = radius;
+  m_sphereLocational.m_radius = sphere->m_radius;
   m_sphereRotation.zeroSphere();
   return 1;
 }
@@ -163,6 +163,15 @@ void CDipoleFace1Process::restoreRawLocations() {
 }
 
 int CDipoleFace1Process::sortDipoles(int key) {
+  try {
+    sortByColumn(key);
+  } catch (const std::bad_alloc&) {
+    AfxMessageBox(_T("Not enough memory"));
+  }
+  return 1;
+}
+
+void CDipoleFace1Process::sortByColumn(int key) {
   switch (key) {
     case 0:
       sortBy<int>([](const CDipoleszq& dipole) { return dipole.m_number; });
@@ -189,7 +198,6 @@ int CDipoleFace1Process::sortDipoles(int key) {
     default:
       break;
   }
-  return 1;
 }
 
 // Minimum is the type that the running minimum of the sort is held in.

@@ -41,11 +41,13 @@ class CDipoleFace1Process : public CDipoleFace {
   //   0 m_number, 1 m_latency, 2..4 m_location x, y, z, 5..7 m_orientation x, y, z, 8 m_fitError, 9 m_moment
   // The order is that of a selection sort which keeps its minimum in single precision, exactly
   // (collection/SelectionOrder.h): hosts know its order of ties. The current index stays, so another dipole
-  // may be current afterwards. Empty slots stay where they are. Any other key changes nothing. Returns 1.
+  // may be current afterwards. Empty slots stay where they are. Any other key changes nothing. Returns 1,
+  // also after "Not enough memory", when nothing has changed.
   int sortDipoles(int key);
 
  private:
   void restoreRawLocations();
+  void sortByColumn(int key);
   template <typename Minimum, typename KeyOf>
   void sortBy(KeyOf keyOf);
 };

@@ -14,7 +14,8 @@ struct VolumeAxis {
 
   // Centre of a slice along this axis, mm. The index of the middle voxel is truncated.
   double sliceCentre(int slice) const {
-    return static_cast<double>(static_cast<LONGLONG>(slice) - voxels / 2) * spacing;
+    const int middle = voxels / 2;
+    return static_cast<double>(LONGLONG{slice} - middle) * spacing;
   }
 };
 

@@ -30,7 +30,7 @@ class DipoleTable {
   void clear(int slot);
   void clearAll();
 
-  // Moves what a slot holds into another one that is empty, and empties the first.
+  // Moves what a slot holds into another one, lets go of what was there, and empties the first.
   void move(int from, int to);
 
   // Exchanges what two slots hold.

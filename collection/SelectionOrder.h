@@ -10,16 +10,17 @@
 //    below a minimum that then is F already.)
 //  - A key strictly below F is below every running minimum, so each such slot becomes the choice when it is
 //    met, and the minimum is F from there on. If there are any, the last one is chosen.
-//  - If there is none, the first slot that rounds to F lowers the minimum to F, and no later key is below it:
-//  it
-//    is chosen.
+//  - If there is none, the first slot that rounds to F lowers the minimum to F, and no later key is below
+//    it: it is chosen.
 //  - A NaN is never below anything: in slot i it stays the choice, elsewhere it is never chosen. Zeros of
-//  both
-//    signs are equal; infinities need no rule of their own.
+//    both signs are equal; infinities need no rule of their own.
 // So a pass needs F, the last slot below F and the first slot that rounds to F among the remaining slots: a
 // binary tree over the slots keeps the three for every range, and each pass changes two of its leaves.
 #pragma once
 
+#include <cmath>
+#include <cstddef>
+#include <type_traits>
 #include <vector>
 
 template <typename Key, typename Minimum>
@@ -35,7 +36,7 @@ class SelectionOrder {
   // Gives a slot its key. Slots without one, like those with NaN, are never chosen by another slot's pass.
   void setKey(int slot, Key key) {
     const auto rounded = static_cast<Minimum>(key);
-    if (rounded == rounded) {  // not NaN
+    if (isNumber(rounded)) {
       leaf(slot) = {rounded, slot, key < static_cast<Key>(rounded) ? slot : none};
     }
   }
@@ -71,7 +72,16 @@ class SelectionOrder {
     int lastBelow = none;  // the last slot whose exact key is below it
   };
 
-  Node& leaf(int slot) { return m_nodes[static_cast<std::size_t>(m_leaves + slot)]; }
+  static bool isNumber(Minimum value) {
+    if constexpr (std::is_floating_point_v<Minimum>) {
+      return !std::isnan(value);
+    }
+    return true;
+  }
+
+  Node& leaf(int slot) {
+    return m_nodes[static_cast<std::size_t>(m_leaves) + static_cast<std::size_t>(slot)];
+  }
 
   void join(int node) {
     const Node& left = m_nodes[static_cast<std::size_t>(node) * 2];

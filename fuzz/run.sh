@@ -37,7 +37,7 @@ for reader in "${readers[@]}"; do
   if ! "$folder/fuzz/${reader}_fuzzer" "${options[@]}" "$folder/corpus/$reader" "$folder/seeds/$reader" \
       >"$folder/$reader.log" 2>&1; then
     failed+=("$reader")
-    grep -E 'does not hold|ERROR|SUMMARY|runtime error' "$folder/$reader.log" | head -n 5
+    grep -E 'does not hold|ERROR|SUMMARY|runtime error' "$folder/$reader.log" | head -n 5 || true
   fi
   grep -E 'number_of_executed_units|average_exec_per_sec' "$folder/$reader.log" || true
 done

@@ -20,7 +20,7 @@ class CFiduciaryPt {
   // Stores the position and marks the point as set; shape, size and label stay. Returns 1.
   int setPosition(double x, double y, double z);
 
-  // Writes the position. Returns 1 when the point is set, else 0 (the position is then 0, 0, 0).
+  // Writes the position. Returns 1 when the point is set, else 0.
   int getPosition(double& x, double& y, double& z) const;
 
   bool isSet() const { return m_int0 != 0; }

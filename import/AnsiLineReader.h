@@ -16,7 +16,7 @@
 
 class AnsiLineReader {
  public:
-  static constexpr int wholeBlocks = 8192;  // bytes
+  static constexpr int wholeBlocks = 4096;  // bytes
 
   // With a look-ahead of 1 byte, what the archive gives next stands right behind the line just read.
   explicit AnsiLineReader(CArchive& archive, int lookAhead = wholeBlocks)

@@ -236,8 +236,6 @@ bool CDipoleFace8Import01_CTF::appendCtfMovingDipole(const CtfMovingDipoleRow& r
   }
   // An object that was there is reused as it is: what the row does not name stays.
   CDipoleszq& dipole = *m_dipoles[m_totalDipoles];
-  m_currentDipole = m_totalDipoles;
-  ++m_totalDipoles;
   float location[3] = {row.location[0], row.location[1], row.location[2]};
   float orientation[3] = {row.orientation[0], row.orientation[1], row.orientation[2]};
   if (isCentimetre) {
@@ -247,13 +245,15 @@ bool CDipoleFace8Import01_CTF::appendCtfMovingDipole(const CtfMovingDipoleRow& r
   coordinateCtf2zq(orientation[0], orientation[1], orientation[2]);
   assign(dipole.m_location, location);
   assign(dipole.m_orientation, orientation);
-  dipole.m_number = m_totalDipoles;
+  dipole.m_number = m_totalDipoles + 1;
   dipole.m_moment = static_cast<double>(row.moment);
   dipole.m_label = row.label;
   dipole.m_latency = static_cast<double>(isSecond ? row.latency * millisecondsPerSecond : row.latency);
   dipole.m_fitTag = row.fitTag;
   dipole.m_id = row.id;
   dipole.m_fitError = static_cast<double>(row.fitError);
+  m_currentDipole = m_totalDipoles;
+  ++m_totalDipoles;  // when all is stored, which may run out of memory
   return true;
 }
 

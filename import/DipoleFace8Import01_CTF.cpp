@@ -34,12 +34,13 @@ std::vector<CString> chooseCtfFiles() {
   return paths;
 }
 
-// Every file of the current directory whose name ends like the given one, in the order of the search.
-std::vector<CString> filesWithTheEndingOf(const CString& fileName) {
+// Every file of a folder, given with its closing separator, whose name ends like the given one, in the order
+// of the search.
+std::vector<CString> filesWithTheEndingOf(const CString& fileName, const CString& folder) {
   const CString ending = fileName.Right(extensionLength);
   CFileFind search;
   std::vector<CString> paths;
-  BOOL more = search.FindFile(_T("*") + ending);
+  BOOL more = search.FindFile(folder + _T("*") + ending);
   while (more) {
     more = search.FindNextFile();
     // A pattern also matches short names and folders.
@@ -116,7 +117,7 @@ std::vector<CString> CDipoleFace8Import01_CTF::findImportFiles(const CString& pa
   m_importFirst = m_totalDipoles;
   if (offerWholeFolder &&
       AfxMessageBox(_T("Would you like to select all files in the same fold?"), MB_YESNO) == IDYES) {
-    std::vector<CString> files = filesWithTheEndingOf(search.GetFileName());
+    std::vector<CString> files = filesWithTheEndingOf(search.GetFileName(), search.GetRoot());
     if (!files.empty()) {
       return files;
     }

@@ -7,15 +7,14 @@
 //
 //   RowScanner(row).integer(n).colon().real(x).word(label).fields() == 3  // for "7: 1.5 spike"
 //
-// Details that the rows of other programs meet, all as in the GNU C library:
+// Details that the rows of other programs meet, as in the GNU C library (other C libraries differ in most):
 //   - white space is blank, tab, LF, VT, FF and CR; numbers and words skip it first, colon does not;
 //   - an integer beyond 64 bits ends at their limit; then the low 32 bits count;
 //   - a real may be decimal, hexadecimal, inf, infinity or nan in any case; it is rounded once, to the
-//   nearest
-//     float; too large becomes infinite, too small becomes zero;
+//     nearest float (the GNU library loses a bit of some hexadecimal numbers below 2^-149, which this scanner
+//     does not); too large becomes infinite, too small becomes zero;
 //   - an exponent without digits ("1e", "1e+") is taken off the text and ignored;
 //   - a number ends where the next character cannot continue it: "1.5.3" is 1.5 and .3, "12abc" is 12.
-//
 #pragma once
 
 #include <afx.h>

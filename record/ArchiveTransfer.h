@@ -29,8 +29,8 @@ class ArchiveTransfer {
 
   template <typename Value, int count>
   void one(Value (&values)[count]) const {
-    for (Value& value : values) {
-      one(value);
+    for (int i = 0; i < count; ++i) {
+      one(values[i]);
     }
   }
 

@@ -16,7 +16,8 @@ class CDipoles3Display2D : public CDipoles {
   ~CDipoles3Display2D() override;
 
   // Each fills a square of m_size pixels when the dipole lies in the slab and m_display is 1; a coordinate
-  // beyond the volume is drawn at the border of the image. Returns 1 in every case.
+  // beyond the volume is drawn at the border of the image, one that is not a number nowhere. Returns 1 in
+  // every case.
   //   slabMin, slabMax   the slab in mm along the axis that the view slices, both ends inclusive
   //   zoom               pixels per voxel
   //   half1, spacing1    half extent (mm) and voxel spacing (mm) of the first in-plane axis

@@ -2,5 +2,12 @@
 # Fails when a source is not formatted as .clang-format says, or a line is longer than 110 columns.
 set -eu
 cd "$(dirname "$0")/.."
-find headmodel record collection import module platform host tool tests bench fuzz \
-  \( -name '*.h' -o -name '*.cpp' \) -print0 | xargs -0 clang-format --dry-run -Werror
+sources() {
+  find headmodel record collection import file module platform host tool tests bench fuzz \
+    \( -name '*.h' -o -name '*.cpp' \) -print0
+}
+sources | xargs -0 clang-format --dry-run -Werror
+if sources | xargs -0 grep -nE '^.{111,}' | cut -c1-140 | grep .; then
+  echo "The lines above are longer than 110 columns." >&2
+  exit 1
+fi

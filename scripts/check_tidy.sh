@@ -7,6 +7,7 @@ cd "$(dirname "$0")/.."
 if [ $# -gt 0 ]; then
   printf '%s\0' "$@"
 else
-  find headmodel record collection import platform/portable platform/native host tool tests bench \
+  find headmodel record collection import file platform/portable platform/native host tool tests bench \
     -name '*.cpp' -print0
-fi | xargs -0 -n 1 -P "$(nproc)" clang-tidy -p build/native --quiet
+fi | xargs -0 -n 1 -P "$(nproc)" clang-tidy -p build/native --quiet \
+  --extra-arg=-Wno-unknown-warning-option

@@ -67,7 +67,7 @@ TEST_F(CtfFaults, AFileFaultEndsTheImportAtOnce) {
 
 TEST_F(CtfFaults, AFileFaultKeepsTheDipolesBeforeIt) {
   set->addDipole();
-  importWithReadFault(dipoles(400), 3);
+  importWithReadFault(dipoles(400), 2);
   const int count = set->m_totalDipoles;
   EXPECT_GT(count, 1);
   EXPECT_LT(count, 401);
