@@ -4,4 +4,7 @@
 bool benchDipolesImport();
 bool benchFitResultsImport();
 bool benchSliceDrawing();
+bool benchSort();
+bool benchView3D();
+bool benchArchive();
 bool benchMemory();

@@ -12,6 +12,9 @@ int main() {
   bool allMet = benchDipolesImport();
   allMet &= benchFitResultsImport();
   allMet &= benchSliceDrawing();
+  allMet &= benchSort();
+  allMet &= benchView3D();
+  allMet &= benchArchive();
   allMet &= benchMemory();
   return allMet ? 0 : 1;
 }

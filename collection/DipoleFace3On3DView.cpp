@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 
 CDipoleFace3On3DView::CDipoleFace3On3DView() {
   m_showCurrentDipoleOnly = 0;
@@ -17,6 +18,13 @@ CDipoleFace3On3DView::Point CDipoleFace3On3DView::displayPoint(CDipoleszq& dipol
   return point;
 }
 
+double CDipoleFace3On3DView::squaredDistance(const Point& p, const double* point) {
+  const double dx = p.x - point[0];
+  const double dy = p.y - point[1];
+  const double dz = p.z - point[2];
+  return dx * dx + dy * dy + dz * dz;
+}
+
 int CDipoleFace3On3DView::getCurrentDipoleXYZ(double& x, double& y, double& z) {
   if (CDipoleszq* dipole = getCurrentDipole()) {
     dipole->getDipoleXYZ(&m_sphereLocational, &m_sphereRotation, x, y, z);
@@ -26,39 +34,46 @@ int CDipoleFace3On3DView::getCurrentDipoleXYZ(double& x, double& y, double& z) {
 
 int CDipoleFace3On3DView::getDipolePtColorF(const double* point, float* color) {
   std::fill_n(color, 3, 0.0F);
-  const auto tolerance = static_cast<double>(m_mergeRadius);
-  const auto distance = [point](const Point& p) {
-    const double dx = p.x - point[0];
-    const double dy = p.y - point[1];
-    const double dz = p.z - point[2];
-    return std::sqrt(dx * dx + dy * dy + dz * dz);
-  };
-  const auto isNear = [tolerance](double centre, double coordinate) {
-    return centre - tolerance <= coordinate && coordinate <= centre + tolerance;
-  };
-  const CDipoleszq* picked = nullptr;
-  double best = 2.0 * tolerance;
-  if (m_showCurrentDipoleOnly != 0) {
-    CDipoleszq* current = getCurrentDipole();
-    picked = current != nullptr && best > distance(displayPoint(*current)) ? current : nullptr;
-  } else {
-    for (int slot = 0; slot < m_totalDipoles; ++slot) {
-      CDipoleszq* dipole = m_dipoles[slot];
-      if (dipole == nullptr) {
-        continue;
-      }
-      const Point p = displayPoint(*dipole);
-      if (isNear(point[0], p.x) && isNear(point[1], p.y) && isNear(point[2], p.z) && distance(p) < best) {
-        best = distance(p);
-        picked = dipole;
-      }
-    }
-  }
+  const CDipoleszq* picked = m_showCurrentDipoleOnly != 0 ? pickCurrent(point) : pickNearest(point);
   if (picked == nullptr) {
     return 0;
   }
   std::copy(std::begin(picked->m_colorF), std::end(picked->m_colorF), color);
   return 1;
+}
+
+const CDipoleszq* CDipoleFace3On3DView::pickCurrent(const double* point) {
+  CDipoleszq* current = getCurrentDipole();
+  const double farthest = 2.0 * static_cast<double>(m_mergeRadius);
+  const bool isNear =
+      current != nullptr && farthest > std::sqrt(squaredDistance(displayPoint(*current), point));
+  return isNear ? current : nullptr;
+}
+
+const CDipoleszq* CDipoleFace3On3DView::pickNearest(const double* point) {
+  const auto tolerance = static_cast<double>(m_mergeRadius);
+  const auto isNear = [tolerance](double centre, double coordinate) {
+    return centre - tolerance <= coordinate && coordinate <= centre + tolerance;
+  };
+  const CDipoleszq* picked = nullptr;
+  double best = 2.0 * tolerance;
+  double bestSquare =
+      std::numeric_limits<double>::infinity();  // only a smaller square can have a smaller root
+  for (int slot = 0; slot < m_totalDipoles; ++slot) {
+    CDipoleszq* dipole = m_dipoles[slot];
+    if (dipole == nullptr) {
+      continue;
+    }
+    const Point p = displayPoint(*dipole);
+    const double square = squaredDistance(p, point);
+    if (square < bestSquare && isNear(point[0], p.x) && isNear(point[1], p.y) && isNear(point[2], p.z) &&
+        std::sqrt(square) < best) {
+      best = std::sqrt(square);
+      bestSquare = square;
+      picked = dipole;
+    }
+  }
+  return picked;
 }
 
 int CDipoleFace3On3DView::getDipoleXYZ4Latency(double low, double high, double& x, double& y, double& z) {

@@ -68,4 +68,7 @@ class CDipoleFace3On3DView : public CDipoleFace2On2DView {
   };
 
   Point displayPoint(CDipoleszq& dipole);
+  static double squaredDistance(const Point& p, const double* point);
+  const CDipoleszq* pickCurrent(const double* point);
+  const CDipoleszq* pickNearest(const double* point);
 };

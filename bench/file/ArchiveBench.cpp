@@ -1,0 +1,80 @@
+// Saving and loading a full dipole-set file beside one fwrite or fread of the same bytes and a memcpy of them.
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/Benchmarks.h"
+#include "bench/Comparison.h"
+#include "module/dipole.h"
+#include "platform/Utf.h"
+
+namespace {
+
+constexpr int rounds = 31;
+
+void save(CDipoleFace9File& face, const CString& path) {
+  CFile file(path, CFile::modeCreate | CFile::modeWrite);
+  CArchive archive(&file, CArchive::store);
+  face.serializeDipolesFace(archive);
+  archive.Close();
+}
+
+void load(CDipoleFace9File& face, const CString& path) {
+  CFile file(path, CFile::modeRead);
+  CArchive archive(&file, CArchive::load);
+  face.serializeDipolesFace(archive);
+  archive.Close();
+}
+
+}  // namespace
+
+bool benchArchive() {
+  auto face = std::make_unique<CDipoleFace9File>();
+  CString label;
+  for (int i = 0; i < DipoleTable::capacity; ++i) {
+    face->addDipole();
+    label.Format(_T("spike_%d"), i);
+    face->setDipoleName(-1, label);
+  }
+  const std::filesystem::path place = std::filesystem::temp_directory_path() / "dipole_bench.dipset";
+  const std::filesystem::path bare = std::filesystem::temp_directory_path() / "dipole_bench.bare";
+  const CString path = fromUtf8(place.string());
+  save(*face, path);
+  std::vector<char> bytes(std::filesystem::file_size(place));
+  std::vector<char> copied(bytes.size());
+  const auto bareWrite = [&] {
+    std::memcpy(copied.data(), bytes.data(), bytes.size());
+    std::FILE* file = std::fopen(bare.c_str(), "wb");
+    std::fwrite(copied.data(), 1, copied.size(), file);
+    std::fclose(file);
+  };
+  const auto bareRead = [&] {
+    std::FILE* file = std::fopen(bare.c_str(), "rb");
+    keep(std::fread(copied.data(), 1, copied.size(), file));
+    std::fclose(file);
+    std::memcpy(bytes.data(), copied.data(), copied.size());
+  };
+  bareWrite();
+  const std::string title =
+      std::to_string(DipoleTable::capacity) + " dipoles, " + std::to_string(bytes.size()) + " bytes, ";
+  auto loaded = std::make_unique<CDipoleFace9File>();
+  bool allMet = compare(
+      title + "saving",
+      {{"serializeDipolesFace", {}, [&] { save(*face, path); }}, {"fwrite and memcpy", {}, bareWrite}},
+      {{1, 3.0, false}}, rounds);
+  allMet &= compare(title + "loading",
+                    {{"serializeDipolesFace", [&] { loaded = std::make_unique<CDipoleFace9File>(); },
+                      [&] { load(*loaded, path); }},
+                     {"fread and memcpy", {}, bareRead}},
+                    {{1, 3.0, false}}, rounds);
+  std::filesystem::remove(place);
+  std::filesystem::remove(bare);
+  if (loaded->m_totalDipoles != DipoleTable::capacity) {
+    std::printf("  the file did not come back whole\n");
+    return false;
+  }
+  return allMet;
+}
