@@ -13,14 +13,6 @@ TEST(DipoleFace1Process, StartsWithAZeroRotation) {
   EXPECT_EQ(face->m_sphereRotation.m_radius, 0.0);
 }
 
-TEST(DipoleFace3On3DView, ShowsMoreThanTheCurrentDipoleAtFirst) {
-  EXPECT_EQ(std::make_unique<CDipoleFace3On3DView>()->m_showCurrentDipoleOnly, 0);
-}
-
-TEST(DipoleFace3On3DView, MergesWithin15AtFirst) {
-  EXPECT_EQ(std::make_unique<CDipoleFace3On3DView>()->m_mergeRadius, 15.0F);
-}
-
 TEST(DipoleFaceLayers, FormAChain) {
   EXPECT_TRUE((std::is_base_of_v<CDipoleFace, CDipoleFace1Process>));
   EXPECT_TRUE((std::is_base_of_v<CDipoleFace1Process, CDipoleFace2On2DView>));

@@ -31,6 +31,15 @@ TEST(GetNextDipole, StepsOntoAnEmptySlot) {
   EXPECT_EQ(face->getCurrentDipoleID(), 1);
 }
 
+TEST(GetNextDipole, FromAnyIndexThatIsNoSlotGivesSlotZero) {
+  const auto face = faceOf(3);
+  for (const int index : {INT_MIN, INT_MIN + 1, -2, 3, INT_MAX - 1, INT_MAX}) {
+    face->m_currentDipole = index;
+    EXPECT_EQ(face->getNextDipole(), face->getDipole(0)) << index;
+    EXPECT_EQ(face->getCurrentDipoleID(), 0) << index;
+  }
+}
+
 TEST(GetNextDipole, EmptyCollectionSaysSoAndGivesNull) {
   ScriptedOperator user;
   const auto face = std::make_unique<CDipoleFace>();
@@ -63,6 +72,15 @@ TEST(GetPreviousDipole, FromBehindTheCountGivesTheLast) {
   leaveBehindCount(*face, 3);
   EXPECT_EQ(face->getPreviousDipole(), face->getDipole(1));
   EXPECT_EQ(face->getCurrentDipoleID(), 1);
+}
+
+TEST(GetPreviousDipole, FromAnyIndexThatIsNoSlotGivesTheLast) {
+  const auto face = faceOf(3);
+  for (const int index : {INT_MIN, INT_MIN + 1, -2, 3, 4, INT_MAX - 1, INT_MAX}) {
+    face->m_currentDipole = index;
+    EXPECT_EQ(face->getPreviousDipole(), face->getDipole(2)) << index;
+    EXPECT_EQ(face->getCurrentDipoleID(), 2) << index;
+  }
 }
 
 TEST(GetPreviousDipole, EmptyCollectionSaysSoAndGivesNull) {

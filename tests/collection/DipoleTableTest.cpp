@@ -88,6 +88,54 @@ TEST(DipoleTable, MoveOfAnEmptySlotLeavesTwoEmptyOnes) {
   EXPECT_EQ((*table)[5], nullptr);
 }
 
+TEST(DipoleTable, SwapExchangesTwoDipolesAndReleasesNone) {
+  const auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* first = put(*table, 0);
+  const CDipoleszq* second = put(*table, last);
+  const FreeLog log;
+  table->swap(0, last);
+  EXPECT_EQ((*table)[0], second);
+  EXPECT_EQ((*table)[last], first);
+  EXPECT_EQ(log.timesFreed(first), 0);
+  EXPECT_EQ(log.timesFreed(second), 0);
+}
+
+TEST(DipoleTable, SwapWithAnEmptySlotMoves) {
+  const auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* dipole = put(*table, 5);
+  table->swap(2, 5);
+  EXPECT_EQ((*table)[2], dipole);
+  EXPECT_EQ((*table)[5], nullptr);
+  table->swap(5, 2);
+  EXPECT_EQ((*table)[5], dipole);
+  EXPECT_EQ((*table)[2], nullptr);
+}
+
+TEST(DipoleTable, SwapWithItselfKeepsTheDipole) {
+  const auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* dipole = put(*table, 5);
+  const FreeLog log;
+  table->swap(5, 5);
+  EXPECT_EQ((*table)[5], dipole);
+  EXPECT_EQ(log.timesFreed(dipole), 0);
+}
+
+TEST(DipoleTable, SwappedSharedDipolesStayWhereTheyAreInTheOther) {
+  const auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* first = put(*table, 0);
+  const CDipoleszq* second = put(*table, 1);
+  auto other = std::make_unique<DipoleTable>(*table);
+  table->swap(0, 1);
+  EXPECT_EQ((*other)[0], first);
+  EXPECT_EQ((*other)[1], second);
+  const FreeLog log;
+  table->clear(0);
+  EXPECT_EQ(log.timesFreed(second), 0);
+  other.reset();
+  EXPECT_EQ(log.timesFreed(second), 1);
+  EXPECT_EQ(log.timesFreed(first), 0);
+}
+
 TEST(DipoleTable, MovedSharedDipolesAreStillSharedByBoth) {
   const auto table = std::make_unique<DipoleTable>();
   const CDipoleszq* dipole = put(*table, 5);

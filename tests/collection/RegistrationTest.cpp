@@ -2,6 +2,7 @@
 // names, computed step by step in the stated precision.
 #include <array>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "collection/DipoleFace1Process.h"
@@ -34,89 +35,104 @@ const Triple mriNasion = {116.3, 131.9, 230.6};
 const Triple mriLeft = {195.2, 128.4, 118.7};
 const Triple mriRight = {37.9, 130.1, 121.2};
 
-int transfer(CDipoleFace1Process& face, const CFiducialzq& mri, bool rotate, double radius = 81.5) {
+// A collection is large: on the heap.
+std::unique_ptr<CDipoleFace1Process> makeFace() {
+  return std::make_unique<CDipoleFace1Process>();
+}
+
+int transfer(CDipoleFace1Process& set, const CFiducialzq& mri, bool rotate, double radius = 81.5) {
   CSpherezq sphere;
   sphere.m_radius = radius;
-  return face.transferDipole3D_MRIFit(&mri, rotate, &mri, &sphere, 256, 256, 200, 0.9F, 1.1F, 1.0F);
+  return set.transferDipole3D_MRIFit(&mri, rotate, &mri, &sphere, 256, 256, 200, 0.9F, 1.1F, 1.0F);
 }
 
 }  // namespace
 
 TEST(WholeSet, TranslationAndRotationAreWhatWasSet) {
-  CDipoleFace1Process face;
+  const auto face = makeFace();
   double x = 9.0;
   double y = 9.0;
   double z = 9.0;
-  EXPECT_EQ(face.getAllDipoleRotation(x, y, z), 1);
+  EXPECT_EQ(face->getAllDipoleRotation(x, y, z), 1);
   EXPECT_EQ((Triple{x, y, z}), (Triple{0.0, 0.0, 0.0}));
-  EXPECT_EQ(face.setAllDipoleLocational(1.5, -2.5, 3.5), 1);
-  EXPECT_EQ(face.setAllDipoleRotation(10.0, 20.0, -30.0), 1);
-  EXPECT_EQ(face.getAllDipoleLocational(x, y, z), 1);
+  EXPECT_EQ(face->setAllDipoleLocational(1.5, -2.5, 3.5), 1);
+  EXPECT_EQ(face->setAllDipoleRotation(10.0, 20.0, -30.0), 1);
+  EXPECT_EQ(face->getAllDipoleLocational(x, y, z), 1);
   EXPECT_EQ((Triple{x, y, z}), (Triple{1.5, -2.5, 3.5}));
-  EXPECT_EQ(centreOf(face.m_sphereLocational), (Triple{1.5, -2.5, 3.5}));
-  face.getAllDipoleRotation(x, y, z);
+  EXPECT_EQ(centreOf(face->m_sphereLocational), (Triple{1.5, -2.5, 3.5}));
+  face->getAllDipoleRotation(x, y, z);
   EXPECT_EQ((Triple{x, y, z}), (Triple{10.0, 20.0, -30.0}));
-  EXPECT_EQ(centreOf(face.m_sphereRotation), (Triple{10.0, 20.0, -30.0}));
+  EXPECT_EQ(centreOf(face->m_sphereRotation), (Triple{10.0, 20.0, -30.0}));
 }
 
 TEST(WholeSet, RangeIsWhereANewDipoleIsPut) {
-  CDipoleFace1Process face;
-  EXPECT_EQ(face.setAllDipoleRange(1.0, 2.0, 3.0), 1);
-  face.addDipole();
-  EXPECT_EQ(face.getDipole(0)->m_location[0], 1.0);
-  EXPECT_EQ(face.getDipole(0)->m_location[1], 2.0);
-  EXPECT_EQ(face.getDipole(0)->m_location[2], 3.0);
+  const auto face = makeFace();
+  EXPECT_EQ(face->setAllDipoleRange(1.0, 2.0, 3.0), 1);
+  face->addDipole();
+  EXPECT_EQ(face->getDipole(0)->m_location[0], 1.0);
+  EXPECT_EQ(face->getDipole(0)->m_location[1], 2.0);
+  EXPECT_EQ(face->getDipole(0)->m_location[2], 3.0);
 }
 
 TEST(RegisterDimensionFit, WithoutAHeadSphereSaysSoAndChangesNothing) {
   ScriptedOperator asked;
-  CDipoleFace1Process face;
-  face.m_sphereLocational.m_radius = 5.0;
-  EXPECT_EQ(face.registerMRI_DimensionFit(200.0, 200.0, 200.0), 0);
+  const auto face = makeFace();
+  face->m_sphereLocational.m_radius = 5.0;
+  face->setAllDipoleLocational(1.0, -2.0, 3.0);
+  EXPECT_EQ(face->registerMRI_DimensionFit(200.0, 200.0, 200.0), 0);
   EXPECT_EQ(asked.texts(), (Texts{"Please set the dipole fiducial points first!"}));
   EXPECT_EQ(asked.messages[0].type, UINT{MB_OK});
-  EXPECT_EQ(face.m_sphereLocational.m_radius, 5.0);
-  EXPECT_EQ(centreOf(face.m_sphereLocational), (Triple{0.0, 0.0, 0.0}));
+  EXPECT_EQ(face->m_sphereLocational.m_radius, 5.0);
+  EXPECT_EQ(centreOf(face->m_sphereLocational), (Triple{1.0, -2.0, 3.0}));
 }
 
 TEST(RegisterDimensionFit, PutsTheSphereIntoTheMiddleLessOneRadius) {
-  CDipoleFace1Process face;
-  face.m_bCtfSphereSet = 1;
-  face.m_sphereCtf.m_radius = 80.0;
-  EXPECT_EQ(face.registerMRI_DimensionFit(200.0, 220.0, 150.0), 1);
-  EXPECT_EQ(face.m_sphereLocational.m_radius, 80.0);
-  EXPECT_EQ(centreOf(face.m_sphereLocational), (Triple{20.0, 30.0, -5.0}));
+  const auto face = makeFace();
+  face->m_bCtfSphereSet = 1;
+  face->m_sphereCtf.m_radius = 80.0;
+  EXPECT_EQ(face->registerMRI_DimensionFit(200.0, 220.0, 150.0), 1);
+  EXPECT_EQ(face->m_sphereLocational.m_radius, 80.0);
+  EXPECT_EQ(centreOf(face->m_sphereLocational), (Triple{20.0, 30.0, -5.0}));
 }
 
 TEST(TransferMriFit, EndsWithTranslationAndRotationZeroedAndTheGivenRadius) {
-  CDipoleFace1Process face;
-  face.setAllDipoleLocational(1.0, 2.0, 3.0);
-  face.setAllDipoleRotation(1.0, 2.0, 3.0);
-  EXPECT_EQ(transfer(face, fiducials(mriNasion, mriLeft, mriRight), true), 1);
-  EXPECT_EQ(centreOf(face.m_sphereLocational), (Triple{0.0, 0.0, 0.0}));
-  EXPECT_EQ(face.m_sphereLocational.m_radius, 81.5);
-  EXPECT_EQ(centreOf(face.m_sphereRotation), (Triple{0.0, 0.0, 0.0}));
-  EXPECT_EQ(face.m_sphereRotation.m_radius, 0.0);
+  const auto face = makeFace();
+  face->setAllDipoleLocational(1.0, 2.0, 3.0);
+  face->setAllDipoleRotation(1.0, 2.0, 3.0);
+  face->m_sphereRotation.m_radius = 5.0;
+  EXPECT_EQ(transfer(*face, fiducials(mriNasion, mriLeft, mriRight), true), 1);
+  EXPECT_EQ(centreOf(face->m_sphereLocational), (Triple{0.0, 0.0, 0.0}));
+  EXPECT_EQ(face->m_sphereLocational.m_radius, 81.5);
+  EXPECT_EQ(centreOf(face->m_sphereRotation), (Triple{0.0, 0.0, 0.0}));
+  EXPECT_EQ(face->m_sphereRotation.m_radius, 0.0);
 }
 
 TEST(TransferMriFit, RewritesTheHeadFiducialsWhateverTheFlag) {
   for (const bool rotate : {false, true}) {
-    CDipoleFace1Process face;
-    transfer(face, fiducials(mriNasion, mriLeft, mriRight), rotate);
+    const auto face = makeFace();
+    // What an earlier registration left: all of it goes.
+    face->m_fiducialCtf.setAllFiducialPtShap(7);
+    face->m_fiducialCtf.setAllFiducialSize3D(9.0);
+    face->m_fiducialCtf.m_points[4].setPosition(1.0, 2.0, 3.0);
+    face->m_fiducialCtf.m_points[4].m_label = _T("old");
+    face->m_fiducialCtf.m_points[CFiducial::nasion].m_label = _T("old");
+    transfer(*face, fiducials(mriNasion, mriLeft, mriRight), rotate);
     // Half extents in single precision; the whole origin between the ears, truncated.
     const double half[3] = {static_cast<double>(256.0F * 0.9F * 0.5F),
                             static_cast<double>(256.0F * 1.1F * 0.5F), 100.0};
     for (int axis = 0; axis < 3; ++axis) {
       const auto a = static_cast<std::size_t>(axis);
       const int origin = static_cast<int>(((mriLeft[a] + mriRight[a]) - (half[axis] + half[axis])) * 0.5);
-      EXPECT_EQ(pointOf(face.m_fiducialCtf, 0)[a], mriNasion[a] - half[axis] - origin);
-      EXPECT_EQ(pointOf(face.m_fiducialCtf, 1)[a], mriLeft[a] - half[axis] - origin);
-      EXPECT_EQ(pointOf(face.m_fiducialCtf, 2)[a], mriRight[a] - half[axis] - origin);
+      EXPECT_EQ(pointOf(face->m_fiducialCtf, 0)[a], mriNasion[a] - half[axis] - origin);
+      EXPECT_EQ(pointOf(face->m_fiducialCtf, 1)[a], mriLeft[a] - half[axis] - origin);
+      EXPECT_EQ(pointOf(face->m_fiducialCtf, 2)[a], mriRight[a] - half[axis] - origin);
     }
-    EXPECT_EQ(face.m_fiducialCtf.getTotalFiduciaryPts(true), 3);
-    for (const CFiduciaryPtzq& point : face.m_fiducialCtf.m_points) {
+    EXPECT_EQ(face->m_fiducialCtf.getTotalFiduciaryPts(true), 3);
+    EXPECT_EQ(pointOf(face->m_fiducialCtf, 4), (Triple{0.0, 0.0, 0.0}));
+    for (const CFiduciaryPtzq& point : face->m_fiducialCtf.m_points) {
       EXPECT_EQ(point.m_int1, 2);
       EXPECT_EQ(point.m_values2[CFiduciaryPt::size3D], 4.0);
+      EXPECT_EQ(point.m_label.GetLength(), 0);
     }
   }
 }
@@ -126,43 +142,63 @@ TEST(TransferMriFit, TruncatesTheOriginTowardZero) {
   CSpherezq sphere;
   for (const auto& [middle, origin] :
        {std::pair{127.3, 0.0}, std::pair{130.9, 2.0}, std::pair{125.1, -2.0}}) {
-    CDipoleFace1Process face;
+    const auto face = makeFace();
     const CFiducialzq mri = fiducials({0, 0, 0}, {middle, 128, 128}, {middle, 128, 128});
-    face.transferDipole3D_MRIFit(&mri, false, &mri, &sphere, 256, 256, 256, 1.0F, 1.0F, 1.0F);
-    EXPECT_EQ(pointOf(face.m_fiducialCtf, 1)[0], middle - 128.0 - origin);
+    face->transferDipole3D_MRIFit(&mri, false, &mri, &sphere, 256, 256, 256, 1.0F, 1.0F, 1.0F);
+    EXPECT_EQ(pointOf(face->m_fiducialCtf, 1)[0], middle - 128.0 - origin);
+  }
+}
+
+TEST(TransferMriFit, OfPointsThatNoOriginHoldsEndsAtTheNearestOneOrTheLowest) {
+  constexpr double lowest = -2147483648.0;
+  constexpr double highest = 2147483647.0;
+  const double infinity = std::numeric_limits<double>::infinity();
+  const double notANumber = std::numeric_limits<double>::quiet_NaN();
+  const CSpherezq sphere;
+  for (const auto& [ear, origin] : {std::pair{1e300, highest}, std::pair{-1e300, lowest},
+                                    std::pair{infinity, highest}, std::pair{notANumber, lowest}}) {
+    const auto face = makeFace();
+    const CFiducialzq mri = fiducials({1e300, 1.5, notANumber}, {ear, ear, 128.0}, {ear, ear, 128.0});
+    EXPECT_EQ(face->transferDipole3D_MRIFit(&mri, true, &mri, &sphere, 256, 256, 256, 1.0F, 1.0F, 1.0F), 1);
+    const Triple nasion = pointOf(face->m_fiducialCtf, CFiducial::nasion);
+    EXPECT_EQ(nasion[0], 1e300);  // against which an origin is nothing
+    EXPECT_EQ(nasion[1], 1.5 - 128.0 - origin) << ear;
+    EXPECT_TRUE(std::isnan(nasion[2]));
+    EXPECT_EQ(pointOf(face->m_fiducialCtf, CFiducial::leftEar)[2], 0.0);
+    EXPECT_EQ(std::isnan(pointOf(face->m_fiducialCtf, CFiducial::leftEar)[0]), std::isnan(ear));
   }
 }
 
 TEST(TransferMriFit, WithoutRotationMovesNoDipoleAndWritesNoAngle) {
   const CFiducialzq mri = fiducials(mriNasion, mriLeft, mriRight);
-  CDipoleFace1Process face;
-  face.addDipoleF(1.0F, 2.0F, 3.0F);
-  face.backupLocationRotationRaw();
-  face.setDipoleLocation(0, 4.0F, 5.0F, 6.0F);
-  face.m_sphereMriAngles.m_center[0] = 7.0;
-  transfer(face, mri, false);
-  EXPECT_EQ(face.getDipole(0)->m_location[0], 4.0);
-  EXPECT_EQ(centreOf(face.m_sphereMriAngles), (Triple{7.0, 0.0, 0.0}));
+  const auto face = makeFace();
+  face->addDipoleF(1.0F, 2.0F, 3.0F);
+  face->backupLocationRotationRaw();
+  face->setDipoleLocation(0, 4.0F, 5.0F, 6.0F);
+  face->m_sphereMriAngles.m_center[0] = 7.0;
+  transfer(*face, mri, false);
+  EXPECT_EQ(face->getDipole(0)->m_location[0], 4.0);
+  EXPECT_EQ(centreOf(face->m_sphereMriAngles), (Triple{7.0, 0.0, 0.0}));
 }
 
 TEST(TransferMriFit, WithRotationPutsEveryDipoleBackToItsRawLocation) {
-  CDipoleFace1Process face;
-  face.addDipoleF(1.0F, 2.0F, 3.0F);
-  face.backupLocationRotationRaw();
-  face.addDipoleF(7.0F, 8.0F, 9.0F);  // without a backup yet: it is taken first
-  face.addDipoleF(0.0F, 0.0F, 0.0F);
-  face.deleteDipole(2, 0);
-  face.setDipoleLocation(0, 4.0F, 5.0F, 6.0F);
-  transfer(face, fiducials(mriNasion, mriLeft, mriRight), true);
-  EXPECT_EQ(face.getDipole(0)->m_location[0], 1.0);
-  EXPECT_EQ(face.getDipole(0)->m_location[2], 3.0);
-  EXPECT_EQ(face.getDipole(1)->m_location[0], 7.0);
-  EXPECT_EQ(face.getDipole(1)->m_rawLocation.m_radius, 1.0);
+  const auto face = makeFace();
+  face->addDipoleF(1.0F, 2.0F, 3.0F);
+  face->backupLocationRotationRaw();
+  face->addDipoleF(7.0F, 8.0F, 9.0F);  // without a backup yet: it is taken first
+  face->addDipoleF(0.0F, 0.0F, 0.0F);
+  face->deleteDipole(2, 0);
+  face->setDipoleLocation(0, 4.0F, 5.0F, 6.0F);
+  transfer(*face, fiducials(mriNasion, mriLeft, mriRight), true);
+  EXPECT_EQ(face->getDipole(0)->m_location[0], 1.0);
+  EXPECT_EQ(face->getDipole(0)->m_location[2], 3.0);
+  EXPECT_EQ(face->getDipole(1)->m_location[0], 7.0);
+  EXPECT_EQ(face->getDipole(1)->m_rawLocation.m_radius, 1.0);
 }
 
 TEST(TransferMriFit, StoresTangentsAsDegreesInSinglePrecision) {
-  CDipoleFace1Process face;
-  transfer(face, fiducials(mriNasion, mriLeft, mriRight), true);
+  const auto face = makeFace();
+  transfer(*face, fiducials(mriNasion, mriLeft, mriRight), true);
   const double hx = static_cast<double>(256.0F * 0.9F * 0.5F);
   const double hy = static_cast<double>(256.0F * 1.1F * 0.5F);
   const double hz = 100.0;
@@ -176,25 +212,25 @@ TEST(TransferMriFit, StoresTangentsAsDegreesInSinglePrecision) {
   const Triple angles = {degrees(std::tan((mriNasion[1] - oy - hy) / (mriNasion[2] - oz - hz))),
                          degrees(std::tan((mriRight[2] - oz - hz) / (mriRight[0] - ox - hx))),
                          degrees(std::tan((mriLeft[1] - oy - hy) / (mriLeft[0] - ox - hx)))};
-  EXPECT_EQ(centreOf(face.m_sphereMriAngles), angles);
+  EXPECT_EQ(centreOf(face->m_sphereMriAngles), angles);
   EXPECT_NE(angles[0], 0.0);
 }
 
 TEST(TransferMriFit, KeepsAngleThatNoNumberDescribes) {
-  CDipoleFace1Process face;
+  const auto face = makeFace();
   const CFiducialzq mri = fiducials({100, 100, 100}, {100, 100, 100}, {100, 100, 100});
   CSpherezq sphere;
-  face.transferDipole3D_MRIFit(&mri, true, nullptr, &sphere, 200, 200, 200, 1.0F, 1.0F, 1.0F);
-  EXPECT_TRUE(std::isnan(face.m_sphereMriAngles.m_center[0]));  // 0 / 0
+  face->transferDipole3D_MRIFit(&mri, true, nullptr, &sphere, 200, 200, 200, 1.0F, 1.0F, 1.0F);
+  EXPECT_TRUE(std::isnan(face->m_sphereMriAngles.m_center[0]));  // 0 / 0
 }
 
 TEST(TransferMriFit, TakesItsOwnHeadFiducialsAsTheMriPoints) {
-  CDipoleFace1Process face;
-  face.m_fiducialCtf = fiducials(mriNasion, mriLeft, mriRight);
-  CDipoleFace1Process other;
-  transfer(other, fiducials(mriNasion, mriLeft, mriRight), true);
-  transfer(face, face.m_fiducialCtf, true);
+  const auto face = makeFace();
+  face->m_fiducialCtf = fiducials(mriNasion, mriLeft, mriRight);
+  const auto other = makeFace();
+  transfer(*other, fiducials(mriNasion, mriLeft, mriRight), true);
+  transfer(*face, face->m_fiducialCtf, true);
   for (int point = 0; point < 3; ++point) {
-    EXPECT_EQ(pointOf(face.m_fiducialCtf, point), pointOf(other.m_fiducialCtf, point));
+    EXPECT_EQ(pointOf(face->m_fiducialCtf, point), pointOf(other->m_fiducialCtf, point));
   }
 }

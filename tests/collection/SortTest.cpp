@@ -92,6 +92,16 @@ std::unique_ptr<CDipoleFace1Process> faceWithKeys(const std::vector<double>& key
   return face;
 }
 
+std::unique_ptr<CDipoleFace1Process> faceWithNumbers(const std::vector<int>& numbers) {
+  auto face = std::make_unique<CDipoleFace1Process>();
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    face->addDipole();
+    face->getDipole(-1)->m_id = static_cast<int>(i);
+    face->getDipole(-1)->m_number = numbers[i];
+  }
+  return face;
+}
+
 }  // namespace
 
 TEST(SelectionOrder, IsTheLiteralSelectionSortOnAHundredThousandHostileTables) {
@@ -125,14 +135,38 @@ TEST(SortDipoles, OrdersEachOfTheTenKeysByItsOwnMember) {
   }
 }
 
-TEST(SortDipoles, ByIndexRestoresTheOrderOfImport) {
-  CDipoleFace1Process face;
-  for (const int number : {3, 1, 4, 2}) {
-    face.addDipole();
-    face.getDipole(-1)->m_number = number;
+TEST(SortDipoles, FollowsTheLiteralSortOnHostileKeysInEveryMember) {
+  std::mt19937 random(7);
+  for (int key = 1; key <= 9; ++key) {
+    for (int table = 0; table < 100; ++table) {
+      std::vector<double> keys(1 + random() % 24);
+      for (double& value : keys) {
+        value = hostileKey(random);
+      }
+      const auto face = faceWithKeys(keys, key);
+      EXPECT_EQ(face->sortDipoles(key), 1);
+      ASSERT_EQ(idsOf(*face), literalSort<float>(keys)) << "key " << key << ", table " << table;
+    }
   }
-  EXPECT_EQ(face.sortDipoles(0), 1);
-  EXPECT_EQ(numbersOf(face), (std::vector<int>{1, 2, 3, 4}));
+}
+
+TEST(SortDipoles, ByIndexRestoresTheOrderOfImport) {
+  const auto face = faceWithNumbers({3, 1, 4, 2});
+  EXPECT_EQ(face->sortDipoles(0), 1);
+  EXPECT_EQ(numbersOf(*face), (std::vector<int>{1, 2, 3, 4}));
+}
+
+TEST(SortDipoles, ByIndexTellsNumbersApartThatAFloatDoesNot) {
+  std::mt19937 random(8);
+  for (int table = 0; table < 100; ++table) {
+    std::vector<int> numbers(2 + random() % 24);
+    for (int& number : numbers) {
+      number = 16777216 + static_cast<int>(random() % 9);
+    }
+    const auto face = faceWithNumbers(numbers);
+    EXPECT_EQ(face->sortDipoles(0), 1);
+    ASSERT_EQ(idsOf(*face), literalSort<int>(numbers)) << "table " << table;
+  }
 }
 
 TEST(SortDipoles, LeavesTheTableAloneForOtherKeysAndForAnEmptySet) {

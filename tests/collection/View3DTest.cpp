@@ -44,6 +44,10 @@ TEST(View3D, CurrentDipoleKeepsTheCallersCoordinates) {
   double z = 3.5;
   EXPECT_EQ(face->getCurrentDipoleXYZ(x, y, z), 1);
   EXPECT_EQ(faceWith(0)->getCurrentDipoleXYZ(x, y, z), 1);
+  const auto hole = faceWith(2);
+  hole->deleteDipole(1, 0);
+  EXPECT_EQ(hole->m_currentDipole, 1);
+  EXPECT_EQ(hole->getCurrentDipoleXYZ(x, y, z), 1);
   EXPECT_EQ(x, 1.5);
   EXPECT_EQ(y, 2.5);
   EXPECT_EQ(z, 3.5);
@@ -73,6 +77,31 @@ TEST(PickedColour, OfTheCurrentDipoleAloneNeedsOnlyTwiceTheMergeRadius) {
   pick(*face, 30.0, 0.0, 0.0, 0);
   face->m_currentDipole = -1;
   pick(*face, 0.0, 0.0, 0.0, 0);
+}
+
+TEST(PickedColour, FollowsTheMergeRadiusThatTheHostSets) {
+  const auto face = faceWith(1);
+  face->m_mergeRadius = 4.0F;
+  pick(*face, 4.0, -4.0, 4.0, 1);  // 6.9 away, which twice the radius still holds
+  pick(*face, 4.001, 0.0, 0.0, 0);
+  face->setShowCurrentDipoleOnly(1);
+  pick(*face, 7.999, 0.0, 0.0, 1);
+  pick(*face, 8.0, 0.0, 0.0, 0);
+  face->m_mergeRadius = 40.0F;
+  pick(*face, 0.0, 79.0, 0.0, 1);
+  face->setShowCurrentDipoleOnly(0);
+  pick(*face, 0.0, 40.0, 0.0, 1);
+  pick(*face, 0.0, 41.0, 0.0, 0);
+  face->m_mergeRadius = 0.0F;
+  pick(*face, 0.0, 0.0, 0.0, 0);  // nearer than 0 is nothing
+}
+
+TEST(PickedColour, OfAnEmptyCurrentSlotAloneIsNone) {
+  const auto face = faceWith(2);
+  face->deleteDipole(1, 0);
+  face->setShowCurrentDipoleOnly(1);
+  EXPECT_EQ(face->m_currentDipole, 1);
+  EXPECT_EQ(pick(*face, 0.0, 0.0, 0.0, 0), (Color{0.0F, 0.0F, 0.0F}));
 }
 
 TEST(PickedColour, OfAnEmptySetIsNone) {
@@ -114,6 +143,19 @@ TEST(Corner, KeepsTheCallersCoordinatesAndIsNoneForAnEmptySet) {
   EXPECT_EQ(z, 7.0);
 }
 
+TEST(Corner, OfASetOfHolesAloneIs1AndKeepsTheCallersCoordinates) {
+  const auto face = faceWith(2);
+  face->deleteDipole(0, 0);
+  face->deleteDipole(1, 0);
+  double x = -5.0;
+  double y = 6.0;
+  double z = 7.0;
+  EXPECT_EQ(face->getRightPosteriorInferiorDipole(x, y, z), 1);
+  EXPECT_EQ(x, -5.0);
+  EXPECT_EQ(y, 6.0);
+  EXPECT_EQ(z, 7.0);
+}
+
 TEST(Showed, CountsTheShownDipoles) {
   const auto face = faceWith(4);
   EXPECT_EQ(face->getTotalDipolesShowed(), 4);
@@ -133,6 +175,26 @@ TEST(ShowDipole, StoresTheValueAsGivenAndMakesTheDipoleCurrent) {
   EXPECT_EQ(face->setShowDipole(0, 7), 1);
   EXPECT_EQ(face->getDipole(0)->m_show, 7);
   EXPECT_EQ(face->m_currentDipole, 0);
+}
+
+TEST(ShowDipole, OfMinusOneShowsTheCurrentOne) {
+  const auto face = faceWith(3);
+  face->setShowAllDipole(0);
+  face->m_currentDipole = 1;
+  EXPECT_EQ(face->setShowDipole(-1, 1), 1);
+  EXPECT_EQ(face->getDipole(1)->m_show, 1);
+  EXPECT_EQ(face->getTotalDipolesShowed(), 1);
+  EXPECT_EQ(face->m_currentDipole, 1);
+}
+
+TEST(ShowDipole, HidingACurrentHoleMovesToTheLastShown) {
+  const auto face = faceWith(4);
+  face->deleteDipole(3, 0);
+  EXPECT_EQ(face->m_currentDipole, 3);
+  face->getDipole(2)->m_show = 0;
+  EXPECT_EQ(face->setShowDipole(3, 0), 1);
+  EXPECT_EQ(face->m_currentDipole, 1);
+  EXPECT_EQ(face->getTotalDipolesShowed(), 2);
 }
 
 TEST(ShowDipole, HidingTheCurrentOneMovesToTheLastShown) {
@@ -196,5 +258,8 @@ TEST(View3D, SettersAndInertOperationsReturn1) {
   EXPECT_EQ(face->m_showCurrentDipoleOnly, 2);
   EXPECT_EQ(face->setDipoleMaterialParameters(nullptr), 1);
   EXPECT_EQ(face->showCurrentDipole(), 1);
+  face->deleteDipole(0, 0);
+  EXPECT_EQ(face->m_currentDipole, 0);
+  EXPECT_EQ(face->showCurrentDipole(), 1);  // an empty slot
   EXPECT_EQ(faceWith(0)->showCurrentDipole(), 1);
 }

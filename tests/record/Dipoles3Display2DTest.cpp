@@ -124,7 +124,7 @@ class RandomCases {
       coordinate = this->coordinate();
     }
     for (int& extent : c.extent) {
-      extent = whole(0, 40);
+      extent = chance(20) ? pick(oddExtents) : whole(0, 40);
     }
     c.slabMin = chance(20) ? odd() : uniform(-40.0, 10.0);
     c.slabMax = chance(20) ? odd() : uniform(-10.0, 40.0);
@@ -139,6 +139,8 @@ class RandomCases {
  private:
   static constexpr double odds[] = {0.0,    -0.0,   notANumber, infinity, -infinity,    1e300,
                                     -1e300, 1e-310, 1.0,        -1.0,     2147483648.0, -2147483649.0};
+  static constexpr int oddExtents[] = {-1, -7, -40, (std::numeric_limits<int>::max)(),
+                                       (std::numeric_limits<int>::min)()};
   static constexpr int oddZooms[] = {0, -1, -3, (std::numeric_limits<int>::max)(),
                                      (std::numeric_limits<int>::min)()};
 
