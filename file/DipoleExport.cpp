@@ -31,7 +31,9 @@ CString exportLine(const CDipoleszq& dipole) {
     line += _T(" ") + twoDecimals(component);
   }
   line += _T("   ") + twoDecimals(dipole.m_fitError) + _T("  ") + twoDecimals(dipole.m_moment);
-  line += _T("  ") + dipole.m_label + _T(" \n");
+  line += _T("  ");
+  line += dipole.m_label.GetString();  // up to a zero, which would end the line for the archive
+  line += _T(" \n");
   return line;
 }
 
