@@ -1,0 +1,322 @@
+// The 4D/MSI import: the driver, the zones of a file, the rows of its table.
+#include <gtest/gtest.h>
+
+#include "import/DipoleFace8Import02_4DMSI.h"
+#include "tests/import/CtfImportTest.h"
+#include "tests/record/DipoleMembers.h"
+#include "tests/support/FailingNew.h"
+#include "tests/support/FailingOs.h"
+
+namespace {
+
+class MsiImporter : public CDipoleFace8Import02_4DMSI {
+ public:
+  using CDipoleFace8Import02_4DMSI::import4DMSIDipolesX;
+
+  int listUpdates = 0;
+
+ protected:
+  int updateDipoleList() override { return ++listUpdates; }
+};
+
+class MsiImport : public testing::Test {
+ protected:
+  void SetUp() override {
+    TCHAR text[4096];
+    ASSERT_GT(GetCurrentDirectory(4096, text), 0U);
+    m_folderBefore = text;
+  }
+  void TearDown() override { SetCurrentDirectory(m_folderBefore); }
+
+  int import(const std::string& bytes) { return importPath(folder.write("table.txt", bytes)); }
+  int importPath(CString path, bool offerFolder = false) {
+    return set->import4DMSIDipolesX(path, offerFolder);
+  }
+
+  const CDipoleszq& dipole(int slot) const { return *set->m_dipoles[slot]; }
+  Texts shown() const { return user.texts(); }
+  Texts labels() const {
+    Texts all;
+    for (int slot = 0; slot < set->m_totalDipoles; ++slot) {
+      all.push_back(toUtf8(dipole(slot).m_label));
+    }
+    return all;
+  }
+
+  ScriptedOperator user;
+  TempFolder folder;
+  std::unique_ptr<MsiImporter> set = std::make_unique<MsiImporter>();
+
+ private:
+  CString m_folderBefore;
+};
+
+// A row of 17 columns, at these places in cm, and its label.
+std::string row(const std::string& label, const std::string& place = "1 2 3") {
+  return "12.5 " + place + " 0.5 0.25 -1 20.5 1.5 9 0.75 2.5 7 a b c 8 " + label + "\n";
+}
+
+std::string question(const std::string& values) {
+  return "It seems the dipole location is wrong (" + values + "), do you like to import?";
+}
+
+const std::string table = "Latency (ms)\n";
+
+}  // namespace
+
+TEST_F(MsiImport, EveryColumnGoesToItsMember) {
+  ASSERT_EQ(import(table + "12.3 1.1 2.2 -3.3 0.5 0.3 -1 20.5 1.5 9 0.85 2.5 7 a b c 8 spike\n"), 1);
+  ASSERT_EQ(set->m_totalDipoles, 1);
+  CDipoleszq expected;
+  expected.m_number = 1;
+  expected.m_latency = 12.3F;
+  expected.m_location[0] = 2.2F * 10.0F;
+  expected.m_location[1] = -3.3F * 10.0F;
+  expected.m_location[2] = 1.1F * 10.0F;
+  expected.m_orientation[0] = 0.3F / 10.0F;
+  expected.m_orientation[1] = -1.0F / 10.0F;
+  expected.m_orientation[2] = 0.5F / 10.0F;
+  expected.m_moment = 20.5;
+  expected.m_importTag1 = 1.5F;
+  expected.m_fitError = 100.0F - 0.85F * 100.0F;
+  expected.m_importTag2 = 2.5F;
+  expected.m_label = _T("spike");
+  expected.backUpLocationRotationRaw();
+  EXPECT_EQ(membersOf(dipole(0)), membersOf(expected));
+  EXPECT_EQ(set->m_currentDipole, 0);
+  EXPECT_EQ(set->m_coordinateType, 3);
+  EXPECT_EQ(set->m_momentInNAm, 1);
+  EXPECT_EQ(shown(), Texts{totalMessage(0, 1)});
+}
+
+TEST_F(MsiImport, SeventeenColumnsAreARowAndSixteenAreNone) {
+  import(table + row("") + "1 2 3 4 5 6 7 8 9 10 11 12 13 a b c\n" + row("labelled"));
+  EXPECT_EQ(labels(), (Texts{"Non", "labelled"}));
+  EXPECT_EQ(dipole(1).m_number, 2);
+}
+
+TEST_F(MsiImport, ARowWithoutItsLabelDoesNotInheritTheOneBefore) {
+  import(table + row("first") + row(""));
+  EXPECT_EQ(labels(), (Texts{"first", "Non"}));
+}
+
+TEST_F(MsiImport, LinesThatAreNoRowsAreSkipped) {
+  import(table + "\n \n  \nms cm cm cm\n" + row("a") + "x " + row("no") + row("b extra words"));
+  EXPECT_EQ(labels(), (Texts{"a", "b"}));
+}
+
+TEST_F(MsiImport, ALastLineWithoutItsEndIsDropped) {
+  import(table + row("a") + "1 1 2 3 1 0 0 3 1 1 1 1 1 a b c 1 lost");
+  EXPECT_EQ(labels(), Texts{"a"});
+}
+
+TEST_F(MsiImport, TheTableRunsToTheEndWhateverItsLinesSay) {
+  import(table + row("a") + "Disk Media: x\nMRI/CT Patient: nobody\nDate of File:\nLatency\n" +
+         row("Circle"));
+  EXPECT_EQ(labels(), (Texts{"a", "Circle"}));
+  EXPECT_EQ(toUtf8(set->m_patient), "non");
+}
+
+TEST_F(MsiImport, RowsInFrontOfTheTableAreSkipped) {
+  import(row("early") + table + row("a"));
+  EXPECT_EQ(labels(), Texts{"a"});
+}
+
+TEST_F(MsiImport, LegendLinesDoNotStartTheTable) {
+  for (const char* word : {"Code", "Circle", "Square", "Triangle", "Dot", "Shape"}) {
+    set->cleanDipoles();
+    import(std::string(word) + " Latency\n" + row("no") + "xx" + word + " Disk Media:\nDipole File:no\n");
+    EXPECT_EQ(set->m_totalDipoles, 0) << word;
+    EXPECT_EQ(toUtf8(set->m_fileVersion), "non") << word;
+  }
+  import("code circle SQUARE dots shape Latency\n" + row("a"));
+  EXPECT_EQ(labels(), Texts{"a"});
+}
+
+TEST_F(MsiImport, TheWordsAreLookedForWithTheirCase) {
+  import("latency\nLATENCY\ndisk media:\nMRI/CT Patient: x\n" + row("a"));
+  EXPECT_EQ(set->m_totalDipoles, 0);
+  EXPECT_EQ(toUtf8(set->m_patient), "non");
+}
+
+TEST_F(MsiImport, FileInformationKeepsTheBlankBehindItsKey) {
+  import("Disk Media: disk\nMRI/CT Patient: Some One \nDipole File:run 1\nDate of File: today\n" + table +
+         row("a"));
+  EXPECT_EQ(toUtf8(set->m_patient), " Some One ");
+  EXPECT_EQ(toUtf8(set->m_fileVersion), "run 1");
+  EXPECT_EQ(labels(), Texts{"a"});
+}
+
+TEST_F(MsiImport, AKeysLengthIsTakenFromTheStartOfItsLine) {
+  import("Disk Media:\n  MRI/CT Patient:X\n\tDipole File:Y\n");
+  EXPECT_EQ(toUtf8(set->m_patient), "t:X");
+  EXPECT_EQ(toUtf8(set->m_fileVersion), ":Y");
+}
+
+TEST_F(MsiImport, InformationOutsideItsBlockIsNotRead) {
+  import("MRI/CT Patient: early\nDisk Media:\nnothing\nDipole File: late\n");
+  EXPECT_EQ(toUtf8(set->m_patient), "non");
+  EXPECT_EQ(toUtf8(set->m_fileVersion), "non");
+}
+
+TEST_F(MsiImport, TheLineThatEndsTheBlockIsUsedUp) {
+  import("Disk Media:\nLatency\n" + row("no") + "Disk Media:\nDate of File: Latency\n" + row("no") + table +
+         row("a"));
+  EXPECT_EQ(labels(), Texts{"a"});
+}
+
+TEST_F(MsiImport, ABlockAtTheEndOfTheFileEndsIt) {
+  EXPECT_EQ(import("Disk Media:\nMRI/CT Patient:P\n"), 1);
+  EXPECT_EQ(toUtf8(set->m_patient), "P");
+  EXPECT_EQ(shown(), Texts{totalMessage(0, 0)});
+}
+
+TEST_F(MsiImport, AFileWithoutATableShowsItsTotalOfNone) {
+  set->addDipole();
+  EXPECT_EQ(import("nothing\n"), 1);
+  EXPECT_EQ(shown(), Texts{"Total imported dipoles:0 (1-1)\n"});
+  EXPECT_EQ(set->m_importFirst, 1);
+  EXPECT_EQ(set->m_importEnd, 1);
+  EXPECT_EQ(set->m_coordinateType, 0);
+  EXPECT_EQ(set->listUpdates, 1);
+}
+
+TEST_F(MsiImport, TheHeadSphereIsAlwaysTheFixedOne) {
+  set->m_bCtfSphereSet = 7;
+  set->m_sphereLocational.m_center[1] = set->m_sphereCtf.m_center[1] = 5.0;
+  set->m_sphereLocational.m_radius = set->m_sphereCtf.m_radius = 88.0;
+  import("");
+  expectTriple(set->m_sphereLocational.m_center, 0, 0, 0);
+  expectTriple(set->m_sphereCtf.m_center, 0, 5, 0);
+  EXPECT_EQ(set->m_sphereLocational.m_radius, 70.0);
+  EXPECT_EQ(set->m_sphereCtf.m_radius, 70.0);
+  EXPECT_EQ(set->m_bCtfSphereSet, 7);
+  EXPECT_EQ(set->m_fiducialCtf.getTotalFiduciaryPts(true), 0);
+}
+
+TEST_F(MsiImport, AFarLocationIsQuestionedInItsOwnUnit) {
+  user.answer(IDYES);
+  user.answer(IDNO);
+  import(table + row("far", "301 2 3") + row("refused", "1 2 300.5") + row("near", "300 300 -999"));
+  EXPECT_EQ(shown(), (Texts{question("301.000 x 2.000 x 3.000"), question("1.000 x 2.000 x 300.500"),
+                            totalMessage(0, 2)}));
+  EXPECT_EQ(user.messages[0].type, UINT{MB_YESNO});
+  EXPECT_EQ(labels(), (Texts{"far", "near"}));
+  expectTriple(dipole(0).m_location, 20, 30, 3010);
+  EXPECT_EQ(dipole(1).m_number, 2);
+}
+
+TEST_F(MsiImport, NumbersThatAreNoneAreImportedUnquestioned) {
+  import(table + row("a", "nan -inf 3"));
+  ASSERT_EQ(set->m_totalDipoles, 1);
+  EXPECT_NE(dipole(0).m_location[2], dipole(0).m_location[2]);
+}
+
+TEST_F(MsiImport, AFullCollectionEndsTheTableBeforeAnyQuestion) {
+  while (set->m_totalDipoles < 29999) {
+    set->addDipole();
+  }
+  import(table + row("last") + row("far", "301 2 3") + row("more"));
+  EXPECT_EQ(shown(), (Texts{"No dipole space", totalMessage(29999, 30000)}));
+  EXPECT_EQ(toUtf8(dipole(29999).m_label), "last");
+}
+
+TEST_F(MsiImport, NewDipolesFollowThePresentOnesAndAreBackedUpAlone) {
+  set->addDipole();
+  import(table + row("a"));
+  EXPECT_EQ(dipole(0).m_rawLocation.m_radius, 0.0);
+  EXPECT_EQ(dipole(1).m_rawLocation.m_radius, 1.0);
+  EXPECT_EQ(dipole(1).m_rawOrientation.m_radius, 1.0);
+  EXPECT_EQ(set->m_currentDipole, 1);
+  EXPECT_EQ(shown(), Texts{totalMessage(1, 2)});
+}
+
+TEST_F(MsiImport, LabelsAreWidenedFromTheCodePage) {
+  import(table + row("\xE4\x80"));
+  EXPECT_EQ(labels(), Texts{"ä€"});
+}
+
+TEST_F(MsiImport, APathThatIsNotThereGivesZeroAndChangesNothing) {
+  set->m_sphereCtf.m_radius = 80.0;
+  const CString path = folder.path("gone.txt");
+  EXPECT_EQ(importPath(path, true), 0);
+  EXPECT_EQ(shown(), Texts{"Find file:" + toUtf8(path) + " error \n"});
+  EXPECT_EQ(set->m_sphereCtf.m_radius, 80.0);
+  EXPECT_EQ(set->listUpdates, 0);
+}
+
+TEST_F(MsiImport, TheWholeFolderIsOfferedAndRead) {
+  folder.write("b.TXT", table + row("b"));
+  folder.write("c.dip", table + row("c"));
+  const CString path = folder.write("a.txt", table + row("a"));
+  user.answer(IDYES);
+  EXPECT_EQ(importPath(path, true), 1);
+  EXPECT_EQ(labels(), (Texts{"a", "b"}));
+  user.answer(IDNO);
+  importPath(path, true);
+  EXPECT_EQ(labels(), (Texts{"a", "b", "a"}));
+  EXPECT_EQ(user.messages[0], (ScriptedOperator::Message{folderQuestion, MB_YESNO}));
+  EXPECT_EQ(shown(), (Texts{folderQuestion, totalMessage(0, 2), folderQuestion, totalMessage(2, 3)}));
+}
+
+TEST_F(MsiImport, AFileThatCannotBeOpenedEndsTheImportAfterTwoMessages) {
+  const CString path = folder.write("a.txt", table + row("a"));
+  folder.write("b.txt", table + row("b"));
+  user.answer(IDYES);
+  set->m_sphereCtf.m_radius = 80.0;
+  {
+    const FailingOs os(FailingOs::Call::open, 1, CFileException::sharingViolation);
+    EXPECT_EQ(importPath(path, true), 1);
+  }
+  ASSERT_EQ(user.messages.size(), 3U);
+  EXPECT_EQ(user.messages[1].text, openFailure(path, CFileException::sharingViolation));
+  EXPECT_NE(user.messages[2].text, "");
+  EXPECT_EQ(set->m_totalDipoles, 0);
+  EXPECT_EQ(set->m_sphereCtf.m_radius, 80.0);
+  EXPECT_EQ(set->listUpdates, 0);
+}
+
+TEST_F(MsiImport, AReadFaultEndsTheImportAndWhatWasReadStays) {
+  std::string rows = table;
+  for (int i = 0; i < 400; ++i) {
+    rows += row("a");
+  }
+  const CString path = folder.write("a.txt", rows);
+  {
+    const FailingOs os(FailingOs::Call::read, 2, CFileException::hardIO);
+    EXPECT_EQ(importPath(path), 1);
+  }
+  EXPECT_EQ(user.messages.size(), 1U);
+  EXPECT_GT(set->m_totalDipoles, 0);
+  EXPECT_LT(set->m_totalDipoles, 400);
+  EXPECT_EQ(dipole(0).m_rawLocation.m_radius, 0.0);
+  EXPECT_EQ(set->listUpdates, 0);
+}
+
+// Memory that gives out anywhere ends the import or its table, with a message only where a dipole is made.
+TEST_F(MsiImport, MemoryThatGivesOutAnywhereLeavesAUsableSet) {
+  const CString path =
+      folder.write("a.txt", table + row("a") + row("a label that is too long to be stored inside"));
+  int reported = 0;
+  for (int nth = 1; nth < 2000; ++nth) {
+    user.messages.clear();
+    set = std::make_unique<MsiImporter>();
+    CString argument = path;
+    bool failed = false;
+    {
+      const FailingNew failing(nth);
+      EXPECT_EQ(set->import4DMSIDipolesX(argument, false), 1);
+      failed = failing.failed();
+    }
+    for (int slot = 0; slot < set->m_totalDipoles; ++slot) {
+      ASSERT_NE(set->m_dipoles[slot], nullptr);
+    }
+    if (!failed) {
+      EXPECT_EQ(set->m_totalDipoles, 2);
+      EXPECT_GE(reported, 1);
+      return;
+    }
+    reported += !user.messages.empty() && user.messages[0].text == "Not enough memory" ? 1 : 0;
+  }
+  FAIL() << "the import never ended";
+}
