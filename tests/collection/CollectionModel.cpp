@@ -16,6 +16,20 @@ bool sameTriple(const Values& values, const Value (&members)[3]) {
                     [](Value a, Value b) { return same(static_cast<double>(a), static_cast<double>(b)); });
 }
 
+double sortKey(const ModelDipole& dipole, int key) {
+  const double keys[] = {static_cast<double>(dipole.number),
+                         dipole.latency,
+                         dipole.location[0],
+                         dipole.location[1],
+                         dipole.location[2],
+                         dipole.orientation[0],
+                         dipole.orientation[1],
+                         dipole.orientation[2],
+                         dipole.fitError,
+                         dipole.moment};
+  return keys[key];
+}
+
 }  // namespace
 
 bool ModelDipole::describesItsObject() const {
@@ -24,7 +38,8 @@ bool ModelDipole::describesItsObject() const {
   return o.m_id == id && o.m_number == number && o.m_listItemId == listItemId && o.m_selected == selected &&
          o.m_color == color && sameTriple(colorF, o.m_colorF) && sameTriple(location, o.m_location) &&
          sameTriple(orientation, o.m_orientation) && same(o.m_moment, moment) &&
-         same(o.m_fitError, fitError) && o.m_label == label && o.m_rawLocation.m_radius == mark &&
+         same(o.m_fitError, fitError) && same(o.m_latency, latency) && o.m_fitTag == fitTag &&
+         o.m_display == display && o.m_label == label && o.m_rawLocation.m_radius == mark &&
          o.m_rawOrientation.m_radius == mark && sameTriple(rawLocation, o.m_rawLocation.m_center) &&
          sameTriple(rawOrientation, o.m_rawOrientation.m_center);
 }
@@ -109,6 +124,38 @@ CollectionModel::Dipole CollectionModel::step(int by) {
 void CollectionModel::select(int index) {
   if (total >= 1) {
     current = index >= total ? total - 1 : index < 0 ? 0 : index;
+  }
+}
+
+void CollectionModel::backUp(int from) {
+  for (int slot = from; slot < total; ++slot) {
+    const Dipole& dipole = slots[static_cast<std::size_t>(slot)];
+    if (dipole != nullptr && !dipole->backedUp) {
+      dipole->backedUp = true;
+      dipole->rawLocation = dipole->location;
+      dipole->rawOrientation = dipole->orientation;
+    }
+  }
+}
+
+void CollectionModel::sort(int key) {
+  for (int i = 0; i < total; ++i) {
+    Dipole& first = slots[static_cast<std::size_t>(i)];
+    if (first == nullptr) {
+      continue;
+    }
+    int choice = i;
+    double minimum = sortKey(*first, key);
+    minimum = key == 0 ? minimum : static_cast<double>(static_cast<float>(minimum));
+    for (int j = i; j < total; ++j) {
+      const Dipole& other = slots[static_cast<std::size_t>(j)];
+      if (other != nullptr && sortKey(*other, key) < minimum) {
+        choice = j;
+        minimum = sortKey(*other, key);
+        minimum = key == 0 ? minimum : static_cast<double>(static_cast<float>(minimum));
+      }
+    }
+    std::swap(first, slots[static_cast<std::size_t>(choice)]);
   }
 }
 

@@ -24,6 +24,9 @@ struct ModelDipole {
   std::array<double, 3> orientation = {1.0, 0.0, 1.0};
   double moment = 1.0;
   double fitError = 0.2;
+  double latency = 0.0;
+  int fitTag = 0;
+  int display = 1;
   CString label = _T("Non");
   bool backedUp = false;
   std::array<double, 3> rawLocation = {};
@@ -50,6 +53,8 @@ class CollectionModel {
   void reSort();
   Dipole step(int by);  // to the next (1) or the previous (-1) one
   void select(int index);
+  void sort(int key);     // as sortDipoles does, pass by pass
+  void backUp(int from);  // every dipole from a slot on, each once
   float range() const;
 
   std::vector<Dipole> slots = std::vector<Dipole>(slotCount);

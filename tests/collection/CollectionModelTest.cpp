@@ -7,18 +7,21 @@
 #include <iostream>
 #include <random>
 
-#include "collection/DipoleFace3On3DView.h"
+#include "import/DipoleFace8Import01_CTF.h"
 #include "tests/collection/CollectionModel.h"
 #include "tests/collection/FaceFixture.h"
+#include "tests/collection/ModelImport.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/FreeLog.h"
+#include "tests/support/TempFolder.h"
 
 namespace {
 
 constexpr unsigned seed = 20061206;
 constexpr int mostDipoles = 60;
+constexpr int importOperation = -1;
 
-using Face = CDipoleFace3On3DView;
+using Face = CDipoleFace8Import01_CTF;
 using Dipole = CollectionModel::Dipole;
 
 int operations() {
@@ -37,12 +40,16 @@ class Sweep {
   bool step() {
     m_log.clear();
     m_user.messages.clear();
+    m_user.fileQuestions.clear();
     m_expectedTexts.clear();
     m_knownCount = m_alive.size();
     Pair& pair = m_pairs[whole(0, 2)];
     const int choice = whole(0, 999);
     m_operation = choice;
-    if (choice < 4) {
+    if (whole(0, 1999) == 0) {
+      m_operation = importOperation;
+      importFile(pair);
+    } else if (choice < 4) {
       copyBetween(pair);
     } else if (choice < 6) {
       EXPECT_EQ(pair.face->cleanDipoles(), 1);
@@ -57,6 +64,8 @@ class Sweep {
       leaveObjects(pair);
     } else if (choice < 700) {
       navigate(pair);
+    } else if (choice < 705) {
+      sort(pair);
     } else if (choice < 900) {
       set(pair);
     } else {
@@ -66,6 +75,7 @@ class Sweep {
   }
 
   int operation() const { return m_operation; }
+  int imports() const { return m_imports; }
 
   // Every slot of the tables, behind the ones that the sweep uses too.
   bool restIsEmpty() const {
@@ -214,6 +224,30 @@ class Sweep {
     pair.model = copy;
   }
 
+  void sort(Pair& pair) {
+    const int key = whole(-1, 10);
+    EXPECT_EQ(pair.face->sortDipoles(key), 1);
+    if (key >= 0 && key <= 9) {
+      pair.model.sort(key);
+    }
+  }
+
+  void importFile(Pair& pair) {
+    ++m_imports;
+    ModelImport import(pair.model, m_random);
+    m_expectedTexts = import.texts();
+    if (import.asks()) {
+      m_user.answer(import.isAccepted() ? IDYES : IDNO);
+    }
+    m_user.answerFiles({m_folder.write("set.dip", import.fileText())});
+    EXPECT_EQ(pair.face->importCTFDipoles(), 1);
+    EXPECT_EQ(m_user.answersLeft(), 0U);
+    for (const auto& [slot, dipole] : import.born()) {
+      dipole->object = pair.face->m_dipoles[slot];
+      m_alive.push_back({dipole->object, dipole});
+    }
+  }
+
   void navigate(Pair& pair) {
     CollectionModel& model = pair.model;
     if (model.total < 1) {
@@ -294,14 +328,7 @@ class Sweep {
 
   void backUp(Pair& pair) {
     EXPECT_EQ(pair.face->backupLocationRotationRaw(), 1);
-    for (int slot = 0; slot < pair.model.total; ++slot) {
-      const Dipole& dipole = pair.model.slots[static_cast<std::size_t>(slot)];
-      if (dipole != nullptr && !dipole->backedUp) {
-        dipole->backedUp = true;
-        dipole->rawLocation = dipole->location;
-        dipole->rawOrientation = dipole->orientation;
-      }
-    }
+    pair.model.backUp(0);
   }
 
   void query(Pair& pair) {
@@ -376,11 +403,13 @@ class Sweep {
 
   std::mt19937 m_random{seed};
   ScriptedOperator m_user;
+  TempFolder m_folder;
   const CString m_labels[3] = {_T(""), _T("L1"), _T("a label that is far too long to be kept inside")};
   std::vector<std::string> m_expectedTexts;
   std::vector<Alive> m_alive;
   std::size_t m_knownCount = 0;
   int m_operation = 0;
+  int m_imports = 0;
   Pair m_pairs[3];
   FreeLog m_log;
 };
@@ -399,6 +428,7 @@ TEST(CollectionModel, AgreesWithTheCollectionsAfterEveryOperation) {
         ASSERT_TRUE(sweep->restIsEmpty()) << "operation " << i;
       }
     }
+    EXPECT_GE(sweep->imports(), count / 4000);
   }
   EXPECT_EQ(liveAllocations(), before);
 }
