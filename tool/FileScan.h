@@ -1,29 +1,42 @@
-// A plain look into a dipole file, by other means than the importer's, so that the program can say when
-// dipoles of a file did not arrive or when files do not belong together.
+// A plain look into a dipole file, so that the program can say when dipoles of a file did not arrive or when
+// files do not belong together. It enters and leaves sections where the importer does, but counts every line
+// that looks like a dipole, whether the importer can read it or not.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace tool {
 
+// How the importer's question about a section of moving dipoles was answered.
+struct MovingAnswer {
+  bool isYes = false;
+  int declinedBefore = 0;  // static rows that answers left out since the question before this one
+};
+
 struct DipoleSection {
   bool isMoving = false;  // "Fit_Results", else "Dipoles"
   int rows = 0;           // lines that begin with a number and a colon
+  MovingAnswer answer;    // of a moving one; the rows of a declined one are not counted
 };
 
 struct FileScan {
-  // Everything stays empty when this is not a regular file or cannot be read.
-  explicit FileScan(const std::string& path);
+  // Takes the answers to the questions that this file raises, in order from `next`, and moves that on;
+  // questions without an answer count as declined. Everything stays empty when this is not a regular file or
+  // cannot be read.
+  FileScan(const std::string& path, const std::vector<MovingAnswer>& answers, std::size_t& next);
 
   bool isReadable = false;
-  std::vector<DipoleSection> sections;  // in the order of the file
+  std::vector<DipoleSection> sections;  // those that the importer sees, in the order of the file
+  std::vector<std::string> swallowed;   // names of sections that stand in one whose end is missing
+  bool endsInside = false;              // the end of the last section is missing
   std::string patient;                  // bytes as they stand in the file, without blanks around
 };
 
-// How many dipoles a file gives when its questions about moving dipoles are answered so, in order from
-// `next`, which is moved on: an accepted section replaces what the file gave before, a declined one is
-// skipped. Questions without an answer count as declined.
-int expectedDipoles(const FileScan& file, const std::vector<bool>& answers, std::size_t& next);
+// How many dipoles a file gives: a moving section that was accepted replaces what the file gave before.
+// `declined`, rows that answers left out so far, is raised by those of this file; rows of what was replaced
+// are not counted as declined, as they are not expected any more.
+int expectedDipoles(const FileScan& file, int& declined);
 
 }  // namespace tool

@@ -38,26 +38,39 @@ std::vector<CString> absolutePaths(const std::vector<std::string>& files) {
   return paths;
 }
 
-std::vector<bool> movingAnswers(const std::vector<Message>& messages) {
-  std::vector<bool> answers;
-  for (const Message& message : messages) {
-    if (message.isQuestion && message.text.starts_with(movingQuestion)) {
-      answers.push_back(message.isYes);
+// What an import was answered about the files' rows, in order.
+struct RowAnswers {
+  std::vector<MovingAnswer> moving;
+  int declinedAfter = 0;  // static rows that answers left out after the last question about moving dipoles
+
+  explicit RowAnswers(const std::vector<Message>& messages) {
+    for (const Message& message : messages) {
+      if (!message.isQuestion) {
+        continue;
+      }
+      if (message.text.starts_with(movingQuestion)) {
+        moving.push_back({message.isYes, declinedAfter});
+        declinedAfter = 0;
+      } else if (!message.isYes && message.text.starts_with(locationQuestion)) {
+        ++declinedAfter;
+      }
     }
   }
-  return answers;
+};
+
+int movingSections(const FileScan& file, bool acceptedOnly) {
+  return static_cast<int>(
+      std::count_if(file.sections.begin(), file.sections.end(), [&](const DipoleSection& section) {
+        return section.isMoving && (section.answer.isYes || !acceptedOnly);
+      }));
 }
 
-// Rows that were left out because the answer said so.
-int declinedRows(const std::vector<Message>& messages) {
-  return static_cast<int>(std::count_if(messages.begin(), messages.end(), [](const Message& message) {
-    return message.isQuestion && !message.isYes && message.text.starts_with(locationQuestion);
-  }));
-}
-
-int movingSections(const FileScan& file) {
-  const auto isMoving = [](const DipoleSection& section) { return section.isMoving; };
-  return static_cast<int>(std::count_if(file.sections.begin(), file.sections.end(), isMoving));
+std::size_t allMovingSections(const std::vector<FileScan>& files) {
+  int sections = 0;
+  for (const FileScan& file : files) {
+    sections += movingSections(file, false);
+  }
+  return static_cast<std::size_t>(sections);
 }
 
 }  // namespace
@@ -72,12 +85,17 @@ ImportSession::ImportSession(const std::vector<std::string>& files, Answers answ
   m_messages = op.messages();
   m_isComplete = wasSaid(total) && !wasSaid(cannotOpen) && m_collection->m_totalDipoles > 0;
 
+  const RowAnswers given(m_messages);
+  std::size_t next = 0;
   Scans scans;
   for (const std::string& file : files) {
-    scans.emplace_back(file);
+    scans.emplace_back(file, given.moving, next);
+  }
+  if (next != given.moving.size() || allMovingSections(scans) != next) {
+    warnOfLoss("not every section of moving dipoles was asked about");
   }
   checkSections(files, scans);
-  checkCount(files, scans);
+  checkCount(scans, given.declinedAfter);
   checkPatients(scans);
 }
 
@@ -91,34 +109,41 @@ void ImportSession::warn(const std::string& text) {
   tell(m_messages.back().text);
 }
 
+void ImportSession::warnOfLoss(const std::string& text) {
+  m_isComplete = false;
+  warn(text);
+}
+
 void ImportSession::checkSections(const std::vector<std::string>& files, const Scans& scans) {
   for (std::size_t i = 0; i < files.size(); ++i) {
-    if (scans[i].isReadable && scans[i].sections.empty()) {
-      warn(files[i] + ": no dipole section; this does not look like a CTF dipole file");
-      m_isComplete = false;
+    const FileScan& scan = scans[i];
+    if (scan.isReadable && scan.sections.empty()) {
+      warnOfLoss(files[i] + ": no dipole section; this does not look like a CTF dipole file");
+    }
+    for (const std::string& name : scan.swallowed) {
+      warnOfLoss(files[i] + ": the section before " + name + " has no end, so " + name + " was not read");
+    }
+    if (scan.endsInside) {
+      warnOfLoss(files[i] + ": the file ends inside a section; its end may be missing");
+    }
+    if (movingSections(scan, true) > 1) {
+      warn(files[i] + ": of its " + std::to_string(movingSections(scan, false)) +
+           " moving-dipole sections only the last accepted one remains, each replaces the one before");
     }
   }
 }
 
-void ImportSession::checkCount(const std::vector<std::string>& files, const Scans& scans) {
-  const std::vector<bool> answers = movingAnswers(m_messages);
-  std::size_t next = 0;
+void ImportSession::checkCount(const Scans& scans, int declinedAfter) {
+  int declined = 0;
   int expected = 0;
-  for (std::size_t i = 0; i < files.size(); ++i) {
-    const auto firstAnswer = static_cast<std::ptrdiff_t>((std::min)(next, answers.size()));
-    expected += expectedDipoles(scans[i], answers, next);
-    const auto lastAnswer = static_cast<std::ptrdiff_t>((std::min)(next, answers.size()));
-    if (std::count(answers.begin() + firstAnswer, answers.begin() + lastAnswer, true) > 1) {
-      warn(files[i] + ": of its " + std::to_string(movingSections(scans[i])) +
-           " moving-dipole sections only the last accepted one remains, each replaces the one before");
-    }
+  for (const FileScan& scan : scans) {
+    expected += expectedDipoles(scan, declined);
   }
+  expected -= declined + declinedAfter;
   const int imported = m_collection->m_totalDipoles;
-  expected -= declinedRows(m_messages);
-  if (imported < expected) {
-    m_isComplete = false;
-    warn(std::to_string(expected) + " dipole rows were in the files for this import, but " +
-         std::to_string(imported) + " dipoles arrived");
+  if (imported != expected) {
+    warnOfLoss(std::to_string(expected) + " dipole rows were in the files for this import, but " +
+               std::to_string(imported) + " dipoles arrived");
   }
 }
 

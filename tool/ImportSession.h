@@ -26,8 +26,8 @@ class ImportSession {
   // The module's messages and the program's own warnings.
   const std::vector<Message>& messages() const { return m_messages; }
 
-  // Whether every file was read to its end and had a dipole section, all dipoles that were not declined
-  // arrived, and at least one did.
+  // Whether every file was read to its end and had a dipole section, every section in it had an end, exactly
+  // the dipoles that were not declined arrived, and at least one did.
   bool isComplete() const { return m_isComplete; }
 
   // The patient's name or number; empty unless all files give the same.
@@ -38,8 +38,9 @@ class ImportSession {
 
   bool wasSaid(const char* text) const;
   void warn(const std::string& text);
+  void warnOfLoss(const std::string& text);
   void checkSections(const std::vector<std::string>& files, const Scans& scans);
-  void checkCount(const std::vector<std::string>& files, const Scans& scans);
+  void checkCount(const Scans& scans, int declinedAfter);
   void checkPatients(const Scans& scans);
 
   std::unique_ptr<CDipoleFace8Import01_CTF> m_collection;

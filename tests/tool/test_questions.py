@@ -4,7 +4,7 @@ What was asked and answered is always said, and lost dipoles are reported."""
 import json
 import unittest
 
-from support import ToolTest, dipole_file, example, moving_file, run, terminal
+from support import SPHERE, ToolTest, dipole_file, example, moving_file, run, terminal
 
 MOVING = "This is moving dipoles, would you like to import?"
 
@@ -71,6 +71,92 @@ class WithoutTerminal(ToolTest):
         result = self.end_with(1, "list", "--csv", path)
         self.assertIn("2 dipole rows were in the files for this import, but 1 dipoles arrived\n", result.err)
         self.assertEqual(result.out.count("\n"), 2)
+
+
+class SectionEnds(ToolTest):
+    """The importer passes over a line with "{" or "//" in a section; else any line with "}" ends it."""
+
+    def dipoles(self, end, rows=2, behind=""):
+        row = "%d: 1 2 3 0 0 1 7 a\n"
+        text = SPHERE + "Dipoles\n{\n// xp (cm)\n" + "".join(row % number for number in range(1, rows + 1))
+        return self.write("e.dip", text + end + behind)
+
+    FLAGS = "Dipole_Flags\n{\n1: 0 0 1 1 1\n2: 1 1 1 1 1\n}\n"
+
+    def test_rows_of_other_sections_are_no_dipoles(self):
+        result = self.succeed("list", "--csv", self.dipoles("}\n", behind=self.FLAGS))
+        self.assertNotIn("warning", result.err)
+        self.assertEqual(result.out.count("\n"), 3)
+
+    def test_any_line_with_a_brace_ends_a_section(self):
+        for end in ("\t}\n", "} \n", "end }\n", "}}\n", "} Dipoles\n", "} / end\n"):
+            result = self.succeed("list", "--csv", self.dipoles(end, behind=self.FLAGS))
+            self.assertNotIn("warning", result.err, end)
+
+    def test_an_end_behind_a_comment_or_a_brace_is_none_and_what_it_swallows_is_reported(self):
+        for end in ("} // end\n", "// }\n", "{ }\n"):
+            path = self.dipoles(end, behind=self.FLAGS)
+            result = self.end_with(1, "list", "--csv", path)
+            self.assertIn("warning: %s: the section before Dipole_Flags has no end, so Dipole_Flags was not "
+                          "read\n" % path, result.err)
+            self.assertNotIn("dipole rows were in the files", result.err)
+            self.assertEqual(result.out.count("\n"), 3)
+
+    def test_moving_dipoles_that_arrive_as_static_ones_are_reported(self):
+        path = self.dipoles("} // end\n", behind=moving_file([(0.1, 1, 2, 3)])[len(SPHERE):])
+        result = self.end_with(1, "list", "--yes", "--csv", path)
+        self.assertIn("the section before Fit_Results has no end", result.err)
+        self.assertIn("2 dipole rows were in the files for this import, but 3 dipoles arrived\n", result.err)
+
+    def test_a_missing_end_is_reported(self):
+        path = self.dipoles("")
+        result = self.end_with(1, "list", "--csv", path)
+        self.assertIn("warning: %s: the file ends inside a section" % path, result.err)
+        self.assertEqual(result.out.count("\n"), 3)
+
+    def test_an_end_without_a_line_end_is_an_end_but_a_row_without_one_is_lost(self):
+        self.assertNotIn("warning", self.succeed("list", "--csv", self.dipoles("}")).err)
+        result = self.end_with(1, "list", "--csv", self.dipoles("3: 1 2 3 0 0 1 7 a"))
+        self.assertIn("3 dipole rows were in the files for this import, but 2 dipoles arrived\n", result.err)
+
+    def test_labels_with_marks_that_hide_their_row_are_reported(self):
+        for label in ("a//b", "{a"):
+            path = self.write("l.dip", dipole_file([(1, 2, 3, 7, label), (1, 2, 3, 7, "b")]))
+            result = self.end_with(1, "list", "--csv", path)
+            self.assertIn("2 dipole rows were in the files for this import, but 1 dipoles arrived\n",
+                          result.err)
+
+
+class DeclinedRows(ToolTest):
+    FAR, NEAR, BROKEN = (250, 2, 3, 7, "far"), (1, 2, 3, 7, "near"), (1, "two", 3, 7, "broken")
+
+    def file_with(self, rows, moving, name="d.dip"):
+        return self.write(name, dipole_file(rows) + moving_file(moving)[len(SPHERE):])
+
+    def test_declined_rows_that_moving_dipoles_replaced_hide_no_loss(self):
+        path = self.file_with([self.FAR, self.NEAR], [(0.1, 1, 2, 3), (0.2, 1, "two", 3)])
+        code, shown, output = terminal(["list", "--json", path], [b"n\n", b"y\n"])
+        self.assertEqual((code, len(json.loads(output)["dipoles"])), (1, 1), shown)
+        self.assertIn("2 dipole rows were in the files for this import, but 1 dipoles arrived", shown)
+
+    def test_declined_rows_that_moving_dipoles_replaced_are_no_loss(self):
+        path = self.file_with([self.FAR, self.NEAR], [(0.1, 1, 2, 3), (0.2, 1, 2, 3)])
+        code, shown, output = terminal(["list", "--json", path], [b"n\n", b"y\n"])
+        self.assertEqual((code, len(json.loads(output)["dipoles"])), (0, 2), shown)
+        self.assertNotIn("warning", shown)
+
+    def test_declined_rows_count_when_the_moving_dipoles_are_declined_too(self):
+        path = self.file_with([self.FAR, self.NEAR], [(0.1, 1, 2, 3)])
+        self.assertNotIn("warning", self.succeed("list", "--no", "--csv", path).err)
+        broken = self.file_with([self.FAR, self.NEAR, self.BROKEN], [(0.1, 1, 2, 3)])
+        result = self.end_with(1, "list", "--no", "--csv", broken)
+        self.assertIn("2 dipole rows were in the files for this import, but 1 dipoles arrived", result.err)
+
+    def test_moving_dipoles_that_were_never_asked_about_are_reported(self):
+        silent = self.file_with([self.FAR], [(0.1, 1, 2, 3)], "silent.dip")  # empty behind the first section
+        near = self.write("near.dip", dipole_file([self.NEAR]))
+        result = self.end_with(1, "list", "--no", "--csv", silent, near)
+        self.assertIn("warning: not every section of moving dipoles was asked about\n", result.err)
 
 
 class AtTerminal(ToolTest):
