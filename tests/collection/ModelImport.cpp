@@ -1,5 +1,8 @@
 #include "tests/collection/ModelImport.h"
 
+#include <array>
+#include <memory>
+
 ModelImport::ModelImport(CollectionModel& model, std::mt19937& random) : m_model(model), m_random(random) {
   const int first = m_model.total;
   m_text = "Dipoles\n{\n// xp (cm)\n";
