@@ -1,4 +1,5 @@
-// Saving and loading a full dipole-set file beside one fwrite or fread of the same bytes and a memcpy of them.
+// Saving and loading a full dipole-set file beside one fwrite or fread of the same bytes and a memcpy of
+// them.
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
