@@ -1,7 +1,7 @@
 // Every member of a dipole or of a collection as lines of text, "name value", exact to the bit.
 //
-// Numbers with a fraction are the hexadecimal digits of their bits; of a text, what is not plain ASCII stands as
-// \uXXXX, one UTF-16 unit each. make_archives.py lists what its archives hold in the same form.
+// Numbers with a fraction are the hexadecimal digits of their bits; of a text, what is not plain ASCII stands
+// as \uXXXX, one UTF-16 unit each. make_archives.py lists what its archives hold in the same form.
 #pragma once
 
 #include <map>

@@ -96,6 +96,24 @@ TEST(SetFileFault, ACountThatCannotBeGivesZeroAfterAMessageAndChangesNothing) {
   }
 }
 
+TEST(SetFileFault, ACountThatJustFitsIsTaken) {
+  const std::string empty = archiveBytes("set_20050629_empty").substr(0, currentCount + 4);
+  const Set holes = filledSet(1);
+  EXPECT_EQ(
+      archiveCause([&] { readCurrent(patched(empty, currentCount, 3) + std::string(12, '\0'), *holes); }),
+      CArchiveException::endOfFile);
+  EXPECT_EQ(holes->m_totalDipoles, 3);
+  EXPECT_EQ(holes->m_dipoles[0], nullptr);
+
+  const std::string old = archiveBytes("set_20010101_version_1").substr(0, count20010101 + 4);
+  const ScriptedOperator user;
+  const Set records = filledSet(0);
+  EXPECT_EQ(readObsolete(patched(old, count20010101, 2) + std::string(2 * 157, '\0'), *records), 1);
+  EXPECT_EQ(user.texts(), Texts{});
+  ASSERT_EQ(records->m_totalDipoles, 2);
+  EXPECT_EQ(records->m_dipoles[1]->m_label.GetLength(), 0);
+}
+
 TEST(SetFileFault, ACountOf30001IsRefusedInAFileThatHoldsSoMany) {
   const std::string bytes = patched(archiveBytes("set_20050629_small"), currentCount, 30001);
   const ScriptedOperator user;

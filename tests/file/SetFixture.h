@@ -94,7 +94,7 @@ inline Lines replaced(const Lines& lines, const Lines& listed) {
   return values;
 }
 
-// What the fixture of a name holds, read into a set of these set-wide members; its slots start as new dipoles.
+// What the file of a name holds, read into a set of these set-wide members. Its slots start as new dipoles.
 inline Lines expectedLines(const std::string& name, const CDipoleFace& before) {
   const Lines listed = archiveLines(name);
   Lines start = linesOf(before);
