@@ -33,6 +33,14 @@ void setTriple(double (&target)[3], double x, double y, double z) {
 
 }  // namespace
 
+CDipoleFace& CDipoleFace::operator=(const CDipoleFace& other) {
+  if (this != &other) {
+    // All that may run out of memory happens to the copy. Large: on the heap.
+    *this = std::move(*std::make_unique<CDipoleFace>(other));
+  }
+  return *this;
+}
+
 CDipoleFace::~CDipoleFace() = default;
 
 std::unique_ptr<CDipoleszq> CDipoleFace::makeDipole(const CDipoleszq* source) {

@@ -26,8 +26,8 @@
 class CDipoleFace {
  public:
   CDipoleFace() = default;
-  CDipoleFace(const CDipoleFace&) = default;  // a view, see above
-  CDipoleFace& operator=(const CDipoleFace&) = default;
+  CDipoleFace(const CDipoleFace&) = default;         // a view, see above
+  CDipoleFace& operator=(const CDipoleFace& other);  // whole, or without memory not at all
   virtual ~CDipoleFace();
 
   // Adding. Each puts a new dipole into slot m_totalDipoles, makes it the current one and returns the new
@@ -108,9 +108,9 @@ class CDipoleFace {
   // Deliberately does nothing else than return 1.
   int traceDipoleSphere();
 
-  DipoleTable m_dipoles;    // first: an assignment without memory for it changes nothing else
   int m_currentDipole = 0;  // -1: none; 0 in a new collection although it holds nothing
   int m_totalDipoles = 0;
+  DipoleTable m_dipoles;
   double m_faceValue = 0.0;  // kept and archived, without a meaning here
   int m_showDipoleOrientationAll = 0;
   double m_allDipoleRange[3] = {100.0, 100.0, 100.0};  // where addDipole puts a dipole, mm
@@ -150,6 +150,8 @@ class CDipoleFace {
   int appendDipole(std::unique_ptr<CDipoleszq> dipole);
 
  private:
+  CDipoleFace& operator=(CDipoleFace&&) = default;
+
   std::unique_ptr<CDipoleszq> makeDipoleToAdd(const CDipoleszq* source = nullptr);
   void removeSlot(int slot);
   int compact();

@@ -8,13 +8,9 @@ DipoleTable::DipoleTable(const DipoleTable& other) {
   share(other);
 }
 
-DipoleTable& DipoleTable::operator=(const DipoleTable& other) {
-  if (this != &other) {
-    // The new ones first: without memory for them the old ones stay. Large: on the heap.
-    const auto copy = std::make_unique<DipoleTable>(other);
-    std::swap(m_slots, copy->m_slots);
-    std::swap(m_holders, copy->m_holders);
-  }
+DipoleTable& DipoleTable::operator=(DipoleTable&& other) noexcept {
+  std::swap(m_slots, other.m_slots);
+  std::swap(m_holders, other.m_holders);
   return *this;
 }
 

@@ -17,7 +17,7 @@ class DipoleTable {
 
   DipoleTable() = default;
   DipoleTable(const DipoleTable& other);
-  DipoleTable& operator=(const DipoleTable& other);  // lets its own dipoles go
+  DipoleTable& operator=(DipoleTable&& other) noexcept;  // exchanges what the two hold
   ~DipoleTable();
 
   // The dipole of a slot, null when it is empty. The slot must be 0 .. capacity-1.

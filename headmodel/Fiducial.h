@@ -13,6 +13,8 @@ class CFiducial {
   CFiducial() = default;
   CFiducial(const CFiducial&) = default;
   CFiducial& operator=(const CFiducial&) = default;
+  CFiducial(CFiducial&&) = default;
+  CFiducial& operator=(CFiducial&&) = default;
   virtual ~CFiducial();
 
   // Puts all six points back to their initial state: not set, position, shape and size 0, no label.

@@ -8,5 +8,7 @@ class CFiducial02Prcs : public CFiducial {
   CFiducial02Prcs() = default;
   CFiducial02Prcs(const CFiducial02Prcs&) = default;
   CFiducial02Prcs& operator=(const CFiducial02Prcs&) = default;
+  CFiducial02Prcs(CFiducial02Prcs&&) = default;
+  CFiducial02Prcs& operator=(CFiducial02Prcs&&) = default;
   ~CFiducial02Prcs() override;
 };

@@ -8,6 +8,8 @@ class CFiducial9File : public CFiducial03Operator {
   CFiducial9File() = default;
   CFiducial9File(const CFiducial9File&) = default;
   CFiducial9File& operator=(const CFiducial9File&) = default;
+  CFiducial9File(CFiducial9File&&) = default;
+  CFiducial9File& operator=(CFiducial9File&&) = default;
   ~CFiducial9File() override;
 
   // Writes or reads one record: the six point records (see FiduciaryPt9File.h), then 4 int32 and 3 int64.

@@ -8,6 +8,8 @@ class CFiducialzq : public CFiducial9File {
   CFiducialzq() = default;
   CFiducialzq(const CFiducialzq&) = default;
   CFiducialzq& operator=(const CFiducialzq&) = default;  // every member
+  CFiducialzq(CFiducialzq&&) = default;
+  CFiducialzq& operator=(CFiducialzq&&) = default;
   ~CFiducialzq() override;
 
   // Compares nasion, left ear and right ear with those of another set of the same frame. Returns 0.0 when

@@ -15,6 +15,8 @@ class CFiduciaryPt {
   CFiduciaryPt() = default;
   CFiduciaryPt(const CFiduciaryPt&) = default;
   CFiduciaryPt& operator=(const CFiduciaryPt&) = default;
+  CFiduciaryPt(CFiduciaryPt&&) = default;
+  CFiduciaryPt& operator=(CFiduciaryPt&&) = default;
   virtual ~CFiduciaryPt();
 
   // Stores the position and marks the point as set; shape, size and label stay. Returns 1.

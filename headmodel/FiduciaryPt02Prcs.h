@@ -8,5 +8,7 @@ class CFiduciaryPt02Prcs : public CFiduciaryPt {
   CFiduciaryPt02Prcs() = default;
   CFiduciaryPt02Prcs(const CFiduciaryPt02Prcs&) = default;
   CFiduciaryPt02Prcs& operator=(const CFiduciaryPt02Prcs&) = default;
+  CFiduciaryPt02Prcs(CFiduciaryPt02Prcs&&) = default;
+  CFiduciaryPt02Prcs& operator=(CFiduciaryPt02Prcs&&) = default;
   ~CFiduciaryPt02Prcs() override;
 };

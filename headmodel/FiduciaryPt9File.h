@@ -8,6 +8,8 @@ class CFiduciaryPt9File : public CFiduciaryPt02Prcs {
   CFiduciaryPt9File() = default;
   CFiduciaryPt9File(const CFiduciaryPt9File&) = default;
   CFiduciaryPt9File& operator=(const CFiduciaryPt9File&) = default;
+  CFiduciaryPt9File(CFiduciaryPt9File&&) = default;
+  CFiduciaryPt9File& operator=(CFiduciaryPt9File&&) = default;
   ~CFiduciaryPt9File() override;
 
   // Writes or reads one record: every member of CFiduciaryPt in declaration order, 200 bytes and a string

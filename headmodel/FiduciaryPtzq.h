@@ -8,5 +8,7 @@ class CFiduciaryPtzq : public CFiduciaryPt9File {
   CFiduciaryPtzq() = default;
   CFiduciaryPtzq(const CFiduciaryPtzq&) = default;
   CFiduciaryPtzq& operator=(const CFiduciaryPtzq&) = default;  // every member
+  CFiduciaryPtzq(CFiduciaryPtzq&&) = default;
+  CFiduciaryPtzq& operator=(CFiduciaryPtzq&&) = default;
   ~CFiduciaryPtzq() override;
 };

@@ -13,6 +13,8 @@ class CSphere {
   CSphere() = default;
   CSphere(const CSphere&) = default;
   CSphere& operator=(const CSphere&) = default;
+  CSphere(CSphere&&) = default;
+  CSphere& operator=(CSphere&&) = default;
   virtual ~CSphere();
 
   // Sets centre and radius to 0.0 and leaves the auxiliary members alone. Returns 1.

@@ -8,6 +8,8 @@ class CSphere9File : public CSphere {
   CSphere9File() = default;
   CSphere9File(const CSphere9File&) = default;
   CSphere9File& operator=(const CSphere9File&) = default;
+  CSphere9File(CSphere9File&&) = default;
+  CSphere9File& operator=(CSphere9File&&) = default;
   ~CSphere9File() override;
 
   // Writes or reads one record: every member of CSphere in declaration order, 40 bytes and a string

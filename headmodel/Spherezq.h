@@ -8,5 +8,7 @@ class CSpherezq : public CSphere9File {
   CSpherezq() = default;
   CSpherezq(const CSpherezq&) = default;
   CSpherezq& operator=(const CSpherezq&) = default;  // every member
+  CSpherezq(CSpherezq&&) = default;
+  CSpherezq& operator=(CSpherezq&&) = default;
   ~CSpherezq() override;
 };
