@@ -18,7 +18,7 @@ case $limit in
   *) limit=-max_total_time=$limit ;;
 esac
 
-readers=(ctf row line nifti)
+readers=(ctf row line archive nifti)
 folder=$PWD/build/native-fuzz
 cmake --preset native-fuzz >/dev/null
 cmake --build "$folder" --target "${readers[@]/%/_fuzzer}"

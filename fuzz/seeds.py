@@ -1,15 +1,18 @@
 #!/usr/bin/env python3
-"""Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, row, line, nifti.
+"""Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, row, line, archive, nifti.
 
 The CTF seeds are the example files, pieces and cuts of them, and small files for what the examples lack;
-the NIfTI seeds are made here field by field. Standard library only; the same seeds every time."""
+the archive seeds are the files of the tests; the NIfTI seeds are made here field by field. Standard library
+only; the same seeds every time."""
 
 import gzip
 import struct
 import sys
 from pathlib import Path
 
-EXAMPLES = Path(__file__).resolve().parent.parent / "examples"
+ROOT = Path(__file__).resolve().parent.parent
+EXAMPLES = ROOT / "examples"
+ARCHIVES = ROOT / "tests" / "file" / "archives"
 
 SECTIONS = {
     "file_info": "File_Info\n{\n\tVERSION:\t5.0\n\tPATIENT:\tsomebody\n}\n",
@@ -111,6 +114,15 @@ def ctf_files():
     yield "long_line", b"Dipoles\n{\n(cm)\n1: 1 2 3 1 0 0 3 " + b"x" * 2100 + b"\n}\n"
 
 
+def archives():
+    """Each archive with the entry point that reads it, into an empty collection and into a filled one."""
+    for path in sorted(ARCHIVES.glob("*.bin")):
+        is_set, is_current = path.stem.startswith("set"), b"D\0I\0P\0" in path.read_bytes().upper()
+        entry = (2 if is_set else 0) + (0 if is_current else 1)
+        yield path.stem, bytes([entry]), path.read_bytes()
+        yield path.stem + "_over", bytes([entry + 4]), path.read_bytes()
+
+
 def write(folder, name, data):
     folder.mkdir(parents=True, exist_ok=True)
     (folder / name).write_bytes(data)
@@ -127,6 +139,9 @@ def main():
     for number, (kind, row) in enumerate(ROWS):
         write(out / "row", f"row{number}", bytes([kind]) + row.encode())
         write(out / "row", f"wide{number}", bytes([0x80 | kind]) + row.encode("utf-16-le"))
+    for name, mode, data in archives():
+        write(out / "archive", name, mode + data)
+        write(out / "archive", name + "_cut", mode + data[: len(data) * 5 // 8])
     write(out / "line", "ends", b"\r\n\r\na\rb\nc\n\rd\0e\nlast")
     write(out / "line", "pieces", b"y" * 4096 + b"\n" + b"z" * 2047 + b"\n\xff\n")
     plain = {f"type{code}": nifti1("<", code, [2, 3, 4], bytes(range(24)) * size) for code, size in

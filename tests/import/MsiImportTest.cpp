@@ -165,6 +165,12 @@ TEST_F(MsiImport, TheLineThatEndsTheBlockIsUsedUp) {
   EXPECT_EQ(labels(), Texts{"a"});
 }
 
+TEST_F(MsiImport, TheDateEndsTheBlockWhateverElseItsLineHolds) {
+  import("Disk Media:\nDate of File:Dipole File:no\nMRI/CT Patient:no\n");
+  EXPECT_EQ(toUtf8(set->m_fileVersion), "non");
+  EXPECT_EQ(toUtf8(set->m_patient), "non");
+}
+
 TEST_F(MsiImport, ABlockAtTheEndOfTheFileEndsIt) {
   EXPECT_EQ(import("Disk Media:\nMRI/CT Patient:P\n"), 1);
   EXPECT_EQ(toUtf8(set->m_patient), "P");
@@ -216,7 +222,7 @@ TEST_F(MsiImport, AFullCollectionEndsTheTableBeforeAnyQuestion) {
   while (set->m_totalDipoles < 29999) {
     set->addDipole();
   }
-  import(table + row("last") + row("far", "301 2 3") + row("more"));
+  import(table + row("last") + row("far", "301 2 3") + row("more") + table + row("more"));
   EXPECT_EQ(shown(), (Texts{"No dipole space", totalMessage(29999, 30000)}));
   EXPECT_EQ(toUtf8(dipole(29999).m_label), "last");
 }
