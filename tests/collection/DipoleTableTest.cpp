@@ -153,7 +153,7 @@ TEST(DipoleTable, ADipoleSharedAgainAfterItWasLetGoCountsAfresh) {
   const CDipoleszq* dipole = put(*table, 0);
   auto other = std::make_unique<DipoleTable>(*table);
   other->clear(0);
-  *other = *table;
+  other = std::make_unique<DipoleTable>(*table);
   const FreeLog log;
   table->clear(0);
   EXPECT_EQ(log.timesFreed(dipole), 0);
