@@ -121,7 +121,9 @@ void ImportSession::checkSections(const std::vector<std::string>& files, const S
       warnOfLoss(files[i] + ": no dipole section; this does not look like a CTF dipole file");
     }
     for (const std::string& name : scan.swallowed) {
-      warnOfLoss(files[i] + ": the section before " + name + " has no end, so " + name + " was not read");
+      std::string text = files[i];
+      text.append(": the section before ").append(name).append(" has no end, so ");
+      warnOfLoss(text.append(name).append(" was not read"));
     }
     if (scan.endsInside) {
       warnOfLoss(files[i] + ": the file ends inside a section; its end may be missing");

@@ -211,6 +211,17 @@ TEST(LayerAssignment, ThatRunsOutOfMemoryForItsDipolesLeavesBothWholeWhereverItS
   EXPECT_EQ(liveAllocations(), before);
 }
 
+TEST(LayerAssignment, ThatRunsOutOfMemoryForItsTextsLeavesBothWholeWhereverItStops) {
+  const long long before = liveAllocations();
+  {
+    const auto face =
+        filled(5, 100, _T("a text that is longer than the one before, and so in need of memory"));
+    const auto other = target();
+    expectAllOrNothing(*face, *other, 20);  // and each of the 20 texts and labels
+  }
+  EXPECT_EQ(liveAllocations(), before);
+}
+
 TEST(FaceAssignment, ThatRunsOutOfMemoryLeavesItsTargetsDipolesToItAlone) {
   const auto face = faceOf(3);
   auto other = faceOf(4);

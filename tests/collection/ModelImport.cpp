@@ -31,7 +31,7 @@ ModelImport::ModelImport(CollectionModel& model, std::mt19937& random) : m_model
 }
 
 ModelImport::Dipole ModelImport::bear(int slot) {
-  const auto dipole = std::make_shared<ModelDipole>();
+  auto dipole = std::make_shared<ModelDipole>();
   m_model.slots[static_cast<std::size_t>(slot)] = dipole;
   m_born[slot] = dipole;
   return dipole;
@@ -92,9 +92,10 @@ void ModelImport::addFlags(int first) {
   const int rows = whole(0, 6);
   bool wasEmpty = false;
   for (int row = 0; row < rows; ++row) {
-    const Dipole held = m_model.slots[static_cast<std::size_t>(first + row)];
+    const int slot = first + row;
+    const Dipole held = m_model.slots[static_cast<std::size_t>(slot)];
     wasEmpty = wasEmpty || held == nullptr;
-    ModelDipole& dipole = held != nullptr ? *held : *bear(first + row);
+    ModelDipole& dipole = held != nullptr ? *held : *bear(slot);
     const int color = whole(0, 3);
     const int shape = whole(0, 4);
     dipole.colorF = colors[color];
