@@ -226,6 +226,7 @@ TEST(FaceAssignment, ThatRunsOutOfMemoryLeavesItsTargetsDipolesToItAlone) {
   const auto face = faceOf(3);
   auto other = faceOf(4);
   std::vector<const void*> dipoles;
+  dipoles.reserve(4);
   for (int slot = 0; slot < 4; ++slot) {
     dipoles.push_back(other->m_dipoles[slot]);
   }
