@@ -1,7 +1,7 @@
 // Reads the input as an archive: a dipole alone, a dipole inside a set, a set file, a set file of 2001.
 //
-// The first byte chooses: bits 0 and 1 the entry point, bit 2 a collection that holds dipoles already. What was
-// read must be consistent and must be written and read again as it is.
+// The first byte chooses: bits 0 and 1 the entry point, bit 2 a collection that holds dipoles already. What
+// was read must be consistent and must be written and read again as it is.
 #include <afxwin.h>
 
 #include <cstddef>
