@@ -1,6 +1,7 @@
 #!/bin/sh
 # Fails when a source is not formatted as .clang-format says, or a line is longer than 110 columns.
 set -eu
+export LC_ALL=C.UTF-8  # columns are characters, not bytes
 cd "$(dirname "$0")/.."
 sources() {
   find headmodel record collection import file module platform host tool tests bench fuzz \
