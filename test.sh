@@ -17,7 +17,8 @@ cmake --build build/native-asan
 ctest --test-dir build/native-asan --output-on-failure
 
 say "Windows build, tested under Wine"
-export WINEPREFIX="$PWD/build/wine" WINEDEBUG=-all
+# Wine takes the file system's encoding from the locale.
+export WINEPREFIX="$PWD/build/wine" WINEDEBUG=-all LC_ALL=C.UTF-8
 cmake --preset windows
 cmake --build build/windows
 ctest --test-dir build/windows --output-on-failure
