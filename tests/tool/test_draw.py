@@ -224,11 +224,11 @@ class Failures(DrawTest):
 
     def test_a_picture_that_cannot_be_written_is_named_and_leaves_nothing_behind(self):
         missing = self.path("nowhere/out.png")
-        self.assertIn("dipole: cannot write the picture %s: No such file or directory\n" % missing,
+        self.assertIn("dipole: cannot write %s: No such file or directory\n" % missing,
                       self.attempt(1, output=missing).err)
         folder = self.path("folder")
         os.mkdir(folder)
-        self.assertIn("dipole: cannot write the picture %s: " % folder, self.attempt(1, output=folder).err)
+        self.assertIn("dipole: cannot write %s: " % folder, self.attempt(1, output=folder).err)
         self.assertEqual(sorted(os.listdir(self.folder)), ["d.dip", "folder"])
 
     def test_a_failure_leaves_the_picture_of_before(self):
@@ -244,8 +244,8 @@ class Failures(DrawTest):
             self.assertIn("would overwrite the input", self.attempt(2, dip=dip, output=output).err)
         self.assertEqual(run("list", dip).returncode, 0)
 
-    def test_the_picture_has_the_usual_permissions_and_replaces_the_one_before(self):
-        output = self.write("out.png", "before")
+    def test_the_picture_has_the_usual_permissions(self):
+        output = self.path("out.png")
         before = os.umask(0o027)
         try:
             self.attempt(0)
@@ -253,6 +253,14 @@ class Failures(DrawTest):
             os.umask(before)
         self.assertEqual(stat.S_IMODE(os.stat(output).st_mode), 0o640)
         self.assertEqual(sorted(os.listdir(self.folder)), ["d.dip", "out.png"])
+
+    def test_the_picture_that_replaces_one_has_its_permissions(self):
+        output = self.write("out.png", "before")
+        os.chmod(output, 0o604)
+        self.attempt(0)
+        self.assertEqual(stat.S_IMODE(os.stat(output).st_mode), 0o604)
+        with open(output, "rb") as file:
+            self.assertEqual(file.read(4), b"\x89PNG")
 
     def test_a_file_that_cannot_be_read_among_others_still_gives_a_picture_but_ends_with_1(self):
         dip = self.write("d.dip", dipole_file([(0, 0, 3, 7, "a")]))
