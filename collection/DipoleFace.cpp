@@ -45,7 +45,7 @@ CDipoleFace::~CDipoleFace() = default;
 
 std::unique_ptr<CDipoleszq> CDipoleFace::makeDipole(const CDipoleszq* source) {
   try {
-    auto dipole = std::make_unique<CDipoleszq>();
+    std::unique_ptr<CDipoleszq> dipole(new CDipoleszq);  // make_unique would clear it before it is made
     if (source != nullptr) {
       *dipole = *source;
     }

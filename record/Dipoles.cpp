@@ -123,11 +123,6 @@ void CDipoles::setColorValue(COLORREF color) {
   m_color = color;
 }
 
-int CDipoles::getDipoleXYZ(CSpherezq* /*translation*/, CSpherezq* /*rotation*/, double& /*x*/, double& /*y*/,
-                           double& /*z*/) {
-  return 1;
-}
-
 int CDipoles::drawDipole(CSpherezq* /*translation*/, CSpherezq* /*rotation*/, int checkShow) {
   return checkShow != 0 && m_show == 0 ? 0 : 1;
 }

@@ -56,7 +56,10 @@ class CDipoles {
 
   // The display coordinates under a whole-set translation and rotation. Deliberately inert: it writes
   // nothing, so that the outputs keep what the caller had in them. Returns 1.
-  int getDipoleXYZ(CSpherezq* translation, CSpherezq* rotation, double& x, double& y, double& z);
+  int getDipoleXYZ(CSpherezq* /*translation*/, CSpherezq* /*rotation*/, double& /*x*/, double& /*y*/,
+                   double& /*z*/) {
+    return 1;
+  }
 
   // Deliberately draws nothing, the host's 3D view draws dipoles itself. Returns 0 for a dipole that
   // checkShow asks about and that is hidden, else 1.

@@ -3,10 +3,21 @@
 #include <algorithm>
 #include <climits>
 #include <exception>
+#include <vector>
 
 namespace {
 
 constexpr int smallestBuffer = 128;
+
+// What an archive takes where the default is asked for: a call of the system costs as much as moving a few
+// thousand bytes.
+constexpr int defaultBuffer = 65536;
+
+constexpr int askedByDefault = 4096;
+
+int ownSize(int asked) {
+  return asked == askedByDefault ? defaultBuffer : (std::max)(asked, smallestBuffer);
+}
 
 // How many units of a text are read at a time, so that a length that lies costs no more memory than this.
 constexpr ULONGLONG piece = 32768;
@@ -16,6 +27,9 @@ constexpr BYTE longForm = 0xFF;
 constexpr WORD wideMark = 0xFFFE;
 constexpr WORD longerForm = 0xFFFF;
 
+// The long form's byte, the wide mark and a length of one byte.
+constexpr std::size_t shortHead = 4;
+
 }  // namespace
 
 CArchive::CArchive(CFile* file, UINT mode, int bufferSize, void* buffer)
@@ -24,10 +38,11 @@ CArchive::CArchive(CFile* file, UINT mode, int bufferSize, void* buffer)
       m_closeOnDelete((mode & bNoFlushOnDelete) == 0),
       m_exceptionsAtStart(std::uncaught_exceptions()),
       m_buffer(static_cast<BYTE*>(buffer)),
-      m_size(static_cast<UINT>((std::max)(bufferSize, smallestBuffer))) {
+      m_size(static_cast<UINT>(bufferSize)) {
   if (buffer == nullptr || bufferSize < smallestBuffer) {
-    m_own.resize(m_size);
-    m_buffer = m_own.data();
+    m_size = static_cast<UINT>(ownSize(bufferSize));
+    m_own = std::make_unique_for_overwrite<BYTE[]>(m_size);
+    m_buffer = m_own.get();
   }
   if (m_loading) {
     m_readAt = m_readEnd = m_buffer;
@@ -245,7 +260,27 @@ ULONGLONG CArchive::bytesLeft() {
   return buffered + (length > position ? length - position : 0);
 }
 
+// A short text as it is written, all of it in the buffer: nearly every text of a file.
+bool CArchive::getBufferedText(CString& text) {
+  const auto buffered = static_cast<std::size_t>(m_readEnd - m_readAt);
+  if (buffered < shortHead || m_readAt[0] != longForm || m_readAt[1] != BYTE{wideMark & 0xFF} ||
+      m_readAt[2] != BYTE{wideMark >> 8} || m_readAt[3] == longForm) {
+    return false;
+  }
+  const int length = m_readAt[3];
+  const std::size_t bytes = static_cast<std::size_t>(length) * sizeof(TCHAR);
+  if (buffered < shortHead + bytes) {
+    return false;
+  }
+  std::memcpy(text.GetBufferSetLength(length), m_readAt + shortHead, bytes);
+  m_readAt += shortHead + bytes;
+  return true;
+}
+
 CArchive& CArchive::operator>>(CString& text) {
+  if (getBufferedText(text)) {
+    return *this;
+  }
   bool wide = false;
   const ULONGLONG length = readTextLength(wide);
   const ULONGLONG bytes = wide ? 2 * length : length;

@@ -14,7 +14,7 @@
 
 #include <bit>
 #include <cstring>
-#include <vector>
+#include <memory>
 
 #include "platform/portable/File.h"
 
@@ -23,7 +23,8 @@ class CArchive {
   enum Mode { store = 0, load = 1, bNoFlushOnDelete = 2 };
 
   // `file` must be open, outlive the archive and be used by it alone. `buffer`, where given, has `bufferSize`
-  // bytes and stays the caller's; a size below 128 bytes is taken as 128.
+  // bytes, at least 128, and stays the caller's. Without one, or with a smaller one, the archive brings its own,
+  // of at least 128 bytes; the default size leaves it to the archive, which takes 64 KiB.
   CArchive(CFile* file, UINT mode, int bufferSize = 4096, void* buffer = nullptr);
   // Closes, which may throw, unless Close or Abort was called or bNoFlushOnDelete was given. While an
   // exception is on its way it aborts instead: half a record must not be written, and a second exception
@@ -163,6 +164,7 @@ class CArchive {
   void mustStore() const;
   void detach() noexcept;
   CString fileName() const;
+  bool getBufferedText(CString& text);
   ULONGLONG readTextLength(bool& wide);
   void writeTextLength(DWORD length);
   ULONGLONG bytesLeft();
@@ -171,7 +173,7 @@ class CArchive {
   bool m_loading;
   bool m_closeOnDelete;
   int m_exceptionsAtStart;
-  std::vector<BYTE> m_own;
+  std::unique_ptr<BYTE[]> m_own;
   BYTE* m_buffer;
   UINT m_size;
   // Loading: what is buffered and not yet read. Null when storing.

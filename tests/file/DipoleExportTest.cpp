@@ -183,7 +183,7 @@ TEST_F(DipoleExport, AFileThatCannotBeCreatedIsReportedAndGivesZero) {
 }
 
 TEST_F(DipoleExport, AFullDiskIsReportedAndWhatWasWrittenStays) {
-  for (int i = 0; i < 100; ++i) {
+  for (int i = 0; i < 1000; ++i) {
     add();
   }
   user.answerFiles({folder.path("out.txt")});

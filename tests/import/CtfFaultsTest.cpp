@@ -54,8 +54,8 @@ TEST_F(CtfFaults, AFileFaultIsReportedByItsOwnBoxAndGivesOne) {
 
 TEST_F(CtfFaults, AFileFaultEndsTheImportAtOnce) {
   set->addDipole();
-  const std::string rows = dipoles(200);
-  ASSERT_GT(rows.size(), 4096U);
+  const std::string rows = dipoles(4000);
+  ASSERT_GT(rows.size(), 65536U);
   set->m_importEnd = 77;
   EXPECT_EQ(importWithReadFault(oneSphere + rows, 2), 1);
   EXPECT_EQ(user.messages.size(), 1U);  // no total
@@ -67,10 +67,10 @@ TEST_F(CtfFaults, AFileFaultEndsTheImportAtOnce) {
 
 TEST_F(CtfFaults, AFileFaultKeepsTheDipolesBeforeIt) {
   set->addDipole();
-  importWithReadFault(dipoles(400), 2);
+  importWithReadFault(dipoles(4000), 2);
   const int count = set->m_totalDipoles;
   EXPECT_GT(count, 1);
-  EXPECT_LT(count, 401);
+  EXPECT_LT(count, 4001);
   EXPECT_EQ(toUtf8(dipole(count - 1).m_label), "d" + std::to_string(count - 1));
   EXPECT_EQ(dipole(count - 1).m_rawLocation.m_radius, 0.0);  // no backup
 }
