@@ -3,6 +3,7 @@
 
 bool benchDipolesImport();
 bool benchFitResultsImport();
+bool benchMsiImport();
 bool benchSliceDrawing();
 bool benchSort();
 bool benchView3D();

@@ -11,6 +11,7 @@ int main() {
   mallopt(M_MMAP_THRESHOLD, 1 << 30);
   bool allMet = benchDipolesImport();
   allMet &= benchFitResultsImport();
+  allMet &= benchMsiImport();
   allMet &= benchSliceDrawing();
   allMet &= benchSort();
   allMet &= benchView3D();

@@ -1,5 +1,5 @@
-// Import of a full CTF file, from open to backups, beside the bare conversion of its numbers and beside the
-// same import through the C library's swscanf.
+// Import of a full file, from open to backups, beside the bare conversion of its numbers and, for CTF, beside
+// the same import through the C library's swscanf.
 #include <charconv>
 #include <cstdio>
 #include <cwchar>
@@ -11,7 +11,7 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/Comparison.h"
-#include "bench/import/CtfText.h"
+#include "bench/import/DipoleText.h"
 #include "import/AnsiLineReader.h"
 #include "module/dipole.h"
 #include "platform/Operator.h"
@@ -60,7 +60,7 @@ class TemporaryFile {
 };
 
 // The bare pass: nothing but the conversions of the numbers that an import converts.
-void convertOnly(const CtfText& file) {
+void convertOnly(const DipoleText& file) {
   for (const std::string_view text : file.integers) {
     int value = 0;
     std::from_chars(text.data(), text.data() + text.size(), value);
@@ -146,8 +146,14 @@ class SwscanfImport : public CDipoleFace8Import01_CTF {
   wchar_t m_label[2049] = L"Non";
 };
 
-bool benchImport(const std::string& section, const CtfText& text,
-                 void (SwscanfImport::*yardstick)(const CString&)) {
+// Its by-path driver, which a host reaches by a file's ending.
+class MsiImport : public CDipoleFace8Import02_4DMSI {
+ public:
+  using CDipoleFace8Import02_4DMSI::import4DMSIDipolesX;
+};
+
+bool benchCtfImport(const std::string& section, const DipoleText& text,
+                    void (SwscanfImport::*yardstick)(const CString&)) {
   const TemporaryFile file("dipole_bench.dip", text.text);
   const SilentOperator silent(file.path());
   std::unique_ptr<CDipoleFace8Import01_CTF> face;
@@ -178,13 +184,37 @@ bool benchImport(const std::string& section, const CtfText& text,
 }  // namespace
 
 bool benchDipolesImport() {
-  CtfText text;
+  DipoleText text;
   makeDipolesFile(rows, text);
-  return benchImport("Dipoles", text, &SwscanfImport::importDipoles);
+  return benchCtfImport("Dipoles", text, &SwscanfImport::importDipoles);
 }
 
 bool benchFitResultsImport() {
-  CtfText text;
+  DipoleText text;
   makeFitResultsFile(rows, text);
-  return benchImport("Fit_Results", text, &SwscanfImport::importFitResults);
+  return benchCtfImport("Fit_Results", text, &SwscanfImport::importFitResults);
+}
+
+bool benchMsiImport() {
+  DipoleText text;
+  makeMsiFile(rows, text);
+  const TemporaryFile file("dipole_bench.txt", text.text);
+  const SilentOperator silent(file.path());
+  std::unique_ptr<MsiImport> face;
+  const auto import = [&] {
+    CString path = file.path();
+    face->import4DMSIDipolesX(path, false);
+  };
+  const auto empty = [&] { face = std::make_unique<MsiImport>(); };
+  const bool isMet = compare("4D/MSI import, " + std::to_string(rows) + " rows",
+                             {{"import of the file", empty, import},
+                              {"the conversions alone (from_chars)", empty, [&] { convertOnly(text); }}},
+                             {{1, 3.0, false}}, rounds);
+  empty();
+  import();
+  if (face->m_totalDipoles != rows || face->m_dipoles[rows - 1]->m_label != CString(_T("spike_30000"))) {
+    std::printf("  the import is not whole: %d dipoles\n", face->m_totalDipoles);
+    return false;
+  }
+  return isMet;
 }

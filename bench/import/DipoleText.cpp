@@ -1,4 +1,4 @@
-#include "bench/import/CtfText.h"
+#include "bench/import/DipoleText.h"
 
 #include <cstdio>
 #include <random>
@@ -9,13 +9,21 @@ namespace {
 // Writes fields and remembers where the converted ones stand.
 class RowWriter {
  public:
-  explicit RowWriter(CtfText& file) : m_file(file) {}
+  explicit RowWriter(DipoleText& file) : m_file(file) {}
 
   void text(const char* words) { m_file.text += words; }
 
   void integer(int value) { number(m_integers, "%d", value); }
 
   void real(const char* format, double value) { number(m_reals, format, value); }
+
+  template <typename Distribution>
+  void reals(int count, const char* format, Distribution& values, std::mt19937& random) {
+    for (int i = 0; i < count; ++i) {
+      text("\t");
+      real(format, values(random));
+    }
+  }
 
   // Only now does the text no longer move.
   void finish() {
@@ -38,7 +46,7 @@ class RowWriter {
     m_file.text.append(digits, static_cast<std::size_t>(length));
   }
 
-  CtfText& m_file;
+  DipoleText& m_file;
   Places m_integers;
   Places m_reals;
 };
@@ -48,7 +56,7 @@ constexpr const char* sphere =
 
 }  // namespace
 
-void makeDipolesFile(int rows, CtfText& file) {
+void makeDipolesFile(int rows, DipoleText& file) {
   std::mt19937 random(20060511);
   std::uniform_real_distribution<double> place(-8.0, 8.0);
   std::uniform_real_distribution<double> direction(-1.0, 1.0);
@@ -61,14 +69,8 @@ void makeDipolesFile(int rows, CtfText& file) {
     row.text("\t");
     row.integer(i);
     row.text(":");
-    for (int axis = 0; axis < 3; ++axis) {
-      row.text("\t");
-      row.real("%.2f", place(random));
-    }
-    for (int axis = 0; axis < 3; ++axis) {
-      row.text("\t");
-      row.real("%.4f", direction(random));
-    }
+    row.reals(3, "%.2f", place, random);
+    row.reals(3, "%.4f", direction, random);
     row.text("\t");
     row.real("%.6f", moment(random));
     row.text("\tspike_");
@@ -79,7 +81,7 @@ void makeDipolesFile(int rows, CtfText& file) {
   row.finish();
 }
 
-void makeFitResultsFile(int rows, CtfText& file) {
+void makeFitResultsFile(int rows, DipoleText& file) {
   std::mt19937 random(20060512);
   std::uniform_real_distribution<double> place(-8.0, 8.0);
   std::uniform_real_distribution<double> direction(-1.0, 1.0);
@@ -98,14 +100,8 @@ void makeFitResultsFile(int rows, CtfText& file) {
     row.integer(i % 100);
     row.text("\t");
     row.real("%.4f", i % 100 / 1250.0);
-    for (int axis = 0; axis < 3; ++axis) {
-      row.text("\t");
-      row.real("%.4f", place(random));
-    }
-    for (int axis = 0; axis < 3; ++axis) {
-      row.text("\t");
-      row.real("%.4f", direction(random));
-    }
+    row.reals(3, "%.4f", place, random);
+    row.reals(3, "%.4f", direction, random);
     row.text("\t");
     row.real("%.4f", moment(random));
     row.text("\t");
@@ -123,5 +119,30 @@ void makeFitResultsFile(int rows, CtfText& file) {
     row.text("\tmoving\n");
   }
   row.text("}\n");
+  row.finish();
+}
+
+void makeMsiFile(int rows, DipoleText& file) {
+  std::mt19937 random(20060513);
+  std::uniform_real_distribution<double> place(-8.0, 8.0);
+  std::uniform_real_distribution<double> direction(-1.0, 1.0);
+  std::uniform_real_distribution<double> moment(10.0, 400.0);
+  std::uniform_real_distribution<double> fraction(0.7, 1.0);
+  RowWriter row(file);
+  row.text("Latency\tx (cm)\ty\tz\tQx\tQy\tQz\tQ (nAm)\t...\n");
+  for (int i = 1; i <= rows; ++i) {
+    row.real("%.3f", i % 100 / 1.25);
+    row.reals(3, "%.4f", place, random);
+    row.reals(3, "%.4f", direction, random);
+    row.reals(2, "%.4f", moment, random);
+    row.reals(3, "%.4f", fraction, random);
+    row.text("\t");
+    row.integer(i % 7);
+    row.text("\tall\tLT\tgood\t");
+    row.integer(i);
+    row.text("\tspike_");
+    row.text(std::to_string(i).c_str());
+    row.text("\n");
+  }
   row.finish();
 }
