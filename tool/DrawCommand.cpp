@@ -34,7 +34,7 @@ Examples:
 
 constexpr double largestHeadDifference = 10.0;  // mm between fiducial points: more is another head
 
-const CDipoleszq* strongestShown(const CDipoleFace8Import01_CTF& collection) {
+const CDipoleszq* strongestShown(const CDipoleFace9File& collection) {
   const CDipoleszq* strongest = nullptr;
   for (int i = 0; i < collection.m_totalDipoles; ++i) {
     const CDipoleszq* dipole = collection.getDipole(i);
@@ -46,7 +46,7 @@ const CDipoleszq* strongestShown(const CDipoleFace8Import01_CTF& collection) {
   return strongest;
 }
 
-void setGlyphSize(CDipoleFace8Import01_CTF& collection, int pixels) {
+void setGlyphSize(CDipoleFace9File& collection, int pixels) {
   for (int i = 0; i < collection.m_totalDipoles; ++i) {
     if (CDipoleszq* dipole = collection.getDipole(i)) {
       dipole->m_size = pixels;
@@ -143,7 +143,7 @@ DrawCommand::DrawCommand(CLI::App& program)
 }
 
 bool DrawCommand::wouldOverwriteInput() const {
-  std::vector<std::string> inputs = m_import.files();
+  std::vector<std::string> inputs = m_import.names();
   inputs.push_back(m_mri);
   inputs.push_back(m_fiducials);
   for (const std::string& input : inputs) {
@@ -169,7 +169,7 @@ std::vector<host::SliceRequest> DrawCommand::requests(const ImportSession& sessi
 }
 
 void DrawCommand::draw(ImportSession& session, const host::Fiducials& fiducials) const {
-  const FileInfo info(m_import.files().front(), session);
+  const FileInfo info(m_import.names().front(), session);
   const std::vector<host::SliceRequest> slices = requests(session);
   const host::HeadFrame frame(fiducials);
   warnOfAnotherHead(info, fiducials);
@@ -181,7 +181,7 @@ void DrawCommand::draw(ImportSession& session, const host::Fiducials& fiducials)
   host::SlicePictureOptions options;
   options.mmPerPixel = m_mmPerPixel;
   options.overlapMm = m_overlapMm;
-  options.title = titleOf(m_import.files());
+  options.title = titleOf(m_import.names());
   options.patientId = printable(session.patient());
   const host::SlicePicture picture = host::drawSlices(session.collection(), volume, frame, slices, options);
   writePng(picture.image, m_output);

@@ -20,7 +20,7 @@ std::optional<FiducialTriple> pointsOf(const CFiducialzq& set) {
   return result;
 }
 
-std::optional<Sphere> sphereOf(const CDipoleFace8Import01_CTF& collection) {
+std::optional<Sphere> sphereOf(const CDipoleFace9File& collection) {
   if (collection.m_bCtfSphereSet == 0) {
     return std::nullopt;
   }
@@ -43,15 +43,15 @@ void widen(std::optional<Range>& range, double value) {
 
 FileInfo::FileInfo(std::string name, const ImportSession& session)
     : file(std::move(name)), messages(session.messages()) {
-  const CDipoleFace8Import01_CTF& collection = session.collection();
-  version = headerText(collection.m_fileVersion, "VERSION:");
-  patient = headerText(collection.m_patient, "PATIENT:");
+  const CDipoleFace9File& collection = session.collection();
+  version = session.version();
+  patient = session.patient();
   mriFile = headerText(collection.m_mriFile, "MRI_FILE:");
   isMegOnly = collection.m_megOnly != 0;
   sphere = sphereOf(collection);
   mriFiducials = pointsOf(collection.m_fiducialMri);
   headFiducials = pointsOf(collection.m_fiducialCtf);
-  isMomentInNAm = collection.m_momentInNAm != 0;
+  isMomentInNAm = session.isMomentInNAm();
   for (int i = 0; i < collection.m_totalDipoles; ++i) {
     const CDipoleszq* dipole = collection.getDipole(i);
     if (dipole == nullptr) {

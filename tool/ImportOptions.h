@@ -1,24 +1,34 @@
-// The arguments that every command shares: which files, and how questions are answered.
+// The arguments that every command shares: which files, of which format, and how questions are answered.
 #pragma once
 
 #include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 
+#include "tool/InputFile.h"
 #include "tool/TerminalOperator.h"
 
 namespace tool {
 
 class ImportOptions {
  public:
-  // Adds the arguments to a command; this object has to live as long as the command.
-  void addTo(CLI::App& command);
+  // Adds the arguments to a command; this object has to live as long as the command. `argument` is what the
+  // help calls the files.
+  void addTo(CLI::App& command, const std::string& argument = "FILE");
 
-  const std::vector<std::string>& files() const { return m_files; }
+  const std::vector<std::string>& names() const { return m_names; }
   Answers answers() const;
 
+  // The files with their formats: --from, else by the ending, else CTF.
+  std::vector<InputFile> files() const;
+
+  // The same, but a name whose ending tells no format needs --from: throws std::runtime_error that names the
+  // file and the endings.
+  std::vector<InputFile> knownFiles() const;
+
  private:
-  std::vector<std::string> m_files;
+  std::vector<std::string> m_names;
+  std::optional<InputFormat> m_from;
   bool m_yes = false;
   bool m_no = false;
 };

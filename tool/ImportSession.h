@@ -1,5 +1,4 @@
-// One import of dipole files into a fresh collection, by the same public operation that a viewer's user
-// would start, with the file dialog answered by the given names.
+// One or more dipole files as one set: each imported by itself, their dipoles one after the other.
 #pragma once
 
 #include <memory>
@@ -7,45 +6,53 @@
 #include <vector>
 
 #include "module/dipole.h"
-#include "tool/FileScan.h"
+#include "tool/FileImport.h"
+#include "tool/InputFile.h"
 #include "tool/TerminalOperator.h"
 
 namespace tool {
 
 class ImportSession {
  public:
-  // Imports the files in order. What the module says goes to standard error, as do warnings of the program:
-  // about dipoles that were in a file and did not arrive, and files of different patients. Throws
-  // std::runtime_error when the module did not accept the list of files.
-  ImportSession(const std::vector<std::string>& files, Answers answers);
+  // Imports the files in order; at least one. What the module says goes to standard error, as do warnings of
+  // the program: about dipoles that were in a file and did not arrive, files of different patients, moments in
+  // different units. Throws std::runtime_error when the module did not accept a name.
+  ImportSession(const std::vector<InputFile>& files, Answers answers);
 
+  // Every dipole has all of its members; those of a text file are numbered on, as one import after the other
+  // numbers them. Members of the whole set are those of the first file that gave dipoles.
   // Locations mm in the host's head frame (x to the left ear, y up, z to the nose), latencies ms.
-  CDipoleFace8Import01_CTF& collection() { return *m_collection; }
-  const CDipoleFace8Import01_CTF& collection() const { return *m_collection; }
+  CDipoleFace9File& collection() { return *m_collection; }
+  const CDipoleFace9File& collection() const { return *m_collection; }
 
   // The module's messages and the program's own warnings.
   const std::vector<Message>& messages() const { return m_messages; }
 
-  // Whether every file was read to its end and had a dipole section, every section in it had an end, exactly
-  // the dipoles that were not declined arrived, and at least one did.
+  // Whether every import was complete, see FileImport::isComplete, and the set had room for all.
   bool isComplete() const { return m_isComplete; }
 
-  // The patient's name or number; empty unless all files give the same.
+  // As the first file that gave dipoles names them; the patient's name or number is empty unless all files give
+  // the same.
   const std::string& patient() const { return m_patient; }
+  const std::string& version() const { return m_version; }
+
+  // Whether all files say that their moments are nAm.
+  bool isMomentInNAm() const { return m_isMomentInNAm; }
 
  private:
-  using Scans = std::vector<FileScan>;
+  void add(const InputFile& file, Answers answers);
+  void append(CDipoleFace9File& more, const InputFile& file);
+  void takeSet(FileImport& import, const InputFile& file);
+  void checkPatients();
+  void checkUnits();
 
-  bool wasSaid(const char* text) const;
-  void warn(const std::string& text);
-  void warnOfLoss(const std::string& text);
-  void checkSections(const std::vector<std::string>& files, const Scans& scans);
-  void checkCount(const Scans& scans, int declinedAfter);
-  void checkPatients(const Scans& scans);
-
-  std::unique_ptr<CDipoleFace8Import01_CTF> m_collection;
+  std::unique_ptr<CDipoleFace9File> m_collection;
   std::vector<Message> m_messages;
+  std::vector<std::string> m_patients;  // of each file that could be read
+  std::vector<bool> m_units;            // of each file that gave dipoles: whether its moments are nAm
   std::string m_patient;
+  std::string m_version;
+  bool m_isMomentInNAm = false;
   bool m_isComplete = true;
 };
 

@@ -176,9 +176,9 @@ int InfoCommand::run() const {
   bool isComplete = true;
   std::string text;
   Json json = Json::array();
-  for (const std::string& file : m_import.files()) {
+  for (const InputFile& file : m_import.files()) {
     const ImportSession session({file}, m_import.answers());
-    const FileInfo info(file, session);
+    const FileInfo info(file.name, session);
     isComplete = isComplete && session.isComplete();
     json.push_back(jsonReport(info));
     text += (text.empty() ? "" : "\n") + report(info);

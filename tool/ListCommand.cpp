@@ -24,7 +24,7 @@ Examples:
   dipole list --csv spikes.dip > spikes.csv
   dipole list --yes --json moving.dip)";
 
-using Collection = CDipoleFace8Import01_CTF;
+using Collection = CDipoleFace9File;
 
 // The dipoles of a collection without its empty slots.
 std::vector<const CDipoleszq*> dipolesOf(const Collection& collection) {
@@ -41,8 +41,8 @@ bool isShownOnSlices(const CDipoleszq& dipole) {
   return dipole.m_display == 1;
 }
 
-std::string alignedTable(const Collection& collection) {
-  const char* moment = collection.m_momentInNAm != 0 ? "Moment nAm" : "Moment";
+std::string alignedTable(const ImportSession& session) {
+  const char* moment = session.isMomentInNAm() ? "Moment nAm" : "Moment";
   TextTable table({{"No"},
                    {"Id"},
                    {"Latency ms"},
@@ -56,7 +56,7 @@ std::string alignedTable(const Collection& collection) {
                    {"Error %"},
                    {"Label", TextTable::Align::left},
                    {"Slices"}});
-  for (const CDipoleszq* d : dipolesOf(collection)) {
+  for (const CDipoleszq* d : dipolesOf(session.collection())) {
     std::vector<std::string> cells = {std::to_string(d->m_number), std::to_string(d->m_id),
                                       fixed(d->m_latency, 2)};
     for (const double value : d->m_location) {
@@ -74,8 +74,8 @@ std::string alignedTable(const Collection& collection) {
   return table.aligned();
 }
 
-std::string csvTable(const Collection& collection) {
-  const char* moment = collection.m_momentInNAm != 0 ? "moment_nAm" : "moment";
+std::string csvTable(const ImportSession& session) {
+  const char* moment = session.isMomentInNAm() ? "moment_nAm" : "moment";
   TextTable table({{"number"},
                    {"id"},
                    {"latency_ms"},
@@ -89,7 +89,7 @@ std::string csvTable(const Collection& collection) {
                    {"fit_error_percent"},
                    {"label"},
                    {"shown_on_slices"}});
-  for (const CDipoleszq* d : dipolesOf(collection)) {
+  for (const CDipoleszq* d : dipolesOf(session.collection())) {
     std::vector<std::string> cells = {std::to_string(d->m_number), std::to_string(d->m_id),
                                       shortest(d->m_latency)};
     for (const double value : d->m_location) {
@@ -111,9 +111,9 @@ Json triple(const double (&values)[3]) {
   return Json::array({jsonNumber(values[0]), jsonNumber(values[1]), jsonNumber(values[2])});
 }
 
-Json jsonList(const Collection& collection, const std::vector<std::string>& files) {
+Json jsonList(const ImportSession& session, const std::vector<std::string>& files) {
   Json dipoles = Json::array();
-  for (const CDipoleszq* d : dipolesOf(collection)) {
+  for (const CDipoleszq* d : dipolesOf(session.collection())) {
     dipoles.push_back({{"number", d->m_number},
                        {"id", d->m_id},
                        {"latency_ms", jsonNumber(d->m_latency)},
@@ -126,7 +126,7 @@ Json jsonList(const Collection& collection, const std::vector<std::string>& file
   }
   return {{"files", files},
           {"frame", "head: x left, y up, z front"},
-          {"moment_unit", jsonText(collection.m_momentInNAm != 0 ? "nAm" : "")},
+          {"moment_unit", jsonText(session.isMomentInNAm() ? "nAm" : "")},
           {"dipoles", std::move(dipoles)}};
 }
 
@@ -143,9 +143,9 @@ ListCommand::ListCommand(CLI::App& program)
 int ListCommand::run() const {
   const ImportSession session(m_import.files(), m_import.answers());
   if (m_json) {
-    writeResult(jsonList(session.collection(), m_import.files()));
+    writeResult(jsonList(session, m_import.names()));
   } else {
-    writeResult(m_csv ? csvTable(session.collection()) : alignedTable(session.collection()));
+    writeResult(m_csv ? csvTable(session) : alignedTable(session));
   }
   return session.isComplete() ? exitDone : exitFailure;
 }

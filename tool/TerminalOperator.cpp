@@ -40,6 +40,12 @@ void tell(const std::string& text) {
   std::cerr << "dipole: " << printable(text) << '\n';
 }
 
+Message warningOf(const std::string& text) {
+  Message message{"warning: " + text, false, false};
+  tell(message.text);
+  return message;
+}
+
 TerminalOperator::TerminalOperator(std::vector<CString> files, Answers answers)
     : m_files(std::move(files)), m_answers(answers) {}
 

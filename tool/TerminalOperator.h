@@ -41,7 +41,22 @@ class TerminalOperator : public Operator {
   std::vector<Message> m_messages;
 };
 
+// Puts an operator in charge for a scope.
+class OperatorInCharge {
+ public:
+  explicit OperatorInCharge(Operator& op) : m_previous(installOperator(&op)) {}
+  ~OperatorInCharge() { installOperator(m_previous); }
+  OperatorInCharge(const OperatorInCharge&) = delete;
+  OperatorInCharge& operator=(const OperatorInCharge&) = delete;
+
+ private:
+  Operator* m_previous;
+};
+
 // A line of the program's own on standard error, made printable.
 void tell(const std::string& text);
+
+// Tells a warning and returns it as a message, to be kept with those of the module.
+Message warningOf(const std::string& text);
 
 }  // namespace tool

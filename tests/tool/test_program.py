@@ -126,7 +126,9 @@ class Files(ToolTest):
         paths = [self.write("%s_%03d.dip" % ("n" * 100, number), text) for number in range(500)]
         result = self.succeed("list", "--csv", *paths)
         self.assertEqual(result.out.count("\n"), 501)
-        self.assertIn("Total imported dipoles:500 (0-500)\n", result.err)
+        self.assertEqual(result.err, "dipole: Total imported dipoles:1 (0-1)\n" * 500)
+        numbers = [line.split(",")[0] for line in result.out.splitlines()[1:]]
+        self.assertEqual(numbers, [str(number) for number in range(1, 501)])
 
     def test_files_of_different_patients_are_told(self):
         result = self.succeed("list", example("auditory.dip"), example("spikes.dip"))

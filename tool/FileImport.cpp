@@ -1,0 +1,231 @@
+#include "tool/FileImport.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
+
+#include "platform/Utf.h"
+#include "tool/CtfScan.h"
+#include "tool/MsiScan.h"
+
+namespace tool {
+namespace {
+
+// The module asks and reports in fixed texts only; these tell the outcome of an import.
+constexpr const char* movingQuestion = "This is moving dipoles";
+constexpr const char* locationQuestion = "It seems the dipole location is wrong";
+constexpr const char* cannotOpen = "Can't open file ";
+constexpr const char* total = "Total imported dipoles:";
+
+// The importer of 4D/MSI tables stands behind an ending of the file's name; the user may have said otherwise.
+class MsiImporter : public CDipoleFace9File {
+ public:
+  using CDipoleFace9File::import4DMSIDipolesX;
+};
+
+// The current folder is what it was after a scope.
+class FolderKept {
+ public:
+  FolderKept() : m_folder(std::filesystem::current_path()) {}
+  ~FolderKept() {
+    std::error_code error;
+    std::filesystem::current_path(m_folder, error);
+  }
+  FolderKept(const FolderKept&) = delete;
+  FolderKept& operator=(const FolderKept&) = delete;
+
+ private:
+  std::filesystem::path m_folder;
+};
+
+// What an import was answered about the file's rows, in order.
+struct RowAnswers {
+  std::vector<MovingAnswer> moving;
+  int declinedAfter = 0;  // rows that answers left out after the last question about moving dipoles
+
+  explicit RowAnswers(const std::vector<Message>& messages) {
+    for (const Message& message : messages) {
+      if (!message.isQuestion) {
+        continue;
+      }
+      if (message.text.starts_with(movingQuestion)) {
+        moving.push_back({message.isYes, declinedAfter});
+        declinedAfter = 0;
+      } else if (!message.isYes && message.text.starts_with(locationQuestion)) {
+        ++declinedAfter;
+      }
+    }
+  }
+};
+
+std::size_t movingSections(const CtfScan& file, bool acceptedOnly) {
+  return static_cast<std::size_t>(
+      std::count_if(file.sections.begin(), file.sections.end(), [&](const DipoleSection& section) {
+        return section.isMoving && (section.answer.isYes || !acceptedOnly);
+      }));
+}
+
+// Why a file cannot be imported, as far as that can be told without opening it; empty when nothing is wrong.
+std::string whyUnreadable(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (!std::filesystem::exists(status)) {
+    return error ? error.message() : "No such file or directory";
+  }
+  return std::filesystem::is_directory(status) ? "it is a folder, not a file" : "";
+}
+
+// The set files of 2001 begin with one of these numbers, later ones with a text.
+bool isHeaderlessSet(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  unsigned char bytes[4] = {};
+  file.read(reinterpret_cast<char*>(bytes), sizeof bytes);
+  const std::uint32_t number = bytes[0] | bytes[1] << 8U | bytes[2] << 16U | std::uint32_t{bytes[3]} << 24U;
+  return file && (number <= 1 || number == 20010901 || number == 20011118);
+}
+
+std::string textOf(const CException& exception) {
+  TCHAR text[1024] = {};
+  (void)exception.GetErrorMessage(text, static_cast<UINT>(std::size(text)));
+  return toUtf8(text);
+}
+
+}  // namespace
+
+int countDipoles(const CDipoleFace& set) {
+  int count = 0;
+  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
+    count += set.m_dipoles[slot] != nullptr ? 1 : 0;
+  }
+  return count;
+}
+
+FileImport::FileImport(const InputFile& file, Answers answers)
+    : m_file(file),
+      m_path(std::filesystem::absolute(file.name).string()),
+      m_collection(std::make_unique<MsiImporter>()) {
+  const FolderKept folderKept;
+  const std::string cause = whyUnreadable(m_path);
+  if (!cause.empty()) {
+    m_isReadable = false;
+    warnOfLoss(m_file.name + ": " + cause);
+  }
+  if (m_file.format == InputFormat::ctf) {
+    importCtf(answers);
+  } else if (m_isReadable && m_file.format == InputFormat::msi) {
+    importMsi(answers);
+  } else if (m_isReadable) {
+    loadDipset();
+  }
+  m_isComplete = m_isComplete && countDipoles(*m_collection) > 0;
+}
+
+void FileImport::importCtf(Answers answers) {
+  TerminalOperator op({fromUtf8(m_path)}, answers);
+  const OperatorInCharge inCharge(op);
+  if (m_collection->importCTFDipoles() == 0) {
+    throw std::runtime_error(m_file.name + ": the name was not accepted (too long)");
+  }
+  m_messages.insert(m_messages.end(), op.messages().begin(), op.messages().end());
+  checkOutcome();
+  checkCtf();
+}
+
+void FileImport::importMsi(Answers answers) {
+  if (m_file.name.find_first_of("*?") != std::string::npos) {
+    throw std::runtime_error(m_file.name +
+                             ": * and ? in the name of a 4D/MSI table cannot be told from a pattern");
+  }
+  TerminalOperator op({}, answers);
+  const OperatorInCharge inCharge(op);
+  CString path = fromUtf8(m_path);
+  (void)static_cast<MsiImporter&>(*m_collection).import4DMSIDipolesX(path, false);
+  m_messages = op.messages();
+  checkOutcome();
+  const MsiScan scan(m_path);
+  if (scan.isReadable && !scan.hasTable) {
+    warnOfLoss(m_file.name + ": no line with \"Latency\"; this does not look like a 4D/MSI dipole table");
+  }
+  checkCount(scan.rows - RowAnswers(m_messages).declinedAfter);
+}
+
+void FileImport::loadDipset() {
+  TerminalOperator op({}, Answers::no);
+  const OperatorInCharge inCharge(op);
+  try {
+    CFile file(fromUtf8(m_path), CFile::modeRead | CFile::shareDenyWrite);
+    CArchive archive(&file, CArchive::load, 65536);
+    const bool isOld = isHeaderlessSet(m_path);
+    const int result = isOld ? m_collection->serializeObsolete20050630(archive)
+                             : m_collection->serializeDipolesFace(archive);
+    m_messages = op.messages();
+    if (result == 0 && m_messages.empty()) {
+      warnOfLoss(m_file.name + ": this is no dipole set");
+    } else if (result == 0 || !m_messages.empty()) {
+      warnOfLoss(m_file.name + ": the set could not be read");
+    }
+    archive.Close();
+  } catch (CException* exception) {
+    const std::string cause = textOf(*exception);
+    exception->Delete();
+    warnOfLoss(m_file.name + ": the set could not be read to its end: " + cause);
+  }
+}
+
+// The messages of the module that every import ends with, or fails with.
+void FileImport::checkOutcome() {
+  m_isComplete = m_isComplete && wasSaid(total) && !wasSaid(cannotOpen);
+}
+
+void FileImport::checkCtf() {
+  const RowAnswers given(m_messages);
+  const CtfScan scan(m_path, given.moving);
+  if (movingSections(scan, false) != given.moving.size()) {
+    warnOfLoss("not every section of moving dipoles was asked about");
+  }
+  checkCtfSections(scan);
+  checkCount(expectedDipoles(scan, given.declinedAfter));
+}
+
+void FileImport::checkCtfSections(const CtfScan& scan) {
+  if (scan.isReadable && scan.sections.empty()) {
+    warnOfLoss(m_file.name + ": no dipole section; this does not look like a CTF dipole file");
+  }
+  for (const std::string& name : scan.swallowed) {
+    warnOfLoss(m_file.name + ": the section before " + name + " has no end, so " + name + " was not read");
+  }
+  if (scan.endsInside) {
+    warnOfLoss(m_file.name + ": the file ends inside a section; its end may be missing");
+  }
+  if (movingSections(scan, true) > 1) {
+    warn(m_file.name + ": of its " + std::to_string(movingSections(scan, false)) +
+         " moving-dipole sections only the last accepted one remains, each replaces the one before");
+  }
+}
+
+void FileImport::checkCount(int expected) {
+  const int imported = m_collection->m_totalDipoles;
+  if (imported != expected) {
+    warnOfLoss(m_file.name + ": " + std::to_string(expected) + " dipole rows were in the file, but " +
+               std::to_string(imported) + " dipoles arrived");
+  }
+}
+
+bool FileImport::wasSaid(const char* text) const {
+  return std::any_of(m_messages.begin(), m_messages.end(),
+                     [text](const Message& message) { return message.text.starts_with(text); });
+}
+
+void FileImport::warn(const std::string& text) {
+  m_messages.push_back(warningOf(text));
+}
+
+void FileImport::warnOfLoss(const std::string& text) {
+  m_isComplete = false;
+  warn(text);
+}
+
+}  // namespace tool

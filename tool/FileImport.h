@@ -1,0 +1,63 @@
+// One dipole file, imported into a collection of its own by the operation of the module that a viewer's user
+// would start.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "module/dipole.h"
+#include "tool/InputFile.h"
+#include "tool/TerminalOperator.h"
+
+namespace tool {
+
+struct CtfScan;
+
+class FileImport {
+ public:
+  // What the module says goes to standard error, as do warnings of the program about dipoles that were in the
+  // file and did not arrive. Throws std::runtime_error when the module did not accept the name.
+  FileImport(const InputFile& file, Answers answers);
+
+  // Locations mm in the host's head frame (x to the left ear, y up, z to the nose), latencies ms.
+  CDipoleFace9File& collection() { return *m_collection; }
+  std::unique_ptr<CDipoleFace9File> takeCollection() { return std::move(m_collection); }
+
+  // The module's messages and the program's own warnings.
+  const std::vector<Message>& messages() const { return m_messages; }
+
+  // Whether the file could be read at all.
+  bool isReadable() const { return m_isReadable; }
+
+  // Whether the file was read to its end, looked like one of its format, exactly the dipoles that were not
+  // declined arrived, and at least one did.
+  bool isComplete() const { return m_isComplete; }
+
+ private:
+  void importCtf(Answers answers);
+  void importMsi(Answers answers);
+  void loadDipset();
+
+  void checkOutcome();
+  void checkCtf();
+  void checkCtfSections(const CtfScan& scan);
+  void checkCount(int expected);
+
+  bool wasSaid(const char* text) const;
+  void warn(const std::string& text);
+  void warnOfLoss(const std::string& text);
+
+  InputFile m_file;
+  std::string m_path;  // absolute: the module may change the current folder
+  std::unique_ptr<CDipoleFace9File> m_collection;
+  std::vector<Message> m_messages;
+  bool m_isReadable = true;
+  bool m_isComplete = true;
+};
+
+// How many slots of a set hold a dipole.
+int countDipoles(const CDipoleFace& set);
+
+}  // namespace tool
