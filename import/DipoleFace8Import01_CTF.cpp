@@ -34,19 +34,29 @@ std::vector<CString> chooseCtfFiles() {
   return paths;
 }
 
+void tellNotFound(const CString& path) {
+  CString message;
+  message.Format(_T("Find file:%s error \n"), path.GetString());
+  AfxMessageBox(message);
+}
+
 // Every file of a folder, given with its closing separator, whose name ends like the given one, in the order
-// of the search.
+// of the search. A message says when there is none: the folder's other files must not be missed silently.
 std::vector<CString> filesWithTheEndingOf(const CString& fileName, const CString& folder) {
   const CString ending = fileName.Right(extensionLength);
+  const CString pattern = folder + _T("*") + ending;
   CFileFind search;
   std::vector<CString> paths;
-  BOOL more = search.FindFile(folder + _T("*") + ending);
+  BOOL more = search.FindFile(pattern);
   while (more) {
     more = search.FindNextFile();
     // A pattern also matches short names and folders.
     if (!search.IsDirectory() && search.GetFileName().Right(extensionLength).CompareNoCase(ending) == 0) {
       paths.push_back(search.GetFilePath());
     }
+  }
+  if (paths.empty()) {
+    tellNotFound(pattern);
   }
   return paths;
 }
@@ -107,9 +117,7 @@ int CDipoleFace8Import01_CTF::importCTFDipolesX(CString& path, bool offerWholeFo
 std::vector<CString> CDipoleFace8Import01_CTF::findImportFiles(const CString& path, bool offerWholeFolder) {
   CFileFind search;
   if (!search.FindFile(path)) {
-    CString message;
-    message.Format(_T("Find file:%s error \n"), path.GetString());
-    AfxMessageBox(message);
+    tellNotFound(path);
     return {};
   }
   search.FindNextFile();

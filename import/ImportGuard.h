@@ -3,17 +3,30 @@
 
 #include <afx.h>
 
+#include <memory>
 #include <new>
+
+struct DeleteException {
+  void operator()(CException* exception) const { exception->Delete(); }
+};
+
+// Runs a piece of work and reports its file fault by the framework's own box, which may run out of memory.
+template <typename Work>
+void reportFileFaults(Work work) {
+  try {
+    work();
+  } catch (CFileException* exception) {
+    const std::unique_ptr<CFileException, DeleteException> caught(exception);
+    caught->ReportError();
+  }
+}
 
 // Runs an import so that no exception leaves the module: a file fault is reported by the framework's own box,
 // exhausted memory ends the import silently.
 template <typename Work>
 void guardImport(Work work) {
   try {
-    work();
-  } catch (CFileException* exception) {
-    exception->ReportError();
-    exception->Delete();
+    reportFileFaults(work);
   } catch (CMemoryException* exception) {
     exception->Delete();
   } catch (const std::bad_alloc&) {
