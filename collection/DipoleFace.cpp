@@ -5,6 +5,8 @@
 #include <new>
 #include <utility>
 
+#include "headmodel/Triple.h"
+
 namespace {
 
 // The smallest and the largest value met along one axis, single precision.
@@ -25,10 +27,8 @@ struct Extremes {
   }
 };
 
-void setTriple(double (&target)[3], double x, double y, double z) {
-  target[0] = x;
-  target[1] = y;
-  target[2] = z;
+Triple tripleOf(float x, float y, float z) {
+  return {static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)};
 }
 
 }  // namespace
@@ -81,7 +81,7 @@ int CDipoleFace::addDipole() {
   if (!dipole) {
     return 0;
   }
-  setTriple(dipole->m_location, m_allDipoleRange[0], m_allDipoleRange[1], m_allDipoleRange[2]);
+  setTriple(dipole->m_location, tripleOf(m_allDipoleRange));
   return appendDipole(std::move(dipole));
 }
 
@@ -90,7 +90,7 @@ int CDipoleFace::addDipoleF(float x, float y, float z) {
   if (!dipole) {
     return 0;
   }
-  setTriple(dipole->m_location, static_cast<double>(x), static_cast<double>(y), static_cast<double>(z));
+  setTriple(dipole->m_location, tripleOf(x, y, z));
   return appendDipole(std::move(dipole));
 }
 
@@ -103,9 +103,9 @@ int CDipoleFace::addDipolePME(const double* position, const double* moment, doub
     return 0;
   }
   const double length = std::sqrt(moment[0] * moment[0] + moment[1] * moment[1] + moment[2] * moment[2]);
-  setTriple(dipole->m_location, position[0], position[1], position[2]);
+  setTriple(dipole->m_location, {position[0], position[1], position[2]});
   dipole->m_moment = length;
-  setTriple(dipole->m_orientation, moment[0] / length, moment[1] / length, moment[2] / length);
+  setTriple(dipole->m_orientation, {moment[0] / length, moment[1] / length, moment[2] / length});
   dipole->m_fitError = fitError;
   return appendDipole(std::move(dipole));
 }
@@ -212,11 +212,16 @@ double CDipoleFace::getDipoleOrientationLength(int index) const {
   return dipole != nullptr ? dipole->m_orientationLength : 0.0;
 }
 
-float CDipoleFace::getMaxDipoleRange() const {
+int CDipoleFace::firstFilledSlot() const {
   int slot = 0;
   while (slot < m_totalDipoles && m_dipoles[slot] == nullptr) {
     ++slot;
   }
+  return slot;
+}
+
+float CDipoleFace::getMaxDipoleRange() const {
+  int slot = firstFilledSlot();
   if (slot >= m_totalDipoles) {
     return 0.0F;
   }
@@ -321,7 +326,7 @@ int CDipoleFace::setDipoleLocation(int index, float x, float y, float z) {
   if (dipole == nullptr) {
     return 0;
   }
-  setTriple(dipole->m_location, static_cast<double>(x), static_cast<double>(y), static_cast<double>(z));
+  setTriple(dipole->m_location, tripleOf(x, y, z));
   return 1;
 }
 

@@ -145,6 +145,8 @@ class CDipoleFace {
   // partial assignment of CDipoleszq. Empty when memory is exhausted.
   static std::unique_ptr<CDipoleszq> makeDipole(const CDipoleszq* source = nullptr);
 
+  int firstFilledSlot() const;  // m_totalDipoles when there is none
+
   // Puts a dipole into slot m_totalDipoles, over whatever an earlier import left there, counts it and makes
   // it the current one. Returns the new count.
   int appendDipole(std::unique_ptr<CDipoleszq> dipole);

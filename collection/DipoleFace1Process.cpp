@@ -4,25 +4,10 @@
 #include <new>
 
 #include "collection/SelectionOrder.h"
+#include "headmodel/Triple.h"
 #include "record/Truncation.h"
 
 namespace {
-
-struct Triple {
-  double x;
-  double y;
-  double z;
-};
-
-Triple centreOf(const CSphere& sphere) {
-  return {sphere.m_center[0], sphere.m_center[1], sphere.m_center[2]};
-}
-
-void setCentre(CSphere& sphere, const Triple& centre) {
-  sphere.m_center[0] = centre.x;
-  sphere.m_center[1] = centre.y;
-  sphere.m_center[2] = centre.z;
-}
 
 Triple positionOf(const CFiducial& fiducials, CFiducial::PointIndex point) {
   Triple position = {};
@@ -57,7 +42,7 @@ CDipoleFace1Process::CDipoleFace1Process() {
 CDipoleFace1Process::~CDipoleFace1Process() = default;
 
 int CDipoleFace1Process::getAllDipoleLocational(double& x, double& y, double& z) const {
-  const Triple centre = centreOf(m_sphereLocational);
+  const Triple centre = tripleOf(m_sphereLocational.m_center);
   x = centre.x;
   y = centre.y;
   z = centre.z;
@@ -65,12 +50,12 @@ int CDipoleFace1Process::getAllDipoleLocational(double& x, double& y, double& z)
 }
 
 int CDipoleFace1Process::setAllDipoleLocational(double x, double y, double z) {
-  setCentre(m_sphereLocational, {x, y, z});
+  setTriple(m_sphereLocational.m_center, {x, y, z});
   return 1;
 }
 
 int CDipoleFace1Process::getAllDipoleRotation(double& x, double& y, double& z) const {
-  const Triple centre = centreOf(m_sphereRotation);
+  const Triple centre = tripleOf(m_sphereRotation.m_center);
   x = centre.x;
   y = centre.y;
   z = centre.z;
@@ -78,14 +63,12 @@ int CDipoleFace1Process::getAllDipoleRotation(double& x, double& y, double& z) c
 }
 
 int CDipoleFace1Process::setAllDipoleRotation(double x, double y, double z) {
-  setCentre(m_sphereRotation, {x, y, z});
+  setTriple(m_sphereRotation.m_center, {x, y, z});
   return 1;
 }
 
 int CDipoleFace1Process::setAllDipoleRange(double x, double y, double z) {
-  m_allDipoleRange[0] = x;
-  m_allDipoleRange[1] = y;
-  m_allDipoleRange[2] = z;
+  setTriple(m_allDipoleRange, {x, y, z});
   return 1;
 }
 
@@ -97,7 +80,7 @@ int CDipoleFace1Process::registerMRI_DimensionFit(double extentX, double extentY
   const double radius = m_sphereCtf.m_radius;
   const double diameter = 2.0 * radius;
   m_sphereLocational.m_radius = radius;
-  setCentre(m_sphereLocational,
+  setTriple(m_sphereLocational.m_center,
             {(extentX - diameter) * 0.5, (extentY - diameter) * 0.5, (extentZ - diameter) * 0.5});
   return 1;
 }
@@ -115,7 +98,7 @@ int CDipoleFace1Process::transferDipole3D_MRIFit(const CFiducialzq* mri, bool ap
   const Triple half = {halfExtent(dimensionX, voxelX), halfExtent(dimensionY, voxelY),
                        halfExtent(dimensionZ, voxelZ)};
 
-  setCentre(m_sphereLocational,
+  setTriple(m_sphereLocational.m_center,
             {((left.x - half.x) + (right.x - half.x)) * 0.5, ((left.y - half.y) + (right.y - half.y)) * 0.5,
              ((left.z - half.z) + (right.z - half.z)) * 0.5});
   const int originX = wholeOrigin(left.x, right.x, half.x);
@@ -126,8 +109,8 @@ int CDipoleFace1Process::transferDipole3D_MRIFit(const CFiducialzq* mri, bool ap
     const Triple angles = {registrationAngle(nasion.y - originY - half.y, nasion.z - originZ - half.z),
                            registrationAngle(right.z - originZ - half.z, right.x - originX - half.x),
                            registrationAngle(left.y - originY - half.y, left.x - originX - half.x)};
-    setCentre(m_sphereMriAngles, angles);
-    setCentre(m_sphereRotation, {-angles.x, -angles.y, -angles.z});
+    setTriple(m_sphereMriAngles.m_center, angles);
+    setTriple(m_sphereRotation.m_center, {-angles.x, -angles.y, -angles.z});
     restoreRawLocations();
   }
 
@@ -155,9 +138,7 @@ int CDipoleFace1Process::transferDipole3D_MRIFit(const CFiducialzq* mri, bool ap
 void CDipoleFace1Process::restoreRawLocations() {
   for (int slot = 0; slot < m_totalDipoles; ++slot) {
     if (CDipoleszq* dipole = m_dipoles[slot]) {
-      for (int axis = 0; axis < 3; ++axis) {
-        dipole->m_location[axis] = dipole->m_rawLocation.m_center[axis];
-      }
+      setTriple(dipole->m_location, tripleOf(dipole->m_rawLocation.m_center));
     }
   }
 }

@@ -92,10 +92,7 @@ int CDipoleFace3On3DView::getRightPosteriorInferiorDipole(double& x, double& y, 
   if (m_totalDipoles < 1) {
     return 0;
   }
-  int slot = 0;
-  while (slot < m_totalDipoles && m_dipoles[slot] == nullptr) {
-    ++slot;
-  }
+  int slot = firstFilledSlot();
   if (slot == m_totalDipoles) {
     return 1;
   }

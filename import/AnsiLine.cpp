@@ -27,10 +27,6 @@ Traits traitsOf(const char* bytes, int length) {
   return {all < 0x80, zeros != 0, marks != 0};
 }
 
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 }  // namespace
 
 AnsiLine::AnsiLine(const CString& text) {
@@ -68,7 +64,7 @@ void AnsiLine::setUnits(const CString& text) {
 
 bool AnsiLine::isNamed(const char* words) const {
   const char* c = m_begin;
-  for (; *words != '\0' && lower(*c) == lower(*words); ++c) {
+  for (; *words != '\0' && lowerAscii(*c) == lowerAscii(*words); ++c) {
     ++words;
   }
   return *words == '\0' && c == m_end;

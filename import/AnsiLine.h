@@ -9,6 +9,11 @@
 
 #include <string>
 
+// The small letter of a capital one; only A to Z have one.
+constexpr char lowerAscii(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 class AnsiLine {
  public:
   static constexpr int capacity = 2048;  // bytes: longer lines come in pieces

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "headmodel/Triple.h"
 #include "import/AnsiLineReader.h"
 #include "import/CtfRows.h"
 #include "import/DipoleFace8Import01_CTF.h"
@@ -16,19 +17,35 @@ namespace {
 constexpr float millimetresPerCentimetre = 10.0F;
 constexpr float millisecondsPerSecond = 1000.0F;
 
-void scale(float (&values)[3], float factor) {
-  for (float& value : values) {
-    value *= factor;
+// Hands each line of a section's body to `work`. Returns 1 at the "}", or 0 at the end of the file.
+template <typename Work>
+int readBody(AnsiLineReader& reader, Work work) {
+  AnsiLine line;
+  while (reader.next(line)) {
+    if (line.isPassedOver()) {
+      continue;
+    }
+    if (line.isEnd()) {
+      return 1;
+    }
+    work(line);
   }
-}
-
-void assign(double (&target)[3], const float (&values)[3]) {
-  for (int i = 0; i < 3; ++i) {
-    target[i] = static_cast<double>(values[i]);
-  }
+  return 0;
 }
 
 }  // namespace
+
+// What the headings of a section of dipoles have told about its columns.
+struct CDipoleFace8Import01_CTF::CtfUnits {
+  bool isCentimetre = false;
+  bool isSecond = false;
+
+  void toMillimetres(const float (&location)[3], float (&millimetres)[3]) const {
+    for (int axis = 0; axis < 3; ++axis) {
+      millimetres[axis] = isCentimetre ? location[axis] * millimetresPerCentimetre : location[axis];
+    }
+  }
+};
 
 void CDipoleFace8Import01_CTF::readCtfSections(AnsiLineReader& reader) {
   const int firstSlot = m_totalDipoles;
@@ -60,37 +77,21 @@ void CDipoleFace8Import01_CTF::readCtfSections(AnsiLineReader& reader) {
 }
 
 int CDipoleFace8Import01_CTF::readCtfFileInfo(AnsiLineReader& reader) {
-  AnsiLine line;
-  while (reader.next(line)) {
-    if (line.isPassedOver()) {
-      continue;
-    }
-    if (line.isEnd()) {
-      return 1;
-    }
+  return readBody(reader, [this](const AnsiLine& line) {
     CString text = line.text();
     takeValue(text, _T("VERSION:"), m_fileVersion);
     takeValue(text, _T("PATIENT:"), m_patient);
-  }
-  return 0;
+  });
 }
 
 int CDipoleFace8Import01_CTF::readCtfModelInfo(AnsiLineReader& reader) {
-  AnsiLine line;
-  while (reader.next(line)) {
-    if (line.isPassedOver()) {
-      continue;
-    }
-    if (line.isEnd()) {
-      return 1;
-    }
+  return readBody(reader, [this](const AnsiLine& line) {
     if (line.contains("MODEL_TYPE:") && line.contains("MEG_ONLY")) {
       m_megOnly = 1;
     }
     CString text = line.text();
     takeValue(text, _T("MRI_FILE:"), m_mriFile);
-  }
-  return 0;
+  });
 }
 
 int CDipoleFace8Import01_CTF::readCtfMEGsphere(AnsiLineReader& reader) {
@@ -99,14 +100,7 @@ int CDipoleFace8Import01_CTF::readCtfMEGsphere(AnsiLineReader& reader) {
   const std::pair<const char*, float*> keys[] = {
       {"ORIGIN_X:", &origin[0]}, {"ORIGIN_Y:", &origin[1]}, {"ORIGIN_Z:", &origin[2]}, {"RADIUS:", &radius}};
   int values = 0;
-  AnsiLine line;
-  while (reader.next(line)) {
-    if (line.isPassedOver()) {
-      continue;
-    }
-    if (line.isEnd()) {
-      break;
-    }
+  readBody(reader, [&](const AnsiLine& line) {
     for (const auto& [key, value] : keys) {
       if (line.contains(key)) {
         // Scaled and counted even when no number was found, on purpose.
@@ -116,69 +110,73 @@ int CDipoleFace8Import01_CTF::readCtfMEGsphere(AnsiLineReader& reader) {
         break;
       }
     }
-  }
+  });
   if (values < 4) {
     AfxMessageBox(_T("MEG Sphere reading error: not enough points"));
   }
-  coordinateCtf2zq(origin[0], origin[1], origin[2]);
-  acceptCtfSphere(origin, radius);
+  double centre[3];
+  setFromFileAxes(centre, origin);
+  acceptCtfSphere(centre, static_cast<double>(radius));
   return 1;
 }
 
 // The first sphere stays for the collection's life; later ones are only compared with it.
-void CDipoleFace8Import01_CTF::acceptCtfSphere(const float (&origin)[3], float radius) {
+void CDipoleFace8Import01_CTF::acceptCtfSphere(const double (&centre)[3], double radius) {
   if (m_bCtfSphereSet == 0) {
-    assign(m_sphereCtf.m_center, origin);
-    m_sphereCtf.m_radius = static_cast<double>(radius);
+    setTriple(m_sphereCtf.m_center, {centre[0], centre[1], centre[2]});
+    m_sphereCtf.m_radius = radius;
     m_sphereLocational = m_sphereCtf;
     m_bCtfSphereSet = 1;
     return;
   }
   // The radius may differ by twice what the message says, on purpose.
-  bool differs = std::fabs(static_cast<double>(radius) - m_sphereCtf.m_radius) > 6.0;
+  bool differs = std::fabs(radius - m_sphereCtf.m_radius) > 6.0;
   for (int axis = 0; axis < 3; ++axis) {
-    differs |= std::fabs(static_cast<double>(origin[axis]) - m_sphereCtf.m_center[axis]) > 3.0;
+    differs |= std::fabs(centre[axis] - m_sphereCtf.m_center[axis]) > 3.0;
   }
   if (differs) {
     AfxMessageBox(_T("The different between new and old sphere model > 3 mm"));
   }
 }
 
-int CDipoleFace8Import01_CTF::readCtfDipoles(AnsiLineReader& reader) {
-  bool isCentimetre = false;
-  CtfDipoleRow row;
+// Hands each row of a section of dipoles to `append` until that gives false. False: the end of the file.
+template <typename Row, typename Append>
+bool CDipoleFace8Import01_CTF::readCtfRows(AnsiLineReader& reader, CtfUnits& units, Append append) {
+  Row row;
   AnsiLine line;
   while (reader.next(line)) {
     if (line.isUnitHeader()) {
-      isCentimetre = true;
+      units.isCentimetre = true;
+      units.isSecond = units.isSecond || line.contains("(s)");
       m_coordinateType = 3;
       m_momentInNAm = line.contains("(nAm)") ? 1 : m_momentInNAm;
-      continue;
-    }
-    if (line.isPassedOver()) {
-      continue;
-    }
-    if (line.isEnd() || (row.scan(line) && !appendCtfDipole(row, isCentimetre))) {
-      if (!isCentimetre) {
-        AfxMessageBox(_T("Can't find dipole location unit is cm or mm!"));
-      }
-      return m_totalDipoles;
+    } else if (!line.isPassedOver() && (line.isEnd() || (row.scan(line) && !append(row)))) {
+      return true;
     }
   }
-  return 0;
+  return false;
+}
+
+int CDipoleFace8Import01_CTF::readCtfDipoles(AnsiLineReader& reader) {
+  CtfUnits units;
+  const auto append = [&](const CtfDipoleRow& row) { return appendCtfDipole(row, units); };
+  if (!readCtfRows<CtfDipoleRow>(reader, units, append)) {
+    return 0;
+  }
+  if (!units.isCentimetre) {
+    AfxMessageBox(_T("Can't find dipole location unit is cm or mm!"));
+  }
+  return m_totalDipoles;
 }
 
 // Appends the dipole of a row, unless the user refuses it. False, after a message, ends the section.
-bool CDipoleFace8Import01_CTF::appendCtfDipole(const CtfDipoleRow& row, bool isCentimetre) {
+bool CDipoleFace8Import01_CTF::appendCtfDipole(const CtfDipoleRow& row, const CtfUnits& units) {
   if (m_totalDipoles >= DipoleTable::capacity) {
     AfxMessageBox(_T("No dipole space"));
     return false;
   }
-  float location[3] = {row.location[0], row.location[1], row.location[2]};
-  float orientation[3] = {row.orientation[0], row.orientation[1], row.orientation[2]};
-  if (isCentimetre) {
-    scale(location, millimetresPerCentimetre);
-  }
+  float location[3];
+  units.toMillimetres(row.location, location);
   if (isLocationRefused(location)) {
     return true;
   }
@@ -187,10 +185,8 @@ bool CDipoleFace8Import01_CTF::appendCtfDipole(const CtfDipoleRow& row, bool isC
     AfxMessageBox(_T("Not enough memory"));
     return false;
   }
-  coordinateCtf2zq(location[0], location[1], location[2]);
-  coordinateCtf2zq(orientation[0], orientation[1], orientation[2]);
-  assign(dipole->m_location, location);
-  assign(dipole->m_orientation, orientation);
+  setFromFileAxes(dipole->m_location, location);
+  setFromFileAxes(dipole->m_orientation, row.orientation);
   dipole->m_moment = static_cast<double>(row.moment);
   dipole->m_label = row.label;
   dipole->m_number = m_totalDipoles + 1;
@@ -199,56 +195,36 @@ bool CDipoleFace8Import01_CTF::appendCtfDipole(const CtfDipoleRow& row, bool isC
 }
 
 int CDipoleFace8Import01_CTF::readCtfMovingDipoles(AnsiLineReader& reader) {
-  bool isCentimetre = false;
-  bool isSecond = false;
-  CtfMovingDipoleRow row;
-  AnsiLine line;
-  while (reader.next(line)) {
-    if (line.isUnitHeader()) {
-      isCentimetre = true;
-      m_coordinateType = 3;
-      m_momentInNAm = line.contains("(nAm)") ? 1 : m_momentInNAm;
-      isSecond = isSecond || line.contains("(s)");
-      continue;
-    }
-    if (line.isPassedOver()) {
-      continue;
-    }
-    if (line.isEnd() || (row.scan(line) && !appendCtfMovingDipole(row, isCentimetre, isSecond))) {
-      if (!isCentimetre) {
-        AfxMessageBox(_T("Can't find dipole location unit is cm or mm!"));
-      }
-      if (!isSecond) {
-        AfxMessageBox(_T("Can't find latency unit is second or millisecond!"));
-      }
-      return m_totalDipoles;
-    }
+  CtfUnits units;
+  const auto append = [&](const CtfMovingDipoleRow& row) { return appendCtfMovingDipole(row, units); };
+  if (!readCtfRows<CtfMovingDipoleRow>(reader, units, append)) {
+    return 0;
   }
-  return 0;
+  if (!units.isCentimetre) {
+    AfxMessageBox(_T("Can't find dipole location unit is cm or mm!"));
+  }
+  if (!units.isSecond) {
+    AfxMessageBox(_T("Can't find latency unit is second or millisecond!"));
+  }
+  return m_totalDipoles;
 }
 
 // Stores the dipole of a row in slot m_totalDipoles. False, after a message, ends the section.
-bool CDipoleFace8Import01_CTF::appendCtfMovingDipole(const CtfMovingDipoleRow& row, bool isCentimetre,
-                                                     bool isSecond) {
+bool CDipoleFace8Import01_CTF::appendCtfMovingDipole(const CtfMovingDipoleRow& row, const CtfUnits& units) {
   bool wasEmpty = false;
   if (!fillCtfSlot(m_totalDipoles, wasEmpty)) {
     return false;
   }
   // An object that was there is reused as it is: what the row does not name stays.
   CDipoleszq& dipole = *m_dipoles[m_totalDipoles];
-  float location[3] = {row.location[0], row.location[1], row.location[2]};
-  float orientation[3] = {row.orientation[0], row.orientation[1], row.orientation[2]};
-  if (isCentimetre) {
-    scale(location, millimetresPerCentimetre);
-  }
-  coordinateCtf2zq(location[0], location[1], location[2]);
-  coordinateCtf2zq(orientation[0], orientation[1], orientation[2]);
-  assign(dipole.m_location, location);
-  assign(dipole.m_orientation, orientation);
+  float location[3];
+  units.toMillimetres(row.location, location);
+  setFromFileAxes(dipole.m_location, location);
+  setFromFileAxes(dipole.m_orientation, row.orientation);
   dipole.m_number = m_totalDipoles + 1;
   dipole.m_moment = static_cast<double>(row.moment);
   dipole.m_label = row.label;
-  dipole.m_latency = static_cast<double>(isSecond ? row.latency * millisecondsPerSecond : row.latency);
+  dipole.m_latency = static_cast<double>(units.isSecond ? row.latency * millisecondsPerSecond : row.latency);
   dipole.m_fitTag = row.fitTag;
   dipole.m_id = row.id;
   dipole.m_fitError = static_cast<double>(row.fitError);
@@ -310,19 +286,11 @@ int CDipoleFace8Import01_CTF::readCtfDipoleFitInfo(AnsiLineReader& reader, int f
 
 int CDipoleFace8Import01_CTF::readCtfMriFiducialPt(AnsiLineReader& reader) {
   m_fiducialMri.resetAllFiducialPt();
-  AnsiLine line;
-  while (reader.next(line)) {
-    if (line.isPassedOver()) {
-      continue;
-    }
-    if (line.isEnd()) {
-      return 1;
-    }
+  return readBody(reader, [this](const AnsiLine& line) {
     if (line.contains(":")) {
       readMriFiducial(line);
     }
-  }
-  return 0;
+  });
 }
 
 // One point in voxels of a 256-voxel MRI, counted from the other end and with the axes a, c, b.

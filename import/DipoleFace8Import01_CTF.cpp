@@ -5,7 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "import/AnsiLineReader.h"
+#include "headmodel/Triple.h"
+#include "import/ImportFile.h"
 #include "import/ImportGuard.h"
 
 namespace {
@@ -171,26 +172,20 @@ bool CDipoleFace8Import01_CTF::isLocationRefused(const float (&location)[3]) {
   return AfxMessageBox(question, MB_YESNO) != IDYES;
 }
 
+void CDipoleFace8Import01_CTF::setFromFileAxes(double (&target)[3], const float (&values)[3]) {
+  float x = values[0];
+  float y = values[1];
+  float z = values[2];
+  coordinateCtf2zq(x, y, z);
+  setTriple(target, {static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)});
+}
+
 int CDipoleFace8Import01_CTF::parseCTFDipoles(CString path) {
   CFile file;
-  CFileException error;
-  if (!file.Open(path, CFile::modeRead | CFile::shareDenyNone, &error)) {
-    CString message;
-    message.Format(_T("Can't open file %s, error = %u\n"), path.GetString(),
-                   static_cast<UINT>(error.m_cause));
-    AfxMessageBox(message);
+  if (!openForImport(file, path)) {
     return 0;
   }
-  CArchive archive(&file, CArchive::load, 4096);
-  try {
-    AnsiLineReader reader(archive);
-    readCtfSections(reader);
-    archive.Close();
-  } catch (...) {
-    archive.Abort();
-    throw;
-  }
-  file.Close();
+  readLines(file, [this](AnsiLineReader& reader) { readCtfSections(reader); });
   return 1;
 }
 
@@ -211,7 +206,7 @@ int CDipoleFace8Import01_CTF::setCtfFiducial() {
     m_fiducialCtf.setLeftEarf(radius, 0.0, 0.0);
     m_fiducialCtf.setRightEarf(-radius, 0.0, 0.0);
   }
-  m_sphereLocational.m_center[0] = m_sphereLocational.m_center[1] = m_sphereLocational.m_center[2] = 0.0;
+  setTriple(m_sphereLocational.m_center, {0.0, 0.0, 0.0});
   m_sphereLocational.m_radius = radius;
   return 1;
 }

@@ -63,12 +63,16 @@ class CDipoleFace8Import01_CTF : public CDipoleFace3On3DView {
 
   // Steps that the importers of other formats share. The files of an import by path (none, after the message,
   // when it is not found); the user's answer to a location beyond 300 along an axis, in the unit given; raw
-  // backups, total message and list update at the end.
+  // backups, total message and list update at the end; a dipole's location (mm) and orientation from three
+  // values along the axes of the file.
   std::vector<CString> findImportFiles(const CString& path, bool offerWholeFolder);
   static bool isLocationRefused(const float (&location)[3]);
   void finishImport();
+  void setFromFileAxes(double (&target)[3], const float (&values)[3]);
 
  private:
+  struct CtfUnits;
+
   void importCtfFiles(const std::vector<CString>& paths);
   void setHeadFiducialsFromMri();
 
@@ -86,9 +90,11 @@ class CDipoleFace8Import01_CTF : public CDipoleFace3On3DView {
 
   template <typename Row>
   int applyCtfRows(AnsiLineReader& reader, int firstSlot);
-  bool appendCtfDipole(const CtfDipoleRow& row, bool isCentimetre);
-  bool appendCtfMovingDipole(const CtfMovingDipoleRow& row, bool isCentimetre, bool isSecond);
+  template <typename Row, typename Append>
+  bool readCtfRows(AnsiLineReader& reader, CtfUnits& units, Append append);
+  bool appendCtfDipole(const CtfDipoleRow& row, const CtfUnits& units);
+  bool appendCtfMovingDipole(const CtfMovingDipoleRow& row, const CtfUnits& units);
   bool fillCtfSlot(int slot, bool& wasEmpty);
-  void acceptCtfSphere(const float (&origin)[3], float radius);
+  void acceptCtfSphere(const double (&centre)[3], double radius);
   void readMriFiducial(const AnsiLine& line);
 };

@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "import/AnsiLineReader.h"
+#include "headmodel/Triple.h"
+#include "import/ImportFile.h"
 #include "import/ImportGuard.h"
 #include "import/KeyedValue.h"
 #include "import/MsiRow.h"
@@ -40,7 +41,7 @@ int CDipoleFace8Import02_4DMSI::import4DMSIDipolesX(CString& path, bool offerWho
     for (const CString& file : paths) {
       parse4DDipoles(file);
     }
-    m_sphereLocational.m_center[0] = m_sphereLocational.m_center[1] = m_sphereLocational.m_center[2] = 0.0;
+    setTriple(m_sphereLocational.m_center, {0.0, 0.0, 0.0});
     m_sphereLocational.m_radius = fixedSphereRadius;
     m_sphereCtf.m_radius = fixedSphereRadius;
     finishImport();
@@ -50,37 +51,27 @@ int CDipoleFace8Import02_4DMSI::import4DMSIDipolesX(CString& path, bool offerWho
 
 int CDipoleFace8Import02_4DMSI::parse4DDipoles(CString path) {
   CFile file;
-  CFileException error;
-  if (!file.Open(path, CFile::modeRead | CFile::shareDenyNone, &error)) {
-    CString message;
-    message.Format(_T("Can't open file %s, error = %u\n"), path.GetString(),
-                   static_cast<UINT>(error.m_cause));
-    AfxMessageBox(message);
-    // Goes on on purpose: reading the unopened file raises the exception that ends the whole import.
-  }
-  CArchive archive(&file, CArchive::load, 4096);
-  try {
-    AnsiLineReader reader(archive);
-    AnsiLine line;
-    bool goesOn = true;
-    while (goesOn && reader.next(line)) {
-      if (isBlank(line) || isLegend(line)) {
-        continue;
-      }
-      if (line.contains("Disk Media:")) {
-        goesOn = read4DMSIFileInfo(reader) != 0;
-      } else if (line.contains("Latency")) {
-        read4DMSIDipoles(reader);
-        goesOn = false;
-      }
-    }
-    archive.Close();
-  } catch (...) {
-    archive.Abort();
-    throw;
-  }
-  file.Close();
+  // Goes on without the file on purpose: reading it raises the exception that ends the whole import.
+  openForImport(file, path);
+  readLines(file, [this](AnsiLineReader& reader) { read4DMSIZones(reader); });
   return 1;
+}
+
+void CDipoleFace8Import02_4DMSI::read4DMSIZones(AnsiLineReader& reader) {
+  AnsiLine line;
+  while (reader.next(line)) {
+    if (isBlank(line) || isLegend(line)) {
+      continue;
+    }
+    if (line.contains("Disk Media:")) {
+      if (read4DMSIFileInfo(reader) == 0) {
+        return;
+      }
+    } else if (line.contains("Latency")) {
+      read4DMSIDipoles(reader);
+      return;
+    }
+  }
 }
 
 int CDipoleFace8Import02_4DMSI::read4DMSIFileInfo(AnsiLineReader& reader) {
@@ -127,14 +118,14 @@ bool CDipoleFace8Import02_4DMSI::appendMsiDipole(const MsiDipoleRow& row) {
     AfxMessageBox(_T("Not enough memory"));
     return false;
   }
-  float location[3] = {row.location[0], row.location[1], row.location[2]};
-  float orientation[3] = {row.orientation[0], row.orientation[1], row.orientation[2]};
-  coordinateCtf2zq(location[0], location[1], location[2]);
-  coordinateCtf2zq(orientation[0], orientation[1], orientation[2]);
+  float location[3];
+  float orientation[3];
   for (int axis = 0; axis < 3; ++axis) {
-    dipole->m_location[axis] = static_cast<double>(location[axis] * 10.0F);
-    dipole->m_orientation[axis] = static_cast<double>(orientation[axis] / 10.0F);
+    location[axis] = row.location[axis] * 10.0F;  // cm to mm
+    orientation[axis] = row.orientation[axis] / 10.0F;
   }
+  setFromFileAxes(dipole->m_location, location);
+  setFromFileAxes(dipole->m_orientation, orientation);
   dipole->m_latency = static_cast<double>(row.latency);
   dipole->m_moment = static_cast<double>(row.moment);
   dipole->m_importTag1 = row.importTag1;

@@ -20,13 +20,14 @@ class CDipoleFace8Import02_4DMSI : public CDipoleFace8Import01_CTF {
  protected:
   // Imports the file of a path and, when offered and agreed to, every file with the same ending in its
   // folder. Afterwards the head sphere is the fixed one of 70 mm at the origin, whatever was set before; raw
-  // backups are taken and the total is shown. Returns 0 when the path is not found, after "Find file:%s error
-  // \n", else
-  // 1. A file that cannot be opened ends the whole import, after its message and the framework's own.
+  // backups are taken and the total is shown. A file that cannot be opened ends the whole import, after its
+  // message and the framework's own. Returns 0 when the path is not found, after "Find file:%s error \n",
+  // else 1.
   int import4DMSIDipolesX(CString& path, bool offerWholeFolder);
 
  private:
-  int parse4DDipoles(CString path);               // always 1
+  int parse4DDipoles(CString path);  // always 1
+  void read4DMSIZones(AnsiLineReader& reader);
   int read4DMSIFileInfo(AnsiLineReader& reader);  // 1, or 0 at the end of the file
   int read4DMSIDipoles(AnsiLineReader& reader);   // 0 at the end of the file, else the collection's count
   bool appendMsiDipole(const MsiDipoleRow& row);

@@ -18,12 +18,8 @@ bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool isHexDigit(char c) {
-  return isDigit(c) || (lower(c) >= 'a' && lower(c) <= 'f');
+  return isDigit(c) || (lowerAscii(c) >= 'a' && lowerAscii(c) <= 'f');
 }
 
 // Where the digits and the one point of a number end.
@@ -63,7 +59,7 @@ float beyondRange(const char* begin, const char* end, bool isHex) {
 
 // An exponent's letter and sign, with or without digits behind them.
 const char* skipExponentStart(const char* next, char letter) {
-  if (lower(*next) == letter) {
+  if (lowerAscii(*next) == letter) {
     ++next;
     if (*next == '+' || *next == '-') {
       ++next;
@@ -108,7 +104,7 @@ bool convertPlain(float& value, const char*& next) {
     }
   }
   const auto decimals = c < firstDecimal ? 0 : c - firstDecimal;
-  if (c == next || isDigit(*c) || lower(*c) == 'e' || digits > exactIntegers ||
+  if (c == next || isDigit(*c) || lowerAscii(*c) == 'e' || digits > exactIntegers ||
       decimals >= static_cast<std::ptrdiff_t>(std::size(powersOfTen))) {
     return false;
   }
@@ -177,7 +173,7 @@ RowScanner& RowScanner::real(float& value) {
   const bool isNegative = *m_next == '-';
   m_next += isNegative || *m_next == '+' ? 1 : 0;
   float magnitude = 0.0F;
-  const bool isHex = *m_next == '0' && lower(m_next[1]) == 'x';
+  const bool isHex = *m_next == '0' && lowerAscii(m_next[1]) == 'x';
   const bool isDecimal = isDigit(*m_next) || *m_next == '.';
   const bool converted = isHex ? hexadecimal(magnitude) : isDecimal ? decimal(magnitude) : special(magnitude);
   if (converted) {
@@ -212,14 +208,14 @@ bool RowScanner::special(float& value) {
     return false;
   }
   value = std::numeric_limits<float>::infinity();
-  return lower(*m_next) != 'i' || accept("inity");
+  return lowerAscii(*m_next) != 'i' || accept("inity");
 }
 
 // Takes a word off the text when it stands there in any case.
 bool RowScanner::accept(const char* lowerCaseWord) {
   const char* next = m_next;
   for (; *lowerCaseWord != '\0'; ++lowerCaseWord, ++next) {
-    if (lower(*next) != *lowerCaseWord) {
+    if (lowerAscii(*next) != *lowerCaseWord) {
       return false;
     }
   }

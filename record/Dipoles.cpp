@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "headmodel/Triple.h"
+
 namespace {
 
 // 1/256, not 1/255: full intensity becomes 0.99609375, as the host's 3D view expects.
@@ -15,9 +17,7 @@ float colorByteToFraction(COLORREF color, unsigned shift) {
 
 void takeBackupOnce(CSpherezq& backup, const double (&values)[3]) {
   if (backup.m_radius == 0.0) {
-    backup.m_center[0] = values[0];
-    backup.m_center[1] = values[1];
-    backup.m_center[2] = values[2];
+    setTriple(backup.m_center, tripleOf(values));
     backup.m_radius = 1.0;
   }
 }
@@ -53,9 +53,7 @@ int CDipoles::getDipoleOrientation(double& x, double& y, double& z) const {
 }
 
 int CDipoles::setDipoleOrientation(double x, double y, double z) {
-  m_orientation[0] = x;
-  m_orientation[1] = y;
-  m_orientation[2] = z;
+  setTriple(m_orientation, {x, y, z});
   return 1;
 }
 
