@@ -173,13 +173,16 @@ Lines linesOf(const CDipoleFace& f) {
   list.fiducials("m_fiducialMri", f.m_fiducialMri);
   list.fiducials("m_fiducialCtf", f.m_fiducialCtf);
   for (int slot = 0; slot < DipoleTable::capacity; ++slot) {
-    const std::string name = "slot " + std::to_string(slot) + " ";
-    if (f.m_dipoles[slot] != nullptr) {
-      const Lines dipole = prefixed(name, linesOf(*f.m_dipoles[slot]));
-      list.lines.insert(list.lines.end(), dipole.begin(), dipole.end());
-    } else if (slot < f.m_totalDipoles) {
-      list.lines.push_back(name + "empty");
+    if (f.m_dipoles[slot] == nullptr && slot >= f.m_totalDipoles) {
+      continue;
     }
+    const std::string name = "slot " + std::to_string(slot) + " ";
+    if (f.m_dipoles[slot] == nullptr) {
+      list.lines.push_back(name + "empty");
+      continue;
+    }
+    const Lines dipole = prefixed(name, linesOf(*f.m_dipoles[slot]));
+    list.lines.insert(list.lines.end(), dipole.begin(), dipole.end());
   }
   return list.lines;
 }

@@ -11,13 +11,20 @@ namespace {
 long long live = 0;
 int untilFailure = 0;  // 0: none is to fail
 bool hasFailed = false;
+Lasting failureLasts = Lasting::once;
+int truces = 0;
 FreeLog* freeLog = nullptr;
 
 bool mustFail() {
-  if (untilFailure == 0 || --untilFailure > 0) {
+  if (untilFailure == 0 || truces > 0) {
+    return false;
+  }
+  if (untilFailure > 1) {
+    --untilFailure;
     return false;
   }
   hasFailed = true;
+  untilFailure = failureLasts == Lasting::once ? 0 : 1;
   return true;
 }
 
@@ -79,8 +86,9 @@ void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept {
   release(memory);
 }
 
-FailingNew::FailingNew(int nth) {
+FailingNew::FailingNew(int nth, Lasting lasting) {
   hasFailed = false;
+  failureLasts = lasting;
   untilFailure = nth;
 }
 
@@ -90,6 +98,14 @@ FailingNew::~FailingNew() {
 
 bool FailingNew::failed() const {
   return hasFailed;
+}
+
+MemoryTruce::MemoryTruce() {
+  ++truces;
+}
+
+MemoryTruce::~MemoryTruce() {
+  --truces;
 }
 
 long long liveAllocations() {

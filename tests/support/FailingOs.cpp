@@ -12,47 +12,56 @@ UINT limited(UINT count, int most) {
 
 FailingOs::FailingOs() : m_previous(replaceOs(this)) {}
 
-FailingOs::FailingOs(Call kind, int nth, int cause) : FailingOs() {
-  failAt(kind, nth, cause);
+FailingOs::FailingOs(Call kind, int nth, int cause, Lasting lasting) : FailingOs() {
+  failAt(kind, nth, cause, lasting);
 }
 
 FailingOs::~FailingOs() {
   replaceOs(m_previous);
 }
 
-void FailingOs::failAt(Call kind, int nth, int cause) {
+void FailingOs::failAt(Call kind, int nth, int cause, Lasting lasting) {
   m_kind = kind;
   m_nth = nth;
   m_cause = cause;
+  m_lasting = lasting;
   calls = 0;
   failed = false;
 }
 
-Os::Error FailingOs::next(Call kind) {
+bool FailingOs::mustFail(Call kind) {
   if (m_kind != kind && m_kind != Call::any && m_kind != Call::none) {
-    return {};
+    return false;
   }
   ++calls;
-  if (m_kind == Call::none || calls != m_nth) {
-    return {};
-  }
-  failed = true;
-  return {m_cause, 12345};
+  const bool fails = m_kind != Call::none && (m_lasting == Lasting::once ? calls == m_nth : calls >= m_nth);
+  failed = failed || fails;
+  return fails;
 }
 
 Os::Error FailingOs::open(LPCTSTR path, UINT flags, Handle& opened) {
-  const Error error = next(Call::open);
-  return error ? error : realOs().open(path, flags, opened);
+  Error error = next(Call::open);
+  if (!error) {
+    error = realOs().open(path, flags, opened);
+    openFiles += error ? 0 : 1;
+  }
+  return error;
 }
 
 Os::Error FailingOs::read(Handle file, void* buffer, UINT count, UINT& got) {
-  const Error error = next(Call::read);
-  return error ? error : realOs().read(file, buffer, limited(count, maxRead), got);
+  if (mustFail(Call::read)) {
+    got = 0;
+    return error();
+  }
+  return realOs().read(file, buffer, limited(count, maxRead), got);
 }
 
 Os::Error FailingOs::write(Handle file, const void* buffer, UINT count, UINT& put) {
-  const Error error = next(Call::write);
-  return error ? error : realOs().write(file, buffer, limited(count, maxWrite), put);
+  if (mustFail(Call::write)) {
+    put = 0;
+    return error();
+  }
+  return realOs().write(file, buffer, limited(count, maxWrite), put);
 }
 
 Os::Error FailingOs::seek(Handle file, LONGLONG offset, UINT from, ULONGLONG& position) {
@@ -78,6 +87,7 @@ Os::Error FailingOs::flush(Handle file) {
 Os::Error FailingOs::close(Handle file) {
   const Error error = next(Call::close);
   const Error real = realOs().close(file);
+  --openFiles;
   return error ? error : real;
 }
 

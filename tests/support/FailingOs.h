@@ -1,9 +1,10 @@
-// The real system, of which one call fails: to prove what happens when the disk gives out.
+// The real system, of which calls fail: to prove what happens when the disk gives out.
 //
 // It stands in the system's place from its first line to its last.
 #pragma once
 
 #include "platform/Os.h"
+#include "tests/support/Lasting.h"
 
 class FailingOs : public Os {
  public:
@@ -29,11 +30,12 @@ class FailingOs : public Os {
 
   FailingOs();
   // The `nth` (from 1) call of a kind, counted from now, fails with a cause of CFileException and code 12345;
-  // later ones work again.
-  FailingOs(Call kind, int nth, int cause);
+  // later ones work again, or not. The cause `none` fails without an error: nothing is read, as if the file
+  // ended there, or nothing is written; other calls then work.
+  FailingOs(Call kind, int nth, int cause, Lasting lasting = Lasting::once);
   ~FailingOs() override;
 
-  void failAt(Call kind, int nth, int cause);
+  void failAt(Call kind, int nth, int cause, Lasting lasting = Lasting::once);
   void stop() { m_kind = Call::none; }
 
   // Write at most this many bytes per call; 0 writes nothing. Negative: no limit.
@@ -42,6 +44,7 @@ class FailingOs : public Os {
 
   int calls = 0;        // since the last failAt, of the kind that is to fail (all, for any and none)
   bool failed = false;  // since the last failAt
+  int openFiles = 0;    // opened and not closed yet
 
   Error open(LPCTSTR path, UINT flags, Handle& opened) override;
   Error read(Handle file, void* buffer, UINT count, UINT& got) override;
@@ -60,10 +63,13 @@ class FailingOs : public Os {
   Error setCurrentFolder(LPCTSTR path) override;
 
  private:
-  Error next(Call kind);
+  bool mustFail(Call kind);
+  Error error() const { return {m_cause, 12345}; }
+  Error next(Call kind) { return mustFail(kind) ? error() : Error(); }
 
   Call m_kind = Call::none;
   int m_nth = 0;
   int m_cause = 0;
+  Lasting m_lasting = Lasting::once;
   Os* m_previous;
 };

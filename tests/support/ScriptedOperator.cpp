@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/Utf.h"
+#include "tests/support/FailingNew.h"
 
 namespace {
 
@@ -40,6 +41,7 @@ std::vector<std::string> ScriptedOperator::texts() const {
 }
 
 int ScriptedOperator::answerMessage(LPCTSTR text, UINT type) {
+  const MemoryTruce truce;
   messages.push_back({toUtf8(text), type});
   if ((type & MB_TYPEMASK) == MB_OK) {
     return IDOK;
@@ -52,6 +54,7 @@ int ScriptedOperator::answerMessage(LPCTSTR text, UINT type) {
 }
 
 bool ScriptedOperator::chooseFiles(const FileQuestion& question, std::vector<CString>& paths) {
+  const MemoryTruce truce;
   fileQuestions.push_back(question);
   if (m_files.empty()) {
     ADD_FAILURE() << "a file dialog without an answer: " << toUtf8(question.title);
@@ -62,6 +65,7 @@ bool ScriptedOperator::chooseFiles(const FileQuestion& question, std::vector<CSt
 }
 
 bool ScriptedOperator::chooseColor(COLORREF initial, COLORREF& chosen) {
+  const MemoryTruce truce;
   colorQuestions.push_back(initial);
   if (m_colors.empty()) {
     ADD_FAILURE() << "a colour dialog without an answer";

@@ -1,7 +1,8 @@
 // An operator that answers from a script, and fails the test when something unscripted is asked.
 //
 // It is the operator from its first line to its last; the one before is then again. What the script holds and
-// nobody asked for is not an error: compare `messages` and the remaining counts.
+// nobody asked for is not an error: compare `messages` and the remaining counts. What it notes down is not
+// touched by FailingNew.
 #pragma once
 
 #include <deque>
