@@ -1,5 +1,7 @@
 #include "platform/portable/File.h"
 
+#include <utility>
+
 #include "platform/Os.h"
 #include "platform/portable/FileNames.h"
 
@@ -36,6 +38,7 @@ CFile::~CFile() {
 BOOL CFile::Open(LPCTSTR path, UINT flags, CFileException* error) {
   CFile::Abort();
   const CString name = path;
+  CString full = absolute(name);  // first, as it may run out of memory: no open file may be left behind
   const Os::Error failure = currentOs().open(name, flags, m_handle);
   if (failure) {
     m_handle = closed;
@@ -46,7 +49,7 @@ BOOL CFile::Open(LPCTSTR path, UINT flags, CFileException* error) {
     }
     return FALSE;
   }
-  m_path = absolute(name);
+  m_path = std::move(full);
   return TRUE;
 }
 
