@@ -1,5 +1,6 @@
-// A plain look into a CTF dipole file, so that the program can say when dipoles of it did not arrive. It enters and leaves sections where the importer does, but counts every line
-// that looks like a dipole, whether the importer can read it or not.
+// A plain look into a CTF dipole file, so that the program can say when dipoles of it did not arrive. It
+// enters and leaves sections where the importer does, but counts every line that looks like a dipole, whether
+// the importer can read it or not.
 #pragma once
 
 #include <cstddef>
@@ -32,9 +33,9 @@ struct CtfScan {
   bool endsInside = false;              // the end of the last section is missing
 };
 
-// How many dipoles a file gives: a moving section that was accepted replaces what the file gave before, and with
-// it the rows that answers left out there. `declinedAfter` is how many they left out after the last question
-// about moving dipoles.
+// How many dipoles a file gives: a moving section that was accepted replaces what the file gave before, and
+// with it the rows that answers left out there. `declinedAfter` is how many they left out after the last
+// question about moving dipoles.
 int expectedDipoles(const CtfScan& file, int declinedAfter);
 
 }  // namespace tool

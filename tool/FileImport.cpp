@@ -10,6 +10,7 @@
 #include "platform/Utf.h"
 #include "tool/CtfScan.h"
 #include "tool/MsiScan.h"
+#include "tool/Text.h"
 
 namespace tool {
 namespace {
@@ -85,12 +86,6 @@ bool isHeaderlessSet(const std::string& path) {
   file.read(reinterpret_cast<char*>(bytes), sizeof bytes);
   const std::uint32_t number = bytes[0] | bytes[1] << 8U | bytes[2] << 16U | std::uint32_t{bytes[3]} << 24U;
   return file && (number <= 1 || number == 20010901 || number == 20011118);
-}
-
-std::string textOf(const CException& exception) {
-  TCHAR text[1024] = {};
-  (void)exception.GetErrorMessage(text, static_cast<UINT>(std::size(text)));
-  return toUtf8(text);
 }
 
 }  // namespace
@@ -171,6 +166,7 @@ void FileImport::loadDipset() {
   } catch (CException* exception) {
     const std::string cause = textOf(*exception);
     exception->Delete();
+    m_messages = op.messages();
     warnOfLoss(m_file.name + ": the set could not be read to its end: " + cause);
   }
 }

@@ -21,10 +21,11 @@ std::optional<FiducialTriple> pointsOf(const CFiducialzq& set) {
 }
 
 std::optional<Sphere> sphereOf(const CDipoleFace9File& collection) {
-  if (collection.m_bCtfSphereSet == 0) {
+  const CSpherezq& sphere = collection.m_sphereCtf;
+  // A set file of the current version keeps that there was a sphere, but not the sphere.
+  if (collection.m_bCtfSphereSet == 0 || sphere.m_radius == 0.0) {
     return std::nullopt;
   }
-  const CSpherezq& sphere = collection.m_sphereCtf;
   return Sphere{{sphere.m_center[0], sphere.m_center[1], sphere.m_center[2]}, sphere.m_radius};
 }
 

@@ -5,9 +5,17 @@
 
 namespace tool {
 
-void ImportOptions::addTo(CLI::App& command, const std::string& argument) {
-  const std::map<std::string, InputFormat> formats = {
+namespace {
+
+const std::map<std::string, InputFormat>& formats() {
+  static const std::map<std::string, InputFormat> all = {
       {"ctf", InputFormat::ctf}, {"4d", InputFormat::msi}, {"dipset", InputFormat::dipset}};
+  return all;
+}
+
+}  // namespace
+
+void ImportOptions::addTo(CLI::App& command, const std::string& argument) {
   command
       .add_option(argument, m_names,
                   "CTF dipole files (.dip), 4D/MSI dipole tables (.txt), dipole sets (.dipset)")
@@ -15,10 +23,19 @@ void ImportOptions::addTo(CLI::App& command, const std::string& argument) {
       ->type_name("");
   command.add_option("--from", m_from, "Format of the files, whatever their names: ctf, 4d or dipset")
       ->type_name("FORMAT")
-      ->transform(CLI::CheckedTransformer(formats, CLI::ignore_case).description(""));
+      ->transform(CLI::IsMember(&formats(), CLI::ignore_case).description(""));
   CLI::Option* yes = command.add_flag("--yes", m_yes, "Answer every question with yes");
   command.add_flag("--no", m_no, "Answer every question with no (the default without a terminal)")
       ->excludes(yes);
+}
+
+std::string ImportOptions::takeLastName() {
+  if (m_names.size() < 2) {
+    throw CLI::RequiredError("OUT");
+  }
+  std::string last = m_names.back();
+  m_names.pop_back();
+  return last;
 }
 
 Answers ImportOptions::answers() const {
@@ -31,14 +48,15 @@ Answers ImportOptions::answers() const {
 std::vector<InputFile> ImportOptions::files() const {
   std::vector<InputFile> files;
   for (const std::string& name : m_names) {
-    files.push_back({name, m_from.value_or(inputFormatOf(name).value_or(InputFormat::ctf))});
+    const InputFormat byEnding = inputFormatOf(name).value_or(InputFormat::ctf);
+    files.push_back({name, m_from.empty() ? byEnding : formats().at(m_from)});
   }
   return files;
 }
 
 std::vector<InputFile> ImportOptions::knownFiles() const {
   for (const std::string& name : m_names) {
-    if (!m_from && !inputFormatOf(name)) {
+    if (m_from.empty() && !inputFormatOf(name)) {
       throw std::runtime_error(name + ": the name tells no format; it ends in .dip (CTF), .txt (4D/MSI) or " +
                                ".dipset, or --from ctf, 4d or dipset says what it is");
     }

@@ -17,6 +17,11 @@ class ImportOptions {
   void addTo(CLI::App& command, const std::string& argument = "FILE");
 
   const std::vector<std::string>& names() const { return m_names; }
+
+  // Takes the last name away, for commands whose last argument is the file to write. Throws
+  // CLI::RequiredError when it is the only one.
+  std::string takeLastName();
+
   Answers answers() const;
 
   // The files with their formats: --from, else by the ending, else CTF.
@@ -28,7 +33,7 @@ class ImportOptions {
 
  private:
   std::vector<std::string> m_names;
-  std::optional<InputFormat> m_from;
+  std::string m_from;  // a name of a format, empty: the endings tell
   bool m_yes = false;
   bool m_no = false;
 };

@@ -15,8 +15,8 @@ namespace tool {
 class ImportSession {
  public:
   // Imports the files in order; at least one. What the module says goes to standard error, as do warnings of
-  // the program: about dipoles that were in a file and did not arrive, files of different patients, moments in
-  // different units. Throws std::runtime_error when the module did not accept a name.
+  // the program: about dipoles that were in a file and did not arrive, files of different patients, moments
+  // in different units. Throws std::runtime_error when the module did not accept a name.
   ImportSession(const std::vector<InputFile>& files, Answers answers);
 
   // Every dipole has all of its members; those of a text file are numbered on, as one import after the other
@@ -31,8 +31,8 @@ class ImportSession {
   // Whether every import was complete, see FileImport::isComplete, and the set had room for all.
   bool isComplete() const { return m_isComplete; }
 
-  // As the first file that gave dipoles names them; the patient's name or number is empty unless all files give
-  // the same.
+  // As the first file that gave dipoles names them; the patient's name or number is empty unless all files
+  // give the same.
   const std::string& patient() const { return m_patient; }
   const std::string& version() const { return m_version; }
 

@@ -13,15 +13,15 @@ struct InputFile {
   InputFormat format = InputFormat::ctf;
 };
 
-// The ending of a name's last part from its last point on (".dip"), ASCII letters in lower case; empty without
-// one.
+// The ending of a name's last part from its last point on (".dip"), ASCII letters in lower case; empty
+// without one.
 std::string endingOf(const std::string& name);
 
 // By the ending, whatever its case: .dip, .txt, .dipset.
 std::optional<InputFormat> inputFormatOf(const std::string& name);
 
-// The words that stand in front of the values that the module keeps from a header of this format; it may leave
-// their ends there (see headerText in tool/Text.h).
+// The words that stand in front of the values that the module keeps from a header of this format; it may
+// leave their ends there (see headerText in tool/Text.h).
 const char* patientKeyword(InputFormat format);
 const char* versionKeyword(InputFormat format);
 

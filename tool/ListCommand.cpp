@@ -104,7 +104,7 @@ std::string csvTable(const ImportSession& session) {
     cells.emplace_back(isShownOnSlices(*d) ? "yes" : "no");
     table.addRow(std::move(cells));
   }
-  return table.csv();
+  return table.delimited(',');
 }
 
 Json triple(const double (&values)[3]) {

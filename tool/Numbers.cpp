@@ -49,6 +49,10 @@ std::string shortest(double value) {
   return isSinglePrecision(value) ? toText(static_cast<float>(value)) : toText(value);
 }
 
+std::string exact(double value) {
+  return std::isnan(value) ? "nan" : toText(value);
+}
+
 double withShortestDigits(double value) {
   const std::string digits = shortest(value);
   double result = value;

@@ -12,6 +12,9 @@ std::string fixed(double value, int decimals);
 // single-precision number that they are: 96.2, not 96.19999694824219.
 std::string shortest(double value);
 
+// As few digits as give this very double back, with nothing said about single precision; nan, inf or -inf.
+std::string exact(double value);
+
 // The double that shortest() writes, for writers that format doubles themselves.
 double withShortestDigits(double value);
 

@@ -7,7 +7,8 @@
 
 namespace tool {
 
-// The target is afterwards either the whole picture or what it was before, see ReplacingFile.h. Throws std::runtime_error that names the target and the cause.
+// The target is afterwards either the whole picture or what it was before, see ReplacingFile.h. Throws
+// std::runtime_error that names the target and the cause.
 void writePng(const host::Image& image, const std::string& target);
 
 }  // namespace tool

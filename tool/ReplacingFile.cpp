@@ -122,7 +122,7 @@ std::string folderOf(const std::string& path) {
 
 ReplacingFile::ReplacingFile(std::string target) : m_name(std::move(target)) {
   try {
-    m_target = behindLinks(m_name);
+    m_target = std::filesystem::absolute(behindLinks(m_name)).string();
     refuseWhatMustStay(m_name, m_target);
   } catch (const std::filesystem::filesystem_error& error) {
     failBecause(m_name, error.code().message());

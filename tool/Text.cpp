@@ -100,6 +100,26 @@ std::string printableJson(std::string_view json) {
   return escaped(json, true);
 }
 
+std::string wellFormedUtf8(const CString& text) {
+  const auto isHighHalf = [](TCHAR unit) { return unit >= 0xD800 && unit <= 0xDBFF; };
+  const auto isLowHalf = [](TCHAR unit) { return unit >= 0xDC00 && unit <= 0xDFFF; };
+  std::basic_string<TCHAR> units(text.GetString(), static_cast<std::size_t>(text.GetLength()));
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    if (isHighHalf(units[i]) && i + 1 < units.size() && isLowHalf(units[i + 1])) {
+      ++i;
+    } else if (isHighHalf(units[i]) || isLowHalf(units[i])) {
+      units[i] = 0xFFFD;
+    }
+  }
+  return toUtf8(units);
+}
+
+std::string textOf(const CException& exception) {
+  TCHAR text[1024] = {};
+  (void)exception.GetErrorMessage(text, static_cast<UINT>(std::size(text)));
+  return toUtf8(text);
+}
+
 std::string headerText(const CString& text, std::string_view keyword) {
   const std::string all = toUtf8(text);
   if (all == "non") {

@@ -18,8 +18,8 @@ std::string padded(const std::string& text, std::size_t width, TextTable::Align 
   return align == TextTable::Align::right ? blanks + text : text + blanks;
 }
 
-std::string quoted(const std::string& text) {
-  if (text.find_first_of(",\"\r\n") == std::string::npos) {
+std::string quoted(const std::string& text, char separator) {
+  if (text.find_first_of("\"\r\n") == std::string::npos && text.find(separator) == std::string::npos) {
     return text;
   }
   std::string result = "\"";
@@ -29,10 +29,10 @@ std::string quoted(const std::string& text) {
   return result + "\"";
 }
 
-std::string csvLine(const std::vector<std::string>& cells) {
+std::string delimitedLine(const std::vector<std::string>& cells, char separator) {
   std::string line;
   for (const std::string& cell : cells) {
-    line += (&cell == &cells.front() ? "" : ",") + quoted(cell);
+    line += (&cell == &cells.front() ? "" : std::string(1, separator)) + quoted(cell, separator);
   }
   return line + "\n";
 }
@@ -79,10 +79,10 @@ std::string TextTable::aligned() const {
   return all;
 }
 
-std::string TextTable::csv() const {
-  std::string all = csvLine(titlesOf(m_columns));
+std::string TextTable::delimited(char separator) const {
+  std::string all = delimitedLine(titlesOf(m_columns), separator);
   for (const auto& row : m_rows) {
-    all += csvLine(row);
+    all += delimitedLine(row, separator);
   }
   return all;
 }

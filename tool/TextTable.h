@@ -22,9 +22,9 @@ class TextTable {
   // Columns padded to the width of their longest text, two blanks between them, none at a line's end.
   std::string aligned() const;
 
-  // Comma-separated, quoted as RFC 4180 says, titles in the first line. Lines end with a line feed alone, as
-  // other text output on this system does.
-  std::string csv() const;
+  // Separated by commas or another character, quoted as RFC 4180 says, titles in the first line. Lines end
+  // with a line feed alone, as other text output on this system does.
+  std::string delimited(char separator) const;
 
  private:
   std::vector<Column> m_columns;

@@ -1,0 +1,41 @@
+#include "tool/ConvertCommand.h"
+
+#include "tool/ImportSession.h"
+#include "tool/SetWriter.h"
+
+namespace tool {
+namespace {
+
+constexpr const char* help =
+    R"(The endings tell the formats. What is written to OUT:
+  .dipset  the module's set file, with every member of every dipole
+  .txt     the module's text for spreadsheets, UTF-16
+  .csv     a table, UTF-8, with the units in the column names; commas, quoted as RFC 4180 says
+  .tsv     the same with tabs, and with the same quotes
+  .json    the same values with the same names; what is not a number is null
+
+The dipoles of several files follow each other; what belongs to a whole set is taken from the
+first. OUT may be one of the files. It is replaced at the end, and only when every dipole of
+every file arrived; else it stays as it was.
+
+Examples:
+  dipole convert spikes.dip spikes.csv
+  dipole convert --yes monday.dip tuesday.txt both.dipset
+  dipole convert --from 4d table.out --to json table)";
+
+}  // namespace
+
+ConvertCommand::ConvertCommand(CLI::App& program)
+    : m_command(
+          program.add_subcommand("convert", "Write the dipoles of the files as a file of another format")) {
+  m_command->footer(help);
+  m_output.addTo(*m_command, m_import);
+}
+
+int ConvertCommand::run() const {
+  ImportSession session = importToWrite(m_import, m_output);
+  writeSet(session, m_import.names(), m_output);
+  return exitDone;
+}
+
+}  // namespace tool

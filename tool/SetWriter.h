@@ -1,0 +1,36 @@
+// Writes a dipole set as a file of any of the output formats.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tool/ImportOptions.h"
+#include "tool/ImportSession.h"
+#include "tool/Output.h"
+#include "tool/OutputOptions.h"
+
+namespace tool {
+
+// Imports what is to be written. Throws std::runtime_error when a name tells no format, before anything is
+// asked, and when not every dipole of every file arrived.
+ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output);
+
+// What a JSON file says beside the dipoles: the files that they come from, patient, frame and unit.
+Json setDocument(const ImportSession& session, const std::vector<std::string>& files);
+
+// .dipset and .txt are the module's own set file and text export; for the others see DipoleColumns.h. The
+// target is afterwards either the whole new file or what it was before, see ReplacingFile.h.
+// Throws std::runtime_error that names the target and the cause.
+void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output);
+
+// A set file of version 20011118, the one that holds the head spheres and the fiducial points as well.
+// In the same way.
+void writeOldSet(CDipoleFace9File& set, const std::string& target);
+
+// The text as a file, in the same way.
+void writeText(const std::string& text, const std::string& target);
+
+// JSON as a file: UTF-8, indented, a line feed at its end.
+void writeJson(const Json& json, const std::string& target);
+
+}  // namespace tool
