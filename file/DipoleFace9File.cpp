@@ -181,11 +181,11 @@ CDipoleFace9File::Outcome CDipoleFace9File::storeOldDipoles(CArchive& archive) {
   return whole;
 }
 
-CDipoleFace9File::Outcome CDipoleFace9File::loadOldDipoles(CArchive& archive, const ObsoleteFace& face) {
+CDipoleFace9File::Outcome CDipoleFace9File::loadOldDipoles(CArchive& archive, ObsoleteFace& face) {
   if (!isPossible(archive, face.totalDipoles, leastRecord)) {
     return rejected;
   }
-  face.applyTo(*this);
+  face.moveTo(*this);
   m_currentDipole = face.currentDipole;
   for (m_totalDipoles = 0; m_totalDipoles < face.totalDipoles; ++m_totalDipoles) {
     const Outcome outcome = loadDipole(archive);

@@ -55,7 +55,7 @@ class CDipoleFace9File : public CDipoleFace8Import02_4DMSI {
   Outcome storeFlaggedDipoles(CArchive& archive);
   Outcome loadFlaggedDipoles(CArchive& archive);
   Outcome storeOldDipoles(CArchive& archive);
-  Outcome loadOldDipoles(CArchive& archive, const ObsoleteFace& face);
+  Outcome loadOldDipoles(CArchive& archive, ObsoleteFace& face);  // the face loses its texts
   Outcome loadDipole(CArchive& archive);
   Outcome serializeSpheres(CArchive& archive);
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "record/ArchiveTransfer.h"
 
@@ -40,24 +41,24 @@ ObsoleteFace::ObsoleteFace(const CDipoleFace& face)
   copy(face.m_dimension, dimension);
 }
 
-void ObsoleteFace::applyTo(CDipoleFace& face) const {
+void ObsoleteFace::moveTo(CDipoleFace& face) noexcept {
   face.m_showCurrentDipoleOnly = showCurrentDipoleOnly;
   copy(rotation, face.m_sphereRotation.m_center);
-  face.m_fileVersion = fileVersion;
-  face.m_mriFile = mriFile;
-  face.m_patient = patient;
+  face.m_fileVersion = std::move(fileVersion);
+  face.m_mriFile = std::move(mriFile);
+  face.m_patient = std::move(patient);
   face.m_megOnly = megOnly;
   face.m_coordinateType = coordinateType;
   face.m_showFiducialPt = showFiducialPt;
-  face.m_fiducialMri = fiducialMri;
-  face.m_fiducialCtf = fiducialCtf;
+  face.m_fiducialMri = std::move(fiducialMri);
+  face.m_fiducialCtf = std::move(fiducialCtf);
   face.m_bCtfSphereSet = ctfSphereSet;
   face.m_showDipoleOrientationAll = showOrientationAll;
   face.m_showDipoleArray = showArray;
   face.m_faceValue = faceValue;
   copy(space, face.m_space);
   copy(range, face.m_allDipoleRange);
-  face.m_sphereCtf = sphereCtf;
+  face.m_sphereCtf = std::move(sphereCtf);
   copy(dimension, face.m_dimension);
 }
 

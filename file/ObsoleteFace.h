@@ -13,8 +13,9 @@ struct ObsoleteFace {
   void transfer20010901(CArchive& archive);
   void transfer20010101(CArchive& archive);
 
-  // Gives the collection every member but the current dipole and the count.
-  void applyTo(CDipoleFace& face) const;
+  // Gives the collection every member but the current dipole and the count. Texts are moved, not copied: it
+  // must not run out of memory with half of them given.
+  void moveTo(CDipoleFace& face) noexcept;
 
   int showCurrentDipoleOnly;
   double rotation[3];  // degrees
