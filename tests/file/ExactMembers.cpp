@@ -9,6 +9,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "tests/record/DipoleMembers.h"
+
 namespace {
 
 std::string shown(int value) {
@@ -67,14 +69,14 @@ std::string shown(const Value (&values)[count]) {
 class Listing {
  public:
   template <class Value>
-  Listing& operator()(const char* name, const Value& value) {
-    lines.push_back(std::string(name) + " " + shown(value));
+  Listing& operator()(const std::string& name, const Value& value) {
+    lines.push_back(name + " " + shown(value));
     return *this;
   }
 
-  void sphere(const std::string& name, const CSpherezq& s) {
-    (*this)((name + ".m_center").c_str(), s.m_center)((name + ".m_radius").c_str(), s.m_radius);
-    (*this)((name + ".m_auxInt").c_str(), s.m_auxInt)((name + ".m_auxText").c_str(), s.m_auxText);
+  Listing& operator()(const std::string& name, const CSpherezq& s) {
+    (*this)(name + ".m_center", s.m_center)(name + ".m_radius", s.m_radius);
+    return (*this)(name + ".m_auxInt", s.m_auxInt)(name + ".m_auxText", s.m_auxText);
   }
 
   void fiducials(const std::string& name, const CFiducialzq& set) {
@@ -86,7 +88,7 @@ class Listing {
       line += " " + shown(point.m_value18) + " " + shown(point.m_int3) + " " + shown(point.m_label);
       lines.push_back(std::move(line));
     }
-    (*this)((name + " ints").c_str(), set.m_ints)((name + " tail").c_str(), set.m_tail);
+    (*this)(name + " ints", set.m_ints)(name + " tail", set.m_tail);
   }
 
   Lines lines;
@@ -138,17 +140,7 @@ void fill(Value (&values)[count], Value first) {
 
 Lines linesOf(const CDipoles& d) {
   Listing list;
-  list("m_number", d.m_number)("m_listItemId", d.m_listItemId)("m_show", d.m_show);
-  list("m_showOrientation", d.m_showOrientation)("m_color", d.m_color)("m_colorF", d.m_colorF);
-  list("m_id", d.m_id)("m_fitTag", d.m_fitTag)("m_extraFlag", d.m_extraFlag)("m_latency", d.m_latency);
-  list("m_extraValue", d.m_extraValue)("m_fitError", d.m_fitError)("m_label", d.m_label);
-  list("m_display", d.m_display)("m_selected", d.m_selected)("m_location", d.m_location)("m_size", d.m_size);
-  list("m_segments", d.m_segments)("m_orientation", d.m_orientation)("m_moment", d.m_moment);
-  list("m_scale", d.m_scale)("m_orientationScale", d.m_orientationScale);
-  list("m_orientationLength", d.m_orientationLength)("m_dimY", d.m_dimY)("m_dimX", d.m_dimX);
-  list("m_dimZ", d.m_dimZ)("m_importTag1", d.m_importTag1)("m_importTag2", d.m_importTag2);
-  list.sphere("m_rawLocation", d.m_rawLocation);
-  list.sphere("m_rawOrientation", d.m_rawOrientation);
+  visitMembers(d, [&](const char* name, const auto& value) { list(name, value); });
   return list.lines;
 }
 
@@ -166,10 +158,10 @@ Lines linesOf(const CDipoleFace& f) {
   list("m_showFiducialPt", f.m_showFiducialPt)("m_showDipoleArray", f.m_showDipoleArray);
   list("m_dimension", f.m_dimension)("m_space", f.m_space)("m_managerTitle", f.m_managerTitle);
   list("callbacks", f.m_cbfDipoleXYZ != nullptr || f.m_cbfUpdateViewers != nullptr);
-  list.sphere("m_sphereLocational", f.m_sphereLocational);
-  list.sphere("m_sphereCtf", f.m_sphereCtf);
-  list.sphere("m_sphereRotation", f.m_sphereRotation);
-  list.sphere("m_sphereMriAngles", f.m_sphereMriAngles);
+  list("m_sphereLocational", f.m_sphereLocational);
+  list("m_sphereCtf", f.m_sphereCtf);
+  list("m_sphereRotation", f.m_sphereRotation);
+  list("m_sphereMriAngles", f.m_sphereMriAngles);
   list.fiducials("m_fiducialMri", f.m_fiducialMri);
   list.fiducials("m_fiducialCtf", f.m_fiducialCtf);
   for (int slot = 0; slot < DipoleTable::capacity; ++slot) {

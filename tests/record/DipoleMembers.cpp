@@ -1,26 +1,43 @@
 #include "tests/record/DipoleMembers.h"
 
+#include <concepts>
 #include <cstdio>
 
 #include "platform/Utf.h"
 
 namespace {
 
-std::string number(double value) {
+std::string shown(double value) {
   char text[64];
   std::snprintf(text, sizeof text, "%.17g", value);
   return text;
 }
 
-template <class Value>
-std::string triple(const Value (&values)[3]) {
-  return number(static_cast<double>(values[0])) + " " + number(static_cast<double>(values[1])) + " " +
-         number(static_cast<double>(values[2]));
+std::string shown(float value) {
+  return shown(static_cast<double>(value));
 }
 
-std::string sphere(const CSpherezq& s) {
-  return triple(s.m_center) + " r " + number(s.m_radius) + " " + std::to_string(s.m_auxInt[0]) + " " +
-         std::to_string(s.m_auxInt[1]) + " " + toUtf8(s.m_auxText);
+std::string shown(bool value) {
+  return value ? "true" : "false";
+}
+
+template <std::integral Value>
+std::string shown(Value value) {
+  return std::to_string(value);
+}
+
+std::string shown(const CString& text) {
+  return toUtf8(text);
+}
+
+template <class Value>
+std::string shown(const Value (&values)[3]) {
+  return shown(values[0]) + " " + shown(values[1]) + " " + shown(values[2]);
+}
+
+std::string shown(const CSpherezq& s) {
+  return shown(s.m_center) + " r " + shown(s.m_radius) + " " + shown(s.m_auxInt[0]) + " " +
+         shown(s.m_auxInt[1]) + " " + shown(s.m_auxText);
 }
 
 void fill(CSpherezq& s, double first) {
@@ -42,37 +59,10 @@ void set(Value (&values)[3], double first) {
 
 }  // namespace
 
-MemberValues membersOf(const CDipoles& d) {
-  return {{"m_number", std::to_string(d.m_number)},
-          {"m_listItemId", std::to_string(d.m_listItemId)},
-          {"m_show", std::to_string(d.m_show)},
-          {"m_showOrientation", std::to_string(d.m_showOrientation)},
-          {"m_color", std::to_string(d.m_color)},
-          {"m_colorF", triple(d.m_colorF)},
-          {"m_id", std::to_string(d.m_id)},
-          {"m_fitTag", std::to_string(d.m_fitTag)},
-          {"m_extraFlag", std::to_string(d.m_extraFlag)},
-          {"m_latency", number(d.m_latency)},
-          {"m_extraValue", number(d.m_extraValue)},
-          {"m_fitError", number(d.m_fitError)},
-          {"m_label", toUtf8(d.m_label)},
-          {"m_display", std::to_string(d.m_display)},
-          {"m_selected", d.m_selected ? "true" : "false"},
-          {"m_location", triple(d.m_location)},
-          {"m_size", number(d.m_size)},
-          {"m_segments", std::to_string(d.m_segments)},
-          {"m_orientation", triple(d.m_orientation)},
-          {"m_moment", number(d.m_moment)},
-          {"m_scale", number(d.m_scale)},
-          {"m_orientationScale", number(d.m_orientationScale)},
-          {"m_orientationLength", number(d.m_orientationLength)},
-          {"m_dimY", std::to_string(d.m_dimY)},
-          {"m_dimX", std::to_string(d.m_dimX)},
-          {"m_dimZ", std::to_string(d.m_dimZ)},
-          {"m_importTag1", number(static_cast<double>(d.m_importTag1))},
-          {"m_importTag2", number(static_cast<double>(d.m_importTag2))},
-          {"m_rawLocation", sphere(d.m_rawLocation)},
-          {"m_rawOrientation", sphere(d.m_rawOrientation)}};
+MemberValues membersOf(const CDipoles& dipole) {
+  MemberValues all;
+  visitMembers(dipole, [&](const char* name, const auto& value) { all[name] = shown(value); });
+  return all;
 }
 
 void fillMembers(CDipoles& d) {
