@@ -152,7 +152,9 @@ class CArchive {
       std::memcpy(&value, m_readAt, sizeof value);
       m_readAt += sizeof value;
     } else {
-      readAll(&value, sizeof value);
+      Value whole = {};  // a fault between two blocks must not leave half a value
+      readAll(&whole, sizeof whole);
+      value = whole;
     }
     return *this;
   }
