@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, row, line, archive, nifti.
+"""Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, msi, row, line, archive, nifti.
 
 The CTF seeds are the example files, pieces and cuts of them, and small files for what the examples lack;
+the 4D/MSI seeds are small files made here;
 the archive seeds are the files of the tests; the NIfTI seeds are made here field by field. Standard library
 only; the same seeds every time."""
 
@@ -42,6 +43,31 @@ ORDERS = {
     "unclosed": ["dipoles"],
 }
 
+MSI_HEADER = "Code: 1\n1\tCircle\n2\tSquare\nTriangle 3\nDot\nShape 1\n \n\n"
+MSI_INFO = "Disk Media: disk\nMRI/CT Patient: some body\nDipole File: fit.dip\nDate of File: 01/02/03\n"
+MSI_HEADING = "Latency\tx\ty\tz\tQx\tQy\tQz\n(msec)\t(cm)\n"
+MSI_ROW = "12.5 1.1 2.2 -3.3 0.5 0.25 -1 20.5 1.5 9 0.85 2.5 7 a b c 8"
+MSI_FAR = "12.5\t301 2.2 -3.3\t0.5 0.25 -1\t20.5 1.5 9 0.85 2.5 7 a b c 8 far"
+
+MSI_FILES = {
+    "table": MSI_HEADER + MSI_INFO + MSI_HEADING + f"{MSI_ROW} spike\n{MSI_ROW}\n \n\n  \n{MSI_ROW} end\n",
+    "no_table": MSI_HEADER + MSI_INFO,
+    "no_header": MSI_HEADING + f"{MSI_ROW} spike\n",
+    "far": MSI_HEADING + f"{MSI_FAR}\n" * 5 + f"{MSI_ROW} near\n",
+    "short": MSI_HEADING + MSI_ROW[:-2] + "\n" + MSI_ROW + "\nDot " + MSI_ROW + "\n",
+    "full": MSI_HEADING + f"{MSI_ROW} a\n" * 8,
+    "info_ends": "Disk Media:\nDipole File: x\nnothing\nDisk Media:\nMRI/CT Patient:\nLatency\n",
+    "info_both": "Disk Media:\n MRI/CT Patient: Dipole File: x\nDate of File: Latency\n" + MSI_HEADING,
+    "repeated": MSI_HEADING + MSI_ROW + " a\n" + MSI_HEADER + MSI_INFO + MSI_HEADING + MSI_ROW + " b\n",
+    "odd_numbers": MSI_HEADING + "nan -inf 1e39 0x1.8p-150 -0 .5 5. 1e-50 0x 1e+ 2 3 4 a b c 5 odd\n"
+                   + "-1-2-3-4-5-6-7-8-9-1-2-3-4a b c-5d\n" + "inf nan 301 0 0 0 0 0 0 0 0 0 0 a b c 0 far\n",
+    "returns": (MSI_INFO + MSI_HEADING + f"{MSI_ROW} a\n").replace("\n", "\r"),
+    "both_ends": (MSI_INFO + MSI_HEADING + f"{MSI_ROW} a\n").replace("\n", "\r\n"),
+    "labels": MSI_HEADING + f"{MSI_ROW} \x80\xe4\xff\n{MSI_ROW}\xa0x\n",
+    "long_line": MSI_HEADING + MSI_ROW + " " + "x" * 2100 + "\n",
+    "zeros": MSI_HEADING + MSI_ROW + " a\0b\n" + MSI_ROW + "\0 b\n\0" + MSI_ROW + "\n",
+}
+
 ROWS = [
     (0, "\t1:\t-2.90\t3.00\t1.00\t1.0000\t0.0000\t0.0000\t3.000000\tspike_1"),
     (0, "1 : 1e5 -inf NaN .5 5. 0x1.8p3 1e40"),
@@ -51,6 +77,7 @@ ROWS = [
     (4, "\tORIGIN_X:\t0.450"),
     (5, "\t128\t26\t156"),
     (4, "x 0x1.000001p-150"),
+    (4, "x 0x11.00001p-150"),
     (4, "x 1e+"),
     (4, "x infinit"),
     (5, "2147483648 -9223372036854775809 99999999999999999999"),
@@ -114,13 +141,47 @@ def ctf_files():
     yield "long_line", b"Dipoles\n{\n(cm)\n1: 1 2 3 1 0 0 3 " + b"x" * 2100 + b"\n}\n"
 
 
+def text(units, value, wide=True):
+    """A text as an archive holds it, with its length in as few bytes as it takes."""
+    length = bytes([units]) if units < 0xFF else b"\xff" + struct.pack("<H", units) if units < 0xFFFE else \
+        b"\xff\xff\xff" + struct.pack("<I", units)
+    return (b"\xff\xfe\xff" if wide else b"") + length + value
+
+
+def records():
+    """The records inside others, by the number of their entry point."""
+    label = text(4, "spot".encode("utf-16-le"))
+    sphere = struct.pack("<4d2i", 1.5, -2, float("nan"), 80, 7, -8) + label
+    point = struct.pack("<16d2q4d3iqi", *range(16), 1 << 40, -5, 4, 3, 2, 1, 1, 2, 3, -1 << 50, 9) + label
+    yield "sphere", 4, sphere
+    yield "fiducials", 5, point * 6 + struct.pack("<4i3q", 1, 2, 3, 4, 5, 6, -7)
+    yield "fiducial", 6, point
+    yield "text_wide", 7, label
+    yield "text_empty", 7, text(0, b"")
+    yield "text_narrow", 7, text(5, b"caf\xe9!", wide=False)
+    yield "text_zero", 7, text(3, b"a\0b", wide=False)
+    yield "text_longer", 7, text(300, b"ab" * 300)
+    yield "text_longer_narrow", 7, text(300, b"x" * 300, wide=False)
+    yield "text_longest_form", 7, b"\xff\xfe\xff\xff\xff\xff\2\0\0\0a\0b\0"
+    yield "text_lying", 7, b"\xff\xfe\xff\xff\xff\xff\xff\xff\xff\x7fa\0b\0"
+    yield "text_two_marks", 7, b"\xff\xfe\xff\xff\xfe\xff\1a\0"
+    yield "text_half_pair", 7, text(1, b"\0\xd8")
+
+
 def archives():
-    """Each archive with the entry point that reads it, into an empty collection and into a filled one."""
+    """Each archive with the number of the entry point that reads it."""
     for path in sorted(ARCHIVES.glob("*.bin")):
-        is_set, is_current = path.stem.startswith("set"), b"D\0I\0P\0" in path.read_bytes().upper()
-        entry = (2 if is_set else 0) + (0 if is_current else 1)
-        yield path.stem, bytes([entry]), path.read_bytes()
-        yield path.stem + "_over", bytes([entry + 4]), path.read_bytes()
+        data = path.read_bytes()
+        has_magic = b"DIPOLE" in data.replace(b"\0", b"").upper()[:20]
+        entry = (2 if path.stem.startswith("set") else 0) + (0 if has_magic else 1)
+        yield path.stem, entry, data
+    yield from records()
+
+
+def msi_files():
+    for number, (name, text) in enumerate(MSI_FILES.items()):
+        for cut, part in cuts(text.encode("latin-1")):
+            yield f"{name}_{cut}", (0x0F, 0x00, 0x15, 0x2A, 0x1F)[number % 5], part
 
 
 def write(folder, name, data):
@@ -136,12 +197,17 @@ def main():
             write(out / "ctf", f"{name}_{cut}", bytes([mode]) + part)
         write(out / "line", name, data)
     write(out / "ctf", "by_dialog", b"\xef" + SECTIONS["dipoles"].encode())
+    for name, mode, data in msi_files():
+        write(out / "msi", name, bytes([mode]) + data)
     for number, (kind, row) in enumerate(ROWS):
         write(out / "row", f"row{number}", bytes([kind]) + row.encode())
         write(out / "row", f"wide{number}", bytes([0x80 | kind]) + row.encode("utf-16-le"))
-    for name, mode, data in archives():
-        write(out / "archive", name, mode + data)
-        write(out / "archive", name + "_cut", mode + data[: len(data) * 5 // 8])
+    for number, (name, entry, data) in enumerate(archives()):
+        buffer = number % 4 << 4
+        write(out / "archive", name, bytes([entry | buffer]) + data)
+        write(out / "archive", name + "_over", bytes([entry | 0x08 | buffer ^ 0x10]) + data)
+        write(out / "archive", name + "_broken_off", bytes([entry | 0x40 | buffer]) + data)
+        write(out / "archive", name + "_cut", bytes([entry | 0x08 | buffer]) + data[: len(data) * 5 // 8])
     write(out / "line", "ends", b"\r\n\r\na\rb\nc\n\rd\0e\nlast")
     write(out / "line", "pieces", b"y" * 4096 + b"\n" + b"z" * 2047 + b"\n\xff\n")
     plain = {f"type{code}": nifti1("<", code, [2, 3, 4], bytes(range(24)) * size) for code, size in

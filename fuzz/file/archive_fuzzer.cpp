@@ -1,137 +1,263 @@
-// Reads the input as an archive: a dipole alone, a dipole inside a set, a set file, a set file of 2001.
+// Reads the input as an archive, by every entry point that reads one.
 //
-// The first byte chooses: bits 0 and 1 the entry point, bit 2 a collection that holds dipoles already. What
-// was read must be consistent and must be written and read again as it is.
+// The first byte chooses: bits 0 to 2 the entry point, bit 3 a collection that holds dipoles already, bits 4
+// and 5 the archive's buffer, bit 6 to break off at last what was written. However the reading ended, what is
+// there now must be consistent, and must be written and read again as it is.
 #include <afxwin.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "file/DipoleFace9File.h"
 #include "fuzz/Check.h"
-#include "platform/Operator.h"
-#include "platform/Utf.h"
+#include "fuzz/FuzzUser.h"
 
 namespace {
 
-enum EntryPoint { record, embeddedRecord, currentSet, oldSet };
+using Bytes = std::vector<BYTE>;
 
-class FuzzOperator : public Operator {
- public:
-  FuzzOperator() { installOperator(this); }
+enum EntryPoint { dipole, embeddedDipole, currentSet, oldSet, sphere, fiducials, fiducial, text };
 
-  int messages = 0;
+enum : unsigned { entryBits = 0x07, filled = 0x08, bufferBits = 0x30, breakOff = 0x40 };
 
-  int answerMessage(LPCTSTR text, UINT) override {
-    const std::string shown = toUtf8(text);
-    check(shown == "Wrong file format!" || shown == "Dipole file format error", "a known message");
-    ++messages;
-    return IDOK;
-  }
-  bool chooseFiles(const FileQuestion&, std::vector<CString>&) override {
-    check(false, "no question for files");
-    return false;
-  }
-  bool chooseColor(COLORREF, COLORREF&) override {
-    check(false, "no question for a colour");
-    return false;
-  }
+constexpr std::string_view knownMessages[] = {"Wrong file format!", "Dipole file format error"};
+
+constexpr int allRead = 1;
+constexpr int endedEarly = -1;
+
+// One object for each entry point.
+struct Objects {
+  explicit Objects(CDipoleFace9File& collection) : set(collection) {}
+
+  CDipoleFace9File& set;
+  CDipoleszq dipole;
+  CSpherezq sphere;
+  CFiducialzq fiducials;
+  CFiduciaryPtzq fiducial;
+  CString text;
 };
 
-FuzzOperator& user() {
-  static FuzzOperator only;
-  return only;
+int transferText(CArchive& archive, CString& value) {
+  if (archive.IsStoring()) {
+    archive << value;
+  } else {
+    archive >> value;
+  }
+  return 1;
 }
 
-CDipoleFace9File& collection() {
-  static const auto only = std::make_unique<CDipoleFace9File>();
-  return *only;
-}
-
-int transfer(CArchive& archive, EntryPoint entry, CDipoleszq& dipole, CDipoleFace9File& set) {
+int transfer(CArchive& archive, EntryPoint entry, Objects& objects) {
   switch (entry) {
-    case record:
-      return dipole.serializeDipole(archive);
-    case embeddedRecord:
-      return dipole.serializeObsolete20050629(archive);
+    case dipole:
+      return objects.dipole.serializeDipole(archive);
+    case embeddedDipole:
+      return objects.dipole.serializeObsolete20050629(archive);
     case currentSet:
-      return set.serializeDipolesFace(archive);
+      return objects.set.serializeDipolesFace(archive);
+    case oldSet:
+      return objects.set.serializeObsolete20050630(archive);
+    case sphere:
+      return objects.sphere.serialize(archive);
+    case fiducials:
+      return objects.fiducials.serialize(archive);
+    case fiducial:
+      return objects.fiducial.serialize(archive);
     default:
-      return set.serializeObsolete20050630(archive);
+      return transferText(archive, objects.text);
   }
 }
 
-// The entry point's result, or -1 when the archive ended too early.
-int read(std::vector<BYTE>& bytes, EntryPoint entry, CDipoleszq& dipole, CDipoleFace9File& set) {
+// The entry point's result, or endedEarly.
+int read(Bytes bytes, EntryPoint entry, Objects& objects, int buffer) {
+  const std::size_t size = bytes.size();
   bytes.push_back(0);  // a file in memory needs some memory
-  CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
-  file.SetLength(bytes.size() - 1);
-  CArchive archive(&file, CArchive::load, 256);
-  int result = -1;
+  CMemFile file(bytes.data(), static_cast<UINT>(size + 1));
+  file.SetLength(size);
+  CArchive archive(&file, CArchive::load, buffer);
+  int result = endedEarly;
   try {
-    result = transfer(archive, entry, dipole, set);
+    result = transfer(archive, entry, objects);
   } catch (CArchiveException* exception) {
     exception->Delete();
   } catch (CMemoryException* exception) {
     exception->Delete();
   }
   archive.Abort();
-  bytes.pop_back();
   return result;
 }
 
-std::vector<BYTE> written(EntryPoint entry, CDipoleszq& dipole, CDipoleFace9File& set) {
-  CMemFile file;
-  CArchive archive(&file, CArchive::store);
-  check(transfer(archive, entry, dipole, set) == 1, "writing into memory succeeds");
-  archive.Close();
-  std::vector<BYTE> bytes(static_cast<std::size_t>(file.GetLength()));
+Bytes contentOf(CMemFile& file) {
+  Bytes bytes(static_cast<std::size_t>(file.GetLength()));
   file.SeekToBegin();
   file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
   return bytes;
 }
 
-void checkConsistent(CDipoleFace9File& set, EntryPoint entry) {
-  check(set.m_totalDipoles >= 0 && set.m_totalDipoles <= DipoleTable::capacity, "the count fits the table");
-  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
-    check(entry == currentSet || set.m_dipoles[slot] != nullptr, "old files know no empty slots");
+Bytes written(std::span<const EntryPoint> entries, Objects& objects) {
+  CMemFile file(16384);
+  CArchive archive(&file, CArchive::store, 8192);
+  for (const EntryPoint entry : entries) {
+    check(transfer(archive, entry, objects) == 1, "writing into memory succeeds");
   }
+  archive.Close();
+  return contentOf(file);
+}
+
+Bytes written(EntryPoint entry, Objects& objects) {
+  return written(std::span(&entry, 1), objects);
+}
+
+// Everything that any entry point keeps.
+Bytes everything(Objects& objects) {
+  constexpr EntryPoint all[] = {dipole, embeddedDipole, currentSet, oldSet,
+                                sphere, fiducials,      fiducial,   text};
+  return written(all, objects);
+}
+
+enum { fewDipoles = 3 };
+
+// A collection that can be made fresh again in less time than it takes to construct or to clean one: only the
+// slots that may be filled are cleared, and only the old format is read, as the current one cleans the set.
+class FreshSet {
+ public:
+  FreshSet() {
+    Objects objects(*m_set);
+    m_current = written(currentSet, objects);
+    m_old = written(oldSet, objects);
+  }
+
+  CDipoleFace9File& restart() {
+    for (int slot = (std::max)(m_set->m_totalDipoles, static_cast<int>(fewDipoles)); slot-- > 0;) {
+      m_set->m_dipoles.clear(slot);
+    }
+    m_set->m_momentInNAm = 0;
+    m_set->m_skipFiducialSetup = false;
+    m_set->m_mergeRadius = 15.0F;
+    Objects objects(*m_set);
+    check(read(m_old, oldSet, objects, 4096) == allRead, "an empty set is read");
+    check(written(currentSet, objects) == m_current, "an empty set is as it was");
+    return *m_set;
+  }
+
+ private:
+  std::unique_ptr<CDipoleFace9File> m_set = std::make_unique<CDipoleFace9File>();
+  Bytes m_current;
+  Bytes m_old;
+};
+
+// Dipoles at either side of an empty slot.
+void fill(CDipoleFace9File& set) {
+  for (int slot = 0; slot < fewDipoles; ++slot) {
+    set.addDipoleF(static_cast<float>(slot), 2.0F, 3.0F);
+  }
+  set.m_dipoles.clear(1);
+}
+
+bool hasEmptySlot(const CDipoleFace9File& set) {
+  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
+    if (set.m_dipoles[slot] == nullptr) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void checkUsable(CDipoleFace9File& set) {
+  check(set.m_totalDipoles >= 0 && set.m_totalDipoles <= DipoleTable::capacity, "the count fits the table");
   set.getCurrentDipole();
   set.getMaxDipoleRange();
+  set.getTotalDipolesShowed();
+}
+
+void checkResult(const FuzzUser& user, EntryPoint entry, int result, bool isUnchanged) {
+  check(user.messages.size() <= 1, "one message at most");
+  const bool isRefused = !user.messages.empty();
+  if (isRefused) {
+    check(entry <= oldSet && entry != embeddedDipole, "only what has a version is refused");
+    check(user.messages[0] == knownMessages[entry == oldSet ? 1 : 0], "each reader has its message");
+    check(result == (entry == oldSet ? 1 : 0), "the result behind a message");
+  }
+  if (result == 0) {
+    check(entry == dipole || entry == currentSet, "only what has a magic gives 0");
+  }
+  if (isRefused || result == 0) {
+    check(isUnchanged, "what is refused changes nothing");
+  }
+}
+
+// Reads what was written into other objects and writes it from there.
+void checkRoundTrip(EntryPoint entry, Objects& objects, Objects& others, int buffer) {
+  const Bytes first = written(entry, objects);
+  check(read(first, entry, others, buffer) == allRead, "what was written is read");
+  check(written(entry, others) == first, "what was read is written as it was");
+}
+
+Bytes dipoleBytes(const CDipoleFace9File& set, int slot) {
+  if (set.m_dipoles[slot] == nullptr) {
+    return {};
+  }
+  CMemFile file;
+  CArchive archive(&file, CArchive::store, 512);
+  check(set.m_dipoles[slot]->serializeObsolete20050629(archive) == 1, "a dipole is written");
+  archive.Close();
+  return contentOf(file);
+}
+
+// Reads a beginning of what was written into an empty set: it breaks off, and what was read whole stays.
+void checkBrokenOff(EntryPoint entry, Objects& objects, Objects& others, std::size_t size, FuzzUser& user) {
+  Bytes bytes = written(entry, objects);
+  bytes.resize(size % bytes.size());
+  user.start(0);
+  const int result = read(bytes, entry, others, 128);
+  check(result == endedEarly || (entry == currentSet && result == 0) || !user.messages.empty(),
+        "a beginning of a file is not taken for the whole");
+  if (entry == currentSet || entry == oldSet) {
+    checkUsable(others.set);
+    check(others.set.m_totalDipoles <= objects.set.m_totalDipoles, "no dipole is invented");
+    for (int slot = 0; slot < others.set.m_totalDipoles; ++slot) {
+      check(dipoleBytes(others.set, slot) == dipoleBytes(objects.set, slot), "what was read whole stays");
+    }
+  }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const unsigned mode = size > 0 ? data[0] : 0;
-  const auto entry = static_cast<EntryPoint>(mode & 3U);
-  std::vector<BYTE> bytes(data + (size > 0 ? 1 : 0), data + size);
-  CDipoleFace9File& set = collection();
-  set.cleanDipoles();
-  for (int present = (mode & 4U) != 0 ? 3 : 0; present > 0; --present) {
-    set.addDipole();
+  static FuzzUser user(knownMessages, {});
+  static FreshSet one;
+  static FreshSet other;
+  if (size == 0) {
+    return 0;
   }
-  CDipoleszq dipole;
-  const std::vector<BYTE> before = written(currentSet, dipole, set);
-  user().messages = 0;
-  const int result = read(bytes, entry, dipole, set);
-  check(user().messages <= 1, "one message at most");
-  if (user().messages != 0) {
-    check(result == (entry == oldSet ? 1 : 0), "the result behind a message");
+  const unsigned mode = data[0];
+  const auto entry = static_cast<EntryPoint>(mode & entryBits);
+  constexpr int buffers[] = {128, 256, 1000, 4096};
+  const int buffer = buffers[(mode & bufferBits) >> 4U];
+
+  Objects objects(one.restart());
+  if ((mode & filled) != 0) {
+    fill(objects.set);
   }
-  if (user().messages != 0 || result == 0) {
-    check(written(currentSet, dipole, set) == before, "a refused file changes nothing");
+  const Bytes before = everything(objects);
+  user.start(0);
+  const int result = read(Bytes(data + 1, data + size), entry, objects, buffer);
+  checkResult(user, entry, result, everything(objects) == before);
+  const bool isRefused = !user.messages.empty();
+  checkUsable(objects.set);
+  if (entry == oldSet && !isRefused && result == allRead) {
+    check(!hasEmptySlot(objects.set), "old files know no empty slots");
   }
-  checkConsistent(set, entry);
-  if (result == 1 && user().messages == 0) {
-    std::vector<BYTE> first = written(entry, dipole, set);
-    CDipoleszq again = dipole;
-    check(read(first, entry, again, set) == 1, "what was written is read");
-    check(written(entry, again, set) == first, "what was read is written as it was");
+  Objects others(other.restart());
+  checkRoundTrip(entry, objects, others, buffer);
+  if ((mode & breakOff) != 0 && (entry != oldSet || !hasEmptySlot(objects.set))) {
+    Objects rest(other.restart());
+    checkBrokenOff(entry, objects, rest, size * 7919, user);
   }
   return 0;
 }

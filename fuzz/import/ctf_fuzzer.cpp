@@ -6,20 +6,17 @@
 // the time: the dialog needs megabytes of room for names.
 #include <afxwin.h>
 
-#include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "fuzz/Check.h"
 #include "fuzz/FuzzFile.h"
+#include "fuzz/FuzzUser.h"
+#include "fuzz/import/FuzzCollection.h"
 #include "import/DipoleFace8Import01_CTF.h"
-#include "platform/Operator.h"
 #include "platform/Utf.h"
 
 namespace {
@@ -36,120 +33,26 @@ constexpr std::string_view knownMessages[] = {
     "Total imported dipoles:",
 };
 
-// Also for values that are no numbers.
-bool sameBits(const double (&left)[3], const double (&right)[3]) {
-  return std::equal(std::begin(left), std::end(left), std::begin(right), [](double a, double b) {
-    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-  });
-}
+constexpr std::string_view knownQuestions[] = {"This is moving dipoles, would you like to import?",
+                                               "It seems the dipole location is wrong ("};
 
-class FuzzOperator : public Operator {
+class CtfCollection : public FuzzCollection<CDipoleFace8Import01_CTF> {
  public:
-  FuzzOperator() { installOperator(this); }
+  using FuzzCollection::FuzzCollection;
 
-  void start(unsigned answers, const std::string& path) {
-    m_answers = answers;
-    m_questions = 0;
-    m_paths.assign(2, fromUtf8(path));
-    lastMessage.clear();
-    acceptedMovingDipoles = false;
-  }
-
-  int answerMessage(LPCTSTR text, UINT type) override {
-    lastMessage = toUtf8(text);
-    if ((type & MB_TYPEMASK) == MB_YESNO) {
-      const bool yes = (m_answers >> (m_questions++ % 4U) & 1U) != 0;
-      acceptedMovingDipoles = acceptedMovingDipoles || (yes && lastMessage.starts_with("This is moving"));
-      return yes ? IDYES : IDNO;
-    }
-    const bool isKnown = std::any_of(std::begin(knownMessages), std::end(knownMessages),
-                                     [&](std::string_view known) { return lastMessage.starts_with(known); });
-    check(isKnown, "every message is one of the importer's");
-    return IDOK;
-  }
-  bool chooseFiles(const FileQuestion& /*question*/, std::vector<CString>& paths) override {
-    paths = m_paths;
-    return true;
-  }
-  bool chooseColor(COLORREF /*initial*/, COLORREF& /*chosen*/) override { return false; }
-
-  std::string lastMessage;
-  bool acceptedMovingDipoles = false;
-
- private:
-  unsigned m_answers = 0;
-  unsigned m_questions = 0;
-  std::vector<CString> m_paths;
-};
-
-// A collection that starts every input with the same dipoles and nothing else.
-class FuzzCollection : public CDipoleFace8Import01_CTF {
- public:
-  explicit FuzzCollection(int earlier) : m_earlier(earlier) {
-    for (int i = 0; i < earlier; ++i) {
-      addDipoleF(static_cast<float>(i), -1.0F, 0.5F);
-    }
-  }
-
-  // `most` dipoles may have come in since the last time.
-  void restart(int most) {
-    const int end = (std::min)(m_earlier + most, static_cast<int>(DipoleTable::capacity));
-    for (int slot = m_earlier; slot < end; ++slot) {
-      m_dipoles.clear(slot);
-    }
-    m_totalDipoles = m_earlier;
-    m_currentDipole = m_earlier - 1;
-    m_importFirst = m_importEnd = 0;
-    m_bCtfSphereSet = m_megOnly = m_coordinateType = m_momentInNAm = 0;
-    m_skipFiducialSetup = false;
-    m_fileVersion = m_patient = m_mriFile = _T("non");
-    m_sphereCtf = m_sphereLocational = CSpherezq();
-    m_fiducialMri = m_fiducialCtf = CFiducialzq();
-  }
-
-  int importByPath(const std::string& path) {
-    CString name = fromUtf8(path);
+  int importByPath(const CString& path) {
+    CString name = path;
     return importCTFDipolesX(name, false);
   }
 
-  void checkEverything(const FuzzOperator& user) const {
-    check(m_totalDipoles >= m_earlier && m_totalDipoles <= DipoleTable::capacity, "the count fits the table");
-    check(m_importFirst == m_earlier, "the import began behind the earlier dipoles");
-    check(m_importEnd == m_totalDipoles, "the import ended at the count");
+  void checkEverything(const FuzzUser& user) const {
+    checkImport(user);
     // Moving dipoles set the count back; when no row follows, the current index stays where it was.
-    check(m_currentDipole >= -1 && (m_currentDipole < m_totalDipoles || user.acceptedMovingDipoles),
+    check(m_currentDipole >= -1 && (m_currentDipole < m_totalDipoles || user.hasAccepted("This is moving")),
           "the current dipole is one of the set");
     check(getCurrentDipole() == nullptr || m_currentDipole < m_totalDipoles,
           "there is no dipole behind the set");
-    for (const int slot : {0, m_earlier / 2, m_earlier - 1}) {
-      const CDipoleszq* dipole = m_dipoles[slot];
-      check(dipole != nullptr && dipole->m_location[0] == slot && dipole->m_location[1] == -1.0 &&
-                dipole->m_label == _T("Non") && dipole->m_rawLocation.m_radius == 0.0,
-            "an earlier dipole is as it was");
-    }
-    for (int slot = m_importFirst; slot < m_importEnd; ++slot) {
-      checkImported(slot);
-    }
-    const std::string total = "Total imported dipoles:" + std::to_string(m_importEnd - m_importFirst) + " (" +
-                              std::to_string(m_importFirst) + "-" + std::to_string(m_importEnd) + ")\n";
-    check(user.lastMessage == total, "the total is the last message");
   }
-
- private:
-  void checkImported(int slot) const {
-    const CDipoleszq* dipole = m_dipoles[slot];
-    check(dipole != nullptr, "no slot of the set is empty");
-    check(dipole->m_number == slot + 1, "a dipole is numbered by its place");
-    check(
-        dipole->m_rawLocation.m_radius == 1.0 && sameBits(dipole->m_rawLocation.m_center, dipole->m_location),
-        "the raw location is backed up");
-    check(dipole->m_rawOrientation.m_radius == 1.0 &&
-              sameBits(dipole->m_rawOrientation.m_center, dipole->m_orientation),
-          "the raw orientation is backed up");
-    check(!dipole->m_label.IsEmpty(), "every dipole has a label");
-  }
-
-  int m_earlier;
 };
 
 enum : std::uint8_t {
@@ -164,15 +67,15 @@ enum : std::uint8_t {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const FuzzFile file("input.dip");
-  static const std::string path = file.path();
-  static FuzzOperator user;
-  static const auto smallCollection = std::make_unique<FuzzCollection>(3);
-  static const auto fullCollection = std::make_unique<FuzzCollection>(DipoleTable::capacity - 6);
+  static const CString path = fromUtf8(file.path());
+  static FuzzUser user(knownMessages, knownQuestions);
+  static const auto smallCollection = std::make_unique<CtfCollection>(3);
+  static const auto fullCollection = std::make_unique<CtfCollection>(DipoleTable::capacity - 6);
   if (size == 0) {
     return 0;
   }
   const std::uint8_t mode = data[0];
-  FuzzCollection& collection = (mode & nearlyFull) != 0 ? *fullCollection : *smallCollection;
+  CtfCollection& collection = (mode & nearlyFull) != 0 ? *fullCollection : *smallCollection;
   const bool byDialog = mode == dialog;
   // The shortest row of any section has 12 bytes.
   const int most = static_cast<int>(size / 12 + 1) * 2;
@@ -183,7 +86,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   collection.m_skipFiducialSetup = (mode & skipFiducials) != 0;
   file.write(data + 1, size - 1);
-  user.start(mode & answerBits, path);
+  user.start(mode & answerBits);
+  user.paths.assign(byDialog ? 2 : 0, path);
   const int result = byDialog ? collection.importCTFDipoles() : collection.importByPath(path);
   check(result == 1, "an import of a file that is there gives 1");
   collection.checkEverything(user);

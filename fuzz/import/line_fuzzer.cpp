@@ -1,7 +1,6 @@
 // Reads all lines of the input in both ways that the importers have; each must agree with a plain model.
 #include <afx.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -9,30 +8,12 @@
 #include <vector>
 
 #include "fuzz/Check.h"
+#include "fuzz/import/LineModel.h"
 #include "import/AnsiLine.h"
 #include "import/AnsiLineReader.h"
 #include "import/DipoleFace8Import01_CTF.h"
 
 namespace {
-
-// The bytes of one line, byte by byte. False at the end of the input.
-bool modelLine(const std::uint8_t* data, std::size_t size, std::size_t& at, std::string& line) {
-  line.clear();
-  while (at < size) {
-    const auto byte = static_cast<char>(data[at++]);
-    if (byte == '\n' || byte == '\r') {
-      if (!line.empty()) {
-        return true;
-      }
-    } else {
-      line += byte;
-      if (line.size() == 2048) {
-        return true;
-      }
-    }
-  }
-  return false;
-}
 
 void checkText(const CString& text, const std::string& bytes) {
   check(text == CString(bytes.c_str()), "a line is its bytes up to the first zero, widened");
