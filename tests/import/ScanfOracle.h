@@ -91,10 +91,11 @@ inline ScanResult scanByLibrary(const wchar_t* format, const std::u16string& row
                         to[8], to[9], to[10], to[11], to[12], to[13]);
   };
   const int fields = scan(ownFormat);
-  // This library's conversion to float drops one bit of hexadecimal numbers just above half of the smallest
-  // denormal and gives zero ("0x1.000001p-150"). Its conversion to double is right there, and narrowing that
-  // is exact enough: whatever lies so deep is taken from it.
-  const auto isDeep = [](float real) { return std::fabs(real) < 0x1p-149F; };
+  // This library's conversion to float drops one bit of hexadecimal numbers just above the middle between two
+  // denormals ("0x1.000001p-150" gives zero, "0x11.00001p-150" 0x1p-146). Its conversion to double is right
+  // there, and narrowing that is exact enough: whatever lies so deep is taken from it.
+  const bool hasHex = row.find_first_of(u"xX") != std::u16string::npos;
+  const auto isDeep = [&](float real) { return hasHex && std::fabs(real) < 0x1p-126F; };
   if (std::any_of(result.reals.begin(), result.reals.end(), isDeep)) {
     std::array<double, ScanResult::mostValues> doubles = {};
     for (std::size_t i = 0; i < count; ++i) {
