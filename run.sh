@@ -1,5 +1,6 @@
 #!/bin/sh
-# Installs what is missing, builds the command line tool, and draws the examples on a T1 head into out/.
+# Installs what is missing, builds the command line tool, draws the examples on a T1 head into out/, and writes
+# them there as tables.
 set -eu
 cd "$(dirname "$0")"
 . scripts/packages.sh
@@ -30,7 +31,13 @@ draw auditory examples/auditory.dip
 draw spikes examples/spikes.dip
 draw moving examples/moving.dip
 
-say "Done. The pictures:"
+say "Writing the examples as tables"
+for name in auditory spikes moving; do
+  "$dipole" convert --yes "examples/$name.dip" "out/$name.csv"
+  pictures="$pictures out/$name.csv"
+done
+
+say "Done. The pictures and tables:"
 for picture in $pictures; do
   printf '%s/%s\n' "$PWD" "$picture"
 done

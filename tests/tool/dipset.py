@@ -38,23 +38,20 @@ class Reader:
 
 
 # Name, struct form, the value of a new dipole; in the order of the record.
-DIPOLE = [("show", "i", 1), ("show_orientation", "i", 1), ("scale", "d", 1.0), ("orientation_scale", "d",
-                                                                                1.0),
+DIPOLE = [("show", "i", 1), ("show_orientation", "i", 1), ("scale", "d", 1.0), ("orientation_scale", "d", 1),
           ("orientation_length", "d", 30.0), ("size", "d", 3.0), ("color", "I", 0x00FFFF), ("unused", "i", 1),
           ("color_bgr", "3f", [0.0, 1.0, 1.0]), ("orientation", "3d", [1.0, 0.0, 1.0]),
           ("location", "3d", [100.0, 100.0, 100.0]), ("dims_zyx", "3i", [0, 0, 0]), ("fit_error", "d", 0.25),
-          ("latency", "d", 0.0), ("moment", "d", 1.0), ("fit_tag", "i", 0), ("id", "i", 0), ("display", "i",
-                                                                                             1),
-          ("label", "text", "Non"), ("number", "i", 1)]
+          ("latency", "d", 0.0), ("moment", "d", 1.0), ("fit_tag", "i", 0), ("id", "i", 0),
+          ("display", "i", 1), ("label", "text", "Non"), ("number", "i", 1)]
 SPHERE = struct.pack("<4d2i", 0, 0, 0, 0, 0, 0) + text_bytes("")
 
 FACE = [("face_value", "d", 0.0), ("show_orientation_all", "i", 0), ("range", "3d", [100.0, 100.0, 100.0]),
-        ("sphere_set", "i", 0), ("version", "text", "non"), ("patient", "text", "non"), ("mri_file", "text",
-                                                                                         "non"),
-        ("meg_only", "i", 0), ("coordinate_type", "i", 0), ("moment_in_nAm", "i", 0), ("skip_fiducials", "B",
-                                                                                       0),
-        ("show_current_only", "i", 0), ("merge_radius", "f", 0.0), ("show_fiducials", "i", 1),
-        ("show_array", "i", 1), ("dimension", "3i", [0, 0, 0]), ("space", "3d", [0.0, 0.0, 0.0])]
+        ("sphere_set", "i", 0), ("version", "text", "non"), ("patient", "text", "non"),
+        ("mri_file", "text", "non"), ("meg_only", "i", 0), ("coordinate_type", "i", 0),
+        ("moment_in_nAm", "i", 0), ("skip_fiducials", "B", 0), ("show_current_only", "i", 0),
+        ("merge_radius", "f", 0.0), ("show_fiducials", "i", 1), ("show_array", "i", 1),
+        ("dimension", "3i", [0, 0, 0]), ("space", "3d", [0.0, 0.0, 0.0])]
 
 
 def pack_fields(fields, values):

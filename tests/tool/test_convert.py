@@ -20,13 +20,11 @@ COLUMNS = ("number id fit_tag label x_left_mm y_up_mm z_front_mm orientation_x_l
            "orientation_z_front moment latency_ms fit_error_percent color color_3d_red color_3d_green "
            "color_3d_blue shown_in_3d orientation_shown_in_3d display shown_on_slices selected "
            "glyph_size_pixels").split()
-FLAG_COLOURS = {0: (1, 1, 0), 1: (0, 1, 0), 2: (1, 0, 0), 3: (0, 1, 1), 4: (1, 0, 1), 5: (1, 1, 1), 6: (0, 0,
-                                                                                                        0)}
+FLAG_COLOURS = [(1, 1, 0), (0, 1, 0), (1, 0, 0), (0, 1, 1), (1, 0, 1), (1, 1, 1), (0, 0, 0)]
 
 # Labels that some writer of some format gets wrong.
 LABELS = ["plain", "", 'say "this"', "a,b", "tab\there", "line\nfeed", "\r", "\r\n", '"', "'", " blanks ",
-          "Müller",
-          "脳", "\U0001F9E0", "=1+1", "\\n", "\x7f\u202e", "#", "x" * 253, "x" * 254, "x" * 255, "y" * 70000]
+          "Müller", "脳", "\U0001F9E0", "=1+1", "\\n", "\x7f\u202e", "#", "x" * 253, "x" * 254, "x" * 255, "y" * 70000]
 
 
 def static_dipoles(path):
@@ -192,9 +190,8 @@ class Inputs(ConvertTest):
             self.assertEqual([first[key] for key in COLUMNS[:10]],
                              [1, 0, 0, "spike", 20.0, 30.0, 10.0, single(0.25 / 10), single(-0.1),
                               single(0.05)])
-            self.assertEqual((first["moment_nAm"], first["latency_ms"], first["fit_error_percent"]), (20.5,
-                                                                                                      12.5,
-                                                                                                      25.0))
+            numbers = (first["moment_nAm"], first["latency_ms"], first["fit_error_percent"])
+            self.assertEqual(numbers, (20.5, 12.5, 25.0))
             self.assertEqual((second["label"], second["x_left_mm"], second["number"]), ("Non", -20.0, 2))
 
     def test_4d_tables_and_sets_are_listed_drawn_up_and_told_about_too(self):
@@ -205,8 +202,8 @@ class Inputs(ConvertTest):
         self.assertIn("patient             Mr Y\n", self.succeed("info", path).out)
 
     def test_a_4d_row_that_is_lost_is_reported_and_nothing_is_written(self):
-        for rows, end in (((("1", "1 2", "x"), ("2", "1 2 3", "y")), ""), ((("2", "1 2 3", "y"),),
-                                                                           "3 1 2 3 cut")):
+        good, short = ("2", "1 2 3", "y"), ("1", "1 2", "x")
+        for rows, end in (((short, good), ""), ((good,), "3 1 2 3 cut")):
             path = self.msi(rows=rows)
             with open(path, "a", encoding="ascii") as file:
                 file.write(end)
@@ -218,8 +215,8 @@ class Inputs(ConvertTest):
 
     def test_a_text_without_a_table_is_called_so(self):
         path = self.write("notes.txt", "nothing here\n")
-        self.assertIn("this does not look like a 4D/MSI dipole table", self.convert(path, self.path("o.csv"),
-                                                                                    code=1).err)
+        result = self.convert(path, self.path("o.csv"), code=1)
+        self.assertIn("this does not look like a 4D/MSI dipole table", result.err)
 
     def test_a_name_with_a_pattern_is_refused_as_a_4d_table(self):
         result = self.convert(self.msi("t*.txt"), self.path("o.csv"), code=1)
@@ -313,8 +310,8 @@ class Inputs(ConvertTest):
     def test_folders_and_missing_files_are_named(self):
         os.mkdir(self.path("folder.dipset"))
         for name, cause in (("missing.dip", "No such file"), ("missing.txt", "No such file"),
-                            ("missing.dipset", "No such file"), ("folder.dipset",
-                                                                 "it is a folder, not a file")):
+                            ("missing.dipset", "No such file"),
+                            ("folder.dipset", "it is a folder, not a file")):
             result = self.convert(self.path(name), self.path("o.csv"), code=1)
             self.assertIn("warning: %s: %s" % (self.path(name), cause), result.err)
 
@@ -370,8 +367,8 @@ class Texts(ConvertTest):
     def test_lone_halves_of_pairs_become_the_replacement_character(self):
         labels = ["\ud83e", "\udde0", "a\udce4b", "\ud83e\ud83e\udde0", "\udde0\ud83e", "x\ud800"]
         source = self.set_of([{"label": label} for label in labels])
-        wanted = [label.encode("utf-16-le", "surrogatepass").decode("utf-16-le",
-                                                                    "replace") for label in labels]
+        units = [label.encode("utf-16-le", "surrogatepass") for label in labels]
+        wanted = [text.decode("utf-16-le", "replace") for text in units]
         self.assertIn("\N{REPLACEMENT CHARACTER}\U0001F9E0", wanted)
         for ending, read in ((".csv", lambda path: [row["label"] for row in self.table(path)]),
                              (".tsv", lambda path: [row["label"] for row in self.table(path, "\t")]),
@@ -410,8 +407,8 @@ class Texts(ConvertTest):
     def test_what_is_no_number_is_told(self):
         source = self.set_of([{"latency": value} for value in (math.nan, -math.nan, math.inf, -math.inf)])
         self.convert(source, self.path("o.csv"))
-        self.assertEqual([row["latency_ms"] for row in self.table(self.path("o.csv"))], ["nan", "nan", "inf",
-                                                                                         "-inf"])
+        cells = [row["latency_ms"] for row in self.table(self.path("o.csv"))]
+        self.assertEqual(cells, ["nan", "nan", "inf", "-inf"])
         self.convert(source, self.path("o.json"))
         found = json.loads(self.read(self.path("o.json")), parse_constant=self.fail)["dipoles"]
         self.assertEqual([dipole["latency_ms"] for dipole in found], [None] * 4)

@@ -90,8 +90,8 @@ class Register(ToolTest):
         wanted = registration(POINTS, DIMENSION, VOXEL)
         found = self.old_set(example("auditory.dip"), "--fiducials", GIVEN, *self.volume())
         points = found["head_points"]
-        self.assertEqual([point["at"] for point in points[:3]], [wanted["nasion"], wanted["left"],
-                                                                 wanted["right"]])
+        self.assertEqual([point["at"] for point in points[:3]],
+                         [wanted["nasion"], wanted["left"], wanted["right"]])
         self.assertEqual({(point["size"], point["shape"]) for point in points[:3]}, {(4.0, 2)})
         self.assertEqual(found["locational"]["radius"], 86.0)
         self.assertEqual(found["ctf_sphere"]["radius"], 86.0)
@@ -112,8 +112,8 @@ class Register(ToolTest):
     def test_what_is_missing_is_told_and_nothing_is_written(self):
         bare = self.write("bare.dipset", dipset.pack_set([{}], sphere_set=1))
         no_points = self.write("n.dip", dipole_file([(1, 2, 3, 7, "a")]))
-        for arguments, cause in (([bare, "--by-sphere"], "give no head sphere"), ([bare],
-                                                                                  "give no fiducial points"),
+        for arguments, cause in (([bare, "--by-sphere"], "give no head sphere"),
+                                 ([bare], "give no fiducial points"),
                                  ([no_points], "give no fiducial points"),
                                  ([no_points, "--fiducials", self.path("missing")], "cannot be opened")):
             self.assertIn(cause, self.register(*arguments, self.path("o.json"), code=1).err)
