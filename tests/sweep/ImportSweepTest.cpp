@@ -32,7 +32,7 @@ std::string everySection(const std::string& name) {
     const std::string x = k == 3 ? "35" : number;  // cm: the third is questioned
     rows += joined({number, ": ", x, " 0.5 0.25 1 0 0 7 ", name, "-static-", number, "\n"});
     moving += joined({number, ": 1 ", number, " 0.125 -", number, " 0.5 0.25 0 1 0 20 5 "});
-    moving += joined({name, "-moving-", number, "\n"});
+    moving += joined({name, "-moving-with-a-longer-label-", number, "\n"});
     flags += joined({number, ": 2 1 1 1 1\n"});
     fits += joined({number, ": 7 8 0.25 1 12.5 1 1 1 x\n"});
   }
