@@ -84,7 +84,10 @@ bool isHeaderlessSet(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   unsigned char bytes[4] = {};
   file.read(reinterpret_cast<char*>(bytes), sizeof bytes);
-  const std::uint32_t number = bytes[0] | bytes[1] << 8U | bytes[2] << 16U | std::uint32_t{bytes[3]} << 24U;
+  std::uint32_t number = 0;
+  for (unsigned i = 0; i < 4; ++i) {
+    number |= std::uint32_t{bytes[i]} << 8U * i;
+  }
   return file && (number <= 1 || number == 20010901 || number == 20011118);
 }
 
@@ -191,7 +194,9 @@ void FileImport::checkCtfSections(const CtfScan& scan) {
     warnOfLoss(m_file.name + ": no dipole section; this does not look like a CTF dipole file");
   }
   for (const std::string& name : scan.swallowed) {
-    warnOfLoss(m_file.name + ": the section before " + name + " has no end, so " + name + " was not read");
+    std::string text = m_file.name;
+    text.append(": the section before ").append(name).append(" has no end, so ");
+    warnOfLoss(text.append(name).append(" was not read"));
   }
   if (scan.endsInside) {
     warnOfLoss(m_file.name + ": the file ends inside a section; its end may be missing");
