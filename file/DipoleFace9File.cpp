@@ -84,7 +84,7 @@ CDipoleFace9File::Outcome CDipoleFace9File::loadFlaggedDipoles(CArchive& archive
     return rejected;
   }
   cleanDipoles();
-  m_currentDipole = current;
+  forgetSource();
   while (m_totalDipoles < count) {
     int isPresent = 0;
     archive >> isPresent;
@@ -92,9 +92,23 @@ CDipoleFace9File::Outcome CDipoleFace9File::loadFlaggedDipoles(CArchive& archive
     if (outcome != whole) {
       return outcome;
     }
-    ++m_totalDipoles;  // one by one: a file that breaks off leaves what was read whole
+    countLoaded(current);
   }
+  m_currentDipole = current;
   return whole;
+}
+
+// The members that tell whose dipoles these are, and in which unit, stand behind the dipoles: should a file
+// break off before them, those of another patient must not stay.
+void CDipoleFace9File::forgetSource() {
+  m_fileVersion = m_patient = m_mriFile = _T("non");
+  m_megOnly = m_coordinateType = m_momentInNAm = 0;
+}
+
+// One by one: a file that breaks off leaves what was read whole, and no current dipole beyond it.
+void CDipoleFace9File::countLoaded(int current) {
+  ++m_totalDipoles;
+  m_currentDipole = (std::min)(current, m_totalDipoles - 1);
 }
 
 // Reads a record into slot m_totalDipoles: over the dipole there, else into a new one.
@@ -186,13 +200,16 @@ CDipoleFace9File::Outcome CDipoleFace9File::loadOldDipoles(CArchive& archive, Ob
     return rejected;
   }
   face.moveTo(*this);
-  m_currentDipole = face.currentDipole;
-  for (m_totalDipoles = 0; m_totalDipoles < face.totalDipoles; ++m_totalDipoles) {
+  m_totalDipoles = 0;
+  m_currentDipole = -1;
+  while (m_totalDipoles < face.totalDipoles) {
     const Outcome outcome = loadDipole(archive);
     if (outcome != whole) {
       return outcome;
     }
+    countLoaded(face.currentDipole);
   }
+  m_currentDipole = face.currentDipole;
   return whole;
 }
 

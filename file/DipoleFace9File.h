@@ -20,6 +20,9 @@ class CDipoleFace9File : public CDipoleFace8Import02_4DMSI {
   // Writes or reads the current format: "DIPOLESFACEZQ", version 20050629, the set. Loading replaces the set.
   // Returns 1. Another magic returns 0 silently; another version, or a count that the table or the file has
   // no room for, shows "Wrong file format!" and returns 0. The collection is unchanged in these cases.
+  // Loading without memory for a dipole shows "Not enough memory", keeps what was read and returns 1; a file
+  // fault inside a dipole shows "3DPtB file could not be opened " and returns 0, with what was read, or with
+  // the file half written.
   int serializeDipolesFace(CArchive& archive);
 
   // Writes version 20011118 without a magic, and reads it and the older 20010901, 1 and 0. Loading does not
@@ -57,5 +60,7 @@ class CDipoleFace9File : public CDipoleFace8Import02_4DMSI {
   Outcome storeOldDipoles(CArchive& archive);
   Outcome loadOldDipoles(CArchive& archive, ObsoleteFace& face);  // the face loses its texts
   Outcome loadDipole(CArchive& archive);
+  void forgetSource();
+  void countLoaded(int current);
   Outcome serializeSpheres(CArchive& archive);
 };

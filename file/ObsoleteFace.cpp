@@ -29,6 +29,7 @@ ObsoleteFace::ObsoleteFace(const CDipoleFace& face)
       showOrientationAll(face.m_showDipoleOrientationAll),
       showArray(face.m_showDipoleArray),
       faceValue(face.m_faceValue),
+      sphereLocational(face.m_sphereLocational),
       sphereCtf(face.m_sphereCtf),
       currentDipole(face.m_currentDipole),
       totalDipoles(0) {
@@ -58,8 +59,18 @@ void ObsoleteFace::moveTo(CDipoleFace& face) noexcept {
   face.m_faceValue = faceValue;
   copy(space, face.m_space);
   copy(range, face.m_allDipoleRange);
+  face.m_sphereLocational = std::move(sphereLocational);
   face.m_sphereCtf = std::move(sphereCtf);
   copy(dimension, face.m_dimension);
+}
+
+// The spheres stand behind the dipoles: should a file break off before them, those of another head must not
+// stay.
+void ObsoleteFace::awaitSpheres(bool isLoading) {
+  if (isLoading) {
+    sphereLocational = CSpherezq();
+    sphereCtf = CSpherezq();
+  }
 }
 
 template <typename Transfer>
@@ -81,12 +92,14 @@ void ObsoleteFace::transfer20011118(CArchive& archive) {
   fiducialCtf.serialize(archive);
   transferView(transfer);
   transferCounts(transfer);
+  awaitSpheres(!transfer.isStoring());
 }
 
 void ObsoleteFace::transfer20010901(CArchive& archive) {
   const ArchiveTransfer transfer(archive);
   transferView(transfer);
   transferCounts(transfer);
+  awaitSpheres(!transfer.isStoring());
 }
 
 void ObsoleteFace::transfer20010101(CArchive& archive) {

@@ -33,12 +33,14 @@ struct ObsoleteFace {
   double faceValue;
   double space[3];  // mm
   double range[3];  // mm
+  CSpherezq sphereLocational;
   CSpherezq sphereCtf;
   int dimension[3];  // in the collection's order
   int currentDipole;
   int totalDipoles;  // those that slots hold: the formats know no empty slots
 
  private:
+  void awaitSpheres(bool isLoading);
   template <typename Transfer>
   void transferView(Transfer transfer);
   template <typename Transfer>

@@ -115,8 +115,7 @@ bool CDipoleFace8Import02_4DMSI::appendMsiDipole(const MsiDipoleRow& row) {
   }
   std::unique_ptr<CDipoleszq> dipole = makeDipole();
   if (!dipole) {
-    AfxMessageBox(_T("Not enough memory"));
-    return false;
+    AfxThrowMemoryException();  // ends the whole import silently, unlike a CTF import
   }
   float location[3];
   float orientation[3];

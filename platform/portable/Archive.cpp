@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <exception>
+#include <new>
 #include <vector>
 
 namespace {
@@ -278,9 +279,17 @@ bool CArchive::getBufferedText(CString& text) {
 }
 
 CArchive& CArchive::operator>>(CString& text) {
-  if (getBufferedText(text)) {
-    return *this;
+  try {
+    if (!getBufferedText(text)) {
+      getText(text);
+    }
+  } catch (const std::bad_alloc&) {
+    AfxThrowMemoryException();
   }
+  return *this;
+}
+
+void CArchive::getText(CString& text) {
   bool wide = false;
   const ULONGLONG length = readTextLength(wide);
   const ULONGLONG bytes = wide ? 2 * length : length;
@@ -306,5 +315,4 @@ CArchive& CArchive::operator>>(CString& text) {
   }
   // 8-bit text is made wide in one go: a code page may use two bytes for one character.
   text = wide ? std::move(whole) : CString(narrow.data(), static_cast<int>(narrow.size()));
-  return *this;
 }

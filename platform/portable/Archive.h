@@ -167,6 +167,7 @@ class CArchive {
   void detach() noexcept;
   CString fileName() const;
   bool getBufferedText(CString& text);
+  void getText(CString& text);
   ULONGLONG readTextLength(bool& wide);
   void writeTextLength(DWORD length);
   ULONGLONG bytesLeft();

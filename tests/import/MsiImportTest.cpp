@@ -300,11 +300,12 @@ TEST_F(MsiImport, AReadFaultEndsTheImportAndWhatWasReadStays) {
   EXPECT_EQ(set->listUpdates, 0);
 }
 
-// Memory that gives out anywhere ends the import or its table, with a message only where a dipole is made.
-TEST_F(MsiImport, MemoryThatGivesOutAnywhereLeavesAUsableSet) {
+// Memory that gives out anywhere ends the whole import without a message and without its last steps.
+TEST_F(MsiImport, MemoryThatGivesOutAnywhereEndsTheWholeImportSilently) {
+  folder.write("b.txt", table + row("b"));
   const CString path =
       folder.write("a.txt", table + row("a") + row("a label that is too long to be stored inside"));
-  int reported = 0;
+  int cutShort = 0;
   for (int nth = 1; nth < 2000; ++nth) {
     user.messages.clear();
     set = std::make_unique<MsiImporter>();
@@ -312,18 +313,26 @@ TEST_F(MsiImport, MemoryThatGivesOutAnywhereLeavesAUsableSet) {
     bool failed = false;
     {
       const FailingNew failing(nth);
-      EXPECT_EQ(set->import4DMSIDipolesX(argument, false), 1);
+      user.answer(IDYES);
+      EXPECT_EQ(set->import4DMSIDipolesX(argument, true), 1);
       failed = failing.failed();
     }
     for (int slot = 0; slot < set->m_totalDipoles; ++slot) {
       ASSERT_NE(set->m_dipoles[slot], nullptr);
     }
     if (!failed) {
-      EXPECT_EQ(set->m_totalDipoles, 2);
-      EXPECT_GE(reported, 1);
+      EXPECT_EQ(set->m_totalDipoles, 3);
+      EXPECT_EQ(set->m_sphereCtf.m_radius, 70.0);
+      EXPECT_GE(cutShort, 1);
       return;
     }
-    reported += !user.messages.empty() && user.messages[0].text == "Not enough memory" ? 1 : 0;
+    EXPECT_LE(user.messages.size(), 1U) << nth;  // the question for the folder
+    EXPECT_EQ(set->listUpdates, 0);
+    if (set->m_totalDipoles == 1) {
+      EXPECT_NE(set->m_sphereCtf.m_radius, 70.0);
+      EXPECT_EQ(dipole(0).m_rawLocation.m_radius, 0.0);
+      ++cutShort;
+    }
   }
   FAIL() << "the import never ended";
 }

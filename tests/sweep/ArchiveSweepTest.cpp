@@ -125,14 +125,36 @@ struct Read {
   std::vector<Lines> slots;
 };
 
+bool tellsWhose(const std::string& line) {
+  for (const char* name : {"m_fileVersion ", "m_patient ", "m_mriFile ", "m_megOnly ", "m_coordinateType ",
+                           "m_momentInNAm ", "m_sphereCtf.", "m_sphereLocational."}) {
+    if (line.find(name) == 0) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// The set-wide lines while a file's dipoles are read: what tells whose head they are from is nobody's until
+// the file's own is read, unless the file does not carry it.
+Lines whileReading(const Read& before, const Read& whole) {
+  const Lines initial = setWideLines(*std::make_unique<CDipoleFace9File>());
+  Lines lines = before.setWide;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const bool waits = tellsWhose(lines[i]) && lines[i] != whole.setWide[i];
+    lines[i] = waits ? initial[i] : lines[i];
+  }
+  return lines;
+}
+
 // A set that was not read whole: the old one, or the first dipoles of the new one, each of them whole.
 void expectPart(const Read& before, const Read& whole, const CDipoleFace9File& set) {
   const Read now(set);
-  EXPECT_TRUE(isBetween(now.setWide, before.setWide, whole.setWide));
-  if (now.slots == before.slots) {
-    EXPECT_EQ(differences(before.setWide, now.setWide), Lines{});
+  if (now.lines == before.lines) {
     return;
   }
+  EXPECT_TRUE(isBetween(now.setWide, whileReading(before, whole), whole.setWide));
+  EXPECT_LT(set.m_currentDipole, set.m_totalDipoles);
   ASSERT_LE(now.slots.size(), whole.slots.size());
   for (std::size_t slot = 0; slot < now.slots.size(); ++slot) {
     EXPECT_EQ(differences(whole.slots[slot], now.slots[slot]), Lines{}) << slot;
