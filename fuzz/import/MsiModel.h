@@ -13,6 +13,7 @@
 
 #include "fuzz/FuzzUser.h"
 #include "fuzz/import/LineModel.h"
+#include "tests/import/ScanfOracle.h"
 
 struct MsiModelDipole {
   float columns[12] = {};
@@ -93,24 +94,25 @@ class MsiModel {
   static bool scan(const std::string& line, MsiModelDipole& dipole) {
     static char word[2049];
     int unused[2];
+    int starts[12];
+    int* at = starts;
     float* c = dipole.columns;
-    int fields = std::sscanf(line.c_str(), "%f %f %f %f %f %f %f %f %f %f %f %f %d %*s %*s %*s %d %s", c,
-                             c + 1, c + 2, c + 3, c + 4, c + 5, c + 6, c + 7, c + 8, c + 9, c + 10, c + 11,
-                             unused, unused + 1, word);
+    const int fields =
+        std::sscanf(line.c_str(),
+                    "%n%f %n%f %n%f %n%f %n%f %n%f %n%f %n%f %n%f %n%f %n%f %n%f %d %*s %*s %*s %d %s",  //
+                    at, c, at + 1, c + 1, at + 2, c + 2, at + 3, c + 3, at + 4, c + 4, at + 5, c + 5, at + 6,
+                    c + 6, at + 7, c + 7, at + 8, c + 8, at + 9, c + 9, at + 10, c + 10, at + 11, c + 11,
+                    unused, unused + 1, word);
     if (fields < 14) {
       return false;
     }
     if (fields == 15) {
       dipole.label = word;
     }
-    // This library's conversion to float drops a bit of hexadecimal numbers between two denormals; its
-    // conversion to double does not.
-    if (line.find_first_of("xX") != std::string::npos) {
-      double d[12];
-      fields = std::sscanf(line.c_str(), "%lf %lf %lf %lf %lf %lf %lf %lf %lf %lf %lf %lf", d, d + 1, d + 2,
-                           d + 3, d + 4, d + 5, d + 6, d + 7, d + 8, d + 9, d + 10, d + 11);
-      for (int column = 0; column < fields; ++column) {
-        c[column] = std::fabs(c[column]) < 0x1p-126F ? static_cast<float>(d[column]) : c[column];
+    const bool hasHex = line.find_first_of("xX") != std::string::npos;
+    for (int column = 0; hasHex && column < 12; ++column) {
+      if (std::fabs(c[column]) < 0x1p-126F) {
+        mendDeepHex(std::wstring(line.begin() + starts[column], line.end()).c_str(), c[column]);
       }
     }
     return true;

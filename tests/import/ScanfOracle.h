@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cwchar>
+#include <cwctype>
 #include <string>
 
 #include "import/RowScanner.h"
@@ -54,6 +55,38 @@ struct ScanResult {
   }
 };
 
+// The value of hexadecimal digits, rounded once: digits that find no room leave a mark in the lowest bit.
+inline float hexValue(const wchar_t* next) {
+  std::uint64_t mantissa = 0;
+  int exponent = 0;
+  int perDigit = 0;  // what a digit takes off the exponent: 4 behind the point
+  for (; std::iswxdigit(static_cast<wint_t>(*next)) != 0 || (*next == L'.' && perDigit == 0); ++next) {
+    if (*next == L'.') {
+      perDigit = 4;
+      continue;
+    }
+    const wchar_t digit[] = {*next, L'\0'};
+    const std::uint64_t value = std::wcstoul(digit, nullptr, 16);
+    const bool hasRoom = mantissa >> 60U == 0;
+    mantissa = hasRoom ? mantissa << 4U | value : mantissa | (value != 0 ? 1U : 0U);
+    exponent += hasRoom ? -perDigit : 4 - perDigit;
+  }
+  if (*next == L'p' || *next == L'P') {
+    exponent += static_cast<int>(std::clamp(std::wcstol(next + 1, nullptr, 10), -100000L, 100000L));
+  }
+  return static_cast<float>(std::ldexp(static_cast<long double>(mantissa), exponent));
+}
+
+// This library drops one bit of hexadecimal numbers just above the middle between two denormals: it makes
+// "0x1.000001p-150" zero and "0x11.00001p-150" 0x1p-146. Converts such a number at `text` again.
+inline void mendDeepHex(const wchar_t* text, float& real) {
+  text += std::wcsspn(text, L" \t\n\v\f\r");
+  text += *text == L'-' || *text == L'+' ? 1 : 0;
+  if (text[0] == L'0' && (text[1] == L'x' || text[1] == L'X')) {
+    real = std::copysign(hexValue(text + 2), real);
+  }
+}
+
 inline ScanResult scanByLibrary(const wchar_t* format, const std::u16string& row) {
   ScanResult result;
   std::array<wchar_t, AnsiLine::capacity + 1> text;
@@ -66,44 +99,34 @@ inline ScanResult scanByLibrary(const wchar_t* format, const std::u16string& row
   std::array<wchar_t, AnsiLine::capacity + 1> word;
   word[0] = L'\0';
   bool hasWord = false;
-  std::wstring ownFormat;  // wide text is %ls to this library
-  std::wstring doubleFormat;
-  std::array<void*, ScanResult::mostValues> targets = {};
+  std::wstring ownFormat;  // wide text is %ls to this library, and %n tells where a real number begins
+  std::array<int, ScanResult::mostValues> starts;
+  starts.fill(-1);
+  std::array<void*, 2 * std::size_t{ScanResult::mostValues}> to = {};
+  std::size_t used = 0;
   std::size_t count = 0;
   for (const wchar_t* next = format; *next != L'\0'; ++next) {
-    ownFormat.append(*next == L's' ? L"ls" : std::wstring(1, *next));
-    doubleFormat.append(*next == L'f' ? L"lf" : *next == L's' ? L"ls" : std::wstring(1, *next));
+    ownFormat.append(*next == L's'                      ? L"ls"
+                     : *next == L'%' && next[1] == L'f' ? L"%n%"
+                                                        : std::wstring(1, *next));
     if (*next == L'd') {
-      targets[count] = &result.integers[count];
+      to[used++] = &result.integers[count++];
     } else if (*next == L'f') {
-      targets[count] = &result.reals[count];
+      to[used++] = &starts[count];
+      to[used++] = &result.reals[count++];
     } else if (*next == L's') {
-      targets[count] = word.data();
+      to[used++] = word.data();
+      ++count;
       hasWord = true;
-    } else {
-      continue;
     }
-    ++count;
   }
-  const auto scan = [&](const std::wstring& by) {
-    auto& to = targets;
-    return std::swscanf(text.data(), by.c_str(), to[0], to[1], to[2], to[3], to[4], to[5], to[6], to[7],
-                        to[8], to[9], to[10], to[11], to[12], to[13]);
-  };
-  const int fields = scan(ownFormat);
-  // This library's conversion to float drops one bit of hexadecimal numbers just above the middle between two
-  // denormals ("0x1.000001p-150" gives zero, "0x11.00001p-150" 0x1p-146). Its conversion to double is right
-  // there, and narrowing that is exact enough: whatever lies so deep is taken from it.
-  const bool hasHex = row.find_first_of(u"xX") != std::u16string::npos;
-  const auto isDeep = [&](float real) { return hasHex && std::fabs(real) < 0x1p-126F; };
-  if (std::any_of(result.reals.begin(), result.reals.end(), isDeep)) {
-    std::array<double, ScanResult::mostValues> doubles = {};
-    for (std::size_t i = 0; i < count; ++i) {
-      targets[i] = targets[i] == &result.reals[i] ? static_cast<void*>(&doubles[i]) : targets[i];
-    }
-    scan(doubleFormat);
-    for (std::size_t i = 0; i < count; ++i) {
-      result.reals[i] = isDeep(result.reals[i]) ? static_cast<float>(doubles[i]) : result.reals[i];
+  const int fields =
+      std::swscanf(text.data(), ownFormat.c_str(), to[0], to[1], to[2], to[3], to[4], to[5], to[6], to[7],
+                   to[8], to[9], to[10], to[11], to[12], to[13], to[14], to[15], to[16], to[17], to[18],
+                   to[19], to[20], to[21], to[22], to[23], to[24], to[25], to[26], to[27]);
+  for (std::size_t i = 0; i < count; ++i) {
+    if (starts[i] >= 0 && std::fabs(result.reals[i]) < 0x1p-126F) {
+      mendDeepHex(text.data() + starts[i], result.reals[i]);
     }
   }
   result.fields = fields < 0 ? 0 : fields;  // the end of the text before the first value
