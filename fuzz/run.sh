@@ -29,7 +29,8 @@ failed=()
 for reader in "${readers[@]}"; do
   echo "Fuzzing: $reader"
   mkdir -p "$folder/corpus/$reader"
-  options=("$limit" -print_final_stats=1 -verbosity=0 -rss_limit_mb=4096 "-artifact_prefix=$folder/crashes/$reader-")
+  options=("$limit" -print_final_stats=1 -verbosity=0 -rss_limit_mb=4096
+    "-artifact_prefix=$folder/crashes/$reader-")
   if [ -e "fuzz/$reader.dict" ]; then
     options+=("-dict=$PWD/fuzz/$reader.dict")
   fi

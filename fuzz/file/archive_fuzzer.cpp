@@ -209,21 +209,35 @@ Bytes dipoleBytes(const CDipoleFace9File& set, int slot) {
   return contentOf(file);
 }
 
-// Reads a beginning of what was written into an empty set: it breaks off, and what was read whole stays.
+// Where a set file has broken off, the dipoles that were read whole are there, and nothing of the set before.
+void checkPart(EntryPoint entry, const CDipoleFace9File& whole, CDipoleFace9File& part) {
+  checkUsable(part);
+  check(part.m_totalDipoles <= whole.m_totalDipoles, "no dipole is invented");
+  for (int slot = 0; slot < part.m_totalDipoles; ++slot) {
+    check(dipoleBytes(part, slot) == dipoleBytes(whole, slot), "what was read whole stays");
+  }
+  if (part.m_totalDipoles < whole.m_totalDipoles) {
+    check(part.m_currentDipole < part.m_totalDipoles, "no dipole beyond what was read is the current one");
+    check(part.m_patient == (entry == currentSet ? CString(_T("non")) : whole.m_patient),
+          "no other patient's dipoles");
+  }
+}
+
+// Reads a beginning of what was written over another patient's set: it breaks off, or is refused.
 void checkBrokenOff(EntryPoint entry, Objects& objects, Objects& others, std::size_t size, FuzzUser& user) {
   Bytes bytes = written(entry, objects);
   bytes.resize(size % bytes.size());
+  fill(others.set);
+  others.set.m_patient = _T("another");
+  const Bytes before = everything(others);
   user.start(0);
   const int result = read(bytes, entry, others, 128);
-  check(result == endedEarly || (entry == currentSet && result == 0) || !user.messages.empty(),
-        "a beginning of a file is not taken for the whole");
-  if (entry == currentSet || entry == oldSet) {
-    checkUsable(others.set);
-    check(others.set.m_totalDipoles <= objects.set.m_totalDipoles, "no dipole is invented");
-    for (int slot = 0; slot < others.set.m_totalDipoles; ++slot) {
-      check(dipoleBytes(others.set, slot) == dipoleBytes(objects.set, slot), "what was read whole stays");
-    }
+  checkResult(user, entry, result, everything(others) == before);
+  if (result == endedEarly && others.set.m_patient != _T("another") &&
+      (entry == currentSet || entry == oldSet)) {
+    checkPart(entry, objects.set, others.set);
   }
+  check(result == endedEarly || !user.messages.empty(), "a beginning is not taken for the whole");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Imports the input as a 4D/MSI table into a collection that holds other dipoles. Everything that came in must
-// be what a plain model of the format says, bit by bit, and the collection must be fit to be saved.
+// Imports the input as a 4D/MSI table into a collection that holds other dipoles. Everything that came in
+// must be what a plain model of the format says, bit by bit, and the collection must be fit to be saved.
 //
 // The first byte decides what happens around it: bits 0 to 3 answer the questions in turn, bit 4 starts with
 // a nearly full collection, bit 5 with the head sphere of an earlier CTF file.
