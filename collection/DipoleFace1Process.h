@@ -28,7 +28,8 @@ class CDipoleFace1Process : public CDipoleFace {
   // sphere shows "Please set the dipole fiducial points first!" and returns 0, and nothing changes.
   int registerMRI_DimensionFit(double extentX, double extentY, double extentZ);
 
-  // Registers the set to an MRI by its fiducials (voxels) and the volume's size (voxels) and spacing (mm).
+  // Registers the set to an MRI by its fiducials (mm from the volume's corner: voxels times spacing) and the
+  // volume's size (voxels) and spacing (mm).
   // Takes every dipole's raw backup where none was taken; with applyRotation puts every dipole back to its
   // raw location and stores the registration angles; rewrites m_fiducialCtf in the registered frame; ends
   // with the translation and rotation zeroed and the radius of `sphere` in m_sphereLocational. The comparison

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Archives between two programs: read_archives.py ARCHIVE_WRITER.
+"""Archives between two programs: read_archives.py ARCHIVE_WRITER, or read_archives.py --dump NAME.
 
-A reader of its own of the layouts of docs/file-formats.md, which shares no code with the module. It reads what
-the module wrote (ARCHIVE_WRITER writes it, with a list of what its objects held) and compares every member bit
-by bit. It also holds the files beside make_archives.py against that script, and the dump of bytes in the
-documentation against its file."""
+A reader of its own of the layouts of docs/file-formats.md, which shares no code with the module. It reads
+what the module wrote (ARCHIVE_WRITER writes it, with a list of what its objects held) and compares every
+member bit by bit. It also holds the files beside make_archives.py against that script, and the dumps in the
+documentation against what it reads itself; --dump prints the dump of an archive of make_archives.py."""
 
 import re
 import struct
@@ -18,7 +18,6 @@ import make_archives
 
 HERE = Path(__file__).resolve().parent
 DOCUMENT = HERE.parent.parent / "docs" / "file-formats.md"
-WRITER = sys.argv.pop(1) if len(sys.argv) > 1 else None
 
 
 class Reading:
@@ -29,6 +28,15 @@ class Reading:
         self.at = 0
         self.found = {}
         self.prefix = ""
+        self.notes = []  # where a field starts and ends, and what it is
+
+    def note(self, start, words):
+        self.notes.append((start, self.at, words))
+
+    def constant(self, form, words, *wanted):
+        start = self.at
+        assert self.take(form) == wanted, words
+        self.note(start, words)
 
     def take(self, form):
         size = struct.calcsize("<" + form)
@@ -45,24 +53,37 @@ class Reading:
         return f"{self.take({'f': 'I', 'd': 'Q'}[form])[0]:0{ {'f': 8, 'd': 16}[form] }x}"
 
     def keep(self, name, form, count=1):
+        start = self.at
         shown = " ".join(self.number(form) for _ in range(count))
-        if name:
-            self.found[self.prefix + name] = shown
+        values = struct.unpack(f"<{count}{form}", self.data[start : self.at])
+        self.note(start, f"{name} " + ", ".join(str(value) for value in values))
+        self.found[self.prefix + name] = shown
         return shown
 
-    def text(self, name=None):
-        mark = self.take("BH")
-        assert mark == (0xFF, 0xFFFE), mark
-        (length,) = self.take("B")
-        if length == 0xFF:
-            (length,) = self.take("H")
-        if length == 0xFFFF:
-            (length,) = self.take("I")
-        units = self.take(f"{length}H")
-        shown = '"' + "".join(chr(u) if 32 <= u < 127 and u not in b'"\\' else f"\\u{u:04x}" for u in units) + '"'
-        if name:
-            self.found[self.prefix + name] = shown
-        return shown
+    def length(self):
+        """Of a text whose first byte is at hand, and whether its units take two bytes."""
+        (small,) = self.take("B")
+        if small < 0xFF:
+            return small, False
+        (medium,) = self.take("H")
+        if medium == 0xFFFE:
+            return self.length()[0], True
+        return (self.take("I")[0], False) if medium == 0xFFFF else (medium, False)
+
+    def text(self, name):
+        start = self.at
+        length, wide = self.length()
+        self.note(start, f"{name}: {length} {'units' if wide else 'bytes'}")
+        start = self.at
+        units = self.take(f"{length}{'H' if wide else 'B'}")
+        shown = "".join(chr(u) if 32 <= u < 127 and u not in b'"\\' else f"\\u{u:04x}" for u in units)
+        if units:
+            self.note(start, f'"{shown}"')
+        self.found[self.prefix + name] = f'"{shown}"'
+
+    def magic(self, wanted):
+        self.text("text in front")
+        assert self.found.pop("text in front").upper() == f'"{wanted}"'
 
     def sphere(self, name):
         self.keep(name + ".m_center", "d", 3)
@@ -71,28 +92,27 @@ class Reading:
         self.text(name + ".m_auxText")
 
     def fresh_sphere(self):
-        assert self.take("4d2i") == (0.0,) * 4 + (0, 0)
-        assert self.text() == '""'
+        self.constant("4d2i", "unused sphere: centre, radius, two integers", *(0.0,) * 4, 0, 0)
+        self.constant("BHB", "and its text: 0 units", 0xFF, 0xFFFE, 0)
 
     def fiducials(self, name):
         for point in range(6):
             parts = [self.number("d") for _ in range(16)] + [self.number("q") for _ in range(2)]
             parts += [self.number("d") for _ in range(4)] + [self.number("i") for _ in range(3)]
-            parts += [self.number("q"), self.number("i"), self.text()]
-            self.found[f"{name} point {point}"] = " ".join(parts)
+            parts += [self.number("q"), self.number("i")]
+            self.text("label")
+            self.found[f"{name} point {point}"] = " ".join([*parts, self.found.pop("label")])
         self.keep(name + " ints", "i", 4)
         self.keep(name + " tail", "q", 3)
 
-    def record_20011118(self):
-        assert self.take("i") == (20011118,)
+    def record_20010101(self, unused=77):
         for name in ("m_show", "m_showOrientation"):
             self.keep(name, "i")
         for name in ("m_scale", "m_orientationScale", "m_orientationLength", "m_size"):
             self.keep(name, "d")
         self.keep("m_color", "I")
-        assert self.take("i") == (1,)
-        blue, green, red = (self.number("f") for _ in range(3))
-        self.found[self.prefix + "m_colorF"] = f"{red} {green} {blue}"
+        self.constant("i", f"unused, {unused}", unused)
+        self.colors_of_2001()
         self.keep("m_orientation", "d", 3)
         self.keep("m_location", "d", 3)
         for name in ("m_dimZ", "m_dimY", "m_dimX"):
@@ -102,12 +122,23 @@ class Reading:
         for name in ("m_fitTag", "m_id", "m_display"):
             self.keep(name, "i")
         self.text("m_label")
+
+    def colors_of_2001(self):
+        start = self.at
+        blue, green, red = (self.number("f") for _ in range(3))
+        values = struct.unpack("<3f", self.data[start : self.at])
+        self.note(start, "m_colorF: blue {}, green {}, red {}".format(*values))
+        self.found[self.prefix + "m_colorF"] = f"{red} {green} {blue}"
+
+    def record_20011118(self):
+        self.constant("i", "dipole record of version 20011118", 20011118)
+        self.record_20010101(unused=1)
         self.keep("m_number", "i")
         self.fresh_sphere()
 
     def record_20061206(self):
-        assert self.text() == '"DIPOLEZQ"'
-        assert self.take("i") == (20061206,)
+        self.magic("DIPOLEZQ")
+        self.constant("i", "version 20061206", 20061206)
         for name in ("m_number", "m_listItemId", "m_show", "m_showOrientation"):
             self.keep(name, "i")
         self.keep("m_scale", "d")
@@ -130,23 +161,28 @@ class Reading:
         self.keep("m_extraValue", "d")
         self.keep("m_extraFlag", "i")
 
-    def slots(self, count, flagged):
+    def slots(self, count, record, flagged=False):
         for slot in range(count):
             if flagged:
+                start = self.at
                 (present,) = self.take("i")
                 assert present in (0, 1), present
+                self.note(start, f"slot {slot}: " + ("a dipole follows" if present else "empty"))
                 if not present:
                     self.found[f"slot {slot}"] = "empty"
                     continue
             self.prefix = f"slot {slot} "
-            self.record_20011118()
+            record()
             self.prefix = ""
 
-    def set_20050629(self):
-        assert self.text() == '"DIPOLESFACEZQ"'
-        assert self.take("i") == (20050629,)
+    def counts(self):
         self.keep("m_currentDipole", "i")
-        self.slots(int(self.keep("m_totalDipoles", "i")), flagged=True)
+        return int(self.keep("m_totalDipoles", "i"))
+
+    def set_20050629(self):
+        self.magic("DIPOLESFACEZQ")
+        self.constant("i", "version 20050629", 20050629)
+        self.slots(self.counts(), self.record_20011118, flagged=True)
         self.keep("m_faceValue", "d")
         self.keep("m_showDipoleOrientationAll", "i")
         self.keep("m_allDipoleRange", "d", 3)
@@ -164,7 +200,7 @@ class Reading:
         self.keep("m_space", "d", 3)
 
     def set_20011118(self):
-        assert self.take("i") == (20011118,)
+        self.constant("i", "version 20011118", 20011118)
         self.keep("m_showCurrentDipoleOnly", "i")
         self.keep("m_sphereRotation.m_center", "d", 3)
         for name in ("m_fileVersion", "m_mriFile", "m_patient"):
@@ -173,18 +209,54 @@ class Reading:
             self.keep(name, "i")
         self.fiducials("m_fiducialMri")
         self.fiducials("m_fiducialCtf")
+        self.view_of_2001()
+        self.dimension_of_2001()
+        self.slots(self.counts(), self.record_20011118)
+        self.sphere("m_sphereLocational")
+        self.sphere("m_sphereCtf")
+        self.fresh_sphere()
+
+    def set_20010101(self):
+        self.keep("version", "i")
+        self.view_of_2001()
+        self.keep("m_sphereCtf.m_radius", "d")
+        self.keep("m_sphereCtf.m_center", "d", 3)
+        self.dimension_of_2001()
+        self.slots(self.counts(), self.record_20010101)
+
+    def view_of_2001(self):
         for name in ("m_bCtfSphereSet", "m_showDipoleOrientationAll", "m_showDipoleArray"):
             self.keep(name, "i")
         self.keep("m_faceValue", "d")
         self.keep("m_space", "d", 3)
         self.keep("m_allDipoleRange", "d", 3)
+
+    def dimension_of_2001(self):
+        start = self.at
         third, first, second = (self.number("i") for _ in range(3))
+        self.note(start, f"m_dimension: element 2 is {third}, 0 is {first}, 1 is {second}")
         self.found["m_dimension"] = f"{first} {second} {third}"
-        self.keep("m_currentDipole", "i")
-        self.slots(int(self.keep("m_totalDipoles", "i")), flagged=False)
-        self.sphere("m_sphereLocational")
-        self.sphere("m_sphereCtf")
-        self.fresh_sphere()
+
+
+# The archives that the documentation shows, and what reads them.
+SHOWN = {
+    "set_20050629_small": Reading.set_20050629,
+    "record_20061206_narrow": Reading.record_20061206,
+    "set_20010101_version_1": Reading.set_20010101,
+}
+
+
+def dump(name):
+    """Each field of an archive in lines of at most 16 bytes, with its offset and what it is."""
+    reading = Reading((HERE / "archives" / f"{name}.bin").read_bytes())
+    SHOWN[name](reading)
+    assert reading.at == len(reading.data)
+    lines = []
+    for start, end, words in reading.notes:
+        for at in range(start, end, 16):
+            part = reading.data[at : min(at + 16, end)].hex(" ")
+            lines.append(f"{at:04x}  {part:47}  {words if at == start else ''}".rstrip() + "\n")
+    return "".join(lines)
 
 
 def listed(text):
@@ -241,19 +313,17 @@ class WhatIsKept(unittest.TestCase):
         for name, data in made.items():
             self.assertEqual(data, kept[name], name)
 
-    def test_the_documented_dump_is_the_file(self):
+    def test_the_documented_dumps_are_the_files(self):
         text = DOCUMENT.read_text(encoding="utf-8")
-        name = re.search(r"`tests/file/archives/(\w+\.bin)`", text).group(1)
-        data = (HERE / "archives" / name).read_bytes()
-        rows = re.findall(r"^([0-9a-f]{4})  ((?:[0-9a-f]{2} )*[0-9a-f]{2})(?:  |$)", text, re.M)
-        at = 0
-        for offset, digits in rows:
-            part = bytes.fromhex(digits)
-            self.assertEqual(int(offset, 16), at)
-            self.assertEqual(part, data[at : at + len(part)], offset)
-            at += len(part)
-        self.assertEqual(at, len(data))
+        shown = re.findall(r"`tests/file/archives/(\w+)\.bin`[^`]*```\n(.*?)```", text, re.S)
+        self.assertEqual([name for name, _ in shown], list(SHOWN))
+        for name, block in shown:
+            self.assertEqual(block, dump(name))
 
 
 if __name__ == "__main__":
-    unittest.main(verbosity=2)
+    if sys.argv[1] == "--dump":
+        sys.stdout.write(dump(sys.argv[2]))
+    else:
+        WRITER = sys.argv.pop(1)
+        unittest.main(verbosity=2)
