@@ -23,18 +23,20 @@ draw() {
 }
 
 say "What the examples hold"
-"$dipole" info --yes examples/auditory.dip examples/spikes.dip examples/moving.dip
+"$dipole" info --yes examples/auditory.dip examples/spikes.dip examples/moving.dip examples/median.txt
 
 say "Drawing the examples on the T1 head of the package mricron-data"
 pictures=""
 draw auditory examples/auditory.dip
 draw spikes examples/spikes.dip
 draw moving examples/moving.dip
+draw median examples/median.txt
 
 say "Writing the examples as tables"
-for name in auditory spikes moving; do
-  "$dipole" convert --yes "examples/$name.dip" "out/$name.csv"
-  pictures="$pictures out/$name.csv"
+for file in auditory.dip spikes.dip moving.dip median.txt; do
+  table=out/${file%.*}.csv
+  "$dipole" convert --yes "examples/$file" "$table"
+  pictures="$pictures $table"
 done
 
 say "Done. The pictures and tables:"

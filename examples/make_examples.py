@@ -30,6 +30,7 @@ MAX_DIPOLES = 30000
 LEFT_AUDITORY = (1.00, 5.20, 5.80)
 RIGHT_AUDITORY = (1.30, -5.10, 5.60)
 LEFT_TEMPORAL = (2.65, 4.75, 2.45)
+LEFT_HAND_AREA = (-0.10, 3.70, 9.60)
 
 # Values of the third column of a flags row: how a dipole is drawn.
 SHAPE_SHOWN = 0
@@ -208,6 +209,26 @@ def large(rows):
     return static_file("EXAMPLE_LARGE", "12-Apr-2005 08:00", "large.ds", dipoles)
 
 
+def table():
+    """The N20m of the right median nerve, fitted at each sample: a table as 4D/MSI exports it."""
+    rng = random.Random(20050408)
+    lines = ["Code   Shape", " 1     Circle", " 2     Square", "",
+             "Disk Media: example", "MRI/CT Patient: EXAMPLE_TABLE", "Dipole File: median_nerve_right",
+             "Date of File: 08-Apr-2005", "",
+             "Latency      x      y      z       Qx      Qy      Qz      Q    Rad  Corr    GOF  Vol  Grp  Label"]
+    for sample in range(9):
+        latency = 18.0 + 0.5 * sample
+        peak = math.exp(-(((latency - 20.0) / 1.6) ** 2))
+        place = [c + rng.gauss(0, 0.05 + 0.2 * (1 - peak)) for c in LEFT_HAND_AREA]
+        # Ten times the direction: the importer divides these columns by 10.
+        frontward = (0.95 + rng.gauss(0, 0.05), 0.25, rng.gauss(0, 0.05))
+        direction = [10 * d for d in tangential(place, frontward)]
+        lines.append("%7.2f %6.2f %6.2f %6.2f  %7.3f %7.3f %7.3f %6.1f %6.2f %5.3f %6.4f %4.2f %4d a b c %d N20m_%d"
+                     % (latency, *place, *direction, 4 + 18 * peak, 4.5, 0.97, 0.8 + 0.18 * peak,
+                        0.4 + 2 * (1 - peak), 1, 1, sample + 1))
+    return lines
+
+
 def fiducials():
     lines = ["# Fiducial points of the T1 head in ch2.nii.gz.",
              "# Scanner millimetres: right, anterior and superior positive."]
@@ -236,6 +257,7 @@ def main():
     write(arguments.folder, "auditory.dip", auditory())
     write(arguments.folder, "spikes.dip", spikes())
     write(arguments.folder, "moving.dip", moving())
+    write(arguments.folder, "median.txt", table())
     write(arguments.folder, "ch2.fiducials", fiducials())
     if arguments.rows is not None:
         write(arguments.folder, "large.dip", large(arguments.rows))

@@ -8,7 +8,7 @@ import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 EXAMPLES = os.path.join(ROOT, "examples")
-COMMITTED = ("auditory.dip", "spikes.dip", "moving.dip", "ch2.fiducials")
+COMMITTED = ("auditory.dip", "spikes.dip", "moving.dip", "median.txt", "ch2.fiducials")
 
 
 def make(folder, *more):
@@ -72,6 +72,13 @@ class Examples(unittest.TestCase):
         for point in points:
             distance = sum((a - b) ** 2 for a, b in zip(point, middle)) ** 0.5
             self.assertLess(distance, 2.0)
+
+    def test_the_table_has_18_columns_and_its_best_fit_at_20_milliseconds(self):
+        lines = contents(os.path.join(EXAMPLES, "median.txt")).decode("ascii").split("\n")
+        start = next(i for i, line in enumerate(lines) if line.startswith("Latency"))
+        rows = [line.split() for line in lines[start + 1 :] if line]
+        self.assertEqual({len(row) for row in rows}, {18})
+        self.assertEqual(max(rows, key=lambda row: float(row[10]))[0], "20.00")
 
 
 if __name__ == "__main__":
