@@ -27,8 +27,10 @@ void DipoleTable::clear(int slot) {
 }
 
 void DipoleTable::clearAll() {
-  for (int slot = 0; slot < capacity; ++slot) {
-    clear(slot);
+  for (CDipoleszq*& dipole : m_slots) {
+    if (dipole != nullptr) {
+      letGo(std::exchange(dipole, nullptr));
+    }
   }
 }
 
