@@ -2,8 +2,8 @@
 """Sums up what an instrumented build has counted: coverage.py BUILD FOLDER...
 
 Prints the lines and branches of each folder's sources that were reached, and every line that was not. A line
-or branch of a template or an inline function counts as reached when any instance of it was. Branches that only
-an exception takes are left out: the compiler makes one at nearly every call."""
+or branch of a template or an inline function counts as reached when any instance of it was. Branches that
+only an exception takes are left out: the compiler makes one at nearly every call."""
 
 import json
 import subprocess
