@@ -9,7 +9,8 @@
 
 namespace {
 
-constexpr DWORD pathCapacity = 32768;  // characters: the longest path of the system
+constexpr DWORD pathCapacity = 32768;  // characters with the closing 0: the longest path of the system
+constexpr LPCTSTR couldNotBeOpened = _T("File could not be opened ");
 
 // A number with two decimals and a point, whatever the process' locale: spreadsheets read these files.
 CString twoDecimals(double value) {
@@ -37,7 +38,7 @@ CString exportLine(const CDipoleszq& dipole) {
   return line;
 }
 
-// The chosen name, empty when the dialog was cancelled.
+// The chosen name, empty when the dialog was cancelled or, after a message, when the name is too long.
 CString chooseExportFile() {
   std::vector<TCHAR> chosen(pathCapacity);
   CFileDialog dialog(FALSE, nullptr, nullptr, OFN_OVERWRITEPROMPT,
@@ -46,6 +47,9 @@ CString chooseExportFile() {
   dialog.m_ofn.lpstrFile = chosen.data();
   dialog.m_ofn.nMaxFile = pathCapacity;
   if (dialog.DoModal() != IDOK) {
+    if (CommDlgExtendedError() == FNERR_BUFFERTOOSMALL) {
+      AfxMessageBox(couldNotBeOpened);
+    }
     return CString();
   }
   CString path = dialog.GetPathName();
@@ -87,7 +91,7 @@ int CDipoleFace9File::exportExelFile() {
     return 1;
   } catch (CFileException* exception) {
     exception->Delete();
-    AfxMessageBox(_T("File could not be opened "));
+    AfxMessageBox(couldNotBeOpened);
   } catch (CMemoryException* exception) {
     exception->Delete();
     AfxMessageBox(_T("Not enough memory"));

@@ -171,6 +171,34 @@ TEST_F(DipoleExport, TheEndingIsAddedUnlessTheNameHoldsItSomewhere) {
   }
 }
 
+TEST_F(DipoleExport, AFolderWhoseNameHoldsTheEndingCountsForTheFile) {
+  folder.makeFolder("x.txt");
+  user.answerFiles({folder.path("x.txt/out")});
+  EXPECT_EQ(set->exportExelFile(), 1);
+  EXPECT_TRUE(folder.has("x.txt/out"));
+  EXPECT_FALSE(folder.has("x.txt/out.txt"));
+}
+
+TEST_F(DipoleExport, APathLongerThanAnySystemTakesIsReportedAndGivesZero) {
+  const CString start = folder.path("x");
+  for (const int length : {32767, 32768, 70000}) {  // the longest of the dialog, one more, many more
+    user.messages.clear();
+    user.answerFiles({start + CString(_T('x'), length - start.GetLength())});
+    EXPECT_EQ(set->exportExelFile(), 0);
+    EXPECT_EQ(user.texts(), Texts{"File could not be opened "}) << length;
+  }
+  EXPECT_EQ(folder.names(), Texts{});
+}
+
+TEST_F(DipoleExport, APathOfManyFoldersIsWritten) {
+  std::string name;
+  while (folder.pathUtf8(name).size() < 200) {
+    name += name.empty() ? "a folder" : "/a folder";
+    folder.makeFolder(name);
+  }
+  EXPECT_EQ(exported(name + "/out.txt"), wide(heading));
+}
+
 TEST_F(DipoleExport, ALongerFileIsReplacedWhole) {
   folder.write("out.txt", std::string(10000, 'x'));
   EXPECT_EQ(exported(), wide(heading));
