@@ -120,7 +120,8 @@ TEST_P(CurrentFile, ReplacesTheSetThatWasThere) {
 }
 
 INSTANTIATE_TEST_SUITE_P(SetFile, CurrentFile,
-                         testing::Values("set_20050629", "set_20050629_small", "set_20050629_empty"));
+                         testing::Values("set_20050629", "set_20050629_small", "set_20050629_empty",
+                                         "set_20050629_odd"));
 
 TEST_P(ObsoleteFile, IsReadFieldByFieldAndNothingElseChanges) {
   const ScriptedOperator user;
@@ -144,18 +145,21 @@ TEST_P(ObsoleteFile, IsReadOverTheSetThatWasThere) {
 }
 
 INSTANTIATE_TEST_SUITE_P(SetFile, ObsoleteFile,
-                         testing::Values("set_20011118", "set_20011118_foreign", "set_20010901",
-                                         "set_20010101_version_0", "set_20010101_version_1"));
+                         testing::Values("set_20011118", "set_20011118_foreign", "set_20011118_odd",
+                                         "set_20010901", "set_20010901_odd", "set_20010101_version_0",
+                                         "set_20010101_version_1", "set_20010101_odd"));
 
 TEST(SetFile, WhatAnotherProgramWroteIsWrittenAgainByteForByte) {
-  for (const char* name : {"set_20050629", "set_20050629_small"}) {
+  for (const char* name : {"set_20050629", "set_20050629_small", "set_20050629_odd"}) {
     const Set set = filledSet(0);
     readCurrent(archiveBytes(name), *set);
     EXPECT_EQ(currentBytes(*set), archiveBytes(name)) << name;
   }
-  const Set set = filledSet(0);
-  readObsolete(archiveBytes("set_20011118"), *set);
-  EXPECT_EQ(obsoleteBytes(*set), archiveBytes("set_20011118"));
+  for (const char* name : {"set_20011118", "set_20011118_odd"}) {
+    const Set set = filledSet(0);
+    readObsolete(archiveBytes(name), *set);
+    EXPECT_EQ(obsoleteBytes(*set), archiveBytes(name)) << name;
+  }
 }
 
 TEST(SetFile, ValuesThatAreNoNumbersSurviveBitByBit) {
@@ -219,6 +223,25 @@ TEST(SetFile, EveryPresenceFlagButZeroMeansADipole) {
   EXPECT_EQ(readCurrent(bytes, *set), 1);
   ASSERT_NE(set->m_dipoles[0], nullptr);
   EXPECT_EQ(toUtf8(set->m_dipoles[0]->m_label), "Spike");
+}
+
+TEST(SetFile, TheFlagForFiducialsIsAByteOfZeroOrOneAndAnyOtherButZeroIsTrue) {
+  constexpr std::size_t behind = 52;  // what follows the flag in the file
+  const Set set = filledSet(1);
+  for (const bool skip : {false, true}) {
+    set->m_skipFiducialSetup = skip;
+    std::string bytes = currentBytes(*set);
+    const std::size_t flag = bytes.size() - behind - 1;
+    EXPECT_EQ(bytes[flag], skip ? '\1' : '\0');
+    for (const char byte : {'\0', '\1', '\2', '\x80', '\xFF'}) {
+      bytes[flag] = byte;
+      const Set read = filledSet(0);
+      read->m_skipFiducialSetup = byte == 0;
+      ASSERT_EQ(readCurrent(bytes, *read), 1);
+      EXPECT_EQ(read->m_skipFiducialSetup, byte != 0) << static_cast<int>(byte);
+      EXPECT_EQ(read->m_showCurrentDipoleOnly, 14);
+    }
+  }
 }
 
 TEST(SetFile, AFullTableSurvives) {

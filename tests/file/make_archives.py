@@ -22,13 +22,16 @@ def units(text):
 
 
 def shown_text(text):
-    return '"' + "".join(chr(u) if 32 <= u < 127 and u not in (34, 92) else f"\\u{u:04x}" for u in units(text)) + '"'
+    shown = (chr(u) if 32 <= u < 127 and u not in (34, 92) else f"\\u{u:04x}" for u in units(text))
+    return '"' + "".join(shown) + '"'
 
 
 class Archive:
-    """Bytes of an archive, and what a reader must find in them."""
+    """Bytes of an archive, and what a reader must find in them. In an odd one, every number with a fraction
+    is one that a careless reader would change."""
 
-    def __init__(self):
+    def __init__(self, odd=False):
+        self.odd = odd
         self.data = bytearray()
         self.found = {}
         self.prefix = ""
@@ -38,6 +41,23 @@ class Archive:
         """A value that no other field has."""
         self.counter += 1
         return self.counter
+
+    def single(self, value):
+        """A float's bytes; in an odd archive those of a NaN, an infinity, a denormal or a negative zero."""
+        if not self.odd:
+            return struct.pack("<f", value)
+        number = self.counter
+        bits = (0x7FA00000 + number, 0xFF800000, number, 0x80000000, 0xFFC00000 + number)[number % 5]
+        return struct.pack("<I", bits)
+
+    def double(self, value):
+        """A double's bytes, likewise."""
+        if not self.odd:
+            return struct.pack("<d", value)
+        number = self.counter
+        signalling, quiet = 0x7FF4000000000000 + number, 0xFFF8000000000000 + number
+        bits = (signalling, 0xFFF0000000000000, number, 0x8000000000000000, quiet)[number % 5]
+        return struct.pack("<Q", bits)
 
     def keep(self, name, shown):
         if name is not None:
@@ -62,13 +82,13 @@ class Archive:
         self.data += struct.pack("B", byte)
         self.keep(name, "1" if byte else "0")
 
-    def f32(self, name, bits=None):
-        data = struct.pack("<f", self.next() + 0.5) if bits is None else struct.pack("<I", bits)
+    def f32(self, name):
+        data = self.single(self.next() + 0.5)
         self.data += data
         self.keep(name, data[::-1].hex())
 
-    def f64(self, name, bits=None):
-        data = struct.pack("<d", self.next() + 0.125) if bits is None else struct.pack("<Q", bits)
+    def f64(self, name):
+        data = self.double(self.next() + 0.125)
         self.data += data
         self.keep(name, data[::-1].hex())
 
@@ -82,7 +102,7 @@ class Archive:
             self.data += struct.pack("<BH", 0xFF, length)
         else:
             self.data += struct.pack("<BHI", 0xFF, 0xFFFF, length)
-        self.data += value.encode("ascii") if narrow else value.encode("utf-16-le", "surrogatepass")
+        self.data += value.encode("cp1252") if narrow else value.encode("utf-16-le", "surrogatepass")
         self.keep(name, shown_text(value))
 
     # Records inside others. A point's members stand in one line, in the order of the record.
@@ -133,7 +153,7 @@ class Archive:
         self.f64("m_size")
         self.u32("m_color", 0xFE000000 + self.next())
         self.data += struct.pack("<i", ignored)
-        blue, green, red = (struct.pack("<f", self.next() / 4) for _ in range(3))
+        blue, green, red = (self.single(self.next() / 4) for _ in range(3))
         self.data += blue + green + red
         self.keep("m_colorF", " ".join(part[::-1].hex() for part in (red, green, blue)))
         for _ in range(3):
@@ -163,7 +183,7 @@ class Archive:
         else:
             self.fresh_sphere()
 
-    def record_20050629(self, label="spike", narrow=False, selected=1, odd=False):
+    def record_20050629(self, label="spike", narrow=False, selected=1):
         self.i32("m_number")
         self.i32("m_listItemId")
         self.i32("m_show")
@@ -172,9 +192,9 @@ class Archive:
         self.u32("m_color", 0xFE000000 + self.next())
         self.i32("m_id")
         self.i32("m_fitTag")
-        self.f64("m_latency", 0x7FF4000000ABCDEF if odd else None)  # a signalling NaN with a payload
-        self.f64("m_moment", 0xFFF0000000000000 if odd else None)  # negative infinity
-        self.f64("m_fitError", 0x8000000000000000 if odd else None)  # negative zero
+        self.f64("m_latency")
+        self.f64("m_moment")
+        self.f64("m_fitError")
         self.text("m_label", label, narrow)
         self.i32("m_display")
         self.flag("m_selected", selected)
@@ -190,7 +210,7 @@ class Archive:
         self.i32("m_dimZ")
         self.f32("m_colorF")
         self.f32("m_colorF")
-        self.f32("m_colorF", 0x7FA00123 if odd else None)
+        self.f32("m_colorF")
 
     def record_20061206(self, **how):
         self.record_20050629(**how)
@@ -225,7 +245,7 @@ class Archive:
         self.i32("m_currentDipole", current)
         self.i32("m_totalDipoles", total)
 
-    def set_20050629(self, current, slots, magic="DIPOLESFACEZQ"):
+    def set_20050629(self, current, slots, magic="DIPOLESFACEZQ", skip=1):
         """slots: a label for each slot, None for an empty one."""
         self.text(None, magic)
         self.data += struct.pack("<i", 20050629)
@@ -246,7 +266,7 @@ class Archive:
         self.i32("m_megOnly")
         self.i32("m_coordinateType")
         self.i32("m_momentInNAm")
-        self.flag("m_skipFiducialSetup", 1)
+        self.flag("m_skipFiducialSetup", skip)
         self.i32("m_showCurrentDipoleOnly")
         self.f32("m_mergeRadius")
         self.i32("m_showFiducialPt")
@@ -309,16 +329,16 @@ class Archive:
         (folder / f"{name}.txt").write_text("".join(lines), encoding="ascii", newline="\n")
 
 
-def stand_alone(version, record, magic="DIPOLEZQ", **how):
-    archive = Archive()
+def stand_alone(version, record, magic="DIPOLEZQ", odd=False, **how):
+    archive = Archive(odd)
     archive.text(None, magic)
     archive.data += struct.pack("<i", version)
     getattr(archive, record)(**how)
     return archive
 
 
-def made(build, *arguments, **how):
-    archive = Archive()
+def made(build, *arguments, odd=False, **how):
+    archive = Archive(odd)
     getattr(archive, build)(*arguments, **how)
     return archive
 
@@ -328,10 +348,11 @@ def main():
     folder.mkdir(parents=True, exist_ok=True)
     archives = {
         "record_20010101": made("record_20010101", label="dipole A", narrow=True, show=0),
+        "record_20010101_code_page": made("record_20010101", label="Sch\u00e4del \u20ac", narrow=True),
         "record_20011118": made("record_20011118", label="Spike 1"),
         "record_20011118_foreign": made("record_20011118", foreign=True, label="\u00e4\u20ac\U0001f9e0"),
         "record_20050629": stand_alone(20050629, "record_20050629", selected=0x80),
-        "record_20061206": stand_alone(20061206, "record_20061206", label="\u00e4\u20ac\U0001f9e0", odd=True),
+        "record_20061206": stand_alone(20061206, "record_20061206", label="\u00e4\u20ac\U0001f9e0"),
         "record_20061206_narrow": stand_alone(20061206, "record_20061206", magic="dipolezq", selected=0,
                                               label="dipole A", narrow=True),
         "set_20050629": made("set_20050629", 2, ["left", None, "x" * 254, "y" * 255 + "\U0001f9e0", ""]),
@@ -342,6 +363,16 @@ def main():
         "set_20010901": made("set_20010901", 0, 2),
         "set_20010101_version_0": made("set_20010101", 0, 1, 2),
         "set_20010101_version_1": made("set_20010101", 1, -1, 1),
+    }
+    archives |= {
+        "record_20010101_odd": made("record_20010101", odd=True),
+        "record_20011118_odd": made("record_20011118", odd=True),
+        "record_20050629_odd": stand_alone(20050629, "record_20050629", odd=True),
+        "record_20061206_odd": stand_alone(20061206, "record_20061206", odd=True),
+        "set_20050629_odd": made("set_20050629", 1, ["a", None, "b"], skip=0, odd=True),
+        "set_20011118_odd": made("set_20011118", 0, 2, odd=True),
+        "set_20010901_odd": made("set_20010901", 1, 2, odd=True),
+        "set_20010101_odd": made("set_20010101", 1, 0, 2, odd=True),
     }
     for name, archive in archives.items():
         archive.write(folder, name)

@@ -282,12 +282,13 @@ class WhatTheModuleWrites(unittest.TestCase):
     def compare(self, name, least):
         path = Path(self.folder.name) / name
         reading = Reading(path.with_suffix(".bin").read_bytes())
-        getattr(reading, name)()
+        getattr(reading, name.removesuffix("_odd"))()
         self.assertEqual(reading.at, len(reading.data), "bytes are left")
         held = listed(path.with_suffix(".txt").read_text(encoding="ascii"))
         self.assertGreaterEqual(len(reading.found), least)
         for member, value in reading.found.items():
             self.assertEqual(value, held.get(member), member)
+        return reading.found
 
     def test_a_set_of_the_current_form_holds_every_member(self):
         self.compare("set_20050629", 5 * 21 + 1 + 19)
@@ -300,6 +301,18 @@ class WhatTheModuleWrites(unittest.TestCase):
 
     def test_an_embedded_dipole_holds_every_member(self):
         self.compare("record_20011118", 21)
+
+
+    def test_odd_numbers_of_a_set_of_the_current_form_survive(self):
+        found = self.compare("set_20050629_odd", 3 * 21 + 19)
+        self.assertRegex(found["m_mergeRadius"], "^7fa[0-9a-f]{5}$")  # a signalling NaN
+        self.assertEqual(found["m_skipFiducialSetup"], "0")
+
+    def test_odd_numbers_of_a_set_of_the_older_form_survive(self):
+        self.compare("set_20011118_odd", 3 * 21 + 39)
+
+    def test_odd_numbers_of_a_dipole_alone_survive(self):
+        self.compare("record_20061206_odd", 25)
 
 
 class WhatIsKept(unittest.TestCase):

@@ -156,7 +156,9 @@ TEST_P(EmbeddedFile, IsReadFieldByFieldAndNothingElseChanges) {
 }
 
 INSTANTIATE_TEST_SUITE_P(DipoleRecord, EmbeddedFile,
-                         testing::Values("record_20010101", "record_20011118", "record_20011118_foreign"));
+                         testing::Values("record_20010101", "record_20010101_code_page",
+                                         "record_20010101_odd", "record_20011118", "record_20011118_odd",
+                                         "record_20011118_foreign"));
 
 TEST_P(StandAloneFile, IsReadFieldByFieldAndNothingElseChanges) {
   const ScriptedOperator user;
@@ -170,15 +172,28 @@ TEST_P(StandAloneFile, IsReadFieldByFieldAndNothingElseChanges) {
 }
 
 INSTANTIATE_TEST_SUITE_P(DipoleRecord, StandAloneFile,
-                         testing::Values("record_20050629", "record_20061206", "record_20061206_narrow"));
+                         testing::Values("record_20050629", "record_20050629_odd", "record_20061206",
+                                         "record_20061206_odd", "record_20061206_narrow"));
 
 TEST(DipoleRecord, WhatAnotherProgramWroteIsWrittenAgainByteForByte) {
-  CDipoleszq alone;
-  readAlone(archiveBytes("record_20061206"), alone);
-  EXPECT_EQ(aloneBytes(alone), archiveBytes("record_20061206"));
-  CDipoleszq embedded;
-  readEmbedded(archiveBytes("record_20011118"), embedded);
-  EXPECT_EQ(embeddedBytes(embedded), archiveBytes("record_20011118"));
+  for (const char* name : {"record_20061206", "record_20061206_odd"}) {
+    CDipoleszq dipole;
+    readAlone(archiveBytes(name), dipole);
+    EXPECT_EQ(aloneBytes(dipole), archiveBytes(name)) << name;
+  }
+  for (const char* name : {"record_20011118", "record_20011118_odd"}) {
+    CDipoleszq dipole;
+    readEmbedded(archiveBytes(name), dipole);
+    EXPECT_EQ(embeddedBytes(dipole), archiveBytes(name)) << name;
+  }
+}
+
+TEST(DipoleRecord, AnEightBitLabelIsWidenedFromTheCodePage) {
+  CDipoleszq dipole;
+  ASSERT_EQ(readEmbedded(archiveBytes("record_20010101_code_page"), dipole), 1);
+  EXPECT_EQ(toUtf8(dipole.m_label),
+            "Sch\xC3\xA4"
+            "del \xE2\x82\xAC");
 }
 
 TEST(DipoleRecord, StandAloneKeepsEveryMemberButThoseThatNoVersionCarries) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
+#include <iterator>
 #include <limits>
 #include <string>
 
@@ -59,6 +60,64 @@ Set oddSet() {
   return set;
 }
 
+// Gives numbers with a fraction values that a careless writer or reader would change: both kinds of NaN with
+// a payload that is each number's own, infinities, denormals and negative zeros, in turn.
+class OddValues {
+ public:
+  template <typename... Numbers>
+  void operator()(Numbers&... numbers) {
+    (one(numbers), ...);
+  }
+
+ private:
+  template <typename Number, std::size_t count>
+  void one(Number (&numbers)[count]) {
+    for (Number& number : numbers) {
+      one(number);
+    }
+  }
+
+  void one(double& number) {
+    const std::uint64_t made = ++m_made;
+    const std::uint64_t kinds[] = {0x7FF4000000000000 + made, 0xFFF0000000000000, made, 0x8000000000000000,
+                                   0xFFF8000000000000 + made};
+    number = std::bit_cast<double>(kinds[made % std::size(kinds)]);
+  }
+
+  void one(float& number) {
+    ++m_made;
+    const std::uint32_t kinds[] = {0x7FA00000 + m_made, 0x7F800000, m_made, 0x80000000, 0xFFC00000 + m_made};
+    number = std::bit_cast<float>(kinds[m_made % std::size(kinds)]);
+  }
+
+  void one(CSpherezq& sphere) { (*this)(sphere.m_center, sphere.m_radius); }
+
+  void one(CFiducialzq& set) {
+    for (CFiduciaryPtzq& point : set.m_points) {
+      (*this)(point.m_values, point.m_values2);
+    }
+  }
+
+  void one(CDipoleszq& d) {
+    (*this)(d.m_colorF, d.m_latency, d.m_extraValue, d.m_fitError, d.m_location, d.m_size, d.m_orientation);
+    (*this)(d.m_moment, d.m_scale, d.m_orientationScale, d.m_orientationLength);
+  }
+
+  std::uint32_t m_made = 0;
+};
+
+// A set in which no number with a fraction is an ordinary one.
+Set setOfOddValues() {
+  Set set = filledSet(3);
+  OddValues make;
+  make(*set->m_dipoles[0], *set->m_dipoles[1], *set->m_dipoles[2]);
+  make(set->m_space, set->m_mergeRadius, set->m_faceValue, set->m_allDipoleRange);
+  make(set->m_sphereLocational, set->m_sphereCtf, set->m_sphereRotation);
+  make(set->m_fiducialMri, set->m_fiducialCtf);
+  set->m_skipFiducialSetup = false;
+  return set;
+}
+
 class Folder {
  public:
   explicit Folder(std::string path) : m_path(std::move(path)) {}
@@ -101,5 +160,12 @@ int main(int argc, char** argv) {
                [&](CArchive& archive) { return dipole.serializeDipole(archive); });
   folder.write("record_20011118", linesOf(dipole),
                [&](CArchive& archive) { return dipole.serializeObsolete20050629(archive); });
+  const Set odd = setOfOddValues();
+  folder.write("set_20011118_odd", linesOf(*odd),
+               [&](CArchive& archive) { return odd->serializeObsolete20050630(archive); });
+  folder.write("set_20050629_odd", linesOf(*odd),
+               [&](CArchive& archive) { return odd->serializeDipolesFace(archive); });
+  folder.write("record_20061206_odd", linesOf(*odd->m_dipoles[1]),
+               [&](CArchive& archive) { return odd->m_dipoles[1]->serializeDipole(archive); });
   return folder.ok() ? 0 : 1;
 }
