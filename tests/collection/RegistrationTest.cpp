@@ -22,6 +22,12 @@ Triple pointOf(const CFiducial& set, int index) {
   return p;
 }
 
+Triple locationOf(const CDipoleFace& set, int slot) {
+  Triple p;
+  set.getDipoleLocation(slot, p[0], p[1], p[2]);
+  return p;
+}
+
 CFiducialzq fiducials(const Triple& nasion, const Triple& left, const Triple& right) {
   CFiducialzq set;
   set.setNasionf(nasion[0], nasion[1], nasion[2]);
@@ -137,6 +143,24 @@ TEST(TransferMriFit, RewritesTheHeadFiducialsWhateverTheFlag) {
   }
 }
 
+// 181 x 0.9, 217 x 1.1 and 181 x 1.3 mm: halved, they differ in single and in double precision.
+TEST(TransferMriFit, HalvesTheExtentsInSinglePrecision) {
+  const double half[3] = {0x1.45cccc0000000p+6, 0x1.dd66680000000p+6, 0x1.d699980000000p+6};
+  const auto face = makeFace();
+  const CFiducialzq mri = fiducials({80.0, 118.0, 200.0}, {150.0, 120.0, 118.0}, {13.0, 119.0, 117.5});
+  const CSpherezq sphere;
+  face->transferDipole3D_MRIFit(&mri, true, &mri, &sphere, 181, 217, 181, 0.9F, 1.1F, 1.3F);
+  for (int axis = 0; axis < 3; ++axis) {  // the ears' middle lies nearer than 1 mm to the volume's
+    const auto a = static_cast<std::size_t>(axis);
+    EXPECT_EQ(pointOf(face->m_fiducialCtf, CFiducial::nasion)[a],
+              pointOf(mri, CFiducial::nasion)[a] - half[a]);
+    EXPECT_EQ(pointOf(face->m_fiducialCtf, CFiducial::leftEar)[a],
+              pointOf(mri, CFiducial::leftEar)[a] - half[a]);
+    EXPECT_EQ(pointOf(face->m_fiducialCtf, CFiducial::rightEar)[a],
+              pointOf(mri, CFiducial::rightEar)[a] - half[a]);
+  }
+}
+
 TEST(TransferMriFit, TruncatesTheOriginTowardZero) {
   // Ears midway at 128 - 0.7 and at 128 + 2.9 mm of a volume whose half extent is 128 mm.
   CSpherezq sphere;
@@ -190,10 +214,30 @@ TEST(TransferMriFit, WithRotationPutsEveryDipoleBackToItsRawLocation) {
   face->deleteDipole(2, 0);
   face->setDipoleLocation(0, 4.0F, 5.0F, 6.0F);
   transfer(*face, fiducials(mriNasion, mriLeft, mriRight), true);
-  EXPECT_EQ(face->getDipole(0)->m_location[0], 1.0);
-  EXPECT_EQ(face->getDipole(0)->m_location[2], 3.0);
-  EXPECT_EQ(face->getDipole(1)->m_location[0], 7.0);
+  EXPECT_EQ(locationOf(*face, 0), (Triple{1.0, 2.0, 3.0}));
+  EXPECT_EQ(locationOf(*face, 1), (Triple{7.0, 8.0, 9.0}));
   EXPECT_EQ(face->getDipole(1)->m_rawLocation.m_radius, 1.0);
+}
+
+TEST(TransferMriFit, LeavesEveryOrientationAndTheRawBackupsAlone) {
+  for (const bool rotate : {false, true}) {
+    const auto face = makeFace();
+    face->addDipoleF(1.0F, 2.0F, 3.0F);
+    face->setDipoleOrientation(0, 0.5F, 0.25F, 0.125F);
+    face->backupLocationRotationRaw();
+    face->setDipoleLocation(0, 4.0F, 5.0F, 6.0F);
+    face->setDipoleOrientation(0, -1.0F, -2.0F, -3.0F);
+    transfer(*face, fiducials(mriNasion, mriLeft, mriRight), rotate);
+    const CDipoleszq& dipole = *face->getDipole(0);
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+    dipole.getDipoleOrientation(x, y, z);
+    EXPECT_EQ((Triple{x, y, z}), (Triple{-1.0, -2.0, -3.0}));
+    EXPECT_EQ(locationOf(*face, 0), (rotate ? Triple{1.0, 2.0, 3.0} : Triple{4.0, 5.0, 6.0}));
+    EXPECT_EQ(centreOf(dipole.m_rawLocation), (Triple{1.0, 2.0, 3.0}));
+    EXPECT_EQ(centreOf(dipole.m_rawOrientation), (Triple{0.5, 0.25, 0.125}));
+  }
 }
 
 TEST(TransferMriFit, StoresTangentsAsDegreesInSinglePrecision) {
@@ -222,6 +266,62 @@ TEST(TransferMriFit, KeepsAngleThatNoNumberDescribes) {
   CSpherezq sphere;
   face->transferDipole3D_MRIFit(&mri, true, nullptr, &sphere, 200, 200, 200, 1.0F, 1.0F, 1.0F);
   EXPECT_TRUE(std::isnan(face->m_sphereMriAngles.m_center[0]));  // 0 / 0
+}
+
+// Each angle in turn has a divisor of zero under something else: the tangent of an infinity is no number.
+TEST(TransferMriFit, KeepsEachAngleWhoseDivisorIsZero) {
+  struct Case {
+    CFiducialzq mri;
+    int axis;
+  };
+  const auto degrees = [](double ratio) {
+    const float narrow = static_cast<float>(std::tan(ratio)) * 180.0F;
+    return static_cast<double>(static_cast<float>(static_cast<double>(narrow) / 3.14159265358979));
+  };
+  // The ears' middle is the volume's, or lies within 1 mm of it: the origin is 0.
+  const Case cases[] = {{fiducials({100, 120, 100}, {150, 110, 105}, {50, 90, 95}), 0},
+                        {fiducials({100, 80, 100}, {150, 110, 105}, {50, 90, 95}), 0},
+                        {fiducials({100, 120, 190}, {101, 110, 105}, {100, 90, 95}), 1},
+                        {fiducials({100, 120, 190}, {100, 110, 105}, {101, 90, 95}), 2}};
+  const CSpherezq sphere;
+  for (const Case& c : cases) {
+    const auto face = makeFace();
+    face->addDipoleF(1.0F, 2.0F, 3.0F);
+    face->transferDipole3D_MRIFit(&c.mri, true, nullptr, &sphere, 200, 200, 200, 1.0F, 1.0F, 1.0F);
+    const Triple nasion = pointOf(c.mri, CFiducial::nasion);
+    const Triple left = pointOf(c.mri, CFiducial::leftEar);
+    const Triple right = pointOf(c.mri, CFiducial::rightEar);
+    const Triple finite = {degrees((nasion[1] - 100) / (nasion[2] - 100)),
+                           degrees((right[2] - 100) / (right[0] - 100)),
+                           degrees((left[1] - 100) / (left[0] - 100))};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      const double angle = face->m_sphereMriAngles.m_center[axis];
+      if (static_cast<int>(axis) == c.axis) {
+        EXPECT_TRUE(std::isnan(angle)) << axis;
+      } else {
+        EXPECT_EQ(angle, finite[axis]) << axis;
+        EXPECT_NE(angle, 0.0);
+      }
+    }
+    EXPECT_EQ(centreOf(face->m_sphereRotation), (Triple{0.0, 0.0, 0.0}));
+    EXPECT_EQ(face->getDipole(0)->m_location[1], 2.0);
+  }
+}
+
+TEST(TransferMriFit, TakesTheRadiusOfItsOwnSpheresBehindTheirZeroing) {
+  const CFiducialzq mri = fiducials(mriNasion, mriLeft, mriRight);
+  const auto radiusWith = [&](CSpherezq CDipoleFace::*argument) {
+    const auto face = makeFace();
+    (*face.*argument).m_radius = 77.5;
+    face->m_sphereLocational.m_radius += 10.0;
+    face->transferDipole3D_MRIFit(&mri, true, &mri, &(*face.*argument), 256, 256, 200, 0.9F, 1.1F, 1.0F);
+    EXPECT_EQ(centreOf(face->m_sphereLocational), (Triple{0.0, 0.0, 0.0}));
+    EXPECT_EQ(face->m_sphereRotation.m_radius, 0.0);
+    return face->m_sphereLocational.m_radius;
+  };
+  EXPECT_EQ(radiusWith(&CDipoleFace::m_sphereLocational), 0.0);  // zeroed before its radius is taken
+  EXPECT_EQ(radiusWith(&CDipoleFace::m_sphereRotation), 77.5);   // zeroed only afterwards
+  EXPECT_EQ(radiusWith(&CDipoleFace::m_sphereCtf), 77.5);
 }
 
 TEST(TransferMriFit, TakesItsOwnHeadFiducialsAsTheMriPoints) {
