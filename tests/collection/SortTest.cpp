@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <numeric>
+#include <optional>
 #include <random>
 
 #include "collection/DipoleFace1Process.h"
@@ -23,6 +24,30 @@ std::vector<int> literalSort(std::vector<Key> keys) {
     for (std::size_t j = i; j < keys.size(); ++j) {
       if (keys[j] < static_cast<Key>(minimum)) {
         minimum = static_cast<Minimum>(keys[j]);
+        choice = j;
+      }
+    }
+    std::swap(keys[i], keys[choice]);
+    std::swap(order[i], order[choice]);
+  }
+  return order;
+}
+
+// Likewise in a table with holes: a slot without a key is never chosen and stays where it is.
+template <typename Minimum, typename Key>
+std::vector<int> literalSort(std::vector<std::optional<Key>> keys) {
+  std::vector<int> order(keys.size());
+  std::iota(order.begin(), order.end(), 0);
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    if (!keys[i]) {
+      order[i] = -1;
+      continue;
+    }
+    auto minimum = static_cast<Minimum>(*keys[i]);
+    std::size_t choice = i;
+    for (std::size_t j = i; j < keys.size(); ++j) {
+      if (keys[j] && *keys[j] < static_cast<Key>(minimum)) {
+        minimum = static_cast<Minimum>(*keys[j]);
         choice = j;
       }
     }
@@ -147,6 +172,47 @@ TEST(SortDipoles, FollowsTheLiteralSortOnHostileKeysInEveryMember) {
       EXPECT_EQ(face->sortDipoles(key), 1);
       ASSERT_EQ(idsOf(*face), literalSort<float>(keys)) << "key " << key << ", table " << table;
     }
+  }
+}
+
+TEST(SortDipoles, FollowsTheLiteralSortInLargeTablesFullOfTies) {
+  std::mt19937 random(9);
+  for (int key = 1; key <= 9; ++key) {
+    std::vector<double> keys(1000 + random() % 2001);
+    for (double& value : keys) {  // every key many times, or hostile ones
+      value = key % 3 == 0 ? static_cast<double>(random() % 50) : hostileKey(random);
+    }
+    const auto face = faceWithKeys(keys, key);
+    EXPECT_EQ(face->sortDipoles(key), 1);
+    ASSERT_EQ(idsOf(*face), literalSort<float>(keys)) << "key " << key;
+  }
+  std::vector<int> numbers(3000);
+  for (int& number : numbers) {
+    number = 16777216 + static_cast<int>(random() % 700);
+  }
+  const auto face = faceWithNumbers(numbers);
+  EXPECT_EQ(face->sortDipoles(0), 1);
+  EXPECT_EQ(idsOf(*face), literalSort<int>(numbers));
+}
+
+TEST(SortDipoles, FollowsTheLiteralSortInTablesWithRandomHoles) {
+  std::mt19937 random(10);
+  for (int table = 0; table < 60; ++table) {
+    const int key = 1 + table % 9;
+    std::vector<double> values(table < 50 ? 1 + random() % 40 : 1000 + random() % 2001);
+    for (double& value : values) {
+      value = hostileKey(random);
+    }
+    const auto face = faceWithKeys(values, key);
+    std::vector<std::optional<double>> keys(values.begin(), values.end());
+    for (std::size_t slot = 0; slot < keys.size(); ++slot) {
+      if (random() % 4 == 0) {
+        face->deleteDipole(static_cast<int>(slot), 0);
+        keys[slot].reset();
+      }
+    }
+    EXPECT_EQ(face->sortDipoles(key), 1);
+    ASSERT_EQ(idsOf(*face), literalSort<float>(keys)) << "table " << table;
   }
 }
 
