@@ -153,6 +153,15 @@ TEST_F(MsiImport, AKeysLengthIsTakenFromTheStartOfItsLine) {
   EXPECT_EQ(toUtf8(set->m_fileVersion), ":Y");
 }
 
+TEST_F(MsiImport, ALineWithBothKeysGivesThePatientFirstAndTheFileFromWhatIsLeft) {
+  import("Disk Media:\nMRI/CT Patient:Some One Dipole File:run 1\n");
+  EXPECT_EQ(toUtf8(set->m_patient), "Some One Dipole File:run 1");
+  EXPECT_EQ(toUtf8(set->m_fileVersion), "ole File:run 1");
+  import("Disk Media:\nDipole File:run 2 MRI/CT Patient:Other\n");  // the second key is cut with the first
+  EXPECT_EQ(toUtf8(set->m_patient), " 2 MRI/CT Patient:Other");
+  EXPECT_EQ(toUtf8(set->m_fileVersion), "ole File:run 1");
+}
+
 TEST_F(MsiImport, InformationOutsideItsBlockIsNotRead) {
   import("MRI/CT Patient: early\nDisk Media:\nnothing\nDipole File: late\n");
   EXPECT_EQ(toUtf8(set->m_patient), "non");
@@ -240,6 +249,18 @@ TEST_F(MsiImport, NewDipolesFollowThePresentOnesAndAreBackedUpAlone) {
 TEST_F(MsiImport, LabelsAreWidenedFromTheCodePage) {
   import(table + row("\xE4\x80"));
   EXPECT_EQ(labels(), Texts{"ä€"});
+}
+
+TEST_F(MsiImport, TheFoldersFileBecomesTheCurrentDirectory) {
+  folder.makeFolder("deep");
+  folder.write("deep/other.txt", table + row("other"));
+  ASSERT_EQ(importPath(folder.write("deep/a.txt", table + row("a"))), 1);
+  ASSERT_EQ(importPath(_T("other.txt")), 1);  // found from there
+  EXPECT_EQ(labels(), (Texts{"a", "other"}));
+  TCHAR text[4096];
+  ASSERT_GT(GetCurrentDirectory(4096, text), 0U);
+  const CString current = text;
+  EXPECT_EQ(toUtf8(current.Mid(current.GetLength() - 4)), "deep");
 }
 
 TEST_F(MsiImport, APathThatIsNotThereGivesZeroAndChangesNothing) {
