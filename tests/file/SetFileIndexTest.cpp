@@ -66,7 +66,7 @@ TEST_P(IndexOutside, StepsToTheFirstOrTheLastDipole) {
 TEST_P(IndexOutside, DeletesNoCurrentDipole) {
   const Set set = readBack(GetParam(), true);
   EXPECT_EQ(set->deleteCurrentDipole(), 1);
-  EXPECT_EQ(set->m_totalDipoles, 3);
+  ASSERT_EQ(set->m_totalDipoles, 3);
   EXPECT_EQ(set->m_currentDipole, GetParam());
   for (int slot = 0; slot < 3; ++slot) {
     EXPECT_EQ(set->m_dipoles[slot]->m_number, 5000 + slot);
