@@ -233,12 +233,12 @@ TEST(SetFile, TheFlagForFiducialsIsAByteOfZeroOrOneAndAnyOtherButZeroIsTrue) {
     std::string bytes = currentBytes(*set);
     const std::size_t flag = bytes.size() - behind - 1;
     EXPECT_EQ(bytes[flag], skip ? '\1' : '\0');
-    for (const char byte : {'\0', '\1', '\2', '\x80', '\xFF'}) {
-      bytes[flag] = byte;
+    for (const char stored : {'\0', '\1', '\2', '\x80', '\xFF'}) {
+      bytes[flag] = stored;
       const Set read = filledSet(0);
-      read->m_skipFiducialSetup = byte == 0;
+      read->m_skipFiducialSetup = stored == 0;
       ASSERT_EQ(readCurrent(bytes, *read), 1);
-      EXPECT_EQ(read->m_skipFiducialSetup, byte != 0) << static_cast<int>(byte);
+      EXPECT_EQ(read->m_skipFiducialSetup, stored != 0) << static_cast<int>(stored);
       EXPECT_EQ(read->m_showCurrentDipoleOnly, 14);
     }
   }
