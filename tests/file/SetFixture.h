@@ -67,13 +67,12 @@ inline int readObsolete(const std::string& bytes, CDipoleFace9File& set, std::si
 inline std::string memberOf(const std::string& line) {
   std::string::size_type end = line.find(' ');
   const auto next = [&] { end = line.find(' ', end + 1); };
-  if (line.compare(0, 5, "slot ") == 0 && line.find("empty") == std::string::npos) {
+  const bool isInSlot = line.compare(0, 5, "slot ") == 0 && line.find("empty") == std::string::npos;
+  const bool isInFiducials = line.compare(0, 10, "m_fiducial") == 0;
+  if (isInSlot || (isInFiducials && line.find(" point ") != std::string::npos)) {
     next();
     next();
-  } else if (line.find(" point ") != std::string::npos && line.compare(0, 10, "m_fiducial") == 0) {
-    next();
-    next();
-  } else if (line.compare(0, 10, "m_fiducial") == 0) {
+  } else if (isInFiducials) {
     next();
   }
   return line.substr(0, end);

@@ -145,7 +145,7 @@ class Folder {
 
 int main(int argc, char** argv) {
   if (argc != 2) {
-    std::fputs("usage: archive_writer OUTDIR\n", stderr);
+    static_cast<void>(std::fputs("usage: archive_writer OUTDIR\n", stderr));
     return 2;
   }
   Folder folder(argv[1]);
