@@ -5,6 +5,7 @@
 
 #include "platform/Utf.h"
 #include "tests/file/SetFixture.h"
+#include "tests/support/CurrentFolder.h"
 #include "tests/support/FailingOs.h"
 #include "tests/support/TempFolder.h"
 
@@ -51,13 +52,6 @@ class DipoleExport : public testing::Test {
 
 class ImportDispatch : public DipoleExport {
  protected:
-  void SetUp() override {
-    TCHAR text[4096];
-    ASSERT_GT(GetCurrentDirectory(4096, text), 0U);
-    m_folderBefore = text;
-  }
-  void TearDown() override { SetCurrentDirectory(m_folderBefore); }
-
   // What an importer makes of a file of this name: it answers with how far it knew the file.
   int import(const std::string& name, bool offerFolder = false) {
     CString path = folder.write(name,
@@ -74,7 +68,7 @@ class ImportDispatch : public DipoleExport {
   }
 
  private:
-  CString m_folderBefore;
+  KeptCurrentFolder m_currentFolder;
 };
 
 }  // namespace

@@ -15,10 +15,6 @@ class CtfDialog : public CtfImport {};
 class CtfPath : public CtfImport {
  protected:
   int importPath(CString path, bool offerFolder = false) { return set->importCTFDipolesX(path, offerFolder); }
-  static CString currentFolder() {
-    TCHAR text[4096];
-    return GetCurrentDirectory(4096, text) > 0 ? CString(text) : CString();
-  }
   void SetUp() override {
     CtfImport::SetUp();
     set->m_skipFiducialSetup = true;

@@ -10,6 +10,7 @@
 
 #include "import/DipoleFace8Import01_CTF.h"
 #include "platform/Utf.h"
+#include "tests/support/CurrentFolder.h"
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
 
@@ -90,13 +91,6 @@ class CtfImport : public testing::Test {
  protected:
   CtfImport() : set(std::make_unique<CtfImporter>()) { set->user = &user; }
 
-  void SetUp() override {
-    TCHAR text[4096];
-    ASSERT_GT(GetCurrentDirectory(4096, text), 0U);
-    m_folderBefore = text;
-  }
-  void TearDown() override { SetCurrentDirectory(m_folderBefore); }
-
   // Parses bytes as one file; returns what parseCTFDipoles returned.
   int parse(std::string_view bytes) { return set->parseCTFDipoles(folder.write("parsed.dip", bytes)); }
 
@@ -124,7 +118,7 @@ class CtfImport : public testing::Test {
   std::unique_ptr<CtfImporter> set;
 
  private:
-  CString m_folderBefore;
+  KeptCurrentFolder m_currentFolder;
 };
 
 inline void expectTriple(const double (&actual)[3], double x, double y, double z) {

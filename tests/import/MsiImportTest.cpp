@@ -4,6 +4,7 @@
 #include "import/DipoleFace8Import02_4DMSI.h"
 #include "tests/import/CtfImportTest.h"
 #include "tests/record/DipoleMembers.h"
+#include "tests/support/CurrentFolder.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/FailingOs.h"
 
@@ -21,13 +22,6 @@ class MsiImporter : public CDipoleFace8Import02_4DMSI {
 
 class MsiImport : public testing::Test {
  protected:
-  void SetUp() override {
-    TCHAR text[4096];
-    ASSERT_GT(GetCurrentDirectory(4096, text), 0U);
-    m_folderBefore = text;
-  }
-  void TearDown() override { SetCurrentDirectory(m_folderBefore); }
-
   int import(const std::string& bytes) { return importPath(folder.write("table.txt", bytes)); }
   int importPath(CString path, bool offerFolder = false) {
     return set->import4DMSIDipolesX(path, offerFolder);
@@ -48,7 +42,7 @@ class MsiImport : public testing::Test {
   std::unique_ptr<MsiImporter> set = std::make_unique<MsiImporter>();
 
  private:
-  CString m_folderBefore;
+  KeptCurrentFolder m_currentFolder;
 };
 
 // A row of 17 columns, at these places in cm, and its label.
@@ -257,9 +251,7 @@ TEST_F(MsiImport, TheFoldersFileBecomesTheCurrentDirectory) {
   ASSERT_EQ(importPath(folder.write("deep/a.txt", table + row("a"))), 1);
   ASSERT_EQ(importPath(_T("other.txt")), 1);  // found from there
   EXPECT_EQ(labels(), (Texts{"a", "other"}));
-  TCHAR text[4096];
-  ASSERT_GT(GetCurrentDirectory(4096, text), 0U);
-  const CString current = text;
+  const CString current = currentFolder();
   EXPECT_EQ(toUtf8(current.Mid(current.GetLength() - 4)), "deep");
 }
 

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "tests/import/CtfImportTest.h"
+#include "tests/support/CurrentFolder.h"
 #include "tests/sweep/FaultSweep.h"
 #include "tests/sweep/SweptSets.h"
 
@@ -75,13 +76,6 @@ struct Whole {
 
 class ImportSweep : public testing::Test {
  protected:
-  void SetUp() override {
-    TCHAR text[4096];
-    ASSERT_GT(GetCurrentDirectory(4096, text), 0U);
-    m_folderBefore = text;
-  }
-  void TearDown() override { SetCurrentDirectory(m_folderBefore); }
-
   // An import by path. The path is copied in advance: that is the caller's memory.
   Import byPath(const char* name, const CString& path, bool offerFolder) {
     m_path = path;
@@ -233,7 +227,7 @@ class ImportSweep : public testing::Test {
     }
   }
 
-  CString m_folderBefore;
+  KeptCurrentFolder m_currentFolder;
   CString m_path;
 };
 

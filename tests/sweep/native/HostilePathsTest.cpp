@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "tests/import/CtfImportTest.h"
+#include "tests/support/CurrentFolder.h"
 #include "tests/support/Thrown.h"
 #include "tests/sweep/SweptSets.h"
 
@@ -13,13 +14,6 @@ const std::string oneRow = "12.5 1 2 3 0.5 0.25 -1 20.5 1.5 9 0.75 2.5 7 a b c 8
 
 class HostilePaths : public testing::Test {
  protected:
-  void SetUp() override {
-    TCHAR text[4096];
-    ASSERT_GT(GetCurrentDirectory(4096, text), 0U);
-    m_folderBefore = text;
-  }
-  void TearDown() override { SetCurrentDirectory(m_folderBefore); }
-
   int import(CString path, bool offerFolder = false) { return set->importDipoleX(path, offerFolder); }
 
   ScriptedOperator user;
@@ -27,7 +21,7 @@ class HostilePaths : public testing::Test {
   Set set = std::make_unique<CDipoleFace9File>();
 
  private:
-  CString m_folderBefore;
+  KeptCurrentFolder m_currentFolder;
 };
 
 class LongPath : public HostilePaths {

@@ -1,6 +1,7 @@
 // Claim: a file that another program keeps for itself, which only Windows allows, is told of by import and
 // export and raises its exception when a set is saved over it or read from it.
 #include "tests/import/CtfImportTest.h"
+#include "tests/support/CurrentFolder.h"
 #include "tests/support/Thrown.h"
 #include "tests/sweep/SweptSets.h"
 
@@ -8,20 +9,14 @@ namespace {
 
 class LockedFile : public testing::Test {
  protected:
-  void SetUp() override {
-    TCHAR text[4096];
-    ASSERT_GT(GetCurrentDirectory(4096, text), 0U);
-    m_folderBefore = text;
-    set->m_skipFiducialSetup = true;
-  }
-  void TearDown() override { SetCurrentDirectory(m_folderBefore); }
+  void SetUp() override { set->m_skipFiducialSetup = true; }
 
   ScriptedOperator user;
   TempFolder folder;
   Set set = std::make_unique<CDipoleFace9File>();
 
  private:
-  CString m_folderBefore;
+  KeptCurrentFolder m_currentFolder;
 };
 
 }  // namespace
