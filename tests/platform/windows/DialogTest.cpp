@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "tests/platform/windows/HandleCount.h"
 #include "tests/platform/windows/Robot.h"
 #include "tests/platform/windows/ids.h"
 
@@ -252,6 +253,21 @@ TEST(ModelessDialog, MayDeleteItselfWhenItsWindowGoes) {
   EXPECT_TRUE(deleted);
 }
 
+TEST(HandleCount, SeesWindowsMenusAndBrushes) {
+  const int windows = windowHandles();
+  const int drawing = gdiHandles();
+  CDialog dialog;
+  ASSERT_TRUE(dialog.Create(IDD_PLAIN));
+  EXPECT_GE(windowHandles(), windows + 3);  // it and its two buttons
+  const int withDialog = windowHandles();
+  CMenu menu;
+  ASSERT_TRUE(menu.CreatePopupMenu());
+  EXPECT_GT(windowHandles(), withDialog);
+  const HBRUSH brush = ::CreateSolidBrush(RGB(1, 2, 3));
+  EXPECT_GE(gdiHandles(), drawing + 1);
+  ::DeleteObject(brush);
+}
+
 TEST(Dialogs, LeaveNoHandlesBehind) {
   const auto oneEach = [] {
     PlainDialog modeless;
@@ -266,8 +282,8 @@ TEST(Dialogs, LeaveNoHandlesBehind) {
   };
   oneEach();  // what is made once and kept
   oneEach();
-  const DWORD user = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
-  const DWORD gdi = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
+  const int windows = windowHandles();
+  const int drawing = gdiHandles();
   DWORD handles = 0;
   ::GetProcessHandleCount(::GetCurrentProcess(), &handles);
   for (int i = 0; i < 100; ++i) {
@@ -275,8 +291,8 @@ TEST(Dialogs, LeaveNoHandlesBehind) {
   }
   DWORD handlesAfter = 0;
   ::GetProcessHandleCount(::GetCurrentProcess(), &handlesAfter);
-  EXPECT_EQ(::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS), user);
-  EXPECT_EQ(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS), gdi);
+  EXPECT_EQ(windowHandles(), windows);
+  EXPECT_EQ(gdiHandles(), drawing);
   EXPECT_LE(handlesAfter, handles + 2);
 }
 
