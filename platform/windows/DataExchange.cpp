@@ -49,7 +49,7 @@ bool parseReal(const CString& text, double& value) {
   }
   LPTSTR end = nullptr;
   const double parsed = std::wcstod(number, &end);
-  if (*end != 0 || !std::isfinite(parsed)) {
+  if (*end != 0) {
     return false;
   }
   value = parsed;
