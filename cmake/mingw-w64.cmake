@@ -9,6 +9,5 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_CROSSCOMPILING_EMULATOR wine)
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 # Debian's zlib for Windows brings a library of each kind; programs are to need nothing but the system.
 set(ZLIB_LIBRARY /usr/x86_64-w64-mingw32/lib/libz.a)

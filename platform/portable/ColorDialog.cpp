@@ -1,8 +1,9 @@
 #include "platform/portable/ColorDialog.h"
 
 #include "platform/Operator.h"
+#include "platform/portable/SystemDialogs.h"
 
-CColorDialog::CColorDialog(COLORREF initial, DWORD flags, CWnd* /*parent*/) : m_cc() {
+CColorDialog::CColorDialog(COLORREF initial, DWORD flags, CWnd* parent) : m_cc(), m_parent(parent) {
   m_cc.lStructSize = sizeof m_cc;
   m_cc.rgbResult = initial;
   m_cc.lpCustColors = m_customColors;
@@ -13,8 +14,11 @@ CColorDialog::~CColorDialog() = default;
 
 INT_PTR CColorDialog::DoModal() {
   Operator* someone = installedOperator();
+  if (someone == nullptr) {
+    return askSystem(m_cc, m_parent) ? IDOK : IDCANCEL;
+  }
   COLORREF chosen = m_cc.rgbResult;
-  if (someone == nullptr || !someone->chooseColor(m_cc.rgbResult, chosen)) {
+  if (!someone->chooseColor(m_cc.rgbResult, chosen)) {
     return IDCANCEL;
   }
   m_cc.rgbResult = chosen;

@@ -1,4 +1,5 @@
-// CColorDialog: asks for a colour, answered by the installed operator (platform/Operator.h) on every system.
+// CColorDialog: asks for a colour, answered by the installed operator (platform/Operator.h). Without one it
+// is the system's dialog on Windows, and cancelled elsewhere.
 #pragma once
 
 #include "platform/portable/Object.h"
@@ -31,4 +32,5 @@ class CColorDialog : public CObject {
 
  private:
   COLORREF m_customColors[16] = {};
+  CWnd* m_parent;
 };

@@ -6,6 +6,7 @@
 #include "platform/Operator.h"
 #include "platform/Os.h"
 #include "platform/portable/FileNames.h"
+#include "platform/portable/SystemDialogs.h"
 
 namespace {
 
@@ -109,8 +110,13 @@ DWORD CommDlgExtendedError() {
 }
 
 CFileDialog::CFileDialog(BOOL open, LPCTSTR defaultExtension, LPCTSTR fileName, DWORD flags, LPCTSTR filter,
-                         CWnd* /*parent*/, DWORD /*size*/, BOOL /*vistaStyle*/)
-    : m_ofn(), m_open(open != FALSE), m_filter(filter), m_defaultExtension(defaultExtension), m_fileName() {
+                         CWnd* parent, DWORD /*size*/, BOOL /*vistaStyle*/)
+    : m_ofn(),
+      m_open(open != FALSE),
+      m_filter(filter),
+      m_defaultExtension(defaultExtension),
+      m_fileName(),
+      m_parent(parent) {
   const CString name = fileName;
   std::copy_n(name.GetString(), (std::min)(name.GetLength(), MAX_PATH - 1), m_fileName);
   m_filterPairs = m_filter;
@@ -130,7 +136,7 @@ INT_PTR CFileDialog::DoModal() {
   m_several = false;
   Operator* someone = installedOperator();
   if (someone == nullptr) {
-    return IDCANCEL;
+    return askWithoutOperator();
   }
   FileQuestion question;
   question.open = m_open;
@@ -154,6 +160,16 @@ INT_PTR CFileDialog::DoModal() {
     return IDCANCEL;
   }
   m_ofn.nFilterIndex = filterFor(nameOf(paths.front()), m_filter, m_ofn.nFilterIndex);
+  return IDOK;
+}
+
+INT_PTR CFileDialog::askWithoutOperator() {
+  if (!askSystem(m_ofn, m_open, m_parent, lastError)) {
+    return IDCANCEL;
+  }
+  // Behind a folder stands its end, behind a part of one path a separator.
+  const bool many = (m_ofn.Flags & OFN_ALLOWMULTISELECT) != 0 && m_ofn.nFileOffset > 0;
+  m_several = many && m_ofn.lpstrFile[m_ofn.nFileOffset - 1] == 0;
   return IDOK;
 }
 

@@ -1,5 +1,5 @@
-// CFileDialog: asks for files to open or to save, answered by the installed operator (platform/Operator.h) on
-// every system.
+// CFileDialog: asks for files to open or to save, answered by the installed operator (platform/Operator.h).
+// Without one it is the system's dialog on Windows, and cancelled elsewhere.
 #pragma once
 
 #include <vector>
@@ -9,7 +9,7 @@
 
 #ifdef _WIN32
 
-// The answer of Windows' own function would be about Windows' own dialogs, which are not asked here.
+// Windows' own function knows nothing of dialogs that the operator answers.
 #define CommDlgExtendedError platformDialogError
 
 #else
@@ -71,6 +71,7 @@ class CFileDialog : public CObject {
   OPENFILENAME m_ofn;
 
  private:
+  INT_PTR askWithoutOperator();
   bool layOut(const std::vector<CString>& paths);
 
   bool m_open;
@@ -79,4 +80,5 @@ class CFileDialog : public CObject {
   CString m_filterPairs;
   CString m_defaultExtension;
   TCHAR m_fileName[MAX_PATH];
+  CWnd* m_parent;
 };

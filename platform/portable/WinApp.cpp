@@ -1,9 +1,7 @@
 #include "platform/portable/WinApp.h"
 
-#include <cstdio>
-
 #include "platform/Operator.h"
-#include "platform/Utf.h"
+#include "platform/portable/SystemDialogs.h"
 
 namespace {
 
@@ -25,9 +23,7 @@ int CWinApp::DoMessageBox(LPCTSTR text, UINT type, UINT /*helpId*/) {
   if (Operator* someone = installedOperator()) {
     return someone->answerMessage(text, type);
   }
-  const std::string line = toUtf8(text) + '\n';
-  static_cast<void>(std::fputs(line.c_str(), stderr));  // where else could a failure be told?
-  return carefulAnswer(type);
+  return askSystem(text, m_pszAppName, type);
 }
 
 CWinApp* AfxGetApp() {
@@ -36,6 +32,10 @@ CWinApp* AfxGetApp() {
     theApp = &defaultApp;
   }
   return theApp;
+}
+
+CWnd* AfxGetMainWnd() {
+  return AfxGetApp()->m_pMainWnd;
 }
 
 int AfxMessageBox(LPCTSTR text, UINT type, UINT helpId) {

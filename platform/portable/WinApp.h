@@ -11,12 +11,13 @@ class CWinApp : public CObject {
   ~CWinApp() override;
 
   // Shows `text` with the buttons and icon of `type` (MB_...) and returns the answer (ID...). Asks the
-  // installed operator (platform/Operator.h). Without one the text goes to the standard error stream, and the
-  // answer is the careful one: OK where there is nothing else, No where there is a No, else Cancel (Ignore,
-  // for abort, retry, ignore, becomes Abort).
+  // installed operator (platform/Operator.h). Without one it is the system's message box on Windows;
+  // elsewhere the text goes to the standard error stream, and the answer is the careful one: OK where there
+  // is nothing else, No where there is a No, else Cancel (for abort, retry, ignore, Abort).
   virtual int DoMessageBox(LPCTSTR text, UINT type, UINT helpId);
 
-  LPCTSTR m_pszAppName;  // not copied; the caption of message boxes
+  LPCTSTR m_pszAppName;        // not copied; the caption of message boxes
+  CWnd* m_pMainWnd = nullptr;  // what dialogs without a parent belong to; the program keeps it up to date
 
  private:
   CWinApp* m_previous;
@@ -24,6 +25,9 @@ class CWinApp : public CObject {
 
 // The application object; never null: a default one serves when the program made none.
 CWinApp* AfxGetApp();
+
+// Its main window, or null.
+CWnd* AfxGetMainWnd();
 
 // One message box, through the application object's DoMessageBox. Returns the answer (ID...).
 int AfxMessageBox(LPCTSTR text, UINT type = MB_OK, UINT helpId = 0);

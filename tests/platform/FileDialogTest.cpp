@@ -216,14 +216,4 @@ TEST(FileDialog, FilterLiesInPairs) {
   EXPECT_EQ(CFileDialog(TRUE).m_ofn.lpstrFilter, nullptr);
 }
 
-TEST(FileDialog, WithoutAnOperatorIsCancelled) {
-  Operator* before = installOperator(nullptr);
-  CFileDialog dialog(TRUE);
-  EXPECT_EQ(dialog.DoModal(), IDCANCEL);
-  EXPECT_EQ(CommDlgExtendedError(), 0U);
-  EXPECT_EQ(dialog.GetStartPosition(), nullptr);
-  EXPECT_TRUE(dialog.GetPathName().IsEmpty());
-  installOperator(before);
-}
-
 }  // namespace

@@ -23,17 +23,6 @@ class LoudApp : public CWinApp {
   UINT lastHelp = 99;
 };
 
-class NobodyThere {
- public:
-  NobodyThere() : m_before(installOperator(nullptr)) {}
-  ~NobodyThere() { installOperator(m_before); }
-  NobodyThere(const NobodyThere&) = delete;
-  NobodyThere& operator=(const NobodyThere&) = delete;
-
- private:
-  Operator* m_before;
-};
-
 TEST(AfxMessageBox, AsksTheApplicationObject) {
   LoudApp app;
   EXPECT_EQ(AfxGetApp(), &app);
@@ -67,20 +56,6 @@ TEST(AfxMessageBox, DefaultAsksTheOperator) {
   EXPECT_EQ(someone.messages, expected);
 }
 
-TEST(AfxMessageBox, WithoutAnOperatorSpeaksOnStderrAndAnswersCarefully) {
-  const NobodyThere nobody;
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(AfxMessageBox(_T("one \u20AC"), MB_OK), IDOK);
-  EXPECT_EQ(AfxMessageBox(_T("two"), MB_YESNO | MB_ICONSTOP), IDNO);
-  EXPECT_EQ(AfxMessageBox(_T("three"), MB_YESNOCANCEL), IDNO);
-  EXPECT_EQ(AfxMessageBox(_T("four"), MB_OKCANCEL), IDCANCEL);
-  EXPECT_EQ(AfxMessageBox(_T("five"), MB_RETRYCANCEL), IDCANCEL);
-  EXPECT_EQ(AfxMessageBox(_T("six"), MB_ABORTRETRYIGNORE), IDABORT);
-  std::string shown = testing::internal::GetCapturedStderr();
-  std::erase(shown, '\r');
-  EXPECT_EQ(shown, "one €\ntwo\nthree\nfour\nfive\nsix\n");
-}
-
 TEST(Operator, InstallingReturnsTheOneBefore) {
   ScriptedOperator outer;
   EXPECT_EQ(installedOperator(), &outer);
@@ -109,13 +84,6 @@ TEST(ColorDialog, CancelledKeepsTheColor) {
   CColorDialog dialog(RGB(9, 8, 7));
   EXPECT_EQ(dialog.DoModal(), IDCANCEL);
   EXPECT_EQ(dialog.GetColor(), RGB(9, 8, 7));
-}
-
-TEST(ColorDialog, WithoutAnOperatorIsCancelled) {
-  const NobodyThere nobody;
-  CColorDialog dialog;
-  EXPECT_EQ(dialog.DoModal(), IDCANCEL);
-  EXPECT_NE(dialog.m_cc.lpCustColors, nullptr);
 }
 
 TEST(Colors, AreBlueGreenRed) {
