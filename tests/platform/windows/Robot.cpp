@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr ULONGLONG patience = 10000;  // ms
+constexpr ULONGLONG patience = 60000;  // ms, for machines that are busy with other things
 
 Robot* working = nullptr;
 
