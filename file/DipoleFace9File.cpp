@@ -41,9 +41,7 @@ int CDipoleFace9File::serializeDipolesFace(CArchive& archive) {
     archive.Flush();
     return 1;
   }
-  CString found;
-  archive >> found;
-  if (found.CompareNoCase(magic) != 0) {
+  if (!startsWith(archive, magic)) {
     return 0;
   }
   int version = 0;

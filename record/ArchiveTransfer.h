@@ -3,6 +3,13 @@
 
 #include <afx.h>
 
+// Reads the text in front of a stand-alone form; case does not count.
+inline bool startsWith(CArchive& archive, const CString& magic) {
+  CString found;
+  archive >> found;
+  return found.CompareNoCase(magic) == 0;
+}
+
 // Called with a member, it writes or reads it, as the archive is meant. A flag takes one byte: any value but
 // 0 is true.
 class ArchiveTransfer {

@@ -65,9 +65,7 @@ int CDipoles4File::serializeDipole(CArchive& archive) {
     archive << magic << version20061206;
     return serialize20061206(archive);
   }
-  CString found;
-  archive >> found;
-  if (found.CompareNoCase(magic) != 0) {
+  if (!startsWith(archive, magic)) {
     return 0;
   }
   int version = 0;

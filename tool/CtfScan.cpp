@@ -25,10 +25,6 @@ bool isNumberedRow(std::string_view text) {
   return !rest.empty() && rest.front() == ':';
 }
 
-bool contains(std::string_view line, std::string_view words) {
-  return line.find(words) != std::string_view::npos;
-}
-
 // Inside a section the importer passes over a line with one of these marks, even with a "}".
 bool isPassedOver(std::string_view line) {
   return contains(line, "{") || contains(line, "//");

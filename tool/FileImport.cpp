@@ -155,7 +155,7 @@ void FileImport::loadDipset() {
   const OperatorInCharge inCharge(op);
   try {
     CFile file(fromUtf8(m_path), CFile::modeRead | CFile::shareDenyWrite);
-    CArchive archive(&file, CArchive::load, 65536);
+    CArchive archive(&file, CArchive::load);
     const bool isOld = isHeaderlessSet(m_path);
     const int result = isOld ? m_collection->serializeObsolete20050630(archive)
                              : m_collection->serializeDipolesFace(archive);

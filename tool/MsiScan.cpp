@@ -12,10 +12,6 @@ namespace {
 // Lines with one of these words are a legend of symbols to the importer, whatever else they hold.
 constexpr std::array legendWords = {"Code", "Circle", "Square", "Triangle", "Dot", "Shape"};
 
-bool contains(std::string_view line, std::string_view words) {
-  return line.find(words) != std::string_view::npos;
-}
-
 bool isLegend(std::string_view line) {
   return std::any_of(legendWords.begin(), legendWords.end(),
                      [line](const char* word) { return contains(line, word); });

@@ -33,6 +33,10 @@ std::optional<std::string> takeLines(const std::string& path,
   return line;
 }
 
+bool contains(std::string_view line, std::string_view words) {
+  return line.find(words) != std::string_view::npos;
+}
+
 std::string_view withoutBlanks(std::string_view line) {
   constexpr std::string_view blanks = " \t\v\f\r";
   const std::size_t first = line.find_first_not_of(blanks);

@@ -15,6 +15,8 @@ namespace tool {
 std::optional<std::string> takeLines(const std::string& path,
                                      const std::function<void(const std::string&)>& take);
 
+bool contains(std::string_view line, std::string_view words);
+
 // Without the white space around.
 std::string_view withoutBlanks(std::string_view line);
 

@@ -23,7 +23,7 @@ void writeArchive(const std::string& target, Store store) {
   const OperatorInCharge inCharge(op);
   try {
     CFile file(fromUtf8(replacing.path()), CFile::modeCreate | CFile::modeWrite);
-    CArchive archive(&file, CArchive::store, 65536);
+    CArchive archive(&file, CArchive::store);
     const int result = store(archive);
     if (result == 0 || !op.messages().empty()) {
       archive.Abort();
