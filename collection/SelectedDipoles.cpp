@@ -1,0 +1,141 @@
+#include "collection/SelectedDipoles.h"
+
+#include <algorithm>
+
+namespace {
+
+// The extent of coordinates and of the origin, along one axis.
+class ExtentWithOrigin {
+ public:
+  void include(double value) {
+    m_least = (std::min)(m_least, value);
+    m_most = (std::max)(m_most, value);
+  }
+  double half() const { return (m_most - m_least) * 0.5; }
+
+ private:
+  // From 0, not from the first value, deliberately: hosts know the size that comes of it.
+  double m_least = 0.0;
+  double m_most = 0.0;
+};
+
+void add(double (&sum)[3], const double (&values)[3]) {
+  for (int axis = 0; axis < 3; ++axis) {
+    sum[axis] += values[axis];
+  }
+}
+
+void divide(double (&values)[3], double divisor) {
+  for (double& value : values) {
+    value /= divisor;
+  }
+}
+
+void fill(CDipoleszq& dipole, const DipoleAverage& average, LPCTSTR labelPattern) {
+  std::copy_n(average.location, 3, dipole.m_location);
+  std::copy_n(average.orientation, 3, dipole.m_orientation);
+  dipole.m_latency = average.latency;
+  dipole.m_moment = average.moment;
+  dipole.m_fitError = average.fitError;
+  dipole.m_size = average.size;
+  dipole.m_label.Format(labelPattern, average.count);
+}
+
+// The added dipole is the current one.
+bool add(CDipoleFace& face, const DipoleAverage& average, LPCTSTR labelPattern) {
+  if (average.count == 0 || face.addDipole() == 0) {
+    return false;
+  }
+  fill(*face.getCurrentDipole(), average, labelPattern);
+  face.reSortDipoles();
+  return true;
+}
+
+}  // namespace
+
+DipoleSlots dipolesOfRows(const CDipoleFace& face, const std::vector<bool>& selectedRows) {
+  DipoleSlots slots;
+  for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
+    const int row = face.getDipoleListItemID(slot);
+    if (row >= 0 && static_cast<std::size_t>(row) < selectedRows.size() &&
+        selectedRows[static_cast<std::size_t>(row)]) {
+      slots.push_back(slot);
+    }
+  }
+  return slots;
+}
+
+void markSelection(CDipoleFace& face, const DipoleSlots& selected) {
+  for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
+    face.setDipoleSelection(slot, false);
+  }
+  for (const int slot : selected) {
+    face.setDipoleSelection(slot, true);
+  }
+}
+
+void deleteDipoles(CDipoleFace& face, const DipoleSlots& dipoles) {
+  for (const int slot : dipoles) {
+    face.deleteDipole(slot, 0);
+  }
+  face.reSortDipoles();
+}
+
+void showDipoles(CDipoleFace3On3DView& face, const DipoleSlots& dipoles, int show) {
+  for (const int slot : dipoles) {
+    face.setShowDipole(slot, show);
+  }
+}
+
+void nameDipoles(CDipoleFace& face, const DipoleSlots& dipoles, const CString& name) {
+  for (const int slot : dipoles) {
+    face.setDipoleName(slot, name);
+  }
+  face.reSortDipoles();
+}
+
+void colorDipoles(CDipoleFace& face, const DipoleSlots& dipoles, COLORREF color) {
+  for (const int slot : dipoles) {
+    face.setDipoleColor(slot, color);
+  }
+}
+
+DipoleAverage averageOf(const CDipoleFace& face, const DipoleSlots& dipoles) {
+  DipoleAverage average;
+  ExtentWithOrigin box[3];
+  for (const int slot : dipoles) {
+    const CDipoleszq* dipole = face.getDipole(slot);
+    if (dipole == nullptr) {
+      continue;
+    }
+    ++average.count;
+    add(average.location, dipole->m_location);
+    add(average.orientation, dipole->m_orientation);
+    average.latency += dipole->m_latency;
+    average.moment += dipole->m_moment;
+    average.fitError += dipole->m_fitError;
+    for (int axis = 0; axis < 3; ++axis) {
+      box[axis].include(dipole->m_location[axis]);
+    }
+  }
+  if (average.count > 0) {
+    const double count = average.count;
+    divide(average.location, count);
+    divide(average.orientation, count);
+    average.latency /= count;
+    average.moment /= count;
+    average.fitError /= count;
+    average.size = (box[0].half() + box[1].half() + box[2].half()) / 3.0;
+  }
+  return average;
+}
+
+bool addAverage(CDipoleFace& face, const DipoleSlots& dipoles) {
+  return add(face, averageOf(face, dipoles), _T("AverageDipole_%d"));
+}
+
+bool replaceByAverage(CDipoleFace& face, const DipoleSlots& dipoles) {
+  const DipoleAverage average = averageOf(face, dipoles);
+  deleteDipoles(face, dipoles);
+  return add(face, average, _T("AverageDipole%d"));
+}

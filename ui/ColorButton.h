@@ -1,0 +1,21 @@
+// A button that shows a colour on its whole face.
+#pragma once
+
+#include <afxwin.h>
+
+class ColorButton : public CButton {
+ public:
+  ColorButton();
+  ~ColorButton() override;
+
+  void show(COLORREF color);  // at once, and whenever the button is drawn again
+
+ protected:
+  LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  void paint();
+
+  bool m_hasColor = false;
+  COLORREF m_color = 0;
+};

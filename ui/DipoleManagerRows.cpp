@@ -1,0 +1,97 @@
+// What the manager does when the user chooses rows of its list.
+#include <algorithm>
+
+#include "ui/DipoleFacezq.h"
+#include "ui/DlgDipoleManagerzq.h"
+#include "ui/WindowTools.h"
+
+namespace {
+
+// A row that only loses selection or focus has been left, not chosen.
+bool isChoice(const NMLISTVIEW& change) {
+  const UINT lost = change.uOldState & ~change.uNewState;
+  const UINT gained = change.uNewState & ~change.uOldState;
+  return gained != 0 || lost == 0;
+}
+
+}  // namespace
+
+void CDlgDipoleManagerzq::OnRowChanged(NMHDR* header, LRESULT* result) {
+  *result = 0;
+  const auto& change = *reinterpret_cast<const NMLISTVIEW*>(header);
+  chooseRow(change.iItem, isChoice(change));
+}
+
+// A whole range of rows at once.
+void CDlgDipoleManagerzq::OnRowsChanged(NMHDR* header, LRESULT* result) {
+  *result = 0;
+  const auto& change = *reinterpret_cast<const NMLVODSTATECHANGE*>(header);
+  chooseRow(change.iTo, (change.uNewState & ~change.uOldState) != 0);
+}
+
+void CDlgDipoleManagerzq::chooseRow(int row, bool isChosen) {
+  UpdateData(TRUE);
+  if (m_pDipoleFace == nullptr) {
+    return;
+  }
+  // All rows at once are one choice, that of the last.
+  const int chosen = row >= 0 ? row : m_listDipoles.GetItemCount() - 1;
+  const Lifetime::Watch watch = m_lifetime.watch();
+  if (m_showCurrentOnly == FALSE) {
+    takeSelection();
+  } else if (isChosen) {
+    showOnlyDipoleOfRow(chosen);
+  }
+  if (!watch.isOver() && isChosen && m_dynamicUpdate != FALSE && m_cbfDipoleXYZ != nullptr) {
+    tellPositionOfRow(chosen);
+  }
+  if (!watch.isOver()) {
+    refreshEditors();
+  }
+}
+
+// The dipoles' selection flags become those of their rows; the last one selected becomes the current one.
+void CDlgDipoleManagerzq::takeSelection() {
+  const DipoleSlots selected = m_listDipoles.selectedDipoles();
+  markSelection(*m_pDipoleFace, selected);
+  if (!selected.empty()) {
+    m_pDipoleFace->setCurrentDipole(selected.back());
+  }
+  repaint(m_pHostWnd);
+}
+
+void CDlgDipoleManagerzq::showOnlyDipoleOfRow(int row) {
+  for (int slot = 0; slot < m_pDipoleFace->m_totalDipoles; ++slot) {
+    m_pDipoleFace->setShowDipole(slot, m_pDipoleFace->getDipoleListItemID(slot) == row ? 1 : 0);
+  }
+  const Lifetime::Watch watch = m_lifetime.watch();
+  m_listDipoles.setOneClickStyle();
+  m_listDipoles.refill();
+  if (!watch.isOver() && m_dynamicUpdate == FALSE) {
+    repaint(m_pHostWnd);
+  }
+}
+
+int CDlgDipoleManagerzq::dipoleOfRow(int row) const {
+  int slot = m_pDipoleFace->m_totalDipoles - 1;
+  while (slot >= 0 && m_pDipoleFace->getDipoleListItemID(slot) != row) {
+    --slot;
+  }
+  return slot;
+}
+
+void CDlgDipoleManagerzq::tellPositionOfRow(int row) {
+  const int slot = dipoleOfRow(row);
+  if (row < 0 || slot < 0) {
+    return;
+  }
+  m_pDipoleFace->setCurrentDipole(slot);
+  m_pDipoleFace->setShowDipole(slot, 1);
+  // The display coordinates are inert: these values are what the host gets.
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+  if (m_pDipoleFace->getCurrentDipoleXYZ(x, y, z) != 0) {
+    m_cbfDipoleXYZ(x, y, z, m_pDipoleFace->getCurrentDipole()->m_latency);
+  }
+}

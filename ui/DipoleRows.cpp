@@ -1,0 +1,63 @@
+#include "ui/DipoleRows.h"
+
+#include <iterator>
+#include <utility>
+
+DipoleRows::Row::Row(const CDipoleszq& dipole)
+    : number(dipole.m_number),
+      shown(dipole.m_show != 0),
+      values{dipole.m_latency,        dipole.m_location[0],    dipole.m_location[1],
+             dipole.m_location[2],    dipole.m_orientation[0], dipole.m_orientation[1],
+             dipole.m_orientation[2], dipole.m_fitError,       dipole.m_moment},
+      label(dipole.m_label) {}
+
+LPCTSTR DipoleRows::heading(int column) {
+  static constexpr LPCTSTR headings[] = {_T("Index"),          _T("Latency(ms)"),    _T("Position X(mm)"),
+                                         _T("Position Y(mm)"), _T("Position Z(mm)"), _T("Orientation X"),
+                                         _T("Orientation Y"),  _T("Orientation Z"),  _T("Fit Error"),
+                                         _T("Moment"),         _T("Label")};
+  static_assert(std::size(headings) == columns);
+  return headings[column];
+}
+
+bool DipoleRows::fill(CDipoleFace& face) {
+  std::vector<Row> rows;
+  rows.reserve(face.getTotalDipoles());
+  const int total = face.m_totalDipoles;
+  for (int slot = 0; slot < total && face.getDipole(slot) != nullptr; ++slot) {
+    rows.emplace_back(*face.getDipole(slot));
+  }
+  m_rows = std::move(rows);
+  for (int row = 0; row < count(); ++row) {
+    face.setDipoleListItemID(row, row);
+  }
+  return count() == total;
+}
+
+CString DipoleRows::text(int row, int column) const {
+  const Row& shown = m_rows[static_cast<std::size_t>(row)];
+  CString text;
+  if (column == 0) {
+    text.Format(_T("%d"), shown.number);
+  } else if (column == columns - 1) {
+    text = shown.label;
+  } else {
+    text.Format(_T("%.4f"), shown.values[column - 1]);
+  }
+  return text;
+}
+
+int DipoleRows::image(int row) const {
+  return m_rows[static_cast<std::size_t>(row)].shown ? shownImage : hiddenImage;
+}
+
+int DipoleRows::find(const CString& beginning, bool whole, int start) const {
+  for (int step = 0; step < count(); ++step) {
+    const int row = (start + step) % count();
+    const CString number = text(row, 0);
+    if ((whole ? number : number.Left(beginning.GetLength())) == beginning) {
+      return row;
+    }
+  }
+  return -1;
+}

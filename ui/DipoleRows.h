@@ -1,0 +1,48 @@
+// The rows of the manager's list: what each cell says, without a window.
+//
+// A row shows its dipole as it was when the list was filled. Rows and columns count from 0. The columns, which are
+// also the keys of CDipoleFace1Process::sortDipoles:
+//   0 number, 1 latency (ms), 2..4 location x, y, z (mm), 5..7 orientation x, y, z, 8 fit error (percent),
+//   9 moment, 10 label
+#pragma once
+
+#include <afxwin.h>
+
+#include <vector>
+
+#include "collection/DipoleFace.h"
+
+class DipoleRows {
+ public:
+  static constexpr int columns = 11;
+  static constexpr int shownImage = 0;
+  static constexpr int hiddenImage = 1;
+
+  static LPCTSTR heading(int column);
+
+  // One row for each slot of the collection; the row's number becomes the list item of the dipole. Ends before an
+  // empty slot and then returns false. Without memory nothing has changed.
+  bool fill(CDipoleFace& face);
+  void clear() { m_rows.clear(); }
+
+  int count() const { return static_cast<int>(m_rows.size()); }
+  bool has(int row) const { return row >= 0 && row < count(); }
+
+  // Of a row that there is. Numbers with four decimals.
+  CString text(int row, int column) const;
+  int image(int row) const;
+
+  // The first row, from `start` on and around the end, whose first cell begins like this (or is this); -1: none.
+  int find(const CString& beginning, bool whole, int start) const;
+
+ private:
+  struct Row {
+    explicit Row(const CDipoleszq& dipole);
+    int number;
+    bool shown;
+    double values[9];  // columns 1 to 9
+    CString label;
+  };
+
+  std::vector<Row> m_rows;
+};

@@ -1,0 +1,70 @@
+#include "ui/DlgDipoleCoordinate.h"
+
+#include "ui/DipoleFacezq.h"
+#include "ui/WindowTools.h"
+#include "ui/resource.h"
+
+BEGIN_MESSAGE_MAP(CDlgDipoleCoordinate, CDialog)
+ON_BN_CLICKED(IDC_COORDINATE_APPLY, &CDlgDipoleCoordinate::OnApply)
+END_MESSAGE_MAP()
+
+CDlgDipoleCoordinate::CDlgDipoleCoordinate(CWnd* parent) : CDialog(IDD_DIPOLE_COORDINATE, parent) {}
+
+CDlgDipoleCoordinate::~CDlgDipoleCoordinate() = default;
+
+void CDlgDipoleCoordinate::DoDataExchange(CDataExchange* exchange) {
+  CDialog::DoDataExchange(exchange);
+  m_texts.exchange(exchange, IDC_COORDINATE_LOCATION_X, m_locationX);
+  m_texts.exchange(exchange, IDC_COORDINATE_LOCATION_Y, m_locationY);
+  m_texts.exchange(exchange, IDC_COORDINATE_LOCATION_Z, m_locationZ);
+  // y before x deliberately: the order in which a mistake is reported.
+  m_texts.exchange(exchange, IDC_COORDINATE_ORIENTATION_Y, m_orientationY);
+  m_texts.exchange(exchange, IDC_COORDINATE_ORIENTATION_X, m_orientationX);
+  m_texts.exchange(exchange, IDC_COORDINATE_ORIENTATION_Z, m_orientationZ);
+  m_texts.exchange(exchange, IDC_COORDINATE_ROTATION_X, m_rotationX);
+  m_texts.exchange(exchange, IDC_COORDINATE_ROTATION_Y, m_rotationY);
+  m_texts.exchange(exchange, IDC_COORDINATE_ROTATION_Z, m_rotationZ);
+}
+
+int CDlgDipoleCoordinate::refresh() {
+  if (m_pDipoleFace == nullptr) {
+    return 1;
+  }
+  m_pDipoleFace->getAllDipoleLocational(m_locationX, m_locationY, m_locationZ);
+  m_pDipoleFace->getAllDipoleRotation(m_rotationX, m_rotationY, m_rotationZ);
+  UpdateData(FALSE);
+  m_texts.remember(*this);
+  return 1;
+}
+
+void CDlgDipoleCoordinate::leaveCollection() {
+  m_pDipoleFace = nullptr;
+  m_pHostWnd = nullptr;
+  ShowWindow(SW_HIDE);
+}
+
+void CDlgDipoleCoordinate::OnApply() {
+  if (m_pDipoleFace == nullptr || !UpdateData(TRUE)) {
+    return;
+  }
+  const auto take = [this](int field, double& held, double entered) {
+    if (m_texts.isChanged(*this, field)) {
+      held = entered;
+    }
+  };
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+  m_pDipoleFace->getAllDipoleLocational(x, y, z);
+  take(IDC_COORDINATE_LOCATION_X, x, m_locationX);
+  take(IDC_COORDINATE_LOCATION_Y, y, m_locationY);
+  take(IDC_COORDINATE_LOCATION_Z, z, m_locationZ);
+  m_pDipoleFace->setAllDipoleLocational(x, y, z);
+  m_pDipoleFace->getAllDipoleRotation(x, y, z);
+  take(IDC_COORDINATE_ROTATION_X, x, m_rotationX);
+  take(IDC_COORDINATE_ROTATION_Y, y, m_rotationY);
+  take(IDC_COORDINATE_ROTATION_Z, z, m_rotationZ);
+  m_pDipoleFace->setAllDipoleRotation(x, y, z);
+  repaint(m_pHostWnd);
+  refresh();
+}

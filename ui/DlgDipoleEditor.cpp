@@ -1,0 +1,219 @@
+#include "ui/DlgDipoleEditor.h"
+
+#include <afxdlgs.h>
+
+#include "headmodel/Triple.h"
+#include "ui/DipoleFacezq.h"
+#include "ui/ListDipoleszq.h"
+#include "ui/WindowTools.h"
+#include "ui/resource.h"
+
+namespace {
+
+constexpr float leastMergeRadius = 1.0F;
+constexpr float mostMergeRadius = 9000.0F;
+
+CString caption(const CDipoleFace& face) {
+  CString text;
+  text.Format(_T("Current dipole (Total dipoles):%d(%d)"), face.getCurrentDipoleID(),
+              static_cast<int>(face.getTotalDipoles()));
+  return text;
+}
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CDlgDipoleEditor, CDialog)
+ON_BN_CLICKED(IDC_EDITOR_ADD, &CDlgDipoleEditor::OnAdd)
+ON_BN_CLICKED(IDC_EDITOR_DELETE, &CDlgDipoleEditor::OnDelete)
+ON_BN_CLICKED(IDC_EDITOR_NEXT, &CDlgDipoleEditor::OnNext)
+ON_BN_CLICKED(IDC_EDITOR_PREVIOUS, &CDlgDipoleEditor::OnPrevious)
+ON_BN_CLICKED(IDC_EDITOR_APPLY, &CDlgDipoleEditor::OnApply)
+ON_BN_CLICKED(IDC_EDITOR_COLOR, &CDlgDipoleEditor::OnColor)
+ON_BN_CLICKED(IDC_EDITOR_SHOW_ORIENTATION, &CDlgDipoleEditor::OnShowOrientation)
+ON_EN_CHANGE(IDC_EDITOR_MERGE_RADIUS, &CDlgDipoleEditor::OnChangeMergeRadius)
+END_MESSAGE_MAP()
+
+CDlgDipoleEditor::CDlgDipoleEditor(CWnd* parent) : CDialog(IDD_DIPOLE_EDITOR, parent) {}
+
+CDlgDipoleEditor::~CDlgDipoleEditor() = default;
+
+void CDlgDipoleEditor::DoDataExchange(CDataExchange* exchange) {
+  CDialog::DoDataExchange(exchange);
+  m_texts.exchange(exchange, IDC_EDITOR_SIZE, m_size);
+  m_texts.exchange(exchange, IDC_EDITOR_LOCATION_X, m_locationX);
+  m_texts.exchange(exchange, IDC_EDITOR_LOCATION_Y, m_locationY);
+  m_texts.exchange(exchange, IDC_EDITOR_LOCATION_Z, m_locationZ);
+  DDX_Check(exchange, IDC_EDITOR_SHOW_ORIENTATION, m_showOrientation);
+  m_texts.exchange(exchange, IDC_EDITOR_ORIENTATION_X, m_orientationX);
+  m_texts.exchange(exchange, IDC_EDITOR_ORIENTATION_Y, m_orientationY);
+  m_texts.exchange(exchange, IDC_EDITOR_ORIENTATION_Z, m_orientationZ);
+  m_texts.exchange(exchange, IDC_EDITOR_ORIENTATION_LENGTH, m_orientationLength);
+  m_texts.exchange(exchange, IDC_EDITOR_MERGE_RADIUS, m_mergeRadius);
+  DDV_MinMaxFloat(exchange, m_mergeRadius, leastMergeRadius, mostMergeRadius);
+  DDX_Control(exchange, IDC_EDITOR_COLOR, m_colorButton);
+  m_texts.exchange(exchange, IDC_EDITOR_LABEL, m_label);
+}
+
+BOOL CDlgDipoleEditor::OnInitDialog() {
+  CDialog::OnInitDialog();
+  refresh();
+  return TRUE;
+}
+
+int CDlgDipoleEditor::refresh() {
+  if (m_pDipoleFace == nullptr) {
+    return 0;
+  }
+  SetWindowText(caption(*m_pDipoleFace));
+  m_mergeRadius = m_pDipoleFace->m_mergeRadius;
+  if (const CDipoleszq* dipole = m_pDipoleFace->getCurrentDipole()) {
+    fillFrom(*dipole);
+    m_colorButton.show(dipole->m_color);
+  }
+  UpdateData(FALSE);
+  m_texts.remember(*this);
+  return 1;
+}
+
+void CDlgDipoleEditor::leaveCollection() {
+  m_pDipoleFace = nullptr;
+  m_pHostWnd = nullptr;
+  ShowWindow(SW_HIDE);
+}
+
+void CDlgDipoleEditor::fillFrom(const CDipoleszq& dipole) {
+  m_size = dipole.m_size;
+  m_locationX = dipole.m_location[0];
+  m_locationY = dipole.m_location[1];
+  m_locationZ = dipole.m_location[2];
+  m_orientationX = dipole.m_orientation[0];
+  m_orientationY = dipole.m_orientation[1];
+  m_orientationZ = dipole.m_orientation[2];
+  m_orientationLength = dipole.m_orientationLength;
+  m_label = dipole.m_label;
+  m_showOrientation = dipole.m_showOrientation;
+}
+
+void CDlgDipoleEditor::storeInto(CDipoleszq& dipole) const {
+  const auto store = [this](int field, auto& held, const auto& entered) {
+    if (m_texts.isChanged(*this, field)) {
+      held = entered;
+    }
+  };
+  store(IDC_EDITOR_SIZE, dipole.m_size, m_size);
+  store(IDC_EDITOR_ORIENTATION_LENGTH, dipole.m_orientationLength, m_orientationLength);
+  store(IDC_EDITOR_LOCATION_X, dipole.m_location[0], m_locationX);
+  store(IDC_EDITOR_LOCATION_Y, dipole.m_location[1], m_locationY);
+  store(IDC_EDITOR_LOCATION_Z, dipole.m_location[2], m_locationZ);
+  store(IDC_EDITOR_ORIENTATION_X, dipole.m_orientation[0], m_orientationX);
+  store(IDC_EDITOR_ORIENTATION_Y, dipole.m_orientation[1], m_orientationY);
+  store(IDC_EDITOR_ORIENTATION_Z, dipole.m_orientation[2], m_orientationZ);
+  store(IDC_EDITOR_LABEL, dipole.m_label, m_label);
+  dipole.m_showOrientation = m_showOrientation;
+}
+
+CDlgDipoleEditor::Applied CDlgDipoleEditor::apply() {
+  if (m_pDipoleFace == nullptr) {
+    return Applied::nothing;
+  }
+  if (!UpdateData(TRUE)) {
+    return Applied::refused;
+  }
+  m_pDipoleFace->m_showDipoleOrientationAll = m_showOrientation;
+  if (m_texts.isChanged(*this, IDC_EDITOR_MERGE_RADIUS)) {
+    m_pDipoleFace->m_mergeRadius = m_mergeRadius;
+  }
+  if (CDipoleszq* dipole = m_pDipoleFace->getCurrentDipole()) {
+    storeInto(*dipole);
+  }
+  m_texts.remember(*this);
+  if (isOpen(m_pList)) {
+    m_pList->refill();
+  }
+  return Applied::all;
+}
+
+void CDlgDipoleEditor::OnApply() {
+  if (apply() == Applied::all) {
+    repaint(m_pHostWnd);
+  }
+}
+
+// Labelled "Exit". After a refusal, which was told, the dialog stays.
+void CDlgDipoleEditor::OnOK() {
+  if (apply() != Applied::refused) {
+    CDialog::OnOK();
+  }
+}
+
+// Changes that may show a message, during which the collection and this dialog may go.
+template <typename Change>
+void CDlgDipoleEditor::changeSet(Change change) {
+  if (m_pDipoleFace == nullptr) {
+    return;
+  }
+  const Lifetime::Watch watch = m_lifetime.watch();
+  change(*m_pDipoleFace);
+  if (!watch.isOver()) {
+    refresh();
+  }
+}
+
+void CDlgDipoleEditor::OnAdd() {
+  changeSet([](CDipoleFacezq& face) {
+    if (face.addDipole() != 0) {
+      face.updateDipoleList();
+    }
+  });
+}
+
+void CDlgDipoleEditor::OnDelete() {
+  changeSet([](CDipoleFacezq& face) {
+    face.deleteCurrentDipole();
+    face.updateDipoleList();
+  });
+}
+
+void CDlgDipoleEditor::OnNext() {
+  const Lifetime::Watch watch = m_lifetime.watch();
+  changeSet([](CDipoleFacezq& face) { face.getNextDipole(); });
+  if (!watch.isOver()) {
+    showCurrentInList();
+  }
+}
+
+void CDlgDipoleEditor::OnPrevious() {
+  const Lifetime::Watch watch = m_lifetime.watch();
+  changeSet([](CDipoleFacezq& face) { face.getPreviousDipole(); });
+  if (!watch.isOver()) {
+    showCurrentInList();
+  }
+}
+
+void CDlgDipoleEditor::showCurrentInList() {
+  if (m_pDipoleFace != nullptr && m_pList != nullptr) {
+    m_pList->showCurrentDipole();
+  }
+}
+
+void CDlgDipoleEditor::OnColor() {
+  if (m_pDipoleFace == nullptr || m_pDipoleFace->getCurrentDipole() == nullptr) {
+    return;
+  }
+  const Lifetime::Watch watch = m_lifetime.watch();
+  m_pDipoleFace->getCurrentDipole()->setColor();
+  if (!watch.isOver()) {
+    repaint(m_pHostWnd);
+  }
+}
+
+void CDlgDipoleEditor::OnShowOrientation() {
+  if (m_pDipoleFace != nullptr && UpdateData(TRUE)) {
+    m_pDipoleFace->setShowDipoleOrientationAll(m_showOrientation);
+    repaint(m_pHostWnd);
+  }
+}
+
+void CDlgDipoleEditor::OnChangeMergeRadius() {
+  UpdateData(TRUE);
+}

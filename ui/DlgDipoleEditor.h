@@ -1,0 +1,71 @@
+// "Dipole Edit": the current dipole, field by field, and stepping through the set.
+//
+// Locations are mm in the host's head frame, the size is in pixels, the merge radius in mm. A field that the user did not
+// change is not written back.
+#pragma once
+
+#include <afxwin.h>
+
+#include "ui/ColorButton.h"
+#include "ui/EditTexts.h"
+#include "ui/Lifetime.h"
+
+class CDipoleFacezq;
+class CDipoleszq;
+class CListDipoleszq;
+
+class CDlgDipoleEditor : public CDialog {
+ public:
+  explicit CDlgDipoleEditor(CWnd* parent = nullptr);
+  ~CDlgDipoleEditor() override;
+
+  // Shows the current dipole: caption "Current dipole (Total dipoles):%d(%d)" with its index from 0, fields and
+  // colour. Without one the fields keep their values, but for the merge radius. Returns 1, or 0 without a
+  // collection.
+  int refresh();
+
+  void leaveCollection();  // hides
+
+  double m_size = 0.0;
+  double m_locationX = 0.0;
+  double m_locationY = 0.0;
+  double m_locationZ = 0.0;
+  int m_showOrientation = 0;
+  double m_orientationX = 0.0;
+  double m_orientationY = 0.0;
+  double m_orientationZ = 0.0;
+  double m_orientationLength = 0.0;
+  float m_mergeRadius = 0.0F;  // 1 to 9000
+  CWnd* m_pHostWnd = nullptr;
+  CDipoleFacezq* m_pDipoleFace = nullptr;
+  ColorButton m_colorButton;
+  CListDipoleszq* m_pList = nullptr;  // the manager's, when it is the manager's editor
+  CString m_label = _T("Dipole Label");
+
+ protected:
+  void DoDataExchange(CDataExchange* exchange) override;
+  BOOL OnInitDialog() override;
+  void OnOK() override;
+  afx_msg void OnAdd();
+  afx_msg void OnDelete();
+  afx_msg void OnNext();
+  afx_msg void OnPrevious();
+  afx_msg void OnApply();
+  afx_msg void OnColor();
+  afx_msg void OnShowOrientation();
+  afx_msg void OnChangeMergeRadius();
+  DECLARE_MESSAGE_MAP()
+
+ private:
+  enum class Applied { nothing, refused, all };
+
+  Applied apply();
+  void storeInto(CDipoleszq& dipole) const;
+  void fillFrom(const CDipoleszq& dipole);
+  template <typename Change>
+  void changeSet(Change change);
+  void showCurrentInList();
+
+  EditTexts m_texts;
+  Lifetime m_lifetime;
+};

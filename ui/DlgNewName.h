@@ -1,0 +1,16 @@
+// "Set Name": asks for one name, modal.
+#pragma once
+
+#include <afxwin.h>
+
+class CDlgNewName : public CDialog {
+ public:
+  explicit CDlgNewName(CWnd* parent = nullptr);
+  ~CDlgNewName() override;
+
+  CString m_name;  // shown at first; what was typed, after OK
+
+ protected:
+  void DoDataExchange(CDataExchange* exchange) override;
+  void OnOK() override;
+};

@@ -1,0 +1,31 @@
+// Which fields of a dialog the user has changed.
+//
+// A number is shown with fewer digits than it has, so a field that the user left alone must not be read back: the number
+// would change. The texts are remembered when the dialog has shown its numbers, and compared when it reads them.
+#pragma once
+
+#include <afxwin.h>
+
+#include <map>
+
+class EditTexts {
+ public:
+  // Takes the texts of all edit fields as they are now.
+  void remember(const CWnd& dialog);
+
+  // A field that was never remembered counts as changed.
+  bool isChanged(const CWnd& dialog, int field) const;
+
+  // DDX_Text, but that reading leaves the value of an unchanged field as it is, whatever the field shows.
+  template <typename Value>
+  void exchange(CDataExchange* exchange, int field, Value& value) const {
+    if (exchange->m_bSaveAndValidate && !isChanged(*exchange->m_pDlgWnd, field)) {
+      exchange->PrepareEditCtrl(field);  // a range check that follows belongs to this field
+    } else {
+      DDX_Text(exchange, field, value);
+    }
+  }
+
+ private:
+  std::map<int, CString> m_texts;  // by the field's number
+};

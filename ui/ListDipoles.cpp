@@ -1,0 +1,220 @@
+#include "ui/ListDipoles.h"
+
+#include <algorithm>
+
+#include "ui/DipoleFacezq.h"
+#include "ui/DlgDipoleManagerzq.h"
+#include "ui/WindowTools.h"
+#include "ui/resource.h"
+
+namespace {
+
+constexpr int columnWidth = 80;  // pixels at 96 dots per inch
+
+class Flag {
+ public:
+  explicit Flag(bool& flag) : m_flag(flag), m_before(flag) { flag = true; }
+  ~Flag() { m_flag = m_before; }
+  Flag(const Flag&) = delete;
+  Flag& operator=(const Flag&) = delete;
+
+ private:
+  bool& m_flag;
+  bool m_before;
+};
+
+// Holds the drawing of a window back, so that it changes at once.
+class StillWindow {
+ public:
+  explicit StillWindow(CWnd& window) : m_window(window) { window.SetRedraw(FALSE); }
+  ~StillWindow() {
+    m_window.SetRedraw(TRUE);
+    m_window.Invalidate();
+  }
+  StillWindow(const StillWindow&) = delete;
+  StillWindow& operator=(const StillWindow&) = delete;
+
+ private:
+  CWnd& m_window;
+};
+
+int scaledToScreen(int pixels) {
+  const HDC screen = ::GetDC(nullptr);
+  const int dotsPerInch = ::GetDeviceCaps(screen, LOGPIXELSX);
+  ::ReleaseDC(nullptr, screen);
+  return ::MulDiv(pixels, dotsPerInch, USER_DEFAULT_SCREEN_DPI);
+}
+
+void addIcon(CImageList& images, int id, int size) {
+  const LPCTSTR name = MAKEINTRESOURCE(id);
+  const HANDLE icon =
+      ::LoadImage(AfxFindResourceHandle(name, RT_GROUP_ICON), name, IMAGE_ICON, size, size, LR_DEFAULTCOLOR);
+  images.Add(static_cast<HICON>(icon));
+  ::DestroyIcon(static_cast<HICON>(icon));
+}
+
+std::unique_ptr<CImageList> makeImages(int size) {
+  auto images = std::make_unique<CImageList>();
+  images->Create(size, size, ILC_COLOR16 | ILC_MASK, 0, 1);
+  addIcon(*images, IDI_DIPOLE_SHOWN, size);   // DipoleRows::shownImage
+  addIcon(*images, IDI_DIPOLE_HIDDEN, size);  // DipoleRows::hiddenImage
+  return images;
+}
+
+bool isControlDown() {
+  return ::GetKeyState(VK_CONTROL) < 0;
+}
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CListDipoles, CListCtrl)
+ON_NOTIFY_REFLECT(LVN_COLUMNCLICK, &CListDipoles::OnColumnClick)
+ON_NOTIFY_REFLECT(LVN_GETDISPINFO, &CListDipoles::OnGetDispInfo)
+ON_NOTIFY_REFLECT(LVN_ODFINDITEM, &CListDipoles::OnFindItem)
+ON_NOTIFY_REFLECT_EX(LVN_ITEMCHANGED, &CListDipoles::OnOwnChange)
+ON_NOTIFY_REFLECT_EX(LVN_ODSTATECHANGED, &CListDipoles::OnOwnChange)
+ON_WM_KEYDOWN()
+END_MESSAGE_MAP()
+
+CListDipoles::CListDipoles() = default;
+
+CListDipoles::~CListDipoles() = default;
+
+void CListDipoles::initialize() {
+  m_pNormalImages = makeImages(32);
+  m_pSmallImages = makeImages(16);
+  SetImageList(m_pNormalImages.get(), LVSIL_NORMAL);
+  SetImageList(m_pSmallImages.get(), LVSIL_SMALL);
+  setOneClickStyle();
+  insertColumns();
+}
+
+void CListDipoles::insertColumns() {
+  const int width = scaledToScreen(columnWidth);
+  for (int column = DipoleRows::columns - 1; column >= 0; --column) {
+    InsertColumn(0, DipoleRows::heading(column), LVCFMT_LEFT, width);
+  }
+}
+
+void CListDipoles::setOneClickStyle() {
+  SetExtendedStyle(LVS_EX_TRACKSELECT | LVS_EX_ONECLICKACTIVATE);
+}
+
+void CListDipoles::setRowStyle() {
+  SetExtendedStyle(LVS_EX_TRACKSELECT | LVS_EX_FULLROWSELECT | LVS_EX_TWOCLICKACTIVATE);
+}
+
+int CListDipoles::refill() {
+  if (m_pDipoleFace == nullptr) {
+    return 0;
+  }
+  const Flag changing(m_changing);
+  const int top = GetTopIndex();
+  const int focus = GetNextItem(-1, LVNI_FOCUSED);
+  const StillWindow still(*this);
+  if (!DeleteAllItems()) {
+    AfxMessageBox(_T("Clean all items error"));
+    return 0;
+  }
+  m_rows.clear();
+  const bool whole = m_rows.fill(*m_pDipoleFace);
+  SetItemCount(m_rows.count());
+  if (m_rows.has(top)) {
+    EnsureVisible(m_rows.count() - 1, FALSE);
+    EnsureVisible(top, FALSE);
+  }
+  if (m_rows.has(focus)) {
+    SetItemState(focus, LVIS_FOCUSED, LVIS_FOCUSED);
+  }
+  if (!whole) {
+    return 0;
+  }
+  setRowStyle();
+  return 1;
+}
+
+DipoleSlots CListDipoles::selectedDipoles() const {
+  if (m_pDipoleFace == nullptr) {
+    return {};
+  }
+  std::vector<bool> rows(static_cast<std::size_t>((std::max)(GetItemCount(), 0)));
+  for (int row = GetNextItem(-1, LVNI_SELECTED); row >= 0; row = GetNextItem(row, LVNI_SELECTED)) {
+    rows[static_cast<std::size_t>(row)] = true;
+  }
+  return dipolesOfRows(*m_pDipoleFace, rows);
+}
+
+void CListDipoles::showCurrentDipole() {
+  const int row =
+      m_pDipoleFace == nullptr ? -1 : m_pDipoleFace->getDipoleListItemID(m_pDipoleFace->getCurrentDipoleID());
+  if (!m_rows.has(row)) {
+    return;
+  }
+  const Flag changing(m_changing);
+  SetItemState(-1, 0, LVIS_SELECTED);
+  SetItemState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+  SetSelectionMark(row);
+  EnsureVisible(row, FALSE);
+  markSelection(*m_pDipoleFace, selectedDipoles());
+}
+
+void CListDipoles::OnColumnClick(NMHDR* header, LRESULT* result) {
+  *result = 0;
+  if (m_pDipoleFace != nullptr) {
+    m_pDipoleFace->sortDipoles(reinterpret_cast<const NMLISTVIEW*>(header)->iSubItem);
+    refill();
+  }
+}
+
+void CListDipoles::OnGetDispInfo(NMHDR* header, LRESULT* result) {
+  *result = 0;
+  LVITEM& item = reinterpret_cast<NMLVDISPINFO*>(header)->item;
+  if (!m_rows.has(item.iItem)) {
+    return;
+  }
+  if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0 && item.iSubItem < DipoleRows::columns) {
+    ::lstrcpyn(item.pszText, m_rows.text(item.iItem, item.iSubItem), item.cchTextMax);
+  }
+  if ((item.mask & LVIF_IMAGE) != 0) {
+    item.iImage = m_rows.image(item.iItem);
+  }
+}
+
+// A user types the beginning of a number to get to its row.
+void CListDipoles::OnFindItem(NMHDR* header, LRESULT* result) {
+  const auto& question = *reinterpret_cast<const NMLVFINDITEM*>(header);
+  *result = -1;
+  if ((question.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) != 0) {
+    const bool whole = (question.lvfi.flags & LVFI_PARTIAL) == 0;
+    *result = m_rows.find(question.lvfi.psz, whole, (std::max)(question.iStart, 0));
+  }
+}
+
+BOOL CListDipoles::OnOwnChange(NMHDR* /*header*/, LRESULT* result) {
+  *result = 0;
+  return m_changing ? TRUE : FALSE;
+}
+
+// The current dipole goes where the focus will go. Returns false when this list is gone.
+bool CListDipoles::step(UINT key) {
+  const Lifetime::Watch watch = m_lifetime.watch();
+  const CDipoleszq* dipole =
+      key == VK_UP ? m_pDipoleFace->getPreviousDipole() : m_pDipoleFace->getNextDipole();
+  if (watch.isOver()) {
+    return false;
+  }
+  if (dipole != nullptr) {
+    repaint(m_pHostWnd);
+  }
+  return true;
+}
+
+void CListDipoles::OnKeyDown(UINT key, UINT repeat, UINT flags) {
+  if (m_pDipoleFace != nullptr && (key == VK_UP || key == VK_DOWN) && !step(key)) {
+    return;
+  }
+  if (key == 'A' && isControlDown()) {
+    SetItemState(-1, LVIS_SELECTED, LVIS_SELECTED);
+  }
+  CListCtrl::OnKeyDown(key, repeat, flags);
+}

@@ -1,0 +1,67 @@
+// The list of the manager: one row for each dipole, in report view.
+//
+// The control keeps no texts: it asks for the cells that it draws, and gets them from DipoleRows, which holds
+// the dipoles as they were at the last refill. It fits a control with LVS_OWNERDATA and LVS_SHAREIMAGELISTS.
+#pragma once
+
+#include <afxcmn.h>
+#include <afxwin.h>
+
+#include <memory>
+
+#include "collection/SelectedDipoles.h"
+#include "ui/DipoleRows.h"
+#include "ui/Lifetime.h"
+
+class CDipoleFacezq;
+class CDlgDipoleManagerzq;
+
+class CListDipoles : public CListCtrl {
+ public:
+  CListDipoles();
+  ~CListDipoles() override;
+
+  // Image lists, extended style and columns. For a window that was just made.
+  void initialize();
+
+  // Shows the collection as it is now; nothing is selected afterwards, the row with the focus and the place in
+  // the list stay. Returns 1, or 0 without a collection, after "Clean all items error", or when a slot is empty:
+  // the rows then end before it.
+  int refill();
+
+  // What the extended style is while a row is chosen with the current dipole shown alone.
+  void setOneClickStyle();
+
+  // The dipoles whose rows are selected, in the order of the collection.
+  DipoleSlots selectedDipoles() const;
+
+  // Selects the row of the current dipole alone and brings it into view. Nobody is told: the user has not
+  // chosen it here.
+  void showCurrentDipole();
+
+  int m_type = 1;  // kept, without a meaning here
+  CDipoleFacezq* m_pDipoleFace = nullptr;
+  std::unique_ptr<CImageList> m_pNormalImages;
+  std::unique_ptr<CImageList> m_pSmallImages;
+  CWnd* m_pHostWnd = nullptr;
+  BOOL m_showCurrentOnly = FALSE;
+  CDlgDipoleManagerzq* m_pOwnerDlg = nullptr;
+
+ protected:
+  afx_msg void OnColumnClick(NMHDR* header, LRESULT* result);
+  afx_msg void OnGetDispInfo(NMHDR* header, LRESULT* result);
+  afx_msg void OnFindItem(NMHDR* header, LRESULT* result);
+  afx_msg BOOL OnOwnChange(NMHDR* header, LRESULT* result);
+  afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
+  DECLARE_MESSAGE_MAP()
+
+ private:
+  void setRowStyle();
+  void insertColumns();
+  void fillRows();
+  bool step(UINT key);
+
+  DipoleRows m_rows;
+  bool m_changing = false;  // what the control reports meanwhile is not the user's doing
+  Lifetime m_lifetime;
+};
