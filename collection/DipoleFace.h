@@ -23,7 +23,7 @@
 #include "headmodel/Fiducialzq.h"
 #include "headmodel/Spherezq.h"
 
-class CDipoleFace {
+class AFX_EXT_CLASS CDipoleFace {
  public:
   CDipoleFace() = default;
   CDipoleFace(const CDipoleFace&) = default;         // a view, see above

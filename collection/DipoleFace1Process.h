@@ -7,7 +7,7 @@
 
 #include "collection/DipoleFace.h"
 
-class CDipoleFace1Process : public CDipoleFace {
+class AFX_EXT_CLASS CDipoleFace1Process : public CDipoleFace {
  public:
   CDipoleFace1Process();
   CDipoleFace1Process(const CDipoleFace1Process&) = default;

@@ -6,7 +6,7 @@
 
 #include "collection/DipoleFace1Process.h"
 
-class CDipoleFace2On2DView : public CDipoleFace1Process {
+class AFX_EXT_CLASS CDipoleFace2On2DView : public CDipoleFace1Process {
  public:
   CDipoleFace2On2DView();  // 128 voxels of 3.0 mm along each axis
   CDipoleFace2On2DView(const CDipoleFace2On2DView&) = default;

@@ -7,7 +7,7 @@
 
 #include "collection/DipoleFace2On2DView.h"
 
-class CDipoleFace3On3DView : public CDipoleFace2On2DView {
+class AFX_EXT_CLASS CDipoleFace3On3DView : public CDipoleFace2On2DView {
  public:
   CDipoleFace3On3DView();  // all dipoles, not the current one alone; merge radius 15 mm
   CDipoleFace3On3DView(const CDipoleFace3On3DView&) = default;

@@ -11,7 +11,7 @@
 
 #include "record/Dipoleszq.h"
 
-class DipoleTable {
+class AFX_EXT_CLASS DipoleTable {
  public:
   static constexpr int capacity = 30000;
 

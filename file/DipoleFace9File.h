@@ -10,7 +10,7 @@
 
 struct ObsoleteFace;
 
-class CDipoleFace9File : public CDipoleFace8Import02_4DMSI {
+class AFX_EXT_CLASS CDipoleFace9File : public CDipoleFace8Import02_4DMSI {
  public:
   CDipoleFace9File() = default;
   CDipoleFace9File(const CDipoleFace9File&) = default;

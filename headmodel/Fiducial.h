@@ -6,7 +6,7 @@
 
 #include "headmodel/FiduciaryPtzq.h"
 
-class CFiducial {
+class AFX_EXT_CLASS CFiducial {
  public:
   enum PointIndex { nasion = 0, leftEar = 1, rightEar = 2, totalPoints = 6 };
 

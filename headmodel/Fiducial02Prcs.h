@@ -3,7 +3,7 @@
 
 #include "headmodel/Fiducial.h"
 
-class CFiducial02Prcs : public CFiducial {
+class AFX_EXT_CLASS CFiducial02Prcs : public CFiducial {
  public:
   CFiducial02Prcs() = default;
   CFiducial02Prcs(const CFiducial02Prcs&) = default;

@@ -3,7 +3,7 @@
 
 #include "headmodel/Fiducial02Prcs.h"
 
-class CFiducial03Operator : public CFiducial02Prcs {
+class AFX_EXT_CLASS CFiducial03Operator : public CFiducial02Prcs {
  public:
   CFiducial03Operator() = default;
   CFiducial03Operator(const CFiducial03Operator&) = default;

@@ -3,7 +3,7 @@
 
 #include "headmodel/Fiducial03Operator.h"
 
-class CFiducial9File : public CFiducial03Operator {
+class AFX_EXT_CLASS CFiducial9File : public CFiducial03Operator {
  public:
   CFiducial9File() = default;
   CFiducial9File(const CFiducial9File&) = default;

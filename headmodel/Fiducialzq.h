@@ -3,7 +3,7 @@
 
 #include "headmodel/Fiducial9File.h"
 
-class CFiducialzq : public CFiducial9File {
+class AFX_EXT_CLASS CFiducialzq : public CFiducial9File {
  public:
   CFiducialzq() = default;
   CFiducialzq(const CFiducialzq&) = default;

@@ -7,7 +7,7 @@
 
 #include <afx.h>
 
-class CFiduciaryPt {
+class AFX_EXT_CLASS CFiduciaryPt {
  public:
   enum ValueIndex { positionX = 4, positionY = 5, positionZ = 6 };  // elements of m_values
   enum Value2Index { size3D = 0 };                                  // element of m_values2

@@ -3,7 +3,7 @@
 
 #include "headmodel/FiduciaryPt.h"
 
-class CFiduciaryPt02Prcs : public CFiduciaryPt {
+class AFX_EXT_CLASS CFiduciaryPt02Prcs : public CFiduciaryPt {
  public:
   CFiduciaryPt02Prcs() = default;
   CFiduciaryPt02Prcs(const CFiduciaryPt02Prcs&) = default;

@@ -3,7 +3,7 @@
 
 #include "headmodel/FiduciaryPt02Prcs.h"
 
-class CFiduciaryPt9File : public CFiduciaryPt02Prcs {
+class AFX_EXT_CLASS CFiduciaryPt9File : public CFiduciaryPt02Prcs {
  public:
   CFiduciaryPt9File() = default;
   CFiduciaryPt9File(const CFiduciaryPt9File&) = default;

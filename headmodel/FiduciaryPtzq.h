@@ -3,7 +3,7 @@
 
 #include "headmodel/FiduciaryPt9File.h"
 
-class CFiduciaryPtzq : public CFiduciaryPt9File {
+class AFX_EXT_CLASS CFiduciaryPtzq : public CFiduciaryPt9File {
  public:
   CFiduciaryPtzq() = default;
   CFiduciaryPtzq(const CFiduciaryPtzq&) = default;

@@ -8,7 +8,7 @@
 
 #include <afx.h>
 
-class CSphere {
+class AFX_EXT_CLASS CSphere {
  public:
   CSphere() = default;
   CSphere(const CSphere&) = default;

@@ -3,7 +3,7 @@
 
 #include "headmodel/Sphere.h"
 
-class CSphere9File : public CSphere {
+class AFX_EXT_CLASS CSphere9File : public CSphere {
  public:
   CSphere9File() = default;
   CSphere9File(const CSphere9File&) = default;

@@ -3,7 +3,7 @@
 
 #include "headmodel/Sphere9File.h"
 
-class CSpherezq : public CSphere9File {
+class AFX_EXT_CLASS CSpherezq : public CSphere9File {
  public:
   CSpherezq() = default;
   CSpherezq(const CSpherezq&) = default;

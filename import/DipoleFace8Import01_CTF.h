@@ -18,7 +18,7 @@ class AnsiLineReader;
 struct CtfDipoleRow;
 struct CtfMovingDipoleRow;
 
-class CDipoleFace8Import01_CTF : public CDipoleFace3On3DView {
+class AFX_EXT_CLASS CDipoleFace8Import01_CTF : public CDipoleFace3On3DView {
  public:
   CDipoleFace8Import01_CTF() = default;
   CDipoleFace8Import01_CTF(const CDipoleFace8Import01_CTF&) = default;

@@ -10,7 +10,7 @@
 
 struct MsiDipoleRow;
 
-class CDipoleFace8Import02_4DMSI : public CDipoleFace8Import01_CTF {
+class AFX_EXT_CLASS CDipoleFace8Import02_4DMSI : public CDipoleFace8Import01_CTF {
  public:
   CDipoleFace8Import02_4DMSI() = default;
   CDipoleFace8Import02_4DMSI(const CDipoleFace8Import02_4DMSI&) = default;

@@ -12,7 +12,7 @@
 
 #include "headmodel/Spherezq.h"
 
-class CDipoles {
+class AFX_EXT_CLASS CDipoles {
  public:
   CDipoles();
   CDipoles(const CDipoles&) = default;

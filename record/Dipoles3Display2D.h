@@ -8,7 +8,7 @@
 
 #include "record/Dipoles.h"
 
-class CDipoles3Display2D : public CDipoles {
+class AFX_EXT_CLASS CDipoles3Display2D : public CDipoles {
  public:
   CDipoles3Display2D();
   CDipoles3Display2D(const CDipoles3Display2D&) = default;

@@ -7,7 +7,7 @@
 
 #include "record/Dipoles3Display2D.h"
 
-class CDipoles4File : public CDipoles3Display2D {
+class AFX_EXT_CLASS CDipoles4File : public CDipoles3Display2D {
  public:
   CDipoles4File() = default;
   CDipoles4File(const CDipoles4File&) = default;

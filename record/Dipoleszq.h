@@ -3,7 +3,7 @@
 
 #include "record/Dipoles4File.h"
 
-class CDipoleszq : public CDipoles4File {
+class AFX_EXT_CLASS CDipoleszq : public CDipoles4File {
  public:
   CDipoleszq() = default;
   CDipoleszq(const CDipoleszq&) = default;  // every member

@@ -38,16 +38,3 @@ HINSTANCE AfxGetResourceHandle();  // where resources are looked for first: the
 void AfxSetResourceHandle(HINSTANCE resources);
 // The module that holds a resource; when none does, AfxGetResourceHandle().
 HINSTANCE AfxFindResourceHandle(LPCTSTR name, LPCTSTR type);
-
-// What libraries are exported and imported with: an extension library defines _AFXEXT while it is built.
-#define AFX_CLASS_EXPORT __declspec(dllexport)
-#define AFX_CLASS_IMPORT __declspec(dllimport)
-#define AFX_API_EXPORT __declspec(dllexport)
-#define AFX_API_IMPORT __declspec(dllimport)
-#ifdef _AFXEXT
-#define AFX_EXT_CLASS AFX_CLASS_EXPORT
-#define AFX_EXT_API AFX_API_EXPORT
-#else
-#define AFX_EXT_CLASS AFX_CLASS_IMPORT
-#define AFX_EXT_API AFX_API_IMPORT
-#endif
