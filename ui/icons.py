@@ -3,7 +3,8 @@
 
 A dipole is a disc with an arrow, drawn in units of the icon's side and y downwards. Every shape has a dark or
 grey rim and a light inside, so that it stands out on white as well as on the blue of a selected row. A hidden
-dipole is white and struck through: form, not colour alone, tells it from a shown one.
+dipole is white and struck through: form, not colour alone, tells it from a shown one. Yellow is what a dipole
+has at first, and it does not turn grey where a list blends the icon of a selected row with the row's blue.
 """
 import math
 import struct
@@ -17,7 +18,7 @@ TIP, HEAD_BASE, HEAD_HALF_WIDTH = (0.95, 0.05), (0.66, 0.34), 0.24
 SHAFT_HALF_WIDTH = 0.08
 STROKE, STROKE_HALF_WIDTH = ((0.12, 0.12), (0.88, 0.88)), 0.05
 
-ORANGE, BROWN = (255, 150, 0), (110, 45, 0)
+YELLOW, BROWN = (255, 205, 0), (110, 55, 0)
 WHITE, GREY, DARK_RED = (255, 255, 255), (110, 110, 110), (170, 0, 0)
 
 
@@ -57,7 +58,7 @@ def shown(point, rim):
     distance = distance_to_dipole(point)
     if distance > 0:
         return None
-    return BROWN if distance > -rim else ORANGE
+    return BROWN if distance > -rim else YELLOW
 
 
 def hidden(point, rim):
