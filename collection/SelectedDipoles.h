@@ -1,7 +1,7 @@
 // Commands on several dipoles at once: what the manager does with the rows that the user has selected.
 //
-// Dipoles are given by their slots, each once, ascending. Slots outside the collection and empty ones are left out.
-// Locations are mm in the host's head frame, latencies ms, fit errors percent.
+// Dipoles are given by their slots, each once, ascending. Slots outside the collection and empty ones are
+// left out. Locations are mm in the host's head frame, latencies ms, fit errors percent.
 #pragma once
 
 #include <vector>
@@ -43,5 +43,6 @@ DipoleAverage averageOf(const CDipoleFace& face, const DipoleSlots& dipoles);
 // and makes it the current one. Returns whether one was added: not without dipoles, not without room.
 bool addAverage(CDipoleFace& face, const DipoleSlots& dipoles);
 
-// Likewise with "AverageDipole%d", after removing the dipoles. The gaps of the collection are closed in any case.
+// Likewise with "AverageDipole%d", after removing the dipoles. The gaps of the collection are closed in any
+// case.
 bool replaceByAverage(CDipoleFace& face, const DipoleSlots& dipoles);

@@ -106,10 +106,19 @@ float CDipoles::getMaxDipoleRange() const {
   return largest;
 }
 
-int CDipoles::setColor() {
+bool CDipoles::chooseColor(COLORREF& color) {
   CColorDialog dialog;
-  if (dialog.DoModal() == IDOK) {
-    setColorValue(dialog.GetColor());
+  if (dialog.DoModal() != IDOK) {
+    return false;
+  }
+  color = dialog.GetColor();
+  return true;
+}
+
+int CDipoles::setColor() {
+  COLORREF color = 0;
+  if (chooseColor(color)) {
+    setColorValue(color);
   }
   return 1;
 }

@@ -51,6 +51,9 @@ class AFX_EXT_CLASS CDipoles {
   // Lets the user choose the colour in the system's colour dialog. Returns 1, also when cancelled.
   int setColor();
 
+  // The choice alone, for callers whose dipole may be gone afterwards. Returns false when cancelled.
+  static bool chooseColor(COLORREF& color);
+
   // Sets m_color (0x00BBGGRR) and from it m_colorF, each byte / 256.
   void setColorValue(COLORREF color);
 

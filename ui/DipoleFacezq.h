@@ -1,14 +1,15 @@
 // Layer 8 of the dipole collection, the last: what a host creates, on the heap, and talks to.
 //
-// It adds the windows: the Dipole Manager, the Dipole Edit dialog and the Dipole coordinate settings, each modeless, made
-// on first use, then shown and refreshed. Closing one only hides it. They exist on Windows only; elsewhere this class is
-// declared, and the layers below it are what is there.
+// It adds the windows: the Dipole Manager, the Dipole Edit dialog and the Dipole coordinate settings, each
+// modeless, made on first use, then shown and refreshed. Closing one only hides it. They exist on Windows
+// only; elsewhere this class is declared, and the layers below it are what is there.
 //
 // Everything runs on the host's user-interface thread. Results are 1 unless an operation says otherwise.
 //
-// Copies show the same dialogs. A dialog is destroyed with the last collection that has it; one whose own collection goes
-// before is hidden until another one shows it. A host may destroy a collection while its dialogs are open, also from its
-// callbacks and while the module's name or colour dialog runs; not while an import or an export asks its questions.
+// Copies show the same dialogs. A dialog is destroyed with the last collection that has it; one whose own
+// collection goes before is hidden until another one shows it. A host may destroy a collection while its
+// dialogs are open, also from its callbacks and while the module's name or colour dialog runs; not while an
+// import or an export asks its questions.
 #pragma once
 
 #include "file/DipoleFace9File.h"
@@ -25,8 +26,8 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
   CDipoleFacezq& operator=(const CDipoleFacezq&);
   ~CDipoleFacezq() override;
 
-  // Shows the manager and returns it. `host` is the window that it asks to repaint. The callback gets the position
-  // (mm) and latency (ms) of a dipole that the user picks; null leaves it to the one set before.
+  // Shows the manager and returns it. `host` is the window that it asks to repaint. The callback gets the
+  // position (mm) and latency (ms) of a dipole that the user picks; null leaves it to the one set before.
   CDialog* showDipoleList(CWnd* host, int (*cbf)(double x, double y, double z, double latency));
   CDialog* getDlgDipoleList() const;  // null before the first showDipoleList
 

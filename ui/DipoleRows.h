@@ -1,7 +1,7 @@
 // The rows of the manager's list: what each cell says, without a window.
 //
-// A row shows its dipole as it was when the list was filled. Rows and columns count from 0. The columns, which are
-// also the keys of CDipoleFace1Process::sortDipoles:
+// A row shows its dipole as it was when the list was filled. Rows and columns count from 0. The columns,
+// which are also the keys of CDipoleFace1Process::sortDipoles:
 //   0 number, 1 latency (ms), 2..4 location x, y, z (mm), 5..7 orientation x, y, z, 8 fit error (percent),
 //   9 moment, 10 label
 #pragma once
@@ -20,8 +20,8 @@ class DipoleRows {
 
   static LPCTSTR heading(int column);
 
-  // One row for each slot of the collection; the row's number becomes the list item of the dipole. Ends before an
-  // empty slot and then returns false. Without memory nothing has changed.
+  // One row for each slot of the collection; the row's number becomes the list item of the dipole. Ends
+  // before an empty slot and then returns false. Without memory nothing has changed.
   bool fill(CDipoleFace& face);
   void clear() { m_rows.clear(); }
 
@@ -32,7 +32,8 @@ class DipoleRows {
   CString text(int row, int column) const;
   int image(int row) const;
 
-  // The first row, from `start` on and around the end, whose first cell begins like this (or is this); -1: none.
+  // The first row, from `start` on and around the end, whose first cell begins like this (or is this); -1:
+  // none.
   int find(const CString& beginning, bool whole, int start) const;
 
  private:

@@ -12,7 +12,8 @@ class CDlgDipoleCoordinate : public CDialog {
   explicit CDlgDipoleCoordinate(CWnd* parent = nullptr);
   ~CDlgDipoleCoordinate() override;
 
-  // Shows what the collection holds. Returns 1, also without a collection. The orientation is never filled in.
+  // Shows what the collection holds. Returns 1, also without a collection. The orientation is never filled
+  // in.
   int refresh();
 
   void leaveCollection();  // hides

@@ -20,6 +20,14 @@ CString caption(const CDipoleFace& face) {
   return text;
 }
 
+bool holds(const CDipoleFace& face, const CDipoleszq* dipole) {
+  int slot = 0;
+  while (slot < face.m_totalDipoles && face.getDipole(slot) != dipole) {
+    ++slot;
+  }
+  return slot < face.m_totalDipoles;
+}
+
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CDlgDipoleEditor, CDialog)
@@ -200,11 +208,18 @@ void CDlgDipoleEditor::OnColor() {
   if (m_pDipoleFace == nullptr || m_pDipoleFace->getCurrentDipole() == nullptr) {
     return;
   }
+  // As the dipole's own setColor, but that the user may meanwhile delete the dipole, and the host the set.
+  CDipoleszq* const dipole = m_pDipoleFace->getCurrentDipole();
   const Lifetime::Watch watch = m_lifetime.watch();
-  m_pDipoleFace->getCurrentDipole()->setColor();
-  if (!watch.isOver()) {
-    repaint(m_pHostWnd);
+  COLORREF color = 0;
+  const bool chosen = CDipoles::chooseColor(color);
+  if (watch.isOver() || m_pDipoleFace == nullptr) {
+    return;
   }
+  if (chosen && holds(*m_pDipoleFace, dipole)) {
+    dipole->setColorValue(color);
+  }
+  repaint(m_pHostWnd);
 }
 
 void CDlgDipoleEditor::OnShowOrientation() {

@@ -1,7 +1,7 @@
 // "Dipole Edit": the current dipole, field by field, and stepping through the set.
 //
-// Locations are mm in the host's head frame, the size is in pixels, the merge radius in mm. A field that the user did not
-// change is not written back.
+// Locations are mm in the host's head frame, the size is in pixels, the merge radius in mm. A field that the
+// user did not change is not written back.
 #pragma once
 
 #include <afxwin.h>
@@ -19,9 +19,9 @@ class CDlgDipoleEditor : public CDialog {
   explicit CDlgDipoleEditor(CWnd* parent = nullptr);
   ~CDlgDipoleEditor() override;
 
-  // Shows the current dipole: caption "Current dipole (Total dipoles):%d(%d)" with its index from 0, fields and
-  // colour. Without one the fields keep their values, but for the merge radius. Returns 1, or 0 without a
-  // collection.
+  // Shows the current dipole: caption "Current dipole (Total dipoles):%d(%d)" with its index from 0, fields
+  // and colour. Without one the fields keep their values, but for the merge radius. Returns 1, or 0 without
+  // a collection.
   int refresh();
 
   void leaveCollection();  // hides

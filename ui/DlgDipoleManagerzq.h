@@ -1,7 +1,8 @@
 // "Dipole Manager": lists every dipole of the collection and offers the commands of the menu.
 //
-// A command works on the dipoles whose rows are selected. It changes the set, fills the list again and tells the host once,
-// by the update-viewers callback. During modal dialogs, messages and callbacks the host may destroy collection and manager.
+// A command works on the dipoles whose rows are selected. It changes the set, fills the list again and tells
+// the host once, by the update-viewers callback. During modal dialogs, messages and callbacks the host may
+// destroy collection and manager.
 #pragma once
 
 #include <afxwin.h>

@@ -1,7 +1,8 @@
 // Which fields of a dialog the user has changed.
 //
-// A number is shown with fewer digits than it has, so a field that the user left alone must not be read back: the number
-// would change. The texts are remembered when the dialog has shown its numbers, and compared when it reads them.
+// A number is shown with fewer digits than it has, so a field that the user left alone must not be read
+// back: the number would change. The texts are remembered when the dialog has shown its numbers, and
+// compared when it reads them.
 #pragma once
 
 #include <afxwin.h>

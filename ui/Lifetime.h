@@ -1,4 +1,5 @@
-// Tells, after something that handled messages (a modal dialog, a host's callback), whether an object is still there.
+// Tells, after something that handled messages (a modal dialog, a host's callback), whether an object is
+// still there.
 //
 //   const Lifetime::Watch watch = m_lifetime.watch();
 //   dialog.DoModal();

@@ -24,9 +24,9 @@ class CListDipoles : public CListCtrl {
   // Image lists, extended style and columns. For a window that was just made.
   void initialize();
 
-  // Shows the collection as it is now; nothing is selected afterwards, the row with the focus and the place in
-  // the list stay. Returns 1, or 0 without a collection, after "Clean all items error", or when a slot is empty:
-  // the rows then end before it.
+  // Shows the collection as it is now; nothing is selected afterwards, the row with the focus and the place
+  // in the list stay. Returns 1, or 0 without a collection, after "Clean all items error", or when a slot is
+  // empty: the rows then end before it.
   int refill();
 
   // What the extended style is while a row is chosen with the current dipole shown alone.

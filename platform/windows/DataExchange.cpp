@@ -112,10 +112,10 @@ CString decimal(int value) {
 }  // namespace
 
 CDataExchange::CDataExchange(CWnd* dialog, BOOL saveAndValidate)
-    : m_bSaveAndValidate(saveAndValidate), m_pDlgWnd(dialog) {}
+    : m_bSaveAndValidate(saveAndValidate), m_pDlgWnd(dialog), m_window(dialog->m_hWnd) {}
 
 HWND CDataExchange::PrepareCtrl(int id) {
-  const HWND control = ::GetDlgItem(m_pDlgWnd->m_hWnd, id);
+  const HWND control = ::GetDlgItem(m_window, id);
   if (control == nullptr) {
     AfxThrowNotSupportedException();
   }
@@ -131,7 +131,7 @@ HWND CDataExchange::PrepareEditCtrl(int id) {
 }
 
 void CDataExchange::Fail() {
-  const HWND control = ::GetDlgItem(m_pDlgWnd->m_hWnd, m_idLastControl);
+  const HWND control = ::GetDlgItem(m_window, m_idLastControl);
   if (m_bSaveAndValidate != FALSE && m_idLastControl != 0 && control != nullptr) {
     ::SetFocus(control);
     if (m_bEditLastControl != FALSE) {

@@ -24,6 +24,9 @@ class CDataExchange {
   CWnd* m_pDlgWnd;
   int m_idLastControl = 0;
   BOOL m_bEditLastControl = FALSE;
+
+ private:
+  HWND m_window;  // the dialog's object may be gone when a mistake has been told
 };
 
 // The text of a control and a member. A double is written with 15 significant digits, a float with 6, as %g
