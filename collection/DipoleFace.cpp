@@ -41,6 +41,8 @@ CDipoleFace& CDipoleFace::operator=(const CDipoleFace& other) {
   return *this;
 }
 
+CDipoleFace::CDipoleFace() = default;
+CDipoleFace::CDipoleFace(const CDipoleFace&) = default;
 CDipoleFace::~CDipoleFace() = default;
 
 std::unique_ptr<CDipoleszq> CDipoleFace::makeDipole(const CDipoleszq* source) {
@@ -169,6 +171,10 @@ int CDipoleFace::deleteDipole(int index, int shift) {
   return 1;
 }
 
+int CDipoleFace::getCurrentDipoleID() const {
+  return m_currentDipole;
+}
+
 CDipoleszq* CDipoleFace::getCurrentDipole() const {
   return getDipole(-1);
 }
@@ -247,6 +253,14 @@ float CDipoleFace::getMaxDipoleRange() const {
   return largest;
 }
 
+CFiducialzq* CDipoleFace::getMriFiducialVoxel() {
+  return &m_fiducialMri;
+}
+
+CString CDipoleFace::getMriName() const {
+  return m_mriFile;
+}
+
 CDipoleszq* CDipoleFace::getNextDipole() {
   if (m_totalDipoles < 1) {
     AfxMessageBox(_T("No dipole available"));
@@ -281,6 +295,10 @@ int CDipoleFace::compact() {
     m_currentDipole = kept - 1;
   }
   return kept;
+}
+
+unsigned long CDipoleFace::getTotalDipoles() const {
+  return static_cast<unsigned long>(m_totalDipoles);
 }
 
 int CDipoleFace::reOrderDipoles() {

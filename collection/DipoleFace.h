@@ -25,8 +25,8 @@
 
 class AFX_EXT_CLASS CDipoleFace {
  public:
-  CDipoleFace() = default;
-  CDipoleFace(const CDipoleFace&) = default;         // a view, see above
+  CDipoleFace();
+  CDipoleFace(const CDipoleFace&);                   // a view, see above
   CDipoleFace& operator=(const CDipoleFace& other);  // whole, or without memory not at all
   virtual ~CDipoleFace();
 
@@ -57,7 +57,7 @@ class AFX_EXT_CLASS CDipoleFace {
   int deleteDipole(int index, int shift);
 
   CDipoleszq* getCurrentDipole() const;  // null when there is none
-  int getCurrentDipoleID() const { return m_currentDipole; }
+  int getCurrentDipoleID() const;
   CDipoleszq* getDipole(int index) const;  // -1: the current one; null when there is none
 
   // The dipole's row in the manager's list, -1 when there is no such dipole. The test is deliberately on the
@@ -74,15 +74,15 @@ class AFX_EXT_CLASS CDipoleFace {
   // deliberately updated where x, not y, lies beyond them: hosts scale their views by this value.
   float getMaxDipoleRange() const;
 
-  CFiducialzq* getMriFiducialVoxel() { return &m_fiducialMri; }
-  CString getMriName() const { return m_mriFile; }
+  CFiducialzq* getMriFiducialVoxel();
+  CString getMriName() const;
 
   // Step the current dipole with wrap-around and return its slot, which may be empty. An empty collection
   // shows "No dipole available" and gives null.
   CDipoleszq* getNextDipole();
   CDipoleszq* getPreviousDipole();
 
-  unsigned long getTotalDipoles() const { return static_cast<unsigned long>(m_totalDipoles); }
+  unsigned long getTotalDipoles() const;
 
   // Close the gaps of deleteDipole(i, 0), keeping the order; a current index beyond the end becomes the last.
   // reOrderDipoles also numbers the dipoles 1, 2, ... and ends with current -1 when nothing is left,

@@ -39,6 +39,8 @@ CDipoleFace1Process::CDipoleFace1Process() {
   m_sphereRotation.zeroSphere();
 }
 
+CDipoleFace1Process::CDipoleFace1Process(const CDipoleFace1Process&) = default;
+CDipoleFace1Process& CDipoleFace1Process::operator=(const CDipoleFace1Process&) = default;
 CDipoleFace1Process::~CDipoleFace1Process() = default;
 
 int CDipoleFace1Process::getAllDipoleLocational(double& x, double& y, double& z) const {

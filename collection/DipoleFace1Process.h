@@ -10,8 +10,8 @@
 class AFX_EXT_CLASS CDipoleFace1Process : public CDipoleFace {
  public:
   CDipoleFace1Process();
-  CDipoleFace1Process(const CDipoleFace1Process&) = default;
-  CDipoleFace1Process& operator=(const CDipoleFace1Process&) = default;
+  CDipoleFace1Process(const CDipoleFace1Process&);
+  CDipoleFace1Process& operator=(const CDipoleFace1Process&);
   ~CDipoleFace1Process() override;
 
   // The whole-set translation, mm, and rotation, degrees about x, y, z. Return 1.

@@ -74,6 +74,8 @@ CDipoleFace2On2DView::CDipoleFace2On2DView() {
   setSpaceXYZ(3.0, 3.0, 3.0);
 }
 
+CDipoleFace2On2DView::CDipoleFace2On2DView(const CDipoleFace2On2DView&) = default;
+CDipoleFace2On2DView& CDipoleFace2On2DView::operator=(const CDipoleFace2On2DView&) = default;
 CDipoleFace2On2DView::~CDipoleFace2On2DView() = default;
 
 int CDipoleFace2On2DView::setDimensionXYZ(int x, int y, int z) {
@@ -108,6 +110,10 @@ int CDipoleFace2On2DView::drawDipoleSagittal(CDC* dc, int slice, int mode) {
                     slabAround(volume.x, slice), volume.y, volume.z);
 }
 
+int CDipoleFace2On2DView::getShowDipole2DOverlap() const {
+  return m_showDipole2DOverlap;
+}
+
 int CDipoleFace2On2DView::setShowDipole2DOverlap(int show) {
   const int previous = m_showDipole2DOverlap;
   m_showDipole2DOverlap = show;
@@ -118,6 +124,10 @@ int CDipoleFace2On2DView::toggleShowDipole2DOverlap() {
   return toggle(m_showDipole2DOverlap);
 }
 
+int CDipoleFace2On2DView::getShowDipoleLatencySelected() const {
+  return m_showDipoleLatencySelected;
+}
+
 int CDipoleFace2On2DView::setShowDipoleLatencySelected(int show) {
   m_showDipoleLatencySelected = show;
   return 1;
@@ -125,6 +135,10 @@ int CDipoleFace2On2DView::setShowDipoleLatencySelected(int show) {
 
 int CDipoleFace2On2DView::toggleShowDipoleLatencySelected() {
   return toggle(m_showDipoleLatencySelected);
+}
+
+int CDipoleFace2On2DView::isShowDipoleArray() const {
+  return m_showDipoleArray;
 }
 
 int CDipoleFace2On2DView::setShowDipoleArray(int show) {

@@ -9,8 +9,8 @@
 class AFX_EXT_CLASS CDipoleFace2On2DView : public CDipoleFace1Process {
  public:
   CDipoleFace2On2DView();  // 128 voxels of 3.0 mm along each axis
-  CDipoleFace2On2DView(const CDipoleFace2On2DView&) = default;
-  CDipoleFace2On2DView& operator=(const CDipoleFace2On2DView&) = default;
+  CDipoleFace2On2DView(const CDipoleFace2On2DView&);
+  CDipoleFace2On2DView& operator=(const CDipoleFace2On2DView&);
   ~CDipoleFace2On2DView() override;
 
   int setDimensionXYZ(int x, int y, int z);       // voxels; returns 1
@@ -27,13 +27,13 @@ class AFX_EXT_CLASS CDipoleFace2On2DView : public CDipoleFace1Process {
 
   // Switches for the host and the 3D view. The overlap's setter deliberately returns the previous value, the
   // other setters 1; a toggle makes 0 to 1, any other value to 0, and returns the new value.
-  int getShowDipole2DOverlap() const { return m_showDipole2DOverlap; }
+  int getShowDipole2DOverlap() const;
   int setShowDipole2DOverlap(int show);
   int toggleShowDipole2DOverlap();
-  int getShowDipoleLatencySelected() const { return m_showDipoleLatencySelected; }
+  int getShowDipoleLatencySelected() const;
   int setShowDipoleLatencySelected(int show);
   int toggleShowDipoleLatencySelected();
-  int isShowDipoleArray() const { return m_showDipoleArray; }
+  int isShowDipoleArray() const;
   int setShowDipoleArray(int show);
   int toggleShowDipoleArray();
 };

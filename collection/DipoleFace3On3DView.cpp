@@ -10,6 +10,8 @@ CDipoleFace3On3DView::CDipoleFace3On3DView() {
   m_mergeRadius = 15.0F;
 }
 
+CDipoleFace3On3DView::CDipoleFace3On3DView(const CDipoleFace3On3DView&) = default;
+CDipoleFace3On3DView& CDipoleFace3On3DView::operator=(const CDipoleFace3On3DView&) = default;
 CDipoleFace3On3DView::~CDipoleFace3On3DView() = default;
 
 CDipoleFace3On3DView::Point CDipoleFace3On3DView::displayPoint(CDipoleszq& dipole) {
@@ -121,6 +123,10 @@ int CDipoleFace3On3DView::getTotalDipolesShowed() const {
     shown += m_dipoles[slot] != nullptr && m_dipoles[slot]->m_show != 0 ? 1 : 0;
   }
   return shown;
+}
+
+int CDipoleFace3On3DView::getShowFiducialPt() const {
+  return m_showFiducialPt;
 }
 
 int CDipoleFace3On3DView::setShowFiducialPt(int show) {

@@ -10,8 +10,8 @@
 class AFX_EXT_CLASS CDipoleFace3On3DView : public CDipoleFace2On2DView {
  public:
   CDipoleFace3On3DView();  // all dipoles, not the current one alone; merge radius 15 mm
-  CDipoleFace3On3DView(const CDipoleFace3On3DView&) = default;
-  CDipoleFace3On3DView& operator=(const CDipoleFace3On3DView&) = default;
+  CDipoleFace3On3DView(const CDipoleFace3On3DView&);
+  CDipoleFace3On3DView& operator=(const CDipoleFace3On3DView&);
   ~CDipoleFace3On3DView() override;
 
   // The display coordinates of the current dipole. The outputs keep what the caller had in them. Returns 1,
@@ -36,7 +36,7 @@ class AFX_EXT_CLASS CDipoleFace3On3DView : public CDipoleFace2On2DView {
   // m_showCurrentDipoleOnly (also when that dipole is hidden), else those with m_show.
   int getTotalDipolesShowed() const;
 
-  int getShowFiducialPt() const { return m_showFiducialPt; }
+  int getShowFiducialPt() const;
   int setShowFiducialPt(int show);         // returns 1
   int setShowCurrentDipoleOnly(int show);  // returns 1
   int setShowAllDipole(int show);          // m_show of every dipole; returns 1

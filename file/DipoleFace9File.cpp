@@ -29,6 +29,9 @@ bool isPossible(CArchive& archive, int count, int leastEntry) {
 
 }  // namespace
 
+CDipoleFace9File::CDipoleFace9File() = default;
+CDipoleFace9File::CDipoleFace9File(const CDipoleFace9File&) = default;
+CDipoleFace9File& CDipoleFace9File::operator=(const CDipoleFace9File&) = default;
 CDipoleFace9File::~CDipoleFace9File() = default;
 
 int CDipoleFace9File::serializeDipolesFace(CArchive& archive) {

@@ -12,9 +12,9 @@ struct ObsoleteFace;
 
 class AFX_EXT_CLASS CDipoleFace9File : public CDipoleFace8Import02_4DMSI {
  public:
-  CDipoleFace9File() = default;
-  CDipoleFace9File(const CDipoleFace9File&) = default;
-  CDipoleFace9File& operator=(const CDipoleFace9File&) = default;
+  CDipoleFace9File();
+  CDipoleFace9File(const CDipoleFace9File&);
+  CDipoleFace9File& operator=(const CDipoleFace9File&);
   ~CDipoleFace9File() override;
 
   // Writes or reads the current format: "DIPOLESFACEZQ", version 20050629, the set. Loading replaces the set.

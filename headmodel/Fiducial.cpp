@@ -1,5 +1,10 @@
 #include "headmodel/Fiducial.h"
 
+CFiducial::CFiducial() = default;
+CFiducial::CFiducial(const CFiducial&) = default;
+CFiducial& CFiducial::operator=(const CFiducial&) = default;
+CFiducial::CFiducial(CFiducial&&) noexcept = default;
+CFiducial& CFiducial::operator=(CFiducial&&) noexcept = default;
 CFiducial::~CFiducial() = default;
 
 int CFiducial::resetAllFiducialPt() {

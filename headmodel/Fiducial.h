@@ -10,11 +10,11 @@ class AFX_EXT_CLASS CFiducial {
  public:
   enum PointIndex { nasion = 0, leftEar = 1, rightEar = 2, totalPoints = 6 };
 
-  CFiducial() = default;
-  CFiducial(const CFiducial&) = default;
-  CFiducial& operator=(const CFiducial&) = default;
-  CFiducial(CFiducial&&) = default;
-  CFiducial& operator=(CFiducial&&) = default;
+  CFiducial();
+  CFiducial(const CFiducial&);
+  CFiducial& operator=(const CFiducial&);
+  CFiducial(CFiducial&&) noexcept;
+  CFiducial& operator=(CFiducial&&) noexcept;
   virtual ~CFiducial();
 
   // Puts all six points back to their initial state: not set, position, shape and size 0, no label.

@@ -5,10 +5,10 @@
 
 class AFX_EXT_CLASS CFiducial02Prcs : public CFiducial {
  public:
-  CFiducial02Prcs() = default;
-  CFiducial02Prcs(const CFiducial02Prcs&) = default;
-  CFiducial02Prcs& operator=(const CFiducial02Prcs&) = default;
-  CFiducial02Prcs(CFiducial02Prcs&&) = default;
-  CFiducial02Prcs& operator=(CFiducial02Prcs&&) = default;
+  CFiducial02Prcs();
+  CFiducial02Prcs(const CFiducial02Prcs&);
+  CFiducial02Prcs& operator=(const CFiducial02Prcs&);
+  CFiducial02Prcs(CFiducial02Prcs&&) noexcept;
+  CFiducial02Prcs& operator=(CFiducial02Prcs&&) noexcept;
   ~CFiducial02Prcs() override;
 };

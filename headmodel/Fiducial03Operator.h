@@ -5,11 +5,11 @@
 
 class AFX_EXT_CLASS CFiducial03Operator : public CFiducial02Prcs {
  public:
-  CFiducial03Operator() = default;
-  CFiducial03Operator(const CFiducial03Operator&) = default;
-  CFiducial03Operator& operator=(const CFiducial03Operator&) = default;
-  CFiducial03Operator(CFiducial03Operator&&) = default;
-  CFiducial03Operator& operator=(CFiducial03Operator&&) = default;
+  CFiducial03Operator();
+  CFiducial03Operator(const CFiducial03Operator&);
+  CFiducial03Operator& operator=(const CFiducial03Operator&);
+  CFiducial03Operator(CFiducial03Operator&&) noexcept;
+  CFiducial03Operator& operator=(CFiducial03Operator&&) noexcept;
   ~CFiducial03Operator() override;
 
   // Each stores the point's position, in the frame of the set, and marks the point as set. Returns 1.

@@ -1,5 +1,10 @@
 #include "headmodel/Fiducial9File.h"
 
+CFiducial9File::CFiducial9File() = default;
+CFiducial9File::CFiducial9File(const CFiducial9File&) = default;
+CFiducial9File& CFiducial9File::operator=(const CFiducial9File&) = default;
+CFiducial9File::CFiducial9File(CFiducial9File&&) noexcept = default;
+CFiducial9File& CFiducial9File::operator=(CFiducial9File&&) noexcept = default;
 CFiducial9File::~CFiducial9File() = default;
 
 int CFiducial9File::serialize(CArchive& archive) {

@@ -14,6 +14,11 @@ double distance(const CFiduciaryPt& a, const CFiduciaryPt& b) {
 
 }  // namespace
 
+CFiducialzq::CFiducialzq() = default;
+CFiducialzq::CFiducialzq(const CFiducialzq&) = default;
+CFiducialzq& CFiducialzq::operator=(const CFiducialzq&) = default;
+CFiducialzq::CFiducialzq(CFiducialzq&&) noexcept = default;
+CFiducialzq& CFiducialzq::operator=(CFiducialzq&&) noexcept = default;
 CFiducialzq::~CFiducialzq() = default;
 
 double CFiducialzq::compare3FiducialPts(const CFiducialzq* other, double tolerance) const {

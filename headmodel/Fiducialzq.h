@@ -5,11 +5,11 @@
 
 class AFX_EXT_CLASS CFiducialzq : public CFiducial9File {
  public:
-  CFiducialzq() = default;
-  CFiducialzq(const CFiducialzq&) = default;
-  CFiducialzq& operator=(const CFiducialzq&) = default;  // every member
-  CFiducialzq(CFiducialzq&&) = default;
-  CFiducialzq& operator=(CFiducialzq&&) = default;
+  CFiducialzq();
+  CFiducialzq(const CFiducialzq&);
+  CFiducialzq& operator=(const CFiducialzq&);  // every member
+  CFiducialzq(CFiducialzq&&) noexcept;
+  CFiducialzq& operator=(CFiducialzq&&) noexcept;
   ~CFiducialzq() override;
 
   // Compares nasion, left ear and right ear with those of another set of the same frame. Returns 0.0 when

@@ -1,6 +1,15 @@
 #include "headmodel/FiduciaryPt.h"
 
+CFiduciaryPt::CFiduciaryPt() = default;
+CFiduciaryPt::CFiduciaryPt(const CFiduciaryPt&) = default;
+CFiduciaryPt& CFiduciaryPt::operator=(const CFiduciaryPt&) = default;
+CFiduciaryPt::CFiduciaryPt(CFiduciaryPt&&) noexcept = default;
+CFiduciaryPt& CFiduciaryPt::operator=(CFiduciaryPt&&) noexcept = default;
 CFiduciaryPt::~CFiduciaryPt() = default;
+
+bool CFiduciaryPt::isSet() const {
+  return m_int0 != 0;
+}
 
 int CFiduciaryPt::setPosition(double x, double y, double z) {
   m_values[positionX] = x;

@@ -12,11 +12,11 @@ class AFX_EXT_CLASS CFiduciaryPt {
   enum ValueIndex { positionX = 4, positionY = 5, positionZ = 6 };  // elements of m_values
   enum Value2Index { size3D = 0 };                                  // element of m_values2
 
-  CFiduciaryPt() = default;
-  CFiduciaryPt(const CFiduciaryPt&) = default;
-  CFiduciaryPt& operator=(const CFiduciaryPt&) = default;
-  CFiduciaryPt(CFiduciaryPt&&) = default;
-  CFiduciaryPt& operator=(CFiduciaryPt&&) = default;
+  CFiduciaryPt();
+  CFiduciaryPt(const CFiduciaryPt&);
+  CFiduciaryPt& operator=(const CFiduciaryPt&);
+  CFiduciaryPt(CFiduciaryPt&&) noexcept;
+  CFiduciaryPt& operator=(CFiduciaryPt&&) noexcept;
   virtual ~CFiduciaryPt();
 
   // Stores the position and marks the point as set; shape, size and label stay. Returns 1.
@@ -25,7 +25,7 @@ class AFX_EXT_CLASS CFiduciaryPt {
   // Writes the position. Returns 1 when the point is set, else 0.
   int getPosition(double& x, double& y, double& z) const;
 
-  bool isSet() const { return m_int0 != 0; }
+  bool isSet() const;
 
   double m_values[16] = {};
   LONGLONG m_value16 = 0;

@@ -5,10 +5,10 @@
 
 class AFX_EXT_CLASS CFiduciaryPt02Prcs : public CFiduciaryPt {
  public:
-  CFiduciaryPt02Prcs() = default;
-  CFiduciaryPt02Prcs(const CFiduciaryPt02Prcs&) = default;
-  CFiduciaryPt02Prcs& operator=(const CFiduciaryPt02Prcs&) = default;
-  CFiduciaryPt02Prcs(CFiduciaryPt02Prcs&&) = default;
-  CFiduciaryPt02Prcs& operator=(CFiduciaryPt02Prcs&&) = default;
+  CFiduciaryPt02Prcs();
+  CFiduciaryPt02Prcs(const CFiduciaryPt02Prcs&);
+  CFiduciaryPt02Prcs& operator=(const CFiduciaryPt02Prcs&);
+  CFiduciaryPt02Prcs(CFiduciaryPt02Prcs&&) noexcept;
+  CFiduciaryPt02Prcs& operator=(CFiduciaryPt02Prcs&&) noexcept;
   ~CFiduciaryPt02Prcs() override;
 };

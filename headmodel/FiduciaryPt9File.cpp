@@ -1,5 +1,10 @@
 #include "headmodel/FiduciaryPt9File.h"
 
+CFiduciaryPt9File::CFiduciaryPt9File() = default;
+CFiduciaryPt9File::CFiduciaryPt9File(const CFiduciaryPt9File&) = default;
+CFiduciaryPt9File& CFiduciaryPt9File::operator=(const CFiduciaryPt9File&) = default;
+CFiduciaryPt9File::CFiduciaryPt9File(CFiduciaryPt9File&&) noexcept = default;
+CFiduciaryPt9File& CFiduciaryPt9File::operator=(CFiduciaryPt9File&&) noexcept = default;
 CFiduciaryPt9File::~CFiduciaryPt9File() = default;
 
 int CFiduciaryPt9File::serialize(CArchive& archive) {

@@ -5,11 +5,11 @@
 
 class AFX_EXT_CLASS CFiduciaryPt9File : public CFiduciaryPt02Prcs {
  public:
-  CFiduciaryPt9File() = default;
-  CFiduciaryPt9File(const CFiduciaryPt9File&) = default;
-  CFiduciaryPt9File& operator=(const CFiduciaryPt9File&) = default;
-  CFiduciaryPt9File(CFiduciaryPt9File&&) = default;
-  CFiduciaryPt9File& operator=(CFiduciaryPt9File&&) = default;
+  CFiduciaryPt9File();
+  CFiduciaryPt9File(const CFiduciaryPt9File&);
+  CFiduciaryPt9File& operator=(const CFiduciaryPt9File&);
+  CFiduciaryPt9File(CFiduciaryPt9File&&) noexcept;
+  CFiduciaryPt9File& operator=(CFiduciaryPt9File&&) noexcept;
   ~CFiduciaryPt9File() override;
 
   // Writes or reads one record: every member of CFiduciaryPt in declaration order, 200 bytes and a string

@@ -1,3 +1,8 @@
 #include "headmodel/FiduciaryPtzq.h"
 
+CFiduciaryPtzq::CFiduciaryPtzq() = default;
+CFiduciaryPtzq::CFiduciaryPtzq(const CFiduciaryPtzq&) = default;
+CFiduciaryPtzq& CFiduciaryPtzq::operator=(const CFiduciaryPtzq&) = default;
+CFiduciaryPtzq::CFiduciaryPtzq(CFiduciaryPtzq&&) noexcept = default;
+CFiduciaryPtzq& CFiduciaryPtzq::operator=(CFiduciaryPtzq&&) noexcept = default;
 CFiduciaryPtzq::~CFiduciaryPtzq() = default;

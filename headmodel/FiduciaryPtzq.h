@@ -5,10 +5,10 @@
 
 class AFX_EXT_CLASS CFiduciaryPtzq : public CFiduciaryPt9File {
  public:
-  CFiduciaryPtzq() = default;
-  CFiduciaryPtzq(const CFiduciaryPtzq&) = default;
-  CFiduciaryPtzq& operator=(const CFiduciaryPtzq&) = default;  // every member
-  CFiduciaryPtzq(CFiduciaryPtzq&&) = default;
-  CFiduciaryPtzq& operator=(CFiduciaryPtzq&&) = default;
+  CFiduciaryPtzq();
+  CFiduciaryPtzq(const CFiduciaryPtzq&);
+  CFiduciaryPtzq& operator=(const CFiduciaryPtzq&);  // every member
+  CFiduciaryPtzq(CFiduciaryPtzq&&) noexcept;
+  CFiduciaryPtzq& operator=(CFiduciaryPtzq&&) noexcept;
   ~CFiduciaryPtzq() override;
 };

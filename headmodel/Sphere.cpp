@@ -2,6 +2,11 @@
 
 #include "headmodel/Triple.h"
 
+CSphere::CSphere() = default;
+CSphere::CSphere(const CSphere&) = default;
+CSphere& CSphere::operator=(const CSphere&) = default;
+CSphere::CSphere(CSphere&&) noexcept = default;
+CSphere& CSphere::operator=(CSphere&&) noexcept = default;
 CSphere::~CSphere() = default;
 
 int CSphere::zeroSphere() {

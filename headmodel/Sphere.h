@@ -10,11 +10,11 @@
 
 class AFX_EXT_CLASS CSphere {
  public:
-  CSphere() = default;
-  CSphere(const CSphere&) = default;
-  CSphere& operator=(const CSphere&) = default;
-  CSphere(CSphere&&) = default;
-  CSphere& operator=(CSphere&&) = default;
+  CSphere();
+  CSphere(const CSphere&);
+  CSphere& operator=(const CSphere&);
+  CSphere(CSphere&&) noexcept;
+  CSphere& operator=(CSphere&&) noexcept;
   virtual ~CSphere();
 
   // Sets centre and radius to 0.0 and leaves the auxiliary members alone. Returns 1.

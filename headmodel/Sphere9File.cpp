@@ -1,5 +1,10 @@
 #include "headmodel/Sphere9File.h"
 
+CSphere9File::CSphere9File() = default;
+CSphere9File::CSphere9File(const CSphere9File&) = default;
+CSphere9File& CSphere9File::operator=(const CSphere9File&) = default;
+CSphere9File::CSphere9File(CSphere9File&&) noexcept = default;
+CSphere9File& CSphere9File::operator=(CSphere9File&&) noexcept = default;
 CSphere9File::~CSphere9File() = default;
 
 int CSphere9File::serialize(CArchive& archive) {

@@ -5,11 +5,11 @@
 
 class AFX_EXT_CLASS CSphere9File : public CSphere {
  public:
-  CSphere9File() = default;
-  CSphere9File(const CSphere9File&) = default;
-  CSphere9File& operator=(const CSphere9File&) = default;
-  CSphere9File(CSphere9File&&) = default;
-  CSphere9File& operator=(CSphere9File&&) = default;
+  CSphere9File();
+  CSphere9File(const CSphere9File&);
+  CSphere9File& operator=(const CSphere9File&);
+  CSphere9File(CSphere9File&&) noexcept;
+  CSphere9File& operator=(CSphere9File&&) noexcept;
   ~CSphere9File() override;
 
   // Writes or reads one record: every member of CSphere in declaration order, 40 bytes and a string

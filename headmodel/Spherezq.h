@@ -5,10 +5,10 @@
 
 class AFX_EXT_CLASS CSpherezq : public CSphere9File {
  public:
-  CSpherezq() = default;
-  CSpherezq(const CSpherezq&) = default;
-  CSpherezq& operator=(const CSpherezq&) = default;  // every member
-  CSpherezq(CSpherezq&&) = default;
-  CSpherezq& operator=(CSpherezq&&) = default;
+  CSpherezq();
+  CSpherezq(const CSpherezq&);
+  CSpherezq& operator=(const CSpherezq&);  // every member
+  CSpherezq(CSpherezq&&) noexcept;
+  CSpherezq& operator=(CSpherezq&&) noexcept;
   ~CSpherezq() override;
 };

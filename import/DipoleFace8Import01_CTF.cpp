@@ -64,6 +64,9 @@ std::vector<CString> filesWithTheEndingOf(const CString& fileName, const CString
 
 }  // namespace
 
+CDipoleFace8Import01_CTF::CDipoleFace8Import01_CTF() = default;
+CDipoleFace8Import01_CTF::CDipoleFace8Import01_CTF(const CDipoleFace8Import01_CTF&) = default;
+CDipoleFace8Import01_CTF& CDipoleFace8Import01_CTF::operator=(const CDipoleFace8Import01_CTF&) = default;
 CDipoleFace8Import01_CTF::~CDipoleFace8Import01_CTF() = default;
 
 int CDipoleFace8Import01_CTF::updateDipoleList() {

@@ -20,9 +20,9 @@ struct CtfMovingDipoleRow;
 
 class AFX_EXT_CLASS CDipoleFace8Import01_CTF : public CDipoleFace3On3DView {
  public:
-  CDipoleFace8Import01_CTF() = default;
-  CDipoleFace8Import01_CTF(const CDipoleFace8Import01_CTF&) = default;
-  CDipoleFace8Import01_CTF& operator=(const CDipoleFace8Import01_CTF&) = default;
+  CDipoleFace8Import01_CTF();
+  CDipoleFace8Import01_CTF(const CDipoleFace8Import01_CTF&);
+  CDipoleFace8Import01_CTF& operator=(const CDipoleFace8Import01_CTF&);
   ~CDipoleFace8Import01_CTF() override;
 
   // Lets the user choose files and imports them in the order chosen. Afterwards the head-frame fiducials are

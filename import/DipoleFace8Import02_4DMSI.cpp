@@ -28,6 +28,10 @@ bool isLegend(const AnsiLine& line) {
 
 }  // namespace
 
+CDipoleFace8Import02_4DMSI::CDipoleFace8Import02_4DMSI() = default;
+CDipoleFace8Import02_4DMSI::CDipoleFace8Import02_4DMSI(const CDipoleFace8Import02_4DMSI&) = default;
+CDipoleFace8Import02_4DMSI& CDipoleFace8Import02_4DMSI::operator=(const CDipoleFace8Import02_4DMSI&) =
+    default;
 CDipoleFace8Import02_4DMSI::~CDipoleFace8Import02_4DMSI() = default;
 
 int CDipoleFace8Import02_4DMSI::import4DMSIDipolesX(CString& path, bool offerWholeFolder) {

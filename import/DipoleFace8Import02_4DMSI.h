@@ -12,9 +12,9 @@ struct MsiDipoleRow;
 
 class AFX_EXT_CLASS CDipoleFace8Import02_4DMSI : public CDipoleFace8Import01_CTF {
  public:
-  CDipoleFace8Import02_4DMSI() = default;
-  CDipoleFace8Import02_4DMSI(const CDipoleFace8Import02_4DMSI&) = default;
-  CDipoleFace8Import02_4DMSI& operator=(const CDipoleFace8Import02_4DMSI&) = default;
+  CDipoleFace8Import02_4DMSI();
+  CDipoleFace8Import02_4DMSI(const CDipoleFace8Import02_4DMSI&);
+  CDipoleFace8Import02_4DMSI& operator=(const CDipoleFace8Import02_4DMSI&);
   ~CDipoleFace8Import02_4DMSI() override;
 
  protected:

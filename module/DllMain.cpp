@@ -1,5 +1,5 @@
-// What happens when a program loads dipole.dll and when it unloads it: the framework learns of the library, so
-// that it finds the module's dialogs, menu and icons, and forgets it. Nothing else runs at these times.
+// What happens when a program loads dipole.dll and when it unloads it: the framework learns of the library,
+// so that it finds the module's dialogs, menu and icons, and forgets it. Nothing else runs at these times.
 #include <afxwin.h>
 
 namespace {
@@ -11,7 +11,12 @@ BOOL attach(HINSTANCE library) {
   if (!AfxInitExtensionModule(extension, library)) {
     return FALSE;
   }
-  new CDynLinkLibrary(extension);  // the framework ends it
+  try {
+    new CDynLinkLibrary(extension);  // the framework ends it
+  } catch (...) {                    // no memory; the system that loads the library knows no exceptions
+    AfxTermExtensionModule(extension);
+    return FALSE;
+  }
   return TRUE;
 }
 

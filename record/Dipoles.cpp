@@ -29,6 +29,8 @@ CDipoles::CDipoles() : m_label(_T("Non")) {
   m_rawOrientation.zeroSphere();
 }
 
+CDipoles::CDipoles(const CDipoles&) = default;
+CDipoles& CDipoles::operator=(const CDipoles&) = default;
 CDipoles::~CDipoles() = default;
 
 int CDipoles::getDipoleLocation(float& x, float& y, float& z) const {
@@ -55,6 +57,10 @@ int CDipoles::getDipoleOrientation(double& x, double& y, double& z) const {
 int CDipoles::setDipoleOrientation(double x, double y, double z) {
   setTriple(m_orientation, {x, y, z});
   return 1;
+}
+
+double CDipoles::getDipoleMoment() const {
+  return m_moment;
 }
 
 int CDipoles::setDipoleMoment(double moment) {
@@ -128,6 +134,11 @@ void CDipoles::setColorValue(COLORREF color) {
   m_colorF[1] = colorByteToFraction(color, 8);
   m_colorF[2] = colorByteToFraction(color, 16);
   m_color = color;
+}
+
+int CDipoles::getDipoleXYZ(CSpherezq* /*translation*/, CSpherezq* /*rotation*/, double& /*x*/, double& /*y*/,
+                           double& /*z*/) {
+  return 1;
 }
 
 int CDipoles::drawDipole(CSpherezq* /*translation*/, CSpherezq* /*rotation*/, int checkShow) {

@@ -15,8 +15,8 @@
 class AFX_EXT_CLASS CDipoles {
  public:
   CDipoles();
-  CDipoles(const CDipoles&) = default;
-  CDipoles& operator=(const CDipoles&) = default;  // every member
+  CDipoles(const CDipoles&);
+  CDipoles& operator=(const CDipoles&);  // every member
   virtual ~CDipoles();
 
   // Each writes its outputs and returns 1.
@@ -27,7 +27,7 @@ class AFX_EXT_CLASS CDipoles {
   // Stores the three components as given, without normalising them. Returns 1.
   int setDipoleOrientation(double x, double y, double z);
 
-  double getDipoleMoment() const { return m_moment; }
+  double getDipoleMoment() const;
   int setDipoleMoment(double moment);  // returns 1
 
   // Subtracts an offset in mm from the location. Returns 1.
@@ -59,10 +59,7 @@ class AFX_EXT_CLASS CDipoles {
 
   // The display coordinates under a whole-set translation and rotation. Deliberately inert: it writes
   // nothing, so that the outputs keep what the caller had in them. Returns 1.
-  int getDipoleXYZ(CSpherezq* /*translation*/, CSpherezq* /*rotation*/, double& /*x*/, double& /*y*/,
-                   double& /*z*/) {
-    return 1;
-  }
+  int getDipoleXYZ(CSpherezq* translation, CSpherezq* rotation, double& x, double& y, double& z);
 
   // Deliberately draws nothing, the host's 3D view draws dipoles itself. Returns 0 for a dipole that
   // checkShow asks about and that is hidden, else 1.

@@ -57,7 +57,16 @@ CDipoles3Display2D::CDipoles3Display2D() {
   setDimensionXYZ(128, 128, 128);
 }
 
+CDipoles3Display2D::CDipoles3Display2D(const CDipoles3Display2D&) = default;
+CDipoles3Display2D& CDipoles3Display2D::operator=(const CDipoles3Display2D&) = default;
 CDipoles3Display2D::~CDipoles3Display2D() = default;
+
+int CDipoles3Display2D::setDimensionXYZ(int x, int y, int z) {
+  m_dimX = x;
+  m_dimY = y;
+  m_dimZ = z;
+  return 1;
+}
 
 int CDipoles3Display2D::drawDipoleAxial(CDC* dc, double slabMin, double slabMax, int zoom, double half1,
                                         double spacing1, double half2, double spacing2) {

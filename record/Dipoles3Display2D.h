@@ -11,8 +11,8 @@
 class AFX_EXT_CLASS CDipoles3Display2D : public CDipoles {
  public:
   CDipoles3Display2D();
-  CDipoles3Display2D(const CDipoles3Display2D&) = default;
-  CDipoles3Display2D& operator=(const CDipoles3Display2D&) = default;
+  CDipoles3Display2D(const CDipoles3Display2D&);
+  CDipoles3Display2D& operator=(const CDipoles3Display2D&);
   ~CDipoles3Display2D() override;
 
   // Each fills a square of m_size pixels when the dipole lies in the slab and m_display is 1; a coordinate
@@ -37,10 +37,5 @@ class AFX_EXT_CLASS CDipoles3Display2D : public CDipoles {
                          double half2, double spacing2);
 
   // Sets the extents of the slice images, pixels. Returns 1.
-  int setDimensionXYZ(int x, int y, int z) {
-    m_dimX = x;
-    m_dimY = y;
-    m_dimZ = z;
-    return 1;
-  }
+  int setDimensionXYZ(int x, int y, int z);
 };

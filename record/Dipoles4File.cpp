@@ -10,6 +10,9 @@ constexpr int version20061206 = 20061206;
 
 }  // namespace
 
+CDipoles4File::CDipoles4File() = default;
+CDipoles4File::CDipoles4File(const CDipoles4File&) = default;
+CDipoles4File& CDipoles4File::operator=(const CDipoles4File&) = default;
 CDipoles4File::~CDipoles4File() = default;
 
 // Fields 2 to 17 of the versions of 2001.

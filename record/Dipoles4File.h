@@ -9,9 +9,9 @@
 
 class AFX_EXT_CLASS CDipoles4File : public CDipoles3Display2D {
  public:
-  CDipoles4File() = default;
-  CDipoles4File(const CDipoles4File&) = default;
-  CDipoles4File& operator=(const CDipoles4File&) = default;
+  CDipoles4File();
+  CDipoles4File(const CDipoles4File&);
+  CDipoles4File& operator=(const CDipoles4File&);
   ~CDipoles4File() override;
 
   // The stand-alone form: "DIPOLEZQ", a version and a record. Writes 2006-12-06, reads it and 2005-06-29.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+CDipoleszq::CDipoleszq() = default;
+CDipoleszq::CDipoleszq(const CDipoleszq&) = default;
 CDipoleszq::~CDipoleszq() = default;
 
 CDipoleszq& CDipoleszq::operator=(const CDipoleszq& other) {

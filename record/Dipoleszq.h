@@ -5,8 +5,8 @@
 
 class AFX_EXT_CLASS CDipoleszq : public CDipoles4File {
  public:
-  CDipoleszq() = default;
-  CDipoleszq(const CDipoleszq&) = default;  // every member
+  CDipoleszq();
+  CDipoleszq(const CDipoleszq&);  // every member
 
   // Deliberately partial, unlike the assignment of the base layers: it takes over what describes the dipole
   // and leaves m_extraFlag, m_extraValue, m_selected, m_segments, the slice extents, both import tags and
