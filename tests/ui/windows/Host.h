@@ -1,5 +1,5 @@
-// A small host: a window, a set of dipoles, two callbacks that keep what they were told, and the user's hands on the
-// manager's list. It sees the module as any host does, through its library and module/dipole.h.
+// A small host: a window, a set of dipoles, two callbacks that keep what they were told, and the user's hands
+// on the manager's list. It sees the module as any host does, through its library and module/dipole.h.
 #pragma once
 
 #include <afxcmn.h>
@@ -33,8 +33,8 @@ struct Position {
 
 class Host {
  public:
-  // With so many dipoles: number n (from 1) at (n, 10 n, 100 n) mm, latency n / 2 ms, fit error n / 4, moment n / 8,
-  // label "d<n>", and the first one current.
+  // With so many dipoles: number n (from 1) at (n, 10 n, 100 n) mm, latency n / 2 ms, fit error n / 4, moment
+  // n / 8, label "d<n>", and the first one current.
   explicit Host(int dipoles = 0);
   ~Host();
   Host(const Host&) = delete;
