@@ -87,6 +87,7 @@ void CListDipoles::initialize() {
   SetImageList(m_pSmallImages.get(), LVSIL_SMALL);
   setOneClickStyle();
   insertColumns();
+  m_headingFont.fit(*this);
 }
 
 void CListDipoles::insertColumns() {

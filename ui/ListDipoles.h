@@ -11,6 +11,7 @@
 
 #include "collection/SelectedDipoles.h"
 #include "ui/DipoleRows.h"
+#include "ui/HeadingFont.h"
 #include "ui/Lifetime.h"
 
 class CDipoleFacezq;
@@ -58,10 +59,10 @@ class CListDipoles : public CListCtrl {
  private:
   void setRowStyle();
   void insertColumns();
-  void fillRows();
   bool step(UINT key);
 
   DipoleRows m_rows;
+  HeadingFont m_headingFont;
   bool m_changing = false;  // what the control reports meanwhile is not the user's doing
   Lifetime m_lifetime;
 };
