@@ -21,8 +21,7 @@ INT_PTR CALLBACK noProcedure(HWND /*window*/, UINT /*message*/, WPARAM /*wParam*
   return FALSE;
 }
 
-LPCDLGTEMPLATE findTemplate(LPCTSTR name) {
-  const HINSTANCE module = AfxFindResourceHandle(name, RT_DIALOG);
+LPCDLGTEMPLATE findTemplate(HINSTANCE module, LPCTSTR name) {
   const HRSRC found = ::FindResourceW(module, name, RT_DIALOG);
   const HGLOBAL loaded = found == nullptr ? nullptr : ::LoadResource(module, found);
   return loaded == nullptr ? nullptr : static_cast<LPCDLGTEMPLATE>(::LockResource(loaded));
@@ -103,11 +102,12 @@ BOOL CDialog::Create(UINT templateId, CWnd* parent) {
 }
 
 BOOL CDialog::Create(LPCTSTR templateName, CWnd* parent) {
-  return CreateIndirect(findTemplate(templateName), parent);
+  return makeNamed(templateName, parent == nullptr ? mainWindow() : parent->m_hWnd) ? TRUE : FALSE;
 }
 
 BOOL CDialog::CreateIndirect(LPCDLGTEMPLATE dialogTemplate, CWnd* parent, void* /*unused*/) {
-  return make(dialogTemplate, parent == nullptr ? mainWindow() : parent->m_hWnd) ? TRUE : FALSE;
+  const HWND owner = parent == nullptr ? mainWindow() : parent->m_hWnd;
+  return make(AfxGetResourceHandle(), dialogTemplate, owner) ? TRUE : FALSE;
 }
 
 BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE dialogTemplate, CWnd* parent) {
@@ -118,17 +118,23 @@ BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE dialogTemplate, CWnd* parent) {
   return dialogTemplate != nullptr ? TRUE : FALSE;
 }
 
-bool CDialog::make(LPCDLGTEMPLATE dialogTemplate, HWND parent) {
+// The module is where the menu that a template names is looked for.
+bool CDialog::make(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate, HWND parent) {
   if (dialogTemplate == nullptr || m_hWnd != nullptr) {
     return false;
   }
   const CreationHook hook(this);
-  return ::CreateDialogIndirectParamW(AfxGetResourceHandle(), dialogTemplate, parent, &noProcedure, 0) !=
-         nullptr;
+  return ::CreateDialogIndirectParamW(module, dialogTemplate, parent, &noProcedure, 0) != nullptr;
+}
+
+bool CDialog::makeNamed(LPCTSTR templateName, HWND owner) {
+  const HINSTANCE module = AfxFindResourceHandle(templateName, RT_DIALOG);
+  return make(module, findTemplate(module, templateName), owner);
 }
 
 bool CDialog::makeModal(HWND owner) {
-  return make(m_template != nullptr ? m_template : findTemplate(m_templateName), owner);
+  return m_template != nullptr ? make(AfxGetResourceHandle(), m_template, owner)
+                               : makeNamed(m_templateName, owner);
 }
 
 INT_PTR CDialog::DoModal() {

@@ -48,7 +48,8 @@ class CDialog : public CWnd {
   struct Modal;
 
   using CWnd::Create;
-  bool make(LPCDLGTEMPLATE dialogTemplate, HWND parent);
+  bool make(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate, HWND parent);
+  bool makeNamed(LPCTSTR templateName, HWND parent);
   bool makeModal(HWND owner);
   void onWindowGone() override;
   static void runLoop(const Modal& modal, HWND window);

@@ -1,6 +1,7 @@
 #include "tests/ui/windows/Host.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 #include "platform/Utf.h"
 #include "ui/resource.h"
@@ -56,6 +57,7 @@ HWND visibleWindow(const std::string& captionBeginning) {
 LPARAM pointOf(HWND list, int row) {
   RECT cell = {};
   cell.left = LVIR_LABEL;
+  ::SendMessageW(list, LVM_SCROLL, static_cast<WPARAM>(-::GetScrollPos(list, SB_HORZ)), 0);
   ::SendMessageW(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
   ::SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&cell));
   return MAKELPARAM(cell.left + 5, (cell.top + cell.bottom) / 2);
@@ -66,6 +68,13 @@ WPARAM buttonFlags(bool control, bool shift) {
 }
 
 }  // namespace
+
+Robot::Step answer(std::string text, int button) {
+  return [text = std::move(text), button](HWND box) {
+    EXPECT_EQ(messageOf(box), text);
+    press(box, button);
+  };
+}
 
 int rememberPosition(double x, double y, double z, double latency) {
   positionsTold.push_back({x, y, z, latency});
@@ -235,9 +244,22 @@ void Host::clickHeading(int column) {
   const HWND header = reinterpret_cast<HWND>(::SendMessageW(list(), LVM_GETHEADER, 0, 0));
   RECT item = {};
   ::SendMessageW(header, HDM_GETITEMRECT, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
+  const int place = ::GetScrollPos(list(), SB_HORZ);
+  ::SendMessageW(list(), LVM_SCROLL, static_cast<WPARAM>(item.left - place), 0);
   const LPARAM point = MAKELPARAM((item.left + item.right) / 2, (item.top + item.bottom) / 2);
   ::SendMessageW(header, WM_LBUTTONDOWN, MK_LBUTTON, point);
   ::SendMessageW(header, WM_LBUTTONUP, 0, point);
+  pump();
+}
+
+void Host::typeInList(char character) {
+  ::SetFocus(list());
+  ::SendMessageW(list(), WM_CHAR, static_cast<WPARAM>(character), 1);
+  pump();
+}
+
+void Host::check(int box) {
+  press(manager(), box);
   pump();
 }
 

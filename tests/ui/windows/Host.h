@@ -64,6 +64,8 @@ class Host {
   void rightClick(int row);  // opens the menu: give a Robot its step before
   void key(UINT key, bool control = false, bool shift = false);  // in the list
   void clickHeading(int column);
+  void typeInList(char character);
+  void check(int box);  // clicks a check box or button of the manager
   void choose(UINT command);  // as a menu or button does
 
   // What the set says.
@@ -82,6 +84,10 @@ class Host {
   std::unique_ptr<CDipoleFacezq> face;
   HostWindow window;
 };
+
+// The caption of the module's messages here, and the step that reads one and presses a button of it.
+inline constexpr auto messageCaption = "dipole_ui_tests";
+Robot::Step answer(std::string text, int button = IDOK);
 
 int rememberPosition(double x, double y, double z, double latency);  // the callback that Host gives
 int countUpdate(bool value);
