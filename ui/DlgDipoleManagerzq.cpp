@@ -19,6 +19,7 @@ ON_WM_SIZE()
 ON_WM_CONTEXTMENU()
 ON_WM_INITMENUPOPUP()
 ON_WM_LBUTTONDBLCLK()
+ON_COMMAND(IDOK, &CDlgDipoleManagerzq::OnEnter)
 ON_COMMAND(ID_DIPOLE_EXIT, &CDlgDipoleManagerzq::OnExit)
 ON_COMMAND(ID_DIPOLE_SHOW, &CDlgDipoleManagerzq::OnShow)
 ON_COMMAND(ID_DIPOLE_HIDE, &CDlgDipoleManagerzq::OnHide)
@@ -85,14 +86,23 @@ void CDlgDipoleManagerzq::OnSize(UINT type, int width, int height) {
   m_listDipoles.Invalidate();
 }
 
-// Where a menu for the point belongs: the keyboard gives none, then it is the list's corner.
+// Where a menu for the point belongs: the keyboard gives none, then it is the row with the focus, or the
+// list's corner when that row is out of sight.
 CPoint CDlgDipoleManagerzq::menuPoint(CPoint point) const {
   if (point.x != -1 || point.y != -1) {
     return point;
   }
   CRect list;
-  m_listDipoles.GetWindowRect(&list);
-  return CPoint(list.left, list.top);
+  CRect row;
+  m_listDipoles.GetClientRect(&list);
+  const int focus = m_listDipoles.GetNextItem(-1, LVNI_FOCUSED);
+  CPoint corner(0, 0);
+  if (focus >= 0 && m_listDipoles.GetItemRect(focus, &row, LVIR_LABEL) &&
+      list.PtInRect(CPoint(row.left, row.bottom))) {
+    corner = CPoint(row.left, row.bottom);
+  }
+  m_listDipoles.ClientToScreen(&corner);
+  return corner;
 }
 
 void CDlgDipoleManagerzq::OnContextMenu(CWnd* /*window*/, CPoint point) {
@@ -209,6 +219,15 @@ void CDlgDipoleManagerzq::change(Change command) {
 
 void CDlgDipoleManagerzq::OnExit() {
   OnOK();
+}
+
+// Enter, which no button takes: in the list it edits, as a double click does.
+void CDlgDipoleManagerzq::OnEnter() {
+  if (::GetFocus() == m_listDipoles.GetSafeHwnd()) {
+    edit();
+  } else {
+    OnOK();
+  }
 }
 
 void CDlgDipoleManagerzq::OnShow() {

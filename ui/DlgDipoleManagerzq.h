@@ -52,6 +52,7 @@ class CDlgDipoleManagerzq : public CDialog {
   afx_msg void OnContextMenu(CWnd* window, CPoint point);
   afx_msg void OnInitMenuPopup(CMenu* menu, UINT index, BOOL systemMenu);
   afx_msg void OnLButtonDblClk(UINT flags, CPoint point);
+  afx_msg void OnEnter();
   afx_msg void OnExit();
   afx_msg void OnShow();
   afx_msg void OnHide();

@@ -109,13 +109,25 @@ int CListDipoles::refill() {
   if (m_pDipoleFace == nullptr) {
     return 0;
   }
+  const Refilled refilled = fillRows();
+  if (refilled == Refilled::refused) {
+    AfxMessageBox(_T("Clean all items error"));  // meanwhile the host may end this list
+    return 0;
+  }
+  if (refilled == Refilled::cutShort) {
+    return 0;
+  }
+  setRowStyle();
+  return 1;
+}
+
+CListDipoles::Refilled CListDipoles::fillRows() {
   const Flag changing(m_changing);
   const int top = GetTopIndex();
   const int focus = GetNextItem(-1, LVNI_FOCUSED);
   const StillWindow still(*this);
   if (!DeleteAllItems()) {
-    AfxMessageBox(_T("Clean all items error"));
-    return 0;
+    return Refilled::refused;
   }
   m_rows.clear();
   const bool whole = m_rows.fill(*m_pDipoleFace);
@@ -126,12 +138,9 @@ int CListDipoles::refill() {
   }
   if (m_rows.has(focus)) {
     SetItemState(focus, LVIS_FOCUSED, LVIS_FOCUSED);
+    SetSelectionMark(focus);  // where the next range starts
   }
-  if (!whole) {
-    return 0;
-  }
-  setRowStyle();
-  return 1;
+  return whole ? Refilled::whole : Refilled::cutShort;
 }
 
 DipoleSlots CListDipoles::selectedDipoles() const {

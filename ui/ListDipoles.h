@@ -57,8 +57,11 @@ class CListDipoles : public CListCtrl {
   DECLARE_MESSAGE_MAP()
 
  private:
+  enum class Refilled { refused, cutShort, whole };
+
   void setRowStyle();
   void insertColumns();
+  Refilled fillRows();
   bool step(UINT key);
 
   DipoleRows m_rows;
