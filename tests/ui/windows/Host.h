@@ -65,7 +65,7 @@ class Host {
   void key(UINT key, bool control = false, bool shift = false);  // in the list
   void clickHeading(int column);
   void typeInList(char character);
-  void check(int box);  // clicks a check box or button of the manager
+  void check(int box);        // clicks a check box or button of the manager
   void choose(UINT command);  // as a menu or button does
 
   // What the set says.
