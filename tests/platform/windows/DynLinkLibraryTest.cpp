@@ -38,7 +38,10 @@ TEST(ExtensionLibrary, BringsItsDialogs) {
     const Library library;
     EXPECT_EQ(whereTheDialogIs(), library.module());
     Robot robot;
-    robot.when("Extension", [](HWND window) { press(window, IDC_SEVEN); });
+    robot.when("Extension", [](HWND window) {
+      EXPECT_EQ(::GetMenuItemCount(::GetMenu(window)), 1) << "the menu of its template";
+      press(window, IDC_SEVEN);
+    });
     EXPECT_EQ(library.find<RunDialog>(runDialogName)(), 7);
   }
   EXPECT_EQ(::GetModuleHandleW(L"test_extension.dll"), nullptr);

@@ -2,4 +2,5 @@
 #pragma once
 
 #define IDD_EXTENSION 301
+#define IDR_EXTENSION 302
 #define IDC_SEVEN 3007
