@@ -122,6 +122,9 @@ int CDipoleFacezq::updateDipoleEditor() {
   if (isOpen(m_dlgDipoleEditor.get())) {
     m_dlgDipoleEditor->refresh();
   }
+  if (m_dlgDipoleList && isOpen(m_dlgDipoleList->m_pDlgEditor.get())) {
+    m_dlgDipoleList->m_pDlgEditor->refresh();
+  }
   return 1;
 }
 

@@ -42,7 +42,7 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
 
   // Bring a visible window up to date with the collection.
   int updateDipoleList() override;
-  int updateDipoleEditor();
+  int updateDipoleEditor();    // the manager's too
   int updateDipoleSettings();  // 0 when the coordinate dialog was never made
 
  private:

@@ -28,6 +28,14 @@ bool holds(const CDipoleFace& face, const CDipoleszq* dipole) {
   return slot < face.m_totalDipoles;
 }
 
+// After a step: no open editor may show another dipole than the one that it would change. Without a dipole
+// this was told, and the collection may be gone.
+void showEverywhere(CDipoleFacezq& face, const CDipoleszq* dipole) {
+  if (dipole != nullptr) {
+    face.updateDipoleEditor();
+  }
+}
+
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CDlgDipoleEditor, CDialog)
@@ -184,7 +192,7 @@ void CDlgDipoleEditor::OnDelete() {
 
 void CDlgDipoleEditor::OnNext() {
   const Lifetime::Watch watch = m_lifetime.watch();
-  changeSet([](CDipoleFacezq& face) { face.getNextDipole(); });
+  changeSet([](CDipoleFacezq& face) { showEverywhere(face, face.getNextDipole()); });
   if (!watch.isOver()) {
     showCurrentInList();
   }
@@ -192,7 +200,7 @@ void CDlgDipoleEditor::OnNext() {
 
 void CDlgDipoleEditor::OnPrevious() {
   const Lifetime::Watch watch = m_lifetime.watch();
-  changeSet([](CDipoleFacezq& face) { face.getPreviousDipole(); });
+  changeSet([](CDipoleFacezq& face) { showEverywhere(face, face.getPreviousDipole()); });
   if (!watch.isOver()) {
     showCurrentInList();
   }

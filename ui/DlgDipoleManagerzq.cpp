@@ -185,9 +185,6 @@ int CDlgDipoleManagerzq::refill() {
 }
 
 void CDlgDipoleManagerzq::refreshEditors() {
-  if (isOpen(m_pDlgEditor.get())) {
-    m_pDlgEditor->refresh();
-  }
   if (m_pDipoleFace != nullptr) {
     m_pDipoleFace->updateDipoleEditor();
   }
