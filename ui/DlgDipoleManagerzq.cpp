@@ -143,10 +143,15 @@ void CDlgDipoleManagerzq::OnUpdateShowCurrentOnly(CCmdUI* item) {
   }
 }
 
-void CDlgDipoleManagerzq::bindList() {
+// List and editor show what the manager shows, also after a copy of the collection took the manager over.
+void CDlgDipoleManagerzq::bindParts() {
   m_listDipoles.m_pHostWnd = m_pHostWnd;
   m_listDipoles.m_pDipoleFace = m_pDipoleFace;
   m_listDipoles.m_showCurrentOnly = m_showCurrentOnly;
+  if (m_pDlgEditor) {
+    m_pDlgEditor->m_pDipoleFace = m_pDipoleFace;
+    m_pDlgEditor->m_pHostWnd = m_pHostWnd;
+  }
 }
 
 void CDlgDipoleManagerzq::leaveCollection() {
@@ -154,7 +159,7 @@ void CDlgDipoleManagerzq::leaveCollection() {
   m_pHostWnd = nullptr;
   m_cbfDipoleXYZ = nullptr;
   m_cbfUpdateViewers = nullptr;
-  bindList();
+  bindParts();
   if (m_pDlgEditor) {
     m_pDlgEditor->leaveCollection();
   }
@@ -165,7 +170,7 @@ int CDlgDipoleManagerzq::refresh() {
   if (m_pDipoleFace == nullptr) {
     return 0;
   }
-  bindList();
+  bindParts();
   const Lifetime::Watch watch = m_lifetime.watch();
   const int result = refill();
   if (!watch.isOver()) {

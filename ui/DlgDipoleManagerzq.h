@@ -78,7 +78,7 @@ class CDlgDipoleManagerzq : public CDialog {
   template <typename Change>
   void change(Change command);
   void notify() const;
-  void bindList();
+  void bindParts();
   void refreshEditors();
   void chooseRow(int row, bool isChosen);
   void showOnlyDipoleOfRow(int row);
