@@ -12,7 +12,8 @@
 
 using Texts = std::vector<std::string>;
 
-// Presses OK (or No) in every message box that comes up, and keeps what it said. What nobody took fails the test.
+// Presses OK (or No) in every message box that comes up, and keeps what it said. What nobody took fails the
+// test.
 class Messages {
  public:
   Messages();
