@@ -1,5 +1,5 @@
-// A font in which the headings of a list fit into their columns: the columns have a fixed width, and a heading that
-// is cut off loses the letter of its axis.
+// A font in which the headings of a list fit into their columns: the columns have a fixed width, and a
+// heading that is cut off loses the letter of its axis.
 #pragma once
 
 #include <afxcmn.h>
@@ -11,8 +11,8 @@ class HeadingFont {
   HeadingFont(const HeadingFont&) = delete;
   HeadingFont& operator=(const HeadingFont&) = delete;
 
-  // Gives the list's headings the font of the list, made smaller only as far as they need it. This object must
-  // outlive the list's window.
+  // Gives the list's headings the font of the list, made smaller only as far as they need it. This object
+  // must outlive the list's window.
   void fit(CListCtrl& list);
 
  private:
