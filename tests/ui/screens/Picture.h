@@ -1,0 +1,8 @@
+// A picture of a part of the screen, as the user sees it, in a BMP file of 24 bits.
+#pragma once
+
+#include <string>
+#include <windows.h>
+
+// `place` in pixels of the screen. Returns whether the file (its path in the system's code page) was written.
+bool savePicture(const RECT& place, const std::string& path);
