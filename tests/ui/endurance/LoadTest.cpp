@@ -1,5 +1,5 @@
-// dipole.dll in a host that was not linked with it: loaded, used and freed again and again, it leaves no window
-// class, no window, no handle and no memory behind.
+// dipole.dll in a host that was not linked with it: loaded, used and freed again and again, it leaves no
+// window class, no window, no handle and no memory behind.
 #include <afxwin.h>
 
 #include <algorithm>
@@ -193,8 +193,9 @@ TEST(LoadedLibrary, ClassesAreSeen) {
   ::UnregisterClassW(description.lpszClassName, library.module());
 }
 
-// Objects of handles that somebody asked for stay a while in the platform, at most 64, each in two blocks of 24
-// bytes. What the system's own dialogs leave behind, some bytes for every label under Wine, is not the library's.
+// Objects of handles that somebody asked for stay a while in the platform, at most 64, each in two blocks of
+// 24 bytes. What the system's own dialogs leave behind, some bytes for every label under Wine, is not the
+// library's.
 TEST(LoadedLibrary, LeavesNeitherHandlesNorMemoryBehind) {
   constexpr int fewerRounds = 30;
   constexpr int share = (rounds - warmingUp) / fewerRounds;

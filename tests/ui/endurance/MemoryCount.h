@@ -11,5 +11,5 @@ struct HeapUse {
 };
 HeapUse heapUse();
 
-// What the system has given to this process alone, bytes; where it does not tell, what is in its physical memory.
+// What the system has given to this process alone, bytes; where it does not tell, what is in physical memory.
 std::size_t privateBytes();

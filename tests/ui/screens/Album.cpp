@@ -10,7 +10,7 @@ namespace {
 constexpr int corner = 20;         // pixels from the left and from the top of the screen
 constexpr ULONGLONG drawing = 80;  // ms until everything has been drawn and has reached the screen
 
-// Lets every window draw itself, and nothing else happen: an open menu would take the user's messages as its own.
+// Lets every window draw itself, and nothing else happen: an open menu takes the user's messages as its own.
 void drawMenus() {
   const ULONGLONG end = ::GetTickCount64() + drawing;
   while (::GetTickCount64() < end) {

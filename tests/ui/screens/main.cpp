@@ -68,7 +68,7 @@ class Screens {
   void importDialog();
   void importQuestions();
   void exportDialog();
-  void overwrite(HWND dialog);
+  void overwrite(Robot& robot);
   void colors();
 
   void importSilently(Host& host, const std::string& file) const;
@@ -85,8 +85,8 @@ void Screens::importSilently(Host& host, const std::string& file) const {
   import(host, fromUtf8(m_examples + file));
 }
 
-// Takes the picture of a message box, after it has said what it is expected to say. What is asked after it, `next`
-// answers.
+// Takes the picture of a message box, after it has said what it is expected to say. What is asked after it,
+// `next` answers.
 void Screens::message(Robot& robot, const std::string& name, const std::string& text, int button,
                       std::optional<ReadyOperator>* next) {
   robot.when(program, [this, name, text, button, next](HWND box) {
@@ -122,6 +122,7 @@ void Screens::manager() {
   resize(host.manager(), 1000, 500);
   m_album.take(host.manager(), "manager-wide");
   ::SetFocus(host.window.m_hWnd);
+  ::SetWindowPos(host.manager(), HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
   m_album.takeInPlace(host.manager(), "manager-without-focus");
   resize(host.manager(), 200, 150);
   m_album.take(host.manager(), "manager-small");
@@ -241,15 +242,18 @@ void Screens::fullMessages() {
   press(host.editor(), IDC_EDITOR_ADD);
 }
 
-// The question whether to overwrite stands before the dialog, under the same caption.
-void Screens::overwrite(HWND dialog) {
-  HWND box = dialog;
-  while (box == dialog) {
-    pump();
-    box = ::GetLastActivePopup(dialog);
-  }
-  m_album.take(box, "message-overwrite");
-  press(box, IDYES);
+// The question whether to overwrite stands before the dialog, under a caption of the system's choice.
+void Screens::overwrite(Robot& robot) {
+  robot.when("Save As", [&](HWND dialog) {
+    const HWND box = ::GetLastActivePopup(dialog);
+    if (::GetDlgItem(box, IDYES) == nullptr) {
+      overwrite(robot);  // not yet
+      return;
+    }
+    message(robot, "message-not-opened", "File could not be opened ");
+    m_album.take(box, "message-overwrite");
+    press(box, IDYES);
+  });
 }
 
 // The system's dialog takes a whole path where it asks for a name.
@@ -306,9 +310,8 @@ void Screens::exportDialog() {
   robot.when("Save As", [&](HWND dialog) {
     m_album.take(dialog, "dialog-export");
     enterPath(dialog, path);
-    overwrite(dialog);
   });
-  message(robot, "message-not-opened", "File could not be opened ");
+  overwrite(robot);
   host.choose(ID_DIPOLE_EXPORT_EXCEL);
   ::CloseHandle(held);
 }
