@@ -113,7 +113,9 @@ int CDipoleFacezq::setCbfUpdateViewers(int (*cbf)(bool)) {
 
 int CDipoleFacezq::updateDipoleList() {
   if (isOpen(m_dlgDipoleList.get())) {
-    m_dlgDipoleList->refill();
+    m_dlgDipoleList->refill();  // and the editors
+  } else {
+    updateDipoleEditor();
   }
   return 1;
 }

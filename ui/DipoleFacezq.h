@@ -40,8 +40,8 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
   // showDipoleList if it has none.
   int setCbfUpdateViewers(int (*cbf)(bool));
 
-  // Bring a visible window up to date with the collection.
-  int updateDipoleList() override;
+  // Bring visible windows up to date with the collection.
+  int updateDipoleList() override;  // the manager's list, and the editors
   int updateDipoleEditor();    // the manager's too
   int updateDipoleSettings();  // 0 when the coordinate dialog was never made
 

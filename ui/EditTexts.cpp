@@ -17,6 +17,7 @@ CString textOf(const CWnd& dialog, int field) {
 }  // namespace
 
 void EditTexts::remember(const CWnd& dialog) {
+  m_values = m_exchanged;
   m_texts.clear();
   for (HWND control = ::GetWindow(dialog.GetSafeHwnd(), GW_CHILD); control != nullptr;
        control = ::GetWindow(control, GW_HWNDNEXT)) {

@@ -8,25 +8,32 @@
 #include <afxwin.h>
 
 #include <map>
+#include <variant>
 
 class EditTexts {
  public:
-  // Takes the texts of all edit fields as they are now.
+  // Takes the texts of all edit fields as they are now, and the values that were last exchanged with them.
   void remember(const CWnd& dialog);
 
   // A field that was never remembered counts as changed.
   bool isChanged(const CWnd& dialog, int field) const;
 
-  // DDX_Text, but that reading leaves the value of an unchanged field as it is, whatever the field shows.
+  // DDX_Text, but that reading an unchanged field gives the value it was remembered with, whatever it shows.
   template <typename Value>
-  void exchange(CDataExchange* exchange, int field, Value& value) const {
+  void exchange(CDataExchange* exchange, int field, Value& value) {
     if (exchange->m_bSaveAndValidate && !isChanged(*exchange->m_pDlgWnd, field)) {
       exchange->PrepareEditCtrl(field);  // a range check that follows belongs to this field
+      value = std::get<Value>(m_values[field]);
     } else {
       DDX_Text(exchange, field, value);
     }
+    m_exchanged[field] = value;
   }
 
  private:
-  std::map<int, CString> m_texts;  // by the field's number
+  using AnyValue = std::variant<double, float, CString>;
+
+  std::map<int, CString> m_texts;  // by the field's number, as all of these
+  std::map<int, AnyValue> m_values;
+  std::map<int, AnyValue> m_exchanged;
 };

@@ -110,6 +110,22 @@ TEST_F(EditorMistakes, ARadiusOutsideThatTheSetCameWithIsToldToo) {
   EXPECT_EQ(face().m_mergeRadius, 2.0F);
 }
 
+TEST_F(EditorMistakes, AreOverWhenTheFormerTextIsBack) {
+  open(1);
+  enter(IDC_EDITOR_SIZE, "8");
+  enter(IDC_EDITOR_MERGE_RADIUS, "0.5");
+  EXPECT_EQ(messages.take(), Texts{badRadius});
+  enter(IDC_EDITOR_SIZE, "3");
+  enter(IDC_EDITOR_MERGE_RADIUS, "15");
+  EXPECT_EQ(messages.take(), Texts{});
+  push(IDC_EDITOR_APPLY);
+  EXPECT_EQ(messages.take(), Texts{});
+  EXPECT_EQ(face().m_mergeRadius, 15.0F);
+  face().cleanDipoles();
+  face().updateDipoleEditor();
+  EXPECT_EQ(field(IDC_EDITOR_SIZE), "3");
+}
+
 TEST_F(EditorMistakes, AreToldOneByOneInTheOrderOfReading) {
   open(1);
   for (const int id : numberFields) {

@@ -276,6 +276,18 @@ TEST_F(Facade, ImportsShowInAVisibleManager) {
   EXPECT_EQ(host.cell(host.rows() - 1, 1), latency);
 }
 
+TEST_F(Facade, ImportsShowInAVisibleEditorWithoutTheManager) {
+  face().dipoleEdit(&host.window);
+  CString path = fromUtf8(DIPOLE_EXAMPLES "/auditory.dip");
+  face().importDipoleX(path, false);
+  messages.take();
+  const int current = face().getCurrentDipoleID();
+  const std::string expected = "Current dipole (Total dipoles):" + std::to_string(current) + "(" +
+                               std::to_string(face().getTotalDipoles()) + ")";
+  EXPECT_EQ(captionOf(host.editor()), expected);
+  EXPECT_EQ(textOf(host.editor(), IDC_EDITOR_LABEL), toUtf8(host.dipole(current).m_label));
+}
+
 TEST_F(Facade, ImportsLeaveAHiddenManager) {
   showList(nullptr);
   hide(host.manager());

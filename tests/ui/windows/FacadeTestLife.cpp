@@ -67,6 +67,31 @@ TEST_F(FacadeLife, ACollectionTakesItsOpenDialogsAlong) {
   expectNone(windows);
 }
 
+// The captions of the dialogs, in the order in which they go.
+Texts goneCaptions;
+
+LRESULT CALLBACK noteDialog(int code, WPARAM window, LPARAM parameter) {
+  if (code == HCBT_DESTROYWND) {
+    const std::string caption = captionOf(reinterpret_cast<HWND>(window));
+    if (caption.starts_with("Dipole ") || caption.starts_with("Current dipole")) {
+      goneCaptions.push_back(caption);
+    }
+  }
+  return ::CallNextHookEx(nullptr, code, window, parameter);
+}
+
+TEST_F(FacadeLife, TheEditorGoesFirstThenTheCoordinatesThenTheManager) {
+  host.openManager();
+  host.face->setDipoleCoordinate(&host.window);
+  host.face->dipoleEdit(&host.window);
+  goneCaptions.clear();
+  const HHOOK hook = ::SetWindowsHookExW(WH_CBT, &noteDialog, nullptr, ::GetCurrentThreadId());
+  host.face.reset();
+  ::UnhookWindowsHookEx(hook);
+  EXPECT_EQ(goneCaptions,
+            (Texts{"Current dipole (Total dipoles):0(3)", "Dipole coordinate settings", "Dipole Manager"}));
+}
+
 TEST_F(FacadeLife, ACollectionTakesItsHiddenDialogsAlong) {
   const Windows windows = openAll(host);
   for (const HWND window : windows.all()) {
