@@ -9,6 +9,10 @@ program=build/windows/bin/dipole_screens.exe
 
 # The scale of the screen belongs to the whole of a Wine folder, so the pictures have one of their own.
 export WINEPREFIX="$PWD/build/wine-screens" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml=" LC_ALL=C.UTF-8
+# Wine does not look where Debian puts its fonts: those that stand for Windows' own. Without them others do.
+mkdir -p "$WINEPREFIX/drive_c/windows/Fonts"
+cp /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts" 2>/dev/null || true
+
 wine_path() { printf 'Z:%s\\' "$1" | tr / '\\'; }
 
 take_pictures() {
