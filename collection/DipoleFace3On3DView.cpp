@@ -16,7 +16,7 @@ CDipoleFace3On3DView::~CDipoleFace3On3DView() = default;
 
 CDipoleFace3On3DView::Point CDipoleFace3On3DView::displayPoint(CDipoleszq& dipole) {
   Point point;
-  dipole.getDipoleXYZ(&m_sphereLocational, &m_sphereRotation, point.x, point.y, point.z);
+  inertDisplayCoordinates(dipole, &m_sphereLocational, &m_sphereRotation, point.x, point.y, point.z);
   return point;
 }
 

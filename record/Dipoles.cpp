@@ -136,9 +136,8 @@ void CDipoles::setColorValue(COLORREF color) {
   m_color = color;
 }
 
-int CDipoles::getDipoleXYZ(CSpherezq* /*translation*/, CSpherezq* /*rotation*/, double& /*x*/, double& /*y*/,
-                           double& /*z*/) {
-  return 1;
+int CDipoles::getDipoleXYZ(CSpherezq* translation, CSpherezq* rotation, double& x, double& y, double& z) {
+  return inertDisplayCoordinates(*this, translation, rotation, x, y, z);
 }
 
 int CDipoles::drawDipole(CSpherezq* /*translation*/, CSpherezq* /*rotation*/, int checkShow) {
