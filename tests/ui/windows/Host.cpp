@@ -102,6 +102,7 @@ void HostWindow::OnPaint() {
 }
 
 Host::Host(int dipoles) : face(std::make_unique<CDipoleFacezq>()) {
+  ::SetCursorPos(0, 0);  // the list selects a row over which the pointer rests
   forget();
   face->setCbfUpdateViewers(&countUpdate);
   addDipoles(dipoles);
