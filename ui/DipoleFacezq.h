@@ -42,8 +42,8 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
 
   // Bring visible windows up to date with the collection.
   int updateDipoleList() override;  // the manager's list, and the editors
-  int updateDipoleEditor();    // the manager's too
-  int updateDipoleSettings();  // 0 when the coordinate dialog was never made
+  int updateDipoleEditor();         // the manager's too
+  int updateDipoleSettings();       // 0 when the coordinate dialog was never made
 
  private:
   void leaveDialogs();
