@@ -55,7 +55,9 @@ int drawGlyphs(const CDipoleFace& face, GlyphOperation draw, CDC* dc, int mode, 
   const double half2 = second.half();
   for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
     if (CDipoleszq* dipole = face.m_dipoles[slot]) {
-      dipole->setDimensionXYZ(volume.x.voxels, volume.y.voxels, volume.z.voxels);
+      dipole->m_dimX = volume.x.voxels;
+      dipole->m_dimY = volume.y.voxels;
+      dipole->m_dimZ = volume.z.voxels;
       (dipole->*draw)(dc, slab.min, slab.max, mode, half1, first.spacing, half2, second.spacing);
     }
   }

@@ -135,6 +135,9 @@ bool addAverage(CDipoleFace& face, const DipoleSlots& dipoles) {
 }
 
 bool replaceByAverage(CDipoleFace& face, const DipoleSlots& dipoles) {
+  if (face.m_totalDipoles < 1) {
+    return false;  // not even the current index changes
+  }
   const DipoleAverage average = averageOf(face, dipoles);
   deleteDipoles(face, dipoles);
   return add(face, average, _T("AverageDipole%d"));

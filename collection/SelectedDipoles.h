@@ -43,6 +43,6 @@ DipoleAverage averageOf(const CDipoleFace& face, const DipoleSlots& dipoles);
 // and makes it the current one. Returns whether one was added: not without dipoles, not without room.
 bool addAverage(CDipoleFace& face, const DipoleSlots& dipoles);
 
-// Likewise with "AverageDipole%d", after removing the dipoles. The gaps of the collection are closed in any
-// case.
+// Likewise with "AverageDipole%d", after removing the dipoles. The gaps of a collection that is not empty are
+// closed in any case.
 bool replaceByAverage(CDipoleFace& face, const DipoleSlots& dipoles);

@@ -210,4 +210,11 @@ TEST(ReplaceByAverage, ClosesGapsEvenWhenNothingIsSelected) {
   EXPECT_EQ(idsOf(*face), (Ids{1, 2}));
 }
 
+TEST(ReplaceByAverage, LeavesAnEmptyCollectionAsItIs) {
+  const auto face = listedFace(1);
+  face->cleanDipoles();
+  EXPECT_FALSE(replaceByAverage(*face, {}));
+  EXPECT_EQ(face->getCurrentDipoleID(), -1);
+}
+
 }  // namespace
