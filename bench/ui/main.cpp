@@ -1,0 +1,221 @@
+// How long the manager makes its user wait with a full set of 30000 dipoles, in one run beside lists that are
+// filled row by row. Each number is the median of some repetitions, in ms, until everything has been drawn.
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "bench/ui/Lists.h"
+#include "tests/ui/endurance/ReadyOperator.h"
+#include "tests/ui/windows/Host.h"
+#include "ui/resource.h"
+
+namespace {
+
+constexpr int dipoles = 30000;
+constexpr int repetitions = 5;
+constexpr int keyRepetitions = 21;
+
+using Action = std::function<void()>;
+
+double seconds() {
+  LARGE_INTEGER now = {};
+  LARGE_INTEGER frequency = {};
+  ::QueryPerformanceCounter(&now);
+  ::QueryPerformanceFrequency(&frequency);
+  return static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+// Of this process, in s. It stays what it is on a machine that is busy with other things.
+double processorTime() {
+  FILETIME unused = {};
+  FILETIME kernel = {};
+  FILETIME user = {};
+  ::GetProcessTimes(::GetCurrentProcess(), &unused, &unused, &kernel, &user);
+  const auto ticks = [](const FILETIME& time) {
+    return static_cast<double>(time.dwHighDateTime) * 4294967296.0 + time.dwLowDateTime;
+  };
+  return (ticks(kernel) + ticks(user)) * 1e-7;
+}
+
+struct Measured {
+  double median;     // ms
+  double processor;  // ms, the mean
+};
+
+// What has to come before each action is not counted.
+Measured measure(int times, const Action& before, const Action& action) {
+  std::vector<double> all;
+  double processor = 0.0;
+  for (int i = 0; i < times; ++i) {
+    before();
+    pump();
+    const double start = seconds();
+    const double processorStart = processorTime();
+    action();
+    pump();
+    processor += processorTime() - processorStart;
+    all.push_back((seconds() - start) * 1000.0);
+  }
+  std::nth_element(all.begin(), all.begin() + times / 2, all.end());
+  return {all[static_cast<std::size_t>(times / 2)], processor * 1000.0 / times};
+}
+
+void nothing() {}
+
+// Numbers without an order, the same in every run.
+class Numbers {
+ public:
+  float next() {
+    m_state = m_state * 1664525U + 1013904223U;
+    return static_cast<float>(m_state >> 8) / 65536.0F - 128.0F;
+  }
+
+ private:
+  unsigned m_state = 1;
+};
+
+void fillUp(Host& host) {
+  host.face->cleanDipoles();
+  host.addDipoles(dipoles);
+  Numbers numbers;
+  for (int slot = 0; slot < dipoles; ++slot) {
+    CDipoleszq& dipole = host.dipole(slot);
+    for (int axis = 0; axis < 3; ++axis) {
+      dipole.m_location[axis] = numbers.next();
+      dipole.m_orientation[axis] = numbers.next() / 128.0F;
+    }
+    dipole.m_latency = numbers.next();
+    dipole.m_fitError = numbers.next();
+    dipole.m_moment = numbers.next();
+  }
+  host.face->setCurrentDipole(0);
+  host.face->updateDipoleList();
+}
+
+class Table {
+ public:
+  // `most`: what is wanted at most, ms; 0: nothing is.
+  void add(const std::string& what, const Measured& value, double most = 0.0) {
+    const bool isMissed = most > 0.0 && value.median > most;
+    char wanted[32] = "";
+    if (most > 0.0) {
+      std::snprintf(wanted, sizeof wanted, "<= %.0f %s", most, isMissed ? "NO" : "yes");
+    }
+    std::printf("%-44s %10.2f %10.2f %9.3f   %s\n", what.c_str(), value.median, value.processor,
+                m_unit == 0.0 ? 1.0 : value.median / m_unit, wanted);
+    std::fflush(stdout);
+    m_missed += isMissed ? 1 : 0;
+  }
+  void head() const {
+    std::printf("%-44s %10s %10s %9s   %s\n", "30000 dipoles, ms", "median", "processor", "of (a)", "wanted");
+  }
+  void setUnit(double unit) { m_unit = unit; }
+  int missed() const { return m_missed; }
+
+ private:
+  double m_unit = 0.0;
+  int m_missed = 0;
+};
+
+void pressDown(CWnd& window) {
+  window.SendMessage(WM_KEYDOWN, VK_DOWN, 1);
+}
+
+// What the system alone needs, where nobody listens.
+void measureOwnerData(Table& table) {
+  ComparedList list(LVS_OWNERDATA);
+  table.add("(c) the number of rows alone", measure(repetitions, nothing, [&] { list.setCount(dipoles); }));
+  table.add("    select all, with nobody to tell",
+            measure(
+                repetitions, [&] { list.setCount(dipoles); },
+                [&] { list.SetItemState(-1, LVIS_SELECTED, LVIS_SELECTED); }));
+  table.add("    arrow down, with nobody to tell",
+            measure(keyRepetitions, nothing, [&] { pressDown(list); }));
+}
+
+void compareLists(Host& host, Table& table) {
+  double naive = 0.0;
+  {
+    ComparedList list;
+    const Measured texts = measure(repetitions, nothing, [&] { list.fillWithTexts(*host.face); });
+    naive = texts.median;
+    table.setUnit(naive);
+    table.add("(a) a row and ten texts, one after the other", texts);
+    table.add("(b) rows whose texts are asked for",
+              measure(repetitions, nothing, [&] { list.fillWithCallbacks(*host.face); }));
+  }
+  measureOwnerData(table);
+  table.add("(d) the manager's refill", measure(repetitions, nothing, [&] { host.face->updateDipoleList(); }),
+            naive / 10.0);
+}
+
+void selectAll(Host& host) {
+  host.key('A', true);
+}
+
+void command(Host& host, Table& table, const std::string& what, UINT id, const Action& before = nothing) {
+  const auto prepare = [&] {
+    before();
+    selectAll(host);
+  };
+  table.add(what, measure(repetitions, prepare, [&] { host.choose(id); }), 1000.0);
+}
+
+void commands(Host& host, Table& table) {
+  const auto deselect = [&] { host.face->updateDipoleList(); };
+  table.add("(e) select all by Ctrl+A", measure(repetitions, deselect, [&] { selectAll(host); }), 1000.0);
+  table.add("(e) select all by Home, Shift+End",
+            measure(repetitions, deselect,
+                    [&] {
+                      host.key(VK_HOME);
+                      host.key(VK_END, false, true);
+                    }),
+            1000.0);
+  const ReadyOperator colors;
+  command(host, table, "(f) hide all of them", ID_DIPOLE_HIDE);
+  command(host, table, "(f) show all of them", ID_DIPOLE_SHOW);
+  command(host, table, "(f) colour all of them", ID_DIPOLE_COLOR_SELECTED);
+  command(host, table, "(f) delete all of them", ID_DIPOLE_DELETE, [&] { fillUp(host); });
+  fillUp(host);
+}
+
+void keys(Host& host, Table& table) {
+  host.click(dipoles / 2);
+  table.add("(g) arrow down in the middle", measure(keyRepetitions, nothing, [&] { host.key(VK_DOWN); }),
+            20.0);
+  host.choose(ID_DIPOLE_EDIT);
+  table.add("(g) arrow down with the editor open",
+            measure(keyRepetitions, nothing, [&] { host.key(VK_DOWN); }), 20.0);
+  ::ShowWindow(host.editor(), SW_HIDE);
+}
+
+// Every column after every other one, so that none finds its own order.
+void columns(Host& host, Table& table) {
+  for (int column = 0; column < 11; ++column) {
+    const auto disorder = [&] { host.clickHeading((column + 3) % 10); };
+    table.add("(h) heading \"" + host.heading(column) + '"',
+              measure(repetitions, disorder, [&] { host.clickHeading(column); }), 300.0);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  Table table;
+  {
+    Host host;
+    host.openManager();
+    fillUp(host);
+    table.head();
+    compareLists(host, table);
+    commands(host, table);
+    keys(host, table);
+    columns(host, table);
+  }
+  std::printf("%d of them are not what is wanted\n", table.missed());
+  return testing::UnitTest::GetInstance()->Failed() ? 1 : 0;
+}
