@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr int margins = 12;        // pixels left and right of a heading together, at 96 dots per inch
+constexpr int margins = 16;        // pixels left and right of a heading together, at 96 dots per inch
 constexpr double smallest = 0.75;  // of the list's font: below, nothing is legible
 
 struct Heading {
