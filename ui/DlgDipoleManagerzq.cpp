@@ -2,6 +2,8 @@
 
 #include <afxdlgs.h>
 
+#include <algorithm>
+
 #include "ui/DipoleFacezq.h"
 #include "ui/DlgNewName.h"
 #include "ui/WindowTools.h"
@@ -74,14 +76,15 @@ void CDlgDipoleManagerzq::PostNcDestroy() {
 
 void CDlgDipoleManagerzq::OnSize(UINT type, int width, int height) {
   CDialog::OnSize(type, width, height);
-  if (m_listDipoles.GetSafeHwnd() == nullptr) {
+  if (m_listDipoles.GetSafeHwnd() == nullptr || type == SIZE_MINIMIZED) {
     return;
   }
   WINDOWPLACEMENT placement = {};
   placement.length = sizeof placement;
   m_listDipoles.GetWindowPlacement(&placement);
-  placement.rcNormalPosition.right = width - listMargin;
-  placement.rcNormalPosition.bottom = height - listMargin;
+  RECT& list = placement.rcNormalPosition;
+  list.right = (std::max)(width - listMargin, static_cast<int>(list.left));  // else the system would turn it
+  list.bottom = (std::max)(height - listMargin, static_cast<int>(list.top));
   m_listDipoles.SetWindowPlacement(&placement);
   m_listDipoles.Invalidate();
 }
