@@ -116,6 +116,7 @@ TEST_F(EditorColor, TheEditorIsDisabledMeanwhile) {
 
 TEST_F(EditorColor, ADipoleThatIsDeletedMeanwhileIsNotTouched) {
   open(2);
+  const auto copy = std::make_unique<CDipoleFacezq>(*host->face);  // lets the dipole live on
   robot.when("Color", [this](HWND dialog) {
     host->face->deleteDipole(0, 1);
     press(dialog, IDOK);
@@ -123,6 +124,7 @@ TEST_F(EditorColor, ADipoleThatIsDeletedMeanwhileIsNotTouched) {
   push(IDC_EDITOR_COLOR);
   EXPECT_EQ(host->labels(), Texts{"d2"});
   EXPECT_EQ(dipole(0).m_color, firstColor);
+  EXPECT_EQ(copy->getDipole(0)->m_color, firstColor);
 }
 
 TEST_F(EditorColor, TheDipoleThatWasCurrentGetsTheColor) {

@@ -276,6 +276,28 @@ TEST_F(EditorSteps, ChoosingARowShowsItsDipole) {
   EXPECT_EQ(caption(), "Current dipole (Total dipoles):2(4)");
 }
 
+TEST_F(EditorSteps, AnArrowThatGoesRoundTheListShowsTheDipoleItCameTo) {
+  openFromManager(3);
+  host->click(0);
+  host->key(VK_UP);  // the focus stays in the first row, the current dipole is the last one
+  EXPECT_EQ(face().getCurrentDipoleID(), 2);
+  EXPECT_EQ(caption(), "Current dipole (Total dipoles):2(3)");
+  EXPECT_EQ(field(IDC_EDITOR_LABEL), "d3");
+}
+
+TEST_F(EditorSteps, SortingShowsTheDipoleThatIsCurrentAfterwards) {
+  make(3);
+  dipole(0).m_latency = 9.0;
+  host->openManager();
+  host->choose(ID_DIPOLE_EDIT);
+  window = host->editor();
+  EXPECT_EQ(field(IDC_EDITOR_LABEL), "d1");
+  host->clickHeading(1);
+  EXPECT_EQ(host->labels(), (Texts{"d2", "d3", "d1"}));
+  EXPECT_EQ(face().getCurrentDipoleID(), 0);
+  EXPECT_EQ(field(IDC_EDITOR_LABEL), "d2");
+}
+
 TEST_F(EditorSteps, TheCollectionMayGoWhileTheSetIsSaidToBeEmpty) {
   open(0);
   messages.meanwhile([&] { host->face.reset(); });
