@@ -172,6 +172,7 @@ void CListDipoles::OnColumnClick(NMHDR* header, LRESULT* result) {
   *result = 0;
   if (m_pDipoleFace != nullptr) {
     m_pDipoleFace->sortDipoles(reinterpret_cast<const NMLISTVIEW*>(header)->iSubItem);
+    m_pDipoleFace->updateDipoleEditor();  // another dipole may be current now
     refill();
   }
 }
@@ -215,6 +216,7 @@ bool CListDipoles::step(UINT key) {
   }
   if (dipole != nullptr) {
     repaint(m_pHostWnd);
+    m_pDipoleFace->updateDipoleEditor();  // past either end no row changes, but the dipole does
   }
   return true;
 }

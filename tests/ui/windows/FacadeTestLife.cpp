@@ -320,6 +320,19 @@ TEST_F(FacadeCopies, AssignmentTakesTheOthersDialogsAndLetsGoOfItsOwn) {
   expectNone(others);
 }
 
+TEST_F(FacadeCopies, AssignmentHidesTheDialogsThatACopyStillHas) {
+  const Windows own = openAll(host);
+  const auto copy = std::make_unique<CDipoleFacezq>(*host.face);
+  const auto other = std::make_unique<CDipoleFacezq>();
+  *host.face = *other;
+  for (const HWND window : own.all()) {
+    EXPECT_TRUE(::IsWindow(window));
+    EXPECT_FALSE(::IsWindowVisible(window));
+  }
+  press(own.editor, IDC_EDITOR_ADD);
+  EXPECT_EQ(host.face->getTotalDipoles(), 0U);
+}
+
 TEST_F(FacadeCopies, AssignmentToItselfKeepsEverything) {
   const Windows windows = openAll(host);
   CDipoleFacezq& same = *host.face;
