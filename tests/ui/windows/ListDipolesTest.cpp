@@ -168,6 +168,7 @@ TEST(List, RangeAfterARefillStartsAtTheFocus) {
   host.openManager();
   host.click(4);
   host.choose(ID_DIPOLE_SHOW);
+  EXPECT_EQ(ask(host, LVM_GETSELECTIONMARK), 4);
   host.key(VK_DOWN, false, true);
   EXPECT_EQ(host.selectedRows(), (Rows{4, 5}));
 }
@@ -245,6 +246,14 @@ TEST(List, TypedNumberFindsItsRow) {
   host.typeInList('2');
   EXPECT_EQ(host.focusedRow(), 141);
   EXPECT_EQ(host.face->getCurrentDipoleID(), 141);
+}
+
+TEST(List, TypedNumberIsLookedForFromTheFocusOn) {
+  Host host(50);
+  host.openManager();
+  host.click(32);
+  host.typeInList('3');
+  EXPECT_EQ(host.focusedRow(), 33);
 }
 
 TEST(List, WholeNumberIsFoundForPrograms) {
