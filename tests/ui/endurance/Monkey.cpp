@@ -1,0 +1,160 @@
+#include "tests/ui/endurance/Monkey.h"
+
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <numeric>
+
+#include "tests/platform/windows/HandleCount.h"
+#include "ui/resource.h"
+
+namespace {
+
+constexpr int actionsBetweenCounts = 1000;
+constexpr int patience = 1000;  // dipoles; with more of them the monkey soon wants another set
+constexpr long long storesOfTheSystem = 1024 * 1024;  // bytes that may come beside what is counted here
+constexpr long long leftByEachSet = 2000;             // bytes that Wine's own dialogs leave for good
+
+bool hasFailed() {
+  return testing::UnitTest::GetInstance()->Failed();
+}
+
+}  // namespace
+
+const Monkey::Action Monkey::actions[] = {
+    {"click", 160, &Monkey::clickRow},
+    {"double click", 20, &Monkey::doubleClickRow},
+    {"right click", 10, &Monkey::rightClickRow},
+    {"key", 160, &Monkey::pressKey},
+    {"select all", 25, &Monkey::selectAll},
+    {"type a number", 3, &Monkey::typeNumber},
+    {"heading", 40, &Monkey::clickHeading},
+    {"show or hide", 50, &Monkey::showOrHide},
+    {"show or hide all", 20, &Monkey::showOrHideAll},
+    {"delete", 25, &Monkey::deleteSelected},
+    {"current only", 20, &Monkey::toggleCurrentOnly},
+    {"check box", 20, &Monkey::checkBox},
+    {"average as", 15, &Monkey::average},
+    {"average zip", 10, &Monkey::averageZip},
+    {"name", 12, &Monkey::nameSelected},
+    {"colour", 20, &Monkey::colorSelected},
+    {"import", 8, &Monkey::import},
+    {"export", 6, &Monkey::exportSet},
+    {"close", 10, &Monkey::closeManager},
+    {"open", 15, &Monkey::openManager},
+    {"resize", 20, &Monkey::resizeManager},
+    {"open editor", 20, &Monkey::openEditor},
+    {"next or previous", 40, &Monkey::stepEditor},
+    {"add in editor", 30, &Monkey::addInEditor},
+    {"delete in editor", 20, &Monkey::deleteInEditor},
+    {"type in editor", 40, &Monkey::typeInEditor},
+    {"type merge radius", 20, &Monkey::typeRadius},
+    {"button of editor", 25, &Monkey::pressInEditor},
+    {"coordinates", 20, &Monkey::useCoordinates},
+    {"host adds", 30, &Monkey::addByHost},
+    {"host changes", 25, &Monkey::changeByHost},
+    {"host cleans", 4, &Monkey::cleanByHost},
+    {"new set", 12, &Monkey::newSet},
+    {"new set under a dialog", 2, &Monkey::newSetInDialog},
+    {"copy", 6, &Monkey::copySet},
+    {"swap copies", 6, &Monkey::swapCopies},
+    {"drop copy", 6, &Monkey::dropCopy},
+};
+
+const int Monkey::totalWeight =
+    std::accumulate(std::begin(actions), std::end(actions), 0,
+                    [](int sum, const Action& action) { return sum + action.weight; });
+
+Monkey::Monkey(unsigned seed, std::string examples) : m_chance(seed), m_examples(std::move(examples)) {
+  ::SetCursorPos(1, 1);  // nothing is to happen because it lies over something
+  makeSet(10);
+}
+
+Monkey::~Monkey() = default;
+
+const Monkey::Action& Monkey::choose() {
+  if (m_host.face->m_totalDipoles > patience && m_chance.oneIn(12)) {
+    makeSet(10);
+  }
+  int left = m_chance.below(totalWeight);
+  const Action* action = actions;
+  while (left >= action->weight) {
+    left -= action->weight;
+    ++action;
+  }
+  return *action;
+}
+
+bool Monkey::run(int count) {
+  for (int i = 1; i <= count && !hasFailed(); ++i) {
+    const Action& action = choose();
+    const ULONGLONG start = ::GetTickCount64();
+    (this->*action.act)();
+    Effort& effort = m_done[action.name];
+    ++effort.times;
+    effort.milliseconds += ::GetTickCount64() - start;
+    expectWhole(*m_host.face);
+    if (m_copy) {
+      expectWhole(*m_copy);
+      EXPECT_EQ(m_copy->m_totalDipoles, m_copyTotal);
+    }
+    if (hasFailed()) {
+      std::printf("action %d, \"%s\", on %d dipoles\n", i, action.name, m_host.face->m_totalDipoles);
+    } else if (i % actionsBetweenCounts == 0) {
+      countUse(i);
+    }
+  }
+  for (const auto& [name, effort] : m_done) {
+    std::printf("%6d x %s, %llu ms\n", effort.times, name.c_str(), effort.milliseconds);
+  }
+  return !hasFailed();
+}
+
+// With one small set, its manager and its editors open, nothing else is there; the first count is what the others
+// are compared with.
+void Monkey::countUse(int done) {
+  m_copy.reset();
+  makeSet(10);
+  m_host.choose(ID_DIPOLE_EDIT);
+  m_host.face->dipoleEdit(&m_host.window);
+  m_host.face->setDipoleCoordinate(&m_host.window);
+  pump();
+  const Use now = {windowHandles(), gdiHandles(), heapUse()};
+  std::printf("%6d actions, %5d sets: %d windows, %d drawing handles, %lld blocks of %lld bytes\n", done,
+              m_setsMade, now.windows, now.drawing, now.heap.blocks, now.heap.bytes);
+  std::fflush(stdout);
+  if (!m_use) {
+    m_use = std::make_unique<Use>(now);
+    m_setsMade = 0;
+    return;
+  }
+  EXPECT_EQ(now.windows, m_use->windows);
+  EXPECT_LE(now.drawing, m_use->drawing + 10);  // the system makes some when they are first needed
+  EXPECT_LE(now.heap.bytes, m_use->heap.bytes + storesOfTheSystem + leftByEachSet * m_setsMade);
+}
+
+bool Monkey::isListOpen() const {
+  return m_host.face->getDlgDipoleList() != nullptr && ::IsWindowVisible(m_host.manager()) != FALSE;
+}
+
+void Monkey::makeSet(int dipoles) {
+  ++m_setsMade;
+  m_host.face.reset();
+  m_host.face = std::make_unique<CDipoleFacezq>();
+  m_host.face->setCbfUpdateViewers(&countUpdate);
+  m_host.addDipoles(dipoles);
+  m_host.openManager();
+  expectRefilled();
+}
+
+void Monkey::expectRefilled() {
+  expectFilled(m_host);
+  expectCaption(m_host);
+}
+
+// Every command fills the list and tells the host once.
+void Monkey::command(UINT id) {
+  m_host.forget();
+  m_host.choose(id);
+  EXPECT_EQ(m_host.updates(), 1) << id;
+  expectRefilled();
+}
