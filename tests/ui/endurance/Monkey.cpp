@@ -1,5 +1,6 @@
 #include "tests/ui/endurance/Monkey.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <numeric>
@@ -9,8 +10,8 @@
 
 namespace {
 
-constexpr int actionsBetweenCounts = 1000;
-constexpr int patience = 1000;  // dipoles; with more of them the monkey soon wants another set
+constexpr int mostBetweenCounts = 1000;  // actions
+constexpr int patience = 1000;           // dipoles; with more of them the monkey soon wants another set
 constexpr long long storesOfTheSystem = 1024 * 1024;  // bytes that may come beside what is counted here
 constexpr long long leftByEachSet = 2000;             // bytes that Wine's own dialogs leave for good
 
@@ -85,6 +86,7 @@ const Monkey::Action& Monkey::choose() {
 }
 
 bool Monkey::run(int count) {
+  const int betweenCounts = std::clamp(count / 4, 1, mostBetweenCounts);
   for (int i = 1; i <= count && !hasFailed(); ++i) {
     const Action& action = choose();
     const ULONGLONG start = ::GetTickCount64();
@@ -99,7 +101,7 @@ bool Monkey::run(int count) {
     }
     if (hasFailed()) {
       std::printf("action %d, \"%s\", on %d dipoles\n", i, action.name, m_host.face->m_totalDipoles);
-    } else if (i % actionsBetweenCounts == 0) {
+    } else if (i % betweenCounts == 0) {
       countUse(i);
     }
   }
@@ -109,8 +111,8 @@ bool Monkey::run(int count) {
   return !hasFailed();
 }
 
-// With one small set, its manager and its editors open, nothing else is there; the first count is what the others
-// are compared with.
+// With one small set, its manager and its editors open, nothing else is there; the first count is what the
+// others are compared with.
 void Monkey::countUse(int done) {
   m_copy.reset();
   makeSet(10);

@@ -1,8 +1,8 @@
-// A user without a plan: does one thing after the other with the windows of a set, by chance, while the host does
-// things by chance too, and compares what comes of each with a simple model.
+// A user without a plan: does one thing after the other with the windows of a set, by chance, while the host
+// does things by chance too, and compares what comes of each with a simple model.
 //
-// Everything is operated on real windows. Questions are mostly answered by an operator, now and then in the real
-// dialog. The run ends with the first thing that is not as it must be.
+// Everything is operated on real windows. Questions are mostly answered by an operator, now and then in the
+// real dialog. The run ends with the first thing that is not as it must be.
 #pragma once
 
 #include <map>

@@ -31,7 +31,7 @@ std::vector<int> rowsSelected(const Host& host);
 
 // Holds for every set, after every action.
 void expectWhole(const CDipoleFacezq& face);
-// The list was just filled: one row for each dipole, in order, with its texts and image, none of them selected.
+// The list was just filled: one row for each dipole, in order, with its texts and image, none selected.
 void expectFilled(const Host& host);
 // The selection flags are those of the rows.
 void expectFlags(const Host& host, const SetModel& before);
