@@ -56,12 +56,13 @@ void Monkey::stepEditor() {
 void Monkey::addInEditor() {
   const HWND dialog = editor();
   SetModel model(m_host);
+  const std::size_t before = model.dipoles.size();
   model.addNew();
   press(dialog, IDC_EDITOR_ADD);
   pump();
   model.expect(m_host);
   expectCaption(m_host);
-  if (isListOpen()) {
+  if (isListOpen() && model.dipoles.size() > before) {
     expectRefilled();
   }
 }
