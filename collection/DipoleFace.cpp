@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <new>
 #include <utility>
 
 #include "headmodel/Triple.h"
+#include "headmodel/WithinMemory.h"
 
 namespace {
 
@@ -46,17 +46,14 @@ CDipoleFace::CDipoleFace(const CDipoleFace&) = default;
 CDipoleFace::~CDipoleFace() = default;
 
 std::unique_ptr<CDipoleszq> CDipoleFace::makeDipole(const CDipoleszq* source) {
-  try {
-    std::unique_ptr<CDipoleszq> dipole(new CDipoleszq);  // make_unique would clear it before it is made
+  std::unique_ptr<CDipoleszq> dipole;
+  const bool made = isWithinMemory([&] {
+    dipole.reset(new CDipoleszq);  // make_unique would clear it before it is made
     if (source != nullptr) {
       *dipole = *source;
     }
-    return dipole;
-  } catch (CMemoryException* exception) {
-    exception->Delete();
-  } catch (const std::bad_alloc&) {
-  }
-  return nullptr;
+  });
+  return made ? std::move(dipole) : nullptr;
 }
 
 int CDipoleFace::appendDipole(std::unique_ptr<CDipoleszq> dipole) {

@@ -1,10 +1,10 @@
 #include "collection/DipoleFace1Process.h"
 
 #include <cmath>
-#include <new>
 
 #include "collection/SelectionOrder.h"
 #include "headmodel/Triple.h"
+#include "headmodel/WithinMemory.h"
 #include "record/Truncation.h"
 
 namespace {
@@ -146,9 +146,7 @@ void CDipoleFace1Process::restoreRawLocations() {
 }
 
 int CDipoleFace1Process::sortDipoles(int key) {
-  try {
-    sortByColumn(key);
-  } catch (const std::bad_alloc&) {
+  if (!isWithinMemory([&] { sortByColumn(key); })) {
     AfxMessageBox(_T("Not enough memory"));
   }
   return 1;

@@ -2,10 +2,10 @@
 #include <afxdlgs.h>
 
 #include <charconv>
-#include <new>
 #include <vector>
 
 #include "file/DipoleFace9File.h"
+#include "headmodel/WithinMemory.h"
 
 namespace {
 
@@ -79,26 +79,29 @@ void writeTable(const CDipoleFace& face, const CString& path) {
   file.Close();
 }
 
-}  // namespace
-
-int CDipoleFace9File::exportExelFile() {
+bool exportTable(const CDipoleFace& face) {
+  const CString path = chooseExportFile();
+  if (path.IsEmpty()) {
+    return false;
+  }
   try {
-    const CString path = chooseExportFile();
-    if (path.IsEmpty()) {
-      return 0;
-    }
-    writeTable(*this, path);
-    return 1;
+    writeTable(face, path);
+    return true;
   } catch (CFileException* exception) {
     exception->Delete();
     AfxMessageBox(couldNotBeOpened);
-  } catch (CMemoryException* exception) {
-    exception->Delete();
-    AfxMessageBox(_T("Not enough memory"));
-  } catch (const std::bad_alloc&) {
+  }
+  return false;
+}
+
+}  // namespace
+
+int CDipoleFace9File::exportExelFile() {
+  bool exported = false;
+  if (!isWithinMemory([&] { exported = exportTable(*this); })) {
     AfxMessageBox(_T("Not enough memory"));
   }
-  return 0;
+  return exported ? 1 : 0;
 }
 
 int CDipoleFace9File::importDipoleX(CString& path, bool offerWholeFolder) {

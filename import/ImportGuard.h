@@ -4,7 +4,8 @@
 #include <afx.h>
 
 #include <memory>
-#include <new>
+
+#include "headmodel/WithinMemory.h"
 
 struct DeleteException {
   void operator()(CException* exception) const { exception->Delete(); }
@@ -25,10 +26,5 @@ void reportFileFaults(Work work) {
 // exhausted memory ends the import silently.
 template <typename Work>
 void guardImport(Work work) {
-  try {
-    reportFileFaults(work);
-  } catch (CMemoryException* exception) {
-    exception->Delete();
-  } catch (const std::bad_alloc&) {
-  }
+  isWithinMemory([&] { reportFileFaults(work); });
 }

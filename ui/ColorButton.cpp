@@ -30,8 +30,10 @@ LRESULT ColorButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void ColorButton::paint() {
-  CClientDC context(this);
   CRect face;
   GetClientRect(&face);
-  context.FillSolidRect(&face, m_color);
+  if (CDC* const context = GetDC()) {
+    context->FillSolidRect(&face, m_color);
+    ReleaseDC(context);
+  }
 }

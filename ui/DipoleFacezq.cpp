@@ -1,5 +1,8 @@
 #include "ui/DipoleFacezq.h"
 
+#include <utility>
+
+#include "headmodel/WithinMemory.h"
 #include "ui/DlgDipoleCoordinate.h"
 #include "ui/DlgDipoleEditor.h"
 #include "ui/DlgDipoleManagerzq.h"
@@ -21,20 +24,27 @@ Dialog& provide(std::shared_ptr<Dialog>& dialog, UINT templateId) {
 }
 
 template <typename Dialog>
-void show(Dialog& dialog, CDipoleFacezq* face, CWnd* host) {
+void show(Dialog& dialog, CDipoleFacezq* face) {
   dialog.m_pDipoleFace = face;
-  dialog.m_pHostWnd = host;
   dialog.ShowWindow(SW_SHOWNORMAL);
   dialog.refresh();
 }
 
-// Lets go of a dialog; one that lives on in a copy shows this collection no longer.
+// Takes another dialog instead of this one; one that lives on in a copy shows this collection no longer.
 template <typename Dialog>
-void leave(std::shared_ptr<Dialog>& dialog, const CDipoleFacezq* face) {
-  if (dialog && dialog.use_count() > 1 && dialog->m_pDipoleFace == face) {
+void change(std::shared_ptr<Dialog>& dialog, const CDipoleFacezq* face, std::shared_ptr<Dialog> next) {
+  if (dialog != next && dialog && dialog.use_count() > 1 && dialog->m_pDipoleFace == face) {
     dialog->leaveCollection();
   }
-  dialog.reset();
+  dialog = std::move(next);
+}
+
+// No exception leaves the module.
+template <typename Work>
+void tellWithoutMemory(Work work) {
+  if (!isWithinMemory(work)) {
+    AfxMessageBox(_T("Not enough memory"));
+  }
 }
 
 }  // namespace
@@ -46,56 +56,73 @@ CDipoleFacezq::CDipoleFacezq(const CDipoleFacezq&) = default;
 CDipoleFacezq& CDipoleFacezq::operator=(const CDipoleFacezq& other) {
   if (this != &other) {
     CDipoleFace9File::operator=(other);
-    leaveDialogs();
-    m_dlgDipoleList = other.m_dlgDipoleList;
-    m_dlgDipoleEditor = other.m_dlgDipoleEditor;
-    m_dlgDipoleCoordinate = other.m_dlgDipoleCoordinate;
+    change(m_dlgDipoleEditor, this, other.m_dlgDipoleEditor);
+    change(m_dlgDipoleCoordinate, this, other.m_dlgDipoleCoordinate);
+    change(m_dlgDipoleList, this, other.m_dlgDipoleList);
   }
   return *this;
 }
 
 CDipoleFacezq::~CDipoleFacezq() {
-  leaveDialogs();
+  change(m_dlgDipoleEditor, this, {});
+  change(m_dlgDipoleCoordinate, this, {});
+  change(m_dlgDipoleList, this, {});
 }
 
-void CDipoleFacezq::leaveDialogs() {
-  leave(m_dlgDipoleEditor, this);
-  leave(m_dlgDipoleCoordinate, this);
-  leave(m_dlgDipoleList, this);
+// All dialogs repaint the window that the host gave last: an earlier one may be gone.
+void CDipoleFacezq::setHost(CWnd* host) {
+  m_pParentWnd = host;
+  if (m_dlgDipoleList) {
+    m_dlgDipoleList->setHost(host);
+  }
+  if (m_dlgDipoleEditor) {
+    m_dlgDipoleEditor->m_pHostWnd = host;
+  }
+  if (m_dlgDipoleCoordinate) {
+    m_dlgDipoleCoordinate->m_pHostWnd = host;
+  }
 }
 
 CDialog* CDipoleFacezq::showDipoleList(CWnd* host, int (*cbf)(double, double, double, double)) {
-  CDlgDipoleManagerzq& manager = provide(m_dlgDipoleList, IDD_DIPOLE_MANAGER);
-  manager.m_title = m_managerTitle;
-  if (cbf != nullptr) {
-    m_cbfDipoleXYZ = cbf;
-    manager.m_cbfDipoleXYZ = cbf;
-  } else if (manager.m_cbfDipoleXYZ == nullptr) {
-    manager.m_cbfDipoleXYZ = m_cbfDipoleXYZ;
-  }
-  if (manager.m_cbfUpdateViewers == nullptr) {
-    manager.m_cbfUpdateViewers = m_cbfUpdateViewers;
-  }
-  show(manager, this, host);
-  m_pParentWnd = host;
-  manager.SetFocus();
-  return &manager;
-}
-
-CDialog* CDipoleFacezq::getDlgDipoleList() const {
+  tellWithoutMemory([&] {
+    CDlgDipoleManagerzq& manager = provide(m_dlgDipoleList, IDD_DIPOLE_MANAGER);
+    manager.m_title = m_managerTitle;
+    if (cbf != nullptr) {
+      m_cbfDipoleXYZ = cbf;
+      manager.m_cbfDipoleXYZ = cbf;
+    } else if (manager.m_cbfDipoleXYZ == nullptr) {
+      manager.m_cbfDipoleXYZ = m_cbfDipoleXYZ;
+    }
+    if (manager.m_cbfUpdateViewers == nullptr) {
+      manager.m_cbfUpdateViewers = m_cbfUpdateViewers;
+    }
+    setHost(host);
+    show(manager, this);
+    manager.SetFocus();
+  });
   return m_dlgDipoleList.get();
 }
 
 int CDipoleFacezq::dipoleEdit(CWnd* host) {
-  show(provide(m_dlgDipoleEditor, IDD_DIPOLE_EDITOR), this, host);
-  m_pParentWnd = host;
+  tellWithoutMemory([&] {
+    CDlgDipoleEditor& editor = provide(m_dlgDipoleEditor, IDD_DIPOLE_EDITOR);
+    setHost(host);
+    show(editor, this);
+  });
   return 1;
 }
 
 int CDipoleFacezq::setDipoleCoordinate(CWnd* host) {
-  show(provide(m_dlgDipoleCoordinate, IDD_DIPOLE_COORDINATE), this, host);
-  m_pParentWnd = host;
+  tellWithoutMemory([&] {
+    CDlgDipoleCoordinate& settings = provide(m_dlgDipoleCoordinate, IDD_DIPOLE_COORDINATE);
+    setHost(host);
+    show(settings, this);
+  });
   return 1;
+}
+
+CDialog* CDipoleFacezq::getDlgDipoleList() const {
+  return m_dlgDipoleList.get();
 }
 
 int CDipoleFacezq::setCbfDipoleXYZ(int (*cbf)(double, double, double, double)) {
@@ -120,12 +147,20 @@ int CDipoleFacezq::updateDipoleList() {
   return 1;
 }
 
-int CDipoleFacezq::updateDipoleEditor() {
-  if (isOpen(m_dlgDipoleEditor.get())) {
-    m_dlgDipoleEditor->refresh();
+std::vector<CDlgDipoleEditor*> CDipoleFacezq::openEditors() const {
+  std::vector<CDlgDipoleEditor*> editors;
+  for (CDlgDipoleEditor* const editor :
+       {m_dlgDipoleEditor.get(), m_dlgDipoleList ? m_dlgDipoleList->m_pDlgEditor.get() : nullptr}) {
+    if (isOpen(editor)) {
+      editors.push_back(editor);
+    }
   }
-  if (m_dlgDipoleList && isOpen(m_dlgDipoleList->m_pDlgEditor.get())) {
-    m_dlgDipoleList->m_pDlgEditor->refresh();
+  return editors;
+}
+
+int CDipoleFacezq::updateDipoleEditor() {
+  for (CDlgDipoleEditor* const editor : openEditors()) {
+    editor->follow();
   }
   return 1;
 }

@@ -8,9 +8,13 @@
 //
 // Copies show the same dialogs. A dialog is destroyed with the last collection that has it; one whose own
 // collection goes before is hidden until another one shows it. A host may destroy a collection while its
-// dialogs are open, also from its callbacks and while the module's name or colour dialog runs; not while an
-// import or an export asks its questions.
+// dialogs are open, from the update-viewers callback, and while the module's name or colour dialog runs. It
+// must not from the position callback, where the list is in the middle of its own work, and not while a
+// message or a file dialog of the module is on the screen.
 #pragma once
+
+#include <memory>
+#include <vector>
 
 #include "file/DipoleFace9File.h"
 
@@ -26,13 +30,13 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
   CDipoleFacezq& operator=(const CDipoleFacezq&);
   ~CDipoleFacezq() override;
 
-  // Shows the manager and returns it. `host` is the window that it asks to repaint. The callback gets the
-  // position (mm) and latency (ms) of a dipole that the user picks; null leaves it to the one set before.
+  // Show a dialog. `host` is the window that the dialogs ask to repaint. Without memory they say "Not enough
+  // memory". showDipoleList returns the manager, or null when there is none; its callback gets the position
+  // (mm) and latency (ms) of a dipole that the user picks, null leaves it to the one set before.
   CDialog* showDipoleList(CWnd* host, int (*cbf)(double x, double y, double z, double latency));
-  CDialog* getDlgDipoleList() const;  // null before the first showDipoleList
-
   int dipoleEdit(CWnd* host);
   int setDipoleCoordinate(CWnd* host);
+  CDialog* getDlgDipoleList() const;  // null before the first showDipoleList
 
   // Returns 0, deliberately not 1: hosts know it.
   int setCbfDipoleXYZ(int (*cbf)(double x, double y, double z, double latency));
@@ -40,13 +44,17 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
   // showDipoleList if it has none.
   int setCbfUpdateViewers(int (*cbf)(bool));
 
-  // Bring visible windows up to date with the collection.
+  // Bring visible windows up to date with the collection. A host that makes another dipole the current one, or
+  // changes it, calls updateDipoleEditor; what a user has typed stays while the same dipole is current.
   int updateDipoleList() override;  // the manager's list, and the editors
   int updateDipoleEditor();         // the manager's too
   int updateDipoleSettings();       // 0 when the coordinate dialog was never made
 
  private:
-  void leaveDialogs();
+  friend class CDlgDipoleManagerzq;
+
+  std::vector<CDlgDipoleEditor*> openEditors() const;
+  void setHost(CWnd* host);
 
   std::shared_ptr<CDlgDipoleManagerzq> m_dlgDipoleList;
   std::shared_ptr<CDlgDipoleEditor> m_dlgDipoleEditor;

@@ -1,7 +1,6 @@
 #include "ui/DipoleRows.h"
 
 #include <iterator>
-#include <utility>
 
 DipoleRows::Row::Row(const CDipoleszq& dipole)
     : number(dipole.m_number),
@@ -20,18 +19,17 @@ LPCTSTR DipoleRows::heading(int column) {
   return headings[column];
 }
 
-bool DipoleRows::fill(CDipoleFace& face) {
-  std::vector<Row> rows;
-  rows.reserve(face.getTotalDipoles());
-  const int total = face.m_totalDipoles;
-  for (int slot = 0; slot < total && face.getDipole(slot) != nullptr; ++slot) {
-    rows.emplace_back(*face.getDipole(slot));
+DipoleRows::DipoleRows(const CDipoleFace& face) {
+  m_rows.reserve(face.getTotalDipoles());
+  for (int slot = 0; slot < face.m_totalDipoles && face.getDipole(slot) != nullptr; ++slot) {
+    m_rows.emplace_back(*face.getDipole(slot));
   }
-  m_rows = std::move(rows);
+}
+
+void DipoleRows::giveItemIds(CDipoleFace& face) const {
   for (int row = 0; row < count(); ++row) {
     face.setDipoleListItemID(row, row);
   }
-  return count() == total;
 }
 
 CString DipoleRows::text(int row, int column) const {

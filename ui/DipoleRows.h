@@ -20,10 +20,12 @@ class DipoleRows {
 
   static LPCTSTR heading(int column);
 
-  // One row for each slot of the collection; the row's number becomes the list item of the dipole. Ends
-  // before an empty slot and then returns false. Without memory nothing has changed.
-  bool fill(CDipoleFace& face);
-  void clear() { m_rows.clear(); }
+  DipoleRows() = default;
+  // A row for each slot of the collection, up to the first empty one.
+  explicit DipoleRows(const CDipoleFace& face);
+
+  // Makes the rows' numbers the list items of the dipoles that they were made from.
+  void giveItemIds(CDipoleFace& face) const;
 
   int count() const { return static_cast<int>(m_rows.size()); }
   bool has(int row) const { return row >= 0 && row < count(); }

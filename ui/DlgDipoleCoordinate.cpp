@@ -10,7 +10,9 @@ END_MESSAGE_MAP()
 
 CDlgDipoleCoordinate::CDlgDipoleCoordinate(CWnd* parent) : CDialog(IDD_DIPOLE_COORDINATE, parent) {}
 
-CDlgDipoleCoordinate::~CDlgDipoleCoordinate() = default;
+CDlgDipoleCoordinate::~CDlgDipoleCoordinate() {
+  DestroyWindow();  // while this class still answers
+}
 
 void CDlgDipoleCoordinate::DoDataExchange(CDataExchange* exchange) {
   CDialog::DoDataExchange(exchange);
@@ -47,23 +49,18 @@ void CDlgDipoleCoordinate::OnApply() {
   if (m_pDipoleFace == nullptr || !UpdateData(TRUE)) {
     return;
   }
-  const auto take = [this](int field, double& held, double entered) {
-    if (m_texts.isChanged(*this, field)) {
-      held = entered;
-    }
-  };
   double x = 0.0;
   double y = 0.0;
   double z = 0.0;
   m_pDipoleFace->getAllDipoleLocational(x, y, z);
-  take(IDC_COORDINATE_LOCATION_X, x, m_locationX);
-  take(IDC_COORDINATE_LOCATION_Y, y, m_locationY);
-  take(IDC_COORDINATE_LOCATION_Z, z, m_locationZ);
+  m_texts.store(*this, IDC_COORDINATE_LOCATION_X, m_locationX, x);
+  m_texts.store(*this, IDC_COORDINATE_LOCATION_Y, m_locationY, y);
+  m_texts.store(*this, IDC_COORDINATE_LOCATION_Z, m_locationZ, z);
   m_pDipoleFace->setAllDipoleLocational(x, y, z);
   m_pDipoleFace->getAllDipoleRotation(x, y, z);
-  take(IDC_COORDINATE_ROTATION_X, x, m_rotationX);
-  take(IDC_COORDINATE_ROTATION_Y, y, m_rotationY);
-  take(IDC_COORDINATE_ROTATION_Z, z, m_rotationZ);
+  m_texts.store(*this, IDC_COORDINATE_ROTATION_X, m_rotationX, x);
+  m_texts.store(*this, IDC_COORDINATE_ROTATION_Y, m_rotationY, y);
+  m_texts.store(*this, IDC_COORDINATE_ROTATION_Z, m_rotationZ, z);
   m_pDipoleFace->setAllDipoleRotation(x, y, z);
   repaint(m_pHostWnd);
   refresh();

@@ -1,8 +1,5 @@
 #include "ui/DlgDipoleEditor.h"
 
-#include <afxdlgs.h>
-
-#include "headmodel/Triple.h"
 #include "ui/DipoleFacezq.h"
 #include "ui/ListDipoleszq.h"
 #include "ui/WindowTools.h"
@@ -28,14 +25,6 @@ bool holds(const CDipoleFace& face, const CDipoleszq* dipole) {
   return slot < face.m_totalDipoles;
 }
 
-// After a step: no open editor may show another dipole than the one that it would change. Without a dipole
-// this was told, and the collection may be gone.
-void showEverywhere(CDipoleFacezq& face, const CDipoleszq* dipole) {
-  if (dipole != nullptr) {
-    face.updateDipoleEditor();
-  }
-}
-
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CDlgDipoleEditor, CDialog)
@@ -47,11 +36,14 @@ ON_BN_CLICKED(IDC_EDITOR_APPLY, &CDlgDipoleEditor::OnApply)
 ON_BN_CLICKED(IDC_EDITOR_COLOR, &CDlgDipoleEditor::OnColor)
 ON_BN_CLICKED(IDC_EDITOR_SHOW_ORIENTATION, &CDlgDipoleEditor::OnShowOrientation)
 ON_EN_CHANGE(IDC_EDITOR_MERGE_RADIUS, &CDlgDipoleEditor::OnChangeMergeRadius)
+ON_MESSAGE(WM_ACTIVATE, &CDlgDipoleEditor::OnActivation)
 END_MESSAGE_MAP()
 
 CDlgDipoleEditor::CDlgDipoleEditor(CWnd* parent) : CDialog(IDD_DIPOLE_EDITOR, parent) {}
 
-CDlgDipoleEditor::~CDlgDipoleEditor() = default;
+CDlgDipoleEditor::~CDlgDipoleEditor() {
+  DestroyWindow();  // while this class still answers
+}
 
 void CDlgDipoleEditor::DoDataExchange(CDataExchange* exchange) {
   CDialog::DoDataExchange(exchange);
@@ -82,13 +74,25 @@ int CDlgDipoleEditor::refresh() {
   }
   SetWindowText(caption(*m_pDipoleFace));
   m_mergeRadius = m_pDipoleFace->m_mergeRadius;
-  if (const CDipoleszq* dipole = m_pDipoleFace->getCurrentDipole()) {
-    fillFrom(*dipole);
-    m_colorButton.show(dipole->m_color);
+  m_shown = m_pDipoleFace->getCurrentDipole();
+  if (m_shown != nullptr) {
+    fillFrom(*m_shown);
+    m_colorButton.show(m_shown->m_color);
   }
   UpdateData(FALSE);
   m_texts.remember(*this);
   return 1;
+}
+
+void CDlgDipoleEditor::follow() {
+  if (m_pDipoleFace == nullptr) {
+    return;
+  }
+  if (m_pDipoleFace->getCurrentDipole() == m_shown && m_texts.isAnyChanged(*this)) {
+    SetWindowText(caption(*m_pDipoleFace));
+  } else {
+    refresh();
+  }
 }
 
 void CDlgDipoleEditor::leaveCollection() {
@@ -111,20 +115,15 @@ void CDlgDipoleEditor::fillFrom(const CDipoleszq& dipole) {
 }
 
 void CDlgDipoleEditor::storeInto(CDipoleszq& dipole) const {
-  const auto store = [this](int field, auto& held, const auto& entered) {
-    if (m_texts.isChanged(*this, field)) {
-      held = entered;
-    }
-  };
-  store(IDC_EDITOR_SIZE, dipole.m_size, m_size);
-  store(IDC_EDITOR_ORIENTATION_LENGTH, dipole.m_orientationLength, m_orientationLength);
-  store(IDC_EDITOR_LOCATION_X, dipole.m_location[0], m_locationX);
-  store(IDC_EDITOR_LOCATION_Y, dipole.m_location[1], m_locationY);
-  store(IDC_EDITOR_LOCATION_Z, dipole.m_location[2], m_locationZ);
-  store(IDC_EDITOR_ORIENTATION_X, dipole.m_orientation[0], m_orientationX);
-  store(IDC_EDITOR_ORIENTATION_Y, dipole.m_orientation[1], m_orientationY);
-  store(IDC_EDITOR_ORIENTATION_Z, dipole.m_orientation[2], m_orientationZ);
-  store(IDC_EDITOR_LABEL, dipole.m_label, m_label);
+  m_texts.store(*this, IDC_EDITOR_SIZE, m_size, dipole.m_size);
+  m_texts.store(*this, IDC_EDITOR_ORIENTATION_LENGTH, m_orientationLength, dipole.m_orientationLength);
+  m_texts.store(*this, IDC_EDITOR_LOCATION_X, m_locationX, dipole.m_location[0]);
+  m_texts.store(*this, IDC_EDITOR_LOCATION_Y, m_locationY, dipole.m_location[1]);
+  m_texts.store(*this, IDC_EDITOR_LOCATION_Z, m_locationZ, dipole.m_location[2]);
+  m_texts.store(*this, IDC_EDITOR_ORIENTATION_X, m_orientationX, dipole.m_orientation[0]);
+  m_texts.store(*this, IDC_EDITOR_ORIENTATION_Y, m_orientationY, dipole.m_orientation[1]);
+  m_texts.store(*this, IDC_EDITOR_ORIENTATION_Z, m_orientationZ, dipole.m_orientation[2]);
+  m_texts.store(*this, IDC_EDITOR_LABEL, m_label, dipole.m_label);
   dipole.m_showOrientation = m_showOrientation;
 }
 
@@ -136,17 +135,18 @@ CDlgDipoleEditor::Applied CDlgDipoleEditor::apply() {
     return Applied::refused;
   }
   m_pDipoleFace->m_showDipoleOrientationAll = m_showOrientation;
-  if (m_texts.isChanged(*this, IDC_EDITOR_MERGE_RADIUS)) {
-    m_pDipoleFace->m_mergeRadius = m_mergeRadius;
-  }
+  m_texts.store(*this, IDC_EDITOR_MERGE_RADIUS, m_mergeRadius, m_pDipoleFace->m_mergeRadius);
   if (CDipoleszq* dipole = m_pDipoleFace->getCurrentDipole()) {
     storeInto(*dipole);
   }
   m_texts.remember(*this);
+  const Lifetime::Watch watch = m_lifetime.watch();
   if (isOpen(m_pList)) {
     m_pList->refill();
+  } else if (m_pList == nullptr) {
+    m_pDipoleFace->updateDipoleList();  // the host's editor has no list of its own, the manager may be open
   }
-  return Applied::all;
+  return watch.isOver() ? Applied::andGone : Applied::all;
 }
 
 void CDlgDipoleEditor::OnApply() {
@@ -157,7 +157,8 @@ void CDlgDipoleEditor::OnApply() {
 
 // Labelled "Exit". After a refusal, which was told, the dialog stays.
 void CDlgDipoleEditor::OnOK() {
-  if (apply() != Applied::refused) {
+  const Applied applied = apply();
+  if (applied != Applied::refused && applied != Applied::andGone) {
     CDialog::OnOK();
   }
 }
@@ -190,26 +191,24 @@ void CDlgDipoleEditor::OnDelete() {
   });
 }
 
-void CDlgDipoleEditor::OnNext() {
+void CDlgDipoleEditor::step(CDipoleszq* (CDipoleFace::*direction)()) {
   const Lifetime::Watch watch = m_lifetime.watch();
-  changeSet([](CDipoleFacezq& face) { showEverywhere(face, face.getNextDipole()); });
-  if (!watch.isOver()) {
-    showCurrentInList();
+  changeSet([&](CDipoleFacezq& face) { (face.*direction)(); });
+  if (watch.isOver() || m_pDipoleFace == nullptr) {
+    return;
   }
+  m_pDipoleFace->updateDipoleEditor();  // the other editor too shows the dipole that it would change
+  if (m_pList != nullptr) {
+    m_pList->showCurrentDipole();
+  }
+}
+
+void CDlgDipoleEditor::OnNext() {
+  step(&CDipoleFace::getNextDipole);
 }
 
 void CDlgDipoleEditor::OnPrevious() {
-  const Lifetime::Watch watch = m_lifetime.watch();
-  changeSet([](CDipoleFacezq& face) { showEverywhere(face, face.getPreviousDipole()); });
-  if (!watch.isOver()) {
-    showCurrentInList();
-  }
-}
-
-void CDlgDipoleEditor::showCurrentInList() {
-  if (m_pDipoleFace != nullptr && m_pList != nullptr) {
-    m_pList->showCurrentDipole();
-  }
+  step(&CDipoleFace::getPreviousDipole);
 }
 
 void CDlgDipoleEditor::OnColor() {
@@ -239,4 +238,13 @@ void CDlgDipoleEditor::OnShowOrientation() {
 
 void CDlgDipoleEditor::OnChangeMergeRadius() {
   UpdateData(TRUE);
+}
+
+// The host may have made another dipole the current one while the user was elsewhere.
+LRESULT CDlgDipoleEditor::OnActivation(WPARAM state, LPARAM /*other*/) {
+  const LRESULT result = Default();
+  if (LOWORD(state) != WA_INACTIVE) {
+    follow();
+  }
+  return result;
 }

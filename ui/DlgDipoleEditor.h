@@ -10,6 +10,7 @@
 #include "ui/EditTexts.h"
 #include "ui/Lifetime.h"
 
+class CDipoleFace;
 class CDipoleFacezq;
 class CDipoleszq;
 class CListDipoleszq;
@@ -23,6 +24,10 @@ class CDlgDipoleEditor : public CDialog {
   // and colour. Without one the fields keep their values, but for the merge radius. Returns 1, or 0 without
   // a collection.
   int refresh();
+
+  // After changes made elsewhere: as refresh, but what the user has typed stays as long as the same dipole is
+  // the current one.
+  void follow();
 
   void leaveCollection();  // hides
 
@@ -54,18 +59,20 @@ class CDlgDipoleEditor : public CDialog {
   afx_msg void OnColor();
   afx_msg void OnShowOrientation();
   afx_msg void OnChangeMergeRadius();
+  afx_msg LRESULT OnActivation(WPARAM state, LPARAM other);
   DECLARE_MESSAGE_MAP()
 
  private:
-  enum class Applied { nothing, refused, all };
+  enum class Applied { nothing, refused, all, andGone };  // the last: this object is gone
 
   Applied apply();
   void storeInto(CDipoleszq& dipole) const;
   void fillFrom(const CDipoleszq& dipole);
   template <typename Change>
   void changeSet(Change change);
-  void showCurrentInList();
+  void step(CDipoleszq* (CDipoleFace::*direction)());
 
+  const CDipoleszq* m_shown = nullptr;  // compared only: it may be gone
   EditTexts m_texts;
   Lifetime m_lifetime;
 };

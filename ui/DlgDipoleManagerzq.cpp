@@ -3,13 +3,38 @@
 #include <afxdlgs.h>
 
 #include <algorithm>
+#include <vector>
 
+#include "headmodel/WithinMemory.h"
 #include "ui/DipoleFacezq.h"
 #include "ui/DlgNewName.h"
 #include "ui/WindowTools.h"
 #include "ui/resource.h"
 
 namespace {
+
+// Takes no keys and clicks while it exists; each window may go before it.
+class DisabledEditors {
+ public:
+  explicit DisabledEditors(const std::vector<CDlgDipoleEditor*>& editors) {
+    for (const CDlgDipoleEditor* const editor : editors) {
+      m_windows.push_back(editor->GetSafeHwnd());
+    }
+    enable(FALSE);
+  }
+  ~DisabledEditors() { enable(TRUE); }
+  DisabledEditors(const DisabledEditors&) = delete;
+  DisabledEditors& operator=(const DisabledEditors&) = delete;
+
+ private:
+  void enable(BOOL on) const {
+    for (const HWND window : m_windows) {
+      ::EnableWindow(window, on);
+    }
+  }
+
+  std::vector<HWND> m_windows;
+};
 
 constexpr int toolsPopup = 1;
 constexpr int listMargin = 10;  // pixels, right of and below the list
@@ -157,6 +182,11 @@ void CDlgDipoleManagerzq::bindParts() {
   }
 }
 
+void CDlgDipoleManagerzq::setHost(CWnd* host) {
+  m_pHostWnd = host;
+  bindParts();
+}
+
 void CDlgDipoleManagerzq::leaveCollection() {
   m_pDipoleFace = nullptr;
   m_pHostWnd = nullptr;
@@ -212,11 +242,15 @@ void CDlgDipoleManagerzq::change(Change command) {
     return;
   }
   const Lifetime::Watch watch = m_lifetime.watch();
-  command(*m_pDipoleFace);
-  if (watch.isOver()) {
-    return;
+  const bool inMemory = isWithinMemory([&] {
+    command(*m_pDipoleFace);
+    if (!watch.isOver()) {
+      refill();
+    }
+  });
+  if (!inMemory) {
+    AfxMessageBox(_T("Not enough memory"));
   }
-  refill();
   if (!watch.isOver()) {
     notify();
   }
@@ -255,8 +289,12 @@ void CDlgDipoleManagerzq::OnHideAll() {
   change([](CDipoleFacezq& face) { face.setShowAllDipole(0); });
 }
 
+// The editors rest meanwhile: a dipole deleted during one of the import's questions would leave a gap.
 void CDlgDipoleManagerzq::OnImportCtf() {
-  change([](CDipoleFacezq& face) { face.importCTFDipoles(); });
+  change([](CDipoleFacezq& face) {
+    const DisabledEditors resting(face.openEditors());
+    face.importCTFDipoles();
+  });
 }
 
 void CDlgDipoleManagerzq::OnAverageAs() {
@@ -281,7 +319,7 @@ void CDlgDipoleManagerzq::OnNameSelected() {
   }
   const Lifetime::Watch watch = m_lifetime.watch();
   const INT_PTR answer = dialog.DoModal();
-  if (watch.isOver() || answer == -1) {
+  if (watch.isOver() || (answer != IDOK && answer != IDCANCEL)) {
     return;
   }
   // Deliberately after Cancel too: then the selected dipoles get the label of the current one.
@@ -297,14 +335,16 @@ void CDlgDipoleManagerzq::OnColorSelected() {
     return;
   }
   const CDipoleszq* current = m_pDipoleFace->getCurrentDipole();
-  m_customColors[0] = current != nullptr ? current->m_color : CDipoleszq().m_color;
-  CColorDialog dialog(m_customColors[0], 0, this);
-  dialog.m_cc.lpCustColors = m_customColors.data();
+  std::array<COLORREF, 16> customColors = m_customColors;
+  customColors[0] = current != nullptr ? current->m_color : CDipoleszq().m_color;
+  CColorDialog dialog(customColors[0], 0, this);
+  dialog.m_cc.lpCustColors = customColors.data();
   const Lifetime::Watch watch = m_lifetime.watch();
   const INT_PTR answer = dialog.DoModal();
   if (watch.isOver()) {
     return;
   }
+  m_customColors = customColors;
   if (answer != IDOK) {
     notify();
     return;
@@ -329,9 +369,8 @@ void CDlgDipoleManagerzq::edit() {
   if (m_pDlgEditor->GetSafeHwnd() == nullptr) {
     m_pDlgEditor->Create(IDD_DIPOLE_EDITOR);
   }
-  m_pDlgEditor->m_pDipoleFace = m_pDipoleFace;
-  m_pDlgEditor->m_pHostWnd = m_pHostWnd;
   m_pDlgEditor->m_pList = &m_listDipoles;
+  bindParts();
   m_pDlgEditor->ShowWindow(SW_SHOWNORMAL);
   m_pDlgEditor->refresh();
 }

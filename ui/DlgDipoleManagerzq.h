@@ -31,7 +31,8 @@ class CDlgDipoleManagerzq : public CDialog {
   // Opens the editor on the current dipole. Nothing without a collection.
   void edit();
 
-  void leaveCollection();  // hides, and forgets the callbacks
+  void setHost(CWnd* host);  // the window to repaint, for its list and editor too
+  void leaveCollection();    // hides, and forgets the callbacks
 
   CWnd* m_pHostWnd = nullptr;
   CDipoleFacezq* m_pDipoleFace = nullptr;

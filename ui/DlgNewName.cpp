@@ -2,6 +2,10 @@
 
 #include "ui/resource.h"
 
+BEGIN_MESSAGE_MAP(CDlgNewName, CDialog)
+ON_WM_DESTROY()
+END_MESSAGE_MAP()
+
 CDlgNewName::CDlgNewName(CWnd* parent) : CDialog(IDD_NEW_NAME, parent) {}
 
 CDlgNewName::~CDlgNewName() = default;
@@ -13,5 +17,19 @@ void CDlgNewName::DoDataExchange(CDataExchange* exchange) {
 
 void CDlgNewName::OnOK() {
   UpdateData(TRUE);
+  m_isAnswered = true;
   CDialog::OnOK();
+}
+
+void CDlgNewName::OnCancel() {
+  m_isAnswered = true;
+  CDialog::OnCancel();
+}
+
+// The window goes with the manager's: without this, the loop that waits for an answer would wait on.
+void CDlgNewName::OnDestroy() {
+  if (!m_isAnswered) {
+    EndDialog(IDABORT);
+  }
+  CDialog::OnDestroy();
 }

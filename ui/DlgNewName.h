@@ -13,4 +13,10 @@ class CDlgNewName : public CDialog {
  protected:
   void DoDataExchange(CDataExchange* exchange) override;
   void OnOK() override;
+  void OnCancel() override;
+  afx_msg void OnDestroy();
+  DECLARE_MESSAGE_MAP()
+
+ private:
+  bool m_isAnswered = false;
 };

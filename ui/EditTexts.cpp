@@ -1,12 +1,8 @@
 #include "ui/EditTexts.h"
 
-namespace {
+#include <algorithm>
 
-bool isEdit(HWND control) {
-  TCHAR name[8] = {};
-  ::GetClassName(control, name, 8);
-  return CString(name).CompareNoCase(_T("Edit")) == 0;
-}
+namespace {
 
 CString textOf(const CWnd& dialog, int field) {
   CString text;
@@ -17,18 +13,20 @@ CString textOf(const CWnd& dialog, int field) {
 }  // namespace
 
 void EditTexts::remember(const CWnd& dialog) {
-  m_values = m_exchanged;
-  m_texts.clear();
-  for (HWND control = ::GetWindow(dialog.GetSafeHwnd(), GW_CHILD); control != nullptr;
-       control = ::GetWindow(control, GW_HWNDNEXT)) {
-    if (isEdit(control)) {
-      const int field = ::GetDlgCtrlID(control);
-      m_texts[field] = textOf(dialog, field);
-    }
+  for (auto& [id, field] : m_fields) {
+    field.text = textOf(dialog, id);
+    field.shown = field.exchanged;
+    field.isRemembered = true;
   }
 }
 
 bool EditTexts::isChanged(const CWnd& dialog, int field) const {
-  const auto shown = m_texts.find(field);
-  return shown == m_texts.end() || shown->second != textOf(dialog, field);
+  const auto known = m_fields.find(field);
+  return known == m_fields.end() || !known->second.isRemembered ||
+         known->second.text != textOf(dialog, field);
+}
+
+bool EditTexts::isAnyChanged(const CWnd& dialog) const {
+  return std::any_of(m_fields.begin(), m_fields.end(),
+                     [&](const auto& field) { return isChanged(dialog, field.first); });
 }

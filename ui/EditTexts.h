@@ -12,28 +12,43 @@
 
 class EditTexts {
  public:
-  // Takes the texts of all edit fields as they are now, and the values that were last exchanged with them.
+  // Takes the texts of the exchanged fields as they are now, and the values that were last exchanged.
   void remember(const CWnd& dialog);
 
   // A field that was never remembered counts as changed.
   bool isChanged(const CWnd& dialog, int field) const;
+  bool isAnyChanged(const CWnd& dialog) const;
 
   // DDX_Text, but that reading an unchanged field gives the value it was remembered with, whatever it shows.
   template <typename Value>
   void exchange(CDataExchange* exchange, int field, Value& value) {
+    Field& known = m_fields[field];
     if (exchange->m_bSaveAndValidate && !isChanged(*exchange->m_pDlgWnd, field)) {
       exchange->PrepareEditCtrl(field);  // a range check that follows belongs to this field
-      value = std::get<Value>(m_values[field]);
+      value = std::get<Value>(known.shown);
     } else {
       DDX_Text(exchange, field, value);
     }
-    m_exchanged[field] = value;
+    known.exchanged = value;
+  }
+
+  // What was entered goes to where it belongs, when its field was changed.
+  template <typename Value>
+  void store(const CWnd& dialog, int field, const Value& entered, Value& target) const {
+    if (isChanged(dialog, field)) {
+      target = entered;
+    }
   }
 
  private:
   using AnyValue = std::variant<double, float, CString>;
 
-  std::map<int, CString> m_texts;  // by the field's number, as all of these
-  std::map<int, AnyValue> m_values;
-  std::map<int, AnyValue> m_exchanged;
+  struct Field {
+    bool isRemembered = false;
+    CString text;
+    AnyValue shown;      // what the text stands for
+    AnyValue exchanged;  // what was last read or written
+  };
+
+  std::map<int, Field> m_fields;  // by the control's number
 };

@@ -1,52 +1,42 @@
 #include "ui/HeadingFont.h"
 
+#include <iterator>
+
+#include "ui/WindowTools.h"
+
 namespace {
 
 constexpr int margins = 16;        // pixels left and right of a heading together, at 96 dots per inch
 constexpr double smallest = 0.75;  // of the list's font: below, nothing is legible
 
 struct Heading {
-  CString text;
+  TCHAR text[64];
   int width;  // of its column, pixels
 };
 
 bool headingOf(const CListCtrl& list, int column, Heading& heading) {
-  TCHAR text[64] = {};
   LVCOLUMN description = {};
   description.mask = LVCF_TEXT | LVCF_WIDTH;
-  description.pszText = text;
-  description.cchTextMax = 64;
-  if (!list.GetColumn(column, &description)) {
-    return false;
-  }
-  heading = {text, description.cx};
-  return true;
+  description.pszText = heading.text;
+  description.cchTextMax = static_cast<int>(std::size(heading.text));
+  const bool found = list.GetColumn(column, &description) != FALSE;
+  heading.width = description.cx;
+  return found;
 }
 
-class ScreenFont {
- public:
-  ScreenFont(HDC screen, HFONT font) : m_screen(screen), m_before(::SelectObject(screen, font)) {}
-  ~ScreenFont() { ::SelectObject(m_screen, m_before); }
-  ScreenFont(const ScreenFont&) = delete;
-  ScreenFont& operator=(const ScreenFont&) = delete;
-
- private:
-  HDC m_screen;
-  HGDIOBJ m_before;
-};
-
-bool allFit(const CListCtrl& list, HDC screen, HFONT font) {
-  const ScreenFont chosen(screen, font);
-  const int around = ::MulDiv(margins, ::GetDeviceCaps(screen, LOGPIXELSX), USER_DEFAULT_SCREEN_DPI);
+// Whether every heading fits when it is written with a font.
+bool allFit(const CListCtrl& list, HFONT font) {
+  CClientDC screen(nullptr);
+  const HGDIOBJ before = ::SelectObject(screen.m_hDC, font);
+  bool fits = true;
   Heading heading;
-  for (int column = 0; headingOf(list, column, heading); ++column) {
+  for (int column = 0; fits && headingOf(list, column, heading); ++column) {
     SIZE size = {};
-    ::GetTextExtentPoint32(screen, heading.text, heading.text.GetLength(), &size);
-    if (size.cx + around > heading.width) {
-      return false;
-    }
+    ::GetTextExtentPoint32(screen.m_hDC, heading.text, ::lstrlen(heading.text), &size);
+    fits = size.cx + scaledToScreen(margins) <= heading.width;
   }
-  return true;
+  ::SelectObject(screen.m_hDC, before);
+  return fits;
 }
 
 }  // namespace
@@ -69,15 +59,11 @@ void HeadingFont::fit(CListCtrl& list) {
     return;  // the system's font, whose size is the system's business
   }
   const LONG least = static_cast<LONG>(description.lfHeight * smallest);
-  const HDC screen = ::GetDC(nullptr);
-  HFONT font = ::CreateFontIndirect(&description);
-  while (!allFit(list, screen, font) && description.lfHeight < least) {
+  take(::CreateFontIndirect(&description));
+  while (!allFit(list, m_font) && description.lfHeight < least) {
     ++description.lfHeight;  // heights of characters are negative
-    ::DeleteObject(font);
-    font = ::CreateFontIndirect(&description);
+    take(::CreateFontIndirect(&description));
   }
-  ::ReleaseDC(nullptr, screen);
   const auto headings = reinterpret_cast<HWND>(list.SendMessage(LVM_GETHEADER));
-  ::SendMessage(headings, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-  take(font);
+  ::SendMessage(headings, WM_SETFONT, reinterpret_cast<WPARAM>(m_font), TRUE);
 }

@@ -1,6 +1,7 @@
 #include "ui/ListDipoles.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/DipoleFacezq.h"
 #include "ui/DlgDipoleManagerzq.h"
@@ -37,13 +38,6 @@ class StillWindow {
  private:
   CWnd& m_window;
 };
-
-int scaledToScreen(int pixels) {
-  const HDC screen = ::GetDC(nullptr);
-  const int dotsPerInch = ::GetDeviceCaps(screen, LOGPIXELSX);
-  ::ReleaseDC(nullptr, screen);
-  return ::MulDiv(pixels, dotsPerInch, USER_DEFAULT_SCREEN_DPI);
-}
 
 void addIcon(CImageList& images, int id, int size) {
   const LPCTSTR name = MAKEINTRESOURCE(id);
@@ -123,14 +117,15 @@ int CListDipoles::refill() {
 
 CListDipoles::Refilled CListDipoles::fillRows() {
   const Flag changing(m_changing);
+  DipoleRows rows(*m_pDipoleFace);  // while the old ones are still there, should memory run out
   const int top = GetTopIndex();
   const int focus = GetNextItem(-1, LVNI_FOCUSED);
   const StillWindow still(*this);
   if (!DeleteAllItems()) {
     return Refilled::refused;
   }
-  m_rows.clear();
-  const bool whole = m_rows.fill(*m_pDipoleFace);
+  m_rows = std::move(rows);
+  m_rows.giveItemIds(*m_pDipoleFace);
   SetItemCount(m_rows.count());
   if (m_rows.has(top)) {
     EnsureVisible(m_rows.count() - 1, FALSE);
@@ -140,7 +135,7 @@ CListDipoles::Refilled CListDipoles::fillRows() {
     SetItemState(focus, LVIS_FOCUSED, LVIS_FOCUSED);
     SetSelectionMark(focus);  // where the next range starts
   }
-  return whole ? Refilled::whole : Refilled::cutShort;
+  return m_rows.count() == m_pDipoleFace->m_totalDipoles ? Refilled::whole : Refilled::cutShort;
 }
 
 DipoleSlots CListDipoles::selectedDipoles() const {
@@ -171,9 +166,12 @@ void CListDipoles::showCurrentDipole() {
 void CListDipoles::OnColumnClick(NMHDR* header, LRESULT* result) {
   *result = 0;
   if (m_pDipoleFace != nullptr) {
+    const Lifetime::Watch watch = m_lifetime.watch();
     m_pDipoleFace->sortDipoles(reinterpret_cast<const NMLISTVIEW*>(header)->iSubItem);
-    m_pDipoleFace->updateDipoleEditor();  // another dipole may be current now
-    refill();
+    if (!watch.isOver() && m_pDipoleFace != nullptr) {
+      m_pDipoleFace->updateDipoleEditor();  // another dipole may be current now
+      refill();
+    }
   }
 }
 
@@ -221,12 +219,19 @@ bool CListDipoles::step(UINT key) {
   return true;
 }
 
+// Returns false when this list is gone: choosing rows calls the host.
+bool CListDipoles::selectAll() {
+  const Lifetime::Watch watch = m_lifetime.watch();
+  SetItemState(-1, LVIS_SELECTED, LVIS_SELECTED);
+  return !watch.isOver();
+}
+
 void CListDipoles::OnKeyDown(UINT key, UINT repeat, UINT flags) {
   if (m_pDipoleFace != nullptr && (key == VK_UP || key == VK_DOWN) && !step(key)) {
     return;
   }
-  if (key == 'A' && isControlDown()) {
-    SetItemState(-1, LVIS_SELECTED, LVIS_SELECTED);
+  if (key == 'A' && isControlDown() && !selectAll()) {
+    return;
   }
   CListCtrl::OnKeyDown(key, repeat, flags);
 }

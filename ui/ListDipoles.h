@@ -63,6 +63,7 @@ class CListDipoles : public CListCtrl {
   void insertColumns();
   Refilled fillRows();
   bool step(UINT key);
+  bool selectAll();
 
   DipoleRows m_rows;
   HeadingFont m_headingFont;

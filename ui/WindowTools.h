@@ -1,4 +1,4 @@
-// What is asked of windows that may be missing.
+// What the windows share: questions to windows that may be missing, and sizes that go with the screen.
 #pragma once
 
 #include <afxwin.h>
@@ -12,4 +12,12 @@ inline void repaint(const CWnd* window) {
   if (window != nullptr && window->GetSafeHwnd() != nullptr) {
     ::InvalidateRect(window->GetSafeHwnd(), nullptr, FALSE);
   }
+}
+
+// Pixels at 96 dots per inch, on this screen.
+inline int scaledToScreen(int pixels) {
+  const HDC screen = ::GetDC(nullptr);
+  const int dotsPerInch = ::GetDeviceCaps(screen, LOGPIXELSX);
+  ::ReleaseDC(nullptr, screen);
+  return ::MulDiv(pixels, dotsPerInch, USER_DEFAULT_SCREEN_DPI);
 }

@@ -32,8 +32,7 @@ TEST(DipoleRows, ShowNumbersWithFourDecimals) {
   dipole.m_fitError = 7.0;
   dipole.m_moment = 12345.67897;
   dipole.m_label = _T("Müller, left");
-  DipoleRows rows;
-  ASSERT_TRUE(rows.fill(*face));
+  const DipoleRows rows(*face);
   const Texts expected = {"17",      "86.3333",          "-12.3457", "0.0000",     "-0.0000",     "0.5000",
                           "-1.0000", "10000000000.0000", "7.0000",   "12345.6790", "Müller, left"};
   for (int column = 0; column < DipoleRows::columns; ++column) {
@@ -45,17 +44,17 @@ TEST(DipoleRows, ShowWhatIsNoNumberAsSuch) {
   const auto face = faceOf(1);
   face->getDipole(0)->m_location[0] = std::numeric_limits<double>::quiet_NaN();
   face->getDipole(0)->m_location[1] = -std::numeric_limits<double>::infinity();
-  DipoleRows rows;
-  rows.fill(*face);
+  const DipoleRows rows(*face);
   EXPECT_EQ(cell(rows, 0, 2), "nan");
   EXPECT_EQ(cell(rows, 0, 3), "-inf");
 }
 
 TEST(DipoleRows, GiveEachDipoleItsRowAsListItem) {
   const auto face = faceOf(3);
-  DipoleRows rows;
-  EXPECT_TRUE(rows.fill(*face));
+  const DipoleRows rows(*face);
   EXPECT_EQ(rows.count(), 3);
+  EXPECT_EQ(face->getDipoleListItemID(0), -1) << "not before the list has them";
+  rows.giveItemIds(*face);
   EXPECT_EQ(face->getDipoleListItemID(0), 0);
   EXPECT_EQ(face->getDipoleListItemID(2), 2);
 }
@@ -64,8 +63,7 @@ TEST(DipoleRows, PictureTellsShownFromHidden) {
   const auto face = faceOf(3);
   face->getDipole(1)->m_show = 0;
   face->getDipole(2)->m_show = -7;
-  DipoleRows rows;
-  rows.fill(*face);
+  const DipoleRows rows(*face);
   EXPECT_EQ(rows.image(0), 0);
   EXPECT_EQ(rows.image(1), 1);
   EXPECT_EQ(rows.image(2), 0);
@@ -74,15 +72,13 @@ TEST(DipoleRows, PictureTellsShownFromHidden) {
 TEST(DipoleRows, EndBeforeAnEmptySlot) {
   const auto face = faceOf(4);
   face->deleteDipole(2, 0);
-  DipoleRows rows;
-  EXPECT_FALSE(rows.fill(*face));
+  const DipoleRows rows(*face);
   EXPECT_EQ(rows.count(), 2);
 }
 
 TEST(DipoleRows, StayAsTheyWereFilled) {
   const auto face = faceOf(2);
-  DipoleRows rows;
-  rows.fill(*face);
+  const DipoleRows rows(*face);
   face->getDipole(0)->m_number = 99;
   face->getDipole(0)->m_show = 0;
   face->cleanDipoles();
@@ -92,8 +88,6 @@ TEST(DipoleRows, StayAsTheyWereFilled) {
   EXPECT_TRUE(rows.has(1));
   EXPECT_FALSE(rows.has(2));
   EXPECT_FALSE(rows.has(-1));
-  rows.clear();
-  EXPECT_EQ(rows.count(), 0);
 }
 
 TEST(DipoleRows, AreFoundByTheBeginningOfTheirNumber) {
@@ -102,16 +96,14 @@ TEST(DipoleRows, AreFoundByTheBeginningOfTheirNumber) {
   for (int slot = 0; slot < 4; ++slot) {
     face->getDipole(slot)->m_number = numbers[slot];
   }
-  DipoleRows rows;
-  rows.fill(*face);
+  const DipoleRows rows(*face);
   EXPECT_EQ(rows.find(_T("12"), false, 0), 1);
   EXPECT_EQ(rows.find(_T("12"), false, 2), 3);
   EXPECT_EQ(rows.find(_T("5"), false, 2), 0) << "the search goes on at the top";
   EXPECT_EQ(rows.find(_T("123"), true, 0), 3);
   EXPECT_EQ(rows.find(_T("3"), true, 0), -1);
   EXPECT_EQ(rows.find(_T("7"), false, 0), -1);
-  rows.clear();
-  EXPECT_EQ(rows.find(_T("5"), false, 0), -1);
+  EXPECT_EQ(DipoleRows().find(_T("5"), false, 0), -1);
 }
 
 }  // namespace

@@ -202,13 +202,37 @@ TEST_F(EditorSteps, ApplyLeavesAHiddenList) {
   EXPECT_EQ(host->cell(0, 10), "d1");
 }
 
-TEST_F(EditorSteps, ApplyOfTheHostsEditorLeavesTheListAlone) {
+TEST_F(EditorSteps, ApplyOfTheHostsEditorChangesTheRowToo) {
   make(2);
   host->openManager();
   show();
   enter(IDC_EDITOR_LABEL, "new");
   push(IDC_EDITOR_APPLY);
-  EXPECT_EQ(host->cell(0, 10), "d1");
+  EXPECT_EQ(host->cell(0, 10), "new");
+}
+
+TEST_F(EditorSteps, CommandsOfTheManagerLeaveWhatIsTypedForTheSameDipole) {
+  openFromManager(3);
+  enter(IDC_EDITOR_LOCATION_X, "55");
+  host->choose(ID_DIPOLE_HIDE_ALL);
+  EXPECT_EQ(field(IDC_EDITOR_LOCATION_X), "55");
+  face().deleteDipole(2, 1);
+  host->choose(ID_DIPOLE_SHOW_ALL);
+  EXPECT_EQ(field(IDC_EDITOR_LOCATION_X), "55");
+  EXPECT_EQ(caption(), "Current dipole (Total dipoles):0(2)");
+  face().setCurrentDipole(1);
+  host->choose(ID_DIPOLE_SHOW_ALL);
+  EXPECT_EQ(field(IDC_EDITOR_LOCATION_X), "2") << "another dipole's number";
+}
+
+TEST_F(EditorSteps, ADipoleThatTheHostMadeCurrentIsShownWhenTheUserComesBack) {
+  openFromManager(3);
+  face().setCurrentDipole(2);
+  ::SendMessageW(window, WM_ACTIVATE, WA_INACTIVE, 0);
+  EXPECT_EQ(field(IDC_EDITOR_LABEL), "d1");
+  ::SendMessageW(window, WM_ACTIVATE, WA_ACTIVE, 0);
+  EXPECT_EQ(field(IDC_EDITOR_LABEL), "d3");
+  EXPECT_EQ(caption(), "Current dipole (Total dipoles):2(3)");
 }
 
 TEST_F(EditorSteps, AddAndDeleteChangeTheManagersRows) {

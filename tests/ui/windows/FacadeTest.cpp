@@ -159,6 +159,24 @@ TEST_F(Facade, TheLatestHostWindowIsTheOneRepainted) {
   EXPECT_EQ(second.m_paints, 1);
 }
 
+TEST_F(Facade, EveryDialogRepaintsTheHostWindowThatWasGivenLast) {
+  face().dipoleEdit(&host.window);
+  face().setDipoleCoordinate(&host.window);
+  HostWindow second;
+  showList(nullptr);
+  face().showDipoleList(&second, nullptr);
+  pump();
+  host.forget();
+  for (const auto& [window, button] :
+       {std::pair(host.editor(), IDC_EDITOR_APPLY), std::pair(host.coordinates(), IDC_COORDINATE_APPLY)}) {
+    second.m_paints = 0;
+    press(window, button);
+    second.UpdateWindow();
+    EXPECT_FALSE(host.wasRepainted());
+    EXPECT_EQ(second.m_paints, 1);
+  }
+}
+
 TEST_F(Facade, DialogsOtherThanTheManagerLeaveTheFocusToTheSystem) {
   face().dipoleEdit(&host.window);
   pump();

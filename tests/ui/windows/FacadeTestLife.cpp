@@ -333,6 +333,17 @@ TEST_F(FacadeCopies, AssignmentHidesTheDialogsThatACopyStillHas) {
   EXPECT_EQ(host.face->getTotalDipoles(), 0U);
 }
 
+TEST_F(FacadeCopies, AssignmentOfACopyKeepsTheDialogsThatBothHaveOpen) {
+  const Windows windows = openAll(host);
+  const auto copy = std::make_unique<CDipoleFacezq>(*host.face);
+  *host.face = *copy;
+  for (const HWND window : windows.all()) {
+    EXPECT_TRUE(::IsWindowVisible(window));
+  }
+  host.choose(ID_DIPOLE_HIDE_ALL);
+  EXPECT_EQ(host.image(0), 1);
+}
+
 TEST_F(FacadeCopies, AssignmentToItselfKeepsEverything) {
   const Windows windows = openAll(host);
   CDipoleFacezq& same = *host.face;

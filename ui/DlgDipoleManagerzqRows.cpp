@@ -1,6 +1,4 @@
 // What the manager does when the user chooses rows of its list.
-#include <algorithm>
-
 #include "ui/DipoleFacezq.h"
 #include "ui/DlgDipoleManagerzq.h"
 #include "ui/WindowTools.h"
@@ -46,6 +44,9 @@ void CDlgDipoleManagerzq::chooseRow(int row, bool isChosen) {
     tellPositionOfRow(chosen);
   }
   if (!watch.isOver()) {
+    if (isOpen(m_pDlgEditor.get())) {
+      m_pDlgEditor->refresh();
+    }
     refreshEditors();
   }
 }
