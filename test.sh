@@ -1,6 +1,7 @@
 #!/bin/sh
 # Installs what is missing, builds everything and runs every test: natively under the address and the
-# undefined-behaviour sanitizers, the Windows build under Wine, short fuzzing, and the style of the sources.
+# undefined-behaviour sanitizers, the Windows build under Wine with
+# pictures of its windows, short fuzzing, and the style of the sources.
 set -eu
 cd "$(dirname "$0")"
 . scripts/packages.sh
@@ -24,6 +25,9 @@ cmake --build build/windows
 # On a screen of its own. Nobody manages windows there, and Wine is told so: else it waits for an answer.
 xvfb-run -a sh -c "wine reg add 'HKCU\\Software\\Wine\\X11 Driver' /v Managed /d N /f &&
   ctest --test-dir build/windows --output-on-failure"
+
+say "Pictures of every window, at 96 and at 144 dots per inch, into out/screens"
+scripts/screens.sh
 
 say "Short fuzzing of every reader"
 fuzz/run.sh

@@ -20,6 +20,9 @@ Dialog& provide(std::shared_ptr<Dialog>& dialog, UINT templateId) {
   if (dialog->GetSafeHwnd() == nullptr) {
     dialog->Create(templateId);
   }
+  if (dialog->GetSafeHwnd() == nullptr) {
+    AfxThrowMemoryException();
+  }
   return *dialog;
 }
 

@@ -83,7 +83,15 @@ void CDlgDipoleManagerzq::DoDataExchange(CDataExchange* exchange) {
   DDX_Check(exchange, IDC_MANAGER_SHOW_ORIENTATION, m_showOrientation);
 }
 
+// A half-made list would stay half-made: without memory there is no window.
 BOOL CDlgDipoleManagerzq::OnInitDialog() {
+  if (!isWithinMemory([this] { initialize(); })) {
+    DestroyWindow();
+  }
+  return TRUE;
+}
+
+void CDlgDipoleManagerzq::initialize() {
   CDialog::OnInitDialog();
   m_listDipoles.m_pOwnerDlg = this;
   m_listDipoles.ModifyStyle(LVS_SMALLICON, LVS_REPORT | LVS_ALIGNLEFT);
@@ -91,7 +99,6 @@ BOOL CDlgDipoleManagerzq::OnInitDialog() {
   m_listDipoles.initialize();
   SetWindowText(m_title);
   UpdateData(FALSE);
-  return TRUE;
 }
 
 void CDlgDipoleManagerzq::PostNcDestroy() {
@@ -366,8 +373,8 @@ void CDlgDipoleManagerzq::edit() {
   if (!m_pDlgEditor) {
     m_pDlgEditor = std::make_unique<CDlgDipoleEditor>();
   }
-  if (m_pDlgEditor->GetSafeHwnd() == nullptr) {
-    m_pDlgEditor->Create(IDD_DIPOLE_EDITOR);
+  if (m_pDlgEditor->GetSafeHwnd() == nullptr && !m_pDlgEditor->Create(IDD_DIPOLE_EDITOR)) {
+    return;
   }
   m_pDlgEditor->m_pList = &m_listDipoles;
   bindParts();

@@ -79,6 +79,7 @@ class CDlgDipoleManagerzq : public CDialog {
   template <typename Change>
   void change(Change command);
   void notify() const;
+  void initialize();
   void bindParts();
   void refreshEditors();
   void chooseRow(int row, bool isChosen);

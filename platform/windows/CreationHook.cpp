@@ -26,8 +26,19 @@ LRESULT CALLBACK CreationHook::onHook(int code, WPARAM wParam, LPARAM lParam) {
   if (code == HCBT_CREATEWND && hook->m_object != nullptr) {
     CWnd* const object = hook->m_object;
     hook->m_object = nullptr;  // the windows inside it are not meant
-    object->Attach(reinterpret_cast<HWND>(wParam));
+    try {
+      object->Attach(reinterpret_cast<HWND>(wParam));
+    } catch (...) {
+      hook->m_failure = std::current_exception();  // not through the system's frames
+      return 1;                                    // the window is not made
+    }
     object->takeMessages();
   }
   return ::CallNextHookEx(hook->m_hook, code, wParam, lParam);
+}
+
+void CreationHook::rethrow() const {
+  if (m_failure) {
+    std::rethrow_exception(m_failure);
+  }
 }

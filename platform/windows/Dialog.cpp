@@ -124,7 +124,9 @@ bool CDialog::make(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate, HWND parent)
     return false;
   }
   const CreationHook hook(this);
-  return ::CreateDialogIndirectParamW(module, dialogTemplate, parent, &noProcedure, 0) != nullptr;
+  const HWND made = ::CreateDialogIndirectParamW(module, dialogTemplate, parent, &noProcedure, 0);
+  hook.rethrow();
+  return made != nullptr;
 }
 
 bool CDialog::makeNamed(LPCTSTR templateName, HWND owner) {

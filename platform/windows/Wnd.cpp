@@ -98,6 +98,7 @@ BOOL CWnd::CreateEx(DWORD extendedStyle, LPCTSTR className, LPCTSTR title, DWORD
       ::CreateWindowExW(extendedStyle, className, title, style, rect.left, rect.top, rect.right - rect.left,
                         rect.bottom - rect.top, handleOf(parent), reinterpret_cast<HMENU>(UINT_PTR{id}),
                         ::GetModuleHandleW(nullptr), parameter);
+  hook.rethrow();
   return made != nullptr ? TRUE : FALSE;
 }
 
