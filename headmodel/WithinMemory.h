@@ -1,5 +1,5 @@
-// How the module finds out that memory is exhausted: the framework throws its own exception for it, the standard
-// library another one.
+// How the module finds out that memory is exhausted: the framework throws its own exception for it, the
+// standard library another one.
 #pragma once
 
 #include <afx.h>

@@ -44,8 +44,8 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
   // showDipoleList if it has none.
   int setCbfUpdateViewers(int (*cbf)(bool));
 
-  // Bring visible windows up to date with the collection. A host that makes another dipole the current one, or
-  // changes it, calls updateDipoleEditor; what a user has typed stays while the same dipole is current.
+  // Bring visible windows up to date with the collection. A host that makes another dipole the current one,
+  // or changes it, calls updateDipoleEditor; what a user has typed stays while the same dipole is current.
   int updateDipoleList() override;  // the manager's list, and the editors
   int updateDipoleEditor();         // the manager's too
   int updateDipoleSettings();       // 0 when the coordinate dialog was never made
