@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr int margins = 16;        // pixels left and right of a heading together, at 96 dots per inch
-constexpr double smallest = 0.75;  // of the list's font: below, nothing is legible
+constexpr int margins = 12;    // pixels left and right of a heading together, at 96 dots per inch
+constexpr LONG narrowest = 4;  // pixels of an average character: below, nothing is legible
 
 struct Heading {
   TCHAR text[64];
@@ -39,6 +39,15 @@ bool allFit(const CListCtrl& list, HFONT font) {
   return fits;
 }
 
+LONG averageWidth(HFONT font) {
+  CClientDC screen(nullptr);
+  const HGDIOBJ before = ::SelectObject(screen.m_hDC, font);
+  TEXTMETRIC metric = {};
+  ::GetTextMetrics(screen.m_hDC, &metric);
+  ::SelectObject(screen.m_hDC, before);
+  return metric.tmAveCharWidth;
+}
+
 }  // namespace
 
 HeadingFont::~HeadingFont() {
@@ -58,10 +67,10 @@ void HeadingFont::fit(CListCtrl& list) {
   if (::GetObject(own, sizeof description, &description) == 0 || description.lfHeight >= 0) {
     return;  // the system's font, whose size is the system's business
   }
-  const LONG least = static_cast<LONG>(description.lfHeight * smallest);
   take(::CreateFontIndirect(&description));
-  while (!allFit(list, m_font) && description.lfHeight < least) {
-    ++description.lfHeight;  // heights of characters are negative
+  for (description.lfWidth = averageWidth(m_font);
+       !allFit(list, m_font) && description.lfWidth > narrowest;) {
+    --description.lfWidth;
     take(::CreateFontIndirect(&description));
   }
   const auto headings = reinterpret_cast<HWND>(list.SendMessage(LVM_GETHEADER));

@@ -11,7 +11,7 @@ class HeadingFont {
   HeadingFont(const HeadingFont&) = delete;
   HeadingFont& operator=(const HeadingFont&) = delete;
 
-  // Gives the list's headings the font of the list, made smaller only as far as they need it. This object
+  // Gives the list's headings the font of the list, made narrower only as far as they need it. This object
   // must outlive the list's window.
   void fit(CListCtrl& list);
 
