@@ -223,16 +223,10 @@ int CDlgDipoleManagerzq::refresh() {
 int CDlgDipoleManagerzq::refill() {
   const Lifetime::Watch watch = m_lifetime.watch();
   const int result = m_listDipoles.refill();
-  if (!watch.isOver()) {
-    refreshEditors();
-  }
-  return result;
-}
-
-void CDlgDipoleManagerzq::refreshEditors() {
-  if (m_pDipoleFace != nullptr) {
+  if (!watch.isOver() && m_pDipoleFace != nullptr) {
     m_pDipoleFace->updateDipoleEditor();
   }
+  return result;
 }
 
 // The last thing that a command does: the host may end this object.

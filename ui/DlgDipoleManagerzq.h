@@ -81,10 +81,10 @@ class CDlgDipoleManagerzq : public CDialog {
   void notify() const;
   void initialize();
   void bindParts();
-  void refreshEditors();
   void chooseRow(int row, bool isChosen);
   void showOnlyDipoleOfRow(int row);
-  void takeSelection();
+  bool takeSelection();
+  void showChosenInEditors();
   void tellPositionOfRow(int row);
   int dipoleOfRow(int row) const;
   CPoint menuPoint(CPoint point) const;

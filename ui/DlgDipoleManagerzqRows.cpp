@@ -35,30 +35,41 @@ void CDlgDipoleManagerzq::chooseRow(int row, bool isChosen) {
   // All rows at once are one choice, that of the last.
   const int chosen = row >= 0 ? row : m_listDipoles.GetItemCount() - 1;
   const Lifetime::Watch watch = m_lifetime.watch();
+  bool isOtherDipole = isChosen;
   if (m_showCurrentOnly == FALSE) {
-    takeSelection();
+    isOtherDipole = takeSelection() || isChosen;
   } else if (isChosen) {
     showOnlyDipoleOfRow(chosen);
   }
   if (!watch.isOver() && isChosen && m_dynamicUpdate != FALSE && m_cbfDipoleXYZ != nullptr) {
     tellPositionOfRow(chosen);
   }
-  if (!watch.isOver()) {
-    if (isOpen(m_pDlgEditor.get())) {
-      m_pDlgEditor->refresh();
+  if (!watch.isOver() && m_pDipoleFace != nullptr && isOtherDipole) {
+    showChosenInEditors();
+  }
+}
+
+// The manager's editor shows the choice whatever has been typed there.
+void CDlgDipoleManagerzq::showChosenInEditors() {
+  for (CDlgDipoleEditor* const editor : m_pDipoleFace->openEditors()) {
+    if (editor == m_pDlgEditor.get()) {
+      editor->refresh();
+    } else {
+      editor->follow();
     }
-    refreshEditors();
   }
 }
 
 // The dipoles' selection flags become those of their rows; the last one selected becomes the current one.
-void CDlgDipoleManagerzq::takeSelection() {
+// Returns false when none is selected.
+bool CDlgDipoleManagerzq::takeSelection() {
   const DipoleSlots selected = m_listDipoles.selectedDipoles();
   markSelection(*m_pDipoleFace, selected);
   if (!selected.empty()) {
     m_pDipoleFace->setCurrentDipole(selected.back());
   }
   repaint(m_pHostWnd);
+  return !selected.empty();
 }
 
 void CDlgDipoleManagerzq::showOnlyDipoleOfRow(int row) {

@@ -142,11 +142,24 @@ DipoleSlots CListDipoles::selectedDipoles() const {
   if (m_pDipoleFace == nullptr) {
     return {};
   }
-  std::vector<bool> rows(static_cast<std::size_t>((std::max)(GetItemCount(), 0)));
-  for (int row = GetNextItem(-1, LVNI_SELECTED); row >= 0; row = GetNextItem(row, LVNI_SELECTED)) {
+  const std::vector<bool> rows = selectedRows();
+  return rows.empty() ? DipoleSlots() : dipolesOfRows(*m_pDipoleFace, rows);
+}
+
+// Empty when none is selected. To find the next one the control looks at each row, so it is asked no more
+// often than it must; mostly the row with the focus is the only one.
+std::vector<bool> CListDipoles::selectedRows() const {
+  UINT left = GetSelectedCount();
+  std::vector<bool> rows(left == 0 ? 0 : static_cast<std::size_t>(GetItemCount()));
+  const int focus = GetNextItem(-1, LVNI_FOCUSED);
+  if (left == 1 && focus >= 0 && GetItemState(focus, LVIS_SELECTED) != 0) {
+    rows[static_cast<std::size_t>(focus)] = true;
+    return rows;
+  }
+  for (int row = -1; left > 0 && (row = GetNextItem(row, LVNI_SELECTED)) >= 0; --left) {
     rows[static_cast<std::size_t>(row)] = true;
   }
-  return dipolesOfRows(*m_pDipoleFace, rows);
+  return rows;
 }
 
 void CListDipoles::showCurrentDipole() {
@@ -214,7 +227,10 @@ bool CListDipoles::step(UINT key) {
   }
   if (dipole != nullptr) {
     repaint(m_pHostWnd);
-    m_pDipoleFace->updateDipoleEditor();  // past either end no row changes, but the dipole does
+  }
+  const int focus = GetNextItem(-1, LVNI_FOCUSED);
+  if (m_pDipoleFace != nullptr && (key == VK_UP ? focus <= 0 : focus >= m_rows.count() - 1)) {
+    m_pDipoleFace->updateDipoleEditor();  // no row is going to change here, but the dipole has
   }
   return true;
 }

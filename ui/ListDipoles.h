@@ -62,6 +62,7 @@ class CListDipoles : public CListCtrl {
   void setRowStyle();
   void insertColumns();
   Refilled fillRows();
+  std::vector<bool> selectedRows() const;
   bool step(UINT key);
   bool selectAll();
 
