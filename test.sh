@@ -23,7 +23,8 @@ export WINEPREFIX="$PWD/build/wine" WINEDEBUG=-all LC_ALL=C.UTF-8
 cmake --preset windows
 cmake --build build/windows
 # On a screen of its own. Nobody manages windows there, and Wine is told so: else it waits for an answer.
-xvfb-run -a sh -c "wine reg add 'HKCU\\Software\\Wine\\X11 Driver' /v Managed /d N /f &&
+xvfb-run -a -s "-screen 0 1600x1200x24" sh -c "
+  wine reg add 'HKCU\\Software\\Wine\\X11 Driver' /v Managed /d N /f &&
   ctest --test-dir build/windows --output-on-failure"
 
 say "Pictures of every window, at 96 and at 144 dots per inch, into out/screens"

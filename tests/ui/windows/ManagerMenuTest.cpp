@@ -80,9 +80,8 @@ void press(const Host& host, char key) {
   ::PostMessageW(host.manager(), WM_CHAR, static_cast<WPARAM>(key), 1);
 }
 
-void leaveMenu(const Host& host) {
-  ::PostMessageW(host.manager(), WM_KEYDOWN, VK_ESCAPE, 1);  // the popup
-  ::PostMessageW(host.manager(), WM_KEYDOWN, VK_ESCAPE, 1);  // the bar
+void leaveMenu() {
+  ::EndMenu();
 }
 
 // Alt and the popup's letter; the step then sees the popup.
@@ -170,7 +169,7 @@ TEST(ManagerMenu, RightClickOnTheDialogGivesTheToolsWhereItIs) {
   RECT place = {};
   robot.whenMenu([&](HWND menu) {
     ::GetWindowRect(menu, &place);
-    leaveMenu(host);
+    leaveMenu();
   });
   ::SendMessageW(host.manager(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(host.manager()),
                  MAKELPARAM(321, 210));
@@ -193,7 +192,7 @@ TEST(ManagerMenu, KeyboardGivesTheToolsAtTheFocus) {
     robot.whenMenu([&](HWND menu) {
       ::GetWindowRect(menu, &place);
       EXPECT_EQ(itemsOf(menuIn(menu)), toolsItems);
-      leaveMenu(host);
+      leaveMenu();
     });
     ::SendMessageW(host.list(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(host.list()), -1);
     pump();
@@ -218,7 +217,7 @@ TEST(ManagerMenu, ShowCurrentOnlyIsCheckedInBothMenus) {
     const auto look = [&](HWND menu) {
       seen.push_back(isChecked(menuIn(menu), ID_DIPOLE_SHOW_CURRENT_ONLY));
       EXPECT_EQ(::GetMenuState(menuIn(menu), ID_DIPOLE_SHOW_CURRENT_ONLY, MF_BYCOMMAND) & MF_GRAYED, 0U);
-      leaveMenu(host);
+      leaveMenu();
     };
     openPopup(host, 't', look);
     {
@@ -243,7 +242,7 @@ TEST(ManagerMenu, NothingElseIsCheckedOrGrey) {
             << item.text;
       }
     }
-    leaveMenu(host);
+    leaveMenu();
   });
 }
 
