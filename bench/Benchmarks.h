@@ -8,4 +8,5 @@ bool benchSliceDrawing();
 bool benchSort();
 bool benchView3D();
 bool benchArchive();
+bool benchScene();
 bool benchMemory();

@@ -16,6 +16,7 @@ int main() {
   allMet &= benchSort();
   allMet &= benchView3D();
   allMet &= benchArchive();
+  allMet &= benchScene();
   allMet &= benchMemory();
   return allMet ? 0 : 1;
 }

@@ -40,6 +40,9 @@ class Image {
   [[nodiscard]] Rgb pixel(int column, int row) const { return m_pixels[offset(column, row)]; }
   void setPixel(int column, int row, Rgb colour) { m_pixels[offset(column, row)] = colour; }
 
+  // The pixels of a row that lies inside, from the left.
+  [[nodiscard]] Rgb* row(int row) { return m_pixels.data() + offset(0, row); }
+
   // Mixes the colour over a pixel; coverage runs from 0 (nothing) to 1. Pixels outside are left out.
   void blendPixel(int column, int row, Rgb colour, double coverage);
   // What lies outside of the picture is left out.

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "host/HeadBox.h"
+#include "host/PictureText.h"
 #include "host/SliceCaption.h"
 #include "host/SliceGeometry.h"
 #include "host/StrokeFont.h"
@@ -15,67 +16,10 @@ namespace host {
 
 namespace {
 
-constexpr Rgb background{14, 17, 22};
-constexpr Rgb ink{226, 230, 236};
-constexpr Rgb quietInk{150, 158, 170};
-constexpr Rgb warningInk{255, 190, 70};
-constexpr Rgb letterInk{255, 255, 255};
-
-constexpr int margin = 12;  // around everything
-constexpr int edge = 30;    // between a slice and the edge of its view, where the side letters stand
-constexpr int lineGap = 4;
+constexpr int margin = 12;     // around everything
+constexpr int edge = 30;       // between a slice and the edge of its view, where the side letters stand
 constexpr int cropMargin = 6;  // around the head and the squares
 constexpr double scaleBarMm = 50.0;
-
-const StrokeFont& headFont() {
-  static const StrokeFont font(20);
-  return font;
-}
-const StrokeFont& textFont() {
-  static const StrokeFont font(17);
-  return font;
-}
-const StrokeFont& noteFont() {
-  static const StrokeFont font(15);
-  return font;
-}
-const StrokeFont& letterFont() {
-  static const StrokeFont font(26);
-  return font;
-}
-
-struct Line {
-  const StrokeFont* font;
-  std::string text;
-  Rgb colour;
-};
-
-// Lines of text from the top down, broken where they would be too wide.
-class TextBlock {
- public:
-  explicit TextBlock(int widest) : m_widest(widest) {}
-
-  void add(const StrokeFont& font, std::string_view text, Rgb colour) {
-    for (std::string& line : font.wrap(text, m_widest))
-      m_lines.push_back({&font, std::move(line), colour});
-  }
-  [[nodiscard]] int height() const {
-    int height = 0;
-    for (const Line& line : m_lines)
-      height += line.font->lineHeight() + lineGap;
-    return height;
-  }
-  void draw(Image& image, int left, int top) const {
-    for (const Line& line : m_lines) {
-      line.font->draw(image, left, top, line.text, line.colour);
-      top += line.font->lineHeight() + lineGap;
-    }
-  }
-
- private:
-  int m_widest;
-  std::vector<Line> m_lines;
-};
 
 // One slice with its dipoles, cut to what is worth seeing.
 struct Slice {
@@ -201,7 +145,7 @@ Image drawPanel(const Slice& slice, int sliceHeight, double mmPerPixel) {
   const int sliceTop = headFont().lineHeight() + lineGap + edge;
   const int barTop = sliceTop + sliceHeight + edge + lineGap;
   const int notesTop = barTop + textFont().lineHeight() + 2 * lineGap;
-  Image panel(width, notesTop + notes.height(), background);
+  Image panel(width, notesTop + notes.height(), pictureBackground);
 
   headFont().draw(panel, 0, 0, nameOf(slice.report.view), ink);
   const std::string position = positionText(slice.report.view, slice.report.position);
@@ -254,7 +198,7 @@ Image arrange(const std::vector<Image>& panels, const std::vector<SliceRequest>&
   const TextBlock footer = footerOf(requests, innerWidth);
   const int panelTop = margin + header.height() + 2 * lineGap;
   const int footerTop = panelTop + height + 2 * lineGap;
-  Image image(innerWidth + 2 * margin, footerTop + footer.height() + margin, background);
+  Image image(innerWidth + 2 * margin, footerTop + footer.height() + margin, pictureBackground);
   header.draw(image, margin, margin);
   int left = margin + (innerWidth - width) / 2;
   for (const Image& panel : panels) {

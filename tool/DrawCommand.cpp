@@ -27,10 +27,15 @@ all dipoles between the level of the ears and the slice.
 The fiducial points are scanner millimetres (right, anterior, superior positive), from a text
 file with the lines "nasion x y z", "left x y z", "right x y z", or as three triples.
 
+A 3D picture (--3d) shows every dipole that is switched on as a ball with an arrow, the sphere of
+the fit and its fiducial points; with an MRI also one slice for each view, by default behind all
+dipoles. --slice moves the slices; what they hide is told.
+
 Examples:
   dipole draw auditory.dip --mri ch2.nii.gz --fiducials ch2.fiducials -o auditory.png
   dipole draw spikes.dip --mri head.nii.gz --fiducials "0,87,-40 -86,-20,-48 86,-20,-48" \
-      --slice axial:30,coronal:25 -o spikes.png)";
+      --slice axial:30,coronal:25 -o spikes.png
+  dipole draw spikes.dip --3d --view left -o left.png)";
 
 constexpr double largestHeadDifference = 10.0;  // mm between fiducial points: more is another head
 
@@ -100,6 +105,13 @@ std::string nameOf(const host::OverlayReport& report) {
          host::positionText(report.view, report.position);
 }
 
+void warnOfMissing(const host::SceneReport& report) {
+  tell("3D picture: " + host::countText(report));
+  for (const std::string& text : host::warningTexts(report)) {
+    tell("warning: 3D picture: " + text);
+  }
+}
+
 // Says what the picture leaves out: per view, and dipoles that stand in no view at all.
 void warnOfMissing(const host::SlicePicture& picture, const FileInfo& info) {
   for (const host::OverlayReport& view : picture.views) {
@@ -118,15 +130,18 @@ void warnOfMissing(const host::SlicePicture& picture, const FileInfo& info) {
 }  // namespace
 
 DrawCommand::DrawCommand(CLI::App& program)
-    : m_command(program.add_subcommand("draw", "Draw the dipoles over slices of an MRI, as a PNG picture")) {
+    : m_command(program.add_subcommand("draw",
+                                       "Draw the dipoles over slices of an MRI or in 3D, as a PNG picture")) {
   m_command->footer(help);
   m_import.addTo(*m_command);
   const auto add = [this](const std::string& name, auto& value, const char* type, const char* text) {
     return m_command->add_option(name, value, text)->type_name(type);
   };
-  add("--mri", m_mri, "FILE", "The MRI: a NIfTI file (.nii, .nii.gz)")->required();
-  add("--fiducials", m_fiducials, "FILE|POINTS", "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
-      ->required();
+  CLI::Option* mri = add("--mri", m_mri, "FILE", "The MRI: a NIfTI file (.nii, .nii.gz)");
+  CLI::Option* fiducials = add("--fiducials", m_fiducials, "FILE|POINTS",
+                               "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"");
+  mri->needs(fiducials);
+  fiducials->needs(mri);
   add("--slice", m_slices, "VIEW:MM,...",
       "One to three slices; without it three through the strongest dipole")
       ->check(CLI::Validator(checkSlices, ""));
@@ -140,12 +155,26 @@ DrawCommand::DrawCommand(CLI::App& program)
   add("--mm-per-pixel", m_mmPerPixel, "MM", "Size of a pixel; 0.1 to 5")
       ->check(CLI::Range(0.1, 5.0).description(""))
       ->capture_default_str();
+  m_scene.addTo(*m_command);
+  m_command->final_callback([this] { checkArguments(); });
+}
+
+// Slices need a head to run through; a 3D picture does without.
+void DrawCommand::checkArguments() const {
+  if (m_mri.empty() && !m_scene.isWanted()) {
+    throw CLI::RequiredError("--mri");
+  }
+  if (m_mri.empty() && !m_slices.empty()) {
+    throw CLI::RequiresError("--slice", "--mri");
+  }
 }
 
 bool DrawCommand::wouldOverwriteInput() const {
   std::vector<std::string> inputs = m_import.names();
-  inputs.push_back(m_mri);
-  inputs.push_back(m_fiducials);
+  if (!m_mri.empty()) {
+    inputs.push_back(m_mri);
+    inputs.push_back(m_fiducials);
+  }
   for (const std::string& input : inputs) {
     std::error_code error;  // one that does not exist is not overwritten
     if (std::filesystem::equivalent(input, m_output, error)) {
@@ -168,15 +197,20 @@ std::vector<host::SliceRequest> DrawCommand::requests(const ImportSession& sessi
   return {{host::View::axial, at[1]}, {host::View::coronal, at[2]}, {host::View::sagittal, at[0]}};
 }
 
-void DrawCommand::draw(ImportSession& session, const host::Fiducials& fiducials) const {
+host::Volume DrawCommand::readMri() const {
+  host::Volume volume = host::readNifti(m_mri);
+  if (!volume.sidesStated()) {
+    tell("warning: " + m_mri + " does not say which side of it is left: sides in the picture are assumed");
+  }
+  return volume;
+}
+
+void DrawCommand::drawSlices(ImportSession& session, const host::Fiducials& fiducials) const {
   const FileInfo info(m_import.names().front(), session);
   const std::vector<host::SliceRequest> slices = requests(session);
   const host::HeadFrame frame(fiducials);
   warnOfAnotherHead(info, fiducials);
-  const host::Volume volume = host::readNifti(m_mri);
-  if (!volume.sidesStated()) {
-    tell("warning: " + m_mri + " does not say which side of it is left: sides in the picture are assumed");
-  }
+  const host::Volume volume = readMri();
   setGlyphSize(session.collection(), m_glyph);
   host::SlicePictureOptions options;
   options.mmPerPixel = m_mmPerPixel;
@@ -188,17 +222,46 @@ void DrawCommand::draw(ImportSession& session, const host::Fiducials& fiducials)
   warnOfMissing(picture, info);
 }
 
+void DrawCommand::drawScene(const ImportSession& session,
+                            const std::optional<host::Fiducials>& fiducials) const {
+  host::ScenePictureOptions options = m_scene.picture();
+  options.mmPerPixel = m_mmPerPixel;
+  options.title = titleOf(m_import.names());
+  options.patientId = printable(session.patient());
+  if (!m_slices.empty()) {
+    options.slices = parseSlices(m_slices);
+  }
+  host::ScenePicture picture;
+  if (fiducials) {
+    const host::HeadFrame frame(*fiducials);
+    warnOfAnotherHead(FileInfo(m_import.names().front(), session), *fiducials);
+    const host::Volume volume = readMri();
+    picture = host::drawScene(session.collection(), host::SceneHead{volume, frame}, options);
+  } else {
+    picture = host::drawScene(session.collection(), std::nullopt, options);
+  }
+  writePng(picture.image, m_output);
+  warnOfMissing(picture.report);
+}
+
 int DrawCommand::run() const {
   if (wouldOverwriteInput()) {
     return exitUsage;
   }
-  const host::Fiducials fiducials = readFiducials(m_fiducials);
+  std::optional<host::Fiducials> fiducials;
+  if (!m_fiducials.empty()) {
+    fiducials = readFiducials(m_fiducials);
+  }
   ImportSession session(m_import.files(), m_import.answers());
   if (session.collection().m_totalDipoles == 0) {
     tell("nothing to draw: no dipole was imported");
     return exitFailure;
   }
-  draw(session, fiducials);
+  if (m_scene.isWanted()) {
+    drawScene(session, fiducials);
+  } else {
+    drawSlices(session, fiducials.value());
+  }
   return session.isComplete() ? exitDone : exitFailure;
 }
 

@@ -1,13 +1,15 @@
-// `dipole draw`: slices through an MRI with the dipoles over them, as a PNG picture.
+// `dipole draw`: slices through an MRI with the dipoles over them, or a 3D picture of them, as a PNG picture.
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "host/SlicePicture.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
+#include "tool/SceneOptions.h"
 
 namespace tool {
 
@@ -24,12 +26,16 @@ class DrawCommand {
   int run() const;
 
  private:
-  void draw(ImportSession& session, const host::Fiducials& fiducials) const;
+  void checkArguments() const;
+  void drawSlices(ImportSession& session, const host::Fiducials& fiducials) const;
+  void drawScene(const ImportSession& session, const std::optional<host::Fiducials>& fiducials) const;
+  host::Volume readMri() const;
   std::vector<host::SliceRequest> requests(const ImportSession& session) const;
   bool wouldOverwriteInput() const;
 
   CLI::App* m_command;
   ImportOptions m_import;
+  SceneOptions m_scene;
   std::string m_mri;
   std::string m_fiducials;
   std::string m_slices;

@@ -1,0 +1,46 @@
+// The texts of the pictures: fonts, colours, and lines below each other.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/Image.h"
+#include "host/StrokeFont.h"
+
+namespace host {
+
+constexpr Rgb pictureBackground{14, 17, 22};
+constexpr Rgb ink{226, 230, 236};
+constexpr Rgb quietInk{150, 158, 170};
+constexpr Rgb warningInk{255, 190, 70};
+constexpr Rgb letterInk{255, 255, 255};
+
+[[nodiscard]] const StrokeFont& headFont();
+[[nodiscard]] const StrokeFont& textFont();
+[[nodiscard]] const StrokeFont& noteFont();
+[[nodiscard]] const StrokeFont& letterFont();  // of the side letters
+
+constexpr int lineGap = 4;  // pixels between two lines
+
+// Lines of text from the top down, broken where they would be too wide.
+class TextBlock {
+ public:
+  explicit TextBlock(int widest) : m_widest(widest) {}
+
+  void add(const StrokeFont& font, std::string_view text, Rgb colour);
+  [[nodiscard]] int height() const;
+  void draw(Image& image, int left, int top) const;
+
+ private:
+  struct Line {
+    const StrokeFont* font;
+    std::string text;
+    Rgb colour;
+  };
+
+  int m_widest;
+  std::vector<Line> m_lines;
+};
+
+}  // namespace host

@@ -1,0 +1,147 @@
+#include "host/ScenePainter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <numbers>
+
+#include "host/SceneLine.h"
+#include "host/SolidShapes.h"
+
+namespace host {
+
+namespace {
+
+constexpr Rgb sphereColour{120, 150, 190};
+// So many dipoles are drawn before it is worth knowing which parts of the picture are full; then twice as many.
+constexpr std::size_t firstSummary = 512;
+
+std::uint8_t mix(std::uint8_t one, std::uint8_t other, double part) {
+  return static_cast<std::uint8_t>(one + (other - one) * part + 0.5);
+}
+
+Rgb faded(Rgb colour, double depth, const SceneStyle& style) {
+  const double part = style.fade * std::clamp(0.5 + 0.5 * depth / style.fadeReach, 0.0, 1.0);
+  return {mix(colour.red, style.background.red, part), mix(colour.green, style.background.green, part),
+          mix(colour.blue, style.background.blue, part)};
+}
+
+ArrowShape arrowShape(double ballRadius) {
+  return {0.3 * ballRadius, 0.8 * ballRadius, 2.4 * ballRadius};
+}
+
+void drawCircle(DepthPicture& picture, const SceneCamera& camera, const SceneSphere& sphere,
+                const Vector3& first, const Vector3& second, const LineStyle& line) {
+  constexpr int corners = 96;
+  ScreenPoint before = camera.project(sphere.centre + first * sphere.radius);
+  for (int i = 1; i <= corners; ++i) {
+    const double angle = 2.0 * std::numbers::pi * i / corners;
+    const Vector3 spoke = first * std::cos(angle) + second * std::sin(angle);
+    const ScreenPoint next = camera.project(sphere.centre + spoke * sphere.radius);
+    drawLine(picture, before, next, line);
+    before = next;
+  }
+}
+
+// Its outline, and the circles in which the three planes of the head's axes cut it.
+void drawSphere(DepthPicture& picture, const SceneCamera& camera, const SceneSphere& sphere, double width) {
+  const LineStyle outline{sphereColour, width, 0.8, 0.25};
+  const LineStyle inside{sphereColour, width, 0.35, 0.1};
+  drawCircle(picture, camera, sphere, camera.right(), camera.up(), outline);
+  drawCircle(picture, camera, sphere, {1, 0, 0}, {0, 1, 0}, inside);
+  drawCircle(picture, camera, sphere, {0, 1, 0}, {0, 0, 1}, inside);
+  drawCircle(picture, camera, sphere, {0, 0, 1}, {1, 0, 0}, inside);
+}
+
+}  // namespace
+
+Rgb fiducialColour(char letter) {
+  switch (letter) {
+    case 'L':
+      return {90, 150, 255};
+    case 'R':
+      return {255, 90, 90};
+    default:
+      return {90, 220, 120};
+  }
+}
+
+double ballRadiusIn(const SceneCamera& camera, const SceneStyle& style) {
+  constexpr double leastPixels = 1.5;
+  return (std::max)(style.ballRadius, leastPixels / camera.scale());
+}
+
+void ScenePainter::place(const DipoleScene& scene, const SceneCamera& camera) {
+  m_placed.clear();
+  for (const SceneDipole& dipole : scene.dipoles)
+    m_placed.push_back({&dipole, camera.project(dipole.place)});
+  // The nearest first: what they hide costs little then. Equals stay in the order of their slots.
+  std::sort(m_placed.begin(), m_placed.end(), [](const Placed& one, const Placed& other) {
+    return one.at.depth != other.at.depth ? one.at.depth < other.at.depth
+                                          : one.dipole->slot < other.dipole->slot;
+  });
+}
+
+void ScenePainter::paint(DepthPicture& picture, const DipoleScene& scene,
+                         const std::vector<SlicePlane>& planes, const SceneCamera& camera,
+                         const SceneStyle& style) {
+  picture.clear(style.background);
+  for (const SlicePlane& plane : planes)
+    plane.draw(picture, camera);
+  place(scene, camera);
+  const double radius = ballRadiusIn(camera, style);
+  const ArrowShape shape = arrowShape(radius);
+  std::size_t count = 0;
+  std::size_t nextSummary = firstSummary;
+  for (const Placed& placed : m_placed) {
+    if (++count == nextSummary) {
+      picture.summarise();
+      nextSummary += nextSummary / 2;
+    }
+    const Rgb colour = faded(placed.dipole->colour, placed.at.depth, style);
+    drawBall(picture, placed.at, radius * camera.scale(), radius, colour);
+    if (style.showArrows)
+      drawArrow(picture, camera, placed.dipole->place, placed.dipole->place + placed.dipole->arrow, shape,
+                colour);
+  }
+  for (const SceneFiducial& fiducial : scene.fiducials)
+    drawBall(picture, camera.project(fiducial.place), fiducialRadius * camera.scale(), fiducialRadius,
+             fiducialColour(fiducial.letter));
+  if (style.showSphere && scene.sphere)
+    drawSphere(picture, camera, *scene.sphere, style.lineWidth);
+}
+
+int pickDipole(const DipoleScene& scene, const std::vector<SlicePlane>& planes, const SceneCamera& camera,
+               const SceneStyle& style, int column, int row) {
+  const double x = column + 0.5;
+  const double y = row + 0.5;
+  const double radius = ballRadiusIn(camera, style);
+  const double pixels = radius * camera.scale();
+  double nearest = std::numeric_limits<double>::infinity();
+  int slot = -1;
+  for (const SceneDipole& dipole : scene.dipoles) {
+    const ScreenPoint at = camera.project(dipole.place);
+    const double square = pixels * pixels - (x - at.column) * (x - at.column) - (y - at.row) * (y - at.row);
+    if (!(square >= 0.0))
+      continue;
+    const double depth = at.depth - std::sqrt(square) / camera.scale();
+    if (depth < nearest) {
+      nearest = depth;
+      slot = dipole.slot;
+    }
+  }
+  const auto hides = [&](const SlicePlane& plane) { return plane.depthAt(camera, x, y) < nearest; };
+  return std::any_of(planes.begin(), planes.end(), hides) ? -1 : slot;
+}
+
+bool isBehindSlice(const SceneDipole& dipole, const std::vector<SlicePlane>& planes,
+                   const SceneCamera& camera, const SceneStyle& style) {
+  const ScreenPoint at = camera.project(dipole.place);
+  const double nearest = at.depth - ballRadiusIn(camera, style);
+  return std::any_of(planes.begin(), planes.end(), [&](const SlicePlane& plane) {
+    return plane.depthAt(camera, at.column, at.row) < nearest;
+  });
+}
+
+}  // namespace host
