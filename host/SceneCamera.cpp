@@ -10,7 +10,7 @@ namespace host {
 namespace {
 
 constexpr double leastScale = 0.05;
-constexpr double mostScale = 50.0;
+constexpr double mostScale = 20.0;
 constexpr double farthestPan = 1000.0;  // mm
 
 void mustBeFinite(bool isFine) {

@@ -58,7 +58,7 @@ class SceneCamera {
   void setCentre(const Vector3& head);
   [[nodiscard]] const Vector3& centre() const { return m_centre; }
 
-  // Pixels per mm, 0.05 to 50: beyond, the nearer end.
+  // Pixels per mm, 0.05 to 20: beyond, the nearer end.
   void setScale(double pixelsPerMm);
   [[nodiscard]] double scale() const { return m_scale; }
   // Enlarges; what is in the middle of the picture stays there.

@@ -105,7 +105,7 @@ ScreenPoint faceOf(const Vector3& centre, double radius, const SceneCamera& came
   return at;
 }
 
-// Only where its ball is seen: else the name would stand at another ball.
+// Only where its circle is seen: else the name would stand at another one.
 void drawFiducialNames(Image& image, const DipoleScene& scene, const std::vector<SlicePlane>& planes,
                        const SceneCamera& camera, const SceneStyle& style) {
   for (const SceneFiducial& fiducial : scene.fiducials) {

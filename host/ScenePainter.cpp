@@ -27,6 +27,13 @@ Rgb faded(Rgb colour, double depth, const SceneStyle& style) {
           mix(colour.blue, style.background.blue, part)};
 }
 
+constexpr double endless = std::numeric_limits<double>::infinity();
+
+// Of many dipoles in one place, such as copies, the first hides the others.
+bool isInPlaceOf(const ScreenPoint& one, const ScreenPoint& other) {
+  return one.depth == other.depth && one.column == other.column && one.row == other.row;
+}
+
 ArrowShape arrowShape(double ballRadius) {
   return {0.3 * ballRadius, 0.8 * ballRadius, 2.4 * ballRadius};
 }
@@ -52,6 +59,17 @@ void drawSphere(DepthPicture& picture, const SceneCamera& camera, const SceneSph
   drawCircle(picture, camera, sphere, {1, 0, 0}, {0, 1, 0}, inside);
   drawCircle(picture, camera, sphere, {0, 1, 0}, {0, 0, 1}, inside);
   drawCircle(picture, camera, sphere, {0, 0, 1}, {1, 0, 0}, inside);
+}
+
+// Circles, because nothing may hide a dipole that is no part of the head; the nearest over the others.
+void drawFiducials(DepthPicture& picture, const SceneCamera& camera, const DipoleScene& scene, double width) {
+  std::vector<SceneFiducial> fiducials = scene.fiducials;
+  std::sort(fiducials.begin(), fiducials.end(), [&](const SceneFiducial& one, const SceneFiducial& other) {
+    return camera.project(one.place).depth > camera.project(other.place).depth;
+  });
+  for (const SceneFiducial& fiducial : fiducials)
+    drawCircle(picture, camera, {fiducial.place, fiducialRadius}, camera.right(), camera.up(),
+               {fiducialColour(fiducial.letter), 2.0 * width, 1.0, 0.0});
 }
 
 }  // namespace
@@ -94,20 +112,21 @@ void ScenePainter::paint(DepthPicture& picture, const DipoleScene& scene,
   const ArrowShape shape = arrowShape(radius);
   std::size_t count = 0;
   std::size_t nextSummary = firstSummary;
+  ScreenPoint last{endless, endless, endless};
   for (const Placed& placed : m_placed) {
     if (++count == nextSummary) {
       picture.summarise();
       nextSummary += nextSummary / 2;
     }
     const Rgb colour = faded(placed.dipole->colour, placed.at.depth, style);
-    drawBall(picture, placed.at, radius * camera.scale(), radius, colour);
+    if (!isInPlaceOf(placed.at, last))
+      drawBall(picture, placed.at, radius * camera.scale(), radius, colour);
+    last = placed.at;
     if (style.showArrows)
       drawArrow(picture, camera, placed.dipole->place, placed.dipole->place + placed.dipole->arrow, shape,
                 colour);
   }
-  for (const SceneFiducial& fiducial : scene.fiducials)
-    drawBall(picture, camera.project(fiducial.place), fiducialRadius * camera.scale(), fiducialRadius,
-             fiducialColour(fiducial.letter));
+  drawFiducials(picture, camera, scene, style.lineWidth);
   if (style.showSphere && scene.sphere)
     drawSphere(picture, camera, *scene.sphere, style.lineWidth);
 }
@@ -118,7 +137,7 @@ int pickDipole(const DipoleScene& scene, const std::vector<SlicePlane>& planes, 
   const double y = row + 0.5;
   const double radius = ballRadiusIn(camera, style);
   const double pixels = radius * camera.scale();
-  double nearest = std::numeric_limits<double>::infinity();
+  double nearest = endless;
   int slot = -1;
   for (const SceneDipole& dipole : scene.dipoles) {
     const ScreenPoint at = camera.project(dipole.place);

@@ -21,7 +21,7 @@ struct SceneStyle {
   double lineWidth = 1.5;   // pixels
 };
 
-constexpr double fiducialRadius = 3.0;  // mm
+constexpr double fiducialRadius = 3.5;  // mm, of their circles
 // Green nasion, blue left ear, red right ear; by the letter of SceneFiducial.
 [[nodiscard]] Rgb fiducialColour(char letter);
 

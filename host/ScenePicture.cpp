@@ -137,7 +137,8 @@ std::vector<SliceRequest> slicesBehind(const DipoleScene& scene, const HeadBox& 
     const double side = camera.toViewer()[axis] >= 0.0 ? 1.0 : -1.0;  // where the viewer stands
     double position = (head.low[axis] + head.high[axis]) * 0.5;
     const auto stepBehind = [&](double mm) {
-      const double behind = mm - side * (style.ballRadius + 1.0);
+      // A whole mm, a little farther.
+      const double behind = side * std::floor(side * mm - style.ballRadius - 0.5);
       if (behind >= head.low[axis] && behind <= head.high[axis] && (behind - position) * side < 0.0)
         position = behind;
     };
@@ -260,7 +261,7 @@ TextBlock footerOf(const DipoleScene& scene, const std::vector<SlicePlane>& plan
   if (!slices.empty())
     footer.add(noteFont(), slices + ".", quietInk);
   if (!scene.fiducials.empty())
-    footer.add(noteFont(), "Small balls N, L, R: nasion and ears as the dipole file has them.", quietInk);
+    footer.add(noteFont(), "Circles N, L, R: nasion and ears as the dipole file has them.", quietInk);
   footer.add(noteFont(), sidesText(camera), quietInk);
   return footer;
 }
