@@ -23,10 +23,6 @@ def is_yellow(r, g, b):
     return r > 60 and abs(r - g) < 12 and 4 * b < r
 
 
-def middle(pixels):
-    return sum(p[0] for p in pixels) / len(pixels), sum(p[1] for p in pixels) / len(pixels)
-
-
 class SceneTest(ToolTest):
     def draw(self, rows, *options, head=False, code=0):
         """Draws these (x to the nose, y left, z up, cm) dipoles; returns (picture, result)."""
@@ -38,17 +34,6 @@ class SceneTest(ToolTest):
     def picture(self):
         with open(self.path("out.png"), "rb") as file:
             return Png(file.read())
-
-    def spot(self, rows, *options, head=False):
-        pixels = self.draw(rows, "--no-arrows", *options, head=head)[0].pixels(is_yellow)
-        self.assertGreater(len(pixels), 20)
-        return middle(pixels)
-
-    def step(self, view, second, head):
-        """How many pixels right and down the second dipole stands from one at the origin."""
-        pair = self.spot([(0, 0, 0), second], "--view", view, head=head)
-        alone = self.spot([(0, 0, 0), (0, 0, 0)], "--view", view, head=head)
-        return round(pair[0] - alone[0]), round(pair[1] - alone[1])
 
 
 class Places(SceneTest):
@@ -65,28 +50,21 @@ class Places(SceneTest):
         }
         for view, moves in expected.items():
             for second, (right, down) in moves.items():
-                # In one picture the one ball stands from the other by 120 pixels of half a millimetre.
-                picture, _ = self.draw([(0, 0, 0), second], "--no-arrows", "--view", view, head=True)
-                pixels = picture.pixels(is_yellow)
-                along = 0 if right else 1
-                low, high = min(p[along] for p in pixels), max(p[along] for p in pixels)
-                self.assertAlmostEqual(high - low, 120 + 10, delta=4, msg=view)
-                self.assertEqual(self.side_of_second(second, view, along), right or down, view)
-
-    def side_of_second(self, second, view, along):
-        """+1 or -1: where the larger ball of a second dipole, doubled by a third beside it, pulls the middle."""
-        beside = tuple(value * 0.9 for value in second)
-        picture, _ = self.draw([(0, 0, 0), second, beside], "--no-arrows", "--view", view, head=True)
-        pixels = picture.pixels(is_yellow)
-        low, high = min(p[along] for p in pixels), max(p[along] for p in pixels)
-        return 1 if middle(pixels)[along] > (low + high) / 2 else -1
+                # A third dipole beside the second pulls the middle to that side.
+                beside = tuple(value * 0.9 for value in second)
+                picture, _ = self.draw([(0, 0, 0), second, beside], "--no-arrows", "--view", view,
+                                       "--mm-per-pixel", "1", head=True)
+                along = [p[0 if right else 1] for p in picture.pixels(is_yellow)]
+                self.assertAlmostEqual(max(along) - min(along), 60 + 5, delta=3, msg=view)
+                side = 1 if sum(along) / len(along) > (max(along) + min(along)) / 2 else -1
+                self.assertEqual(side, right or down, (view, second))
 
     def test_angles_are_the_views(self):
         rows = [(1, 3, 2), (-2, -4, 5)]
         for view, angles in (("left", "90,0"), ("right", "-90,0"), ("back", "180,0"), ("top", "180,90"),
                              ("bottom", "0,-90"), ("front", "0,0"), ("right", "270,0")):
-            one = self.draw(rows, "--view", view)[0].rows
-            self.assertEqual(self.draw(rows, "--angles", angles)[0].rows, one, view)
+            one = self.draw(rows, "--view", view, "--mm-per-pixel", "2")[0].rows
+            self.assertEqual(self.draw(rows, "--angles", angles, "--mm-per-pixel", "2")[0].rows, one, view)
 
     def test_the_front_is_what_is_drawn_without_a_view(self):
         rows = [(1, 3, 2), (-2, -4, 5)]
