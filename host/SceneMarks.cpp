@@ -112,7 +112,7 @@ void drawFiducialNames(Image& image, const DipoleScene& scene, const std::vector
     const ScreenPoint at = faceOf(fiducial.place, fiducialRadius, camera);
     if (isHidden(at, scene, planes, camera, style))
       continue;
-    const double above = fiducialRadius * camera.scale() + textFont().lineHeight() * 0.5;
+    const double above = fiducialRadiusIn(camera, style) * camera.scale() + textFont().lineHeight() * 0.5;
     drawText(image, textFont(), at.column, at.row - above, std::string(1, fiducial.letter),
              fiducialColour(fiducial.letter));
   }

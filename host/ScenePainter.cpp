@@ -62,14 +62,16 @@ void drawSphere(DepthPicture& picture, const SceneCamera& camera, const SceneSph
 }
 
 // Circles, because nothing may hide a dipole that is no part of the head; the nearest over the others.
-void drawFiducials(DepthPicture& picture, const SceneCamera& camera, const DipoleScene& scene, double width) {
+void drawFiducials(DepthPicture& picture, const SceneCamera& camera, const DipoleScene& scene,
+                   const SceneStyle& style) {
+  const double radius = fiducialRadiusIn(camera, style);
   std::vector<SceneFiducial> fiducials = scene.fiducials;
   std::sort(fiducials.begin(), fiducials.end(), [&](const SceneFiducial& one, const SceneFiducial& other) {
     return camera.project(one.place).depth > camera.project(other.place).depth;
   });
   for (const SceneFiducial& fiducial : fiducials)
-    drawCircle(picture, camera, {fiducial.place, fiducialRadius}, camera.right(), camera.up(),
-               {fiducialColour(fiducial.letter), 2.0 * width, 1.0, 0.0});
+    drawCircle(picture, camera, {fiducial.place, radius}, camera.right(), camera.up(),
+               {fiducialColour(fiducial.letter), 1.5 * style.lineWidth, 1.0, 0.0});
 }
 
 }  // namespace
@@ -88,6 +90,10 @@ Rgb fiducialColour(char letter) {
 double ballRadiusIn(const SceneCamera& camera, const SceneStyle& style) {
   constexpr double leastPixels = 1.5;
   return (std::max)(style.ballRadius, leastPixels / camera.scale());
+}
+
+double fiducialRadiusIn(const SceneCamera& camera, const SceneStyle& style) {
+  return (std::max)(fiducialRadius, 4.0 * style.lineWidth / camera.scale());
 }
 
 void ScenePainter::place(const DipoleScene& scene, const SceneCamera& camera) {
@@ -126,7 +132,7 @@ void ScenePainter::paint(DepthPicture& picture, const DipoleScene& scene,
       drawArrow(picture, camera, placed.dipole->place, placed.dipole->place + placed.dipole->arrow, shape,
                 colour);
   }
-  drawFiducials(picture, camera, scene, style.lineWidth);
+  drawFiducials(picture, camera, scene, style);
   if (style.showSphere && scene.sphere)
     drawSphere(picture, camera, *scene.sphere, style.lineWidth);
 }

@@ -29,6 +29,9 @@ constexpr double fiducialRadius = 3.5;  // mm, of their circles
 // pixels, so that no dipole falls between the pixels.
 [[nodiscard]] double ballRadiusIn(const SceneCamera& camera, const SceneStyle& style);
 
+// The radius of the fiducials' circles, mm: larger where few pixels would leave no room for a dipole inside.
+[[nodiscard]] double fiducialRadiusIn(const SceneCamera& camera, const SceneStyle& style);
+
 class ScenePainter {
  public:
   // Clears the picture and draws. The camera must be of the picture's size.

@@ -1,4 +1,5 @@
-// Turning a full set in 3D beside a plain loop that clears and fills the same buffers.
+// Turning a full set in 3D beside a plain loop that clears and fills the same buffers. A viewer wants 20 pictures
+// a second: 50 ms each. The plain loop takes about a quarter of a millisecond where that is met.
 #include <afxwin.h>
 
 #include <cstdio>
@@ -70,7 +71,7 @@ bool benchView(const std::string& what, const host::DipoleScene& scene,
   const std::string title = "3D picture of 800 x 800, 30000 dipoles with arrows, " + what;
   return compare(title,
                  {{"paint", turn, paint}, {"clear and fill the buffers", {}, [&] { plain.clearAndFill(); }}},
-                 {{1, 60.0, false}}, rounds);
+                 {{1, 300.0, false}}, rounds);
 }
 
 }  // namespace
