@@ -1,5 +1,5 @@
-// Turning a full set in 3D beside a plain loop that clears and fills the same buffers. A viewer wants 20 pictures
-// a second: 50 ms each. The plain loop takes about a quarter of a millisecond where that is met.
+// Turning a full set in 3D beside a plain loop that clears and fills the same buffers. A viewer wants 20
+// pictures a second, 50 ms each; the plain loop takes about a quarter of a millisecond where that is met.
 #include <afxwin.h>
 
 #include <cstdio>
