@@ -18,7 +18,7 @@ constexpr Rgb sphereColour{120, 150, 190};
 constexpr std::size_t firstSummary = 512;
 
 std::uint8_t mix(std::uint8_t one, std::uint8_t other, double part) {
-  return static_cast<std::uint8_t>(one + (other - one) * part + 0.5);
+  return static_cast<std::uint8_t>(std::lround(one + (other - one) * part));
 }
 
 Rgb faded(Rgb colour, double depth, const SceneStyle& style) {

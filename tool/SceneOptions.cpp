@@ -16,6 +16,7 @@ constexpr double mostPitch = 90.0;  // degrees
 
 std::vector<std::string> standpointNames() {
   std::vector<std::string> names;
+  names.reserve(host::allStandpoints.size());
   for (const host::Standpoint standpoint : host::allStandpoints) {
     names.emplace_back(host::nameOf(standpoint));
   }

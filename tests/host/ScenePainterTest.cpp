@@ -68,6 +68,7 @@ struct Chance {
 
 DipoleScene randomScene(Chance& chance, int count) {
   std::vector<Vector3> places;
+  places.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i)
     places.push_back({chance(-60, 60), chance(-60, 60), chance(-60, 60)});
   return sceneWith(places);
