@@ -1,0 +1,183 @@
+// The history keeps to its memory, and the set stays whole when memory is used up.
+#include <gtest/gtest.h>
+#include <memory>
+
+#include "collection/SelectedDipoles.h"
+#include "tests/host/WholeSet.h"
+#include "tests/sweep/FaultSweep.h"
+#include "tests/sweep/SweptSets.h"
+
+namespace {
+
+using host::UndoHistory;
+
+using Command = void (*)(CDipoleFace9File&);
+
+void deleteSome(CDipoleFace9File& set) {
+  deleteDipoles(set, {0, 2});
+}
+
+void clearAll(CDipoleFace9File& set) {
+  set.cleanDipoles();
+}
+
+void sortAndName(CDipoleFace9File& set) {
+  set.sortDipoles(8);
+  nameDipoles(set, {0, 1}, _T("a new name that needs memory of its own"));
+  set.m_patient = _T("a new name that needs memory of its own");
+}
+
+void addTwo(CDipoleFace9File& set) {
+  set.addDipole();
+  set.setDipoleName(-1, _T("a label that needs memory of its own"));
+  set.addDipole();
+}
+
+// What a step holds of a set of long random labels.
+Set longLabels(int count, int length) {
+  auto set = std::make_unique<CDipoleFace9File>();
+  for (int i = 0; i < count; ++i) {
+    set->addDipole();
+    CString label(_T('m'), length);
+    label.SetAt(i % length, _T('n'));
+    set->setDipoleName(-1, label);
+  }
+  return set;
+}
+
+}  // namespace
+
+TEST(UndoHistoryMemory, WithoutItRecordingChangesNothing) {
+  for (const Command command : {deleteSome, clearAll, sortAndName, addTwo}) {
+    sweep("undo: record", memoryFaults(), [command](Fault& fault) {
+      const Set set = sweptSet(4);
+      UndoHistory history(*set);
+      const WholeSet before = wholeSet(*set);
+      command(*set);
+      const WholeSet after = wholeSet(*set);
+      auto outcome = UndoHistory::Recorded::nothing;
+      const CString name = _T("a command with a long name");
+      fault.during([&] { outcome = history.record(name); });
+      EXPECT_EQ(fault.escaped(), Escaped::nothing);
+      EXPECT_TRUE(isSame(wholeSet(*set), after));
+      EXPECT_EQ(outcome, fault.happened() ? UndoHistory::Recorded::noMemory : recordedStep);
+      EXPECT_EQ(history.undoSteps(), fault.happened() ? 0U : 1U);
+      if (fault.happened()) {
+        EXPECT_EQ(history.record(name), recordedStep);
+      }
+      EXPECT_EQ(history.undo(), moved);
+      EXPECT_TRUE(isSame(wholeSet(*set), before));
+    });
+  }
+}
+
+TEST(UndoHistoryMemory, WithoutItUndoAndRedoChangeNothing) {
+  for (const Command command : {deleteSome, clearAll, sortAndName, addTwo}) {
+    for (const bool isRedo : {false, true}) {
+      sweep(isRedo ? "undo: redo" : "undo: undo", memoryFaults(), [command, isRedo](Fault& fault) {
+        const Set set = sweptSet(4);
+        UndoHistory history(*set);
+        const WholeSet before = wholeSet(*set);
+        command(*set);
+        const WholeSet after = wholeSet(*set);
+        EXPECT_EQ(history.record(_T("a command with a long name")), recordedStep);
+        if (isRedo) {
+          EXPECT_EQ(history.undo(), moved);
+        }
+        const auto move = [&] { return isRedo ? history.redo() : history.undo(); };
+        auto outcome = UndoHistory::Moved::nothing;
+        fault.during([&] { outcome = move(); });
+        EXPECT_EQ(fault.escaped(), Escaped::nothing);
+        if (fault.happened()) {
+          EXPECT_EQ(outcome, UndoHistory::Moved::noMemory);
+          EXPECT_TRUE(isSame(wholeSet(*set), isRedo ? before : after));
+          outcome = move();
+        }
+        EXPECT_EQ(outcome, moved);
+        EXPECT_TRUE(isSame(wholeSet(*set), isRedo ? after : before));
+        expectUsable(*set);
+      });
+    }
+  }
+}
+
+TEST(UndoHistoryMemory, TheBudgetLetsTheOldestStepsGo) {
+  const Set set = longLabels(100, 1000);
+  UndoHistory history(*set, std::size_t{2} * 1024 * 1024);
+  for (int step = 0; step < 40; ++step) {
+    for (int slot = 0; slot < 100; ++slot) {
+      set->m_dipoles[slot]->m_label.SetAt(step, static_cast<TCHAR>(0x100 + step));
+    }
+    ASSERT_EQ(history.record(_T("Name")), recordedStep);
+    ASSERT_LE(history.bytes(), std::size_t{2} * 1024 * 1024);
+  }
+  EXPECT_GT(history.undoSteps(), 5U);
+  EXPECT_LT(history.undoSteps(), 40U);
+  EXPECT_EQ(history.undoSteps() + history.droppedSteps(), 40U);
+  const std::size_t steps = history.undoSteps();
+  for (std::size_t undone = 0; undone < steps; ++undone) {
+    EXPECT_EQ(set->m_dipoles[7]->m_label[static_cast<int>(39 - undone)],
+              static_cast<TCHAR>(0x100 + 39 - undone));
+    ASSERT_EQ(history.undo(), moved);
+    EXPECT_NE(set->m_dipoles[7]->m_label[static_cast<int>(39 - undone)],
+              static_cast<TCHAR>(0x100 + 39 - undone));
+    ASSERT_LE(history.bytes(), std::size_t{2} * 1024 * 1024);
+  }
+  EXPECT_EQ(history.undo(), UndoHistory::Moved::nothing);
+}
+
+TEST(UndoHistoryMemory, UndoLetsTheFarthestRedoGo) {
+  const Set set = longLabels(100, 1000);
+  const std::size_t budget = std::size_t{2} * 1024 * 1024;
+  UndoHistory history(*set, budget);
+  // A state costs nothing as long as it is the state before: only the way back to the labels is large.
+  for (int step = 0; step < 6; ++step) {
+    nameDipoles(*set, {0, 1}, CString(static_cast<TCHAR>(_T('a') + step), 200'000));
+    history.record(_T("Name"));
+  }
+  const std::size_t kept = history.undoSteps();
+  ASSERT_GT(kept, 1U);
+  for (std::size_t i = 0; i < kept; ++i) {
+    ASSERT_EQ(history.undo(), moved);
+    ASSERT_LE(history.bytes(), budget);
+  }
+  EXPECT_EQ(history.redo(), moved);
+}
+
+TEST(UndoHistoryMemory, AStepBeyondTheBudgetIsSaid) {
+  const Set set = longLabels(2000, 1000);
+  UndoHistory history(*set, std::size_t{5} * 1024 * 1024);
+  set->setDipoleColor(0, 3);
+  EXPECT_EQ(history.record(_T("Colour")), recordedStep);
+  set->cleanDipoles();
+  EXPECT_EQ(history.record(_T("Clear")), recordedStep) << "the set is gone: there is room for it now";
+  ASSERT_EQ(history.undo(), moved);
+  const Set larger = longLabels(6000, 1000);
+  UndoHistory small(*larger, std::size_t{5} * 1024 * 1024);
+  larger->cleanDipoles();
+  EXPECT_EQ(small.record(_T("Clear")), UndoHistory::Recorded::tooLarge);
+  EXPECT_EQ(small.undo(), UndoHistory::Moved::nothing);
+  EXPECT_EQ(small.undoText(), _T("Undo"));
+  EXPECT_EQ(small.droppedSteps(), 1U);
+}
+
+TEST(UndoHistoryMemory, AFullTableComesBack) {
+  auto set = std::make_unique<CDipoleFace9File>();
+  for (int i = 0; i < DipoleTable::capacity; ++i) {
+    set->addDipoleF(static_cast<float>((i * 7919) % 30011), 0.0F, 1.0F);
+    set->m_dipoles[i]->m_id = i;
+  }
+  UndoHistory history(*set);
+  const std::string full = currentBytes(*set);
+  set->sortDipoles(2);
+  ASSERT_EQ(history.record(_T("Sort")), recordedStep);
+  const std::string sorted = currentBytes(*set);
+  set->cleanDipoles();
+  ASSERT_EQ(history.record(_T("Clear")), recordedStep);
+  ASSERT_EQ(history.undo(), moved);
+  EXPECT_TRUE(currentBytes(*set) == sorted);
+  ASSERT_EQ(history.undo(), moved);
+  EXPECT_TRUE(currentBytes(*set) == full);
+  ASSERT_EQ(history.redo(), moved);
+  EXPECT_TRUE(currentBytes(*set) == sorted);
+}
