@@ -10,3 +10,4 @@ bool benchView3D();
 bool benchArchive();
 bool benchScene();
 bool benchMemory();
+bool benchHistory();

@@ -18,5 +18,6 @@ int main() {
   allMet &= benchArchive();
   allMet &= benchScene();
   allMet &= benchMemory();
+  allMet &= benchHistory();
   return allMet ? 0 : 1;
 }

@@ -1,0 +1,35 @@
+// Which dipoles pass limits of fit error, moment and latency.
+//
+// Limits are set or not; both ends of a window pass. A value that is not a number passes no limit that is
+// set, and a limit that is not a number lets nothing pass: what cannot be judged is not shown as if it were
+// within the limits.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "module/dipole.h"
+
+namespace host {
+
+struct ValueLimits {
+  std::optional<double> least;
+  std::optional<double> most;
+
+  [[nodiscard]] bool isSet() const { return least.has_value() || most.has_value(); }
+  [[nodiscard]] bool pass(double value) const;
+};
+
+struct DipoleFilter {
+  ValueLimits fitError;  // percent
+  ValueLimits moment;    // nAm, or the unit of the set's file; its sign counts
+  ValueLimits latency;   // ms
+
+  [[nodiscard]] bool isSet() const { return fitError.isSet() || moment.isSet() || latency.isSet(); }
+  [[nodiscard]] bool passes(const CDipoles& dipole) const;
+};
+
+// The slots of the dipoles that pass, ascending; empty slots do not.
+[[nodiscard]] std::vector<int> passingSlots(const CDipoleFace& set, const DipoleFilter& filter);
+
+}  // namespace host

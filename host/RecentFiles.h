@@ -1,0 +1,37 @@
+// The files that were opened last, for a menu: newest first, none twice.
+#pragma once
+
+#include <afx.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace host {
+
+// Which spellings are one file.
+enum class PathRule {
+  exact,   // none but the same
+  windows  // upper and lower case are alike (Latin, Greek and Cyrillic letters), as are slash and backslash
+};
+
+class RecentFiles {
+ public:
+  static constexpr std::size_t most = 8;
+
+  RecentFiles();  // by the rule of the system
+  explicit RecentFiles(PathRule rule) : m_rule(rule) {}
+
+  // Puts a full path in front, as it is spelled now; the oldest one goes when there are too many. An empty
+  // path is left out.
+  void add(const CString& path);
+  // For a file that is no longer there.
+  void remove(const CString& path);
+
+  [[nodiscard]] const std::vector<CString>& paths() const { return m_paths; }
+
+ private:
+  PathRule m_rule;
+  std::vector<CString> m_paths;
+};
+
+}  // namespace host
