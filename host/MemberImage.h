@@ -151,7 +151,7 @@ struct DipoleColumns {
 
   template <typename List>
   constexpr void addEach(const List& list) {
-    std::apply([this](auto... member) { (add(member), ...); }, list);
+    std::apply([this](auto... member) { (this->add(member), ...); }, list);
   }
 };
 

@@ -1,5 +1,5 @@
-// A column of values of one width, packed by bytes: all first bytes, then all second bytes, and so on, where a
-// row of bytes that are all the same takes one. So a column of equal values costs next to nothing, numbers
+// A column of values of one width, packed by bytes: all first bytes, then all second bytes, and so on, where
+// a row of bytes that are all the same takes one. So a column of equal values costs next to nothing, numbers
 // that were read in single precision and held in double cost five bytes, and small counts two.
 #pragma once
 

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/Os.h"
-
 namespace host {
 
 namespace {
@@ -33,8 +31,6 @@ bool isSameFile(const CString& a, const CString& b, PathRule rule) {
 }
 
 }  // namespace
-
-RecentFiles::RecentFiles() : RecentFiles(pathSeparator == _T('\\') ? PathRule::windows : PathRule::exact) {}
 
 void RecentFiles::add(const CString& path) {
   if (path.IsEmpty())

@@ -8,7 +8,7 @@
 
 namespace host {
 
-// Which spellings are one file.
+// Which spellings are one file on the system of the list.
 enum class PathRule {
   exact,   // none but the same
   windows  // upper and lower case are alike (Latin, Greek and Cyrillic letters), as are slash and backslash
@@ -18,7 +18,6 @@ class RecentFiles {
  public:
   static constexpr std::size_t most = 8;
 
-  RecentFiles();  // by the rule of the system
   explicit RecentFiles(PathRule rule) : m_rule(rule) {}
 
   // Puts a full path in front, as it is spelled now; the oldest one goes when there are too many. An empty

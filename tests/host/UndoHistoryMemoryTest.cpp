@@ -33,7 +33,7 @@ void addTwo(CDipoleFace9File& set) {
   set.addDipole();
 }
 
-// What a step holds of a set of long random labels.
+// Dipoles with labels of so many units, one apart from the next.
 Set longLabels(int count, int length) {
   auto set = std::make_unique<CDipoleFace9File>();
   for (int i = 0; i < count; ++i) {
@@ -101,6 +101,34 @@ TEST(UndoHistoryMemory, WithoutItUndoAndRedoChangeNothing) {
   }
 }
 
+TEST(UndoHistoryMemory, WithoutItNoStepIsLostBehindAnUnrecordedChange) {
+  sweep("undo: behind an unrecorded change", memoryFaults(), [](Fault& fault) {
+    const Set set = sweptSet(4);
+    UndoHistory history(*set);
+    const WholeSet first = wholeSet(*set);
+    deleteSome(*set);
+    EXPECT_EQ(history.record(_T("Delete")), recordedStep);
+    sortAndName(*set);
+    EXPECT_EQ(history.record(_T("Name")), recordedStep);
+    const WholeSet last = wholeSet(*set);
+    EXPECT_EQ(history.undo(), moved);
+    set->setDipoleName(0, _T("a label that was not recorded"));
+    const WholeSet unrecorded = wholeSet(*set);
+    auto outcome = UndoHistory::Moved::nothing;
+    fault.during([&] { outcome = history.undo(); });
+    EXPECT_EQ(outcome, fault.happened() ? UndoHistory::Moved::noMemory : moved);
+    EXPECT_TRUE(isSame(wholeSet(*set), fault.happened() ? unrecorded : first));
+    if (fault.happened()) {
+      EXPECT_EQ(history.undo(), moved);
+    }
+    EXPECT_TRUE(isSame(wholeSet(*set), first));
+    EXPECT_EQ(history.redo(), moved);
+    EXPECT_TRUE(isSame(wholeSet(*set), unrecorded));
+    EXPECT_EQ(history.redo(), moved);
+    EXPECT_TRUE(isSame(wholeSet(*set), last));
+  });
+}
+
 TEST(UndoHistoryMemory, TheBudgetLetsTheOldestStepsGo) {
   const Set set = longLabels(100, 1000);
   UndoHistory history(*set, std::size_t{2} * 1024 * 1024);
@@ -130,7 +158,7 @@ TEST(UndoHistoryMemory, UndoLetsTheFarthestRedoGo) {
   const Set set = longLabels(100, 1000);
   const std::size_t budget = std::size_t{2} * 1024 * 1024;
   UndoHistory history(*set, budget);
-  // A state costs nothing as long as it is the state before: only the way back to the labels is large.
+  // Each of these steps takes a quarter of the budget.
   for (int step = 0; step < 6; ++step) {
     nameDipoles(*set, {0, 1}, CString(static_cast<TCHAR>(_T('a') + step), 200'000));
     history.record(_T("Name"));

@@ -4,6 +4,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <vector>
 
 #include "collection/SelectedDipoles.h"
 #include "host/UndoHistory.h"
@@ -297,6 +298,48 @@ TEST(UndoHistory, WhatWasNotRecordedComesBackWithTheOppositeStep) {
   EXPECT_TRUE(isSame(wholeSet(*set), first));
   ASSERT_EQ(history.redo(), moved);
   EXPECT_TRUE(isSame(wholeSet(*set), unrecorded));
+}
+
+// The steps behind and ahead still lead to their own states when something was changed in between.
+TEST(UndoHistory, UnrecordedChangesBetweenStepsReachNoOtherState) {
+  const Set set = variedSet();
+  UndoHistory history(*set);
+  std::vector<WholeSet> states{wholeSet(*set)};
+  for (const int key : {1, 8, 2}) {
+    set->sortDipoles(key);
+    set->addDipole();
+    ASSERT_EQ(history.record(_T("Sort and add")), recordedStep);
+    states.push_back(wholeSet(*set));
+  }
+  ASSERT_EQ(history.undo(), moved);
+  set->cleanDipoles();
+  set->m_patient = _T("not recorded");
+  const WholeSet unrecorded = wholeSet(*set);
+  ASSERT_EQ(history.undo(), moved);
+  EXPECT_TRUE(isSame(wholeSet(*set), states[1]));
+  ASSERT_EQ(history.redo(), moved);
+  EXPECT_TRUE(isSame(wholeSet(*set), unrecorded));
+  ASSERT_EQ(history.redo(), moved);
+  EXPECT_TRUE(isSame(wholeSet(*set), states[3]));
+  set->m_dipoles[1]->m_selected = !set->m_dipoles[1]->m_selected;
+  ASSERT_EQ(history.undo(), moved);
+  set->deleteDipole(3, 0);
+  ASSERT_EQ(history.redo(), moved);
+  ASSERT_EQ(history.undo(), moved);
+  ASSERT_EQ(history.undo(), moved);
+  ASSERT_EQ(history.undo(), moved);
+  EXPECT_TRUE(isSame(wholeSet(*set), states[0]));
+}
+
+TEST(UndoHistory, DipolesMadeAnewWithTheSameValuesAreNoStep) {
+  const Set set = filledSet(3);
+  const std::string bytes = currentBytes(*set);
+  ASSERT_EQ(readCurrent(bytes, *set), 1);
+  UndoHistory history(*set);
+  ASSERT_EQ(readCurrent(bytes, *set), 1);
+  EXPECT_EQ(history.record(_T("Open")), recordedNothing);
+  set->setDipoleColor(0, 9);
+  EXPECT_EQ(history.record(_T("Colour")), recordedStep);
 }
 
 TEST(UndoHistory, ANewChangeEndsWhatCouldBeRedone) {
