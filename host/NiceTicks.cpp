@@ -66,8 +66,9 @@ std::vector<Tick> niceTicks(double low, double high, int most) {
     step = step.next();
   const Multiples multiples(step, low, high);
   std::vector<Tick> ticks;
-  for (double i = multiples.first; i <= multiples.last; i += 1.0) {
-    const double value = step.times(i) + 0.0;
+  const auto count = static_cast<int>(multiples.count());
+  for (int i = 0; i < count; ++i) {
+    const double value = step.times(multiples.first + i) + 0.0;
     ticks.push_back({value, textOf(value, step)});
   }
   return ticks;

@@ -1,6 +1,6 @@
 #include "host/RecentFiles.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace host {
 
@@ -32,12 +32,11 @@ bool isSameFile(const CString& a, const CString& b, PathRule rule) {
 
 }  // namespace
 
-void RecentFiles::add(const CString& path) {
+void RecentFiles::add(CString path) {
   if (path.IsEmpty())
     return;
-  const CString added = path;  // it may be one of these
-  remove(added);
-  m_paths.insert(m_paths.begin(), added);
+  remove(path);
+  m_paths.insert(m_paths.begin(), std::move(path));
   if (m_paths.size() > most)
     m_paths.pop_back();
 }

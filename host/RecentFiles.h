@@ -22,7 +22,7 @@ class RecentFiles {
 
   // Puts a full path in front, as it is spelled now; the oldest one goes when there are too many. An empty
   // path is left out.
-  void add(const CString& path);
+  void add(CString path);
   // For a file that is no longer there.
   void remove(const CString& path);
 

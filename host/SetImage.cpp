@@ -75,7 +75,7 @@ void writeNumbers(const DipoleImage& image, CDipoleszq& dipole) {
 
 std::size_t SetImage::bytes() const {
   std::size_t bytes = sizeof *this + textBytes(wide.texts) + slots.capacity() * sizeof slots[0] +
-                      dipoles.capacity() * sizeof dipoles[0] + objects.capacity() * sizeof objects[0];
+                      dipoles.capacity() * sizeof dipoles[0] + objects.capacity() * sizeof(void*);
   for (const DipoleImage& dipole : dipoles)
     bytes += textBytes(dipole.texts);
   return bytes;

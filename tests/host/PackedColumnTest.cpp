@@ -27,8 +27,8 @@ TEST(PackedColumn, GivesEveryWidthBack) {
     for (const std::size_t count : {0U, 1U, 2U, 100U}) {
       for (const unsigned mask : {0U, 1U, 0xFFU}) {
         std::vector<std::byte> bytes(width * count);
-        for (std::byte& byte : bytes) {
-          byte = static_cast<std::byte>(random() & mask);
+        for (std::byte& value : bytes) {
+          value = static_cast<std::byte>(random() & mask);
         }
         EXPECT_EQ(PackedColumn(bytes, width).bytes(), bytes) << width << " " << count;
       }
