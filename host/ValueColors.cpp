@@ -58,7 +58,7 @@ ValueColors::ValueColors(const CDipoleFace& set, DipoleValue value)
     : ValueColors(value, titleOf(value, set), robustRange(valuesOf(set, value))) {}
 
 Rgb ValueColors::colorOf(double value) const {
-  if (!m_range || std::isnan(value))
+  if (!m_range)
     return noValueColor;
   if (m_range->low == m_range->high && value == m_range->low)
     return scaleColor(0.5);

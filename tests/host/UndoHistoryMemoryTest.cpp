@@ -154,22 +154,40 @@ TEST(UndoHistoryMemory, TheBudgetLetsTheOldestStepsGo) {
   EXPECT_EQ(history.undo(), UndoHistory::Moved::nothing);
 }
 
+// Steps from one value for all dipoles to many values: small to undo, large to redo.
 TEST(UndoHistoryMemory, UndoLetsTheFarthestRedoGo) {
-  const Set set = longLabels(100, 1000);
-  const std::size_t budget = std::size_t{2} * 1024 * 1024;
-  UndoHistory history(*set, budget);
-  // Each of these steps takes a quarter of the budget.
-  for (int step = 0; step < 6; ++step) {
-    nameDipoles(*set, {0, 1}, CString(static_cast<TCHAR>(_T('a') + step), 200'000));
-    history.record(_T("Name"));
+  constexpr int dipoles = 2000;
+  const auto spread = [](CDipoleFace9File& set, double CDipoles::*member) {
+    for (int slot = 0; slot < dipoles; ++slot) {
+      set.m_dipoles[slot]->*member = 1.0 / (slot + 3.0);
+    }
+  };
+  const auto changeAll = [&](CDipoleFace9File& set, UndoHistory& history) {
+    for (const auto member : {&CDipoles::m_latency, &CDipoles::m_extraValue, &CDipoles::m_fitError,
+                              &CDipoles::m_moment, &CDipoles::m_scale, &CDipoles::m_orientationScale}) {
+      spread(set, member);
+      ASSERT_EQ(history.record(_T("Spread")), recordedStep);
+    }
+  };
+  const Set set = longLabels(dipoles, 3);
+  UndoHistory measured(*set);
+  changeAll(*set, measured);
+  const std::size_t budget = measured.bytes() + 40'000;  // two and a half columns
+  while (measured.undo() == moved) {
   }
-  const std::size_t kept = history.undoSteps();
-  ASSERT_GT(kept, 1U);
-  for (std::size_t i = 0; i < kept; ++i) {
-    ASSERT_EQ(history.undo(), moved);
+  UndoHistory history(*set, budget);
+  const std::string first = currentBytes(*set);
+  changeAll(*set, history);
+  ASSERT_EQ(history.droppedSteps(), 0U);
+  for (int i = 0; i < 6; ++i) {
+    ASSERT_EQ(history.undo(), moved) << i;
     ASSERT_LE(history.bytes(), budget);
   }
+  EXPECT_TRUE(currentBytes(*set) == first);
+  EXPECT_GT(history.droppedSteps(), 0U);
+  EXPECT_EQ(history.redoSteps() + history.droppedSteps(), 6U);
   EXPECT_EQ(history.redo(), moved);
+  EXPECT_EQ(set->m_dipoles[1]->m_latency, 0.25);
 }
 
 TEST(UndoHistoryMemory, AStepBeyondTheBudgetIsSaid) {
