@@ -1,5 +1,5 @@
-// A picture with the depth of every pixel: what is drawn nearer to the viewer hides what is farther. Depths are
-// mm away from the viewer, as SceneCamera gives them; empty pixels are infinitely far.
+// A picture with the depth of every pixel: what is drawn nearer to the viewer hides what is farther. Depths
+// are mm away from the viewer, as SceneCamera gives them; empty pixels are infinitely far.
 #pragma once
 
 #include <cstddef>
@@ -28,8 +28,8 @@ class DepthPicture {
 
   // Takes stock of how far each part of the picture is covered, for hides().
   void summarise();
-  // Whether anything inside of a box (pixels) at that depth or farther away would be hidden, as far as the last
-  // summary since the picture was cleared tells. What lies outside of the picture counts as hidden.
+  // Whether anything inside of a box (pixels) at that depth or farther away would be hidden, as far as the
+  // last summary since the picture was cleared tells. What lies outside of the picture counts as hidden.
   [[nodiscard]] bool hides(double left, double top, double right, double bottom, double nearest) const;
 
   // A row that lies inside, from its first pixel.

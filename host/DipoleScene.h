@@ -1,5 +1,5 @@
-// What a 3D picture shows of a dipole set, as plain values. All places are mm in the head frame (x left, y up,
-// z front).
+// What a 3D picture shows of a dipole set, as plain values. All places are mm in the head frame (x left, y
+// up, z front).
 //
 // Places are the stored locations: the module's query for display coordinates is inert by design, and the
 // whole-set translation and rotation, which only that query would apply, stay beside the set here as on the
@@ -45,10 +45,11 @@ struct DipoleScene {
 
 // By the module's own rules: nothing while the whole set is switched off; the current dipole alone, even when
 // its own switch is off, while m_showCurrentDipoleOnly; else every dipole with m_show. So `shown` agrees with
-// getTotalDipolesShowed wherever slots are filled. Arrows follow m_showOrientation and are m_orientationLength
-// mm long (at most 1000); an orientation without a length or a number gives none. The sphere is the one that
-// the fit used, m_sphereCtf; without it a sphere of m_sphereLocational's radius around the origin, because the
-// centre of that one is the set's translation. Fiducials stand while m_showFiducialPt.
+// getTotalDipolesShowed wherever slots are filled. Arrows follow m_showOrientation and are
+// m_orientationLength mm long (at most 1000); an orientation without a length or a number gives none. The
+// sphere is the one that the fit used, m_sphereCtf; without it a sphere of m_sphereLocational's radius around
+// the origin, because the centre of that one is the set's translation. Fiducials stand while
+// m_showFiducialPt.
 [[nodiscard]] DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles);
 
 // The dipole of a slot, null when it is not drawn.

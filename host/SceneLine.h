@@ -1,5 +1,5 @@
-// A smooth line of some thickness in a picture with depth, such as a circle of the head sphere. Lines are drawn
-// after everything solid: they mix with what is there and hide nothing themselves.
+// A smooth line of some thickness in a picture with depth, such as a circle of the head sphere. Lines are
+// drawn after everything solid: they mix with what is there and hide nothing themselves.
 #pragma once
 
 #include "host/DepthPicture.h"

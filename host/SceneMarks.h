@@ -1,5 +1,5 @@
-// What stands over a 3D picture and is never hidden: side letters, axes, scale bar, the names of the fiducials,
-// the ring around the current dipole.
+// What stands over a 3D picture and is never hidden: side letters, axes, scale bar, the names of the
+// fiducials, the ring around the current dipole.
 #pragma once
 
 #include <string>
@@ -20,8 +20,8 @@ namespace host {
 // The longest of 1, 2, 5, 10, 20, 50, 100, ... mm that takes no more than that many pixels.
 [[nodiscard]] double scaleBarMm(double pixelsPerMm, double mostPixels);
 
-// Draws all marks over a picture of the camera's size. The ring is bright where the current dipole's ball can be
-// seen, else grey.
+// Draws all marks over a picture of the camera's size. The ring is bright where the current dipole's ball can
+// be seen, else grey.
 void drawMarks(Image& image, const DipoleScene& scene, const std::vector<SlicePlane>& planes,
                const SceneCamera& camera, const SceneStyle& style);
 

@@ -14,7 +14,8 @@ namespace host {
 namespace {
 
 constexpr Rgb sphereColour{120, 150, 190};
-// So many dipoles are drawn before it is worth knowing which parts of the picture are full; then twice as many.
+// So many dipoles are drawn before it is worth knowing which parts of the picture are full; then twice as
+// many.
 constexpr std::size_t firstSummary = 512;
 
 std::uint8_t mix(std::uint8_t one, std::uint8_t other, double part) {

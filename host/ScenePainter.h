@@ -48,8 +48,8 @@ class ScenePainter {
   std::vector<Placed> m_placed;  // kept from picture to picture for its memory
 };
 
-// The slot of the dipole whose ball the pixel shows when nothing but balls and slices is drawn: the nearest to
-// the viewer, the lowest slot among equals; -1 when there is none or a slice hides it.
+// The slot of the dipole whose ball the pixel shows when nothing but balls and slices is drawn: the nearest
+// to the viewer, the lowest slot among equals; -1 when there is none or a slice hides it.
 [[nodiscard]] int pickDipole(const DipoleScene& scene, const std::vector<SlicePlane>& planes,
                              const SceneCamera& camera, const SceneStyle& style, int column, int row);
 

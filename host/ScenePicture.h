@@ -1,5 +1,5 @@
-// One 3D picture of a head and its dipoles, for a surgeon: it says from where it is seen, which side is which,
-// how long the scale bar is, and which dipoles it shows and which not.
+// One 3D picture of a head and its dipoles, for a surgeon: it says from where it is seen, which side is
+// which, how long the scale bar is, and which dipoles it shows and which not.
 #pragma once
 
 #include <optional>
@@ -42,7 +42,8 @@ struct SceneReport {
 
 // Such as "dipoles: 118 of 120".
 [[nodiscard]] std::string countText(const SceneReport& report);
-// What a reader must know besides, one sentence each; empty when every dipole of the set is drawn in the open.
+// What a reader must know besides, one sentence each; empty when every dipole of the set is drawn in the
+// open.
 [[nodiscard]] std::vector<std::string> warningTexts(const SceneReport& report);
 
 struct ScenePicture {
@@ -50,8 +51,8 @@ struct ScenePicture {
   SceneReport report;
 };
 
-// The picture is as large as what it shows: head, head sphere, dipoles, fiducials. Throws std::invalid_argument
-// when a number is out of its range.
+// The picture is as large as what it shows: head, head sphere, dipoles, fiducials. Throws
+// std::invalid_argument when a number is out of its range.
 [[nodiscard]] ScenePicture drawScene(const CDipoleFace3On3DView& dipoles,
                                      const std::optional<SceneHead>& head,
                                      const ScenePictureOptions& options);
