@@ -1,13 +1,11 @@
 #include "host/DipoleOverlay.h"
 
-#include <afxwin.h>
-
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
-#include <cstdint>
 #include <stdexcept>
 #include <vector>
+
+#include "host/BitmapCanvas.h"
 
 namespace host {
 
@@ -119,48 +117,6 @@ std::optional<PixelBox> boxAround(const std::vector<Square>& squares, int shift,
   return box;
 }
 
-// A picture as a bitmap of 32 bits that a device context can draw on: bytes blue, green, red, 0.
-class Canvas {
- public:
-  explicit Canvas(const Image& picture) : m_bytes(picture.pixels().size() * 4) {
-    std::size_t at = 0;
-    for (const Rgb& pixel : picture.pixels()) {
-      m_bytes[at++] = pixel.blue;
-      m_bytes[at++] = pixel.green;
-      m_bytes[at++] = pixel.red;
-      m_bytes[at++] = 0;
-    }
-    if (!m_bitmap.CreateBitmap(picture.width(), picture.height(), 1, 32, m_bytes.data()) ||
-        !m_dc.CreateCompatibleDC(nullptr))
-      throw std::runtime_error("there is no surface to draw the dipoles on");
-    m_previous = m_dc.SelectObject(&m_bitmap);
-    if (m_previous == nullptr)
-      throw std::runtime_error("there is no surface to draw the dipoles on");
-  }
-  ~Canvas() {
-    if (m_previous != nullptr)
-      m_dc.SelectObject(m_previous);
-  }
-  Canvas(const Canvas&) = delete;
-  Canvas& operator=(const Canvas&) = delete;
-
-  [[nodiscard]] CDC& dc() { return m_dc; }
-
-  void copyTo(Image& picture) {
-    m_bitmap.GetBitmapBits(static_cast<DWORD>(m_bytes.size()), m_bytes.data());
-    std::size_t at = 0;
-    for (int row = 0; row < picture.height(); ++row)
-      for (int column = 0; column < picture.width(); ++column, at += 4)
-        picture.setPixel(column, row, {m_bytes[at + 2], m_bytes[at + 1], m_bytes[at]});
-  }
-
- private:
-  std::vector<std::uint8_t> m_bytes;
-  CBitmap m_bitmap;
-  CDC m_dc;
-  CBitmap* m_previous = nullptr;
-};
-
 void drawSlice(CDipoleFace8Import01_CTF& dipoles, CDC& dc, View view, int slice) {
   constexpr int pixelsPerCell = 1;
   switch (view) {
@@ -196,7 +152,7 @@ OverlayReport drawDipoles(CDipoleFace8Import01_CTF& dipoles, const SliceGeometry
   report.squares = boxAround(squares, shift, picture);
   dipoles.setDimensionXYZ(geometry.pixels(0), geometry.pixels(1), geometry.pixels(2));
   dipoles.setSpaceXYZ(geometry.mmPerPixel(), geometry.mmPerPixel(), geometry.mmPerPixel());
-  Canvas canvas(picture);
+  BitmapCanvas canvas(picture);
   canvas.dc().SetViewportOrg(-shift, -shift);
   for (int slice = range.first; slice <= range.last; ++slice)
     drawSlice(dipoles, canvas.dc(), view, slice);

@@ -15,45 +15,18 @@ Vector3 vectorOf(const double (&values)[3]) {
   return {values[0], values[1], values[2]};
 }
 
-bool isPlace(const Vector3& point) {
-  const auto isNear = [](double mm) { return std::abs(mm) <= farthestPlace; };  // no for what is no number
-  return isNear(point.x) && isNear(point.y) && isNear(point.z);
-}
-
 // The module's floats are bytes / 256.
 std::uint8_t byteOf(float part) {
   return part > 0.0F ? static_cast<std::uint8_t>(std::lround((std::min)(part * 256.0F, 255.0F))) : 0;
 }
 
-Vector3 arrowOf(const CDipoleszq& dipole) {
-  const Vector3 orientation = vectorOf(dipole.m_orientation);
-  const double size = std::hypot(orientation.x, orientation.y, orientation.z);
-  const bool isDrawn =
-      dipole.m_showOrientation != 0 && dipole.m_orientationLength > 0.0 && size > 0.0 && std::isfinite(size);
-  if (!isDrawn)
-    return {};
-  const double mm = (std::min)(dipole.m_orientationLength, longestArrow);
-  return Vector3{orientation.x / size, orientation.y / size, orientation.z / size} * mm;
-}
-
-bool isShown(const CDipoleFace3On3DView& dipoles, int slot, const CDipoleszq& dipole) {
-  if (dipoles.showAllDipole() == 0)
-    return false;
-  if (dipoles.m_showCurrentDipoleOnly != 0)
-    return slot == dipoles.m_currentDipole;
-  return dipole.m_show != 0;
-}
-
-void addDipole(DipoleScene& scene, int slot, const CDipoleszq& dipole) {
+void addDipole(DipoleScene& scene, int slot, const CDipoleszq& dipole, Rgb colour) {
   ++scene.shown;
-  const Vector3 place = vectorOf(dipole.m_location);
-  if (!isPlace(place)) {
+  const Vector3 place = placeOf(dipole);
+  if (isPlace(place))
+    scene.dipoles.push_back({slot, place, colour, arrowOf(dipole)});
+  else
     ++scene.nowhere;
-    return;
-  }
-  const float(&colour)[3] = dipole.m_colorF;
-  scene.dipoles.push_back(
-      {slot, place, {byteOf(colour[0]), byteOf(colour[1]), byteOf(colour[2])}, arrowOf(dipole)});
 }
 
 void addFiducials(DipoleScene& scene, const CDipoleFace3On3DView& dipoles) {
@@ -84,15 +57,54 @@ std::optional<SceneSphere> sphereOf(const CDipoleFace3On3DView& dipoles) {
 
 }  // namespace
 
+bool isSwitchedOn(const CDipoleFace3On3DView& dipoles, int slot, const CDipoleszq& dipole) {
+  if (dipoles.showAllDipole() == 0)
+    return false;
+  if (dipoles.m_showCurrentDipoleOnly != 0)
+    return slot == dipoles.m_currentDipole;
+  return dipole.m_show != 0;
+}
+
+bool isPlace(const Vector3& point) {
+  const auto isNear = [](double mm) { return std::abs(mm) <= farthestPlace; };  // no for what is no number
+  return isNear(point.x) && isNear(point.y) && isNear(point.z);
+}
+
+Vector3 placeOf(const CDipoles& dipole) {
+  return vectorOf(dipole.m_location);
+}
+
+Vector3 arrowOf(const CDipoles& dipole) {
+  const Vector3 orientation = vectorOf(dipole.m_orientation);
+  const double size = std::hypot(orientation.x, orientation.y, orientation.z);
+  const bool isDrawn =
+      dipole.m_showOrientation != 0 && dipole.m_orientationLength > 0.0 && size > 0.0 && std::isfinite(size);
+  if (!isDrawn)
+    return {};
+  const double mm = (std::min)(dipole.m_orientationLength, longestArrow);
+  return Vector3{orientation.x / size, orientation.y / size, orientation.z / size} * mm;
+}
+
+Rgb ownColour(const CDipoles& dipole) {
+  const float(&colour)[3] = dipole.m_colorF;
+  return {byteOf(colour[0]), byteOf(colour[1]), byteOf(colour[2])};
+}
+
 DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles) {
+  return sceneOf(
+      dipoles,
+      {[&](int slot, const CDipoleszq& dipole) { return isSwitchedOn(dipoles, slot, dipole); }, ownColour});
+}
+
+DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles, const SceneChoice& choice) {
   DipoleScene scene;
   for (int slot = 0; slot < dipoles.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = dipoles.m_dipoles[slot];
     if (dipole == nullptr)
       continue;
     ++scene.total;
-    if (isShown(dipoles, slot, *dipole))
-      addDipole(scene, slot, *dipole);
+    if (choice.isShown(slot, *dipole))
+      addDipole(scene, slot, *dipole, choice.colourOf(*dipole));
     else
       ++scene.switchedOff;
   }

@@ -15,6 +15,13 @@ struct Rgb {
   friend bool operator==(const Rgb&, const Rgb&) = default;
 };
 
+struct PixelPoint {
+  int column = 0;
+  int row = 0;
+
+  friend bool operator==(const PixelPoint&, const PixelPoint&) = default;
+};
+
 // Columns left <= column < right and rows top <= row < bottom.
 struct PixelBox {
   int left = 0;

@@ -1,5 +1,6 @@
 #include "host/PictureText.h"
 
+#include <array>
 #include <utility>
 
 namespace host {
@@ -22,6 +23,12 @@ const StrokeFont& noteFont() {
 const StrokeFont& letterFont() {
   static const StrokeFont font(26);
   return font;
+}
+
+void drawEdged(Image& image, const StrokeFont& font, int left, int top, std::string_view text, Rgb colour) {
+  for (const auto& [x, y] : {std::array{-1, 0}, {1, 0}, {0, -1}, {0, 1}})
+    font.draw(image, left + x, top + y, text, edgeInk);
+  font.draw(image, left, top, text, colour);
 }
 
 void TextBlock::add(const StrokeFont& font, std::string_view text, Rgb colour) {

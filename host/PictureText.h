@@ -15,11 +15,15 @@ constexpr Rgb ink{226, 230, 236};
 constexpr Rgb quietInk{150, 158, 170};
 constexpr Rgb warningInk{255, 190, 70};
 constexpr Rgb letterInk{255, 255, 255};
+constexpr Rgb edgeInk{0, 0, 0};  // around what stands over a picture
 
 [[nodiscard]] const StrokeFont& headFont();
 [[nodiscard]] const StrokeFont& textFont();
 [[nodiscard]] const StrokeFont& noteFont();
 [[nodiscard]] const StrokeFont& letterFont();  // of the side letters
+
+// Text over anything: a dark border keeps it legible over bright skin.
+void drawEdged(Image& image, const StrokeFont& font, int left, int top, std::string_view text, Rgb colour);
 
 constexpr int lineGap = 4;  // pixels between two lines
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <optional>
 
 namespace host {
@@ -97,6 +98,16 @@ void drawLine(DepthPicture& picture, const ScreenPoint& from, const ScreenPoint&
 
 void drawLine(Image& image, const ScreenPoint& from, const ScreenPoint& to, const LineStyle& style) {
   stroke(image, from, to, style, [](int, int, double) { return false; });
+}
+
+void drawRing(Image& image, const ScreenPoint& centre, double radius, const LineStyle& style) {
+  constexpr int corners = 48;
+  const auto corner = [&](int i) -> ScreenPoint {
+    const double angle = 2.0 * std::numbers::pi * i / corners;
+    return {centre.column + radius * std::cos(angle), centre.row + radius * std::sin(angle), 0.0};
+  };
+  for (int i = 0; i < corners; ++i)
+    drawLine(image, corner(i), corner(i + 1), style);
 }
 
 }  // namespace host

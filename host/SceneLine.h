@@ -17,5 +17,7 @@ struct LineStyle {
 void drawLine(DepthPicture& picture, const ScreenPoint& from, const ScreenPoint& to, const LineStyle& style);
 // In a picture without depth; nothing hides the line.
 void drawLine(Image& image, const ScreenPoint& from, const ScreenPoint& to, const LineStyle& style);
+// The radius is pixels.
+void drawRing(Image& image, const ScreenPoint& centre, double radius, const LineStyle& style);
 
 }  // namespace host

@@ -13,22 +13,17 @@ namespace host {
 namespace {
 
 constexpr int margin = 10;  // pixels between the marks and the border
-constexpr Rgb shadow{0, 0, 0};
 
 constexpr Rgb axisColour(int axis) {
   return axis == 0 ? Rgb{255, 120, 110} : axis == 1 ? Rgb{120, 230, 130} : Rgb{120, 170, 255};
 }
 
-// Letters in front of anything: a dark border keeps them legible over bright skin.
 void drawText(Image& image, const StrokeFont& font, double centreX, double centreY, const std::string& text,
               Rgb colour) {
   if (!(std::abs(centreX) < 40'000.0 && std::abs(centreY) < 40'000.0))
     return;  // far outside
-  const int left = static_cast<int>(std::lround(centreX)) - font.width(text) / 2;
-  const int top = static_cast<int>(std::lround(centreY)) - font.lineHeight() / 2;
-  for (const auto& [x, y] : {std::array{-1, 0}, {1, 0}, {0, -1}, {0, 1}})
-    font.draw(image, left + x, top + y, text, shadow);
-  font.draw(image, left, top, text, colour);
+  drawEdged(image, font, static_cast<int>(std::lround(centreX)) - font.width(text) / 2,
+            static_cast<int>(std::lround(centreY)) - font.lineHeight() / 2, text, colour);
 }
 
 void drawSides(Image& image, const SceneCamera& camera) {
@@ -71,7 +66,7 @@ void drawScaleBar(Image& image, const SceneCamera& camera) {
   const double left = margin + 1.5;
   const double right = left + mm * camera.scale();
   const double y = image.height() - margin - textFont().lineHeight() * 0.5;
-  for (const LineStyle& line : {LineStyle{shadow, 4.0}, LineStyle{ink, 2.0}}) {
+  for (const LineStyle& line : {LineStyle{edgeInk, 4.0}, LineStyle{ink, 2.0}}) {
     drawLine(image, {left, y}, {right, y}, line);
     drawLine(image, {left, y - 5.0}, {left, y + 5.0}, line);
     drawLine(image, {right, y - 5.0}, {right, y + 5.0}, line);
@@ -118,16 +113,6 @@ void drawFiducialNames(Image& image, const DipoleScene& scene, const std::vector
   }
 }
 
-void drawRing(Image& image, const ScreenPoint& at, double radius, const LineStyle& line) {
-  constexpr int corners = 48;
-  const auto corner = [&](int i) -> ScreenPoint {
-    const double angle = 2.0 * std::acos(-1.0) * i / corners;
-    return {at.column + radius * std::cos(angle), at.row + radius * std::sin(angle), 0.0};
-  };
-  for (int i = 0; i < corners; ++i)
-    drawLine(image, corner(i), corner(i + 1), line);
-}
-
 void markCurrent(Image& image, const DipoleScene& scene, const std::vector<SlicePlane>& planes,
                  const SceneCamera& camera, const SceneStyle& style) {
   const SceneDipole* current = findDipole(scene, scene.currentSlot);
@@ -137,7 +122,7 @@ void markCurrent(Image& image, const DipoleScene& scene, const std::vector<Slice
   const double radius = ballRadiusIn(camera, style) * camera.scale() + 4.0;
   const ScreenPoint face = faceOf(current->place, ballRadiusIn(camera, style), camera);
   const Rgb colour = isHidden(face, scene, planes, camera, style) ? quietInk : letterInk;
-  drawRing(image, at, radius, {shadow, 4.0});
+  drawRing(image, at, radius, {edgeInk, 4.0});
   drawRing(image, at, radius, {colour, 2.0});
 }
 

@@ -10,6 +10,7 @@
 #include "host/PictureText.h"
 #include "host/SliceCaption.h"
 #include "host/SliceGeometry.h"
+#include "host/SliceSampler.h"
 #include "host/StrokeFont.h"
 
 namespace host {
@@ -29,15 +30,11 @@ struct Slice {
 
 Image greySlice(const Volume& volume, const HeadFrame& frame, const SliceGeometry& geometry, View view,
                 double position) {
-  const Affine toIndex = volume.fromScanner().after(frame.toScanner());
-  Image image(geometry.columns(view), geometry.rows(view), {});
-  for (int row = 0; row < image.height(); ++row)
-    for (int column = 0; column < image.width(); ++column) {
-      const Vector3 index = toIndex(geometry.headPoint(view, position, column, row));
-      const std::uint8_t grey = volume.window().grey(volume.sampleIndex(index));
-      image.setPixel(column, row, {grey, grey, grey});
-    }
-  return image;
+  const Vector3 first = geometry.headPoint(view, position, 0, 0);
+  const SampleGrid grid{first, geometry.headPoint(view, position, 1, 0) - first,
+                        geometry.headPoint(view, position, 0, 1) - first, geometry.columns(view),
+                        geometry.rows(view)};
+  return greyPicture(sampleSlice(volume, frame, grid), grid.columns, grid.rows, volume.window());
 }
 
 PixelBox headPixels(const HeadBox& head, const SliceGeometry& geometry, View view) {

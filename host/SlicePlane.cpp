@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "host/PixelSpan.h"
+#include "host/SliceSampler.h"
 
 namespace host {
 
@@ -14,7 +15,7 @@ namespace {
 
 constexpr double border = 2.0;  // mm of air around the head's box, so that air surrounds the head
 // Darker than this, outside of the head, is air (of 255).
-constexpr double airThreshold = 22.0;
+constexpr int airThreshold = 22;
 
 std::uint8_t greyOf(double value) {
   return static_cast<std::uint8_t>(value);
@@ -40,7 +41,7 @@ struct SlicePlane::Mapping {
 };
 
 SlicePlane::SlicePlane(const Volume& volume, const HeadFrame& frame, const HeadBox& head, View view,
-                       double position)
+                       double position, const GreyWindow& window)
     : m_view(view), m_position(position) {
   if (!std::isfinite(position))
     throw std::invalid_argument("the position of a slice is not a number");
@@ -54,25 +55,31 @@ SlicePlane::SlicePlane(const Volume& volume, const HeadFrame& frame, const HeadB
   m_columns = texels(axes.column);
   m_rows = texels(axes.row);
   sample(volume, frame);
-  cutAirAway(airThreshold);
+  cutAirAway(volume.window());
+  showWith(window);
 }
 
 void SlicePlane::sample(const Volume& volume, const HeadFrame& frame) {
   const ViewAxes axes = axesOf(m_view);
-  const Affine toIndex = volume.fromScanner().after(frame.toScanner());
-  m_values.reserve(texel(0, m_rows));
-  for (int row = 0; row < m_rows; ++row)
-    for (int column = 0; column < m_columns; ++column) {
-      Vector3 point = m_corner;
-      point[axes.column] += column + 0.5;
-      point[axes.row] += row + 0.5;
-      m_values.push_back(static_cast<float>(volume.window().grey(volume.sampleIndex(toIndex(point)))));
-    }
+  SampleGrid grid;
+  grid.columns = m_columns;
+  grid.rows = m_rows;
+  grid.first = m_corner;
+  grid.first[axes.column] += 0.5;
+  grid.first[axes.row] += 0.5;
+  grid.perColumn[axes.column] = 1.0;
+  grid.perRow[axes.row] = 1.0;
+  m_values = sampleSlice(volume, frame, grid);
+}
+
+void SlicePlane::showWith(const GreyWindow& window) {
+  for (float& value : m_values)
+    value = static_cast<float>(window.grey(static_cast<double>(value)));
 }
 
 // Air is what is dark and connected to the border. Dark parts inside of the head (the skull, the ventricles)
 // stay, as does the last texel, so that the skin's edge is whole.
-void SlicePlane::cutAirAway(double threshold) {
+void SlicePlane::cutAirAway(const GreyWindow& window) {
   m_solid.assign(m_values.size(), 1);
   struct Texel {
     int column;
@@ -83,7 +90,7 @@ void SlicePlane::cutAirAway(double threshold) {
     if (column < 0 || row < 0 || column >= m_columns || row >= m_rows)
       return;
     const std::size_t at = texel(column, row);
-    if (m_solid[at] == 0 || static_cast<double>(m_values[at]) >= threshold)
+    if (m_solid[at] == 0 || window.grey(static_cast<double>(m_values[at])) >= airThreshold)
       return;
     m_solid[at] = 0;
     open.push_back({column, row});

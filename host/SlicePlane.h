@@ -16,9 +16,13 @@ namespace host {
 
 class SlicePlane {
  public:
-  // Samples the volume once, a texel per mm inside of the box. Throws std::invalid_argument when the position
-  // (mm along the view's slab axis) is not a number.
-  SlicePlane(const Volume& volume, const HeadFrame& frame, const HeadBox& head, View view, double position);
+  // Samples the volume once, a texel per mm inside of the box. What is air goes by the volume's own grey
+  // window, whatever window it is shown with. Throws std::invalid_argument when the position (mm along the
+  // view's slab axis) is not a number.
+  SlicePlane(const Volume& volume, const HeadFrame& frame, const HeadBox& head, View view, double position,
+             const GreyWindow& window);
+  SlicePlane(const Volume& volume, const HeadFrame& frame, const HeadBox& head, View view, double position)
+      : SlicePlane(volume, frame, head, view, position, volume.window()) {}
 
   [[nodiscard]] View view() const { return m_view; }
   [[nodiscard]] double position() const { return m_position; }
@@ -38,14 +42,15 @@ class SlicePlane {
            static_cast<std::size_t>(column);
   }
   void sample(const Volume& volume, const HeadFrame& frame);
-  void cutAirAway(double threshold);
+  void cutAirAway(const GreyWindow& window);
+  void showWith(const GreyWindow& window);
 
   View m_view;
   double m_position;
   Vector3 m_corner;  // of the first texel: lowest column and row coordinate
   int m_columns = 0;
   int m_rows = 0;
-  std::vector<float> m_values;        // grey, 0 to 255
+  std::vector<float> m_values;        // grey, whole numbers 0 to 255
   std::vector<std::uint8_t> m_solid;  // 0: air
 };
 

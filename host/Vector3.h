@@ -14,6 +14,8 @@ struct Vector3 {
   // axis 0, 1 or 2.
   [[nodiscard]] constexpr double operator[](int axis) const { return axis == 0 ? x : axis == 1 ? y : z; }
   [[nodiscard]] constexpr double& operator[](int axis) { return axis == 0 ? x : axis == 1 ? y : z; }
+
+  friend bool operator==(const Vector3&, const Vector3&) = default;
 };
 
 [[nodiscard]] constexpr Vector3 operator+(const Vector3& a, const Vector3& b) {

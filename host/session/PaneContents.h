@@ -1,0 +1,22 @@
+// What all panes of a window show. Places are mm in the head frame (x left, y up, z front).
+#pragma once
+
+#include "host/ValueColors.h"
+#include "host/Vector3.h"
+#include "host/Volume.h"
+#include "host/session/Head.h"
+#include "host/session/ViewSettings.h"
+#include "module/dipole.h"
+
+namespace host {
+
+struct PaneContents {
+  CDipoleFace9File& dipoles;  // drawing changes members while it lasts; all are as before afterwards
+  const Head& head;
+  const ViewSettings& settings;
+  Vector3 crosshair;  // the slices go through it
+  GreyWindow window;
+  const ValueColors* colours = nullptr;  // null: each dipole has its own colour
+};
+
+}  // namespace host
