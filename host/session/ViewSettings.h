@@ -1,6 +1,6 @@
-// What the user chose to see, as far as the module does not keep it itself. The set's own switches come first:
-// m_showDipoleArray, m_showCurrentDipoleOnly, m_showDipoleLatencySelected, m_showDipole2DOverlap and each
-// dipole's m_show, m_display and m_showOrientation.
+// What the user chose to see, as far as the module does not keep it itself. The set's own switches come
+// first: m_showDipoleArray, m_showCurrentDipoleOnly, m_showDipoleLatencySelected, m_showDipole2DOverlap and
+// each dipole's m_show, m_display and m_showOrientation.
 #pragma once
 
 #include <optional>

@@ -9,6 +9,7 @@
 #include "platform/windows/CmdTarget.h"
 #include "platform/windows/CmdUI.h"
 #include "platform/windows/Menu.h"
+#include "platform/windows/ScrollBar.h"
 #include "platform/windows/WindowDC.h"
 #include "platform/windows/Wnd.h"
 
@@ -127,6 +128,34 @@ template <auto member>
 bool mouse(CCmdTarget* target, HandlerCall& call) {
   const CPoint point(static_cast<short>(LOWORD(call.lParam)), static_cast<short>(HIWORD(call.lParam)));
   (self(target, member)->*member)(static_cast<UINT>(call.wParam), point);
+  return true;
+}
+template <auto member>
+bool wheel(CCmdTarget* target, HandlerCall& call) {
+  const CPoint point(static_cast<short>(LOWORD(call.lParam)), static_cast<short>(HIWORD(call.lParam)));
+  call.result =
+      (self(target, member)->*member)(LOWORD(call.wParam), static_cast<short>(HIWORD(call.wParam)), point);
+  return call.result != FALSE;
+}
+template <auto member>
+bool otherWindow(CCmdTarget* target, HandlerCall& call) {
+  (self(target, member)->*member)(CWnd::FromHandle(reinterpret_cast<HWND>(call.lParam)));
+  return true;
+}
+template <auto member>
+bool scroll(CCmdTarget* target, HandlerCall& call) {
+  auto* const control = static_cast<CScrollBar*>(CWnd::FromHandle(reinterpret_cast<HWND>(call.lParam)));
+  (self(target, member)->*member)(LOWORD(call.wParam), HIWORD(call.wParam), control);
+  return true;
+}
+template <auto member>
+bool drop(CCmdTarget* target, HandlerCall& call) {
+  (self(target, member)->*member)(reinterpret_cast<HDROP>(call.wParam));
+  return true;
+}
+template <auto member>
+bool question(CCmdTarget* target, HandlerCall& call) {
+  call.result = (self(target, member)->*member)();
   return true;
 }
 

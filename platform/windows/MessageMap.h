@@ -53,10 +53,13 @@
 #define ON_EN_SETFOCUS(id, member) ON_CONTROL(EN_SETFOCUS, id, member)
 #define ON_EN_KILLFOCUS(id, member) ON_CONTROL(EN_KILLFOCUS, id, member)
 #define ON_STN_CLICKED(id, member) ON_CONTROL(STN_CLICKED, id, member)
+#define ON_CBN_SELCHANGE(id, member) ON_CONTROL(CBN_SELCHANGE, id, member)
 
 // void f(CCmdUI*)
 #define ON_UPDATE_COMMAND_UI(id, member) \
   {updateMessage, 0, static_cast<UINT>(id), static_cast<UINT>(id), &handlers::update<member>},
+#define ON_UPDATE_COMMAND_UI_RANGE(id, last, member) \
+  {updateMessage, 0, static_cast<UINT>(id), static_cast<UINT>(last), &handlers::update<member>},
 
 // void f(NMHDR*, LRESULT*); the _EX forms return BOOL, FALSE to pass the message on.
 #define ON_NOTIFY(code, id, member)                                                  \
@@ -102,3 +105,11 @@
 #define ON_WM_LBUTTONDBLCLK() PLATFORM_ON_WM(WM_LBUTTONDBLCLK, mouse, OnLButtonDblClk)
 #define ON_WM_RBUTTONDOWN() PLATFORM_ON_WM(WM_RBUTTONDOWN, mouse, OnRButtonDown)
 #define ON_WM_RBUTTONUP() PLATFORM_ON_WM(WM_RBUTTONUP, mouse, OnRButtonUp)
+#define ON_WM_MBUTTONDOWN() PLATFORM_ON_WM(WM_MBUTTONDOWN, mouse, OnMButtonDown)
+#define ON_WM_MBUTTONUP() PLATFORM_ON_WM(WM_MBUTTONUP, mouse, OnMButtonUp)
+#define ON_WM_MOUSEWHEEL() PLATFORM_ON_WM(WM_MOUSEWHEEL, wheel, OnMouseWheel)
+#define ON_WM_CAPTURECHANGED() PLATFORM_ON_WM(WM_CAPTURECHANGED, otherWindow, OnCaptureChanged)
+#define ON_WM_HSCROLL() PLATFORM_ON_WM(WM_HSCROLL, scroll, OnHScroll)
+#define ON_WM_VSCROLL() PLATFORM_ON_WM(WM_VSCROLL, scroll, OnVScroll)
+#define ON_WM_DROPFILES() PLATFORM_ON_WM(WM_DROPFILES, drop, OnDropFiles)
+#define ON_WM_QUERYENDSESSION() PLATFORM_ON_WM(WM_QUERYENDSESSION, question, OnQueryEndSession)

@@ -12,6 +12,7 @@
 class CDataExchange;
 class CDC;
 class CMenu;
+class CScrollBar;
 
 class CWnd : public CCmdTarget {
  public:
@@ -59,6 +60,9 @@ class CWnd : public CCmdTarget {
     return ::SetTimer(m_hWnd, id, milliseconds, function);
   }
   BOOL KillTimer(UINT_PTR id) { return ::KillTimer(m_hWnd, id); }
+  CWnd* SetCapture() { return FromHandle(::SetCapture(m_hWnd)); }
+  static CWnd* GetCapture() { return FromHandle(::GetCapture()); }
+  void DragAcceptFiles(BOOL accept = TRUE) { ::DragAcceptFiles(m_hWnd, accept); }
 
   // Text.
   void SetWindowText(LPCTSTR text);
@@ -172,6 +176,15 @@ class CWnd : public CCmdTarget {
   void OnLButtonDblClk(UINT flags, CPoint point);
   void OnRButtonDown(UINT flags, CPoint point);
   void OnRButtonUp(UINT flags, CPoint point);
+  void OnMButtonDown(UINT flags, CPoint point);
+  void OnMButtonUp(UINT flags, CPoint point);
+  // 120 for each notch, away from the user positive; the point is one of the screen. Whether it was handled.
+  BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
+  void OnCaptureChanged(CWnd* next);
+  void OnHScroll(UINT code, UINT position, CScrollBar* control);  // SB_ codes; null: the window's own bar
+  void OnVScroll(UINT code, UINT position, CScrollBar* control);
+  void OnDropFiles(HDROP files);
+  BOOL OnQueryEndSession();
 
  private:
   friend LRESULT CALLBACK AfxWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -270,3 +270,27 @@ void CWnd::OnRButtonDown(UINT /*flags*/, CPoint /*point*/) {
 void CWnd::OnRButtonUp(UINT /*flags*/, CPoint /*point*/) {
   Default();
 }
+void CWnd::OnMButtonDown(UINT /*flags*/, CPoint /*point*/) {
+  Default();
+}
+void CWnd::OnMButtonUp(UINT /*flags*/, CPoint /*point*/) {
+  Default();
+}
+BOOL CWnd::OnMouseWheel(UINT /*flags*/, short /*delta*/, CPoint /*point*/) {
+  return static_cast<BOOL>(Default());
+}
+void CWnd::OnCaptureChanged(CWnd* /*next*/) {
+  Default();
+}
+void CWnd::OnHScroll(UINT /*code*/, UINT /*position*/, CScrollBar* /*control*/) {
+  Default();
+}
+void CWnd::OnVScroll(UINT /*code*/, UINT /*position*/, CScrollBar* /*control*/) {
+  Default();
+}
+void CWnd::OnDropFiles(HDROP /*files*/) {
+  Default();
+}
+BOOL CWnd::OnQueryEndSession() {
+  return static_cast<BOOL>(Default());
+}
