@@ -1,0 +1,314 @@
+// The commands of the menu File.
+#include <filesystem>
+#include <stdexcept>
+
+#include "host/session/WholePicture.h"
+#include "host/viewer/MainFrame.h"
+#include "host/viewer/PngFile.h"
+#include "host/viewer/ProgressWindow.h"
+#include "host/viewer/Utf8.h"
+
+namespace host {
+
+namespace {
+
+constexpr LPCTSTR mriFilter = _T("NIfTI heads (*.nii; *.nii.gz)|*.nii;*.nii.gz|All files (*.*)|*.*||");
+constexpr LPCTSTR setFilter = _T("Dipole sets (*.dipset)|*.dipset|All files (*.*)|*.*||");
+constexpr LPCTSTR dipoleFilter =
+    _T("Dipole files (*.dip; *.txt)|*.dip;*.txt|CTF dipole files (*.dip)|*.dip|")
+    _T("4D/MSI dipole tables (*.txt)|*.txt|All files (*.*)|*.*||");
+
+constexpr LPCTSTR recentSection = _T("Recent Dipole Sets");
+
+bool endsWith(CString path, LPCTSTR ending) {
+  return path.MakeLower().Right(CString(ending).GetLength()) == ending;
+}
+
+bool isMri(const CString& path) {
+  return endsWith(path, _T(".nii")) || endsWith(path, _T(".nii.gz"));
+}
+
+bool isSet(const CString& path) {
+  return endsWith(path, _T(".dipset"));
+}
+
+CString nameOf(const CString& path) {
+  return path.Mid(path.ReverseFind(_T('\\')) + 1);
+}
+
+}  // namespace
+
+CString MainFrame::askForName(bool isOpen, LPCTSTR extension, LPCTSTR filter, LPCTSTR proposal) {
+  const DWORD flags = isOpen ? OFN_FILEMUSTEXIST | OFN_HIDEREADONLY : OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY;
+  CFileDialog dialog(isOpen ? TRUE : FALSE, extension, proposal, flags, filter, this);
+  return dialog.DoModal() == IDOK ? dialog.GetPathName() : CString();
+}
+
+std::vector<CString> MainFrame::askForNames(LPCTSTR filter) {
+  CFileDialog dialog(TRUE, nullptr, nullptr, OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_ALLOWMULTISELECT,
+                     filter, this);
+  std::vector<TCHAR> names(std::size_t{1} << 18);  // for some thousand files
+  dialog.m_ofn.lpstrFile = names.data();
+  dialog.m_ofn.nMaxFile = static_cast<DWORD>(names.size());
+  std::vector<CString> paths;
+  if (dialog.DoModal() == IDOK)
+    for (POSITION at = dialog.GetStartPosition(); at != nullptr;)
+      paths.push_back(dialog.GetNextPathName(at));
+  return paths;
+}
+
+// False: the user wants to keep them, or they could not be saved.
+bool MainFrame::mayDropChanges() {
+  noteQuietChange();
+  if (!m_session->isUnsaved())
+    return true;
+  const CString& path = m_session->setPath();
+  const CString name = path.IsEmpty() ? CString(_T("the new dipole set")) : nameOf(path);
+  const int answer =
+      AfxMessageBox(_T("Save the changes to ") + name + _T("?"), MB_YESNOCANCEL | MB_ICONQUESTION);
+  return answer == IDNO || (answer == IDYES && saveAsked());
+}
+
+bool MainFrame::save(const CString& path) {
+  try {
+    noteQuietChange();
+    m_session->saveSet(path);
+    writeRecent();
+    showTitle();
+    return true;
+  } catch (const std::exception& problem) {
+    return tell(problem);
+  }
+}
+
+bool MainFrame::saveAsked() {
+  const CString& path = m_session->setPath();
+  if (!path.IsEmpty())
+    return save(path);
+  const CString chosen = askForName(false, _T("dipset"), setFilter);
+  return !chosen.IsEmpty() && save(chosen);
+}
+
+void MainFrame::openSet(const CString& path) {
+  try {
+    m_session->openSet(path);
+    writeRecent();
+  } catch (const std::exception& problem) {
+    tell(problem);
+  }
+  refreshModuleWindows();
+  showEverywhere();
+}
+
+bool MainFrame::openMri(const CString& path) {
+  const HCURSOR before = ::SetCursor(::LoadCursorW(nullptr, reinterpret_cast<LPCTSTR>(IDC_WAIT)));
+  bool isOpen = true;
+  try {
+    m_session->openMri(path);
+    for (const auto& window : m_panes)
+      window->fit();
+  } catch (const std::exception& problem) {
+    isOpen = tell(problem);
+  }
+  ::SetCursor(before);
+  showEverywhere();
+  if (isOpen && !m_session->notice().empty())
+    AfxMessageBox(fromUtf8(m_session->notice()), MB_ICONINFORMATION);
+  return isOpen;
+}
+
+void MainFrame::importFiles(const std::vector<CString>& paths) {
+  noteQuietChange();
+  Session::ImportResult result;
+  {
+    ProgressWindow progress(this);
+    result = m_session->importFiles(
+        paths, [&](int done, int total, const CString& path) { return progress.show(done, total, path); });
+  }
+  refreshModuleWindows();
+  showEverywhere();
+  if (!result.failed.empty()) {
+    CString text = _T("These files brought no dipoles:\n");
+    for (const CString& path : result.failed)
+      text += _T("\n") + nameOf(path);
+    AfxMessageBox(text, MB_ICONEXCLAMATION);
+  }
+  if (const std::string mismatch = m_session->headMismatch(); result.dipoles > 0 && !mismatch.empty())
+    AfxMessageBox(fromUtf8(mismatch), MB_ICONEXCLAMATION);
+}
+
+void MainFrame::openFiles(const std::vector<CString>& paths) {
+  std::vector<CString> dipoleFiles;
+  for (const CString& path : paths) {
+    if (isMri(path))
+      openMri(path);
+    else if (!isSet(path))
+      dipoleFiles.push_back(path);
+    else if (mayDropChanges())
+      openSet(path);
+  }
+  if (!dipoleFiles.empty())
+    importFiles(dipoleFiles);
+}
+
+void MainFrame::OnDropFiles(HDROP files) {
+  std::vector<CString> paths;
+  const UINT count = ::DragQueryFileW(files, UINT_MAX, nullptr, 0);
+  for (UINT i = 0; i < count; ++i) {
+    const UINT length = ::DragQueryFileW(files, i, nullptr, 0);
+    CString path;
+    ::DragQueryFileW(files, i, path.GetBuffer(static_cast<int>(length)), length + 1);
+    path.ReleaseBuffer();
+    paths.push_back(path);
+  }
+  ::DragFinish(files);
+  SetForegroundWindow();
+  openFiles(paths);
+}
+
+void MainFrame::OnNewSet() {
+  if (!mayDropChanges())
+    return;
+  m_session->newSet();
+  refreshModuleWindows();
+  showEverywhere();
+}
+
+void MainFrame::OnOpenMri() {
+  const CString path = askForName(true, nullptr, mriFilter);
+  if (!path.IsEmpty())
+    openMri(path);
+}
+
+void MainFrame::OnPhantom() {
+  m_session->usePhantom();
+  OnFit();
+  showEverywhere();
+}
+
+void MainFrame::OnOpenSet() {
+  if (!mayDropChanges())
+    return;
+  const CString path = askForName(true, nullptr, setFilter);
+  if (!path.IsEmpty())
+    openSet(path);
+}
+
+void MainFrame::OnImport() {
+  const std::vector<CString> paths = askForNames(dipoleFilter);
+  if (!paths.empty())
+    importFiles(paths);
+}
+
+void MainFrame::OnSaveSet() {
+  saveAsked();
+}
+
+void MainFrame::OnSaveSetAs() {
+  const CString path = askForName(false, _T("dipset"), setFilter, nameOf(m_session->setPath()));
+  if (!path.IsEmpty())
+    save(path);
+}
+
+void MainFrame::exportTo(LPCTSTR extension, LPCTSTR filter, void (Session::*write)(const CString&)) {
+  const CString path = askForName(false, extension, filter);
+  if (path.IsEmpty())
+    return;
+  try {
+    (m_session.get()->*write)(path);
+  } catch (const std::exception& problem) {
+    tell(problem);
+  }
+}
+
+void MainFrame::OnExportText() {
+  exportTo(_T("txt"), _T("Text for spreadsheets (*.txt)|*.txt|All files (*.*)|*.*||"), &Session::exportText);
+}
+
+void MainFrame::OnExportCsv() {
+  exportTo(_T("csv"), _T("CSV tables (*.csv)|*.csv|All files (*.*)|*.*||"), &Session::exportCsv);
+}
+
+void MainFrame::OnSavePicture() {
+  const CString path = askForName(false, _T("png"), _T("PNG pictures (*.png)|*.png|All files (*.*)|*.*||"));
+  if (path.IsEmpty())
+    return;
+  try {
+    writePng(m_singlePane >= 0 ? pane(m_singlePane).picture()
+                               : wholePicture({&pane(0).picture(), &pane(1).picture(), &pane(2).picture(),
+                                               &pane(3).picture()},
+                                              paneContents()),
+             path);
+  } catch (const std::exception& problem) {
+    tell(problem);
+  }
+}
+
+void MainFrame::OnRecent(UINT id) {
+  const std::size_t number = id - ID_FILE_RECENT_FIRST;
+  if (number >= m_session->recentSets().paths().size() || !mayDropChanges())
+    return;
+  const CString path = m_session->recentSets().paths()[number];
+  if (!std::filesystem::exists(std::filesystem::path(path.GetString()))) {
+    m_session->recentSets().remove(path);
+    writeRecent();
+  }
+  openSet(path);
+}
+
+void MainFrame::OnExit() {
+  SendMessage(WM_CLOSE);
+}
+
+void MainFrame::OnClose() {
+  if (mayDropChanges())
+    CFrameWnd::OnClose();
+}
+
+BOOL MainFrame::OnQueryEndSession() {
+  return mayDropChanges() ? TRUE : FALSE;
+}
+
+// The recent sets stand in the menu only while it is open: the submenu is filled anew each time.
+void MainFrame::showRecent(CMenu& menu) {
+  while (menu.GetMenuItemCount() > 0)
+    menu.DeleteMenu(0, MF_BYPOSITION);
+  UINT id = ID_FILE_RECENT_FIRST;
+  for (const CString& path : m_session->recentSets().paths()) {
+    CString text;
+    text.Format(_T("&%u  "), id - ID_FILE_RECENT_FIRST + 1);
+    CString shown = path;
+    shown.Replace(_T("&"), _T("&&"));
+    menu.AppendMenu(MF_STRING, id++, text + shown);
+  }
+  if (m_session->recentSets().paths().empty())
+    menu.AppendMenu(MF_STRING | MF_GRAYED, ID_FILE_NO_RECENT, _T("(none)"));
+}
+
+void MainFrame::OnInitMenuPopup(CMenu* menu, UINT index, BOOL systemMenu) {
+  const UINT first = menu == nullptr ? 0 : menu->GetMenuItemID(0);
+  if (systemMenu == FALSE && (first == ID_FILE_NO_RECENT || first == ID_FILE_RECENT_FIRST))
+    showRecent(*menu);
+  else
+    CFrameWnd::OnInitMenuPopup(menu, index, systemMenu);
+}
+
+void MainFrame::readRecent() {
+  for (int number = static_cast<int>(RecentFiles::most); number > 0; --number) {
+    CString entry;
+    entry.Format(_T("File%d"), number);
+    m_session->recentSets().add(AfxGetApp()->GetProfileString(recentSection, entry));
+  }
+}
+
+void MainFrame::writeRecent() {
+  const std::vector<CString>& paths = m_session->recentSets().paths();
+  for (std::size_t number = 0; number < RecentFiles::most; ++number) {
+    CString entry;
+    entry.Format(_T("File%u"), static_cast<unsigned>(number + 1));
+    AfxGetApp()->WriteProfileString(recentSection, entry,
+                                    number < paths.size() ? paths[number].GetString() : nullptr);
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,13 @@
+// Pictures as PNG files, by the imaging component of Windows.
+#pragma once
+
+#include <afxwin.h>
+
+#include "host/Image.h"
+
+namespace host {
+
+// Replaces the file as a whole or not at all. Throws std::runtime_error that names file and cause.
+void writePng(const Image& image, const CString& path);
+
+}  // namespace host

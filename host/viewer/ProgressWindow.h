@@ -1,0 +1,28 @@
+// Shows how far an import of many files has come, and lets the user stop it between two files.
+#pragma once
+
+#include <afxwin.h>
+
+#include "host/viewer/resource.h"
+
+namespace host {
+
+class ProgressWindow : public CDialog {
+ public:
+  // Before `parent`, which cannot be used meanwhile.
+  explicit ProgressWindow(CWnd* parent);
+  ~ProgressWindow() override;
+
+  // Shows the file that comes next; false when the user has cancelled.
+  bool show(int done, int total, const CString& path);
+
+ protected:
+  void OnCancel() override { m_isCancelled = true; }
+  void OnOK() override {}
+
+ private:
+  CWnd* m_parent;
+  bool m_isCancelled = false;
+};
+
+}  // namespace host

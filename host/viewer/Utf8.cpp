@@ -1,0 +1,23 @@
+#include "host/viewer/Utf8.h"
+
+#include <afxwin.h>
+
+namespace host {
+
+CString fromUtf8(std::string_view text) {
+  const int size = static_cast<int>(text.size());
+  const int length = ::MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0);
+  CString wide;
+  ::MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.GetBuffer(length), length);
+  wide.ReleaseBuffer(length);
+  return wide;
+}
+
+std::string toUtf8(const CString& text) {
+  const int length = ::WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), nullptr, 0, nullptr, nullptr);
+  std::string narrow(static_cast<std::size_t>(length), '\0');
+  ::WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), narrow.data(), length, nullptr, nullptr);
+  return narrow;
+}
+
+}  // namespace host

@@ -1,0 +1,248 @@
+#include "host/viewer/ViewPanel.h"
+
+#include <afxcmn.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <string>
+
+#include "host/session/SetSwitches.h"
+
+namespace host {
+
+namespace {
+
+// Where the tolerance slider stops, mm; the first is the slice alone, behind the last come all depths.
+constexpr std::array tolerances{0.0, 1.0, 2.0, 3.0, 5.0, 7.5, 10.0, 15.0, 20.0, 30.0, 50.0};
+constexpr int allDepths = static_cast<int>(tolerances.size());
+
+constexpr int smallestGlyph = 3;  // pixels
+constexpr int largestGlyph = 31;
+constexpr int smallestBall = 2;  // half mm
+constexpr int largestBall = 16;
+
+CString textOf(double value) {
+  std::array<char, 32> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+  return CString(std::string(digits.data(), end.ptr).c_str());
+}
+
+enum class Typed { nothing, number, mistake };
+
+// A number with a point or a comma, and blanks around it.
+Typed readNumber(const CString& text, double& value) {
+  std::string digits;
+  for (int i = 0; i < text.GetLength(); ++i) {
+    const TCHAR unit = text[i];
+    if (unit == _T(','))
+      digits += '.';
+    else if (unit != _T(' '))
+      digits += unit < 128 ? static_cast<char>(unit) : '?';
+  }
+  if (digits.empty())
+    return Typed::nothing;
+  const auto end = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  const bool isNumber =
+      end.ec == std::errc() && end.ptr == digits.data() + digits.size() && std::isfinite(value);
+  return isNumber ? Typed::number : Typed::mistake;
+}
+
+CString toleranceText(const ViewSettings& view) {
+  if (!view.toleranceMm)
+    return _T("in all depths");
+  if (*view.toleranceMm == 0.0)
+    return _T("on this slice only");
+  return _T("within ") + textOf(*view.toleranceMm) + _T(" mm of the slice");
+}
+
+int sliderStop(const std::optional<double>& tolerance) {
+  if (!tolerance)
+    return allDepths;
+  int nearest = 0;
+  for (int stop = 1; stop < allDepths; ++stop)
+    if (std::abs(tolerances[static_cast<std::size_t>(stop)] - *tolerance) <
+        std::abs(tolerances[static_cast<std::size_t>(nearest)] - *tolerance))
+      nearest = stop;
+  return nearest;
+}
+
+// The limit of the filter that a field holds, null for another field.
+std::optional<double>* limitOf(DipoleFilter& filter, UINT field) {
+  switch (field) {
+    case IDC_FILTER_ERROR_LEAST:
+      return &filter.fitError.least;
+    case IDC_FILTER_ERROR_MOST:
+      return &filter.fitError.most;
+    case IDC_FILTER_MOMENT_LEAST:
+      return &filter.moment.least;
+    case IDC_FILTER_MOMENT_MOST:
+      return &filter.moment.most;
+    case IDC_FILTER_LATENCY_LEAST:
+      return &filter.latency.least;
+    case IDC_FILTER_LATENCY_MOST:
+      return &filter.latency.most;
+    default:
+      return nullptr;
+  }
+}
+
+constexpr std::array<std::optional<DipoleValue>, 4> colourChoices{std::nullopt, DipoleValue::latency,
+                                                                  DipoleValue::fitError, DipoleValue::moment};
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(ViewPanel, CDialog)
+ON_WM_HSCROLL()
+ON_CBN_SELCHANGE(IDC_COLOR_BY, &ViewPanel::OnColorBy)
+ON_BN_CLICKED(IDC_FILTER_CLEAR, &ViewPanel::OnClearFilter)
+ON_CONTROL_RANGE(BN_CLICKED, ID_VIEW_SHOW_DIPOLES, ID_VIEW_LEGEND, &ViewPanel::OnSwitch)
+ON_CONTROL_RANGE(EN_CHANGE, IDC_LATENCY_FROM, IDC_FILTER_LATENCY_MOST, &ViewPanel::OnLimit)
+END_MESSAGE_MAP()
+
+BOOL ViewPanel::createIn(CWnd* frame) {
+  return Create(IDD_VIEW_PANEL, frame);
+}
+
+BOOL ViewPanel::OnInitDialog() {
+  CDialog::OnInitDialog();
+  SendDlgItemMessage(IDC_TOLERANCE, TBM_SETRANGE, TRUE, MAKELPARAM(0, allDepths));
+  SendDlgItemMessage(IDC_GLYPH_SIZE, TBM_SETRANGE, TRUE, MAKELPARAM(smallestGlyph, largestGlyph));
+  SendDlgItemMessage(IDC_BALL_SIZE, TBM_SETRANGE, TRUE, MAKELPARAM(smallestBall, largestBall));
+  for (const LPCTSTR choice : {_T("Each dipole's own"), _T("Latency"), _T("Fit error"), _T("Moment")})
+    SendDlgItemMessage(IDC_COLOR_BY, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(choice));
+  refresh();
+  return FALSE;  // the focus stays where it is
+}
+
+int ViewPanel::width() const {
+  CRect place;
+  GetWindowRect(&place);
+  return place.Width();
+}
+
+void ViewPanel::refresh() {
+  m_isFilling = true;
+  showSwitches();
+  showSliders();
+  showColourChoice();
+  showLimits();
+  m_isFilling = false;
+}
+
+void ViewPanel::showSwitches() {
+  const CDipoleFace9File& set = m_session.dipoles();
+  const auto show = [this](int box, bool isOn) { CheckDlgButton(box, isOn ? BST_CHECKED : BST_UNCHECKED); };
+  show(ID_VIEW_SHOW_DIPOLES, set.isShowDipoleArray() != 0);
+  show(ID_VIEW_CURRENT_ONLY, set.m_showCurrentDipoleOnly != 0);
+  show(ID_VIEW_ARROWS, areArrowsShown(set));
+  show(ID_VIEW_FIDUCIALS, set.getShowFiducialPt() != 0);
+  show(ID_VIEW_OVERLAP, set.getShowDipole2DOverlap() != 0);
+  show(ID_VIEW_LATENCY_WINDOW, set.getShowDipoleLatencySelected() != 0);
+  show(ID_VIEW_LEGEND, m_session.view().showLegend);
+}
+
+void ViewPanel::showSliders() {
+  const ViewSettings& view = m_session.view();
+  const auto set = [this](int slider, int position) {
+    SendDlgItemMessage(slider, TBM_SETPOS, TRUE, position);
+  };
+  set(IDC_TOLERANCE, sliderStop(view.toleranceMm));
+  set(IDC_GLYPH_SIZE, view.glyphPixels);
+  set(IDC_BALL_SIZE, static_cast<int>(std::lround(view.ballRadius * 2.0)));
+  const bool overlaps = m_session.dipoles().getShowDipole2DOverlap() != 0;
+  GetDlgItem(IDC_TOLERANCE)->EnableWindow(overlaps ? TRUE : FALSE);
+  SetDlgItemText(IDC_TOLERANCE_TEXT, overlaps ? toleranceText(view) : CString(_T("on this slice only")));
+}
+
+void ViewPanel::showColourChoice() {
+  const auto chosen = std::find(colourChoices.begin(), colourChoices.end(), m_session.view().colourBy);
+  SendDlgItemMessage(IDC_COLOR_BY, CB_SETCURSEL, static_cast<WPARAM>(chosen - colourChoices.begin()));
+  GetDlgItem(ID_VIEW_LEGEND)->EnableWindow(m_session.view().colourBy ? TRUE : FALSE);
+}
+
+// A field is written only when it does not say the number already, so that typing is not disturbed.
+void ViewPanel::showLimits() {
+  ViewSettings& view = m_session.view();
+  const auto show = [this](int field, const std::optional<double>& value) {
+    CString text;
+    GetDlgItemText(field, text);
+    double number = 0.0;
+    const Typed typed = readNumber(text, number);
+    const bool isShown = value ? typed == Typed::number && number == *value : typed != Typed::number;
+    if (!isShown)
+      SetDlgItemText(field, value ? textOf(*value) : CString());
+  };
+  show(IDC_LATENCY_FROM, view.latency.from);
+  show(IDC_LATENCY_TO, view.latency.to);
+  for (int field = IDC_FILTER_ERROR_LEAST; field <= IDC_FILTER_LATENCY_MOST; ++field)
+    show(field, *limitOf(view.filter, static_cast<UINT>(field)));
+  SetDlgItemText(IDC_FILTER_TEXT, view.filter.isSet() ? _T("Filter is on") : _T(""));
+}
+
+void ViewPanel::changed() {
+  refresh();
+  m_onChange();
+}
+
+void ViewPanel::OnSwitch(UINT id) {
+  GetParent()->SendMessage(WM_COMMAND, id);
+}
+
+void ViewPanel::OnHScroll(UINT /*code*/, UINT /*position*/, CScrollBar* control) {
+  if (control == nullptr)
+    return;
+  ViewSettings& view = m_session.view();
+  const int position = static_cast<int>(control->SendMessage(TBM_GETPOS));
+  switch (control->GetDlgCtrlID()) {
+    case IDC_TOLERANCE:
+      view.toleranceMm.reset();
+      if (position < allDepths)
+        view.toleranceMm = tolerances[static_cast<std::size_t>(position)];
+      break;
+    case IDC_GLYPH_SIZE:
+      view.glyphPixels = position;
+      break;
+    default:
+      view.ballRadius = position * 0.5;
+      break;
+  }
+  changed();
+}
+
+void ViewPanel::OnColorBy() {
+  const LRESULT chosen = SendDlgItemMessage(IDC_COLOR_BY, CB_GETCURSEL);
+  if (chosen >= 0)
+    m_session.view().colourBy = colourChoices[static_cast<std::size_t>(chosen)];
+  changed();
+}
+
+void ViewPanel::OnLimit(UINT id) {
+  if (m_isFilling)
+    return;
+  CString text;
+  GetDlgItemText(static_cast<int>(id), text);
+  double number = 0.0;
+  const Typed typed = readNumber(text, number);
+  ViewSettings& view = m_session.view();
+  if (std::optional<double>* const limit = limitOf(view.filter, id)) {
+    // What is not a number limits nothing, and the panel says so.
+    *limit = typed == Typed::number ? std::optional(number) : std::nullopt;
+  } else if (typed == Typed::number) {
+    (id == IDC_LATENCY_FROM ? view.latency.from : view.latency.to) = number;
+  }
+  changed();
+  if (typed == Typed::mistake)
+    SetDlgItemText(IDC_FILTER_TEXT, _T("Not a number: ") + text);
+}
+
+void ViewPanel::OnClearFilter() {
+  m_session.view().filter = DipoleFilter();
+  for (int field = IDC_FILTER_ERROR_LEAST; field <= IDC_FILTER_LATENCY_MOST; ++field)
+    SetDlgItemText(field, _T(""));
+  changed();
+}
+
+}  // namespace host

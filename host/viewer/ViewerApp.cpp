@@ -1,0 +1,83 @@
+#include "host/viewer/ViewerApp.h"
+
+#include <algorithm>
+#include <commctrl.h>
+#include <filesystem>
+#include <shellapi.h>
+#include <vector>
+
+namespace host {
+
+namespace {
+
+std::vector<CString> arguments() {
+  int count = 0;
+  LPWSTR* const words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+  std::vector<CString> texts;
+  for (int i = 1; i < count; ++i)
+    texts.emplace_back(words[i]);
+  ::LocalFree(words);
+  return texts;
+}
+
+CString wholePath(const CString& path) {
+  return std::filesystem::absolute(std::filesystem::path(path.GetString())).wstring().c_str();
+}
+
+// Heads first, so that dipoles find theirs.
+bool isBefore(const CString& a, const CString& b) {
+  const auto rank = [](CString path) {
+    path.MakeLower();
+    if (path.Right(4) == _T(".nii") || path.Right(7) == _T(".nii.gz"))
+      return 0;
+    return path.Right(7) == _T(".dipset") ? 1 : 2;
+  };
+  return rank(a) < rank(b);
+}
+
+}  // namespace
+
+BOOL ViewerApp::InitInstance() {
+  INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_WIN95_CLASSES | ICC_LISTVIEW_CLASSES};
+  ::InitCommonControlsEx(&controls);
+  SetRegistryKey(_T("Dipole"));
+  auto* const made = new MainFrame;  // ends itself with its window
+  m_pMainWnd = made;
+  if (!made->create())
+    return FALSE;
+  constexpr int width = 1280;
+  constexpr int height = 940;
+  made->SetWindowPos(nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
+  made->ShowWindow(m_nCmdShow);
+  made->UpdateWindow();
+  openArguments();
+  return TRUE;
+}
+
+void ViewerApp::openArguments() {
+  std::vector<CString> files;
+  CString fiducials;
+  const std::vector<CString> words = arguments();
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    if (words[i] == _T("--fiducials") && i + 1 < words.size())
+      fiducials = wholePath(words[++i]);
+    else
+      files.push_back(wholePath(words[i]));
+  }
+  std::stable_sort(files.begin(), files.end(), isBefore);
+  const auto firstOther = std::find_if(files.begin(), files.end(),
+                                       [](const CString& path) { return isBefore(_T("x.nii"), path); });
+  if (firstOther != files.begin())
+    frame()->openFiles({files.begin(), firstOther});
+  if (!fiducials.IsEmpty())
+    frame()->registerFromFile(fiducials);
+  frame()->openFiles({firstOther, files.end()});
+}
+
+BOOL ViewerApp::OnIdle(LONG count) {
+  if (frame() != nullptr)
+    frame()->onIdle();
+  return CWinApp::OnIdle(count);
+}
+
+}  // namespace host
