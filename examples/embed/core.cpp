@@ -1,0 +1,89 @@
+// Dipoles without windows: reads dipole files, prints a line for each dipole, and writes all as a text table.
+//
+//   core TABLE.txt FILE.dip...
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "module/dipole.h"
+#include "platform/Operator.h"
+#include "platform/Utf.h"
+
+namespace {
+
+CString absolute(const char* path) {
+  return fromUtf8(std::filesystem::absolute(path).string());
+}
+
+// Stands where a user would: hears what the module tells, answers its questions with care (No, where there is
+// a No) and names the file that it asks for.
+class Answers : public Operator {
+ public:
+  explicit Answers(CString table) : m_table(std::move(table)) {}
+
+  int answerMessage(LPCTSTR text, UINT type) override {
+    std::fprintf(stderr, "%s\n", toUtf8(text).c_str());
+    return carefulAnswer(type);
+  }
+
+  bool chooseFiles(const FileQuestion& question, std::vector<CString>& paths) override {
+    if (question.open)
+      return false;
+    paths = {m_table};
+    return true;
+  }
+
+  bool chooseColor(COLORREF /*initial*/, COLORREF& /*chosen*/) override { return false; }
+
+ private:
+  CString m_table;
+};
+
+void print(const CDipoleszq& dipole) {
+  const auto& [left, up, front] = dipole.m_location;  // mm in the head frame
+  const char* const side = left > 0.0 ? "left" : left < 0.0 ? "right" : "middle";
+  std::printf("%-12s %-6s %7.2f %7.2f %7.2f mm %8.2f ms %6.2f %%\n", toUtf8(dipole.m_label).c_str(), side,
+              left, up, front, dipole.m_latency, dipole.m_fitError);
+}
+
+int run(int count, char** arguments) {
+  Answers answers(absolute(arguments[1]));
+  installOperator(&answers);  // before the first call of the module
+
+  std::vector<CString> files;
+  for (int i = 2; i < count; ++i)
+    files.push_back(absolute(arguments[i]));  // all before the first import, which changes the current folder
+
+  const auto dipoles = std::make_unique<CDipoleFace9File>();  // large: on the heap
+  for (CString& file : files) {
+    if (dipoles->importDipoleX(file, false) == 0)  // goes by the ending, and adds to what is there
+      std::fprintf(stderr, "%s was not imported\n", toUtf8(file).c_str());
+  }
+  for (int slot = 0; slot < dipoles->m_totalDipoles; ++slot) {
+    if (const CDipoleszq* dipole = dipoles->getDipole(slot))  // a slot may be empty
+      print(*dipole);
+  }
+  const bool isWritten = dipoles->exportExelFile() == 1;
+  installOperator(nullptr);
+  return isWritten && dipoles->m_totalDipoles > 0 ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count < 3) {
+    std::fprintf(stderr, "core TABLE.txt FILE.dip...\n");
+    return 2;
+  }
+  try {
+    return run(count, arguments);
+  } catch (CException* fault) {  // of the module: by pointer, as in MFC
+    fault->ReportError();
+    fault->Delete();
+  } catch (const std::exception& fault) {
+    std::fprintf(stderr, "%s\n", fault.what());
+  }
+  return 1;
+}
