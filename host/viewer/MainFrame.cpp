@@ -17,8 +17,6 @@ constexpr COLORREF gapColour = RGB(64, 70, 80);
 constexpr UINT_PTR quietTimer = 1;
 constexpr UINT quietMilliseconds = 250;
 
-enum StatusPart { pointerPart, crosshairPart, dipolePart, countPart, statusParts };
-
 CString number(double value, int decimals) {
   CString text;
   text.Format(_T("%.*f"), decimals, value);
@@ -103,10 +101,11 @@ MainFrame::MainFrame()
     : m_dipoles(std::make_unique<CDipoleFacezq>()),
       m_session(std::make_unique<Session>(*m_dipoles)),
       m_panel(*m_session, [this] { repaintPanes(); }) {
-  m_panes[0] = std::make_unique<SliceWindow>(*this, 0, View::axial);
-  m_panes[1] = std::make_unique<SliceWindow>(*this, 1, View::coronal);
-  m_panes[2] = std::make_unique<SliceWindow>(*this, 2, View::sagittal);
-  auto scene = std::make_unique<SceneWindow>(*this, 3);
+  PaneOwner& owner = *this;
+  m_panes[0] = std::make_unique<SliceWindow>(owner, 0, View::axial);
+  m_panes[1] = std::make_unique<SliceWindow>(owner, 1, View::coronal);
+  m_panes[2] = std::make_unique<SliceWindow>(owner, 2, View::sagittal);
+  auto scene = std::make_unique<SceneWindow>(owner, 3);
   m_scene = scene.get();
   m_panes[3] = std::move(scene);
   theFrame = this;

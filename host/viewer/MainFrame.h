@@ -47,6 +47,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   [[nodiscard]] CString statusText(int part) const;
 
   static constexpr int paneCount = 4;  // axial, coronal, sagittal, 3D
+  enum StatusPart { pointerPart, crosshairPart, dipolePart, countPart, statusParts };
 
  protected:
   void PostNcDestroy() override;
@@ -82,6 +83,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   bool saveAsked();
   void openSet(const CString& path);
   void importFiles(const std::vector<CString>& paths);
+  Image currentPicture();
   CString askForName(bool isOpen, LPCTSTR extension, LPCTSTR filter, LPCTSTR proposal = nullptr);
   std::vector<CString> askForNames(LPCTSTR filter);
   void exportTo(LPCTSTR extension, LPCTSTR filter, void (Session::*write)(const CString&));

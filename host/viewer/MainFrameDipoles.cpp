@@ -2,6 +2,7 @@
 #include <stdexcept>
 
 #include "host/FiducialFile.h"
+#include "host/PathText.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/Utf8.h"
 
@@ -75,7 +76,7 @@ void MainFrame::OnRegisterFromSet() {
 }
 
 bool MainFrame::registerFromFile(const CString& path) {
-  return registerWith([&] { return readFiducialFile(toUtf8(path)); });
+  return registerWith([&] { return readFiducialFile(pathOf(path)); });
 }
 
 void MainFrame::OnRegisterFromFile() {

@@ -1,7 +1,10 @@
 // The commands of the menu File.
+#include <afxdlgs.h>
+
 #include <filesystem>
 #include <stdexcept>
 
+#include "host/PathText.h"
 #include "host/session/WholePicture.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/PngFile.h"
@@ -229,16 +232,22 @@ void MainFrame::OnExportCsv() {
   exportTo(_T("csv"), _T("CSV tables (*.csv)|*.csv|All files (*.*)|*.*||"), &Session::exportCsv);
 }
 
+// What the panes show, with what a reader of the picture must know.
+Image MainFrame::currentPicture() {
+  WholePictureTexts texts;
+  texts.patientId = m_dipoles->m_totalDipoles > 0 ? utf8Of(m_dipoles->m_patient) : std::string();
+  const CString& path = m_session->setPath();
+  texts.files = {m_session->head().name, path.IsEmpty() ? std::string() : utf8Of(nameOf(path))};
+  texts.settings = {utf8Of(statusText(dipolePart)), utf8Of(statusText(countPart))};
+  return fourPanes(pane(0).picture(), pane(1).picture(), pane(2).picture(), pane(3).picture(), texts);
+}
+
 void MainFrame::OnSavePicture() {
   const CString path = askForName(false, _T("png"), _T("PNG pictures (*.png)|*.png|All files (*.*)|*.*||"));
   if (path.IsEmpty())
     return;
   try {
-    writePng(m_singlePane >= 0 ? pane(m_singlePane).picture()
-                               : wholePicture({&pane(0).picture(), &pane(1).picture(), &pane(2).picture(),
-                                               &pane(3).picture()},
-                                              paneContents()),
-             path);
+    writePng(currentPicture(), path);
   } catch (const std::exception& problem) {
     tell(problem);
   }
@@ -249,7 +258,7 @@ void MainFrame::OnRecent(UINT id) {
   if (number >= m_session->recentSets().paths().size() || !mayDropChanges())
     return;
   const CString path = m_session->recentSets().paths()[number];
-  if (!std::filesystem::exists(std::filesystem::path(path.GetString()))) {
+  if (!std::filesystem::exists(pathOf(path))) {
     m_session->recentSets().remove(path);
     writeRecent();
   }

@@ -13,11 +13,4 @@ CString fromUtf8(std::string_view text) {
   return wide;
 }
 
-std::string toUtf8(const CString& text) {
-  const int length = ::WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), nullptr, 0, nullptr, nullptr);
-  std::string narrow(static_cast<std::size_t>(length), '\0');
-  ::WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), narrow.data(), length, nullptr, nullptr);
-  return narrow;
-}
-
 }  // namespace host

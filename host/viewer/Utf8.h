@@ -1,14 +1,12 @@
-// Between the pictures' texts, UTF-8, and those of the windows.
+// From the pictures' texts, UTF-8, to those of the windows; host/PathText.h has the other way.
 #pragma once
 
 #include <afx.h>
 
-#include <string>
 #include <string_view>
 
 namespace host {
 
 [[nodiscard]] CString fromUtf8(std::string_view text);
-[[nodiscard]] std::string toUtf8(const CString& text);
 
 }  // namespace host

@@ -6,6 +6,8 @@
 #include <shellapi.h>
 #include <vector>
 
+#include "host/PathText.h"
+
 namespace host {
 
 namespace {
@@ -21,7 +23,7 @@ std::vector<CString> arguments() {
 }
 
 CString wholePath(const CString& path) {
-  return std::filesystem::absolute(std::filesystem::path(path.GetString())).wstring().c_str();
+  return textOf(std::filesystem::absolute(pathOf(path)));
 }
 
 // Heads first, so that dipoles find theirs.
