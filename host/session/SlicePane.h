@@ -1,4 +1,5 @@
-// The picture of one slice pane: the grey slice through the crosshair with the dipoles near it, for a surgeon.
+// The picture of one slice pane: the grey slice through the crosshair with the dipoles near it, for a
+// surgeon.
 //
 // The module draws the dipoles' squares; the pane decides which. Axial and coronal pictures are radiological:
 // the patient's left is on the right. Lengths are mm in the head frame (x left, y up, z front); pixels count
