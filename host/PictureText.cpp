@@ -1,6 +1,5 @@
 #include "host/PictureText.h"
 
-#include <array>
 #include <utility>
 
 namespace host {
@@ -26,9 +25,23 @@ const StrokeFont& letterFont() {
 }
 
 void drawEdged(Image& image, const StrokeFont& font, int left, int top, std::string_view text, Rgb colour) {
-  for (const auto& [x, y] : {std::array{-1, 0}, {1, 0}, {0, -1}, {0, 1}})
-    font.draw(image, left + x, top + y, text, edgeInk);
-  font.draw(image, left, top, text, colour);
+  constexpr int edge = 1;
+  constexpr double full = 255.0;
+  // The strokes once, as white on black with room for the edge; the edge is the same four pixels around.
+  Image mask(font.width(text) + 4 * edge, font.lineHeight() + 4 * edge, {});
+  font.draw(mask, 2 * edge, 2 * edge, text, {255, 255, 255});
+  const auto strokeAt = [&](int column, int row) { return mask.pixel(column, row).red / full; };
+  for (int row = edge; row < mask.height() - edge; ++row)
+    for (int column = edge; column < mask.width() - edge; ++column) {
+      const double open = (1.0 - strokeAt(column - edge, row)) * (1.0 - strokeAt(column + edge, row)) *
+                          (1.0 - strokeAt(column, row - edge)) * (1.0 - strokeAt(column, row + edge));
+      const int x = left + column - 2 * edge;
+      const int y = top + row - 2 * edge;
+      if (open < 1.0)
+        image.blendPixel(x, y, edgeInk, 1.0 - open);
+      if (const double stroke = strokeAt(column, row); stroke > 0.0)
+        image.blendPixel(x, y, colour, stroke);
+    }
 }
 
 void TextBlock::add(const StrokeFont& font, std::string_view text, Rgb colour) {

@@ -44,7 +44,10 @@ void drawSides(Image& image, const SceneCamera& camera) {
 void drawAxes(Image& image, const SceneCamera& camera) {
   constexpr double reach = 26.0;
   constexpr double letterReach = 38.0;
+  constexpr int leastPicture = 220;  // pixels: in a smaller one they would stand over the head
   constexpr double leastSeen = 0.2;  // an axis along the line of sight has no direction in the picture
+  if ((std::min)(image.width(), image.height()) < leastPicture)
+    return;
   const double x = image.width() - margin - letterReach - 8.0;
   const double y = image.height() - margin - letterReach - 8.0;
   constexpr std::array<const char*, 3> letters{"L", "S", "A"};
@@ -62,9 +65,15 @@ void drawAxes(Image& image, const SceneCamera& camera) {
 }
 
 void drawScaleBar(Image& image, const SceneCamera& camera) {
-  const double mm = scaleBarMm(camera.scale(), image.width() * 0.25);
+  constexpr double leastBar = 12.0;
+  // In a narrow picture what the letters in the middle leave.
+  const double room =
+      image.width() * 0.5 - 3.0 * margin - letterFont().width("IA") * 0.5 - textFont().width("50 mm");
+  const double mm = scaleBarMm(camera.scale(), (std::min)(room, image.width() * 0.25));
   const double left = margin + 1.5;
   const double right = left + mm * camera.scale();
+  if (right - left > room || right - left < leastBar)
+    return;
   const double y = image.height() - margin - textFont().lineHeight() * 0.5;
   for (const LineStyle& line : {LineStyle{edgeInk, 4.0}, LineStyle{ink, 2.0}}) {
     drawLine(image, {left, y}, {right, y}, line);

@@ -108,12 +108,8 @@ void ScenePainter::place(const DipoleScene& scene, const SceneCamera& camera) {
   });
 }
 
-void ScenePainter::paint(DepthPicture& picture, const DipoleScene& scene,
-                         const std::vector<SlicePlane>& planes, const SceneCamera& camera,
-                         const SceneStyle& style) {
-  picture.clear(style.background);
-  for (const SlicePlane& plane : planes)
-    plane.draw(picture, camera);
+void ScenePainter::drawDipoles(DepthPicture& picture, const DipoleScene& scene, const SceneCamera& camera,
+                               const SceneStyle& style) {
   place(scene, camera);
   const double radius = ballRadiusIn(camera, style);
   const ArrowShape shape = arrowShape(radius);
@@ -133,6 +129,48 @@ void ScenePainter::paint(DepthPicture& picture, const DipoleScene& scene,
       drawArrow(picture, camera, placed.dipole->place, placed.dipole->place + placed.dipole->arrow, shape,
                 colour);
   }
+}
+
+// Over dipoles that are there: where a slice is nearer, it lets a part of their colour through.
+void ScenePainter::laySlicesOver(DepthPicture& picture, const std::vector<SlicePlane>& planes,
+                                 const SceneCamera& camera, const SceneStyle& style) {
+  if (!m_slices || m_slices->width() != picture.width() || m_slices->height() != picture.height())
+    m_slices.emplace(picture.width(), picture.height(), style.background);
+  else
+    m_slices->clear(style.background);
+  for (const SlicePlane& plane : planes)
+    plane.draw(*m_slices, camera);
+  for (int row = 0; row < picture.height(); ++row) {
+    float* depths = picture.depths(row);
+    Rgb* colours = picture.colours(row);
+    const float* sliceDepths = m_slices->depths(row);
+    const Rgb* sliceColours = m_slices->colours(row);
+    for (int column = 0; column < picture.width(); ++column) {
+      if (!(sliceDepths[column] < depths[column]))
+        continue;
+      const Rgb slice = sliceColours[column];
+      const Rgb behind = colours[column];
+      const bool isDipole = depths[column] < std::numeric_limits<float>::infinity();
+      const double part = style.seeThrough;
+      colours[column] = isDipole ? Rgb{mix(slice.red, behind.red, part), mix(slice.green, behind.green, part),
+                                       mix(slice.blue, behind.blue, part)}
+                                 : slice;
+      depths[column] = sliceDepths[column];
+    }
+  }
+}
+
+void ScenePainter::paint(DepthPicture& picture, const DipoleScene& scene,
+                         const std::vector<SlicePlane>& planes, const SceneCamera& camera,
+                         const SceneStyle& style) {
+  const bool isSeenThrough = style.seeThrough > 0.0 && !planes.empty();
+  picture.clear(style.background);
+  if (!isSeenThrough)
+    for (const SlicePlane& plane : planes)
+      plane.draw(picture, camera);
+  drawDipoles(picture, scene, camera, style);
+  if (isSeenThrough)
+    laySlicesOver(picture, planes, camera, style);
   drawFiducials(picture, camera, scene, style);
   if (style.showSphere && scene.sphere)
     drawSphere(picture, camera, *scene.sphere, style.lineWidth);
@@ -157,6 +195,8 @@ int pickDipole(const DipoleScene& scene, const std::vector<SlicePlane>& planes, 
       slot = dipole.slot;
     }
   }
+  if (style.seeThrough > 0.0)
+    return slot;
   const auto hides = [&](const SlicePlane& plane) { return plane.depthAt(camera, x, y) < nearest; };
   return std::any_of(planes.begin(), planes.end(), hides) ? -1 : slot;
 }

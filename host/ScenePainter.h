@@ -1,6 +1,7 @@
 // Draws a scene into a picture with depth: slices, balls, arrows, head sphere, fiducials.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "host/DepthPicture.h"
@@ -19,6 +20,9 @@ struct SceneStyle {
   double fade = 0.35;       // how much of the background covers the farthest dipoles, 0 to 1
   double fadeReach = 90.0;  // mm before and behind the camera's centre over which they fade
   double lineWidth = 1.5;   // pixels
+  // How much of the dipoles' colour shows through a slice before them, 0 to 1. Above 0 dipoles behind slices
+  // can be picked too.
+  double seeThrough = 0.0;
 };
 
 constexpr double fiducialRadius = 3.5;  // mm, of their circles
@@ -44,12 +48,19 @@ class ScenePainter {
     ScreenPoint at;
   };
   void place(const DipoleScene& scene, const SceneCamera& camera);
+  void drawDipoles(DepthPicture& picture, const DipoleScene& scene, const SceneCamera& camera,
+                   const SceneStyle& style);
+  void laySlicesOver(DepthPicture& picture, const std::vector<SlicePlane>& planes, const SceneCamera& camera,
+                     const SceneStyle& style);
 
-  std::vector<Placed> m_placed;  // kept from picture to picture for its memory
+  // Kept from picture to picture for their memory.
+  std::vector<Placed> m_placed;
+  std::optional<DepthPicture> m_slices;
 };
 
 // The slot of the dipole whose ball the pixel shows when nothing but balls and slices is drawn: the nearest
-// to the viewer, the lowest slot among equals; -1 when there is none or a slice hides it.
+// to the viewer, the lowest slot among equals; -1 when there is none or a slice hides it, unless slices are
+// seen through.
 [[nodiscard]] int pickDipole(const DipoleScene& scene, const std::vector<SlicePlane>& planes,
                              const SceneCamera& camera, const SceneStyle& style, int column, int row);
 

@@ -16,7 +16,8 @@ struct PaneContents {
   const ViewSettings& settings;
   Vector3 crosshair;  // the slices go through it
   GreyWindow window;
-  const ValueColors* colours = nullptr;  // null: each dipole has its own colour
+  // null: each dipole has its own colour, m_colorF, on slices too, so that it looks the same in all panes
+  const ValueColors* colours = nullptr;
 };
 
 }  // namespace host

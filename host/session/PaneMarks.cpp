@@ -50,9 +50,9 @@ void drawThinArrow(Image& image, const SliceArrow& arrow) {
   }
 }
 
-// What a text beside the letter at the top or the bottom may take.
+// What a text beside the letters at the top or the bottom may take; up to three stand there in 3D.
 int roomBesideLetter(const Image& image) {
-  return image.width() / 2 - 2 * margin - letterFont().lineHeight() / 2;
+  return image.width() / 2 - 2 * margin - letterFont().lineHeight();
 }
 
 // Returns the first row that the warnings take, or that of the letter below them.
@@ -72,27 +72,26 @@ int drawWarnings(Image& image, const std::vector<CaptionLine>& warnings) {
   return first;
 }
 
-// The title and the lines below it, down to the row that is taken.
+// The title and the lines below it, above the row that is taken and in no more than the upper part of the
+// picture: the head is worth more than its caption.
 void drawCaption(Image& image, const PaneTexts& texts, int takenRow) {
-  const int letterRow = (image.height() - letterFont().lineHeight()) / 2 - margin;
-  const int lowest = (std::min)(takenRow, letterRow);
-  const StrokeFont& title =
-      headFont().width(texts.title) <= roomBesideLetter(image) ? headFont() : noteFont();
+  constexpr double upperPart = 0.3;
+  constexpr int small = 300;  // pixels
+  const int letterFoot = 2 * margin + letterFont().lineHeight();
+  const int lowest = (std::min)(takenRow, static_cast<int>(image.height() * upperPart));
+  const bool isSmall = (std::min)(image.width(), image.height()) < small;
+  const StrokeFont& titleFont = isSmall ? textFont() : headFont();
+  const StrokeFont& font = isSmall ? noteFont() : textFont();
   int top = margin;
-  if (title.width(texts.title) > roomBesideLetter(image) || top + title.lineHeight() > lowest)
+  if (titleFont.width(texts.title) > roomBesideLetter(image) || top + titleFont.lineHeight() > lowest)
     return;
-  drawEdged(image, title, margin, top, texts.title, ink);
-  top = 2 * margin + (std::max)(title.lineHeight(), letterFont().lineHeight() / 2);
+  drawEdged(image, titleFont, margin, top, texts.title, ink);
+  top += titleFont.lineHeight() + margin;
   for (const CaptionLine& line : texts.lines) {
-    // Beside the letter at the top there is half a pane, below it a whole one.
-    const int room =
-        top < margin + letterFont().lineHeight() ? roomBesideLetter(image) : image.width() - 2 * margin;
-    const StrokeFont& font = textFont().width(line.text) <= room ? textFont() : noteFont();
-    if (font.width(line.text) > image.width() - 2 * margin || top + font.lineHeight() > lowest)
-      return;
-    if (font.width(line.text) > room)
-      top = 2 * margin + letterFont().lineHeight();
-    if (top + font.lineHeight() > lowest)
+    const int width = font.width(line.text);
+    if (width > roomBesideLetter(image))
+      top = (std::max)(top, letterFoot);
+    if (width > image.width() - 2 * margin || top + font.lineHeight() > lowest)
       return;
     drawEdged(image, font, margin, top, line.text, line.colour);
     top += font.lineHeight() + 1;

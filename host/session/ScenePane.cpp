@@ -71,6 +71,7 @@ SceneStyle ScenePane::styleOf(const PaneContents& contents) const {
   constexpr double largestBall = 50.0;
   SceneStyle style;
   style.background = pictureBackground;
+  style.seeThrough = 0.45;  // a slice through the crosshair must not make dipoles vanish
   style.ballRadius = std::clamp(contents.settings.ballRadius, smallestBall, largestBall);
   return style;
 }

@@ -24,6 +24,7 @@ constexpr double coarsest = 5.0;
 constexpr double farthestMiddle = 300.0;  // mm
 constexpr double farthestSlice = 1000.0;  // mm
 constexpr int largestGlyph = 64;          // pixels
+constexpr int edgePixels = 1;             // around a square
 // Wider than any depth that a dipole can have: one slice holds them all.
 constexpr double endlessSpacing = 1e6;  // mm
 constexpr int pixelsPerCell = 1;
@@ -34,16 +35,18 @@ double toleranceOf(const PaneContents& contents) {
   return contents.settings.toleranceMm.value_or(std::numeric_limits<double>::infinity());
 }
 
-COLORREF colourOf(const PaneContents& contents, const CDipoleszq& dipole) {
-  if (contents.colours == nullptr)
-    return dipole.m_color;
-  const Rgb colour = contents.colours->colorOf(dipole);
+Rgb colourOf(const PaneContents& contents, const CDipoleszq& dipole) {
+  return contents.colours != nullptr ? contents.colours->colorOf(dipole) : ownColour(dipole);
+}
+
+COLORREF colorRef(Rgb colour) {
   return RGB(colour.red, colour.green, colour.blue);
 }
 
-Rgb rgbOf(COLORREF colour) {
-  return {static_cast<std::uint8_t>(colour & 0xFFU), static_cast<std::uint8_t>((colour >> 8U) & 0xFFU),
-          static_cast<std::uint8_t>((colour >> 16U) & 0xFFU)};
+// Dark around a bright square, bright around a dark one: seen over bone as over the ventricles.
+Rgb edgeColour(Rgb colour) {
+  constexpr int dark = 3 * 60;
+  return colour.red + colour.green + colour.blue < dark ? ink : edgeInk;
 }
 
 // The module's volume: the pane's grid in the plane, one slice along the third axis.
@@ -181,46 +184,69 @@ void SlicePane::takeStock(const PaneContents& contents) {
   m_account.nowhere = count.nowhere;
 }
 
+// The squares of the dipoles that are switched on, centred on their pixels.
+void SlicePane::drawSquares(CDipoleFace9File& dipoles, CDC& dc, int size) const {
+  // The module hangs a square to the right of and below its pixel.
+  const int shift = (size - 1) / 2;
+  dc.SetViewportOrg(-m_grid.origin().column - shift, -m_grid.origin().row - shift);
+  drawWholeSet(dipoles, dc, m_grid);
+  CDipoleszq* current = nullptr;
+  for (const Drawn& drawn : m_drawn) {
+    CDipoleszq& dipole = *dipoles.m_dipoles[drawn.slot];
+    // The module's rule withholds what lies below the origin; a viewer must not lose it.
+    if (m_view == View::axial && dipole.m_location[1] < 0.0)
+      drawOne(dipole, dc, m_grid);
+    if (drawn.slot == dipoles.m_currentDipole)
+      current = &dipole;
+  }
+  // Nothing covers the current one.
+  if (current != nullptr)
+    drawOne(*current, dc, m_grid);
+}
+
 void SlicePane::drawDipoles(const PaneContents& contents) {
   if (m_drawn.empty())
     return;
   CDipoleFace9File& dipoles = contents.dipoles;
   BitmapCanvas canvas(m_picture);
-  // The module hangs a square to the right of and below its pixel.
-  const int shift = (m_glyph - 1) / 2;
-  canvas.dc().SetViewportOrg(-m_grid.origin().column - shift, -m_grid.origin().row - shift);
   {
     DisplayOverride display(dipoles);
-    for (const Drawn& drawn : m_drawn)
-      display.show(drawn.slot, m_glyph, colourOf(contents, *dipoles.m_dipoles[drawn.slot]));
     setVolume(dipoles, m_grid);
-    drawWholeSet(dipoles, canvas.dc(), m_grid);
-    CDipoleszq* current = nullptr;
-    for (const Drawn& drawn : m_drawn) {
-      CDipoleszq& dipole = *dipoles.m_dipoles[drawn.slot];
-      // The module's rule withholds what lies below the origin; a viewer must not lose it.
-      if (m_view == View::axial && dipole.m_location[1] < 0.0)
-        drawOne(dipole, canvas.dc(), m_grid);
-      if (drawn.slot == dipoles.m_currentDipole)
-        current = &dipole;
+    for (const int edge : {edgePixels, 0}) {
+      const int size = m_glyph + 2 * edge;
+      for (const Drawn& drawn : m_drawn) {
+        const Rgb colour = colourOf(contents, *dipoles.m_dipoles[drawn.slot]);
+        display.show(drawn.slot, size, colorRef(edge > 0 ? edgeColour(colour) : colour));
+      }
+      drawSquares(dipoles, canvas.dc(), size);
     }
-    if (current != nullptr)
-      drawOne(*current, canvas.dc(), m_grid);
   }
   canvas.copyTo(m_picture);
 }
 
-std::vector<SliceArrow> SlicePane::arrowsOf(const PaneContents& contents) const {
+// Zero long for a dipole without an arrow, and for one straight out of the slice.
+SliceArrow SlicePane::arrowOfDrawn(const PaneContents& contents, const Drawn& drawn) const {
+  const CDipoleszq& dipole = *contents.dipoles.m_dipoles[drawn.slot];
+  const Vector3 arrow = arrowOf(dipole);
   const ViewAxes axes = axesOf(m_view);
+  return {drawn.at, arrow[axes.column] / mmPerPixel(), -arrow[axes.row] / mmPerPixel(),
+          colourOf(contents, dipole)};
+}
+
+std::vector<SliceArrow> SlicePane::arrowsOf(const PaneContents& contents) const {
   std::vector<SliceArrow> arrows;
-  for (const Drawn& drawn : m_drawn) {
-    const CDipoleszq& dipole = *contents.dipoles.m_dipoles[drawn.slot];
-    const Vector3 arrow = arrowOf(dipole);
-    if (arrow[axes.column] != 0.0 || arrow[axes.row] != 0.0)
-      arrows.push_back({drawn.at, arrow[axes.column] / mmPerPixel(), -arrow[axes.row] / mmPerPixel(),
-                        rgbOf(colourOf(contents, dipole))});
-  }
+  arrows.reserve(m_drawn.size());
+  for (const Drawn& drawn : m_drawn)
+    arrows.push_back(arrowOfDrawn(contents, drawn));
   return arrows;
+}
+
+void SlicePane::markCurrent(const PaneContents& contents) {
+  for (const Drawn& drawn : m_drawn)
+    if (drawn.slot == contents.dipoles.m_currentDipole) {
+      drawArrows(m_picture, {arrowOfDrawn(contents, drawn)});
+      drawCurrentRing(m_picture, drawn.at, m_glyph);
+    }
 }
 
 void SlicePane::drawTexts(const PaneContents& contents) {
@@ -258,11 +284,10 @@ const Image& SlicePane::paint(const PaneContents& contents) {
 
   m_picture = m_grey.picture(contents.head, m_grid.samples(), contents.window);
   drawCrosshair(m_picture, m_grid.pixelAt(contents.crosshair));
-  drawDipoles(contents);
+  // Squares over arrows: where a dipole lies comes first. The current one over all others.
   drawArrows(m_picture, arrowsOf(contents));
-  for (const Drawn& drawn : m_drawn)
-    if (drawn.slot == contents.dipoles.m_currentDipole)
-      drawCurrentRing(m_picture, drawn.at, m_glyph);
+  drawDipoles(contents);
+  markCurrent(contents);
   drawTexts(contents);
   return m_picture;
 }

@@ -61,8 +61,11 @@ class SlicePane {
   void fitTo(const Head& head);
   void takeStock(const PaneContents& contents);
   void drawDipoles(const PaneContents& contents);
+  void drawSquares(CDipoleFace9File& dipoles, CDC& dc, int size) const;
   void drawTexts(const PaneContents& contents);
   [[nodiscard]] bool isSquareSeen(const PixelPoint& at) const;
+  void markCurrent(const PaneContents& contents);
+  [[nodiscard]] SliceArrow arrowOfDrawn(const PaneContents& contents, const Drawn& drawn) const;
   [[nodiscard]] std::vector<SliceArrow> arrowsOf(const PaneContents& contents) const;
 
   View m_view;
