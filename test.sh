@@ -1,7 +1,7 @@
 #!/bin/sh
 # Installs what is missing, builds everything and runs every test: natively under the address and the
-# undefined-behaviour sanitizers, the Windows build under Wine with pictures of its windows, short fuzzing, and
-# the style of the sources.
+# undefined-behaviour sanitizers, the Windows build under Wine with pictures of its windows, short fuzzing, the
+# packages and the style of the sources.
 set -eu
 cd "$(dirname "$0")"
 . scripts/packages.sh
@@ -36,5 +36,7 @@ fuzz/run.sh
 say "Optimised build with the benchmark, which is built but not judged here"
 cmake --preset native -DDIPOLE_TESTS=OFF
 cmake --build build/native
+
+scripts/package.sh
 
 say "All tests passed"

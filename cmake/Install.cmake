@@ -19,6 +19,13 @@ endfunction()
 
 # To be called when every target is there.
 function(install_package_files)
+  add_custom_target(packaged)                  # builds what a package holds
+  foreach(target IN ITEMS dipole platform dipole_tool viewer)
+    if(TARGET ${target})
+      add_dependencies(packaged ${target})
+    endif()
+  endforeach()
+
   include(CMakePackageConfigHelpers)
   configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/package/dipoleConfig.cmake.in
     ${PROJECT_BINARY_DIR}/package/dipoleConfig.cmake INSTALL_DESTINATION ${DIPOLE_INSTALL_CMAKE})

@@ -4,7 +4,7 @@ set -eu
 export LC_ALL=C.UTF-8  # columns are characters, not bytes
 cd "$(dirname "$0")/.."
 sources() {
-  find headmodel record collection import file ui module platform host tool tests bench fuzz \
+  find headmodel record collection import file ui module platform host tool tests bench fuzz examples \
     \( -name '*.h' -o -name '*.cpp' \) -print0
 }
 sources | xargs -0 clang-format --dry-run -Werror

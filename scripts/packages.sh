@@ -2,7 +2,7 @@
 
 run_packages="g++ cmake ninja-build zlib1g-dev libpng-dev libcli11-dev nlohmann-json3-dev mricron-data"
 test_packages="$run_packages libgtest-dev googletest g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 \
-  xvfb xauth fonts-wine python3 nifti-bin locales clang libclang-rt-14-dev clang-format"
+  xvfb xauth fonts-wine python3 nifti-bin locales clang libclang-rt-14-dev clang-format dpkg-dev unzip"
 
 say() { printf '\n== %s\n' "$*"; }
 

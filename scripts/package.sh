@@ -1,0 +1,67 @@
+#!/bin/sh
+# Builds the packages, a .deb for Linux and a zip for Windows, into out/packages, and tries both where nothing of
+# this repository is in sight: the tool, and the embedding example built and run from each package alone.
+set -eu
+cd "$(dirname "$0")/.."
+. scripts/packages.sh
+repository=$PWD
+
+say "Building the packages"
+cmake --preset native -DDIPOLE_TESTS=OFF
+cmake --build build/native --target packaged
+cmake --preset windows
+cmake --build build/windows --target packaged
+rm -rf out/packages
+for build in native windows; do
+  cpack --config build/$build/CPackConfig.cmake -B build/$build/packages \
+    -D CPACK_OUTPUT_FILE_PREFIX="$repository/out/packages"
+done
+
+export WINEPREFIX="${WINEPREFIX:-$repository/build/wine}" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml="
+clean=$(mktemp -d)
+trap 'rm -rf "$clean"' EXIT
+dpkg-deb -x out/packages/*.deb "$clean/linux"
+unzip -q out/packages/*.zip -d "$clean/zip"
+mv "$clean"/zip/* "$clean/windows"
+cd "$clean"
+
+say "From the Debian package: the tool"
+tool=linux/usr/bin/dipole
+examples=linux/usr/share/doc/dipole/examples
+"$tool" --version
+"$tool" draw "$examples/auditory.dip" --mri /usr/share/mricron/templates/ch2.nii.gz \
+  --fiducials "$examples/ch2.fiducials" --yes -o auditory.png
+head -c 8 auditory.png | grep -q PNG || { echo "auditory.png is no picture" >&2; exit 1; }
+
+# build_example NAME PACKAGE OPTION...: builds the example of an unpacked package into NAME.
+build_example() {
+  name=$1 package=$2
+  shift 2
+  cmake -S "$package/examples/embed" -B "$name" -G Ninja -DCMAKE_BUILD_TYPE=Release "$@" >"$name.log"
+  cmake --build "$name"
+  if grep -rqF "$repository" "$name" --include=CMakeCache.txt --include=build.ninja; then
+    echo "The example found the repository instead of its package." >&2
+    exit 1
+  fi
+}
+
+say "From the Debian package: the embedding example"
+build_example core linux/usr/share/doc/dipole -Ddipole_ROOT="$clean/linux/usr"
+core/core core.txt "$examples/auditory.dip" "$examples/median.txt"
+"$tool" convert --yes "$examples/auditory.dip" "$examples/median.txt" tool.txt
+cmp core.txt tool.txt
+
+say "From the zip: the embedding example, under Wine"
+build_example host windows -Ddipole_ROOT="$clean/windows" \
+  -DCMAKE_SYSTEM_NAME=Windows -DCMAKE_CXX_COMPILER=x86_64-w64-mingw32-g++-posix
+cp windows/examples/auditory.dip .
+xvfb-run -a -s "-screen 0 1600x1200x24" timeout 120 wine host/host.exe auditory.dip host.dipset --once
+# What the host saved is what the tool reads from the same file.
+"$tool" list --yes --csv host.dipset >saved.csv
+"$tool" list --yes --csv auditory.dip >read.csv
+cmp saved.csv read.csv
+cat saved.csv
+
+cd "$repository"
+say "Both packages work on their own:"
+ls -l out/packages
