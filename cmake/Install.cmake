@@ -20,11 +20,15 @@ endfunction()
 # To be called when every target is there.
 function(install_package_files)
   add_custom_target(packaged)                  # builds what a package holds
-  foreach(target IN ITEMS dipole platform dipole_tool viewer)
+  foreach(target IN ITEMS dipole platform dipole_program dipole_tool viewer)
     if(TARGET ${target})
       add_dependencies(packaged ${target})
     endif()
   endforeach()
+
+  if(TARGET viewer)
+    install(TARGETS viewer COMPONENT program RUNTIME DESTINATION bin)
+  endif()
 
   include(CMakePackageConfigHelpers)
   configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/package/dipoleConfig.cmake.in

@@ -7,7 +7,6 @@
 
 #include <cmath>
 #include <memory>
-#include <shellapi.h>
 
 #include "module/dipole.h"
 
@@ -56,7 +55,8 @@ int moveCrosshair(double, double, double, double) {  // zeros on purpose: the di
 
 void HostWindow::show(LPCTSTR path, bool isOnce) {
   const RECT place = {40, 40, 60 + voxels * zoom, 80 + voxels * zoom};
-  CreateEx(0, _T("DipoleHost"), _T("Host"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, place, nullptr, 0);
+  CreateEx(0, AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursor(nullptr, IDC_ARROW)), _T("Host"),
+           WS_OVERLAPPEDWINDOW | WS_VISIBLE, place, nullptr, 0);
   m_dipoles->setCbfUpdateViewers(&updateViewers);
   m_dipoles->setDimensionXYZ(voxels, voxels, voxels);
   m_dipoles->setSpaceXYZ(1.0, 1.0, 1.0);
@@ -99,59 +99,47 @@ void HostWindow::save(LPCTSTR path) {
   file.Close();
 }
 
-// The messages of the module. With --once nobody is there to answer: No, where there is a No.
 class HostApp : public CWinApp {
  public:
-  explicit HostApp(bool isOnce) : CWinApp(_T("Host")), m_isOnce(isOnce) {}
-
-  int DoMessageBox(LPCTSTR text, UINT type, UINT help) override {
-    if (!m_isOnce)
-      return CWinApp::DoMessageBox(text, type, help);
-    return (type & MB_TYPEMASK) == MB_OK ? IDOK : IDNO;
-  }
+  HostApp() : CWinApp(_T("Host")) {}
+  BOOL InitInstance() override;
+  int ExitInstance() override;
+  int DoMessageBox(LPCTSTR text, UINT type, UINT help) override;
 
  private:
-  bool m_isOnce;
+  std::unique_ptr<HostWindow> m_window;
+  bool m_isOnce = false;
 };
 
-void registerWindowClass() {
-  WNDCLASS description = {};
-  description.lpfnWndProc = &::DefWindowProc;  // the framework's, once an object takes over
-  description.hInstance = AfxGetInstanceHandle();
-  description.hCursor = ::LoadCursor(nullptr, IDC_ARROW);
-  description.lpszClassName = _T("DipoleHost");
-  ::RegisterClass(&description);
+HostApp theApp;  // the program's life: AfxWinMain calls InitInstance, Run and ExitInstance
+
+BOOL HostApp::InitInstance() {
+  if (__argc < 3)
+    return FALSE;
+  m_isOnce = __argc > 3;
+  m_window = std::make_unique<HostWindow>();
+  m_pMainWnd = m_window.get();
+  m_window->show(__wargv[1], m_isOnce);
+  return TRUE;
 }
 
-void run(LPCTSTR file, LPCTSTR set, bool isOnce) {
-  HostApp app(isOnce);
-  HostWindow window;
-  app.m_pMainWnd = &window;
+int HostApp::ExitInstance() {
   try {
-    registerWindowClass();
-    window.show(file, isOnce);
-    MSG message = {};
-    while (::GetMessage(&message, nullptr, 0, 0) > 0) {
-      if (AfxPreTranslateMessage(&message))  // so that Tab, Enter and Escape work in the module's dialogs
-        continue;
-      ::TranslateMessage(&message);
-      ::DispatchMessage(&message);
-    }
-    window.save(set);
+    if (m_window)
+      m_window->save(__wargv[2]);
   } catch (CException* fault) {  // by pointer, as in MFC
     fault->ReportError();
     fault->Delete();
   }
+  m_window.reset();  // the module's windows with it, while the program is still whole
+  return CWinApp::ExitInstance();
+}
+
+// All messages of the module pass here. With --once nobody is there to answer: No, where there is a No.
+int HostApp::DoMessageBox(LPCTSTR text, UINT type, UINT help) {
+  if (!m_isOnce)
+    return CWinApp::DoMessageBox(text, type, help);
+  return (type & MB_TYPEMASK) == MB_OK ? IDOK : IDNO;
 }
 
 }  // namespace
-
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-  int count = 0;
-  LPTSTR* const arguments = ::CommandLineToArgvW(::GetCommandLine(), &count);
-  if (count < 3)
-    return 2;
-  run(arguments[1], arguments[2], count > 3);
-  ::LocalFree(arguments);
-  return 0;
-}
