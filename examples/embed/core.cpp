@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <iostream>
 #include <memory>
 #include <vector>
 
@@ -24,7 +25,7 @@ class Answers : public Operator {
   explicit Answers(CString table) : m_table(std::move(table)) {}
 
   int answerMessage(LPCTSTR text, UINT type) override {
-    std::fprintf(stderr, "%s\n", toUtf8(text).c_str());
+    std::cerr << toUtf8(text) << '\n';
     return carefulAnswer(type);
   }
 
@@ -59,7 +60,7 @@ int run(int count, char** arguments) {
   const auto dipoles = std::make_unique<CDipoleFace9File>();  // large: on the heap
   for (CString& file : files) {
     if (dipoles->importDipoleX(file, false) == 0)  // goes by the ending, and adds to what is there
-      std::fprintf(stderr, "%s was not imported\n", toUtf8(file).c_str());
+      std::cerr << toUtf8(file) << " was not imported\n";
   }
   for (int slot = 0; slot < dipoles->m_totalDipoles; ++slot) {
     if (const CDipoleszq* dipole = dipoles->getDipole(slot))  // a slot may be empty
@@ -74,7 +75,7 @@ int run(int count, char** arguments) {
 
 int main(int count, char** arguments) {
   if (count < 3) {
-    std::fprintf(stderr, "core TABLE.txt FILE.dip...\n");
+    std::cerr << "core TABLE.txt FILE.dip...\n";
     return 2;
   }
   try {
@@ -83,7 +84,7 @@ int main(int count, char** arguments) {
     fault->ReportError();
     fault->Delete();
   } catch (const std::exception& fault) {
-    std::fprintf(stderr, "%s\n", fault.what());
+    std::cerr << fault.what() << '\n';
   }
   return 1;
 }

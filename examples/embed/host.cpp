@@ -19,7 +19,6 @@ constexpr UINT_PTR closing = 1;
 class HostWindow : public CWnd {
  public:
   void show(LPCTSTR path, bool isOnce);
-  void goToCurrentDipole();
   void save(LPCTSTR path);
 
  private:
@@ -29,7 +28,6 @@ class HostWindow : public CWnd {
   DECLARE_MESSAGE_MAP()
 
   std::unique_ptr<CDipoleFacezq> m_dipoles = std::make_unique<CDipoleFacezq>();  // large: on the heap
-  int m_slice = voxels / 2;
 };
 
 BEGIN_MESSAGE_MAP(HostWindow, CWnd)
@@ -39,17 +37,13 @@ ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
 // The module's callbacks are plain functions: they find the host by its main window.
-HostWindow& host() {
-  return *static_cast<HostWindow*>(AfxGetMainWnd());
-}
-
-int updateViewers(bool /*unused*/) {  // after every command that changed the set
-  host().Invalidate(FALSE);
+int updateViewers(bool /*unused*/) {  // after a command that changed the set
+  AfxGetMainWnd()->Invalidate(FALSE);
   return 1;
 }
 
-int moveCrosshair(double, double, double, double) {  // zeros on purpose: the dipole itself knows its place
-  host().goToCurrentDipole();
+int moveCrosshair(double, double, double, double) {  // zeros on purpose: the current dipole knows its place
+  AfxGetMainWnd()->Invalidate(FALSE);
   return 1;
 }
 
@@ -63,23 +57,19 @@ void HostWindow::show(LPCTSTR path, bool isOnce) {
   CString file = path;
   m_dipoles->importDipoleX(file, false);
   m_dipoles->showDipoleList(this, &moveCrosshair);
-  goToCurrentDipole();
   if (isOnce)
     SetTimer(closing, 1000, nullptr);
 }
 
-void HostWindow::goToCurrentDipole() {
-  if (const CDipoleszq* dipole = m_dipoles->getCurrentDipole())  // never kept: a command may delete it
-    m_slice = voxels / 2 + static_cast<int>(std::lround(dipole->m_location[2]));
-  Invalidate(FALSE);
-}
-
+// The slice of the current dipole. Whenever the user chooses another one the module has this window repainted.
 void HostWindow::OnPaint() {
   CPaintDC context(this);
   CRect all;
   GetClientRect(&all);
-  context.FillSolidRect(&all, RGB(40, 40, 40));  // where a true viewer draws its MRI
-  m_dipoles->drawDipoleCoronal(&context, m_slice, zoom);
+  context.FillSolidRect(&all, RGB(40, 40, 40));                  // where a true viewer draws its MRI
+  if (const CDipoleszq* dipole = m_dipoles->getCurrentDipole())  // never kept: a command may delete it
+    m_dipoles->drawDipoleCoronal(&context, voxels / 2 + static_cast<int>(std::lround(dipole->m_location[2])),
+                                 zoom);
 }
 
 void HostWindow::OnTimer(UINT_PTR id) {
