@@ -61,7 +61,7 @@ void HostWindow::show(LPCTSTR path, bool isOnce) {
     SetTimer(closing, 1000, nullptr);
 }
 
-// The slice of the current dipole. Whenever the user chooses another one the module has this window repainted.
+// The slice of the current dipole. When the user chooses another one the module has this window repainted.
 void HostWindow::OnPaint() {
   CPaintDC context(this);
   CRect all;
