@@ -1,11 +1,13 @@
 // The commands of the menu File.
 #include <afxdlgs.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
 #include "host/PathText.h"
 #include "host/session/WholePicture.h"
+#include "host/viewer/KeptMessages.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/PngFile.h"
 #include "host/viewer/ProgressWindow.h"
@@ -37,6 +39,20 @@ bool isSet(const CString& path) {
 
 CString nameOf(const CString& path) {
   return path.Mid(path.ReverseFind(_T('\\')) + 1);
+}
+
+// One below the other; of many the first ones, so that the box fits the screen.
+CString joined(const std::vector<CString>& texts) {
+  constexpr std::size_t most = 20;
+  CString whole;
+  for (std::size_t number = 0; number < (std::min)(texts.size(), most); ++number)
+    whole += texts[number] + _T("\n");
+  if (texts.size() > most) {
+    CString more;
+    more.Format(_T("and %u more\n"), static_cast<unsigned>(texts.size() - most));
+    whole += more;
+  }
+  return whole;
 }
 
 }  // namespace
@@ -123,19 +139,24 @@ bool MainFrame::openMri(const CString& path) {
 void MainFrame::importFiles(const std::vector<CString>& paths) {
   noteQuietChange();
   Session::ImportResult result;
+  CString told;
   {
+    // The module tells of each file; of many that would be a message box for each.
+    KeptMessages messages;
     ProgressWindow progress(this);
     result = m_session->importFiles(
         paths, [&](int done, int total, const CString& path) { return progress.show(done, total, path); });
+    told = joined(messages.texts());
   }
   refreshModuleWindows();
   showEverywhere();
-  if (!result.failed.empty()) {
-    CString text = _T("These files brought no dipoles:\n");
-    for (const CString& path : result.failed)
-      text += _T("\n") + nameOf(path);
-    AfxMessageBox(text, MB_ICONEXCLAMATION);
-  }
+  for (std::size_t number = 0; number < result.failed.size(); ++number)
+    told += (number == 0 ? _T("\nThese files brought no dipoles:\n") : _T("")) +
+            nameOf(result.failed[number]) + _T("\n");
+  if (result.cancelled)
+    told += _T("\nThe import was cancelled; the other files were not read.");
+  if (!told.IsEmpty())
+    AfxMessageBox(told, result.failed.empty() ? MB_ICONINFORMATION : MB_ICONEXCLAMATION);
   if (const std::string mismatch = m_session->headMismatch(); result.dipoles > 0 && !mismatch.empty())
     AfxMessageBox(fromUtf8(mismatch), MB_ICONEXCLAMATION);
 }

@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "host/PathText.h"
+#include "host/viewer/Benchmark.h"
+#include "host/viewer/KeptMessages.h"
 
 namespace host {
 
@@ -39,8 +41,16 @@ bool isBefore(const CString& a, const CString& b) {
 
 }  // namespace
 
+int ViewerApp::DoMessageBox(LPCTSTR text, UINT type, UINT helpId) {
+  return KeptMessages::keep(text, type) ? IDOK : CWinApp::DoMessageBox(text, type, helpId);
+}
+
 BOOL ViewerApp::InitInstance() {
-  INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_WIN95_CLASSES | ICC_LISTVIEW_CLASSES};
+  return makeFrame() && openArguments();
+}
+
+BOOL ViewerApp::makeFrame() {
+  const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_WIN95_CLASSES | ICC_LISTVIEW_CLASSES};
   ::InitCommonControlsEx(&controls);
   SetRegistryKey(_T("Dipole"));
   auto* const made = new MainFrame;  // ends itself with its window
@@ -52,28 +62,35 @@ BOOL ViewerApp::InitInstance() {
   made->SetWindowPos(nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
   made->ShowWindow(m_nCmdShow);
   made->UpdateWindow();
-  openArguments();
   return TRUE;
 }
 
-void ViewerApp::openArguments() {
+// FALSE: there is nothing left to do.
+BOOL ViewerApp::openArguments() {
   std::vector<CString> files;
   CString fiducials;
+  CString report;
   const std::vector<CString> words = arguments();
   for (std::size_t i = 0; i < words.size(); ++i) {
-    if (words[i] == _T("--fiducials") && i + 1 < words.size())
+    const bool isFollowed = i + 1 < words.size();
+    if (words[i] == _T("--fiducials") && isFollowed)
       fiducials = wholePath(words[++i]);
+    else if (words[i] == _T("--benchmark") && isFollowed)
+      report = wholePath(words[++i]);
     else
       files.push_back(wholePath(words[i]));
   }
   std::stable_sort(files.begin(), files.end(), isBefore);
   const auto firstOther = std::find_if(files.begin(), files.end(),
                                        [](const CString& path) { return isBefore(_T("x.nii"), path); });
-  if (firstOther != files.begin())
-    frame()->openFiles({files.begin(), firstOther});
+  frame()->openFiles({files.begin(), firstOther});
   if (!fiducials.IsEmpty())
     frame()->registerFromFile(fiducials);
   frame()->openFiles({firstOther, files.end()});
+  if (report.IsEmpty())
+    return TRUE;
+  writeBenchmark(*frame(), report);
+  return FALSE;
 }
 
 BOOL ViewerApp::OnIdle(LONG count) {

@@ -1,8 +1,9 @@
-// The viewer as a program: its command line, its main window, its idle time.
+// The viewer as a program: its command line, its main window, its idle time, its message boxes.
 //
-//   viewer [FILES] [--fiducials FILE]
+//   viewer [FILES] [--fiducials FILE] [--benchmark FILE]
 //
-// FILES are opened as if they were dropped on the window: MRI, dipole sets, dipole files, in this order.
+// FILES are opened as if they were dropped on the window: MRI, dipole sets, dipole files, in this order. With
+// --benchmark the viewer measures itself, writes a report and ends (host/viewer/Benchmark.h).
 #pragma once
 
 #include <afxwin.h>
@@ -17,11 +18,14 @@ class ViewerApp : public CWinApp {
 
   BOOL InitInstance() override;
   BOOL OnIdle(LONG count) override;
+  int DoMessageBox(LPCTSTR text, UINT type, UINT helpId) override;
 
+  // Makes and shows the main window. FALSE: there is no room for it.
+  BOOL makeFrame();
   [[nodiscard]] MainFrame* frame() const { return static_cast<MainFrame*>(m_pMainWnd); }
 
  private:
-  void openArguments();
+  BOOL openArguments();
 };
 
 }  // namespace host

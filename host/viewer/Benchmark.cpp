@@ -1,0 +1,149 @@
+#include "host/viewer/Benchmark.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "host/PathText.h"
+#include "host/SafeFile.h"
+#include "host/viewer/MainFrame.h"
+
+namespace host {
+
+namespace {
+
+constexpr int side = 256;  // voxels
+constexpr int rounds = 60;
+constexpr int manyDipoles = 30000;
+
+double millisecondsOf(const std::function<void()>& work) {
+  LARGE_INTEGER frequency;
+  LARGE_INTEGER before;
+  LARGE_INTEGER after;
+  ::QueryPerformanceFrequency(&frequency);
+  ::QueryPerformanceCounter(&before);
+  work();
+  ::QueryPerformanceCounter(&after);
+  return 1000.0 * static_cast<double>(after.QuadPart - before.QuadPart) /
+         static_cast<double>(frequency.QuadPart);
+}
+
+class Report {
+ public:
+  void add(const char* what, int times, const std::function<void()>& work) {
+    std::vector<double> spent;
+    for (int i = 0; i < times; ++i)
+      spent.push_back(millisecondsOf(work));
+    std::sort(spent.begin(), spent.end());
+    std::array<char, 160> line{};
+    std::snprintf(line.data(), line.size(), "%s: median %.1f ms, longest %.1f ms\r\n", what,
+                  spent[spent.size() / 2], spent.back());
+    m_text += line.data();
+  }
+  [[nodiscard]] const std::string& text() const { return m_text; }
+
+ private:
+  std::string m_text;
+};
+
+// A ball of grey in a volume of 1 mm, as a NIfTI-1 file of 16-bit voxels.
+void writeHead(const std::filesystem::path& path) {
+  std::array<char, 352> header{};
+  const auto put = [&](std::size_t at, auto value) { std::memcpy(header.data() + at, &value, sizeof value); };
+  put(0, std::int32_t{348});
+  const std::array<std::int16_t, 8> dimensions{3, side, side, side, 1, 1, 1, 1};
+  put(40, dimensions);
+  put(70, std::int16_t{4});  // signed 16 bits
+  put(72, std::int16_t{16});
+  const std::array<float, 8> spacing{1, 1, 1, 1, 1, 1, 1, 1};
+  put(76, spacing);
+  put(108, 352.0F);  // where the voxels begin
+  put(112, 1.0F);
+  put(254, std::int16_t{1});  // the rows below give the scanner's frame
+  const std::array<std::array<float, 4>, 3> rows{
+      {{1, 0, 0, -side / 2}, {0, 1, 0, -side / 2}, {0, 0, 1, -side / 2}}};
+  put(280, rows);
+  std::memcpy(header.data() + 344, "n+1", 4);
+  std::vector<std::int16_t> voxels;
+  voxels.reserve(std::size_t{side} * side * side);
+  for (int k = 0; k < side; ++k)
+    for (int j = 0; j < side; ++j)
+      for (int i = 0; i < side; ++i) {
+        const double distance = std::hypot(i - side / 2, j - side / 2, k - side / 2);
+        voxels.push_back(distance < 95.0 ? static_cast<std::int16_t>(600 + (i * 7 + j * 5 + k * 3) % 200)
+                                         : 0);
+      }
+  std::ofstream file(path, std::ios::binary);
+  file.write(header.data(), header.size());
+  file.write(reinterpret_cast<const char*>(voxels.data()),
+             static_cast<std::streamsize>(voxels.size() * sizeof(std::int16_t)));
+}
+
+void fillSet(CDipoleFacezq& set) {
+  std::mt19937 chance(20050629);
+  std::uniform_real_distribution<float> place(-65.0F, 65.0F);
+  set.cleanDipoles();
+  while (set.m_totalDipoles < manyDipoles &&
+         set.addDipoleF(place(chance), place(chance) + 40.0F, place(chance)) != 0)
+    set.getCurrentDipole()->setDipoleOrientation(place(chance), place(chance), place(chance));
+}
+
+void draw(MainFrame& frame) {
+  for (int pane = 0; pane < MainFrame::paneCount; ++pane)
+    frame.pane(pane).UpdateWindow();
+}
+
+}  // namespace
+
+void writeBenchmark(MainFrame& frame, const CString& path) {
+  Report report;
+  const std::filesystem::path head = std::filesystem::temp_directory_path() / "dipole-viewer-benchmark.nii";
+  writeHead(head);
+  report.add("first picture of a head of 256 x 256 x 256 (wanted: 1000)", 5, [&] {
+    frame.openMri(textOf(head));
+    draw(frame);
+  });
+  std::filesystem::remove(head);
+  frame.session().usePhantom();
+
+  Vector3 crosshair;
+  const auto move = [&](double mm) {
+    crosshair.y += mm;
+    frame.session().setCrosshair(crosshair);
+  };
+  const auto moveSlice = [&](double mm) {
+    move(mm);
+    frame.pane(0).Invalidate(FALSE);
+    frame.pane(0).UpdateWindow();
+  };
+  report.add("change of slice (wanted: 16)", rounds, [&] { moveSlice(1.0); });
+  report.add("crosshair moved, all panes", rounds, [&] {
+    move(-1.0);
+    frame.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+  });
+
+  fillSet(frame.dipoles());
+  frame.session().noteChange();
+  report.add("change of slice, 30000 dipoles", rounds, [&] { moveSlice(1.0); });
+  report.add("turn in 3D, 30000 dipoles (wanted: 50)", rounds, [&] {
+    frame.pane(3).SendMessage(WM_KEYDOWN, VK_RIGHT);
+    frame.pane(3).UpdateWindow();
+  });
+  frame.SendMessage(WM_COMMAND, ID_DIPOLES_MANAGER);
+  report.add("next dipole, 30000 dipoles, manager open", rounds, [&] {
+    frame.SendMessage(WM_COMMAND, ID_DIPOLES_NEXT);
+    draw(frame);
+  });
+  writeSafely(
+      path, [&](CFile& file) { file.Write(report.text().data(), static_cast<UINT>(report.text().size())); });
+}
+
+}  // namespace host
