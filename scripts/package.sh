@@ -51,6 +51,18 @@ core/core core.txt "$examples/auditory.dip" "$examples/median.txt"
 "$tool" convert --yes "$examples/auditory.dip" "$examples/median.txt" tool.txt
 cmp core.txt tool.txt
 
+say "In the zip: programs and libraries need nothing but each other and Windows"
+for file in windows/bin/*; do
+  x86_64-w64-mingw32-objdump -p "$file" | sed -n 's/.*DLL Name: //p'
+done | sort -u >needed
+while read -r library; do
+  case $library in
+    lib* | zlib* | platform.dll | dipole.dll)  # the compiler's, Debian's and this project's
+      [ -e "windows/bin/$library" ] || { echo "$library is missing in the zip" >&2; exit 1; } ;;
+  esac
+done <needed
+ls windows/bin
+
 say "From the zip: the embedding example, under Wine"
 build_example host windows -Ddipole_ROOT="$clean/windows" \
   -DCMAKE_SYSTEM_NAME=Windows -DCMAKE_CXX_COMPILER=x86_64-w64-mingw32-g++-posix
