@@ -5,6 +5,7 @@
 #include <string_view>
 #include <strings.h>
 
+#include "host/Blanks.h"
 #include "tool/RawLines.h"
 
 namespace tool {
@@ -21,7 +22,7 @@ bool isNumberedRow(std::string_view text) {
   if (digits == 0 || digits == std::string_view::npos) {
     return false;
   }
-  const std::string_view rest = withoutBlanks(text.substr(digits));
+  const std::string_view rest = host::withoutBlanks(text.substr(digits));
   return !rest.empty() && rest.front() == ':';
 }
 
@@ -46,7 +47,7 @@ class LineTaker {
   bool isInside() const { return m_isInside; }
 
   void take(const std::string& line) {
-    const std::string_view text = withoutBlanks(line);
+    const std::string_view text = host::withoutBlanks(line);
     const bool isRow = isNumberedRow(text);
     if (isRow && m_countsRows) {
       ++m_scan.sections.back().rows;

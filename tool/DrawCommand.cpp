@@ -6,10 +6,10 @@
 #include <system_error>
 
 #include "host/NiftiReader.h"
+#include "host/Numbers.h"
 #include "host/SliceCaption.h"
 #include "tool/FiducialPoints.h"
 #include "tool/FileInfo.h"
-#include "tool/Numbers.h"
 #include "tool/Output.h"
 #include "tool/PngWriter.h"
 #include "tool/SliceList.h"
@@ -80,7 +80,7 @@ void warnOfAnotherHead(const FileInfo& info, const host::Fiducials& given) {
     worst = std::fmax(worst, std::abs(own - distance(head.at(i), head.at(j))));
   }
   if (worst > largestHeadDifference) {
-    tell("warning: the distances between the fiducial points differ by " + fixed(worst, 0) +
+    tell("warning: the distances between the fiducial points differ by " + host::fixed(worst, 0) +
          " mm from those in the dipole file: is this the same head?");
   }
 }

@@ -9,8 +9,7 @@ namespace tool {
 
 // Scanner mm (right, anterior, superior positive), from either
 //   - three triples "nx,ny,nz lx,ly,lz rx,ry,rz": nasion, left ear, right ear; or
-//   - the name of a text file with the lines "nasion x y z", "left x y z", "right x y z" in any order;
-//     blank lines and what follows a # are left out.
+//   - the name of a fiducial file, see host/FiducialFile.h.
 // Throws std::runtime_error that names the file, the line and the cause.
 host::Fiducials readFiducials(const std::string& argument);
 

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "host/Failure.h"
 #include "platform/Utf.h"
 #include "tool/CtfScan.h"
 #include "tool/MsiScan.h"
@@ -167,7 +168,7 @@ void FileImport::loadDipset() {
     }
     archive.Close();
   } catch (CException* exception) {
-    const std::string cause = textOf(*exception);
+    const std::string cause = host::causeOf(*exception);
     exception->Delete();
     m_messages = op.messages();
     warnOfLoss(m_file.name + ": the set could not be read to its end: " + cause);

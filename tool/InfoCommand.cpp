@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "host/Numbers.h"
 #include "tool/FileInfo.h"
-#include "tool/Numbers.h"
 #include "tool/Output.h"
 #include "tool/Text.h"
 
@@ -46,11 +46,13 @@ std::string rangeText(const std::optional<Range>& range, const std::string& unit
   if (!range) {
     return "-";
   }
-  return fixed(range->smallest, 2) + " .. " + fixed(range->largest, 2) + (unit.empty() ? "" : " " + unit);
+  return host::fixed(range->smallest, 2) + " .. " + host::fixed(range->largest, 2) +
+         (unit.empty() ? "" : " " + unit);
 }
 
 std::string pointText(const Point& point, int decimals) {
-  return fixed(point[0], decimals) + "  " + fixed(point[1], decimals) + "  " + fixed(point[2], decimals);
+  return host::fixed(point[0], decimals) + "  " + host::fixed(point[1], decimals) + "  " +
+         host::fixed(point[2], decimals);
 }
 
 void addFiducials(Report& report, const std::string& title, const std::optional<FiducialTriple>& points,
@@ -83,7 +85,7 @@ std::string report(const FileInfo& info) {
   result.line("MRI file", orDash(info.mriFile));
   result.line("head model", info.isMegOnly ? "MEG only" : "-");
   result.line("sphere", info.sphere ? "centre " + pointText(info.sphere->centre, 2) + " mm, radius " +
-                                          fixed(info.sphere->radius, 2) + " mm"
+                                          host::fixed(info.sphere->radius, 2) + " mm"
                                     : "-");
   addFiducials(result, "fiducials, MRI", info.mriFiducials, 0,
                "voxels from the right, from below, from behind");

@@ -3,12 +3,12 @@
 #include <string>
 #include <vector>
 
+#include "host/Numbers.h"
+#include "host/TextTable.h"
 #include "platform/Utf.h"
 #include "tool/ImportSession.h"
-#include "tool/Numbers.h"
 #include "tool/Output.h"
 #include "tool/Text.h"
-#include "tool/TextTable.h"
 
 namespace tool {
 namespace {
@@ -43,30 +43,30 @@ bool isShownOnSlices(const CDipoleszq& dipole) {
 
 std::string alignedTable(const ImportSession& session) {
   const char* moment = session.isMomentInNAm() ? "Moment nAm" : "Moment";
-  TextTable table({{"No"},
-                   {"Id"},
-                   {"Latency ms"},
-                   {"x mm"},
-                   {"y mm"},
-                   {"z mm"},
-                   {"ox"},
-                   {"oy"},
-                   {"oz"},
-                   {moment},
-                   {"Error %"},
-                   {"Label", TextTable::Align::left},
-                   {"Slices"}});
+  host::TextTable table({{"No"},
+                         {"Id"},
+                         {"Latency ms"},
+                         {"x mm"},
+                         {"y mm"},
+                         {"z mm"},
+                         {"ox"},
+                         {"oy"},
+                         {"oz"},
+                         {moment},
+                         {"Error %"},
+                         {"Label", host::TextTable::Align::left},
+                         {"Slices"}});
   for (const CDipoleszq* d : dipolesOf(session.collection())) {
     std::vector<std::string> cells = {std::to_string(d->m_number), std::to_string(d->m_id),
-                                      fixed(d->m_latency, 2)};
+                                      host::fixed(d->m_latency, 2)};
     for (const double value : d->m_location) {
-      cells.push_back(fixed(value, 2));
+      cells.push_back(host::fixed(value, 2));
     }
     for (const double value : d->m_orientation) {
-      cells.push_back(fixed(value, 4));
+      cells.push_back(host::fixed(value, 4));
     }
-    cells.push_back(fixed(d->m_moment, 2));
-    cells.push_back(fixed(d->m_fitError, 2));
+    cells.push_back(host::fixed(d->m_moment, 2));
+    cells.push_back(host::fixed(d->m_fitError, 2));
     cells.push_back(printable(toUtf8(d->m_label)));
     cells.emplace_back(isShownOnSlices(*d) ? "yes" : "no");
     table.addRow(std::move(cells));
@@ -76,30 +76,30 @@ std::string alignedTable(const ImportSession& session) {
 
 std::string csvTable(const ImportSession& session) {
   const char* moment = session.isMomentInNAm() ? "moment_nAm" : "moment";
-  TextTable table({{"number"},
-                   {"id"},
-                   {"latency_ms"},
-                   {"x_mm"},
-                   {"y_mm"},
-                   {"z_mm"},
-                   {"orientation_x"},
-                   {"orientation_y"},
-                   {"orientation_z"},
-                   {moment},
-                   {"fit_error_percent"},
-                   {"label"},
-                   {"shown_on_slices"}});
+  host::TextTable table({{"number"},
+                         {"id"},
+                         {"latency_ms"},
+                         {"x_mm"},
+                         {"y_mm"},
+                         {"z_mm"},
+                         {"orientation_x"},
+                         {"orientation_y"},
+                         {"orientation_z"},
+                         {moment},
+                         {"fit_error_percent"},
+                         {"label"},
+                         {"shown_on_slices"}});
   for (const CDipoleszq* d : dipolesOf(session.collection())) {
     std::vector<std::string> cells = {std::to_string(d->m_number), std::to_string(d->m_id),
-                                      shortest(d->m_latency)};
+                                      host::shortest(d->m_latency)};
     for (const double value : d->m_location) {
-      cells.push_back(shortest(value));
+      cells.push_back(host::shortest(value));
     }
     for (const double value : d->m_orientation) {
-      cells.push_back(shortest(value));
+      cells.push_back(host::shortest(value));
     }
-    cells.push_back(shortest(d->m_moment));
-    cells.push_back(shortest(d->m_fitError));
+    cells.push_back(host::shortest(d->m_moment));
+    cells.push_back(host::shortest(d->m_fitError));
     cells.push_back(printable(toUtf8(d->m_label)));
     cells.emplace_back(isShownOnSlices(*d) ? "yes" : "no");
     table.addRow(std::move(cells));

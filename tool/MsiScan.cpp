@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "host/Blanks.h"
 #include "tool/RawLines.h"
 
 namespace tool {
@@ -28,7 +29,7 @@ MsiScan::MsiScan(const std::string& path) {
   bool isFileInfo = false;
   const auto take = [&](const std::string& line) {
     if (hasTable) {
-      rows += beginsWithNumber(withoutBlanks(line)) ? 1 : 0;
+      rows += beginsWithNumber(host::withoutBlanks(line)) ? 1 : 0;
     } else if (isFileInfo) {
       isFileInfo = contains(line, "MRI/CT Patient:") || contains(line, "Dipole File:");
     } else if (!isLegend(line)) {

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "tool/Numbers.h"
+#include "host/Numbers.h"
 #include "tool/Text.h"
 
 namespace tool {
@@ -23,7 +23,7 @@ void writeResult(const Json& json) {
 }
 
 Json jsonNumber(double value) {
-  return withShortestDigits(value);
+  return host::withShortestDigits(value);
 }
 
 Json jsonText(const std::string& text) {

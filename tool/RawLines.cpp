@@ -37,11 +37,4 @@ bool contains(std::string_view line, std::string_view words) {
   return line.find(words) != std::string_view::npos;
 }
 
-std::string_view withoutBlanks(std::string_view line) {
-  constexpr std::string_view blanks = " \t\v\f\r";
-  const std::size_t first = line.find_first_not_of(blanks);
-  return first == std::string_view::npos ? std::string_view()
-                                         : line.substr(first, line.find_last_not_of(blanks) + 1 - first);
-}
-
 }  // namespace tool

@@ -17,7 +17,4 @@ std::optional<std::string> takeLines(const std::string& path,
 
 bool contains(std::string_view line, std::string_view words);
 
-// Without the white space around.
-std::string_view withoutBlanks(std::string_view line);
-
 }  // namespace tool

@@ -1,13 +1,12 @@
 #include "tool/RegisterCommand.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <optional>
 #include <stdexcept>
 #include <system_error>
 
+#include "host/FiducialFile.h"
 #include "tool/FiducialPoints.h"
 #include "tool/TerminalOperator.h"
 
@@ -38,30 +37,10 @@ CFiducialzq pointsOf(const host::Fiducials& given) {
   return points;
 }
 
-using Triple = std::array<double, 3>;
-
-// Three numbers with commas between them; empty when the text is anything else.
-std::optional<Triple> tripleOf(const std::string& text) {
-  Triple values{};
-  const char* next = text.data();
-  const char* const end = next + text.size();
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    if (i > 0 && (next == end || *next++ != ',')) {
-      return std::nullopt;
-    }
-    const auto result = std::from_chars(next, end, values.at(i));
-    if (result.ec != std::errc()) {
-      return std::nullopt;
-    }
-    next = result.ptr;
-  }
-  return next == end ? std::optional(values) : std::nullopt;
-}
-
 template <typename IsGood>
 bool areAll(const std::string& text, IsGood isGood) {
-  const std::optional<Triple> values = tripleOf(text);
-  return values && std::all_of(values->begin(), values->end(), isGood);
+  const std::optional<host::Vector3> values = host::readCoordinates(text, ',');
+  return values && isGood(values->x) && isGood(values->y) && isGood(values->z);
 }
 
 std::string checkDimension(std::string& text) {
@@ -79,9 +58,9 @@ std::string checkVoxel(std::string& text) {
 // What the module takes for the volume; both texts have been checked.
 struct VolumeSize {
   VolumeSize(const std::string& dimension, const std::string& voxel) {
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-      voxels[axis] = static_cast<int>(tripleOf(dimension).value().at(axis));
-      spacing[axis] = static_cast<float>(tripleOf(voxel).value().at(axis));
+    for (int axis = 0; axis < 3; ++axis) {
+      voxels[axis] = static_cast<int>(host::readCoordinates(dimension, ',').value()[axis]);
+      spacing[axis] = static_cast<float>(host::readCoordinates(voxel, ',').value()[axis]);
     }
   }
   double extent(std::size_t axis) const {

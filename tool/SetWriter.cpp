@@ -2,8 +2,10 @@
 
 #include <stdexcept>
 
+#include "host/DipoleColumns.h"
+#include "host/Failure.h"
 #include "platform/Utf.h"
-#include "tool/DipoleColumns.h"
+#include "tool/DipoleJson.h"
 #include "tool/ReplacingFile.h"
 #include "tool/TerminalOperator.h"
 #include "tool/Text.h"
@@ -32,7 +34,7 @@ void writeArchive(const std::string& target, Store store) {
     archive.Close();
     file.Close();
   } catch (CException* exception) {
-    const std::string cause = textOf(*exception);
+    const std::string cause = host::causeOf(*exception);
     exception->Delete();
     fail(target, cause);
   }
@@ -78,9 +80,9 @@ void writeSet(ImportSession& session, const std::vector<std::string>& files, con
     case OutputFormat::text:
       return writeSpreadsheetText(set, output.target());
     case OutputFormat::csv:
-      return writeText(dipoleTable(set, session.isMomentInNAm(), ','), output.target());
+      return writeText(host::dipoleTable(set, session.isMomentInNAm(), ','), output.target());
     case OutputFormat::tsv:
-      return writeText(dipoleTable(set, session.isMomentInNAm(), '\t'), output.target());
+      return writeText(host::dipoleTable(set, session.isMomentInNAm(), '\t'), output.target());
     case OutputFormat::json:
       return writeJson(setDocument(session, files), output.target());
   }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "host/Blanks.h"
 #include "platform/Utf.h"
 
 namespace tool {
@@ -66,13 +67,6 @@ std::string escape(const char* format, unsigned value) {
   return buffer.data();
 }
 
-std::string_view withoutBlanks(std::string_view text) {
-  constexpr std::string_view blanks = " \t";
-  const std::size_t first = text.find_first_not_of(blanks);
-  return first == std::string_view::npos ? std::string_view()
-                                         : text.substr(first, text.find_last_not_of(blanks) + 1 - first);
-}
-
 std::string escaped(std::string_view text, bool keepLineEnds) {
   std::string result;
   while (!text.empty()) {
@@ -100,39 +94,19 @@ std::string printableJson(std::string_view json) {
   return escaped(json, true);
 }
 
-std::string wellFormedUtf8(const CString& text) {
-  const auto isHighHalf = [](TCHAR unit) { return unit >= 0xD800 && unit <= 0xDBFF; };
-  const auto isLowHalf = [](TCHAR unit) { return unit >= 0xDC00 && unit <= 0xDFFF; };
-  std::basic_string<TCHAR> units(text.GetString(), static_cast<std::size_t>(text.GetLength()));
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    if (isHighHalf(units[i]) && i + 1 < units.size() && isLowHalf(units[i + 1])) {
-      ++i;
-    } else if (isHighHalf(units[i]) || isLowHalf(units[i])) {
-      units[i] = 0xFFFD;
-    }
-  }
-  return toUtf8(units);
-}
-
-std::string textOf(const CException& exception) {
-  TCHAR text[1024] = {};
-  (void)exception.GetErrorMessage(text, static_cast<UINT>(std::size(text)));
-  return toUtf8(text);
-}
-
 std::string headerText(const CString& text, std::string_view keyword) {
   const std::string all = toUtf8(text);
   if (all == "non") {
     return {};
   }
-  std::string_view rest = withoutBlanks(all);
+  std::string_view rest = host::withoutBlanks(all);
   for (std::string_view end = keyword; !end.empty(); end.remove_prefix(1)) {
     if (rest.starts_with(end)) {
       rest.remove_prefix(end.size());
       break;
     }
   }
-  return std::string(withoutBlanks(rest));
+  return std::string(host::withoutBlanks(rest));
 }
 
 }  // namespace tool

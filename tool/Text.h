@@ -15,12 +15,6 @@ std::string printable(std::string_view text);
 // The same for JSON that is already written: its line ends stay, and the escapes are JSON's own.
 std::string printableJson(std::string_view json);
 
-// UTF-8 that any reader takes: a half of a surrogate pair that stands alone becomes U+FFFD.
-std::string wellFormedUtf8(const CString& text);
-
-// What the framework says about a fault, for a user to read.
-std::string textOf(const CException& exception);
-
 // A text that the module took from the line of a keyword ("PATIENT:") in a file's header. The module cuts as
 // many characters off the line's front as the keyword has, so an indented keyword leaves its end there; that
 // goes, and blanks around. Empty when the file gave none (the module then says "non").

@@ -1,9 +1,9 @@
-#include "tool/TextTable.h"
+#include "host/TextTable.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace tool {
+namespace host {
 namespace {
 
 // In characters: the texts hold no wide or combining ones.
@@ -87,4 +87,4 @@ std::string TextTable::delimited(char separator) const {
   return all;
 }
 
-}  // namespace tool
+}  // namespace host

@@ -1,4 +1,4 @@
-#include "tool/Numbers.h"
+#include "host/Numbers.h"
 
 #include <array>
 #include <charconv>
@@ -6,7 +6,7 @@
 #include <limits>
 #include <string_view>
 
-namespace tool {
+namespace host {
 namespace {
 
 constexpr double largestFixed = 1e9;
@@ -62,4 +62,4 @@ double withShortestDigits(double value) {
   return result;
 }
 
-}  // namespace tool
+}  // namespace host

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace tool {
+namespace host {
 
 class TextTable {
  public:
@@ -31,4 +31,4 @@ class TextTable {
   std::vector<std::vector<std::string>> m_rows;
 };
 
-}  // namespace tool
+}  // namespace host

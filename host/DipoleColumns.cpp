@@ -1,19 +1,16 @@
-#include "tool/DipoleColumns.h"
+#include "host/DipoleColumns.h"
 
 #include <array>
 #include <cstdio>
 #include <utility>
 #include <vector>
 
-#include "tool/Numbers.h"
-#include "tool/Text.h"
-#include "tool/TextTable.h"
+#include "host/Numbers.h"
+#include "host/PathText.h"
+#include "host/TextTable.h"
 
-namespace tool {
+namespace host {
 namespace {
-
-// Both forms take names and values from one place; a value that is not finite is a number here.
-using Fields = std::vector<std::pair<const char*, Json>>;
 
 std::string colourText(COLORREF colour) {
   std::array<char, 8> text{};
@@ -26,11 +23,20 @@ double single(float value) {
   return withShortestDigits(static_cast<double>(value));
 }
 
-Fields fieldsOf(const CDipoleszq& dipole, bool isMomentInNAm) {
+struct CellText {
+  std::string operator()(bool value) const { return value ? "yes" : "no"; }
+  std::string operator()(int value) const { return std::to_string(value); }
+  std::string operator()(double value) const { return exact(value); }
+  std::string operator()(const std::string& value) const { return value; }
+};
+
+}  // namespace
+
+std::vector<DipoleField> fieldsOf(const CDipoleszq& dipole, bool isMomentInNAm) {
   return {{"number", dipole.m_number},
           {"id", dipole.m_id},
           {"fit_tag", dipole.m_fitTag},
-          {"label", wellFormedUtf8(dipole.m_label)},
+          {"label", utf8Of(dipole.m_label)},
           {"x_left_mm", dipole.m_location[0]},
           {"y_up_mm", dipole.m_location[1]},
           {"z_front_mm", dipole.m_location[2]},
@@ -52,53 +58,21 @@ Fields fieldsOf(const CDipoleszq& dipole, bool isMomentInNAm) {
           {"glyph_size_pixels", dipole.m_size}};
 }
 
-std::string cellOf(const Json& value) {
-  if (value.is_string()) {
-    return value.get<std::string>();
-  }
-  if (value.is_boolean()) {
-    return value.get<bool>() ? "yes" : "no";
-  }
-  return value.is_number_float() ? exact(value.get<double>()) : value.dump();
-}
-
-template <typename Take>
-void eachDipole(const CDipoleFace& set, Take take) {
-  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
-    if (const CDipoleszq* dipole = set.m_dipoles[slot]) {
-      take(*dipole);
-    }
-  }
-}
-
-}  // namespace
-
 std::string dipoleTable(const CDipoleFace& set, bool isMomentInNAm, char separator) {
   std::vector<TextTable::Column> columns;
-  for (const auto& field : fieldsOf(CDipoleszq(), isMomentInNAm)) {
-    columns.push_back({field.first});
-  }
+  for (const DipoleField& field : fieldsOf(CDipoleszq(), isMomentInNAm))
+    columns.push_back({field.name});
   TextTable table(columns);
-  eachDipole(set, [&](const CDipoleszq& dipole) {
+  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
+    const CDipoleszq* dipole = set.m_dipoles[slot];
+    if (dipole == nullptr)
+      continue;
     std::vector<std::string> cells;
-    for (const auto& field : fieldsOf(dipole, isMomentInNAm)) {
-      cells.push_back(cellOf(field.second));
-    }
+    for (const DipoleField& field : fieldsOf(*dipole, isMomentInNAm))
+      cells.push_back(std::visit(CellText(), field.value));
     table.addRow(std::move(cells));
-  });
+  }
   return table.delimited(separator);
 }
 
-Json dipoleList(const CDipoleFace& set, bool isMomentInNAm) {
-  Json list = Json::array();
-  eachDipole(set, [&](const CDipoleszq& dipole) {
-    Json object = Json::object();
-    for (auto& field : fieldsOf(dipole, isMomentInNAm)) {
-      object[field.first] = std::move(field.second);
-    }
-    list.push_back(std::move(object));
-  });
-  return list;
-}
-
-}  // namespace tool
+}  // namespace host

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace tool {
+namespace host {
 
 // A fixed number of decimals; never "-0.00". Very large values come as shortest() gives them.
 std::string fixed(double value, int decimals);
@@ -18,4 +18,4 @@ std::string exact(double value);
 // The double that shortest() writes, for writers that format doubles themselves.
 double withShortestDigits(double value);
 
-}  // namespace tool
+}  // namespace host

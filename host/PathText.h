@@ -1,0 +1,20 @@
+// Paths and texts between the framework's CString and the standard library.
+//
+// A CString that names a file may hold halves of surrogate pairs that stand alone: DC80 to DCFF are, where the
+// system's paths are bytes, bytes of a name that is not UTF-8. They survive the way to a path and back.
+#pragma once
+
+#include <afx.h>
+
+#include <filesystem>
+#include <string>
+
+namespace host {
+
+[[nodiscard]] std::filesystem::path pathOf(const CString& text);
+[[nodiscard]] CString textOf(const std::filesystem::path& path);
+
+// UTF-8 that any reader takes: a half of a surrogate pair that stands alone becomes U+FFFD.
+[[nodiscard]] std::string utf8Of(const CString& text);
+
+}  // namespace host
