@@ -1,8 +1,11 @@
 #include "host/UndoHistory.h"
 
+#include <algorithm>
 #include <new>
 #include <optional>
 #include <utility>
+
+#include "host/ChangeName.h"
 
 namespace host {
 
@@ -31,9 +34,20 @@ UndoHistory::UndoHistory(DipoleSet& set, std::size_t budget)
 
 void UndoHistory::clear() {
   m_known = imageOf(m_set);
+  forgetSteps();
+}
+
+void UndoHistory::startFrom(SetImage target) {
+  SetRestoration(m_set, imageOf(m_set), target).carryOut(target);
+  m_known = std::move(target);
+  forgetSteps();
+}
+
+void UndoHistory::forgetSteps() noexcept {
   m_undo.clear();
   m_redo.clear();
   m_dropped = 0;
+  m_state = ++m_lastState;
 }
 
 UndoHistory::Recorded UndoHistory::record(const CString& name) {
@@ -49,9 +63,10 @@ UndoHistory::Recorded UndoHistory::record(const CString& name) {
 }
 
 UndoHistory::Recorded UndoHistory::addStep(const CString& name, SetImage now) {
-  Step step{name, SetDifference(m_known, now)};
+  Step step{name.IsEmpty() ? nameOfChange(m_known, now) : name, SetDifference(m_known, now), m_state};
   // From here on nothing can fail.
   m_known = std::move(now);
+  m_state = ++m_lastState;
   m_redo.clear();
   m_undo.push_back(std::move(step));
   if (m_undo.size() > mostSteps)
@@ -74,7 +89,9 @@ UndoHistory::Moved UndoHistory::move(Steps& from, Steps& to) {
   const bool isDone = hasMemoryFor([&] {
     const SetImage now = imageOf(m_set);
     SetImage target = from.back().back.appliedTo(m_known);
-    Step opposite{from.back().name, SetDifference(now, target)};
+    // What was changed without record makes a state of its own.
+    Step opposite{from.back().name, SetDifference(now, target),
+                  isSameButForWindows(now, m_known) ? m_state : m_lastState + 1};
     // The next step the other way round starts from the set as it was known.
     std::optional<SetDifference> fromNow;
     if (!to.empty() && !isSame(now, m_known))
@@ -83,6 +100,8 @@ UndoHistory::Moved UndoHistory::move(Steps& from, Steps& to) {
     // From here on nothing can fail.
     restoration.carryOut(target);
     m_known = std::move(target);
+    m_lastState = (std::max)(m_lastState, opposite.state);
+    m_state = from.back().state;
     from.pop_back();
     if (fromNow)
       to.back().back = std::move(*fromNow);
@@ -92,6 +111,15 @@ UndoHistory::Moved UndoHistory::move(Steps& from, Steps& to) {
     return Moved::noMemory;
   keepBudget(to, from);
   return Moved::done;
+}
+
+UndoHistory::Moved UndoHistory::rollBack() {
+  const bool isDone = hasMemoryFor([&] {
+    SetImage target = m_known;
+    SetRestoration(m_set, imageOf(m_set), target).carryOut(target);
+    m_known = std::move(target);
+  });
+  return isDone ? Moved::done : Moved::noMemory;
 }
 
 // Lets the steps go that are farthest from the present state, first those in the direction that has grown.

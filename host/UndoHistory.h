@@ -9,13 +9,14 @@
 // A dipole that was deleted and comes back is a new object with the same values: pointers into the set do not
 // survive, and a copy of the collection (collection/DipoleFace.h) keeps the old object.
 //
-// No exception leaves it, but from the constructor and clear, which throw what an allocation throws. Without
-// memory nothing has changed, neither in the set nor in the history.
+// No exception leaves it, but from the constructor, clear and startFrom, which throw what an allocation
+// throws. Without memory nothing has changed, neither in the set nor in the history.
 #pragma once
 
 #include <afxwin.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "host/SetDifference.h"
@@ -46,11 +47,20 @@ class UndoHistory {
 
   // Forgets all steps and starts anew with the set as it is.
   void clear();
+  // Brings the set to a state that is no step of its history, and starts anew with it. Throws what an
+  // allocation throws; nothing has changed then.
+  void startFrom(SetImage target);
 
-  // `name`: of the command, as a menu names it, such as "Delete".
+  // `name`: of the command, as a menu names it, such as "Delete"; when empty, host/ChangeName.h finds one.
   Recorded record(const CString& name);
   Moved undo();
   Moved redo();
+  // Brings the set back to what it was at the last record, undo or redo. No step is made or lost.
+  Moved rollBack();
+
+  // Which state the set was in at the last record, undo or redo: the same number whenever undo or redo come
+  // back to it, and another one for every other state.
+  [[nodiscard]] std::uint64_t state() const { return m_state; }
 
   [[nodiscard]] std::size_t undoSteps() const { return m_undo.size(); }
   [[nodiscard]] std::size_t redoSteps() const { return m_redo.size(); }
@@ -65,11 +75,13 @@ class UndoHistory {
  private:
   struct Step {
     CString name;
-    SetDifference back;  // from the state behind the step to the one before it
+    SetDifference back;   // from the state behind the step to the one before it
+    std::uint64_t state;  // the number of the one before it
   };
   using Steps = std::vector<Step>;  // the last one is the next one to go
 
   static std::size_t bytesOf(const Step& step);
+  void forgetSteps() noexcept;
   Recorded addStep(const CString& name, SetImage now);
   Moved move(Steps& from, Steps& to);
   void keepBudget(Steps& grown, Steps& other);
@@ -79,6 +91,8 @@ class UndoHistory {
   SetImage m_known;  // the set at the last record, undo or redo
   Steps m_undo;
   Steps m_redo;
+  std::uint64_t m_state = 1;
+  std::uint64_t m_lastState = 1;  // numbers are given once
   std::size_t m_dropped = 0;
 };
 
