@@ -1,0 +1,260 @@
+#include "host/session/Session.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+#include "host/Failure.h"
+#include "host/PathText.h"
+#include "host/session/HeadFile.h"
+#include "host/session/ImportOne.h"
+#include "host/session/SetFiducials.h"
+#include "host/session/SetFile.h"
+
+namespace host {
+
+namespace {
+
+constexpr double crosshairReach = 300.0;  // mm
+
+// How this system's file names are compared.
+PathRule systemRule() {
+  return std::filesystem::path::preferred_separator == '\\' ? PathRule::windows : PathRule::exact;
+}
+
+CString fullPath(const CString& path) {
+  std::error_code error;
+  const std::filesystem::path full = std::filesystem::absolute(pathOf(path), error);
+  return error ? path : textOf(full);
+}
+
+bool isThere(const CString& path) {
+  std::error_code error;
+  return std::filesystem::exists(pathOf(path), error) || error;
+}
+
+}  // namespace
+
+Session::Session(CDipoleFace9File& dipoles)
+    : m_dipoles(dipoles),
+      m_head(phantomHead()),
+      m_window(m_head.volume->window()),
+      m_history(dipoles),
+      m_savedState(m_history.state()),
+      m_recentSets(systemRule()) {}
+
+void Session::setHead(Head head, std::string notice) {
+  const bool staysRegistered = m_head.isRegistered() && head.isRegistered();
+  m_head = std::move(head);
+  m_notice = std::move(notice);
+  m_placed = {};
+  if (!staysRegistered)
+    m_crosshair = {};
+  resetWindow();
+}
+
+void Session::openMri(const CString& path) {
+  OpenedHead opened = openHead(path);
+  setHead(std::move(opened.head), std::move(opened.notice));
+}
+
+void Session::usePhantom() {
+  setHead(phantomHead(), {});
+}
+
+void Session::setWindow(const GreyWindow& window) {
+  if (std::isfinite(window.low) && std::isfinite(window.high) && window.low < window.high)
+    m_window = window;
+}
+
+void Session::resetWindow() {
+  m_window = m_head.volume->window();
+}
+
+void Session::registerHead(const Fiducials& points) {
+  const HeadFrame frame = frameIn(*m_head.volume, points);
+  const Vector3 place = m_head.frame.toScanner(m_crosshair);
+  m_head.frame = frame;
+  m_head.fiducials = points;
+  setCrosshair(frame.fromScanner(place));
+}
+
+void Session::unregister() {
+  const Vector3 place = m_head.frame.toScanner(m_crosshair);
+  m_head.frame = provisionalFrame(*m_head.volume);
+  m_head.fiducials.reset();
+  setCrosshair(m_head.frame.fromScanner(place));
+}
+
+Fiducials Session::fiducialsOfSet() const {
+  return withinMemory([&] { return host::fiducialsOfSet(m_dipoles, *m_head.volume); });
+}
+
+void Session::placeFiducial(FiducialName name) {
+  m_placed.at(static_cast<std::size_t>(name)) = m_head.frame.toScanner(m_crosshair);
+}
+
+std::array<bool, 3> Session::placedFiducials() const {
+  return {m_placed[0].has_value(), m_placed[1].has_value(), m_placed[2].has_value()};
+}
+
+void Session::registerPlaced() {
+  constexpr std::array<const char*, 3> missing = {"the nasion has not been placed yet",
+                                                  "the left ear has not been placed yet",
+                                                  "the right ear has not been placed yet"};
+  for (std::size_t i = 0; i < missing.size(); ++i)
+    if (!m_placed.at(i))
+      throw std::invalid_argument(missing.at(i));
+  registerHead({*m_placed[0], *m_placed[1], *m_placed[2]});
+}
+
+std::string Session::headMismatch() const {
+  return m_head.isRegistered() ? host::headMismatch(m_dipoles, *m_head.fiducials) : std::string();
+}
+
+void Session::setCrosshair(const Vector3& point) {
+  if (!isFinite(point))
+    return;
+  for (int axis = 0; axis < 3; ++axis)
+    m_crosshair[axis] = std::clamp(point[axis], -crosshairReach, crosshairReach);
+}
+
+bool Session::goToCurrentDipole() {
+  const CDipoleszq* dipole = m_dipoles.getCurrentDipole();
+  if (dipole == nullptr)
+    return false;
+  const Vector3 place{dipole->m_location[0], dipole->m_location[1], dipole->m_location[2]};
+  for (int axis = 0; axis < 3; ++axis)
+    if (!(std::abs(place[axis]) <= crosshairReach))
+      return false;
+  m_crosshair = place;
+  return true;
+}
+
+Session::ImportResult Session::importFiles(const std::vector<CString>& paths, const Progress& progress) {
+  noteChange();
+  ImportResult result;
+  try {
+    result = withinMemory([&] { return importEach(paths, progress); });
+  } catch (...) {
+    m_history.rollBack();
+    throw;
+  }
+  noteChange(_T("Import"));
+  return result;
+}
+
+Session::ImportResult Session::importEach(const std::vector<CString>& paths, const Progress& progress) {
+  const CurrentFolderKept folder;
+  const int total = static_cast<int>(paths.size());
+  ImportResult result;
+  for (int done = 0; done < total; ++done) {
+    const CString& path = paths[static_cast<std::size_t>(done)];
+    if (progress && !progress(done, total, path)) {
+      result.cancelled = true;
+      break;
+    }
+    const int dipoles = importOne(m_dipoles, path);
+    result.dipoles += dipoles;
+    if (dipoles > 0)
+      ++result.files;
+    else
+      result.failed.push_back(path);
+  }
+  return result;
+}
+
+// The set becomes that of another collection, and has no history.
+void Session::replaceSet(CDipoleFace9File& source, CString path) {
+  withinMemory([&] {
+    RecentFiles recent = m_recentSets;
+    recent.add(path);
+    m_history.startFrom(imageOf(source));
+    m_recentSets = std::move(recent);
+  });
+  m_setPath = std::move(path);
+  m_colours.reset();
+  markSaved();
+}
+
+void Session::openSet(const CString& path) {
+  const CString full = fullPath(path);
+  try {
+    replaceSet(*readSet(full), full);
+  } catch (const std::runtime_error&) {
+    if (!isThere(full))
+      m_recentSets.remove(full);
+    throw;
+  }
+}
+
+void Session::newSet() {
+  withinMemory([&] { replaceSet(*std::make_unique<CDipoleFace9File>(), CString()); });
+}
+
+void Session::saveSet(const CString& path) {
+  noteChange();
+  withinMemory([&] {
+    CString full = fullPath(path);
+    RecentFiles recent = m_recentSets;
+    recent.add(full);
+    writeSet(m_dipoles, full);
+    m_recentSets = std::move(recent);
+    m_setPath = std::move(full);
+  });
+  markSaved();
+}
+
+void Session::exportText(const CString& path) {
+  writeSpreadsheetText(m_dipoles, path);
+}
+
+void Session::exportCsv(const CString& path) {
+  writeCsv(m_dipoles, path);
+}
+
+void Session::markSaved() {
+  m_savedState = m_history.state();
+  m_isUncertain = false;
+}
+
+bool Session::isUnsaved() const {
+  return m_isUncertain || m_history.state() != m_savedState;
+}
+
+bool Session::noteChange(const CString& command) {
+  const UndoHistory::Recorded recorded = m_history.record(command);
+  if (recorded == UndoHistory::Recorded::nothing) {
+    m_isUncertain = false;
+    return false;
+  }
+  m_isUncertain = recorded == UndoHistory::Recorded::noMemory;
+  m_colours.reset();
+  return true;
+}
+
+UndoHistory::Moved Session::undo() {
+  m_colours.reset();
+  return m_history.undo();
+}
+
+UndoHistory::Moved Session::redo() {
+  m_colours.reset();
+  return m_history.redo();
+}
+
+const ValueColors* Session::colours() {
+  if (!m_view.colourBy)
+    return nullptr;
+  if (!m_colours || m_coloursOf != m_view.colourBy) {
+    m_colours.emplace(m_dipoles, *m_view.colourBy);
+    m_coloursOf = m_view.colourBy;
+  }
+  return &*m_colours;
+}
+
+}  // namespace host

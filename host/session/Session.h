@@ -1,0 +1,134 @@
+// What the viewer works on: one head with its MRI, one dipole set, and what the user does with them.
+//
+// No operation leaves half of its work behind: one that throws has changed nothing, but for what the module
+// itself may have shown in message boxes. Failures are std::runtime_error, of points that make no head
+// std::invalid_argument, with a text (UTF-8) for the user; exhausted memory is "not enough memory".
+//
+// Lengths are mm. Dipoles and the crosshair are in the head frame (x left, y up, z front), fiducial points in
+// the scanner's (right, anterior, superior positive).
+#pragma once
+
+#include <afxwin.h>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/RecentFiles.h"
+#include "host/UndoHistory.h"
+#include "host/ValueColors.h"
+#include "host/session/Head.h"
+#include "host/session/ViewSettings.h"
+#include "module/dipole.h"
+
+namespace host {
+
+enum class FiducialName { nasion, leftEar, rightEar };
+
+class Session {
+ public:
+  // The collection outlives the session, and is its set as it is. The head is the phantom, registered.
+  explicit Session(CDipoleFace9File& dipoles);
+
+  CDipoleFace9File& dipoles() { return m_dipoles; }
+  [[nodiscard]] const Head& head() const { return m_head; }
+  ViewSettings& view() { return m_view; }
+  [[nodiscard]] const ViewSettings& view() const { return m_view; }
+
+  // The MRI. Opening takes the fiducial points beside the file (see host/session/HeadFile.h); without them the
+  // head is not registered, whatever was before. Points that were placed are forgotten.
+  void openMri(const CString& path);
+  void usePhantom();
+  // What the user should know about the MRI that was opened last, such as fiducial points that do not fit.
+  [[nodiscard]] const std::string& notice() const { return m_notice; }
+
+  // The grey values shown as black and white. Numbers that are not finite, or a white that is not above the
+  // black, are ignored.
+  [[nodiscard]] GreyWindow window() const { return m_window; }
+  void setWindow(const GreyWindow& window);
+  void resetWindow();  // to the volume's own
+
+  // Registration: where the head frame lies in the MRI. The crosshair stays where it is in the MRI.
+  void registerHead(const Fiducials& points);  // throws std::invalid_argument, see frameIn
+  void unregister();
+  [[nodiscard]] Fiducials fiducialsOfSet() const;  // see host/session/SetFiducials.h; throws
+
+  // Points that the user picks: each at the crosshair, then all of them at once.
+  void placeFiducial(FiducialName name);
+  [[nodiscard]] std::array<bool, 3> placedFiducials() const;  // in the order of FiducialName
+  void registerPlaced();  // throws std::invalid_argument also when one is missing
+
+  // A warning when the set brings fiducial points that cannot be of this head; empty when there is nothing to
+  // say, or when the head is not registered.
+  [[nodiscard]] std::string headMismatch() const;
+
+  // The point that all slices run through: each coordinate from -300 to 300; not finite: ignored.
+  [[nodiscard]] const Vector3& crosshair() const { return m_crosshair; }
+  void setCrosshair(const Vector3& point);
+  // False when there is no current dipole, or it lies nowhere within the crosshair's reach.
+  bool goToCurrentDipole();
+
+  // Files of dipoles.
+  struct ImportResult {
+    int files = 0;                // those that brought dipoles
+    int dipoles = 0;              // that came
+    bool cancelled = false;       // by the progress function
+    std::vector<CString> failed;  // those that brought none, or broke off; the set has nothing of these
+  };
+  // Called before each file; false: stop before it. `done` files of `total` are behind.
+  using Progress = std::function<bool(int done, int total, const CString& path)>;
+  // Adds the dipoles of CTF files (.dip) and 4D/MSI tables (.txt) to the set, as one step to undo. The current
+  // folder stays. What a progress function throws ends the import, and nothing has come.
+  ImportResult importFiles(const std::vector<CString>& paths, const Progress& progress);
+
+  // Replaces the set by that of a file; what belongs to the old one, the history too, is gone. A file that is
+  // not there any more leaves the list of recent ones.
+  void openSet(const CString& path);
+  void saveSet(const CString& path);
+  void exportText(const CString& path);
+  void exportCsv(const CString& path);
+  void newSet();  // empty, everything in it as in a new collection
+
+  [[nodiscard]] const CString& setPath() const { return m_setPath; }  // empty: it has none yet
+  // Whether the set differs from what was last opened, saved or emptied. Undo back to that makes it saved again.
+  [[nodiscard]] bool isUnsaved() const;
+  RecentFiles& recentSets() { return m_recentSets; }
+
+  // Takes note of what a command did to the set, for undo; true when there was a change. The viewer calls it
+  // after each of its commands, and whenever the module asks for its views to be drawn anew. Without a name it
+  // is found, see host/ChangeName.h.
+  bool noteChange(const CString& command = CString());
+  UndoHistory::Moved undo();
+  UndoHistory::Moved redo();
+  [[nodiscard]] const UndoHistory& history() const { return m_history; }
+
+  // By the value that the view settings name; null when dipoles have their own colours. Valid until the next
+  // operation.
+  const ValueColors* colours();
+
+ private:
+  void setHead(Head head, std::string notice);
+  void replaceSet(CDipoleFace9File& source, CString path);
+  ImportResult importEach(const std::vector<CString>& paths, const Progress& progress);
+  void markSaved();
+
+  CDipoleFace9File& m_dipoles;
+  Head m_head;
+  std::string m_notice;
+  GreyWindow m_window;
+  std::array<std::optional<Vector3>, 3> m_placed;  // scanner mm, in the order of FiducialName
+  Vector3 m_crosshair;
+  ViewSettings m_view;
+  UndoHistory m_history;
+  std::uint64_t m_savedState;
+  bool m_isUncertain = false;  // there was no memory to look for a change
+  CString m_setPath;
+  RecentFiles m_recentSets;
+  std::optional<ValueColors> m_colours;
+  std::optional<DipoleValue> m_coloursOf;
+};
+
+}  // namespace host

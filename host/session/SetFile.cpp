@@ -1,0 +1,113 @@
+#include "host/session/SetFile.h"
+
+#include <climits>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "host/DipoleColumns.h"
+#include "host/Failure.h"
+#include "host/SafeFile.h"
+#include "platform/Operator.h"
+
+namespace host {
+
+namespace {
+
+// Set files of 2001 begin with one of these numbers, later ones with a text.
+bool isHeaderless(CFile& file) {
+  unsigned char bytes[4] = {};
+  const UINT count = file.Read(bytes, sizeof bytes);
+  file.SeekToBegin();
+  std::uint32_t number = 0;
+  for (unsigned i = 0; i < 4; ++i)
+    number |= std::uint32_t{bytes[i]} << (8U * i);
+  return count == sizeof bytes && (number <= 1 || number == 20010901 || number == 20011118);
+}
+
+bool isAtEnd(CArchive& archive) {
+  unsigned char byte = 0;
+  return archive.Read(&byte, sizeof byte) == 0;
+}
+
+// The module's result does not tell everything: what it refuses of an old set, and a set that it cut short for
+// want of memory, count as done.
+bool readWhole(CDipoleFace9File& set, CArchive& archive, bool isOld) {
+  constexpr int untouched = INT_MIN;
+  set.m_currentDipole = untouched;
+  const int result = isOld ? set.serializeObsolete20050630(archive) : set.serializeDipolesFace(archive);
+  return result != 0 && set.m_currentDipole != untouched && isAtEnd(archive);
+}
+
+// A bare `throw` has to pass on what the module threw, behind an archive that must write no more.
+template <typename Write>
+void writeArchive(CFile& file, Write write) {
+  CArchive archive(&file, CArchive::store);
+  try {
+    write(archive);
+    archive.Close();
+  } catch (...) {
+    archive.Abort();
+    throw;
+  }
+}
+
+// Answers the module's question for a name, and takes note of what it says.
+class ExportOperator : public Operator {
+ public:
+  explicit ExportOperator(const CString& path) : m_path(path), m_previous(installOperator(this)) {}
+  ~ExportOperator() override { installOperator(m_previous); }
+
+  int answerMessage(LPCTSTR /*text*/, UINT type) override { return carefulAnswer(type); }
+  bool chooseFiles(const FileQuestion& /*question*/, std::vector<CString>& paths) override {
+    paths = {m_path};
+    return true;
+  }
+  bool chooseColor(COLORREF /*initial*/, COLORREF& /*chosen*/) override { return false; }
+
+ private:
+  CString m_path;
+  Operator* m_previous;
+};
+
+}  // namespace
+
+std::unique_ptr<CDipoleFace9File> readSet(const CString& path) {
+  return withFile("read", path, [&] {
+    auto set = std::make_unique<CDipoleFace9File>();
+    CFile file(path, CFile::modeRead | CFile::shareDenyWrite);
+    const bool isOld = isHeaderless(file);
+    CArchive archive(&file, CArchive::load);
+    if (!readWhole(*set, archive, isOld))
+      throwFileFailure("read", path, "it is no dipole set, or not the whole of one");
+    archive.Close();
+    file.Close();
+    return set;
+  });
+}
+
+void writeSet(CDipoleFace9File& set, const CString& path) {
+  writeSafely(path, [&](CFile& file) {
+    writeArchive(file, [&](CArchive& archive) {
+      if (set.serializeDipolesFace(archive) == 0)
+        throwFileFailure("write", path, "the set could not be stored");
+    });
+  });
+}
+
+void writeSpreadsheetText(CDipoleFace9File& set, const CString& path) {
+  writeSafelyByName(path, [&](const CString& name) {
+    const ExportOperator inCharge(name);
+    if (set.exportExelFile() == 0)
+      throwFileFailure("write", path, "the text could not be stored");
+  });
+}
+
+void writeCsv(const CDipoleFace& set, const CString& path) {
+  writeSafely(path, [&](CFile& file) {
+    const std::string table = dipoleTable(set, set.m_momentInNAm != 0, ',');
+    file.Write(table.data(), static_cast<UINT>(table.size()));
+  });
+}
+
+}  // namespace host

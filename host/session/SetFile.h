@@ -1,0 +1,26 @@
+// Whole dipole sets to and from files, whatever happens meanwhile: the target of a save is the whole new file or
+// what it was before (host/SafeFile.h), and a set that was read is the whole one.
+//
+// All throw std::runtime_error that names the file and the cause. The module shows messages of its own too.
+#pragma once
+
+#include <afxwin.h>
+
+#include <memory>
+
+#include "module/dipole.h"
+
+namespace host {
+
+// The module's set file, of today or of 2001. What the file does not hold is as in a new set.
+[[nodiscard]] std::unique_ptr<CDipoleFace9File> readSet(const CString& path);
+
+void writeSet(CDipoleFace9File& set, const CString& path);
+
+// The module's text for spreadsheets, UTF-16.
+void writeSpreadsheetText(CDipoleFace9File& set, const CString& path);
+
+// A table, UTF-8, see host/DipoleColumns.h; the separator is a comma.
+void writeCsv(const CDipoleFace& set, const CString& path);
+
+}  // namespace host
