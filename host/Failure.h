@@ -1,5 +1,5 @@
-// How the viewer's operations fail: with a std::runtime_error whose text (UTF-8) a user can read, whatever the
-// framework or the standard library threw.
+// How the viewer's operations fail: with a std::runtime_error whose text (UTF-8) a user can read, whatever
+// the framework or the standard library threw.
 #pragma once
 
 #include <afx.h>

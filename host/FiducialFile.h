@@ -1,7 +1,7 @@
 // The three fiducial points of a head as text.
 //
-// A fiducial file has the lines "nasion x y z", "left x y z" and "right x y z" in any order, scanner mm (right,
-// anterior, superior positive). Blank lines and what follows a # are left out.
+// A fiducial file has the lines "nasion x y z", "left x y z" and "right x y z" in any order, scanner mm
+// (right, anterior, superior positive). Blank lines and what follows a # are left out.
 #pragma once
 
 #include <filesystem>
@@ -15,8 +15,8 @@ namespace host {
 // Throws std::runtime_error that names the file, the line and the cause.
 [[nodiscard]] Fiducials readFiducialFile(const std::filesystem::path& path);
 
-// Three finite numbers and nothing else: with a separator between them, or, when it is a blank, with any white
-// space between and around them.
+// Three finite numbers and nothing else: with a separator between them, or, when it is a blank, with any
+// white space between and around them.
 [[nodiscard]] std::optional<Vector3> readCoordinates(std::string_view text, char separator);
 
 }  // namespace host

@@ -1,7 +1,7 @@
 // Paths and texts between the framework's CString and the standard library.
 //
-// A CString that names a file may hold halves of surrogate pairs that stand alone: DC80 to DCFF are, where the
-// system's paths are bytes, bytes of a name that is not UTF-8. They survive the way to a path and back.
+// A CString that names a file may hold halves of surrogate pairs that stand alone: DC80 to DCFF are, where
+// the system's paths are bytes, bytes of a name that is not UTF-8. They survive the way to a path and back.
 #pragma once
 
 #include <afx.h>

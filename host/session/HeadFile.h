@@ -18,8 +18,8 @@ struct OpenedHead {
 };
 
 // Reads an MRI (NIfTI) and the fiducial points in the file of the same name with the ending ".fiducials"
-// (head.fiducials for head.nii.gz), when there is one. Points that cannot be read or do not fit leave the head
-// unregistered, and the notice says why. Throws std::runtime_error that names the file and the cause.
+// (head.fiducials for head.nii.gz), when there is one. Points that cannot be read or do not fit leave the
+// head unregistered, and the notice says why. Throws std::runtime_error that names the file and the cause.
 [[nodiscard]] OpenedHead openHead(const CString& path);
 
 // "Phantom", registered.

@@ -38,8 +38,8 @@ class Session {
   ViewSettings& view() { return m_view; }
   [[nodiscard]] const ViewSettings& view() const { return m_view; }
 
-  // The MRI. Opening takes the fiducial points beside the file (see host/session/HeadFile.h); without them the
-  // head is not registered, whatever was before. Points that were placed are forgotten.
+  // The MRI. Opening takes the fiducial points beside the file (see host/session/HeadFile.h); without them
+  // the head is not registered, whatever was before. Points that were placed are forgotten.
   void openMri(const CString& path);
   void usePhantom();
   // What the user should know about the MRI that was opened last, such as fiducial points that do not fit.
@@ -80,8 +80,8 @@ class Session {
   };
   // Called before each file; false: stop before it. `done` files of `total` are behind.
   using Progress = std::function<bool(int done, int total, const CString& path)>;
-  // Adds the dipoles of CTF files (.dip) and 4D/MSI tables (.txt) to the set, as one step to undo. The current
-  // folder stays. What a progress function throws ends the import, and nothing has come.
+  // Adds the dipoles of CTF files (.dip) and 4D/MSI tables (.txt) to the set, as one step to undo. The
+  // current folder stays. What a progress function throws ends the import, and nothing has come.
   ImportResult importFiles(const std::vector<CString>& paths, const Progress& progress);
 
   // Replaces the set by that of a file; what belongs to the old one, the history too, is gone. A file that is
@@ -93,13 +93,14 @@ class Session {
   void newSet();  // empty, everything in it as in a new collection
 
   [[nodiscard]] const CString& setPath() const { return m_setPath; }  // empty: it has none yet
-  // Whether the set differs from what was last opened, saved or emptied. Undo back to that makes it saved again.
+  // Whether the set differs from what was last opened, saved or emptied. Undo back to that makes it saved
+  // again.
   [[nodiscard]] bool isUnsaved() const;
   RecentFiles& recentSets() { return m_recentSets; }
 
-  // Takes note of what a command did to the set, for undo; true when there was a change. The viewer calls it
-  // after each of its commands, and whenever the module asks for its views to be drawn anew. Without a name it
-  // is found, see host/ChangeName.h.
+  // Takes note of what a command did to the set, for undo; true when there was a change. The viewer calls
+  // it after each of its commands, and whenever the module asks for its views to be drawn anew. Without a
+  // name it is found, see host/ChangeName.h.
   bool noteChange(const CString& command = CString());
   UndoHistory::Moved undo();
   UndoHistory::Moved redo();

@@ -30,8 +30,8 @@ bool isAtEnd(CArchive& archive) {
   return archive.Read(&byte, sizeof byte) == 0;
 }
 
-// The module's result does not tell everything: what it refuses of an old set, and a set that it cut short for
-// want of memory, count as done.
+// The module's result does not tell everything: what it refuses of an old set, and a set that it cut short
+// for want of memory, count as done.
 bool readWhole(CDipoleFace9File& set, CArchive& archive, bool isOld) {
   constexpr int untouched = INT_MIN;
   set.m_currentDipole = untouched;

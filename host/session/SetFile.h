@@ -1,5 +1,5 @@
-// Whole dipole sets to and from files, whatever happens meanwhile: the target of a save is the whole new file or
-// what it was before (host/SafeFile.h), and a set that was read is the whole one.
+// Whole dipole sets to and from files, whatever happens meanwhile: the target of a save is the whole new
+// file or what it was before (host/SafeFile.h), and a set that was read is the whole one.
 //
 // All throw std::runtime_error that names the file and the cause. The module shows messages of its own too.
 #pragma once
