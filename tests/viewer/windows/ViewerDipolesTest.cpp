@@ -1,0 +1,162 @@
+// The commands of the menu Dipoles, and the module's windows beside the viewer.
+#include <gtest/gtest.h>
+
+#include "tests/platform/windows/Robot.h"
+#include "tests/support/ScriptedOperator.h"
+#include "tests/support/TempFolder.h"
+#include "tests/viewer/windows/ViewerUser.h"
+
+namespace {
+
+constexpr UINT managerDelete = 20034;  // a command of the manager's own menu
+
+std::string example(const char* name) {
+  return std::string(DIPOLE_EXAMPLES "/") + name;
+}
+
+class ViewerDipoles : public testing::Test {
+ protected:
+  void importExample(const char* name) {
+    m_operator.answerFilesUtf8({example(name)});
+    m_user.choose(ID_FILE_IMPORT);
+  }
+  CDipoleFacezq& set() { return m_user.dipoles(); }
+  std::string lastMessage() { return m_operator.messages.empty() ? "" : m_operator.messages.back().text; }
+  void expectCrosshairAtCurrent() {
+    const CDipoleszq* current = set().getCurrentDipole();
+    ASSERT_NE(current, nullptr);
+    EXPECT_DOUBLE_EQ(m_user.session().crosshair().x, current->m_location[0]);
+    EXPECT_DOUBLE_EQ(m_user.session().crosshair().y, current->m_location[1]);
+    EXPECT_DOUBLE_EQ(m_user.session().crosshair().z, current->m_location[2]);
+  }
+
+  TempFolder m_folder;
+  ScriptedOperator m_operator;
+  ViewerUser m_user;
+};
+
+TEST_F(ViewerDipoles, ChoosingARowMovesTheCrosshairToItsDipole) {
+  importExample("spikes.dip");
+  m_user.choose(ID_DIPOLES_MANAGER);
+  m_user.chooseRow(7);
+  EXPECT_EQ(set().m_currentDipole, 7);
+  expectCrosshairAtCurrent();
+  EXPECT_NE(m_user.status(host::MainFrame::dipolePart).find("Dipole 8 of 120"), std::string::npos);
+}
+
+TEST_F(ViewerDipoles, ArrowKeysOfTheListMoveTheCrosshair) {
+  importExample("spikes.dip");
+  m_user.choose(ID_DIPOLES_MANAGER);
+  m_user.chooseRow(3);
+  for (int row = 4; row < 10; ++row) {
+    ::SendMessageW(m_user.list(), WM_KEYDOWN, VK_DOWN, 1);
+    m_user.wait();
+    ASSERT_EQ(set().m_currentDipole, row);
+    expectCrosshairAtCurrent();
+  }
+}
+
+TEST_F(ViewerDipoles, NextAndPreviousSelectTheRowInTheManager) {
+  importExample("spikes.dip");
+  m_user.choose(ID_DIPOLES_MANAGER);
+  m_user.chooseRow(10);
+  m_user.choose(ID_DIPOLES_NEXT);
+  EXPECT_EQ(m_user.selectedRows(), std::vector<int>{11});
+  EXPECT_EQ(set().m_currentDipole, 11);
+  m_user.choose(ID_DIPOLES_PREVIOUS);
+  m_user.choose(ID_DIPOLES_PREVIOUS);
+  EXPECT_EQ(m_user.selectedRows(), std::vector<int>{9});
+  expectCrosshairAtCurrent();
+}
+
+TEST_F(ViewerDipoles, CommandsThatNeedDipolesAreGreyWithoutThem) {
+  for (const UINT command : {ID_DIPOLES_NEXT, ID_DIPOLES_PREVIOUS, ID_DIPOLES_GO_TO, ID_FILE_EXPORT_TEXT,
+                             ID_FILE_EXPORT_CSV, ID_DIPOLES_UNDO, ID_DIPOLES_REDO})
+    EXPECT_FALSE(m_user.isEnabled(command)) << command;
+  importExample("auditory.dip");
+  for (const UINT command : {ID_DIPOLES_NEXT, ID_DIPOLES_PREVIOUS, ID_DIPOLES_GO_TO, ID_FILE_EXPORT_TEXT,
+                             ID_FILE_EXPORT_CSV, ID_DIPOLES_UNDO})
+    EXPECT_TRUE(m_user.isEnabled(command)) << command;
+}
+
+TEST_F(ViewerDipoles, UndoNamesTheCommandAndRefreshesTheManager) {
+  importExample("auditory.dip");
+  m_user.choose(ID_DIPOLES_MANAGER);
+  EXPECT_EQ(m_user.menuText(ID_DIPOLES_UNDO), "Undo Import\tCtrl+Z");
+  m_user.choose(ID_DIPOLES_UNDO);
+  EXPECT_EQ(set().m_totalDipoles, 0);
+  EXPECT_EQ(ListView_GetItemCount(m_user.list()), 0);
+  EXPECT_EQ(m_user.menuText(ID_DIPOLES_REDO), "Redo Import\tCtrl+Y");
+  m_user.choose(ID_DIPOLES_REDO);
+  EXPECT_EQ(set().m_totalDipoles, 2);
+  EXPECT_EQ(ListView_GetItemCount(m_user.list()), 2);
+}
+
+TEST_F(ViewerDipoles, WhatTheModuleDoesNotTellIsNotedWhenItIsQuiet) {
+  importExample("auditory.dip");
+  set().setDipoleLocation(0, 1.0F, 2.0F, 3.0F);
+  m_user.frame().Invalidate();  // as the module's editor asks for
+  m_user.waitQuiet();
+  EXPECT_EQ(m_user.session().history().undoSteps(), 2U);
+}
+
+TEST_F(ViewerDipoles, ManagersCommandsAreStepsToUndo) {
+  importExample("spikes.dip");
+  m_user.choose(ID_DIPOLES_MANAGER);
+  m_user.chooseRow(5);
+  const CString label = set().getDipole(6)->m_label;
+  ::SendMessageW(m_user.manager(), WM_COMMAND, managerDelete, 0);
+  m_user.wait();
+  EXPECT_EQ(set().m_totalDipoles, 119);
+  EXPECT_EQ(set().getDipole(5)->m_label, label);
+  m_user.choose(ID_DIPOLES_UNDO);
+  EXPECT_EQ(set().m_totalDipoles, 120);
+}
+
+TEST_F(ViewerDipoles, FiducialsPlacedAtTheCrosshairRegister) {
+  const host::Fiducials points = *m_user.session().head().fiducials;
+  EXPECT_FALSE(m_user.isEnabled(ID_REGISTER_PLACED));
+  const host::HeadFrame frame = m_user.session().head().frame;
+  const UINT commands[] = {ID_REGISTER_NASION, ID_REGISTER_LEFT_EAR, ID_REGISTER_RIGHT_EAR};
+  const host::Vector3 places[] = {points.nasion, points.leftEar, points.rightEar};
+  for (int i = 0; i < 3; ++i) {
+    m_user.session().setCrosshair(frame.fromScanner(places[i]));
+    m_user.choose(commands[i]);
+    EXPECT_TRUE(m_user.isChecked(commands[i]));
+  }
+  m_user.choose(ID_REGISTER_NONE);
+  EXPECT_FALSE(m_user.session().head().isRegistered());
+  EXPECT_NE(m_user.status(host::MainFrame::countPart).find("MRI NOT REGISTERED"), std::string::npos);
+  m_user.choose(ID_REGISTER_PLACED);
+  ASSERT_TRUE(m_user.session().head().isRegistered());
+  EXPECT_NEAR(m_user.session().head().fiducials->nasion.y, points.nasion.y, 1e-9);
+  EXPECT_TRUE(m_operator.messages.empty()) << lastMessage();
+}
+
+TEST_F(ViewerDipoles, BadFiducialFileIsToldAndTheRegistrationStays) {
+  m_folder.write("bad.fiducials", "nasion 1 2\n");
+  m_operator.answerFilesUtf8({m_folder.pathUtf8("bad.fiducials")});
+  m_user.choose(ID_REGISTER_FROM_FILE);
+  EXPECT_NE(lastMessage().find("bad.fiducials"), std::string::npos) << lastMessage();
+  EXPECT_TRUE(m_user.session().head().isRegistered());
+}
+
+TEST_F(ViewerDipoles, SetWithoutMriPointsCannotRegister) {
+  m_user.choose(ID_REGISTER_FROM_SET);
+  EXPECT_EQ(m_operator.messages.size(), 1U);
+  EXPECT_TRUE(m_user.session().head().isRegistered());
+}
+
+TEST_F(ViewerDipoles, ClosingTheViewerClosesTheModulesWindows) {
+  importExample("auditory.dip");
+  m_user.choose(ID_DIPOLES_MANAGER);
+  m_user.choose(ID_DIPOLES_EDITOR);
+  m_user.choose(ID_DIPOLES_COORDINATES);
+  const HWND manager = m_user.manager();
+  m_operator.answer(IDNO);
+  m_user.close();
+  EXPECT_FALSE(m_user.isOpen());
+  EXPECT_FALSE(::IsWindow(manager));
+}
+
+}  // namespace
