@@ -262,7 +262,6 @@ void SlicePane::drawTexts(const PaneContents& contents) {
     texts.warnings.push_back({warning, warningInk});
   drawPaneTexts(m_picture, texts);
   drawScaleBar(m_picture, mmPerPixel());
-  drawSides(m_picture, m_view);
 }
 
 const Image& SlicePane::paint(const PaneContents& contents) {
@@ -284,11 +283,12 @@ const Image& SlicePane::paint(const PaneContents& contents) {
 
   m_picture = m_grey.picture(contents.head, m_grid.samples(), contents.window);
   drawCrosshair(m_picture, m_grid.pixelAt(contents.crosshair));
+  drawTexts(contents);  // below the dipoles: no caption hides one
   // Squares over arrows: where a dipole lies comes first. The current one over all others.
   drawArrows(m_picture, arrowsOf(contents));
   drawDipoles(contents);
   markCurrent(contents);
-  drawTexts(contents);
+  drawSides(m_picture, m_view);
   return m_picture;
 }
 

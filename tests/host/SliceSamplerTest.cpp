@@ -77,7 +77,7 @@ TEST(SliceSampler, GreysAreThoseOfTheWindow) {
   std::vector<float> values;
   for (int i = 0; i < 200 * 100; ++i)
     values.push_back(static_cast<float>(-60.0 + i * 0.0511));
-  const host::Image picture = greyPicture(values, 200, 100, window);
+  const host::Image picture = host::greyPicture(values, 200, 100, window);
   for (int row = 0; row < 100; ++row)
     for (int column = 0; column < 200; ++column) {
       const std::uint8_t grey =
@@ -90,7 +90,7 @@ TEST(SliceSampler, GreysAreThoseOfTheWindow) {
 
 TEST(SliceSampler, AWindowWithoutWidthIsAStep) {
   const std::vector<float> values{99.0F, 100.0F, 101.0F};
-  const host::Image picture = greyPicture(values, 3, 1, {100.0, 100.0});
+  const host::Image picture = host::greyPicture(values, 3, 1, {100.0, 100.0});
   EXPECT_EQ(picture.pixel(0, 0).red, 0);
   EXPECT_EQ(picture.pixel(1, 0).red, 0);
   EXPECT_EQ(picture.pixel(2, 0).red, 255);

@@ -20,7 +20,7 @@ struct DisplayOverride : testing::Test, PaneFixture {
       CDipoleszq& dipole = add(i, i * 2.0, -i);
       dipole.m_display = number();
       dipole.m_size = number() * 0.37;
-      dipole.m_color = random();
+      dipole.m_color = static_cast<COLORREF>(random() & 0xFFFFFFU);
       dipole.m_colorF[1] = 0.123F;
       dipole.setDimensionXYZ(number(), number(), number());
     }
@@ -72,8 +72,9 @@ TEST_F(DisplayOverride, ShowsNoneUntilItIsTold) {
   fill();
   host::DisplayOverride display(*dipoles);
   for (int slot = 0; slot < dipoles->m_totalDipoles; ++slot)
-    if (const CDipoleszq* dipole = dipoles->getDipole(slot))
+    if (const CDipoleszq* dipole = dipoles->getDipole(slot)) {
       EXPECT_EQ(dipole->m_display, 0);
+    }
   display.show(4, 9, RGB(1, 2, 3));
   EXPECT_EQ(dipoles->getDipole(4)->m_display, 1);
   EXPECT_EQ(dipoles->getDipole(4)->m_size, 9.0);
