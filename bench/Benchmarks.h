@@ -11,3 +11,4 @@ bool benchArchive();
 bool benchScene();
 bool benchMemory();
 bool benchHistory();
+bool benchPanes();

@@ -19,5 +19,6 @@ int main() {
   allMet &= benchScene();
   allMet &= benchMemory();
   allMet &= benchHistory();
+  allMet &= benchPanes();
   return allMet ? 0 : 1;
 }

@@ -1,0 +1,248 @@
+// The four panes as a viewer's user feels them: from a file to the first picture, from slice to slice, with a
+// full set on one slice, and when the crosshair moves in all of them. Beside each stands a plain copy of what
+// one pane of this size is made of, samples and pixels.
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <time.h>
+#include <vector>
+
+#include "bench/Benchmarks.h"
+#include "bench/Comparison.h"
+#include "host/NiftiReader.h"
+#include "host/session/ScenePane.h"
+#include "host/session/SlicePane.h"
+
+namespace {
+
+using host::SlicePane;
+using host::View;
+
+constexpr int side = 700;    // pixels of a pane
+constexpr int extent = 256;  // voxels of the head
+
+double processorMilliseconds() {
+  timespec time = {};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) * 1e-6;
+}
+
+// A file that goes with the object.
+class HeadFile {
+ public:
+  HeadFile() : m_path(std::filesystem::temp_directory_path() / "dipole-bench-head.nii") { write(); }
+  ~HeadFile() {
+    std::error_code ignored;
+    std::filesystem::remove(m_path, ignored);
+  }
+  HeadFile(const HeadFile&) = delete;
+  HeadFile& operator=(const HeadFile&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
+
+ private:
+  template <typename Number>
+  static void put(std::vector<char>& bytes, std::size_t at, Number value) {
+    std::memcpy(bytes.data() + at, &value, sizeof(Number));
+  }
+
+  // NIfTI-1: 256 x 256 x 256 whole numbers of 16 bits, voxels of 1 mm around the scanner's origin.
+  static std::vector<char> header() {
+    std::vector<char> bytes(352);
+    put(bytes, 0, std::int32_t{348});
+    const std::int16_t dimensions[] = {3, extent, extent, extent, 1, 1, 1, 1};
+    std::memcpy(bytes.data() + 40, dimensions, sizeof(dimensions));
+    put(bytes, 70, std::int16_t{4});   // the type
+    put(bytes, 72, std::int16_t{16});  // bits
+    const float sizes[] = {1, 1, 1, 1, 1, 1, 1, 1};
+    std::memcpy(bytes.data() + 76, sizes, sizeof(sizes));
+    put(bytes, 108, 352.0F);   // where the voxels begin
+    put(bytes, 123, char{2});  // mm
+    put(bytes, 254, std::int16_t{1});
+    const float middle = -0.5F * (extent - 1);
+    const float rows[] = {1, 0, 0, middle, 0, 1, 0, middle, 0, 0, 1, middle};
+    std::memcpy(bytes.data() + 280, rows, sizeof(rows));
+    std::memcpy(bytes.data() + 344, "n+1", 4);
+    return bytes;
+  }
+
+  // A ball of grain with a bright shell.
+  void write() const {
+    std::ofstream file(m_path, std::ios::binary);
+    const std::vector<char> head = header();
+    file.write(head.data(), static_cast<std::streamsize>(head.size()));
+    std::minstd_rand random(3);
+    std::vector<std::int16_t> slice(std::size_t{extent} * extent);
+    for (int k = 0; k < extent; ++k) {
+      for (int j = 0; j < extent; ++j)
+        for (int i = 0; i < extent; ++i) {
+          const double middle = 0.5 * (extent - 1);
+          const double radius = std::hypot(i - middle, j - middle, k - middle);
+          const auto grain = static_cast<int>(random() % 60);
+          const int value = radius > 100.0 ? grain / 30 : radius > 92.0 ? 800 + grain : 300 + grain;
+          slice[static_cast<std::size_t>(j) * extent + static_cast<std::size_t>(i)] =
+              static_cast<std::int16_t>(value);
+        }
+      file.write(reinterpret_cast<const char*>(slice.data()),
+                 static_cast<std::streamsize>(slice.size() * sizeof(slice[0])));
+    }
+  }
+
+  std::filesystem::path m_path;
+};
+
+// All within 3 mm of the axial plane through the origin, half of them below it.
+std::unique_ptr<CDipoleFace9File> fullSlice(bool withArrows) {
+  auto set = std::make_unique<CDipoleFace9File>();
+  std::mt19937 random(17);
+  std::uniform_real_distribution<float> place(-90.0F, 90.0F);
+  std::uniform_real_distribution<float> depth(-3.0F, 3.0F);
+  std::uniform_real_distribution<double> direction(-1.0, 1.0);
+  for (int i = 0; i < DipoleTable::capacity; ++i) {
+    set->addDipoleF(place(random), depth(random), place(random));
+    CDipoleszq& dipole = *set->getDipole(i);
+    dipole.setDipoleOrientation(direction(random), direction(random), direction(random));
+    dipole.m_showOrientation = withArrows ? 1 : 0;
+  }
+  return set;
+}
+
+// Slightly turned, as a head in a scanner is.
+host::Fiducials fiducials() {
+  return {{4, 92, -8}, {-74, -6, -3}, {76, 5, 1}};
+}
+
+host::Head headOf(const std::filesystem::path& path) {
+  return {"head", std::make_shared<host::Volume>(host::readNifti(path)), host::HeadFrame(fiducials()),
+          fiducials()};
+}
+
+struct Window {
+  Window() {
+    for (SlicePane* pane : {&axial, &coronal, &sagittal})
+      pane->resize(side, side);
+    scene.resize(side, side);
+  }
+
+  void paint(const host::PaneContents& contents) {
+    for (SlicePane* pane : {&axial, &coronal, &sagittal})
+      keep(pane->paint(contents));
+    keep(scene.paint(contents));
+  }
+
+  SlicePane axial{View::axial};
+  SlicePane coronal{View::coronal};
+  SlicePane sagittal{View::sagittal};
+  host::ScenePane scene;
+};
+
+double plainCopy() {
+  std::vector<float> values(std::size_t{side} * side, 1.0F);
+  std::vector<host::Rgb> pixels(values.size());
+  std::vector<float> otherValues(values.size());
+  std::vector<host::Rgb> otherPixels(values.size());
+  const double start = processorMilliseconds();
+  constexpr int rounds = 20;
+  for (int round = 0; round < rounds; ++round) {
+    std::copy(values.begin(), values.end(), otherValues.begin());
+    std::copy(pixels.begin(), pixels.end(), otherPixels.begin());
+    keep(otherValues);
+    keep(otherPixels);
+  }
+  return (processorMilliseconds() - start) / rounds;
+}
+
+bool tell(const char* what, double ms, double copyMs, double most) {
+  const bool isMet = ms <= most;
+  std::printf("  %-48s %8.2f ms %8.1f copies  wanted at most %6.0f ms: %s\n", what, ms, ms / copyMs, most,
+              isMet ? "met" : "MISSED");
+  return isMet;
+}
+
+double medianOf(int rounds, const std::function<void(int)>& work) {
+  std::vector<double> times;
+  for (int round = 0; round < rounds; ++round) {
+    const double start = processorMilliseconds();
+    work(round);
+    times.push_back(processorMilliseconds() - start);
+  }
+  std::sort(times.begin(), times.end());
+  return times[times.size() / 2];
+}
+
+bool tellMoves(const host::Head& head, double copyMs) {
+  constexpr int rounds = 31;
+  CDipoleFace9File none;
+  host::ViewSettings settings;
+  host::PaneContents contents{none, head, settings, {}, head.volume->window(), nullptr};
+  bool allMet = true;
+  for (const View view : {View::axial, View::coronal, View::sagittal}) {
+    SlicePane pane(view);
+    pane.resize(side, side);
+    const double ms = medianOf(rounds, [&](int round) {
+      contents.crosshair[axesOf(view).slab] = round - rounds / 2.0;
+      keep(pane.paint(contents));
+    });
+    allMet &= tell((std::string(nameOf(view)) + ": another slice").c_str(), ms, copyMs, 16.0);
+  }
+  Window window;
+  allMet &= tell("the crosshair moves, four panes",
+                 medianOf(rounds,
+                          [&](int round) {
+                            const double mm = round - rounds / 2.0;
+                            contents.crosshair = {mm, -mm, mm * 0.5};
+                            window.paint(contents);
+                          }),
+                 copyMs, 50.0);
+  allMet &= tell("another grey window, four panes",
+                 medianOf(rounds,
+                          [&](int round) {
+                            contents.window.high += round;
+                            window.paint(contents);
+                          }),
+                 copyMs, 50.0);
+  return allMet;
+}
+
+bool tellFullSlice(const host::Head& head, bool withArrows, double copyMs) {
+  const auto set = fullSlice(withArrows);
+  host::ViewSettings settings;
+  SlicePane pane(View::axial);
+  pane.resize(side, side);
+  const host::PaneContents contents{*set, head, settings, {}, head.volume->window(), nullptr};
+  const double ms = medianOf(15, [&](int) { keep(pane.paint(contents)); });
+  return tell(withArrows ? "30000 dipoles with arrows on one slice" : "30000 dipoles on one slice", ms,
+              copyMs, 30.0);
+}
+
+}  // namespace
+
+bool benchPanes() {
+  const HeadFile file;
+  const double copyMs = plainCopy();
+  std::printf("\nFour panes of %d x %d, head of 256 x 256 x 256 (a plain copy of one pane: %.2f ms)\n", side,
+              side, copyMs);
+  CDipoleFace9File none;
+  const host::ViewSettings settings;
+  const double start = processorMilliseconds();
+  const host::Head head = headOf(file.path());
+  const double read = processorMilliseconds();
+  Window window;
+  window.paint({none, head, settings, {}, head.volume->window(), nullptr});
+  const double end = processorMilliseconds();
+  bool allMet = tell("first pictures, from the file", end - start, copyMs, 1000.0);
+  allMet &= tell("first pictures, from memory", end - read, copyMs, 300.0);
+  allMet &= tellMoves(head, copyMs);
+  allMet &= tellFullSlice(head, false, copyMs);
+  allMet &= tellFullSlice(head, true, copyMs);
+  return allMet;
+}
