@@ -15,6 +15,7 @@ struct Head {
   std::shared_ptr<const Volume> volume;  // never null
   HeadFrame frame;                       // provisional while there are no fiducials: good for looking around
   std::optional<Fiducials> fiducials;    // scanner mm
+  bool isPhantom = false;                // made up: nobody's head, so none that dipoles could belong to
 
   // Dipoles are drawn over the MRI only when it is: in a provisional frame they would lie in wrong places.
   [[nodiscard]] bool isRegistered() const { return fiducials.has_value(); }

@@ -103,7 +103,7 @@ Head phantomHead() {
   return withinMemory([] {
     Phantom phantom = makePhantom();
     return Head{"Phantom", std::make_shared<const Volume>(std::move(phantom.volume)),
-                HeadFrame(phantom.fiducials), phantom.fiducials};
+                HeadFrame(phantom.fiducials), phantom.fiducials, true};
   });
 }
 

@@ -113,7 +113,8 @@ void Session::registerPlaced() {
 }
 
 std::string Session::headMismatch() const {
-  return m_head.isRegistered() ? host::headMismatch(m_dipoles, *m_head.fiducials) : std::string();
+  const bool isPatient = m_head.isRegistered() && !m_head.isPhantom;
+  return isPatient ? host::headMismatch(m_dipoles, *m_head.fiducials) : std::string();
 }
 
 void Session::setCrosshair(const Vector3& point) {

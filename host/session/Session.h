@@ -62,7 +62,7 @@ class Session {
   void registerPlaced();  // throws std::invalid_argument also when one is missing
 
   // A warning when the set brings fiducial points that cannot be of this head; empty when there is nothing to
-  // say, or when the head is not registered.
+  // say, when the head is not registered, and for the phantom.
   [[nodiscard]] std::string headMismatch() const;
 
   // The point that all slices run through: each coordinate from -300 to 300; not finite: ignored.

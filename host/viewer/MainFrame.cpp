@@ -100,7 +100,10 @@ END_MESSAGE_MAP()
 MainFrame::MainFrame()
     : m_dipoles(std::make_unique<CDipoleFacezq>()),
       m_session(std::make_unique<Session>(*m_dipoles)),
-      m_panel(*m_session, [this] { repaintPanes(); }) {
+      m_panel(*m_session, [this] {
+        repaintPanes();
+        showStatus();
+      }) {
   PaneOwner& owner = *this;
   m_panes[0] = std::make_unique<SliceWindow>(owner, 0, View::axial);
   m_panes[1] = std::make_unique<SliceWindow>(owner, 1, View::coronal);

@@ -155,10 +155,12 @@ void MainFrame::importFiles(const std::vector<CString>& paths) {
             nameOf(result.failed[number]) + _T("\n");
   if (result.cancelled)
     told += _T("\nThe import was cancelled; the other files were not read.");
+  const CString mismatch = result.dipoles > 0 ? fromUtf8(m_session->headMismatch()) : CString();
+  if (!mismatch.IsEmpty())
+    told += _T("\nWarning: ") + mismatch;
   if (!told.IsEmpty())
-    AfxMessageBox(told, result.failed.empty() ? MB_ICONINFORMATION : MB_ICONEXCLAMATION);
-  if (const std::string mismatch = m_session->headMismatch(); result.dipoles > 0 && !mismatch.empty())
-    AfxMessageBox(fromUtf8(mismatch), MB_ICONEXCLAMATION);
+    AfxMessageBox(told,
+                  result.failed.empty() && mismatch.IsEmpty() ? MB_ICONINFORMATION : MB_ICONEXCLAMATION);
 }
 
 void MainFrame::openFiles(const std::vector<CString>& paths) {

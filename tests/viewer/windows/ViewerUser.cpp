@@ -24,6 +24,7 @@ void releaseModifiers() {
 
 ViewerUser::ViewerUser() {
   releaseModifiers();
+  ::SetCursorPos(0, 0);  // the module's list chooses a row on which the pointer rests
   m_app.makeFrame();
   wait();
 }
@@ -198,12 +199,11 @@ HWND ViewerUser::list() {
 }
 
 void ViewerUser::chooseRow(int row) {
-  RECT place = {};
+  // Not by the mouse: the list goes on to choose what a pointer rests on.
+  ::SetFocus(list());
+  ListView_SetItemState(list(), -1, 0, LVIS_SELECTED);
+  ListView_SetItemState(list(), row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
   ::SendMessageW(list(), LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
-  ListView_GetItemRect(list(), row, &place, LVIR_LABEL);
-  const LPARAM at = MAKELPARAM(place.left + 5, (place.top + place.bottom) / 2);
-  ::PostMessageW(list(), WM_LBUTTONUP, 0, at);  // the list waits for it inside of the press
-  ::SendMessageW(list(), WM_LBUTTONDOWN, MK_LBUTTON, at);
   wait();
 }
 
