@@ -24,7 +24,6 @@ void releaseModifiers() {
 
 ViewerUser::ViewerUser() {
   releaseModifiers();
-  ::SetCursorPos(0, 0);  // the module's list chooses a row on which the pointer rests
   m_app.makeFrame();
   wait();
 }
@@ -199,7 +198,7 @@ HWND ViewerUser::list() {
 }
 
 void ViewerUser::chooseRow(int row) {
-  // Not by the mouse: the list goes on to choose what a pointer rests on.
+  ::SetCursorPos(0, 0);  // the list chooses a row on which the pointer rests
   ::SetFocus(list());
   ListView_SetItemState(list(), -1, 0, LVIS_SELECTED);
   ListView_SetItemState(list(), row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
