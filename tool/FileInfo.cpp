@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "host/HeaderText.h"
 #include "tool/Text.h"
 
 namespace tool {
@@ -47,7 +48,7 @@ FileInfo::FileInfo(std::string name, const ImportSession& session)
   const CDipoleFace9File& collection = session.collection();
   version = session.version();
   patient = session.patient();
-  mriFile = headerText(collection.m_mriFile, "MRI_FILE:");
+  mriFile = host::headerText(collection.m_mriFile, "MRI_FILE:");
   isMegOnly = collection.m_megOnly != 0;
   sphere = sphereOf(collection);
   mriFiducials = pointsOf(collection.m_fiducialMri);

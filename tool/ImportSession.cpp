@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "host/HeaderText.h"
 #include "tool/Text.h"
 
 namespace tool {
@@ -20,7 +21,7 @@ void ImportSession::add(const InputFile& file, Answers answers) {
   m_messages.insert(m_messages.end(), import.messages().begin(), import.messages().end());
   m_isComplete = m_isComplete && import.isComplete();
   if (import.isReadable()) {
-    m_patients.push_back(headerText(import.collection().m_patient, patientKeyword(file.format)));
+    m_patients.push_back(host::headerText(import.collection().m_patient, patientKeyword(file.format)));
   }
   if (import.collection().m_totalDipoles > 0) {
     m_units.push_back(import.collection().m_momentInNAm != 0);
@@ -36,7 +37,7 @@ void ImportSession::takeSet(FileImport& import, const InputFile& file) {
   const bool isBetter = m_collection == nullptr || import.collection().m_totalDipoles > 0;
   if (isBetter) {
     m_collection = import.takeCollection();
-    m_version = headerText(m_collection->m_fileVersion, versionKeyword(file.format));
+    m_version = host::headerText(m_collection->m_fileVersion, versionKeyword(file.format));
   }
 }
 

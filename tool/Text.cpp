@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "host/Blanks.h"
 #include "platform/Utf.h"
 
 namespace tool {
@@ -92,21 +91,6 @@ std::string printable(std::string_view text) {
 
 std::string printableJson(std::string_view json) {
   return escaped(json, true);
-}
-
-std::string headerText(const CString& text, std::string_view keyword) {
-  const std::string all = toUtf8(text);
-  if (all == "non") {
-    return {};
-  }
-  std::string_view rest = host::withoutBlanks(all);
-  for (std::string_view end = keyword; !end.empty(); end.remove_prefix(1)) {
-    if (rest.starts_with(end)) {
-      rest.remove_prefix(end.size());
-      break;
-    }
-  }
-  return std::string(host::withoutBlanks(rest));
 }
 
 }  // namespace tool

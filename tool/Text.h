@@ -15,9 +15,4 @@ std::string printable(std::string_view text);
 // The same for JSON that is already written: its line ends stay, and the escapes are JSON's own.
 std::string printableJson(std::string_view json);
 
-// A text that the module took from the line of a keyword ("PATIENT:") in a file's header. The module cuts as
-// many characters off the line's front as the keyword has, so an indented keyword leaves its end there; that
-// goes, and blanks around. Empty when the file gave none (the module then says "non").
-std::string headerText(const CString& text, std::string_view keyword);
-
 }  // namespace tool

@@ -20,6 +20,8 @@ namespace host {
 namespace {
 
 constexpr double crosshairReach = 300.0;  // mm
+constexpr Vector3 amidTheBrain{15.0, 45.0,
+                               0.0};  // where a registered head is looked at first; off the midline
 
 // How this system's file names are compared.
 PathRule systemRule() {
@@ -43,6 +45,7 @@ Session::Session(CDipoleFace9File& dipoles)
     : m_dipoles(dipoles),
       m_head(phantomHead()),
       m_window(m_head.volume->window()),
+      m_crosshair(amidTheBrain),
       m_history(dipoles),
       m_savedState(m_history.state()),
       m_recentSets(systemRule()) {}
@@ -53,7 +56,7 @@ void Session::setHead(Head head, std::string notice) {
   m_notice = std::move(notice);
   m_placed = {};
   if (!staysRegistered)
-    m_crosshair = {};
+    m_crosshair = m_head.isRegistered() ? amidTheBrain : Vector3{};
   resetWindow();
 }
 

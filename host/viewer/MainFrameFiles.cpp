@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "host/HeaderText.h"
 #include "host/PathText.h"
 #include "host/session/WholePicture.h"
 #include "host/viewer/KeptMessages.h"
@@ -258,7 +259,7 @@ void MainFrame::OnExportCsv() {
 // What the panes show, with what a reader of the picture must know.
 Image MainFrame::currentPicture() {
   WholePictureTexts texts;
-  texts.patientId = m_dipoles->m_totalDipoles > 0 ? utf8Of(m_dipoles->m_patient) : std::string();
+  texts.patientId = patientOf(*m_dipoles);
   const CString& path = m_session->setPath();
   texts.files = {m_session->head().name, path.IsEmpty() ? std::string() : utf8Of(nameOf(path))};
   texts.settings = {utf8Of(statusText(dipolePart)), utf8Of(statusText(countPart))};

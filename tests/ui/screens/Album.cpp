@@ -55,8 +55,12 @@ void Album::take(HWND window, const std::string& name) {
 }
 
 void Album::takeInPlace(HWND window, const std::string& name) {
+  takeArea(placeOf(window), name);
+}
+
+void Album::takeArea(const RECT& area, const std::string& name) {
   drawWindows();
-  save(placeOf(window), name);
+  save(area, name);
 }
 
 void Album::takeMenu(HWND menu, HWND owner, const std::string& name) {

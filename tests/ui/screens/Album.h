@@ -12,6 +12,8 @@ class Album {
   void take(HWND window, const std::string& name);
   // As it is, with what stands over it and beside it.
   void takeInPlace(HWND window, const std::string& name);
+  // A part of the screen, with whatever stands there.
+  void takeArea(const RECT& area, const std::string& name);
   // A menu that is open, and the window that it belongs to.
   void takeMenu(HWND menu, HWND owner, const std::string& name);
 

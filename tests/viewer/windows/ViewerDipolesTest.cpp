@@ -5,10 +5,9 @@
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
 #include "tests/viewer/windows/ViewerUser.h"
+#include "ui/resource.h"
 
 namespace {
-
-constexpr UINT managerDelete = 20034;  // a command of the manager's own menu
 
 std::string example(const char* name) {
   return std::string(DIPOLE_EXAMPLES "/") + name;
@@ -105,7 +104,7 @@ TEST_F(ViewerDipoles, ManagersCommandsAreStepsToUndo) {
   m_user.choose(ID_DIPOLES_MANAGER);
   m_user.chooseRow(5);
   const CString label = set().getDipole(6)->m_label;
-  ::SendMessageW(m_user.manager(), WM_COMMAND, managerDelete, 0);
+  ::SendMessageW(m_user.manager(), WM_COMMAND, ID_DIPOLE_DELETE, 0);
   m_user.wait();
   EXPECT_EQ(set().m_totalDipoles, 119);
   EXPECT_EQ(set().getDipole(5)->m_label, label);

@@ -111,8 +111,8 @@ TEST_F(ViewerPanes, ClickOnADipoleTakesIt) {
   m_user.frame().pane(axial).picture();
   // Where the pane shows the first dipole: look for the pixel that leads there.
   const CPoint middle = m_user.middleOf(axial);
-  for (int x = static_cast<int>(middle.x); m_user.dipoles().m_currentDipole != 0 && x < 2 * middle.x; x += 2)
-    for (int y = 0; m_user.dipoles().m_currentDipole != 0 && y < middle.y; y += 2)
+  for (int x = static_cast<int>(middle.x); m_user.dipoles().m_currentDipole != 0 && x < 2 * middle.x; x += 6)
+    for (int y = 0; m_user.dipoles().m_currentDipole != 0 && y < middle.y; y += 6)
       m_user.press(axial, CPoint(x, y));
   EXPECT_EQ(m_user.dipoles().m_currentDipole, 0);
   EXPECT_DOUBLE_EQ(crosshair().x, 30.0);
@@ -169,9 +169,9 @@ TEST_F(ViewerPanes, ClickInTheSceneTakesTheDipoleInFront) {
   addDipole(-60.0, 50.0, 0.0);
   m_user.choose(ID_VIEW_FROM_LEFT);
   const CPoint middle = m_user.middleOf(scene);
-  for (int y = 0; m_user.dipoles().m_currentDipole != 0 && y < 2 * middle.y; y += 3)
+  for (int y = 0; m_user.dipoles().m_currentDipole != 0 && y < 2 * middle.y; y += 6)
     for (int x = static_cast<int>(middle.x) - 40; m_user.dipoles().m_currentDipole != 0 && x < middle.x + 40;
-         x += 3)
+         x += 6)
       m_user.press(scene, CPoint(x, y));
   EXPECT_EQ(m_user.dipoles().m_currentDipole, 0);
   EXPECT_DOUBLE_EQ(crosshair().x, 60.0);
