@@ -84,8 +84,10 @@ void CFrameWnd::OnInitMenuPopup(CMenu* menu, UINT /*index*/, BOOL systemMenu) {
     if (state.m_nID != 0 && state.m_nID != UINT_MAX) {
       state.DoUpdate(this, TRUE);
     }
-    const UINT count = menu->GetMenuItemCount();  // a handler may have added or removed items
-    state.m_nIndex += count - state.m_nIndexMax;
+    const UINT count = menu->GetMenuItemCount();
+    if (count < state.m_nIndexMax) {
+      state.m_nIndex -= state.m_nIndexMax - count;  // the next item moved up
+    }
     state.m_nIndexMax = count;
   }
 }

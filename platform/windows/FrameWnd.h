@@ -20,7 +20,9 @@ class CFrameWnd : public CWnd {
 
  protected:
   void OnClose();  // destroys the window
-  // Asks the ON_UPDATE_COMMAND_UI handlers about every item; one without any handler is disabled.
+  // Asks the ON_UPDATE_COMMAND_UI handlers about every item; one without any handler is disabled. A handler
+  // may append items, which are asked for too, and remove its own; one that inserts items before its own adds
+  // their number to m_nIndex.
   void OnInitMenuPopup(CMenu* menu, UINT index, BOOL systemMenu);
   void PostNcDestroy() override;
   const MessageMap* GetMessageMap() const override;

@@ -5,6 +5,7 @@
 #define IDD_PLAIN 101
 #define IDD_LIST 102
 #define IDR_MENU 200
+#define IDR_FRAME 201
 
 #define IDC_DOUBLE 1001
 #define IDC_FLOAT 1002
@@ -18,3 +19,5 @@
 #define ID_SECOND 2002
 #define ID_THIRD 2003
 #define ID_NOBODYS 2004
+#define ID_RANGE_FIRST 2010
+#define ID_RANGE_LAST 2012
