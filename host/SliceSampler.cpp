@@ -121,6 +121,7 @@ std::vector<float> sampleSlice(const Volume& volume, const HeadFrame& frame, con
 }
 
 Image greyPicture(std::span<const float> values, int columns, int rows, const GreyWindow& window) {
+  constexpr double half = 0.5;
   Image image(columns, rows, {});
   const float* value = values.data();
   // Half a step more and cut off: that is rounding, and quicker than the library's. What is no number, by a
@@ -129,7 +130,7 @@ Image greyPicture(std::span<const float> values, int columns, int rows, const Gr
     Rgb* pixels = image.row(row);
     for (int column = 0; column < columns; ++column, ++value) {
       const double part = (static_cast<double>(*value) - window.low) / (window.high - window.low);
-      const auto grey = static_cast<std::uint8_t>((part > 0.0 ? (std::min)(part, 1.0) : 0.0) * 255.0 + 0.5);
+      const auto grey = static_cast<std::uint8_t>((part > 0.0 ? (std::min)(part, 1.0) : 0.0) * 255.0 + half);
       pixels[column] = {grey, grey, grey};
     }
   }
