@@ -91,10 +91,16 @@ void ScenePane::fitTo(const PaneContents& contents) {
   m_camera = camera;
 }
 
+// With dipoles only where they belong; without anything that could lie wrong, always.
+bool ScenePane::isHeadShown(const PaneContents& contents) const {
+  const bool isBare = m_count.total == 0 && m_scene.fiducials.empty() && !m_scene.sphere;
+  return contents.head.isRegistered() || isBare;
+}
+
 // Samples what is not there yet: usually the one slice that moved.
 void ScenePane::renewPlanes(const PaneContents& contents) {
   const Head& head = contents.head;
-  if (!head.isRegistered()) {
+  if (!isHeadShown(contents)) {
     m_planes.clear();
     m_planeKey.reset();
     return;
@@ -133,8 +139,8 @@ void ScenePane::drawTexts(Image& image, const PaneContents& contents) const {
     texts.lines.push_back({choice, quietInk});
   if (!contents.head.volume->sidesStated())
     texts.warnings.push_back({"The MRI file does not say which side is left", warningInk});
-  if (!contents.head.isRegistered())
-    texts.warnings.push_back({notRegisteredText, warningInk});
+  if (!isHeadShown(contents))
+    texts.warnings.push_back({"Not registered: the MRI is not shown with the dipoles", warningInk});
   for (const std::string& warning : warningTexts(account))
     texts.warnings.push_back({warning, warningInk});
   drawPaneTexts(image, texts);
@@ -153,8 +159,6 @@ const Image& ScenePane::paint(const PaneContents& contents) {
   m_frame = contents.head.frame;
   if (m_isFitted)
     fitTo(contents);
-  renewPlanes(contents);
-
   m_count = {};
   const auto isShown = [&](int slot, const CDipoleszq& dipole) {
     const Visibility visibility = visibilityOf(contents.dipoles, slot, dipole, contents.settings);
@@ -165,6 +169,7 @@ const Image& ScenePane::paint(const PaneContents& contents) {
     return contents.colours != nullptr ? contents.colours->colorOf(dipole) : ownColour(dipole);
   };
   m_scene = sceneOf(contents.dipoles, {isShown, colourOf});
+  renewPlanes(contents);
 
   const SceneStyle style = styleOf(contents);
   if (!m_depths || m_depths->width() != width || m_depths->height() != m_height)

@@ -32,7 +32,8 @@ class ScenePane {
   void pan(int columns, int rows);
   void lookFrom(Standpoint standpoint) { m_camera.lookFrom(standpoint); }
 
-  // Of the pane's size; kept until the next. While the head is not registered there are no slices. With
+  // Of the pane's size; kept until the next. While the head is not registered there are no slices, unless
+  // the set is empty, without fiducials and sphere too. With
   // colours and a legend wished for, the legend takes a strip at the right border, unless the pane is too
   // narrow. Throws std::invalid_argument when a coordinate of the crosshair is not within 1000 mm.
   const Image& paint(const PaneContents& contents);
@@ -50,6 +51,7 @@ class ScenePane {
     HeadFrame frame;
     GreyWindow window;
   };
+  [[nodiscard]] bool isHeadShown(const PaneContents& contents) const;
   void renewPlanes(const PaneContents& contents);
   void fitTo(const PaneContents& contents);
   [[nodiscard]] SceneStyle styleOf(const PaneContents& contents) const;
@@ -63,7 +65,7 @@ class ScenePane {
   std::optional<HeadFrame> m_frame;
 
   std::optional<PlaneKey> m_planeKey;
-  std::vector<SlicePlane> m_planes;  // axial, coronal, sagittal; none while the head is not registered
+  std::vector<SlicePlane> m_planes;  // axial, coronal, sagittal; none while the head is not shown
   DipoleScene m_scene;
   VisibleCount m_count;
   ScenePainter m_painter;

@@ -27,7 +27,7 @@ std::string choiceText(const SliceAccount& account) {
 std::vector<std::string> warningTexts(const SliceAccount& account) {
   std::vector<std::string> texts;
   if (!account.isRegistered)
-    texts.emplace_back(notRegisteredText);
+    texts.emplace_back("Not registered: dipoles are not drawn on this MRI");
   if (account.offPane > 0)
     texts.push_back(dipolesText(account.offPane) + " on this slice beyond the borders of this view");
   if (account.outside > 0)

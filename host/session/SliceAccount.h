@@ -8,8 +8,6 @@
 
 namespace host {
 
-inline constexpr const char* notRegisteredText = "Not registered: dipoles are not drawn on this MRI";
-
 // total = onSlice + away + outside + switchedOff + filtered + nowhere + unregistered.
 struct SliceAccount {
   View view = View::axial;

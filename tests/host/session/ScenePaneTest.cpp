@@ -153,6 +153,25 @@ TEST_F(ScenePaneTest, OnAnUnregisteredHeadThereAreDipolesButNoSlices) {
   EXPECT_GT(drawnWhere(image, [](const Rgb& pixel) { return pixel == Rgb{255, 190, 70}; }).pixels, 50);
 }
 
+TEST_F(ScenePaneTest, AnUnregisteredHeadIsShownWhileThereIsNothingToMisplace) {
+  head.fiducials.reset();
+  const auto warnings = [&] {
+    return drawnWhere(paint(), [](const Rgb& pixel) { return pixel == Rgb{255, 190, 70}; }).pixels;
+  };
+  EXPECT_EQ(warnings(), 0);
+  EXPECT_GT(drawnWhere(paint(),
+                       [](const Rgb& pixel) {
+                         return pixel.red > 60 && pixel.red == pixel.green && pixel.red == pixel.blue;
+                       })
+                .pixels,
+            5000);
+  dipoles->m_sphereCtf.m_radius = 70.0;
+  EXPECT_GT(warnings(), 50);
+  dipoles->m_sphereCtf.m_radius = 0.0;
+  put({std::numeric_limits<double>::quiet_NaN(), 0, 0});
+  EXPECT_GT(warnings(), 50);
+}
+
 TEST_F(ScenePaneTest, TheLegendStandsAtTheRightBorderBesideTheScene) {
   put({40, 20, 0}).m_fitError = 1.0;
   put({-40, -20, 0}).m_fitError = 9.0;
