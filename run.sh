@@ -1,13 +1,15 @@
 #!/bin/sh
-# Installs what is missing, builds the command line tool, draws the examples on a T1 head into out/, and writes
-# them there as tables.
+# Installs what is missing, builds the command line tool and the viewer, and shows both: the tool draws the examples
+# on a T1 head and writes them as tables, into out/; the viewer opens on one of them, or, where there is no display,
+# takes a tour that leaves its pictures in out/tour/.
 set -eu
 cd "$(dirname "$0")"
 . scripts/packages.sh
+. scripts/wine.sh
 
 install_packages $run_packages
 
-say "Building"
+say "Building the command line tool"
 cmake --preset native -DDIPOLE_TESTS=OFF -DDIPOLE_BENCH=OFF
 cmake --build build/native --target dipole_tool
 dipole=build/native/bin/dipole
@@ -29,6 +31,7 @@ say "Drawing the examples on the T1 head of the package mricron-data"
 pictures=""
 draw auditory examples/auditory.dip
 draw spikes examples/spikes.dip
+draw spikes3d examples/spikes.dip --3d --view left
 draw moving examples/moving.dip
 draw median examples/median.txt
 
@@ -39,7 +42,21 @@ for file in auditory.dip spikes.dip moving.dip median.txt; do
   pictures="$pictures $table"
 done
 
-say "Done. The pictures and tables:"
+say "The pictures and tables:"
 for picture in $pictures; do
   printf '%s/%s\n' "$PWD" "$picture"
 done
+
+say "Building the viewer"
+cmake --preset windows
+if [ -n "${DISPLAY:-}" ]; then
+  cmake --build build/windows --target viewer
+  say "Opening the viewer on examples/spikes.dip; close it to end"
+  prepare_wine wine-viewer 96
+  wine build/windows/bin/viewer.exe "$(wine_path "$head")" \
+    --fiducials "$(wine_path "$PWD/examples/ch2.fiducials")" "$(wine_path "$PWD/examples/spikes.dip")"
+else
+  cmake --build build/windows --target viewer dipole_tour
+  say "There is no display: a tour through the viewer instead"
+  scripts/tour.sh
+fi
