@@ -13,10 +13,18 @@ ALLOWED = {folder: LAYERS[:place] for place, folder in enumerate(LAYERS)}
 ALLOWED["platform"] = []
 # The operator answers the one question for which the module knows no other way: the name of its text export.
 ALLOWED["host"] = ["module/dipole.h", "platform/Operator.h"]
+# Inside of host/ too: pictures, then the session on them, then the windows.
+INSIDE_HOST = ["", "session", "viewer"]
 ALLOWED["tool"] = ["host", "module/dipole.h", "platform"]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
 BUILD_TEST = re.compile(r"^\s*#\s*(if|ifdef|ifndef|elif)\b")
+
+
+def host_folder(path):
+    """The place in INSIDE_HOST of a path such as host/session/Session.h; 0 for one right in host/."""
+    parts = path.split("/")
+    return INSIDE_HOST.index(parts[1]) if len(parts) > 2 and parts[0] == "host" else 0
 
 
 def problems():
@@ -32,6 +40,8 @@ def problems():
                 if include and not any(include[1] == path or include[1].startswith(path + "/")
                                        for path in [folder, *allowed]):
                     yield f"{place}:{number}: {folder}/ must not include {include[1]}"
+                elif include and folder == "host" and host_folder(include[1]) > host_folder(place.as_posix()):
+                    yield f"{place}:{number}: {place.parent}/ must not include {include[1]}"
 
 
 def main():

@@ -1,8 +1,8 @@
 // A tour through the viewer: does what its user does, on its real windows, and takes a picture after each
 // step.
 //
-//   dipole_tour FOLDER EXAMPLES HEAD      the first two with a separator at the end, FOLDER exists; HEAD is the
-//                                         T1 head that the examples fit
+//   dipole_tour FOLDER EXAMPLES HEAD     the first two with a separator at the end, FOLDER exists; HEAD is
+//                                        the T1 head that the examples fit
 //
 // The pictures are numbered BMP files; index.html shows them, as PNG, with what was done. scripts/tour.sh
 // runs it.
