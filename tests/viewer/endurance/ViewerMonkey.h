@@ -1,6 +1,6 @@
-// A user without a plan, on the whole viewer: mouse and keys in the panes, every command of the menu, the view
-// panel, files good and bad, the module's windows, sizes of all kinds. After each action what the viewer shows
-// must agree with what it holds; at the end of each block of actions it must hold no more than before.
+// A user without a plan, on the whole viewer: mouse and keys in the panes, every command of the menu, the
+// view panel, files good and bad, the module's windows, sizes of all kinds. After each action what the viewer
+// shows must agree with what it holds; at the end of each block of actions it must hold no more than before.
 //
 // The run ends with the first thing that is not as it must be. The same seed is the same user.
 #pragma once
