@@ -23,6 +23,12 @@ CString number(double value, int decimals) {
   return text;
 }
 
+// A label may be longer than any status bar, and than its length can tell.
+CString shortened(const CString& label) {
+  constexpr int most = 200;
+  return label.GetLength() > most ? label.Left(most) + _T("...") : label;
+}
+
 CString placeText(const Vector3& head) {
   return number(head.x, 1) + _T("  ") + number(head.y, 1) + _T("  ") + number(head.z, 1) + _T(" mm");
 }
@@ -321,8 +327,11 @@ void MainFrame::showEverywhere() {
 }
 
 CString MainFrame::statusText(int part) const {
-  TCHAR text[1024] = {};
-  m_statusBar.SendMessage(SB_GETTEXTW, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(text));
+  const WPARAM which = static_cast<WPARAM>(part);
+  const int length = LOWORD(m_statusBar.SendMessage(SB_GETTEXTLENGTHW, which));
+  CString text;
+  m_statusBar.SendMessage(SB_GETTEXTW, which, reinterpret_cast<LPARAM>(text.GetBuffer(length)));
+  text.ReleaseBuffer();
   return text;
 }
 
@@ -336,7 +345,7 @@ void MainFrame::showStatus() {
   if (const CDipoleszq* const current = m_dipoles->getCurrentDipole()) {
     CString head;
     head.Format(_T("Dipole %d of %d  "), m_dipoles->m_currentDipole + 1, m_dipoles->m_totalDipoles);
-    dipole = head + current->m_label + _T("   ") + number(current->m_latency, 1) + _T(" ms   error ") +
+    dipole = head + shortened(current->m_label) + _T("   ") + number(current->m_latency, 1) + _T(" ms   error ") +
              number(current->m_fitError, 1) + _T(" %   moment ") + number(current->m_moment, 1) +
              (m_dipoles->m_momentInNAm != 0 ? _T(" nAm") : _T(""));
   }

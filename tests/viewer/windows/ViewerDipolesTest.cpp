@@ -1,6 +1,7 @@
 // The commands of the menu Dipoles, and the module's windows beside the viewer.
 #include <gtest/gtest.h>
 
+#include "platform/Utf.h"
 #include "tests/platform/windows/Robot.h"
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
@@ -66,6 +67,23 @@ TEST_F(ViewerDipoles, NextAndPreviousSelectTheRowInTheManager) {
   m_user.choose(ID_DIPOLES_PREVIOUS);
   EXPECT_EQ(m_user.selectedRows(), std::vector<int>{9});
   expectCrosshairAtCurrent();
+}
+
+// Labels have no bound: a file or the editor may give any.
+TEST_F(ViewerDipoles, LongLabelIsShortenedInTheStatusBarAndInAPicture) {
+  importExample("auditory.dip");
+  set().getDipole(0)->m_label = fromUtf8(std::string(70000, 'x'));
+  set().getDipole(0)->m_moment = 1e308;  // 309 digits
+  set().getDipole(0)->m_latency = -1e308;
+  set().getDipole(0)->m_fitError = 1e308;
+  set().setCurrentDipole(0);
+  m_user.choose(ID_DIPOLES_GO_TO);
+  const std::string told = m_user.status(host::MainFrame::dipolePart);
+  EXPECT_EQ(told.rfind("Dipole 1 of 2  " + std::string(200, 'x') + "...   -", 0), 0U) << told;
+  EXPECT_EQ(told.substr(told.size() - 4), " nAm");
+  m_operator.answerFilesUtf8({m_folder.pathUtf8("long.png")});
+  m_user.choose(ID_FILE_SAVE_PICTURE);
+  EXPECT_TRUE(m_folder.has("long.png")) << lastMessage();
 }
 
 TEST_F(ViewerDipoles, CommandsThatNeedDipolesAreGreyWithoutThem) {
