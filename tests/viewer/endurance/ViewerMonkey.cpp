@@ -154,9 +154,11 @@ void ViewerMonkey::endBlock(int done) {
   checkViewer();
   if (m_firstOpen == nullptr) {
     m_firstOpen = std::make_unique<Use>(useNow());
+    compareUse(*m_firstOpen, *m_firstOpen, "open", done);
     m_user.reset();
     pump();
     m_firstClosed = std::make_unique<Use>(useNow());
+    compareUse(*m_firstClosed, *m_firstClosed, "closed", done);
     m_user = std::make_unique<ViewerUser>();
     toStandard();
   }
@@ -176,6 +178,7 @@ void ViewerMonkey::toStandard() {
   m_operator.keepsNothing = true;
   host::MainFrame& frame = m_user->frame();
   frame.ShowWindow(SW_SHOWNORMAL);
+  showAllPanes();
   // The largest pictures once, so that their memory is there in every count.
   frame.SetWindowPos(nullptr, 0, 0, 1600, 1200, SWP_NOMOVE | SWP_NOZORDER);
   m_user->wait();
@@ -190,6 +193,21 @@ void ViewerMonkey::toStandard() {
   m_user->choose(ID_DIPOLES_COORDINATES);
   m_user->waitQuiet();
   m_operator.keepsNothing = false;
+}
+
+// A pane that is hidden keeps what it last drew, a head too.
+void ViewerMonkey::showAllPanes() {
+  for (int pane = 0; pane < host::MainFrame::paneCount; ++pane) {
+    const bool isAlone =
+        m_user->frame().pane(pane).IsWindowVisible() != FALSE &&
+        m_user->frame().pane((pane + 1) % host::MainFrame::paneCount).IsWindowVisible() == FALSE;
+    if (isAlone) {
+      m_user->key(pane, VK_SPACE);
+    }
+  }
+  for (int pane = 0; pane < host::MainFrame::paneCount; ++pane) {
+    EXPECT_TRUE(m_user->frame().pane(pane).IsWindowVisible());
+  }
 }
 
 void ViewerMonkey::checkViewer() {

@@ -117,6 +117,7 @@ class ViewerMonkey {
   std::string setBytes();
   void makeFiles();
   void toStandard();
+  void showAllPanes();
 
   Chance m_chance;
   std::string m_examples;
