@@ -11,7 +11,7 @@
 namespace host {
 
 struct Phantom {
-  Volume volume;  // voxels of 1.5 mm, the sides stated
+  Volume volume;  // voxels of 2 mm, the sides stated
   Fiducials fiducials;
   Vector3 capsule;  // its centre, scanner mm
 };

@@ -113,15 +113,6 @@ UndoHistory::Moved UndoHistory::move(Steps& from, Steps& to) {
   return Moved::done;
 }
 
-UndoHistory::Moved UndoHistory::rollBack() {
-  const bool isDone = hasMemoryFor([&] {
-    SetImage target = m_known;
-    SetRestoration(m_set, imageOf(m_set), target).carryOut(target);
-    m_known = std::move(target);
-  });
-  return isDone ? Moved::done : Moved::noMemory;
-}
-
 // Lets the steps go that are farthest from the present state, first those in the direction that has grown.
 void UndoHistory::keepBudget(Steps& grown, Steps& other) {
   std::size_t used = bytes();

@@ -55,8 +55,6 @@ class UndoHistory {
   Recorded record(const CString& name);
   Moved undo();
   Moved redo();
-  // Brings the set back to what it was at the last record, undo or redo. No step is made or lost.
-  Moved rollBack();
 
   // Which state the set was in at the last record, undo or redo: the same number whenever undo or redo come
   // back to it, and another one for every other state.

@@ -2,15 +2,11 @@
 
 #include <system_error>
 
-#include "host/SetImage.h"
+#include "host/SetBackup.h"
 
 namespace host {
 
 namespace {
-
-void restore(DipoleSet& set, SetImage& before) {
-  SetRestoration(set, imageOf(set), before).carryOut(before);
-}
 
 // What has come, or -1 when the import did not reach its end: the module then leaves the bounds of the import
 // as they are.
@@ -27,7 +23,7 @@ int importCounted(CDipoleFace9File& set, const CString& path) {
 }  // namespace
 
 int importOne(CDipoleFace9File& set, const CString& path) {
-  SetImage before = imageOf(set);
+  SetBackup before(set);
   int come = 0;
   try {
     come = importCounted(set, path);
@@ -35,7 +31,7 @@ int importOne(CDipoleFace9File& set, const CString& path) {
     exception->Delete();
   }
   if (come <= 0)
-    restore(set, before);
+    before.restore();
   return come > 0 ? come : 0;
 }
 

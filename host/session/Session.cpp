@@ -10,6 +10,7 @@
 
 #include "host/Failure.h"
 #include "host/PathText.h"
+#include "host/SetBackup.h"
 #include "host/session/HeadFile.h"
 #include "host/session/ImportOne.h"
 #include "host/session/SetFiducials.h"
@@ -79,7 +80,7 @@ void Session::resetWindow() {
 }
 
 void Session::registerHead(const Fiducials& points) {
-  const HeadFrame frame = frameIn(*m_head.volume, points);
+  const HeadFrame frame = withinMemory([&] { return frameIn(*m_head.volume, points); });
   const Vector3 place = m_head.frame.toScanner(m_crosshair);
   m_head.frame = frame;
   m_head.fiducials = points;
@@ -109,15 +110,18 @@ void Session::registerPlaced() {
   constexpr std::array<const char*, 3> missing = {"the nasion has not been placed yet",
                                                   "the left ear has not been placed yet",
                                                   "the right ear has not been placed yet"};
-  for (std::size_t i = 0; i < missing.size(); ++i)
-    if (!m_placed.at(i))
-      throw std::invalid_argument(missing.at(i));
+  withinMemory([&] {
+    for (std::size_t i = 0; i < missing.size(); ++i)
+      if (!m_placed.at(i))
+        throw std::invalid_argument(missing.at(i));
+  });
   registerHead({*m_placed[0], *m_placed[1], *m_placed[2]});
 }
 
 std::string Session::headMismatch() const {
-  const bool isPatient = m_head.isRegistered() && !m_head.isPhantom;
-  return isPatient ? host::headMismatch(m_dipoles, *m_head.fiducials) : std::string();
+  if (!m_head.isRegistered() || m_head.isPhantom)
+    return {};
+  return withinMemory([&] { return host::headMismatch(m_dipoles, *m_head.fiducials); });
 }
 
 void Session::setCrosshair(const Vector3& point) {
@@ -141,15 +145,24 @@ bool Session::goToCurrentDipole() {
 
 Session::ImportResult Session::importFiles(const std::vector<CString>& paths, const Progress& progress) {
   noteChange();
-  ImportResult result;
+  CString name;
+  ImportResult result = withinMemory([&] {
+    name = _T("Import");
+    return importAll(paths, progress);
+  });
+  noteChange(name);
+  return result;
+}
+
+// All of them, or by an exception none.
+Session::ImportResult Session::importAll(const std::vector<CString>& paths, const Progress& progress) {
+  SetBackup before(m_dipoles);
   try {
-    result = withinMemory([&] { return importEach(paths, progress); });
+    return importEach(paths, progress);
   } catch (...) {
-    m_history.rollBack();
+    before.restore();
     throw;
   }
-  noteChange(_T("Import"));
-  return result;
 }
 
 Session::ImportResult Session::importEach(const std::vector<CString>& paths, const Progress& progress) {
@@ -174,26 +187,26 @@ Session::ImportResult Session::importEach(const std::vector<CString>& paths, con
 
 // The set becomes that of another collection, and has no history.
 void Session::replaceSet(CDipoleFace9File& source, CString path) {
-  withinMemory([&] {
-    RecentFiles recent = m_recentSets;
-    recent.add(path);
-    m_history.startFrom(imageOf(source));
-    m_recentSets = std::move(recent);
-  });
+  RecentFiles recent = m_recentSets;
+  recent.add(path);
+  m_history.startFrom(imageOf(source));
+  m_recentSets = std::move(recent);
   m_setPath = std::move(path);
   m_colours.reset();
   markSaved();
 }
 
 void Session::openSet(const CString& path) {
-  const CString full = fullPath(path);
-  try {
-    replaceSet(*readSet(full), full);
-  } catch (const std::runtime_error&) {
-    if (!isThere(full))
-      m_recentSets.remove(full);
-    throw;
-  }
+  withinMemory([&] {
+    const CString full = fullPath(path);
+    try {
+      replaceSet(*readSet(full), full);
+    } catch (const std::runtime_error&) {
+      if (!isThere(full))
+        m_recentSets.remove(full);
+      throw;
+    }
+  });
 }
 
 void Session::newSet() {
@@ -214,11 +227,11 @@ void Session::saveSet(const CString& path) {
 }
 
 void Session::exportText(const CString& path) {
-  writeSpreadsheetText(m_dipoles, path);
+  withinMemory([&] { writeSpreadsheetText(m_dipoles, path); });
 }
 
 void Session::exportCsv(const CString& path) {
-  writeCsv(m_dipoles, path);
+  withinMemory([&] { writeCsv(m_dipoles, path); });
 }
 
 void Session::markSaved() {
@@ -255,7 +268,7 @@ const ValueColors* Session::colours() {
   if (!m_view.colourBy)
     return nullptr;
   if (!m_colours || m_coloursOf != m_view.colourBy) {
-    m_colours.emplace(m_dipoles, *m_view.colourBy);
+    withinMemory([&] { m_colours.emplace(m_dipoles, *m_view.colourBy); });
     m_coloursOf = m_view.colourBy;
   }
   return &*m_colours;

@@ -30,7 +30,8 @@ enum class FiducialName { nasion, leftEar, rightEar };
 
 class Session {
  public:
-  // The collection outlives the session, and is its set as it is. The head is the phantom, registered.
+  // The collection outlives the session, and is its set as it is. The head is the phantom, registered. Throws
+  // what an allocation throws.
   explicit Session(CDipoleFace9File& dipoles);
 
   CDipoleFace9File& dipoles() { return m_dipoles; }
@@ -113,6 +114,7 @@ class Session {
  private:
   void setHead(Head head, std::string notice);
   void replaceSet(CDipoleFace9File& source, CString path);
+  ImportResult importAll(const std::vector<CString>& paths, const Progress& progress);
   ImportResult importEach(const std::vector<CString>& paths, const Progress& progress);
   void markSaved();
 

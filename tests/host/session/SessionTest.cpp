@@ -1,15 +1,48 @@
 // The session keeps one head and one set together: what each operation changes, and that it changes nothing
 // when it fails.
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <limits>
 #include <memory>
 
+#include "host/PathText.h"
 #include "host/session/Session.h"
+#include "tests/host/Failing.h"
+#include "tests/host/NiftiFile.h"
 #include "tests/host/WholeSet.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
 
 using host::Session;
+using host::Vector3;
+using Paths = std::vector<CString>;
+
+constexpr const char* points = "nasion 0 95 -20\nleft -75 -10 -40\nright 75 -10 -40\n";
+const host::Fiducials head = {{0, 95, -20}, {-75, -10, -40}, {75, -10, -40}};
+
+std::string mri() {
+  NiftiFile file;
+  file.dim = {3, 40, 48, 44, 1, 1, 1, 1};
+  file.pixdim = {1, 5, 5, 5, 0, 0, 0, 0};
+  file.srow = {5, 0, 0, -100, 0, 5, 0, -120, 0, 0, 5, -110};
+  file.count();
+  return file.version1();
+}
+
+void expectPlace(const Vector3& place, const Vector3& expected) {
+  EXPECT_NEAR(place.x, expected.x, 1e-9);
+  EXPECT_NEAR(place.y, expected.y, 1e-9);
+  EXPECT_NEAR(place.z, expected.z, 1e-9);
+}
+
+// A session over a set of its own.
+struct Viewer {
+  explicit Viewer(int dipoles) : set(filledSet(dipoles)), session(*set) {}
+
+  Set set;
+  Session session;
+};
 
 }  // namespace
 
@@ -20,24 +53,203 @@ TEST(Session, BeginsWithTheRegisteredPhantomAndTheSetAsItIs) {
   EXPECT_EQ(session.head().name, "Phantom");
   EXPECT_TRUE(session.head().isRegistered());
   EXPECT_FALSE(session.isUnsaved());
+  EXPECT_TRUE(session.setPath().IsEmpty());
+  EXPECT_EQ(session.history().undoSteps(), 0U);
   EXPECT_TRUE(isSame(wholeSet(session.dipoles()), before));
   EXPECT_EQ(session.window().low, session.head().volume->window().low);
+  expectPlace(session.crosshair(), {0, 0, 0});
 }
 
-TEST(Session, SavedSetComesBackWholeWhenOpened) {
+TEST(SessionMri, OpensWithItsPointsAndItsOwnGreyWindow) {
   const TempFolder folder;
-  const Set set = filledSet(5);
-  Session session(*set);
-  const std::string bytes = currentBytes(*set);
-  session.saveSet(folder.path("a.dipset"));
-  EXPECT_EQ(folder.read("a.dipset"), bytes);
-  EXPECT_EQ(folder.names(), Texts{"a.dipset"});
+  folder.write("head.fiducials", points);
+  Viewer viewer(1);
+  viewer.session.setWindow({1, 2});
+  viewer.session.setCrosshair({1, 2, 3});
+  viewer.session.placeFiducial(host::FiducialName::nasion);
+  viewer.session.openMri(folder.write("head.nii", mri()));
+  EXPECT_EQ(viewer.session.head().name, "head.nii");
+  EXPECT_TRUE(viewer.session.head().isRegistered());
+  EXPECT_EQ(viewer.session.notice(), "");
+  EXPECT_EQ(viewer.session.window().high, viewer.session.head().volume->window().high);
+  EXPECT_EQ(viewer.session.placedFiducials(), (std::array<bool, 3>{}));
+  expectPlace(viewer.session.crosshair(), {1, 2, 3});  // both are registered: the same place of the head
+}
+
+TEST(SessionMri, AnotherOneWithoutPointsIsNotRegistered) {
+  const TempFolder folder;
+  Viewer viewer(1);
+  viewer.session.setCrosshair({1, 2, 3});
+  viewer.session.openMri(folder.write("head.nii", mri()));
+  EXPECT_FALSE(viewer.session.head().isRegistered());
+  expectPlace(viewer.session.crosshair(), {0, 0, 0});
+}
+
+TEST(SessionMri, FailureChangesNothing) {
+  const TempFolder folder;
+  Viewer viewer(1);
+  const host::Volume* volume = viewer.session.head().volume.get();
+  viewer.session.setWindow({1, 2});
+  viewer.session.setCrosshair({1, 2, 3});
+  viewer.session.placeFiducial(host::FiducialName::nasion);
+  EXPECT_NE(failureOf([&] { viewer.session.openMri(folder.write("head.nii", "none")); }), "");
+  EXPECT_NE(failureOf([&] { viewer.session.openMri(folder.path("gone.nii")); }), "");
+  EXPECT_EQ(viewer.session.head().volume.get(), volume);
+  EXPECT_TRUE(viewer.session.head().isRegistered());
+  EXPECT_EQ(viewer.session.window().high, 2.0);
+  EXPECT_EQ(viewer.session.placedFiducials(), (std::array<bool, 3>{true, false, false}));
+  expectPlace(viewer.session.crosshair(), {1, 2, 3});
+}
+
+TEST(SessionMri, NoticeTellsOfBadPointsUntilTheNextHead) {
+  const TempFolder folder;
+  folder.write("head.fiducials", "nonsense");
+  Viewer viewer(1);
+  viewer.session.openMri(folder.write("head.nii", mri()));
+  EXPECT_NE(viewer.session.notice().find("begins with neither nasion"), std::string::npos);
+  viewer.session.usePhantom();
+  EXPECT_EQ(viewer.session.notice(), "");
+  EXPECT_EQ(viewer.session.head().name, "Phantom");
+  EXPECT_TRUE(viewer.session.head().isRegistered());
+}
+
+TEST(SessionWindow, IgnoresWhatIsNoWindow) {
+  Viewer viewer(0);
+  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  viewer.session.setWindow({10, 20});
+  for (const host::GreyWindow& bad :
+       {host::GreyWindow{20, 20}, {30, 10}, {nan, 20}, {10, nan}, {-infinity, 20}, {10, infinity}}) {
+    viewer.session.setWindow(bad);
+    EXPECT_EQ(viewer.session.window().low, 10.0);
+    EXPECT_EQ(viewer.session.window().high, 20.0);
+  }
+  viewer.session.resetWindow();
+  EXPECT_EQ(viewer.session.window().high, viewer.session.head().volume->window().high);
+}
+
+TEST(SessionRegistration, KeepsTheCrosshairWhereItIsInTheMri) {
+  const TempFolder folder;
+  Viewer viewer(0);
+  Session& session = viewer.session;
+  session.openMri(folder.write("head.nii", mri()));
+  session.setCrosshair({30, 20, 10});
+  const Vector3 place = session.head().frame.toScanner(session.crosshair());
+  session.registerHead(head);
+  EXPECT_TRUE(session.head().isRegistered());
+  expectPlace(session.head().frame.toScanner(session.crosshair()), place);
+  session.unregister();
+  EXPECT_FALSE(session.head().isRegistered());
+  expectPlace(session.head().frame.toScanner(session.crosshair()), place);
+  expectPlace(session.crosshair(), {30, 20, 10});
+}
+
+TEST(SessionRegistration, RefusedPointsChangeNothing) {
+  Viewer viewer(0);
+  Session& session = viewer.session;
+  const Vector3 nasion = session.head().fiducials->nasion;
+  const host::Fiducials exchanged = {head.nasion, head.rightEar, head.leftEar};
+  EXPECT_THROW(session.registerHead(exchanged), std::invalid_argument);
+  EXPECT_THROW(session.registerHead({{0, 400, 0}, head.leftEar, head.rightEar}), std::invalid_argument);
+  expectPlace(session.head().fiducials->nasion, nasion);
+}
+
+TEST(SessionRegistration, PlacedPointsRegisterWhenAllAreThere) {
+  const TempFolder folder;
+  Viewer viewer(0);
+  Session& session = viewer.session;
+  session.openMri(folder.write("head.nii", mri()));
+  const auto place = [&](host::FiducialName name, const Vector3& scanner) {
+    session.setCrosshair(session.head().frame.fromScanner(scanner));
+    session.placeFiducial(name);
+  };
+  EXPECT_EQ(failureOf([&] { session.registerPlaced(); }), "the nasion has not been placed yet");
+  place(host::FiducialName::nasion, head.nasion);
+  EXPECT_EQ(failureOf([&] { session.registerPlaced(); }), "the left ear has not been placed yet");
+  place(host::FiducialName::leftEar, head.leftEar);
+  EXPECT_EQ(failureOf([&] { session.registerPlaced(); }), "the right ear has not been placed yet");
+  EXPECT_EQ(session.placedFiducials(), (std::array<bool, 3>{true, true, false}));
+  place(host::FiducialName::rightEar, head.rightEar);
+  session.registerPlaced();
+  expectPlace(session.head().fiducials->nasion, head.nasion);
+  expectPlace(session.head().fiducials->leftEar, head.leftEar);
+  expectPlace(session.head().fiducials->rightEar, head.rightEar);
+  place(host::FiducialName::leftEar, {70, -10, -40});
+  EXPECT_THROW(session.registerPlaced(), std::invalid_argument);
+  expectPlace(session.head().fiducials->leftEar, head.leftEar);
+}
+
+TEST(SessionRegistration, MismatchIsToldOnlyOfAPatientWhoIsRegistered) {
+  const TempFolder folder;
+  Viewer viewer(0);
+  for (CFiducialzq* fiducials : {&viewer.set->m_fiducialMri, &viewer.set->m_fiducialCtf}) {
+    fiducials->setNasionf(0, 0, 10);
+    fiducials->setLeftEarf(10, 0, 0);
+    fiducials->setRightEarf(-10, 0, 0);
+  }
+  EXPECT_EQ(viewer.session.headMismatch(), "");  // the phantom is nobody's head
+  viewer.session.openMri(folder.write("head.nii", mri()));
+  EXPECT_EQ(viewer.session.headMismatch(), "");
+  viewer.session.registerHead(head);
+  EXPECT_NE(viewer.session.headMismatch(), "");
+  viewer.session.unregister();
+  EXPECT_EQ(viewer.session.headMismatch(), "");
+}
+
+TEST(SessionRegistration, PointsOfTheSetAreRefusedWithACause) {
+  Viewer viewer(0);
+  viewer.set->m_fiducialMri.resetAllFiducialPt();
+  EXPECT_EQ(failureOf([&] { (void)viewer.session.fiducialsOfSet(); }),
+            "the dipole file gave no fiducial points of an MRI");
+}
+
+TEST(SessionCrosshair, StaysWithinItsReach) {
+  Viewer viewer(0);
+  viewer.session.setCrosshair({1000, -1000, 299});
+  expectPlace(viewer.session.crosshair(), {300, -300, 299});
+  viewer.session.setCrosshair({1, std::numeric_limits<double>::quiet_NaN(), 1});
+  viewer.session.setCrosshair({1, 1, std::numeric_limits<double>::infinity()});
+  expectPlace(viewer.session.crosshair(), {300, -300, 299});
+}
+
+TEST(SessionCrosshair, GoesToTheCurrentDipole) {
+  Viewer viewer(2);
+  Session& session = viewer.session;
+  viewer.set->setDipoleLocation(1, 10, 20, 30);
+  viewer.set->setCurrentDipole(1);
+  EXPECT_TRUE(session.goToCurrentDipole());
+  expectPlace(session.crosshair(), {10, 20, 30});
+  for (const float bad : {301.0F, -301.0F, std::numeric_limits<float>::quiet_NaN()}) {
+    viewer.set->setDipoleLocation(1, 1, bad, 1);
+    EXPECT_FALSE(session.goToCurrentDipole());
+    expectPlace(session.crosshair(), {10, 20, 30});
+  }
+  viewer.set->cleanDipoles();
+  EXPECT_FALSE(session.goToCurrentDipole());
+}
+
+TEST(SessionColours, FollowTheSettingAndTheSet) {
+  Viewer viewer(3);
+  Session& session = viewer.session;
+  EXPECT_EQ(session.colours(), nullptr);
+  session.view().colourBy = host::DipoleValue::latency;
+  for (int slot = 0; slot < 3; ++slot)
+    viewer.set->m_dipoles[slot]->m_latency = 10.0 * slot;
+  session.noteChange();
+  ASSERT_NE(session.colours(), nullptr);
+  EXPECT_EQ(session.colours()->title(), "latency (ms)");
+  EXPECT_EQ(session.colours()->range()->high, 20.0);
+  viewer.set->m_dipoles[1]->m_latency = 99.0;
+  session.noteChange();
+  EXPECT_EQ(session.colours()->range()->high, 99.0);
+  session.undo();
+  EXPECT_EQ(session.colours()->range()->high, 20.0);
+  session.redo();
+  EXPECT_EQ(session.colours()->range()->high, 99.0);
+  session.view().colourBy = host::DipoleValue::fitError;
+  EXPECT_EQ(session.colours()->title(), "fit error (%)");
   session.newSet();
-  EXPECT_EQ(set->m_totalDipoles, 0);
-  EXPECT_TRUE(session.setPath().IsEmpty());
-  session.openSet(folder.path("a.dipset"));
-  EXPECT_EQ(currentBytes(*set), bytes);
-  EXPECT_EQ(session.setPath(), folder.path("a.dipset"));
-  EXPECT_EQ(session.recentSets().paths(), std::vector<CString>{folder.path("a.dipset")});
-  EXPECT_FALSE(session.isUnsaved());
+  EXPECT_FALSE(session.colours()->range().has_value());
+  session.view().colourBy.reset();
+  EXPECT_EQ(session.colours(), nullptr);
 }
