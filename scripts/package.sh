@@ -74,6 +74,11 @@ xvfb-run -a -s "-screen 0 1600x1200x24" timeout 120 wine host/host.exe auditory.
 cmp saved.csv read.csv
 cat saved.csv
 
+say "From the zip: the viewer, which measures itself"
+xvfb-run -a -s "-screen 0 1600x1200x24" timeout 180 wine windows/bin/viewer.exe --benchmark report.txt
+cat report.txt
+grep -q "^first picture of a head" report.txt
+
 cd "$repository"
 say "Both packages work on their own:"
 ls -l out/packages

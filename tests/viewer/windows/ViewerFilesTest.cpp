@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/Utf.h"
+#include "tests/platform/windows/Robot.h"
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
 #include "tests/viewer/windows/ViewerUser.h"
@@ -161,6 +162,27 @@ TEST_F(ViewerFiles, FileWithoutDipolesIsNamed) {
   EXPECT_NE(lastMessage().find("These files brought no dipoles:\nempty.dip"), std::string::npos)
       << lastMessage();
   EXPECT_EQ(total(), 2);
+}
+
+TEST_F(ViewerFiles, ImportOfManyFilesCanBeCancelledBetweenTwo) {
+  std::vector<std::string> files;
+  for (int i = 0; i < 200; ++i)
+    files.push_back(example("auditory.dip"));
+  Robot robot;
+  std::string shown;
+  robot.when("Importing Dipole Files", [&](HWND window) {
+    shown = textOf(window, IDC_PROGRESS_TEXT);
+    EXPECT_FALSE(m_user.frame().IsWindowEnabled());
+    press(window, IDCANCEL);
+  });
+  m_user.drop(files);
+  EXPECT_EQ(shown.rfind("File ", 0), 0U) << shown;
+  EXPECT_NE(lastMessage().find("The import was cancelled; the other files were not read."), std::string::npos);
+  EXPECT_LT(total(), 400);
+  EXPECT_EQ(total() % 2, 0);
+  EXPECT_TRUE(m_user.frame().IsWindowEnabled());
+  m_user.choose(ID_DIPOLES_UNDO);
+  EXPECT_EQ(total(), 0);
 }
 
 TEST_F(ViewerFiles, DroppedFilesAreOpened) {
