@@ -1,9 +1,7 @@
 #include "host/viewer/MainFrame.h"
 
 #include <cmath>
-#include <string>
 
-#include "host/session/DipoleVisibility.h"
 #include "host/viewer/Utf8.h"
 
 namespace host {
@@ -16,22 +14,6 @@ constexpr COLORREF gapColour = RGB(64, 70, 80);
 // How long the module must be quiet before what it did without telling becomes a step that can be undone.
 constexpr UINT_PTR quietTimer = 1;
 constexpr UINT quietMilliseconds = 250;
-
-CString number(double value, int decimals) {
-  CString text;
-  text.Format(_T("%.*f"), decimals, value);
-  return text;
-}
-
-// A label may be longer than any status bar, and than its length can tell.
-CString shortened(const CString& label) {
-  constexpr int most = 200;
-  return label.GetLength() > most ? label.Left(most) + _T("...") : label;
-}
-
-CString placeText(const Vector3& head) {
-  return number(head.x, 1) + _T("  ") + number(head.y, 1) + _T("  ") + number(head.z, 1) + _T(" mm");
-}
 
 }  // namespace
 
@@ -208,29 +190,6 @@ PaneContents MainFrame::paneContents() {
           m_session->window(), m_session->colours()};
 }
 
-void MainFrame::showPointer(const Vector3& head) {
-  const Volume& volume = *m_session->head().volume;
-  const Vector3 index = volume.fromScanner()(m_session->head().frame.toScanner(head));
-  CString text = _T("Pointer  ") + placeText(head);
-  const auto& size = volume.dimensions();
-  const int voxel[3] = {static_cast<int>(std::lround(index.x)), static_cast<int>(std::lround(index.y)),
-                        static_cast<int>(std::lround(index.z))};
-  bool isInside = true;
-  for (std::size_t axis = 0; axis < 3; ++axis)
-    isInside = isInside && voxel[axis] >= 0 && voxel[axis] < size[axis];
-  if (isInside) {
-    CString place;
-    place.Format(_T("   voxel %d %d %d = %g"), voxel[0], voxel[1], voxel[2],
-                 static_cast<double>(volume.voxel(voxel[0], voxel[1], voxel[2])));
-    text += place;
-  }
-  m_statusBar.SendMessage(SB_SETTEXTW, pointerPart, reinterpret_cast<LPARAM>(text.GetString()));
-}
-
-void MainFrame::hidePointer() {
-  m_statusBar.SendMessage(SB_SETTEXTW, pointerPart, reinterpret_cast<LPARAM>(_T("")));
-}
-
 void MainFrame::moveCrosshair(const Vector3& head) {
   m_session->setCrosshair(head);
   repaintPanes();
@@ -324,46 +283,6 @@ void MainFrame::showEverywhere() {
   m_panel.refresh();
   showStatus();
   showTitle();
-}
-
-CString MainFrame::statusText(int part) const {
-  const WPARAM which = static_cast<WPARAM>(part);
-  const int length = LOWORD(m_statusBar.SendMessage(SB_GETTEXTLENGTHW, which));
-  CString text;
-  m_statusBar.SendMessage(SB_GETTEXTW, which, reinterpret_cast<LPARAM>(text.GetBuffer(length)));
-  text.ReleaseBuffer();
-  return text;
-}
-
-void MainFrame::showStatus() {
-  const auto show = [this](StatusPart part, const CString& text) {
-    m_statusBar.SendMessage(SB_SETTEXTW, part, reinterpret_cast<LPARAM>(text.GetString()));
-  };
-  show(crosshairPart, _T("Crosshair  ") + placeText(m_session->crosshair()));
-
-  CString dipole = _T("No current dipole");
-  if (const CDipoleszq* const current = m_dipoles->getCurrentDipole()) {
-    CString head;
-    head.Format(_T("Dipole %d of %d  "), m_dipoles->m_currentDipole + 1, m_dipoles->m_totalDipoles);
-    dipole = head + shortened(current->m_label) + _T("   ") + number(current->m_latency, 1) + _T(" ms   error ") +
-             number(current->m_fitError, 1) + _T(" %   moment ") + number(current->m_moment, 1) +
-             (m_dipoles->m_momentInNAm != 0 ? _T(" nAm") : _T(""));
-  }
-  show(dipolePart, dipole);
-
-  const VisibleCount count = countVisible(*m_dipoles, m_session->view());
-  CString dipoles;
-  dipoles.Format(_T("Dipoles shown: %d of %d"), count.shown, count.total);
-  if (!m_session->head().isRegistered())
-    dipoles += _T("   MRI NOT REGISTERED");
-  show(countPart, dipoles);
-}
-
-void MainFrame::showTitle() {
-  const CString& path = m_session->setPath();
-  const CString name = path.IsEmpty() ? CString(_T("Untitled")) : path.Mid(path.ReverseFind(_T('\\')) + 1);
-  SetWindowText(name + (m_session->isUnsaved() ? _T(" *") : _T("")) + _T(" - ") +
-                fromUtf8(m_session->head().name) + _T(" - Dipole Viewer"));
 }
 
 // The module's own list: the row of the dipole alone is selected and in sight.

@@ -177,7 +177,8 @@ TEST_F(ViewerFiles, ImportOfManyFilesCanBeCancelledBetweenTwo) {
   });
   m_user.drop(files);
   EXPECT_EQ(shown.rfind("File ", 0), 0U) << shown;
-  EXPECT_NE(lastMessage().find("The import was cancelled; the other files were not read."), std::string::npos);
+  EXPECT_NE(lastMessage().find("The import was cancelled; the other files were not read."),
+            std::string::npos);
   EXPECT_LT(total(), 400);
   EXPECT_EQ(total() % 2, 0);
   EXPECT_TRUE(m_user.frame().IsWindowEnabled());
