@@ -7,6 +7,7 @@
 
 #include "host/HeaderText.h"
 #include "host/PathText.h"
+#include "host/session/FileKind.h"
 #include "host/session/WholePicture.h"
 #include "host/viewer/KeptMessages.h"
 #include "host/viewer/MainFrame.h"
@@ -25,18 +26,6 @@ constexpr LPCTSTR dipoleFilter =
     _T("4D/MSI dipole tables (*.txt)|*.txt|All files (*.*)|*.*||");
 
 constexpr LPCTSTR recentSection = _T("Recent Dipole Sets");
-
-bool endsWith(CString path, LPCTSTR ending) {
-  return path.MakeLower().Right(CString(ending).GetLength()) == ending;
-}
-
-bool isMri(const CString& path) {
-  return endsWith(path, _T(".nii")) || endsWith(path, _T(".nii.gz"));
-}
-
-bool isSet(const CString& path) {
-  return endsWith(path, _T(".dipset"));
-}
 
 CString nameOf(const CString& path) {
   return path.Mid(path.ReverseFind(_T('\\')) + 1);
@@ -167,9 +156,10 @@ void MainFrame::importFiles(const std::vector<CString>& paths) {
 void MainFrame::openFiles(const std::vector<CString>& paths) {
   std::vector<CString> dipoleFiles;
   for (const CString& path : paths) {
-    if (isMri(path))
+    const FileKind kind = kindOf(path);
+    if (kind == FileKind::mri)
       openMri(path);
-    else if (!isSet(path))
+    else if (kind == FileKind::dipoles)
       dipoleFiles.push_back(path);
     else if (mayDropChanges())
       openSet(path);

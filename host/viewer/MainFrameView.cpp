@@ -1,17 +1,14 @@
 // The commands of the menus View and Help.
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "host/session/SetSwitches.h"
+#include "host/viewer/ColorChoices.h"
 #include "host/viewer/MainFrame.h"
 
 namespace host {
 
 namespace {
-
-constexpr std::array<std::optional<DipoleValue>, 4> colourChoices{std::nullopt, DipoleValue::latency,
-                                                                  DipoleValue::fitError, DipoleValue::moment};
 
 bool isOn(const CDipoleFace9File& set, UINT id) {
   switch (id) {
@@ -110,7 +107,7 @@ void MainFrame::OnShowAll() {
 }
 
 void MainFrame::OnColorBy(UINT id) {
-  m_session->view().colourBy = colourChoices[id - ID_VIEW_COLOR_OWN];
+  m_session->view().colourBy = colorChoices[id - ID_VIEW_COLOR_OWN];
   showEverywhere();
 }
 
@@ -143,7 +140,7 @@ void MainFrame::OnUpdateSwitch(CCmdUI* item) {
 }
 
 void MainFrame::OnUpdateColorBy(CCmdUI* item) {
-  item->SetRadio(colourChoices[item->m_nID - ID_VIEW_COLOR_OWN] == m_session->view().colourBy ? TRUE : FALSE);
+  item->SetRadio(colorChoices[item->m_nID - ID_VIEW_COLOR_OWN] == m_session->view().colourBy ? TRUE : FALSE);
 }
 
 void MainFrame::OnUpdateLegend(CCmdUI* item) {

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "host/session/SetSwitches.h"
+#include "host/viewer/ColorChoices.h"
 
 namespace host {
 
@@ -89,9 +90,6 @@ std::optional<double>* limitOf(DipoleFilter& filter, UINT field) {
   }
 }
 
-constexpr std::array<std::optional<DipoleValue>, 4> colourChoices{std::nullopt, DipoleValue::latency,
-                                                                  DipoleValue::fitError, DipoleValue::moment};
-
 }  // namespace
 
 BEGIN_MESSAGE_MAP(ViewPanel, CDialog)
@@ -158,8 +156,8 @@ void ViewPanel::showSliders() {
 }
 
 void ViewPanel::showColourChoice() {
-  const auto chosen = std::find(colourChoices.begin(), colourChoices.end(), m_session.view().colourBy);
-  SendDlgItemMessage(IDC_COLOR_BY, CB_SETCURSEL, static_cast<WPARAM>(chosen - colourChoices.begin()));
+  const auto chosen = std::find(colorChoices.begin(), colorChoices.end(), m_session.view().colourBy);
+  SendDlgItemMessage(IDC_COLOR_BY, CB_SETCURSEL, static_cast<WPARAM>(chosen - colorChoices.begin()));
   GetDlgItem(ID_VIEW_LEGEND)->EnableWindow(m_session.view().colourBy ? TRUE : FALSE);
 }
 
@@ -215,7 +213,7 @@ void ViewPanel::OnHScroll(UINT /*code*/, UINT /*position*/, CScrollBar* control)
 void ViewPanel::OnColorBy() {
   const LRESULT chosen = SendDlgItemMessage(IDC_COLOR_BY, CB_GETCURSEL);
   if (chosen >= 0)
-    m_session.view().colourBy = colourChoices[static_cast<std::size_t>(chosen)];
+    m_session.view().colourBy = colorChoices[static_cast<std::size_t>(chosen)];
   changed();
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/PathText.h"
+#include "host/session/FileKind.h"
 #include "host/viewer/Benchmark.h"
 #include "host/viewer/KeptMessages.h"
 
@@ -26,17 +27,6 @@ std::vector<CString> arguments() {
 
 CString wholePath(const CString& path) {
   return textOf(std::filesystem::absolute(pathOf(path)));
-}
-
-// Heads first, so that dipoles find theirs.
-bool isBefore(const CString& a, const CString& b) {
-  const auto rank = [](CString path) {
-    path.MakeLower();
-    if (path.Right(4) == _T(".nii") || path.Right(7) == _T(".nii.gz"))
-      return 0;
-    return path.Right(7) == _T(".dipset") ? 1 : 2;
-  };
-  return rank(a) < rank(b);
 }
 
 }  // namespace
@@ -80,9 +70,10 @@ BOOL ViewerApp::openArguments() {
     else
       files.push_back(wholePath(words[i]));
   }
-  std::stable_sort(files.begin(), files.end(), isBefore);
+  std::stable_sort(files.begin(), files.end(),
+                   [](const CString& left, const CString& right) { return kindOf(left) < kindOf(right); });
   const auto firstOther = std::find_if(files.begin(), files.end(),
-                                       [](const CString& path) { return isBefore(_T("x.nii"), path); });
+                                       [](const CString& path) { return kindOf(path) != FileKind::mri; });
   frame()->openFiles({files.begin(), firstOther});
   if (!fiducials.IsEmpty())
     frame()->registerFromFile(fiducials);
