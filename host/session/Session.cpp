@@ -21,8 +21,8 @@ namespace host {
 namespace {
 
 constexpr double crosshairReach = 300.0;  // mm
-constexpr Vector3 amidTheBrain{15.0, 45.0,
-                               0.0};  // where a registered head is looked at first; off the midline
+// Where a registered head is looked at first: off the midline.
+constexpr Vector3 amidTheBrain{15.0, 45.0, 0.0};
 
 // How this system's file names are compared.
 PathRule systemRule() {

@@ -57,7 +57,7 @@ TEST(Session, BeginsWithTheRegisteredPhantomAndTheSetAsItIs) {
   EXPECT_EQ(session.history().undoSteps(), 0U);
   EXPECT_TRUE(isSame(wholeSet(session.dipoles()), before));
   EXPECT_EQ(session.window().low, session.head().volume->window().low);
-  expectPlace(session.crosshair(), {0, 0, 0});
+  expectPlace(session.crosshair(), {15, 45, 0});
 }
 
 TEST(SessionMri, OpensWithItsPointsAndItsOwnGreyWindow) {
