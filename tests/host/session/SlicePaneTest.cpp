@@ -1,18 +1,13 @@
-// What a slice pane shows: the right slice, every dipole that it should and no other, each on its side and in
-// its place.
-#include <cmath>
-#include <cstdlib>
+// How a slice pane shows the head: the right slice, its sides, zoom, fit, letters.
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <stdexcept>
 #include <tuple>
 #include <utility>
-#include <vector>
 
 #include "host/session/SlicePane.h"
-#include "tests/host/WholeSet.h"
-#include "tests/host/session/PaneFixture.h"
+#include "tests/host/session/SlicePaneFixture.h"
 
 namespace {
 
@@ -21,56 +16,13 @@ using host::Image;
 using host::PixelBox;
 using host::PixelPoint;
 using host::Rgb;
-using host::SliceAccount;
 using host::SlicePane;
 using host::Vector3;
 using host::View;
 
-constexpr View allViews[] = {View::axial, View::coronal, View::sagittal};
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr Rgb orange{255, 128, 0};
+struct SlicePaneView : SlicePaneFixture {};
 
-int count(const Image& image, Rgb colour, PixelBox box) {
-  int pixels = 0;
-  for (int row = (std::max)(box.top, 0); row < (std::min)(box.bottom, image.height()); ++row)
-    for (int column = (std::max)(box.left, 0); column < (std::min)(box.right, image.width()); ++column)
-      pixels += image.pixel(column, row) == colour ? 1 : 0;
-  return pixels;
-}
-
-int count(const Image& image, Rgb colour) {
-  return count(image, colour, {0, 0, image.width(), image.height()});
-}
-
-struct SlicePaneTest : testing::Test, PaneFixture {
-  SlicePaneTest() {
-    settings.glyphPixels = 9;
-    dipoles->m_currentDipole = -1;
-  }
-
-  SlicePane paneOf(View view, int width = 400, int height = 360) const {
-    SlicePane pane(view);
-    pane.resize(width, height);
-    return pane;
-  }
-
-  // Without a current dipole: no ring covers the squares.
-  CDipoleszq& put(const Vector3& place) {
-    CDipoleszq& dipole = add(place.x, place.y, place.z);
-    dipoles->m_currentDipole = -1;
-    return dipole;
-  }
-
-  SliceAccount paintedAccount(View view) const {
-    SlicePane pane = paneOf(view);
-    pane.paint(contents());
-    return pane.account();
-  }
-};
-
-}  // namespace
-
-TEST_F(SlicePaneTest, ThePictureHasTheSizeOfThePane) {
+TEST_F(SlicePaneView, ThePictureHasTheSizeOfThePane) {
   SlicePane pane = paneOf(View::axial, 321, 234);
   const Image& image = pane.paint(contents());
   EXPECT_EQ(image.width(), 321);
@@ -80,7 +32,7 @@ TEST_F(SlicePaneTest, ThePictureHasTheSizeOfThePane) {
   EXPECT_EQ(pane.paint(contents()).height(), 1);
 }
 
-TEST_F(SlicePaneTest, ALeftDipoleIsOnTheRightOfAxialAndCoronalPictures) {
+TEST_F(SlicePaneView, ALeftDipoleIsOnTheRightOfAxialAndCoronalPictures) {
   put({50, 0, 0});
   for (const View view : {View::axial, View::coronal}) {
     SlicePane pane = paneOf(view);
@@ -90,7 +42,7 @@ TEST_F(SlicePaneTest, ALeftDipoleIsOnTheRightOfAxialAndCoronalPictures) {
   }
 }
 
-TEST_F(SlicePaneTest, AFrontDipoleIsAboveInAxialAndRightInSagittalPictures) {
+TEST_F(SlicePaneView, AFrontDipoleIsAboveInAxialAndRightInSagittalPictures) {
   put({0, 0, 50});
   SlicePane axial = paneOf(View::axial);
   EXPECT_EQ(count(axial.paint(contents()), orange), count(axial.paint(contents()), orange, {0, 0, 400, 180}));
@@ -100,7 +52,7 @@ TEST_F(SlicePaneTest, AFrontDipoleIsAboveInAxialAndRightInSagittalPictures) {
   EXPECT_EQ(count(image, orange), count(image, orange, {200, 0, 400, 360}));
 }
 
-TEST_F(SlicePaneTest, AnUpperDipoleIsAboveInCoronalAndSagittalPictures) {
+TEST_F(SlicePaneView, AnUpperDipoleIsAboveInCoronalAndSagittalPictures) {
   put({0, 40, 0});
   for (const View view : {View::coronal, View::sagittal}) {
     SlicePane pane = paneOf(view);
@@ -110,7 +62,7 @@ TEST_F(SlicePaneTest, AnUpperDipoleIsAboveInCoronalAndSagittalPictures) {
   }
 }
 
-TEST_F(SlicePaneTest, ASquareIsCentredOnThePixelOfItsDipole) {
+TEST_F(SlicePaneView, ASquareIsCentredOnThePixelOfItsDipole) {
   std::mt19937 random(4);
   std::uniform_real_distribution<double> place(-55.0, 55.0);
   for (int i = 0; i < 20; ++i)
@@ -135,7 +87,7 @@ TEST_F(SlicePaneTest, ASquareIsCentredOnThePixelOfItsDipole) {
     }
 }
 
-TEST_F(SlicePaneTest, HeadPointAndPixelAreInverse) {
+TEST_F(SlicePaneView, HeadPointAndPixelAreInverse) {
   crosshair = {12.25, -7.5, 33.0};
   for (const View view : allViews) {
     SlicePane pane = paneOf(view, 301, 200);
@@ -153,7 +105,7 @@ TEST_F(SlicePaneTest, HeadPointAndPixelAreInverse) {
   }
 }
 
-TEST_F(SlicePaneTest, PlacesBeyondThePictureHaveNoPixel) {
+TEST_F(SlicePaneView, PlacesBeyondThePictureHaveNoPixel) {
   SlicePane pane = paneOf(View::axial);
   pane.paint(contents());
   EXPECT_FALSE(pane.pixelOf(pane.headPoint(-1, 10)).has_value());
@@ -162,7 +114,7 @@ TEST_F(SlicePaneTest, PlacesBeyondThePictureHaveNoPixel) {
   EXPECT_FALSE(pane.pixelOf({0, 0, 1e300}).has_value());
 }
 
-TEST_F(SlicePaneTest, GreysAreThoseOfTheVolume) {
+TEST_F(SlicePaneView, GreysAreThoseOfTheVolume) {
   crosshair = {12.0, 8.0, -15.0};
   std::mt19937 random(9);
   for (const View view : allViews) {
@@ -185,7 +137,7 @@ TEST_F(SlicePaneTest, GreysAreThoseOfTheVolume) {
   }
 }
 
-TEST_F(SlicePaneTest, AnotherWindowOrSliceOrHeadChangesTheGreys) {
+TEST_F(SlicePaneView, AnotherWindowOrSliceOrHeadChangesTheGreys) {
   SlicePane pane = paneOf(View::axial);
   const auto greyAt = [&](const Vector3& place) {
     const Image& image = pane.paint(contents());
@@ -203,7 +155,7 @@ TEST_F(SlicePaneTest, AnotherWindowOrSliceOrHeadChangesTheGreys) {
   EXPECT_EQ(greyAt(at), 255);
 }
 
-TEST_F(SlicePaneTest, ZoomKeepsWhatIsUnderThePixel) {
+TEST_F(SlicePaneView, ZoomKeepsWhatIsUnderThePixel) {
   for (const View view : allViews) {
     SlicePane pane = paneOf(view);
     pane.paint(contents());
@@ -222,7 +174,7 @@ TEST_F(SlicePaneTest, ZoomKeepsWhatIsUnderThePixel) {
   }
 }
 
-TEST_F(SlicePaneTest, ZoomingInAndOutComesBackWithoutDrift) {
+TEST_F(SlicePaneView, ZoomingInAndOutComesBackWithoutDrift) {
   SlicePane pane = paneOf(View::coronal);
   pane.paint(contents());
   pane.zoom(1.0, 0, 0);  // from here on the user's
@@ -238,7 +190,7 @@ TEST_F(SlicePaneTest, ZoomingInAndOutComesBackWithoutDrift) {
   EXPECT_NEAR(pane.headPoint(50, 60).y, before.y, pane.mmPerPixel());
 }
 
-TEST_F(SlicePaneTest, ZoomEndsAtATenthAndAtFiveMm) {
+TEST_F(SlicePaneView, ZoomEndsAtATenthAndAtFiveMm) {
   SlicePane pane = paneOf(View::sagittal);
   for (int i = 0; i < 30; ++i)
     pane.zoom(2.0, 5, 5);
@@ -260,7 +212,7 @@ TEST_F(SlicePaneTest, ZoomEndsAtATenthAndAtFiveMm) {
   }
 }
 
-TEST_F(SlicePaneTest, PanMovesThePicture) {
+TEST_F(SlicePaneView, PanMovesThePicture) {
   SlicePane pane = paneOf(View::axial);
   pane.paint(contents());
   const PixelPoint before = pane.pixelOf({10, 0, 20}).value();
@@ -269,7 +221,7 @@ TEST_F(SlicePaneTest, PanMovesThePicture) {
   EXPECT_EQ(pane.pixelOf({10, 0, 20}), (PixelPoint{before.column + 17, before.row - 23}));
 }
 
-TEST_F(SlicePaneTest, FitShowsTheWholeHeadBetweenTheLetters) {
+TEST_F(SlicePaneView, FitShowsTheWholeHeadBetweenTheLetters) {
   for (const auto& [width, height] : {std::pair{400, 360}, {300, 700}, {900, 250}, {200, 200}})
     for (const View view : allViews) {
       SlicePane pane = paneOf(view, width, height);
@@ -296,7 +248,7 @@ TEST_F(SlicePaneTest, FitShowsTheWholeHeadBetweenTheLetters) {
     }
 }
 
-TEST_F(SlicePaneTest, TheHeadStaysFittedWhenThePaneGrowsUntilTheUserZooms) {
+TEST_F(SlicePaneView, TheHeadStaysFittedWhenThePaneGrowsUntilTheUserZooms) {
   SlicePane pane = paneOf(View::axial);
   pane.paint(contents());
   const double small = pane.mmPerPixel();
@@ -311,348 +263,7 @@ TEST_F(SlicePaneTest, TheHeadStaysFittedWhenThePaneGrowsUntilTheUserZooms) {
   EXPECT_EQ(pane.mmPerPixel(), zoomed);
 }
 
-TEST_F(SlicePaneTest, TheToleranceHoldsAtBothEdges) {
-  const auto shifted = [](View view, double mm) {
-    Vector3 place{5, 6, 7};
-    place[axesOf(view).slab] += mm;
-    return place;
-  };
-  crosshair = {5, 6, 7};
-  settings.toleranceMm = 4.0;
-  for (const View view : allViews)
-    for (const double side : {-1.0, 1.0}) {
-      dipoles->cleanDipoles();
-      put(shifted(view, side * 4.0));
-      EXPECT_EQ(paintedAccount(view).onSlice, 1) << nameOf(view) << side;
-      dipoles->cleanDipoles();
-      put(shifted(view, side * 4.001));
-      SlicePane pane = paneOf(view);
-      const Image& image = pane.paint(contents());
-      EXPECT_EQ(count(image, orange), 0) << nameOf(view) << side;
-      EXPECT_EQ(pane.account().onSlice, 0);
-      EXPECT_EQ(pane.account().away, 1);
-    }
-}
-
-TEST_F(SlicePaneTest, WithoutOverlapASliceShowsItsOwnDipolesOnly) {
-  dipoles->setShowDipole2DOverlap(0);
-  settings.toleranceMm.reset();
-  settings.thinnestSlice = 2.0;
-  for (const double mm : {-1.001, -1.0, 0.0, 1.0, 1.001})
-    put({0, mm, 0});
-  EXPECT_EQ(paintedAccount(View::axial).onSlice, 3);
-  dipoles->setShowDipole2DOverlap(1);
-  EXPECT_EQ(paintedAccount(View::axial).onSlice, 5);
-}
-
-TEST_F(SlicePaneTest, WithoutAToleranceAllDipolesAreDrawn) {
-  settings.toleranceMm.reset();
-  put({-20, -250, 10});
-  put({20, 99'000, 10});
-  SlicePane pane = paneOf(View::axial);
-  EXPECT_EQ(count(pane.paint(contents()), orange), 2 * 81);
-  EXPECT_EQ(pane.account().onSlice, 2);
-}
-
-TEST_F(SlicePaneTest, AxialSlicesBelowTheOriginShowTheirDipoles) {
-  crosshair.y = -30.0;
-  put({-20, -30, 10});
-  put({20, -28, 10});
-  SlicePane pane = paneOf(View::axial);
-  EXPECT_EQ(count(pane.paint(contents()), orange), 2 * 81);
-  crosshair.y = 1.0;
-  put({0, 2, -20});
-  put({0, -2, 20});
-  EXPECT_EQ(count(pane.paint(contents()), orange), 2 * 81);
-}
-
-TEST_F(SlicePaneTest, AnAxialSliceDoesNotShowWhatLiesBetweenItAndTheOrigin) {
-  crosshair.y = 40.0;
-  put({20, 10, 10});
-  SlicePane pane = paneOf(View::axial);
-  EXPECT_EQ(count(pane.paint(contents()), orange), 0);
-}
-
-TEST_F(SlicePaneTest, TheSetIsAsBeforeBitByBit) {
-  settings.toleranceMm.reset();
-  std::mt19937 random(6);
-  std::uniform_real_distribution<double> place(-80.0, 80.0);
-  for (int i = 0; i < 40; ++i) {
-    CDipoleszq& dipole = put({place(random), place(random), place(random)});
-    dipole.m_display = i % 3;
-    dipole.m_size = i * 0.7;
-    dipole.m_color = static_cast<COLORREF>(random() & 0xFFFFFFU);
-    dipole.m_showOrientation = i % 2;
-    dipole.setDimensionXYZ(i, i + 1, i + 2);
-  }
-  put({notANumber, 0, 0});
-  dipoles->deleteDipole(3, 0);
-  dipoles->m_currentDipole = 4;
-  dipoles->setDimensionXYZ(7, 8, 9);
-  dipoles->setSpaceXYZ(0.1, 0.2, 0.3);
-  const WholeSet before = wholeSet(*dipoles);
-  for (const View view : allViews) {
-    SlicePane pane = paneOf(view);
-    pane.paint(contents());
-    EXPECT_TRUE(isSame(wholeSet(*dipoles), before)) << nameOf(view);
-  }
-}
-
-TEST_F(SlicePaneTest, SwitchesDisplayStateFilterAndLatencyHideAndAreCounted) {
-  put({0, 0, 0});
-  put({10, 0, 0}).m_show = 0;
-  put({20, 0, 0}).m_display = 2;
-  put({30, 0, 0}).m_fitError = 50.0;
-  put({-30, 0, 0}).m_latency = 500.0;
-  put({notANumber, 0, 0});
-  put({40, 90, 0});
-  put({350, 0, 0});
-  settings.filter.fitError.most = 20.0;
-  settings.latency = {-1.0, 100.0};
-  dipoles->setShowDipoleLatencySelected(1);
-  SlicePane pane = paneOf(View::axial);
-  EXPECT_EQ(count(pane.paint(contents()), orange), 81);
-  const SliceAccount& account = pane.account();
-  EXPECT_EQ(account.total, 8);
-  EXPECT_EQ(account.onSlice, 1);
-  EXPECT_EQ(account.switchedOff, 2);
-  EXPECT_EQ(account.filtered, 2);
-  EXPECT_EQ(account.nowhere, 1);
-  EXPECT_EQ(account.away, 1);
-  EXPECT_EQ(account.outside, 1);
-  EXPECT_EQ(account.offPane, 0);
-}
-
-TEST_F(SlicePaneTest, BeyondThreeHundredMmNothingIsDrawnInAWrongPlace) {
-  SlicePane pane = paneOf(View::axial);
-  pane.paint(contents());
-  for (int i = 0; i < 20; ++i)
-    pane.zoom(0.5, 200, 180);
-  for (const Vector3& place : {Vector3{300.0, 0, 0}, {-301.0, 0, 0}, {0, 0, 450.0}, {0, 0, -300.0}})
-    put(place);
-  put({299.0, 0, -299.0});
-  EXPECT_EQ(count(pane.paint(contents()), orange), 81);
-  EXPECT_EQ(pane.account().outside, 4);
-  EXPECT_EQ(pane.account().onSlice, 1);
-}
-
-TEST_F(SlicePaneTest, TheCurrentOneAloneIsDrawn) {
-  put({-20, 0, 0});
-  put({20, 0, 0});
-  dipoles->m_showCurrentDipoleOnly = 1;
-  dipoles->m_currentDipole = 0;
-  SlicePane pane = paneOf(View::axial);
-  const Image& image = pane.paint(contents());
-  EXPECT_EQ(pane.account().onSlice, 1);
-  EXPECT_EQ(count(image, orange, {200, 0, 400, 360}), 0);
-  EXPECT_GT(count(image, orange, {0, 0, 200, 360}), 0);
-}
-
-TEST_F(SlicePaneTest, ARingStandsAroundTheCurrentDipole) {
-  put({-20, 0, 0});
-  put({20, 0, 0});
-  const Rgb white{255, 255, 255};
-  const auto around = [&](const Image& image, const PixelPoint& at) {
-    return count(image, white, {at.column - 13, at.row - 13, at.column + 14, at.row + 14});
-  };
-  SlicePane pane = paneOf(View::axial);
-  const Image without = pane.paint(contents());
-  dipoles->m_currentDipole = 1;
-  const Image with = pane.paint(contents());
-  const PixelPoint left = pane.pixelOf({20, 0, 0}).value();
-  const PixelPoint right = pane.pixelOf({-20, 0, 0}).value();
-  EXPECT_EQ(around(without, left), 0);
-  EXPECT_GT(around(with, left), 30);
-  EXPECT_EQ(around(with, right), 0);
-}
-
-TEST_F(SlicePaneTest, TheCurrentDipoleIsNotCoveredByLaterOnes) {
-  const CDipoleszq& current = put({20, 0, 0});
-  for (int i = 0; i < 5; ++i)
-    put({20, 0, 0}).setColorValue(RGB(0, 0, 200));
-  SlicePane pane = paneOf(View::axial);
-  pane.paint(contents());
-  const PixelPoint at = pane.pixelOf({20, 0, 0}).value();
-  EXPECT_EQ(pane.paint(contents()).pixel(at.column, at.row), (Rgb{0, 0, 200}));
-  dipoles->m_currentDipole = 0;
-  EXPECT_EQ(pane.paint(contents()).pixel(at.column, at.row), orange);
-  EXPECT_EQ(current.m_display, 1);
-}
-
-TEST_F(SlicePaneTest, ColoursAreThoseOfTheValue) {
-  put({-20, 0, 0}).m_fitError = 1.0;
-  put({20, 0, 0}).m_fitError = 9.0;
-  const host::ValueColors byError(*dipoles, host::DipoleValue::fitError);
-  colours = &byError;
-  SlicePane pane = paneOf(View::axial);
-  const Image& image = pane.paint(contents());
-  EXPECT_EQ(count(image, orange), 0);
-  const PixelPoint left = pane.pixelOf({20, 0, 0}).value();
-  const PixelPoint right = pane.pixelOf({-20, 0, 0}).value();
-  EXPECT_EQ(image.pixel(right.column, right.row), byError.colorOf(1.0));
-  EXPECT_EQ(image.pixel(left.column, left.row), byError.colorOf(9.0));
-}
-
-TEST_F(SlicePaneTest, ArrowsPointWhereTheOrientationPoints) {
-  // From the dipole: axial right = left, up = front.
-  struct Case {
-    View view;
-    Vector3 orientation;
-    int columns;
-    int rows;
-  };
-  for (const Case& wanted : {Case{View::axial, {5, 0, 0}, 1, 0},
-                             {View::axial, {0, 0, 3}, 0, -1},
-                             {View::axial, {-2, 0, 0}, -1, 0},
-                             {View::coronal, {0, 7, 0}, 0, -1},
-                             {View::coronal, {1, 0, 0}, 1, 0},
-                             {View::sagittal, {0, 0, 2}, 1, 0},
-                             {View::sagittal, {0, -1, 0}, 0, 1}}) {
-    dipoles->cleanDipoles();
-    CDipoleszq& dipole = put({0, 0, 0});
-    dipole.m_showOrientation = 1;
-    dipole.m_orientationLength = 30.0;
-    dipole.setDipoleOrientation(wanted.orientation.x, wanted.orientation.y, wanted.orientation.z);
-    SlicePane pane = paneOf(wanted.view);
-    const Image& image = pane.paint(contents());
-    const PixelPoint at = pane.pixelOf({0, 0, 0}).value();
-    // Away from square and head; the line is two pixels wide.
-    const int along = static_cast<int>(18.0 / pane.mmPerPixel());
-    const auto isShaftAt = [&](int columns, int rows) {
-      const int column = at.column + columns * along;
-      const int row = at.row + rows * along;
-      return count(image, orange, {column - 1, row - 1, column + 2, row + 2}) > 0;
-    };
-    EXPECT_TRUE(isShaftAt(wanted.columns, wanted.rows));
-    EXPECT_FALSE(isShaftAt(-wanted.columns, -wanted.rows));
-    EXPECT_FALSE(isShaftAt(wanted.rows, wanted.columns));
-    EXPECT_FALSE(isShaftAt(-wanted.rows, -wanted.columns));
-    // 30 mm long, whatever the length of the stored vector.
-    const int tip = static_cast<int>(std::lround(30.0 / pane.mmPerPixel()));
-    const auto isInk = [&](int distance) {
-      const int column = at.column + wanted.columns * distance;
-      const int row = at.row + wanted.rows * distance;
-      return count(image, orange, {column - 1, row - 1, column + 2, row + 2}) > 0;
-    };
-    EXPECT_TRUE(isInk(tip - 2));
-    EXPECT_FALSE(isInk(tip + 4));
-  }
-}
-
-TEST_F(SlicePaneTest, WithoutTheSwitchOrOutOfThePlaneThereIsNoArrow) {
-  CDipoleszq& dipole = put({0, 0, 0});
-  dipole.setDipoleOrientation(1, 0, 0);
-  SlicePane axial = paneOf(View::axial);
-  EXPECT_EQ(count(axial.paint(contents()), orange), 81);
-  dipole.m_showOrientation = 1;
-  EXPECT_GT(count(axial.paint(contents()), orange), 100);
-  SlicePane sagittal = paneOf(View::sagittal);
-  EXPECT_EQ(count(sagittal.paint(contents()), orange), 81);
-  dipole.m_orientationLength = notANumber;
-  EXPECT_EQ(count(axial.paint(contents()), orange), 81);
-}
-
-TEST_F(SlicePaneTest, ManyArrowsKeepTheirDirection) {
-  settings.glyphPixels = 3;
-  for (int i = 0; i < 600; ++i) {
-    CDipoleszq& dipole = put({0, 0, 0});
-    dipole.m_showOrientation = 1;
-    dipole.setDipoleOrientation(0, 0, 1);
-  }
-  SlicePane pane = paneOf(View::axial);
-  const Image& image = pane.paint(contents());
-  const PixelPoint at = pane.pixelOf({0, 0, 0}).value();
-  const int tip = static_cast<int>(std::lround(30.0 / pane.mmPerPixel()));
-  // Up to the edge of the square, two pixels above its middle.
-  EXPECT_EQ(count(image, orange, {at.column, at.row - tip + 1, at.column + 1, at.row - 2}), tip - 3);
-  EXPECT_EQ(count(image, orange, {0, 0, 400, at.row - tip - 1}), 0);
-  EXPECT_EQ(count(image, orange, {0, at.row + 3, 400, 360}), 0);
-}
-
-TEST_F(SlicePaneTest, OnAnUnregisteredHeadNoDipoleIsDrawn) {
-  settings.toleranceMm.reset();
-  CDipoleszq& dipole = put({0, 0, 0});
-  dipole.m_showOrientation = 1;
-  dipoles->m_currentDipole = 0;
-  head.fiducials.reset();
-  for (const View view : allViews) {
-    SlicePane pane = paneOf(view);
-    const Image& image = pane.paint(contents());
-    EXPECT_EQ(count(image, orange), 0);
-    EXPECT_GT(count(image, {255, 190, 70}), 50) << "the warning";
-    EXPECT_EQ(pane.account().onSlice, 0);
-    EXPECT_EQ(pane.account().unregistered, 1);
-    EXPECT_EQ(pane.pick(contents(), 200, 180), -1);
-  }
-}
-
-TEST_F(SlicePaneTest, PickFindsTheDipoleUnderThePixelAndNoOther) {
-  put({-20, 0, 0});
-  put({20, 0, 0});
-  put({20, 0, 0});
-  put({20, 50, 0});
-  SlicePane pane = paneOf(View::axial);
-  pane.paint(contents());
-  const PixelPoint at = pane.pixelOf({20, 0, 0}).value();
-  for (int across = -6; across <= 6; ++across)
-    for (int down = -6; down <= 6; ++down) {
-      const bool isInside = std::abs(across) <= 4 && std::abs(down) <= 4;
-      EXPECT_EQ(pane.pick(contents(), at.column + across, at.row + down), isInside ? 1 : -1);
-    }
-  const PixelPoint right = pane.pixelOf({-20, 0, 0}).value();
-  EXPECT_EQ(pane.pick(contents(), right.column, right.row), 0);
-}
-
-TEST_F(SlicePaneTest, PickTakesTheNearestOfOverlappingSquares) {
-  SlicePane pane = paneOf(View::axial);
-  pane.paint(contents());
-  const double mm = pane.mmPerPixel();
-  put({0.5 * mm, 0, 0});
-  put({5.5 * mm, 0, 0});
-  pane.paint(contents());
-  const PixelPoint at = pane.pixelOf({0.5 * mm, 0, 0}).value();
-  EXPECT_EQ(pane.pick(contents(), at.column + 1, at.row), 0);
-  EXPECT_EQ(pane.pick(contents(), at.column + 2, at.row), 0);
-  EXPECT_EQ(pane.pick(contents(), at.column + 3, at.row), 1);
-  dipoles->deleteDipole(1, 0);
-  EXPECT_EQ(pane.pick(contents(), at.column + 3, at.row), 0) << "a slot that became empty is not picked";
-}
-
-TEST_F(SlicePaneTest, DipolesBeyondTheBordersOfThePaneAreCounted) {
-  put({0, 0, 0});
-  put({50, 0, 0});
-  SlicePane pane = paneOf(View::axial);
-  pane.paint(contents());
-  const PixelPoint at = pane.pixelOf({0, 0, 0}).value();
-  for (int i = 0; i < 3; ++i)
-    pane.zoom(2.0, at.column, at.row);
-  pane.paint(contents());
-  EXPECT_EQ(pane.account().onSlice, 2);
-  EXPECT_EQ(pane.account().offPane, 1);
-}
-
-TEST_F(SlicePaneTest, ADipoleAtTheBorderIsCutNotLost) {
-  SlicePane pane = paneOf(View::axial);
-  pane.paint(contents());
-  put(pane.headPoint(0, 200));
-  put(pane.headPoint(399, 50));
-  const Image& image = pane.paint(contents());
-  EXPECT_EQ(count(image, orange, {0, 190, 10, 210}), 45);
-  EXPECT_EQ(count(image, orange, {390, 40, 400, 60}), 45);
-}
-
-TEST_F(SlicePaneTest, CaptionsDoNotCoverDipoles) {
-  SlicePane pane = paneOf(View::axial);
-  pane.paint(contents());
-  for (const int row : {12, 40, 60})
-    for (int column = 6; column < 150; column += 9)
-      put(pane.headPoint(column + 4, row));
-  const Image& image = pane.paint(contents());
-  for (const int row : {12, 40, 60})
-    EXPECT_EQ(count(image, orange, {6, row - 4, 150, row + 5}), 144 * 9) << row;
-}
-
-TEST_F(SlicePaneTest, ACrosshairThatIsNoPlaceIsRefused) {
+TEST_F(SlicePaneView, ACrosshairThatIsNoPlaceIsRefused) {
   SlicePane pane = paneOf(View::axial);
   for (const double nonsense : {notANumber, 1000.5, -std::numeric_limits<double>::infinity()}) {
     crosshair = {0, 0, nonsense};
@@ -662,7 +273,7 @@ TEST_F(SlicePaneTest, ACrosshairThatIsNoPlaceIsRefused) {
   EXPECT_NO_THROW(pane.paint(contents()));
 }
 
-TEST_F(SlicePaneTest, TheCrosshairIsOpenAroundItsPoint) {
+TEST_F(SlicePaneView, TheCrosshairIsOpenAroundItsPoint) {
   crosshair = {10, 0, 5};
   SlicePane pane = paneOf(View::axial);
   const Image& image = pane.paint(contents());
@@ -679,7 +290,7 @@ TEST_F(SlicePaneTest, TheCrosshairIsOpenAroundItsPoint) {
   EXPECT_FALSE(isLine(at.column + 40, at.row + 2));
 }
 
-TEST_F(SlicePaneTest, LettersStandAtTheBordersOfPanesOfAnySize) {
+TEST_F(SlicePaneView, LettersStandAtTheBordersOfPanesOfAnySize) {
   const Rgb white{255, 255, 255};
   for (const auto& [width, height] : {std::pair{200, 200}, {500, 450}, {120, 300}})
     for (const View view : allViews) {
@@ -694,7 +305,7 @@ TEST_F(SlicePaneTest, LettersStandAtTheBordersOfPanesOfAnySize) {
     }
 }
 
-TEST_F(SlicePaneTest, PanesOfAnySizeArePainted) {
+TEST_F(SlicePaneView, PanesOfAnySizeArePainted) {
   put({0, 0, 0}).m_showOrientation = 1;
   head.fiducials.reset();
   for (const int width : {1, 2, 17, 60, 150})
@@ -706,3 +317,5 @@ TEST_F(SlicePaneTest, PanesOfAnySizeArePainted) {
         EXPECT_EQ(image.height(), height);
       }
 }
+
+}  // namespace
