@@ -30,6 +30,17 @@ TEST(PathText, HalvesOfPairsComeBack) {
   EXPECT_EQ(host::textOf(host::pathOf(name)), name);
 }
 
+// Bytes of a name that look like UTF-8 and are none: too long, a half of a pair, beyond the last, cut off.
+TEST(PathText, BytesThatAreNoUtf8ComeBack) {
+  for (const CString& name :
+       {unitsOf({0xDCC0, 0xDC80}), unitsOf({0xDCC1, 0xDCBF}), unitsOf({0xDCE0, 0xDC9F, 0xDC80}),
+        unitsOf({0xDCED, 0xDCA0, 0xDC80}), unitsOf({0xDCF0, 0xDC8F, 0xDC80, 0xDC80}),
+        unitsOf({0xDCF4, 0xDC90, 0xDC80, 0xDC80}), unitsOf({0xDCE2, 0xDC82}), unitsOf({0xDCE2, 'x', 0xDC82}),
+        unitsOf({0xDCF5, 0xDC80, 0xDC80, 0xDC80})}) {
+    EXPECT_EQ(host::textOf(host::pathOf(name)), name);
+  }
+}
+
 TEST(PathText, EmptyIsEmpty) {
   EXPECT_TRUE(host::pathOf(CString()).empty());
   EXPECT_TRUE(host::textOf({}).IsEmpty());

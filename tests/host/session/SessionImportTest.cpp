@@ -59,6 +59,9 @@ TEST(SessionImport, IsTheModulesOwn) {
 
 TEST(SessionImport, CurrentFolderStays) {
   Viewer viewer;
+  const TempFolder folder;
+  const KeptCurrentFolder kept;
+  ASSERT_NE(SetCurrentDirectory(folder.path()), FALSE);
   const CString before = currentFolder();
   viewer.session.importFiles({example("auditory.dip")}, nullptr);
   EXPECT_EQ(currentFolder(), before);
