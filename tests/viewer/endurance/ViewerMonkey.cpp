@@ -147,20 +147,19 @@ ViewerMonkey::Use ViewerMonkey::useNow() {
   return {windowHandles(), gdiHandles(), heapUse()};
 }
 
-// With one small set, its manager, its editors and its coordinates open; the first count is what the others
-// are compared with.
+// With one small set, its manager, its editors and its coordinates open. The first counts are what the others
+// are compared with: that without a viewer, behind one that was used, and that of the new one after it.
 void ViewerMonkey::endBlock(int done) {
   toStandard();
   checkViewer();
   if (m_firstOpen == nullptr) {
-    m_firstOpen = std::make_unique<Use>(useNow());
-    compareUse(*m_firstOpen, *m_firstOpen, "open", done);
     m_user.reset();
     pump();
     m_firstClosed = std::make_unique<Use>(useNow());
     compareUse(*m_firstClosed, *m_firstClosed, "closed", done);
     m_user = std::make_unique<ViewerUser>();
     toStandard();
+    m_firstOpen = std::make_unique<Use>(useNow());
   }
   compareUse(useNow(), *m_firstOpen, "open", done);
 }
@@ -179,9 +178,16 @@ void ViewerMonkey::toStandard() {
   host::MainFrame& frame = m_user->frame();
   frame.ShowWindow(SW_SHOWNORMAL);
   showAllPanes();
-  // The largest pictures once, so that their memory is there in every count.
+  // The largest picture of each pane once, so that its memory is there in every count.
   frame.SetWindowPos(nullptr, 0, 0, 1600, 1200, SWP_NOMOVE | SWP_NOZORDER);
-  m_user->wait();
+  if (::IsWindowVisible(m_user->panel()) != FALSE) {
+    m_user->choose(ID_VIEW_PANEL);
+  }
+  for (int pane = 0; pane < host::MainFrame::paneCount; ++pane) {
+    m_user->key(pane, VK_SPACE);
+    m_user->key(pane, VK_SPACE);
+  }
+  m_user->choose(ID_VIEW_PANEL);
   frame.SetWindowPos(nullptr, 0, 0, standardWidth, standardHeight, SWP_NOMOVE | SWP_NOZORDER);
   m_user->choose(ID_FILE_NEW_SET);
   m_user->choose(ID_FILE_PHANTOM);
