@@ -37,6 +37,7 @@ int main(int argc, char** argv) {
     for (int slot = 0; slot < dipoles; ++slot) {
       set.getDipole(slot)->m_moment = generation;
     }
+    viewer.session().noteChange();  // so that most of what follows is the file
     tell("saving", generation);
     viewer.frame().SendMessage(WM_COMMAND, ID_FILE_SAVE_SET);  // asks for the name once
     if (viewer.session().isUnsaved()) {

@@ -1,4 +1,4 @@
-#!/ usr / bin / env python3
+#!/usr/bin/env python3
 """Kills the viewer while it saves: kill_during_save.py SAVER KILLS [SEED].
 
 SAVER is dipole_viewer_saver.exe, run under Wine on the screen that DISPLAY names. Each time it is killed at a
@@ -98,21 +98,27 @@ def main():
             left_before = set(Path(folder).iterdir()) - {target}
             run = Run(saver, target, generation)
             try:
-                run
-  .wait_for_saves(chance.randint(2,
-                                 4)) time.sleep(chance.uniform(0.0, 1.05) * run.durations[-1]) finally
-      : run.kill() left = set(Path(folder).iterdir()) - {target} - left_before in_the_middle
-      += len(left) try : found
-= generation_of(target) except(Failure, AssertionError, EOFError, OSError) as problem
-    : sys.exit(f "kill {number}, seed {seed}: the file is no whole set: {problem!r}") if not run.finished <=
-  found <= run.began
-    : sys.exit(f "kill {number}, seed {seed}: save {run.finished} was finished, {run.began} begun, " f
-                 "the file holds {found}")
-          newer += found > run.finished generation = found + 1 if number % 20 == 0 or number ==
-                                                                                          kills
-    : print(f "{number} kills: {in_the_middle} left an unfinished file, {newer} came between the new " f
-              "file and the word of it; the set was whole each time",
-            flush = True) if in_the_middle ==
-      0 : sys.exit("no kill came during a save")
+                run.wait_for_saves(chance.randint(2, 4))
+                time.sleep(chance.uniform(0.0, 1.05) * run.durations[-1])
+            finally:
+                run.kill()
+            left = set(Path(folder).iterdir()) - {target} - left_before
+            in_the_middle += len(left)
+            try:
+                found = generation_of(target)
+            except (Failure, AssertionError, EOFError, OSError) as problem:
+                sys.exit(f"kill {number}, seed {seed}: the file is no whole set: {problem!r}")
+            if not run.finished <= found <= run.began:
+                sys.exit(f"kill {number}, seed {seed}: save {run.finished} was finished, {run.began} begun, "
+                         f"the file holds {found}")
+            newer += found > run.finished
+            generation = found + 1
+            if number % 20 == 0 or number == kills:
+                print(f"{number} kills: {in_the_middle} left an unfinished file, {newer} came between the new "
+                      f"file and the word of it; the set was whole each time", flush=True)
+    if in_the_middle == 0 and kills >= 50:
+        sys.exit("no kill came while a file was written")
 
-              if __name__ == "__main__" : main()
+
+if __name__ == "__main__":
+    main()
