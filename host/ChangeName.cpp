@@ -100,12 +100,17 @@ bool isAverage(const CString& label) {
   return label.Left(beginning.GetLength()) == beginning;
 }
 
-CString nameOfComing(const SetImage& before, const SetImage& after, const std::vector<int>& sources,
-                     std::size_t come, std::size_t gone) {
-  const auto first =
-      static_cast<std::size_t>(std::find(sources.begin(), sources.end(), -1) - sources.begin());
-  if (come == 1 && isAverage(after.dipoles[first].texts[0]))
-    return _T("Average");
+// An average stands behind the other dipoles. It may have got the memory, and so seem to be the object, of one
+// that it replaces; its label tells.
+bool endsInNewAverage(const SetImage& before, const SetImage& after, const std::vector<int>& sources) {
+  if (sources.empty() || !isAverage(after.dipoles.back().texts[0]))
+    return false;
+  const int source = sources.back();
+  return source < 0 || !isSameText(before.dipoles[static_cast<std::size_t>(source)].texts[0],
+                                   after.dipoles.back().texts[0]);
+}
+
+CString nameOfComing(const SetImage& before, const SetImage& after, std::size_t come, std::size_t gone) {
   if (gone > 0)
     return _T("Replace");
   return isImport(before, after) || come > 1 ? _T("Import") : _T("Add");
@@ -117,8 +122,10 @@ CString nameOfChange(const SetImage& before, const SetImage& after) {
   const std::vector<int> sources = entriesFor(after, before);
   const auto come = static_cast<std::size_t>(std::count(sources.begin(), sources.end(), -1));
   const std::size_t gone = before.dipoles.size() + come - after.dipoles.size();
+  if (come <= 1 && come + gone > 0 && endsInNewAverage(before, after, sources))
+    return _T("Average");
   if (come > 0)
-    return nameOfComing(before, after, sources, come, gone);
+    return nameOfComing(before, after, come, gone);
   if (gone > 0)
     return after.dipoles.empty() ? _T("Clear") : _T("Delete");
   MemberChanges changes;

@@ -41,6 +41,30 @@ TEST(ChangeName, OfAverages) {
   EXPECT_EQ(nameOf([](auto& set) { replaceByAverage(set, {0, 2}); }), "Average");
 }
 
+TEST(ChangeName, AnAverageOfBeforeDoesNotNameADelete) {
+  EXPECT_EQ(nameOf([](auto& set) {
+              set.deleteDipole(0, 1);
+              set.m_dipoles[2]->m_latency += 1.0;
+            }),
+            "Delete");
+  const Set set = filledSet(4);
+  addAverage(*set, {0, 1});
+  const host::SetImage before = host::imageOf(*set);
+  set->deleteDipole(0, 1);
+  EXPECT_EQ(toUtf8(nameOfChange(before, host::imageOf(*set))), "Delete");
+}
+
+// The new dipole has the memory of one that is gone.
+TEST(ChangeName, AnAverageThatSeemsToBeTheDipoleItReplacesIsOne) {
+  const Set set = filledSet(4);
+  const host::SetImage before = host::imageOf(*set);
+  replaceByAverage(*set, {0, 2});
+  host::SetImage after = host::imageOf(*set);
+  ASSERT_EQ(after.objects.size(), 3U);
+  after.objects.back() = before.objects[2];
+  EXPECT_EQ(toUtf8(nameOfChange(before, after)), "Average");
+}
+
 TEST(ChangeName, OfDipolesThatGo) {
   EXPECT_EQ(nameOf([](auto& set) { deleteDipoles(set, {1, 2}); }), "Delete");
   EXPECT_EQ(nameOf([](auto& set) { set.deleteDipole(1, 0); }), "Delete");
