@@ -269,6 +269,7 @@ void MainFrame::OnPaint() {
   GetClientRect(&area);
   context.FillSolidRect(area, gapColour);
   repaintPanes();
+  showStatus();
   SetTimer(quietTimer, quietMilliseconds, nullptr);
 }
 

@@ -44,6 +44,18 @@ TEST_F(ViewerDipoles, ChoosingARowMovesTheCrosshairToItsDipole) {
   EXPECT_NE(m_user.status(host::MainFrame::dipolePart).find("Dipole 8 of 120"), std::string::npos);
 }
 
+TEST_F(ViewerDipoles, RowThatShowsItsDipoleIsCountedAtOnce) {
+  importExample("auditory.dip");
+  m_user.choose(ID_DIPOLES_MANAGER);
+  m_user.chooseRow(0);
+  ::SendMessageW(m_user.manager(), WM_COMMAND, ID_DIPOLE_SHOW_CURRENT_ONLY, 0);
+  ::SendMessageW(m_user.manager(), WM_COMMAND, ID_DIPOLE_HIDE_ALL, 0);
+  m_user.waitQuiet();
+  ASSERT_EQ(m_user.status(host::MainFrame::countPart).rfind("Dipoles shown: 0 of 2", 0), 0U);
+  m_user.chooseRow(0);  // it is the current one already
+  EXPECT_EQ(m_user.status(host::MainFrame::countPart).rfind("Dipoles shown: 1 of 2", 0), 0U);
+}
+
 TEST_F(ViewerDipoles, ArrowKeysOfTheListMoveTheCrosshair) {
   importExample("spikes.dip");
   m_user.choose(ID_DIPOLES_MANAGER);
