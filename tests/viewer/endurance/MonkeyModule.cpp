@@ -86,6 +86,30 @@ void ViewerMonkey::commandOfManager() {
   m_user->wait();
 }
 
+void ViewerMonkey::checkBoxOfManager() {
+  if (!isManagerOpen()) {
+    openManager();
+  }
+  press(m_user->manager(), m_chance.oneIn(2) ? IDC_MANAGER_DYNAMIC_UPDATE : IDC_MANAGER_SHOW_ORIENTATION);
+  m_user->waitQuiet();
+}
+
+void ViewerMonkey::nameSelected() {
+  if (m_user->dipoles().m_totalDipoles == 0) {
+    return;
+  }
+  if (!isManagerOpen()) {
+    openManager();
+  }
+  Robot robot;
+  robot.when("Set Name", [&](HWND dialog) {
+    type(dialog, IDC_NEW_NAME, "name " + std::to_string(m_chance.below(1000)));
+    press(dialog, m_chance.oneIn(2) ? IDOK : IDCANCEL);
+  });
+  ::SendMessageW(m_user->manager(), WM_COMMAND, ID_DIPOLE_NAME_SELECTED, 0);
+  m_user->wait();
+}
+
 void ViewerMonkey::sortByHeading() {
   if (!isManagerOpen()) {
     openManager();

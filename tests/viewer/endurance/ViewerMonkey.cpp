@@ -65,6 +65,8 @@ const ViewerMonkey::Action ViewerMonkey::actions[] = {
     {"open coordinates", 5, &ViewerMonkey::openCoordinates},
     {"choose a row", 45, &ViewerMonkey::chooseRow},
     {"command of the manager", 30, &ViewerMonkey::commandOfManager},
+    {"check box of the manager", 8, &ViewerMonkey::checkBoxOfManager},
+    {"name", 6, &ViewerMonkey::nameSelected},
     {"heading", 12, &ViewerMonkey::sortByHeading},
     {"button of the editor", 25, &ViewerMonkey::pressInEditor},
     {"type in the editor", 15, &ViewerMonkey::typeInEditor},

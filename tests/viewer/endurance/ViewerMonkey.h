@@ -95,6 +95,8 @@ class ViewerMonkey {
   void openCoordinates();
   void chooseRow();
   void commandOfManager();
+  void checkBoxOfManager();
+  void nameSelected();
   void sortByHeading();
   void pressInEditor();
   void typeInEditor();
