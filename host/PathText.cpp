@@ -136,6 +136,10 @@ CString textOf(const std::filesystem::path& path) {
   return textOfPath(path.native());
 }
 
+CString fileNameOf(const CString& path) {
+  return textOf(pathOf(path).filename());
+}
+
 std::string utf8Of(const CString& text) {
   return encoded(viewOf(text), [](std::string& bytes, char32_t /*lone*/) { append(bytes, replacement); });
 }

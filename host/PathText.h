@@ -13,6 +13,7 @@ namespace host {
 
 [[nodiscard]] std::filesystem::path pathOf(const CString& text);
 [[nodiscard]] CString textOf(const std::filesystem::path& path);
+[[nodiscard]] CString fileNameOf(const CString& path);  // without its folders
 
 // UTF-8 that any reader takes: a half of a surrogate pair that stands alone becomes U+FFFD.
 [[nodiscard]] std::string utf8Of(const CString& text);

@@ -20,6 +20,7 @@ constexpr UINT quietMilliseconds = 250;
 MainFrame* MainFrame::theFrame = nullptr;
 
 BEGIN_MESSAGE_MAP(MainFrame, CFrameWnd)
+ON_MESSAGE(WM_ACTIVATE, &MainFrame::OnActivate)
 ON_WM_PAINT()
 ON_WM_SIZE()
 ON_WM_GETMINMAXINFO()
@@ -131,18 +132,15 @@ BOOL MainFrame::create() {
 // The module's dialogs and everything else that knows this window go before it does.
 void MainFrame::OnDestroy() {
   m_dipoles->setCbfUpdateViewers(nullptr);
+  m_dipoles->setCbfDipoleXYZ(nullptr);
   m_session.reset();
   m_dipoles.reset();
   CFrameWnd::OnDestroy();
 }
 
-void MainFrame::PostNcDestroy() {
-  CFrameWnd::PostNcDestroy();
-}
-
 // The coordinates are zeros by design; the current dipole says where it is.
 int MainFrame::onPosition(double /*x*/, double /*y*/, double /*z*/, double /*latency*/) {
-  if (theFrame != nullptr)
+  if (theFrame != nullptr && theFrame->m_session != nullptr)
     theFrame->followCurrentDipole();
   return 1;
 }
@@ -157,16 +155,54 @@ void MainFrame::afterCommand(const CString& name) {
   KillTimer(quietTimer);
   m_session->noteChange(name);
   showEverywhere();
+  tellOfDroppedSteps();
 }
 
 void MainFrame::noteQuietChange() {
   KillTimer(quietTimer);
-  if (m_session->noteChange())
+  if (m_session->noteChange()) {
     showEverywhere();
+    tellOfDroppedSteps();
+  }
+}
+
+void MainFrame::noteLater() {
+  SetTimer(quietTimer, quietMilliseconds, nullptr);
+}
+
+bool MainFrame::isBusy() {
+  bool isWaiting = false;
+  const auto look = [](HWND window, LPARAM parameter) -> BOOL {
+    if (::IsWindowVisible(window) != FALSE && ::IsWindowEnabled(window) == FALSE)
+      *reinterpret_cast<bool*>(parameter) = true;
+    return TRUE;
+  };
+  ::EnumThreadWindows(::GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&isWaiting));
+  return isWaiting;
+}
+
+// The module's own messages and dialogs stand before its windows and leave this one enabled.
+BOOL MainFrame::OnCommand(WPARAM wParam, LPARAM lParam) {
+  if (!isBusy())
+    return CFrameWnd::OnCommand(wParam, lParam);
+  ::MessageBeep(MB_OK);
+  return TRUE;
+}
+
+// The module's editor changes dipoles without a word when it is left.
+LRESULT MainFrame::OnActivate(WPARAM state, LPARAM /*other*/) {
+  if (LOWORD(state) != WA_INACTIVE && m_session != nullptr && m_statusBar.m_hWnd != nullptr) {
+    repaintPanes();
+    showStatus();
+    noteLater();
+  }
+  return Default();
 }
 
 void MainFrame::OnTimer(UINT_PTR id) {
-  if (id == quietTimer)
+  if (id == quietTimer && isBusy())
+    noteLater();  // the work is not done yet: half of it would become a step
+  else if (id == quietTimer)
     noteQuietChange();
 }
 
@@ -198,6 +234,8 @@ void MainFrame::moveCrosshair(const Vector3& head) {
 
 // The editors and the manager's list hear of it; the crosshair follows.
 void MainFrame::takeDipole(int slot) {
+  if (isBusy())
+    return;
   m_dipoles->setCurrentDipole(slot);
   m_dipoles->updateDipoleEditor();
   chooseInManager(slot);
@@ -306,6 +344,12 @@ void MainFrame::chooseInManager(int slot) {
 void MainFrame::refreshModuleWindows() {
   m_dipoles->updateDipoleList();
   m_dipoles->updateDipoleSettings();
+}
+
+void MainFrame::warnOfOtherHead() {
+  const CString mismatch = fromUtf8(m_session->headMismatch());
+  if (!mismatch.IsEmpty())
+    AfxMessageBox(mismatch, MB_ICONEXCLAMATION);
 }
 
 bool MainFrame::tell(const std::exception& problem) {

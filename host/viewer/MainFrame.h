@@ -39,6 +39,10 @@ class MainFrame : public CFrameWnd, private PaneOwner {
 
   // When no message waits: the crosshair follows the module's current dipole.
   void onIdle();
+  // Input went to another window of the program: what the module does with it may come without a word.
+  void noteLater();
+  // Whether a window of the program waits for an answer or the import runs: the set must stay as it is.
+  [[nodiscard]] static bool isBusy();
 
   // For those who drive the viewer from a program.
   Session& session() { return *m_session; }
@@ -50,7 +54,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   enum StatusPart { pointerPart, crosshairPart, dipolePart, countPart, statusParts };
 
  protected:
-  void PostNcDestroy() override;
+  BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 
  private:
   static MainFrame* theFrame;  // whom the module's callbacks reach: they are plain functions
@@ -76,6 +80,8 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   void refreshModuleWindows();
   void chooseInManager(int slot);
   bool tell(const std::exception& problem);  // always false
+  void warnOfOtherHead();
+  void tellOfDroppedSteps();
 
   // File.
   bool mayDropChanges();
@@ -83,6 +89,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   bool saveAsked();
   void openSet(const CString& path);
   void importFiles(const std::vector<CString>& paths);
+  void tellOfImport(const Session::ImportResult& result, const CString& told);
   Image currentPicture();
   CString askForName(bool isOpen, LPCTSTR extension, LPCTSTR filter, LPCTSTR proposal = nullptr);
   std::vector<CString> askForNames(LPCTSTR filter);
@@ -106,8 +113,8 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   // Dipoles.
   void step(UndoHistory::Moved (Session::*move)());
   void stepDipole(CDipoleszq* (CDipoleFace::*next)());
-  template <class Points>
-  bool registerWith(Points points);
+  template <class Registration>
+  bool registerBy(Registration registration);
   afx_msg void OnUndo();
   afx_msg void OnRedo();
   afx_msg void OnManager();
@@ -144,6 +151,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   afx_msg void OnUpdateLegend(CCmdUI* item);
   afx_msg void OnUpdatePanel(CCmdUI* item);
 
+  afx_msg LRESULT OnActivate(WPARAM state, LPARAM other);
   afx_msg void OnPaint();
   afx_msg void OnSize(UINT type, int width, int height);
   afx_msg void OnGetMinMaxInfo(MINMAXINFO* info);
@@ -166,7 +174,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   int m_singlePane = -1;                   // the pane that is shown alone
   const CDipoleszq* m_followed = nullptr;  // the current dipole that the crosshair went to
   int m_followedSlot = -1;
-  bool m_isFollowing = true;
+  std::size_t m_droppedSteps = 0;  // that the user has been told of
 };
 
 }  // namespace host

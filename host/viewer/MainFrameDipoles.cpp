@@ -55,28 +55,28 @@ void MainFrame::OnGoToDipole() {
   followCurrentDipole();
 }
 
-// `points` gives the fiducial points, or throws why not.
-template <class Points>
-bool MainFrame::registerWith(Points points) {
+// `registration` registers the head, or throws why not.
+template <class Registration>
+bool MainFrame::registerBy(Registration registration) {
   bool isDone = true;
   try {
-    m_session->registerHead(points());
+    registration();
   } catch (const std::exception& problem) {
     isDone = tell(problem);
   }
   OnFit();
   showEverywhere();
-  if (const std::string mismatch = m_session->headMismatch(); isDone && !mismatch.empty())
-    AfxMessageBox(fromUtf8(mismatch), MB_ICONEXCLAMATION);
+  if (isDone)
+    warnOfOtherHead();
   return isDone;
 }
 
 void MainFrame::OnRegisterFromSet() {
-  registerWith([this] { return m_session->fiducialsOfSet(); });
+  registerBy([this] { m_session->registerHead(m_session->fiducialsOfSet()); });
 }
 
 bool MainFrame::registerFromFile(const CString& path) {
-  return registerWith([&] { return readFiducialFile(pathOf(path)); });
+  return registerBy([&] { m_session->registerHead(readFiducialFile(pathOf(path))); });
 }
 
 void MainFrame::OnRegisterFromFile() {
@@ -92,13 +92,7 @@ void MainFrame::OnPlaceFiducial(UINT id) {
 }
 
 void MainFrame::OnRegisterPlaced() {
-  try {
-    m_session->registerPlaced();
-  } catch (const std::exception& problem) {
-    tell(problem);
-  }
-  OnFit();
-  showEverywhere();
+  registerBy([this] { m_session->registerPlaced(); });
 }
 
 void MainFrame::OnRegisterNone() {

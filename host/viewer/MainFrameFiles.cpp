@@ -2,7 +2,6 @@
 #include <afxdlgs.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <stdexcept>
 
 #include "host/HeaderText.h"
@@ -27,22 +26,27 @@ constexpr LPCTSTR dipoleFilter =
 
 constexpr LPCTSTR recentSection = _T("Recent Dipole Sets");
 
-CString nameOf(const CString& path) {
-  return path.Mid(path.ReverseFind(_T('\\')) + 1);
-}
-
-// One below the other; of many the first ones, so that the box fits the screen.
-CString joined(const std::vector<CString>& texts) {
-  constexpr std::size_t most = 20;
+// A list for a message box: of many lines the first ones, so that the box fits the screen.
+CString listed(const std::vector<CString>& lines) {
+  constexpr std::size_t most = 15;
   CString whole;
-  for (std::size_t number = 0; number < (std::min)(texts.size(), most); ++number)
-    whole += texts[number] + _T("\n");
-  if (texts.size() > most) {
+  for (std::size_t number = 0; number < (std::min)(lines.size(), most); ++number)
+    whole += lines[number] + _T("\n");
+  if (lines.size() > most) {
     CString more;
-    more.Format(_T("and %u more\n"), static_cast<unsigned>(texts.size() - most));
+    more.Format(_T("and %u more\n"), static_cast<unsigned>(lines.size() - most));
     whole += more;
   }
   return whole;
+}
+
+// What the module told of the files, without the number of dipoles that it tells of each.
+CString otherMessages(const std::vector<CString>& messages) {
+  std::vector<CString> others;
+  for (const CString& message : messages)
+    if (message.Find(_T("Total imported dipoles")) != 0)
+      others.push_back(message);
+  return listed(others);
 }
 
 }  // namespace
@@ -72,7 +76,7 @@ bool MainFrame::mayDropChanges() {
   if (!m_session->isUnsaved())
     return true;
   const CString& path = m_session->setPath();
-  const CString name = path.IsEmpty() ? CString(_T("the new dipole set")) : nameOf(path);
+  const CString name = path.IsEmpty() ? CString(_T("the new dipole set")) : fileNameOf(path);
   const int answer =
       AfxMessageBox(_T("Save the changes to ") + name + _T("?"), MB_YESNOCANCEL | MB_ICONQUESTION);
   return answer == IDNO || (answer == IDYES && saveAsked());
@@ -101,10 +105,10 @@ bool MainFrame::saveAsked() {
 void MainFrame::openSet(const CString& path) {
   try {
     m_session->openSet(path);
-    writeRecent();
   } catch (const std::exception& problem) {
     tell(problem);
   }
+  writeRecent();
   refreshModuleWindows();
   showEverywhere();
 }
@@ -123,6 +127,8 @@ bool MainFrame::openMri(const CString& path) {
   showEverywhere();
   if (isOpen && !m_session->notice().empty())
     AfxMessageBox(fromUtf8(m_session->notice()), MB_ICONINFORMATION);
+  if (isOpen)
+    warnOfOtherHead();
   return isOpen;
 }
 
@@ -130,27 +136,41 @@ void MainFrame::importFiles(const std::vector<CString>& paths) {
   noteQuietChange();
   Session::ImportResult result;
   CString told;
-  {
+  try {
     // The module tells of each file; of many that would be a message box for each.
     KeptMessages messages;
     ProgressWindow progress(this);
     result = m_session->importFiles(
         paths, [&](int done, int total, const CString& path) { return progress.show(done, total, path); });
-    told = joined(messages.texts());
+    told = otherMessages(messages.texts());
+  } catch (const std::exception& problem) {
+    tell(problem);
   }
   refreshModuleWindows();
   showEverywhere();
-  for (std::size_t number = 0; number < result.failed.size(); ++number)
-    told += (number == 0 ? _T("\nThese files brought no dipoles:\n") : _T("")) +
-            nameOf(result.failed[number]) + _T("\n");
+  tellOfImport(result, told);
+}
+
+// One message: first what must not be missed.
+void MainFrame::tellOfImport(const Session::ImportResult& result, const CString& told) {
+  CString text = result.dipoles > 0 ? fromUtf8(m_session->headMismatch()) : CString();
+  if (!text.IsEmpty())
+    text += _T("\n\n");
+  bool isWarning = !text.IsEmpty() || !told.IsEmpty();
+  text += told;
+  std::vector<CString> failed;
+  for (const CString& path : result.failed)
+    failed.push_back(fileNameOf(path));
+  if (!failed.empty()) {
+    text += _T("These files brought no dipoles:\n") + listed(failed) + _T("\n");
+    isWarning = true;
+  }
   if (result.cancelled)
-    told += _T("\nThe import was cancelled; the other files were not read.");
-  const CString mismatch = result.dipoles > 0 ? fromUtf8(m_session->headMismatch()) : CString();
-  if (!mismatch.IsEmpty())
-    told += _T("\nWarning: ") + mismatch;
-  if (!told.IsEmpty())
-    AfxMessageBox(told,
-                  result.failed.empty() && mismatch.IsEmpty() ? MB_ICONINFORMATION : MB_ICONEXCLAMATION);
+    text += _T("The import was cancelled; the other files were not read.\n");
+  CString sum;
+  sum.Format(_T("%d dipoles from %d %s."), result.dipoles, result.files,
+             result.files == 1 ? _T("file") : _T("files"));
+  AfxMessageBox(text + sum, isWarning ? MB_ICONEXCLAMATION : MB_ICONINFORMATION);
 }
 
 void MainFrame::openFiles(const std::vector<CString>& paths) {
@@ -179,6 +199,10 @@ void MainFrame::OnDropFiles(HDROP files) {
     paths.push_back(path);
   }
   ::DragFinish(files);
+  if (isBusy()) {
+    ::MessageBeep(MB_OK);
+    return;
+  }
   SetForegroundWindow();
   openFiles(paths);
 }
@@ -186,7 +210,11 @@ void MainFrame::OnDropFiles(HDROP files) {
 void MainFrame::OnNewSet() {
   if (!mayDropChanges())
     return;
-  m_session->newSet();
+  try {
+    m_session->newSet();
+  } catch (const std::exception& problem) {
+    tell(problem);
+  }
   refreshModuleWindows();
   showEverywhere();
 }
@@ -198,7 +226,11 @@ void MainFrame::OnOpenMri() {
 }
 
 void MainFrame::OnPhantom() {
-  m_session->usePhantom();
+  try {
+    m_session->usePhantom();
+  } catch (const std::exception& problem) {
+    tell(problem);
+  }
   OnFit();
   showEverywhere();
 }
@@ -222,7 +254,7 @@ void MainFrame::OnSaveSet() {
 }
 
 void MainFrame::OnSaveSetAs() {
-  const CString path = askForName(false, _T("dipset"), setFilter, nameOf(m_session->setPath()));
+  const CString path = askForName(false, _T("dipset"), setFilter, fileNameOf(m_session->setPath()));
   if (!path.IsEmpty())
     save(path);
 }
@@ -251,7 +283,7 @@ Image MainFrame::currentPicture() {
   WholePictureTexts texts;
   texts.patientId = patientOf(*m_dipoles);
   const CString& path = m_session->setPath();
-  texts.files = {m_session->head().name, path.IsEmpty() ? std::string() : utf8Of(nameOf(path))};
+  texts.files = {m_session->head().name, path.IsEmpty() ? std::string() : utf8Of(fileNameOf(path))};
   texts.settings = {utf8Of(statusText(dipolePart)), utf8Of(statusText(countPart))};
   return fourPanes(pane(0).picture(), pane(1).picture(), pane(2).picture(), pane(3).picture(), texts);
 }
@@ -269,14 +301,11 @@ void MainFrame::OnSavePicture() {
 
 void MainFrame::OnRecent(UINT id) {
   const std::size_t number = id - ID_FILE_RECENT_FIRST;
-  if (number >= m_session->recentSets().paths().size() || !mayDropChanges())
+  if (number >= m_session->recentSets().paths().size())
     return;
-  const CString path = m_session->recentSets().paths()[number];
-  if (!std::filesystem::exists(pathOf(path))) {
-    m_session->recentSets().remove(path);
-    writeRecent();
-  }
-  openSet(path);
+  const CString path = m_session->recentSets().paths()[number];  // before a save moves the list
+  if (mayDropChanges())
+    openSet(path);
 }
 
 void MainFrame::OnExit() {
@@ -284,12 +313,14 @@ void MainFrame::OnExit() {
 }
 
 void MainFrame::OnClose() {
-  if (mayDropChanges())
+  if (isBusy())
+    ::MessageBeep(MB_OK);
+  else if (mayDropChanges())
     CFrameWnd::OnClose();
 }
 
 BOOL MainFrame::OnQueryEndSession() {
-  return mayDropChanges() ? TRUE : FALSE;
+  return !isBusy() && mayDropChanges() ? TRUE : FALSE;
 }
 
 // The recent sets stand in the menu only while it is open: the submenu is filled anew each time.
@@ -309,6 +340,8 @@ void MainFrame::showRecent(CMenu& menu) {
 }
 
 void MainFrame::OnInitMenuPopup(CMenu* menu, UINT index, BOOL systemMenu) {
+  if (!isBusy())
+    noteQuietChange();  // the menu names the last change
   const UINT first = menu == nullptr ? 0 : menu->GetMenuItemID(0);
   if (systemMenu == FALSE && (first == ID_FILE_NO_RECENT || first == ID_FILE_RECENT_FIRST))
     showRecent(*menu);

@@ -2,6 +2,8 @@
 #include <cmath>
 #include <string>
 
+#include "host/HeaderText.h"
+#include "host/PathText.h"
 #include "host/session/DipoleVisibility.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/Utf8.h"
@@ -22,8 +24,22 @@ CString shortened(const CString& label) {
   return label.GetLength() > most ? label.Left(most) + _T("...") : label;
 }
 
+// With the patient's sides instead of signs.
 CString placeText(const Vector3& head) {
-  return number(head.x, 1) + _T("  ") + number(head.y, 1) + _T("  ") + number(head.z, 1) + _T(" mm");
+  const auto part = [](double mm, LPCTSTR positive, LPCTSTR negative) {
+    return (mm < 0.0 ? negative : positive) + number(std::abs(mm), 1);
+  };
+  return part(head.x, _T("L "), _T("R ")) + part(head.y, _T("  S "), _T("  I ")) +
+         part(head.z, _T("  A "), _T("  P ")) + _T(" mm");
+}
+
+// Whether the crosshair can go there.
+bool hasPlace(const CDipoleszq& dipole) {
+  constexpr double farthest = 300.0;
+  for (const double mm : dipole.m_location)
+    if (!(std::abs(mm) <= farthest))
+      return false;
+  return true;
 }
 
 }  // namespace
@@ -72,13 +88,16 @@ void MainFrame::showStatus() {
     head.Format(_T("Dipole %d of %d  "), m_dipoles->m_currentDipole + 1, m_dipoles->m_totalDipoles);
     dipole = head + shortened(current->m_label) + _T("   ") + number(current->m_latency, 1) +
              _T(" ms   error ") + number(current->m_fitError, 1) + _T(" %   moment ") +
-             number(current->m_moment, 1) + (m_dipoles->m_momentInNAm != 0 ? _T(" nAm") : _T(""));
+             number(current->m_moment, 1) + (m_dipoles->m_momentInNAm != 0 ? _T(" nAm") : _T("")) +
+             (hasPlace(*current) ? _T("") : _T("   NO PLACE IN THE HEAD"));
   }
   show(dipolePart, dipole);
 
   const VisibleCount count = countVisible(*m_dipoles, m_session->view());
   CString dipoles;
   dipoles.Format(_T("Dipoles shown: %d of %d"), count.shown, count.total);
+  if (count.filtered > 0)
+    dipoles += _T(" (filter)");
   if (!m_session->head().isRegistered())
     dipoles += _T("   MRI NOT REGISTERED");
   show(countPart, dipoles);
@@ -86,9 +105,19 @@ void MainFrame::showStatus() {
 
 void MainFrame::showTitle() {
   const CString& path = m_session->setPath();
-  const CString name = path.IsEmpty() ? CString(_T("Untitled")) : path.Mid(path.ReverseFind(_T('\\')) + 1);
-  SetWindowText(name + (m_session->isUnsaved() ? _T(" *") : _T("")) + _T(" - ") +
+  const CString patient = m_dipoles->m_totalDipoles > 0 ? fromUtf8(patientOf(*m_dipoles)) : CString();
+  SetWindowText((path.IsEmpty() ? CString(_T("Untitled")) : fileNameOf(path)) +
+                (m_session->isUnsaved() ? _T(" *") : _T("")) +
+                (patient.IsEmpty() ? _T("") : _T(" - Patient ")) + shortened(patient) + _T(" - ") +
                 fromUtf8(m_session->head().name) + _T(" - Dipole Viewer"));
+}
+
+void MainFrame::tellOfDroppedSteps() {
+  const std::size_t dropped = m_session->history().droppedSteps();
+  if (dropped > m_droppedSteps)
+    m_statusBar.SendMessage(SB_SETTEXTW, pointerPart,
+                            reinterpret_cast<LPARAM>(_T("The oldest steps can no longer be undone")));
+  m_droppedSteps = dropped;
 }
 
 }  // namespace host

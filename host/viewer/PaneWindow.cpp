@@ -2,6 +2,9 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <exception>
+
+#include "host/viewer/Utf8.h"
 
 namespace host {
 
@@ -61,6 +64,19 @@ void PaneWindow::copyRows(const Image& image) {
 
 void PaneWindow::OnPaint() {
   CPaintDC context(this);
+  try {
+    paintPicture(context);
+  } catch (const std::exception& problem) {
+    // No message box: closing it would paint anew.
+    CRect area;
+    GetClientRect(&area);
+    context.FillSolidRect(area, RGB(0, 0, 0));
+    const CString text = _T("This picture cannot be drawn: ") + fromUtf8(problem.what());
+    ::TextOutW(context.m_hDC, 8, 8, text, text.GetLength());
+  }
+}
+
+void PaneWindow::paintPicture(CDC& context) {
   const Image& image = picture();
   copyRows(image);
   BITMAPINFO info = {};

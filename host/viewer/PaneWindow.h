@@ -42,6 +42,7 @@ class PaneWindow : public CWnd {
   void begin(Drag drag, CPoint at);
   void end();
   void copyRows(const Image& image);
+  void paintPicture(CDC& context);
 
   afx_msg void OnPaint();
   afx_msg BOOL OnEraseBkgnd(CDC* context);

@@ -4,15 +4,26 @@
 
 namespace host {
 
-ProgressWindow::ProgressWindow(CWnd* parent) : m_parent(parent) {
-  if (Create(IDD_PROGRESS, parent)) {
-    m_parent->EnableWindow(FALSE);
-    ShowWindow(SW_SHOW);
-  }
+ProgressWindow::ProgressWindow(CWnd* parent) {
+  if (!Create(IDD_PROGRESS, parent))
+    return;
+  const auto disable = [](HWND window, LPARAM parameter) -> BOOL {
+    auto& progress = *reinterpret_cast<ProgressWindow*>(parameter);
+    if (window != progress.m_hWnd && ::IsWindowVisible(window) != FALSE &&
+        ::IsWindowEnabled(window) != FALSE) {
+      progress.m_disabled.push_back(window);
+      ::EnableWindow(window, FALSE);
+    }
+    return TRUE;
+  };
+  ::EnumThreadWindows(::GetCurrentThreadId(), disable, reinterpret_cast<LPARAM>(this));
+  ShowWindow(SW_SHOW);
 }
 
 ProgressWindow::~ProgressWindow() {
-  m_parent->EnableWindow(TRUE);  // first, so that it becomes the active window again
+  // First, so that one of them becomes the active window again.
+  for (const HWND window : m_disabled)
+    ::EnableWindow(window, TRUE);
   DestroyWindow();
 }
 

@@ -3,13 +3,15 @@
 
 #include <afxwin.h>
 
+#include <vector>
+
 #include "host/viewer/resource.h"
 
 namespace host {
 
 class ProgressWindow : public CDialog {
  public:
-  // Before `parent`, which cannot be used meanwhile.
+  // Before `parent`. No other window of the program can be used meanwhile.
   explicit ProgressWindow(CWnd* parent);
   ~ProgressWindow() override;
 
@@ -21,7 +23,7 @@ class ProgressWindow : public CDialog {
   void OnOK() override {}
 
  private:
-  CWnd* m_parent;
+  std::vector<HWND> m_disabled;
   bool m_isCancelled = false;
 };
 

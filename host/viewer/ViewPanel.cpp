@@ -98,6 +98,7 @@ ON_CBN_SELCHANGE(IDC_COLOR_BY, &ViewPanel::OnColorBy)
 ON_BN_CLICKED(IDC_FILTER_CLEAR, &ViewPanel::OnClearFilter)
 ON_CONTROL_RANGE(BN_CLICKED, ID_VIEW_SHOW_DIPOLES, ID_VIEW_LEGEND, &ViewPanel::OnSwitch)
 ON_CONTROL_RANGE(EN_CHANGE, IDC_LATENCY_FROM, IDC_FILTER_LATENCY_MOST, &ViewPanel::OnLimit)
+ON_CONTROL_RANGE(EN_KILLFOCUS, IDC_LATENCY_FROM, IDC_FILTER_LATENCY_MOST, &ViewPanel::OnLeaveField)
 END_MESSAGE_MAP()
 
 BOOL ViewPanel::createIn(CWnd* frame) {
@@ -161,14 +162,19 @@ void ViewPanel::showColourChoice() {
   GetDlgItem(ID_VIEW_LEGEND)->EnableWindow(m_session.view().colourBy ? TRUE : FALSE);
 }
 
-// A field is written only when it does not say the number already, so that typing is not disturbed.
+// What the user is typing stays; another field is written only when it does not say the number already.
 void ViewPanel::showLimits() {
   ViewSettings& view = m_session.view();
-  const auto show = [this](int field, const std::optional<double>& value) {
+  CString mistake;
+  const auto show = [&](int field, const std::optional<double>& value) {
     CString text;
     GetDlgItemText(field, text);
     double number = 0.0;
     const Typed typed = readNumber(text, number);
+    if (typed == Typed::mistake)
+      mistake = text;
+    if (GetFocus() == GetDlgItem(field))
+      return;
     const bool isShown = value ? typed == Typed::number && number == *value : typed != Typed::number;
     if (!isShown)
       SetDlgItemText(field, value ? textOf(*value) : CString());
@@ -177,7 +183,10 @@ void ViewPanel::showLimits() {
   show(IDC_LATENCY_TO, view.latency.to);
   for (int field = IDC_FILTER_ERROR_LEAST; field <= IDC_FILTER_LATENCY_MOST; ++field)
     show(field, *limitOf(view.filter, static_cast<UINT>(field)));
-  SetDlgItemText(IDC_FILTER_TEXT, view.filter.isSet() ? _T("Filter is on") : _T(""));
+  if (!mistake.IsEmpty())
+    SetDlgItemText(IDC_FILTER_TEXT, _T("Not a number: ") + mistake);
+  else
+    SetDlgItemText(IDC_FILTER_TEXT, view.filter.isSet() ? _T("Filter is on") : _T(""));
 }
 
 void ViewPanel::changed() {
@@ -232,8 +241,12 @@ void ViewPanel::OnLimit(UINT id) {
     (id == IDC_LATENCY_FROM ? view.latency.from : view.latency.to) = number;
   }
   changed();
-  if (typed == Typed::mistake)
-    SetDlgItemText(IDC_FILTER_TEXT, _T("Not a number: ") + text);
+}
+
+// A latency window that was left without a number shows again what counts.
+void ViewPanel::OnLeaveField(UINT /*id*/) {
+  if (!m_isFilling)
+    refresh();
 }
 
 void ViewPanel::OnClearFilter() {

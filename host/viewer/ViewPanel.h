@@ -40,6 +40,7 @@ class ViewPanel : public CDialog {
   afx_msg void OnHScroll(UINT code, UINT position, CScrollBar* control);
   afx_msg void OnColorBy();
   afx_msg void OnLimit(UINT id);
+  afx_msg void OnLeaveField(UINT id);
   afx_msg void OnClearFilter();
   DECLARE_MESSAGE_MAP()
 

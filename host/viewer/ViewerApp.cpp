@@ -26,7 +26,18 @@ std::vector<CString> arguments() {
 }
 
 CString wholePath(const CString& path) {
-  return textOf(std::filesystem::absolute(pathOf(path)));
+  std::error_code error;
+  const std::filesystem::path whole = std::filesystem::absolute(pathOf(path), error);
+  return error ? path : textOf(whole);
+}
+
+// Whether a field has the keyboard, and the key is one of its own: undo, and the caret's steps.
+bool isForField(const MSG& message) {
+  TCHAR className[16] = {};
+  ::GetClassNameW(message.hwnd, className, 16);
+  const bool isOwn = message.wParam == 'Z' || message.wParam == 'Y' || message.wParam == VK_LEFT ||
+                     message.wParam == VK_RIGHT;
+  return isOwn && CString(className).CompareNoCase(_T("Edit")) == 0;
 }
 
 }  // namespace
@@ -49,7 +60,10 @@ BOOL ViewerApp::makeFrame() {
     return FALSE;
   constexpr int width = 1280;
   constexpr int height = 940;
-  made->SetWindowPos(nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
+  CRect screen;
+  ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+  made->SetWindowPos(nullptr, screen.left, screen.top, (std::min)(width, screen.Width()),
+                     (std::min)(height, screen.Height()), SWP_NOZORDER);
   made->ShowWindow(m_nCmdShow);
   made->UpdateWindow();
   return TRUE;
@@ -67,7 +81,7 @@ BOOL ViewerApp::openArguments() {
       fiducials = wholePath(words[++i]);
     else if (words[i] == _T("--benchmark") && isFollowed)
       report = wholePath(words[++i]);
-    else
+    else if (!words[i].IsEmpty())
       files.push_back(wholePath(words[i]));
   }
   std::stable_sort(files.begin(), files.end(),
@@ -82,6 +96,21 @@ BOOL ViewerApp::openArguments() {
     return TRUE;
   writeBenchmark(*frame(), report);
   return FALSE;
+}
+
+// The main window's keys also work while one of the module's windows or the view panel has the keyboard,
+// except those that mean something in a field.
+BOOL ViewerApp::PreTranslateMessage(MSG* message) {
+  const bool isKey = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN;
+  if (frame() == nullptr)
+    return CWinApp::PreTranslateMessage(message);
+  if (isKey && !MainFrame::isBusy() && !isForField(*message) &&
+      frame()->PreTranslateMessage(message) != FALSE)
+    return TRUE;
+  const bool isInput = isKey || message->message == WM_LBUTTONUP || message->message == WM_LBUTTONDBLCLK;
+  if (isInput && ::GetAncestor(message->hwnd, GA_ROOT) != frame()->m_hWnd)
+    frame()->noteLater();
+  return CWinApp::PreTranslateMessage(message);
 }
 
 BOOL ViewerApp::OnIdle(LONG count) {

@@ -18,6 +18,7 @@ class ViewerApp : public CWinApp {
 
   BOOL InitInstance() override;
   BOOL OnIdle(LONG count) override;
+  BOOL PreTranslateMessage(MSG* message) override;
   int DoMessageBox(LPCTSTR text, UINT type, UINT helpId) override;
 
   // Makes and shows the main window. FALSE: there is no room for it.

@@ -30,6 +30,17 @@ class ViewerDipoles : public testing::Test {
     EXPECT_DOUBLE_EQ(m_user.session().crosshair().z, current->m_location[2]);
   }
 
+  static HWND editorWindow() {
+    HWND found = nullptr;
+    const auto look = [](HWND window, LPARAM parameter) -> BOOL {
+      if (::IsWindowVisible(window) != FALSE && captionOf(window).rfind("Current dipole", 0) == 0)
+        *reinterpret_cast<HWND*>(parameter) = window;
+      return TRUE;
+    };
+    ::EnumThreadWindows(::GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&found));
+    return found;
+  }
+
   TempFolder m_folder;
   ScriptedOperator m_operator;
   ViewerUser m_user;
@@ -121,12 +132,58 @@ TEST_F(ViewerDipoles, UndoNamesTheCommandAndRefreshesTheManager) {
   EXPECT_EQ(ListView_GetItemCount(m_user.list()), 2);
 }
 
-TEST_F(ViewerDipoles, WhatTheModuleDoesNotTellIsNotedWhenItIsQuiet) {
+TEST_F(ViewerDipoles, WhatTheEditorDoesWithoutAWordIsNotedWhenItIsQuiet) {
+  importExample("auditory.dip");
+  m_user.choose(ID_DIPOLES_EDITOR);
+  const HWND editor = editorWindow();
+  ASSERT_NE(editor, nullptr);
+  ::SendMessageW(::GetDlgItem(editor, IDC_EDITOR_ADD), BM_CLICK, 0, 0);
+  ::PostMessageW(editor, WM_LBUTTONUP, 0, 0);  // what a real click leaves behind it
+  m_user.run();
+  EXPECT_EQ(set().m_totalDipoles, 3);
+  EXPECT_EQ(m_user.session().history().undoSteps(), 2U);
+  EXPECT_EQ(m_user.title().rfind("Untitled *", 0), 0U);
+}
+
+TEST_F(ViewerDipoles, MenuKnowsTheLastChangeBeforeItIsQuiet) {
   importExample("auditory.dip");
   set().setDipoleLocation(0, 1.0F, 2.0F, 3.0F);
-  m_user.frame().Invalidate();  // as the module's editor asks for
-  m_user.waitQuiet();
-  EXPECT_EQ(m_user.session().history().undoSteps(), 2U);
+  EXPECT_EQ(m_user.menuText(ID_DIPOLES_UNDO), "Undo Edit\tCtrl+Z");
+}
+
+TEST_F(ViewerDipoles, KeysOfTheMainWindowWorkInPanelAndManager) {
+  importExample("auditory.dip");
+  m_user.choose(ID_DIPOLES_MANAGER);
+  ::SetFocus(m_user.list());
+  m_user.postKey(m_user.list(), 'Z', true);
+  EXPECT_EQ(set().m_totalDipoles, 0);
+  const HWND box = ::GetDlgItem(m_user.panel(), ID_VIEW_CURRENT_ONLY);
+  ::SetFocus(box);
+  m_user.postKey(box, 'Y', true);
+  EXPECT_EQ(set().m_totalDipoles, 2);
+}
+
+TEST_F(ViewerDipoles, UndoInAFieldIsTheFields) {
+  importExample("auditory.dip");
+  const HWND field = ::GetDlgItem(m_user.panel(), IDC_FILTER_ERROR_MOST);
+  ::SetFocus(field);
+  m_user.postKey(field, 'Z', true);
+  EXPECT_EQ(set().m_totalDipoles, 2);
+}
+
+TEST_F(ViewerDipoles, OtherDistancesBetweenThePointsAreToldAtRegistration) {
+  importExample("auditory.dip");
+  m_operator.answerFilesUtf8({DIPOLE_HEAD});
+  m_user.choose(ID_FILE_OPEN_MRI);
+  const std::size_t before = m_operator.messages.size();
+  m_operator.answerFilesUtf8({example("ch2.fiducials")});
+  m_user.choose(ID_REGISTER_FROM_FILE);
+  EXPECT_EQ(m_operator.messages.size(), before) << lastMessage();
+  m_folder.write("other.fiducials", "nasion 0 110 -40\nleft -60 -20 -48\nright 60 -20 -48\n");
+  m_operator.answerFilesUtf8({m_folder.pathUtf8("other.fiducials")});
+  m_user.choose(ID_REGISTER_FROM_FILE);
+  ASSERT_EQ(m_operator.messages.size(), before + 1);
+  EXPECT_NE(lastMessage().find("is this the same head?"), std::string::npos) << lastMessage();
 }
 
 TEST_F(ViewerDipoles, ManagersCommandsAreStepsToUndo) {

@@ -6,6 +6,7 @@
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
 #include "tests/viewer/windows/ViewerUser.h"
+#include "ui/resource.h"
 
 namespace {
 
@@ -31,9 +32,11 @@ TEST_F(ViewerFiles, ImportTellsOnceForManyFiles) {
   m_operator.answerFilesUtf8({example("spikes.dip"), example("auditory.dip"), example("median.txt")});
   m_user.choose(ID_FILE_IMPORT);
   ASSERT_EQ(m_operator.messages.size(), 1U);
-  EXPECT_NE(lastMessage().find("Total imported dipoles:120 (0-120)"), std::string::npos) << lastMessage();
+  const std::string sum = std::to_string(total()) + " dipoles from 3 files.";
+  EXPECT_NE(lastMessage().find(sum), std::string::npos) << lastMessage();
+  EXPECT_EQ(lastMessage().find("Total imported dipoles"), std::string::npos) << lastMessage();
   EXPECT_GT(total(), 122);
-  EXPECT_EQ(m_user.title(), "Untitled * - Phantom - Dipole Viewer");
+  EXPECT_EQ(m_user.title().rfind("Untitled * - Patient ", 0), 0U) << m_user.title();
   EXPECT_EQ(m_user.session().history().undoSteps(), 1U);
 }
 
@@ -54,13 +57,13 @@ TEST_F(ViewerFiles, SetComesBackFromItsFile) {
   const std::string file = m_folder.pathUtf8("set.dipset");
   m_operator.answerFilesUtf8({file});
   m_user.choose(ID_FILE_SAVE_SET);
-  EXPECT_EQ(m_user.title(), "set.dipset - Phantom - Dipole Viewer");
+  EXPECT_EQ(m_user.title(), "set.dipset - Patient EXAMPLE_SPIKES - Phantom - Dipole Viewer");
   m_user.choose(ID_FILE_NEW_SET);
   EXPECT_EQ(total(), 0);
   m_operator.answerFilesUtf8({file});
   m_user.choose(ID_FILE_OPEN_SET);
   EXPECT_EQ(total(), 120);
-  EXPECT_EQ(m_user.title(), "set.dipset - Phantom - Dipole Viewer");
+  EXPECT_EQ(m_user.title(), "set.dipset - Patient EXAMPLE_SPIKES - Phantom - Dipole Viewer");
   EXPECT_EQ(m_operator.messages.size(), 1U);  // that of the import
   EXPECT_EQ(m_folder.names(), std::vector<std::string>{"set.dipset"});
 }
@@ -186,6 +189,24 @@ TEST_F(ViewerFiles, ImportOfManyFilesCanBeCancelledBetweenTwo) {
   EXPECT_EQ(total(), 0);
 }
 
+TEST_F(ViewerFiles, NothingIsOpenedOrClosedWhileAWindowOfTheModuleWaitsForAnAnswer) {
+  importExample("auditory.dip");
+  m_user.choose(ID_DIPOLES_MANAGER);
+  m_user.chooseRow(0);
+  Robot robot;
+  robot.when("Set Name", [&](HWND dialog) {
+    m_user.drop({example("spikes.dip")});
+    m_user.choose(ID_FILE_NEW_SET);
+    m_user.close();
+    EXPECT_TRUE(m_user.isOpen());
+    EXPECT_EQ(total(), 2);
+    press(dialog, IDCANCEL);
+  });
+  ::SendMessageW(m_user.manager(), WM_COMMAND, ID_DIPOLE_NAME_SELECTED, 0);
+  EXPECT_EQ(total(), 2);
+  EXPECT_EQ(m_operator.messages.size(), 1U);  // that of the import
+}
+
 TEST_F(ViewerFiles, DroppedFilesAreOpened) {
   m_user.drop({example("spikes.dip"), example("auditory.dip")});
   EXPECT_EQ(total(), 122);
@@ -232,6 +253,19 @@ TEST_F(ViewerFiles, RecentSetsStandInTheMenuAndOpen) {
   EXPECT_NE(m_user.menuText(ID_FILE_RECENT_FIRST).find("recent one.dipset"), std::string::npos);
   m_user.choose(ID_FILE_RECENT_FIRST);
   EXPECT_EQ(total(), 2);
+}
+
+TEST_F(ViewerFiles, RecentSetIsTheOneThatWasChosenAlsoWhenTheOldOneIsSavedFirst) {
+  importExample("auditory.dip");
+  m_operator.answerFilesUtf8({m_folder.pathUtf8("two.dipset")});
+  m_user.choose(ID_FILE_SAVE_SET);
+  m_user.choose(ID_FILE_NEW_SET);
+  importExample("spikes.dip");
+  m_operator.answer(IDYES);
+  m_operator.answerFilesUtf8({m_folder.pathUtf8("spikes.dipset")});
+  m_user.choose(ID_FILE_RECENT_FIRST);
+  EXPECT_EQ(total(), 2);
+  EXPECT_TRUE(m_folder.has("spikes.dipset"));
 }
 
 TEST_F(ViewerFiles, RecentSetThatIsGoneIsToldAndLeavesTheMenu) {

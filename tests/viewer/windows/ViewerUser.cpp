@@ -53,6 +53,30 @@ void ViewerUser::waitQuiet() {
   }
 }
 
+void ViewerUser::run() {
+  const ULONGLONG end = ::GetTickCount64() + quiet;
+  while (::GetTickCount64() < end) {
+    MSG message = {};
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+      if (!m_app.PreTranslateMessage(&message)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+      }
+    }
+    m_app.OnIdle(0);
+    ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
+  }
+}
+
+void ViewerUser::postKey(HWND window, UINT key, bool control) {
+  BYTE keys[256] = {};
+  keys[VK_CONTROL] = control ? 0x80 : 0;
+  ::SetKeyboardState(keys);
+  ::PostMessageW(window, WM_KEYDOWN, key, 1);
+  run();
+  releaseModifiers();
+}
+
 void ViewerUser::choose(UINT command) {
   frame().SendMessage(WM_COMMAND, command);
   if (isOpen()) {

@@ -25,6 +25,8 @@ class ViewerUser {
   // Each waits until the viewer has nothing left to do.
   void wait();
   void waitQuiet();  // also until changes that the module did not tell of have been noted
+  void run();        // as waitQuiet, but with the program's own message handling, keys included
+  void postKey(HWND window, UINT key, bool control);
   void choose(UINT command);
   void close();
   void key(int pane, UINT key);

@@ -60,11 +60,11 @@ TEST_F(ViewerView, PanelsBoxesAreTheMenusSwitches) {
 
 TEST_F(ViewerView, FilterFieldsLimitWhatIsShownWhileTheyAreTyped) {
   m_user.setField(IDC_FILTER_ERROR_MOST, "4");
-  EXPECT_EQ(count(), "Dipoles shown: 5 of 10");
+  EXPECT_EQ(count(), "Dipoles shown: 5 of 10 (filter)");
   m_user.setField(IDC_FILTER_LATENCY_LEAST, "20");
-  EXPECT_EQ(count(), "Dipoles shown: 3 of 10");
+  EXPECT_EQ(count(), "Dipoles shown: 3 of 10 (filter)");
   m_user.setField(IDC_FILTER_MOMENT_LEAST, "15,0");  // a comma is a point
-  EXPECT_EQ(count(), "Dipoles shown: 2 of 10");
+  EXPECT_EQ(count(), "Dipoles shown: 2 of 10 (filter)");
   EXPECT_EQ(m_user.field(IDC_FILTER_TEXT), "Filter is on");
   m_user.clickPanel(IDC_FILTER_CLEAR);
   EXPECT_EQ(count(), "Dipoles shown: 10 of 10");
@@ -79,6 +79,27 @@ TEST_F(ViewerView, WhatIsNoNumberLimitsNothingAndIsTold) {
   EXPECT_EQ(m_user.field(IDC_FILTER_ERROR_MOST), "4x");
 }
 
+TEST_F(ViewerView, WhatIsTypedIntoALatencyFieldStays) {
+  m_user.choose(ID_VIEW_LATENCY_WINDOW);
+  for (const char* typed : {"", "-", "-5", "-5.", "-5.5"}) {
+    m_user.setField(IDC_LATENCY_FROM, typed);
+    EXPECT_EQ(m_user.field(IDC_LATENCY_FROM), typed);
+  }
+  EXPECT_DOUBLE_EQ(view().latency.from, -5.5);
+  m_user.setField(IDC_LATENCY_FROM, "-");
+  ::SetFocus(::GetDlgItem(m_user.panel(), IDC_COLOR_BY));
+  m_user.wait();
+  EXPECT_EQ(m_user.field(IDC_LATENCY_FROM), "-5.5");
+}
+
+TEST_F(ViewerView, MistakeInAFieldIsToldAsLongAsItStands) {
+  m_user.setField(IDC_FILTER_ERROR_MOST, "4x");
+  m_user.setField(IDC_FILTER_MOMENT_MOST, "100");
+  EXPECT_EQ(m_user.field(IDC_FILTER_TEXT), "Not a number: 4x");
+  m_user.setField(IDC_FILTER_ERROR_MOST, "4");
+  EXPECT_EQ(m_user.field(IDC_FILTER_TEXT), "Filter is on");
+}
+
 TEST_F(ViewerView, LatencyWindowStartsWithTheWholeSet) {
   m_user.choose(ID_VIEW_LATENCY_WINDOW);
   EXPECT_EQ(m_user.field(IDC_LATENCY_FROM), "0");
@@ -86,7 +107,7 @@ TEST_F(ViewerView, LatencyWindowStartsWithTheWholeSet) {
   EXPECT_EQ(count(), "Dipoles shown: 10 of 10");
   m_user.setField(IDC_LATENCY_FROM, "35");
   m_user.setField(IDC_LATENCY_TO, "60");
-  EXPECT_EQ(count(), "Dipoles shown: 3 of 10");
+  EXPECT_EQ(count(), "Dipoles shown: 3 of 10 (filter)");
   m_user.choose(ID_VIEW_SHOW_ALL);
   EXPECT_EQ(count(), "Dipoles shown: 10 of 10");
 }
