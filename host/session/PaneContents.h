@@ -1,6 +1,9 @@
 // What all panes of a window show. Places are mm in the head frame (x left, y up, z front).
 #pragma once
 
+#include <array>
+#include <optional>
+
 #include "host/ValueColors.h"
 #include "host/Vector3.h"
 #include "host/Volume.h"
@@ -18,6 +21,8 @@ struct PaneContents {
   GreyWindow window;
   // null: each dipole has its own colour, m_colorF, on slices too, so that it looks the same in all panes
   const ValueColors* colours = nullptr;
+  // Points that the user has placed for a registration to come: nasion, left ear, right ear.
+  std::array<std::optional<Vector3>, 3> marks{};
 };
 
 }  // namespace host

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "host/Failure.h"
+#include "host/HeaderText.h"
 #include "host/PathText.h"
 #include "host/SetBackup.h"
 #include "host/session/HeadFile.h"
@@ -40,6 +41,12 @@ bool isThere(const CString& path) {
   return std::filesystem::exists(pathOf(path), error) || error;
 }
 
+void addPatient(std::vector<std::string>& patients, const CDipoleFace& set) {
+  std::string patient = patientOf(set);
+  if (!patient.empty() && std::find(patients.begin(), patients.end(), patient) == patients.end())
+    patients.push_back(std::move(patient));
+}
+
 }  // namespace
 
 Session::Session(CDipoleFace9File& dipoles)
@@ -52,6 +59,9 @@ Session::Session(CDipoleFace9File& dipoles)
       m_recentSets(systemRule()) {}
 
 void Session::setHead(Head head, std::string notice) {
+  const std::array<std::optional<Vector3>, 3> unused = placedPoints();
+  if (std::any_of(unused.begin(), unused.end(), [](const auto& point) { return point.has_value(); }))
+    notice += std::string(notice.empty() ? "" : "\n") + "The fiducial points that were set are forgotten";
   const bool staysRegistered = m_head.isRegistered() && head.isRegistered();
   m_head = std::move(head);
   m_notice = std::move(notice);
@@ -62,12 +72,14 @@ void Session::setHead(Head head, std::string notice) {
 }
 
 void Session::openMri(const CString& path) {
-  OpenedHead opened = openHead(path);
-  setHead(std::move(opened.head), std::move(opened.notice));
+  withinMemory([&] {
+    OpenedHead opened = openHead(path);
+    setHead(std::move(opened.head), std::move(opened.notice));
+  });
 }
 
 void Session::usePhantom() {
-  setHead(phantomHead(), {});
+  withinMemory([&] { setHead(phantomHead(), {}); });
 }
 
 void Session::setWindow(const GreyWindow& window) {
@@ -104,6 +116,20 @@ void Session::placeFiducial(FiducialName name) {
 
 std::array<bool, 3> Session::placedFiducials() const {
   return {m_placed[0].has_value(), m_placed[1].has_value(), m_placed[2].has_value()};
+}
+
+std::array<std::optional<Vector3>, 3> Session::placedPoints() const {
+  std::array<std::optional<Vector3>, 3> points = m_placed;
+  if (const std::optional<Fiducials>& used = m_head.fiducials) {
+    const std::array<Vector3, 3> own = {used->nasion, used->leftEar, used->rightEar};
+    for (std::size_t i = 0; i < points.size(); ++i)
+      if (points.at(i) == own.at(i))
+        points.at(i).reset();
+  }
+  for (std::optional<Vector3>& point : points)
+    if (point)
+      point = m_head.frame.fromScanner(*point);
+  return points;
 }
 
 void Session::registerPlaced() {
@@ -166,22 +192,31 @@ Session::ImportResult Session::importAll(const std::vector<CString>& paths, cons
 }
 
 Session::ImportResult Session::importEach(const std::vector<CString>& paths, const Progress& progress) {
-  const CurrentFolderKept folder;
   const int total = static_cast<int>(paths.size());
+  const int unitBefore = m_dipoles.m_momentInNAm;
+  bool isInNAm = m_dipoles.m_totalDipoles == 0 || unitBefore != 0;
   ImportResult result;
+  if (m_dipoles.m_totalDipoles > 0)
+    addPatient(result.patients, m_dipoles);
   for (int done = 0; done < total; ++done) {
     const CString& path = paths[static_cast<std::size_t>(done)];
     if (progress && !progress(done, total, path)) {
       result.cancelled = true;
       break;
     }
-    const int dipoles = importOne(m_dipoles, path);
-    result.dipoles += dipoles;
-    if (dipoles > 0)
-      ++result.files;
-    else
-      result.failed.push_back(path);
+    m_dipoles.m_momentInNAm = 0;  // a file that does not say nAm leaves this as it is
+    ImportedFile file = importOne(m_dipoles, path);
+    if (file.dipoles == 0) {
+      result.failed.push_back({path, std::move(file.cause)});
+      continue;
+    }
+    ++result.files;
+    result.dipoles += file.dipoles;
+    isInNAm = isInNAm && m_dipoles.m_momentInNAm != 0;
+    addPatient(result.patients, m_dipoles);
   }
+  m_dipoles.m_momentInNAm = result.files == 0 ? unitBefore : isInNAm ? 1 : 0;
+  result.mixesPatients = result.patients.size() > 1;
   return result;
 }
 

@@ -40,10 +40,12 @@ class Session {
   [[nodiscard]] const ViewSettings& view() const { return m_view; }
 
   // The MRI. Opening takes the fiducial points beside the file (see host/session/HeadFile.h); without them
-  // the head is not registered, whatever was before. Points that were placed are forgotten.
+  // the head is not registered, whatever was before. Points that were placed are forgotten, and the notice
+  // says so when some of them were not the head's.
   void openMri(const CString& path);
   void usePhantom();
-  // What the user should know about the MRI that was opened last, such as fiducial points that do not fit.
+  // What the user should know about the MRI that was opened last, such as fiducial points that do not fit;
+  // one line for each matter.
   [[nodiscard]] const std::string& notice() const { return m_notice; }
 
   // The grey values shown as black and white. Numbers that are not finite, or a white that is not above the
@@ -60,6 +62,8 @@ class Session {
   // Points that the user picks: each at the crosshair, then all of them at once.
   void placeFiducial(FiducialName name);
   [[nodiscard]] std::array<bool, 3> placedFiducials() const;  // in the order of FiducialName
+  // Those of them that are not points of the head already, in the head frame as it is now.
+  [[nodiscard]] std::array<std::optional<Vector3>, 3> placedPoints() const;
   void registerPlaced();  // throws std::invalid_argument also when one is missing
 
   // A warning when the set brings fiducial points that cannot be of this head; empty when there is nothing to
@@ -73,16 +77,25 @@ class Session {
   bool goToCurrentDipole();
 
   // Files of dipoles.
+  struct Failed {
+    CString path;
+    std::string cause;  // UTF-8, such as "it holds no dipoles"
+  };
   struct ImportResult {
-    int files = 0;                // those that brought dipoles
-    int dipoles = 0;              // that came
-    bool cancelled = false;       // by the progress function
-    std::vector<CString> failed;  // those that brought none, or broke off; the set has nothing of these
+    int files = 0;               // those that brought dipoles
+    int dipoles = 0;             // that came
+    bool cancelled = false;      // by the progress function
+    std::vector<Failed> failed;  // those that brought none, or broke off; the set has nothing of these
+    // Whom the set, unless it was empty, and the files that brought dipoles name, see host/HeaderText.h; each
+    // once, in that order.
+    std::vector<std::string> patients;
+    bool mixesPatients = false;  // there is more than one of them
   };
   // Called before each file; false: stop before it. `done` files of `total` are behind.
   using Progress = std::function<bool(int done, int total, const CString& path)>;
-  // Adds the dipoles of CTF files (.dip) and 4D/MSI tables (.txt) to the set, as one step to undo. The
-  // current folder stays. What a progress function throws ends the import, and nothing has come.
+  // Adds the dipoles of CTF files (.dip) and 4D/MSI tables (.txt) to the set, as one step to undo. The set's
+  // moments count as nAm only when those it had do and every file with dipoles says so. The current folder
+  // stays. What a progress function throws ends the import, and nothing has come.
   ImportResult importFiles(const std::vector<CString>& paths, const Progress& progress);
 
   // Replaces the set by that of a file; what belongs to the old one, the history too, is gone. A file that is

@@ -1,8 +1,10 @@
 // Imports come as one step, from the files that can be imported, and leave nothing of the others.
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>
 
+#include "host/Failure.h"
 #include "host/session/Session.h"
 #include "platform/Utf.h"
 #include "tests/host/Failing.h"
@@ -18,6 +20,23 @@ using Paths = std::vector<CString>;
 
 CString example(const char* name) {
   return CString(DIPOLE_TEST_DATA "/../examples/") + CString(name);
+}
+
+// A CTF file of one dipole, the patient and the heading of the moments as given.
+std::string ctfFile(const std::string& patient, const std::string& moment = "Mom(nAm)") {
+  const std::string info = patient.empty() ? "" : "File_Info\n{\nPATIENT:\t" + patient + "\n}\n";
+  return info + "Dipoles\n{\n// xp (cm) yp (cm) zp (cm) xo yo zo " + moment +
+         " Label\n\t1:\t1.0\t2.0\t3.0\t1.0\t0.0\t0.0\t12.0\tlabel\n}\n";
+}
+
+// "name: cause" of each.
+Texts told(const std::vector<Session::Failed>& failed) {
+  Texts texts;
+  for (const Session::Failed& file : failed) {
+    const int slash = (std::max)(file.path.ReverseFind(_T('/')), file.path.ReverseFind(_T('\\')));
+    texts.push_back(toUtf8(file.path.Mid(slash + 1)) + ": " + file.cause);
+  }
+  return texts;
 }
 
 struct Viewer {
@@ -104,15 +123,20 @@ TEST(SessionImport, FilesThatBringNothingAreNamedAndLeaveNothing) {
                      folder.write("header.dip", "File_Info\n{\nPATIENT:\tSomebody\n}\n"),
                      folder.write("header.txt", "Disk Media:\nMRI/CT Patient: Somebody\n"),
                      folder.write("empty.txt", "")};
+  const Texts causes = {
+      "gone.dip: it is not there",       "other.csv: its name ends neither in .dip nor in .txt",
+      "folder.dip: it is a folder",      "header.dip: it holds no dipoles",
+      "header.txt: it holds no dipoles", "empty.txt: it holds no dipoles"};
   const WholeSet before = wholeSet(*viewer.set);
   auto result = viewer.session.importFiles(bad, nullptr);
-  EXPECT_EQ(result.failed, bad);
+  EXPECT_EQ(told(result.failed), causes);
+  EXPECT_EQ(result.failed.at(0).path, bad[0]);
   EXPECT_EQ(result.files, 0);
   EXPECT_EQ(result.dipoles, 0);
   EXPECT_TRUE(isSame(wholeSet(*viewer.set), before));
   EXPECT_EQ(viewer.session.history().undoSteps(), 0U);
   result = viewer.session.importFiles({bad[0], example("auditory.dip"), bad[3]}, nullptr);
-  EXPECT_EQ(result.failed, (Paths{bad[0], bad[3]}));
+  EXPECT_EQ(told(result.failed), (Texts{causes[0], causes[3]}));
   EXPECT_EQ(result.files, 1);
   EXPECT_NE(toUtf8(viewer.set->m_patient).find("Somebody"), 0U);
 }
@@ -134,10 +158,89 @@ TEST(SessionImport, FileThatBreaksOffLeavesNothing) {
     result = viewer.session.importFiles({path}, nullptr);
     EXPECT_TRUE(os.failed);
   }
-  EXPECT_EQ(result.failed, Paths{path});
+  EXPECT_EQ(told(result.failed), Texts{"long.dip: it could not be read to its end"});
   EXPECT_TRUE(isSame(wholeSet(*viewer.set), before));
   EXPECT_EQ(viewer.session.history().undoSteps(), 1U);
   EXPECT_EQ(viewer.session.importFiles({path}, nullptr).dipoles, 399);
+}
+
+TEST(SessionImport, FileThatCannotBeOpenedIsNamedWithTheSystemsCause) {
+  Viewer viewer;
+  const TempFolder folder;
+  const CString path = folder.write("a.dip", ctfFile("A"));
+  FailingOs os;
+  os.failAt(FailingOs::Call::open, 1, CFileException::accessDenied, Lasting::fromThenOn);
+  const auto result = viewer.session.importFiles({path}, nullptr);
+  os.stop();
+  ASSERT_EQ(result.failed.size(), 1U);
+  CFileException denied(CFileException::accessDenied, 12345, path);
+  EXPECT_EQ(result.failed[0].cause, host::causeOf(denied));
+  EXPECT_EQ(viewer.set->m_totalDipoles, 0);
+}
+
+TEST(SessionImport, NamesAreThoseOfTheFolderItWasCalledIn) {
+  Viewer viewer;
+  const TempFolder folder;
+  folder.makeFolder("a");
+  folder.write("a/one.dip", ctfFile("A"));
+  folder.write("two.dip", ctfFile("A"));
+  const KeptCurrentFolder kept;
+  ASSERT_NE(SetCurrentDirectory(folder.path()), FALSE);
+  const auto result = viewer.session.importFiles({_T("a/one.dip"), _T("two.dip"), _T("a/gone.dip")}, nullptr);
+  EXPECT_EQ(result.files, 2);
+  EXPECT_EQ(told(result.failed), Texts{"gone.dip: it is not there"});
+}
+
+TEST(SessionImport, MomentsAreInNAmOnlyWhenEveryFileWithDipolesSaysSo) {
+  const TempFolder folder;
+  const CString inNAm = folder.write("known.dip", ctfFile("A"));
+  const CString other = folder.write("other.dip", ctfFile("A", "Mom(Am)"));
+  const CString empty = folder.write("empty.dip", "Dipoles\n{\n}\n");
+  const auto unitOf = [](const std::vector<Paths>& imports, int unitBefore = 0) {
+    Viewer viewer;
+    viewer.set->m_momentInNAm = unitBefore;
+    for (const Paths& paths : imports)
+      viewer.session.importFiles(paths, nullptr);
+    return viewer.set->m_momentInNAm;
+  };
+  EXPECT_EQ(unitOf({{inNAm}}), 1);
+  EXPECT_EQ(unitOf({{inNAm, example("median.txt"), empty}}), 1);
+  EXPECT_EQ(unitOf({{inNAm, other}}), 0);
+  EXPECT_EQ(unitOf({{other, inNAm}}), 0);
+  EXPECT_EQ(unitOf({{inNAm}, {other}}), 0);
+  EXPECT_EQ(unitOf({{other}, {inNAm}}), 0);
+  EXPECT_EQ(unitOf({{inNAm}, {inNAm}}), 1);
+  EXPECT_EQ(unitOf({{inNAm}, {empty}}), 1);  // nothing came: nothing changes
+  EXPECT_EQ(unitOf({{inNAm}, {other, empty}}), 0);
+  EXPECT_EQ(unitOf({{other}}, 1), 0);  // an empty set's unit is that of no dipole
+}
+
+TEST(SessionImport, TellsWhoseDipolesItMixes) {
+  const TempFolder folder;
+  const CString a = folder.write("a.dip", ctfFile("A"));
+  const CString again = folder.write("again.dip", ctfFile("A"));
+  const CString b = folder.write("b.dip", ctfFile("B"));
+  const CString nobody = folder.write("nobody.dip", ctfFile(""));
+  const CString withoutDipoles = folder.write("none.dip", "File_Info\n{\nPATIENT:\tC\n}\n");
+  const auto imported = [](Viewer& viewer, const Paths& paths) {
+    return viewer.session.importFiles(paths, nullptr);
+  };
+  Viewer alone;
+  auto result = imported(alone, {a, again, nobody, withoutDipoles});
+  EXPECT_EQ(result.patients, Texts{"A"});
+  EXPECT_FALSE(result.mixesPatients);
+  result = imported(alone, {b});
+  EXPECT_EQ(result.patients, (Texts{"A", "B"}));
+  EXPECT_TRUE(result.mixesPatients);
+  Viewer atOnce;
+  result = imported(atOnce, {b, a, b});
+  EXPECT_EQ(result.patients, (Texts{"B", "A"}));
+  EXPECT_TRUE(result.mixesPatients);
+  Viewer unnamed;
+  EXPECT_EQ(imported(unnamed, {nobody}).patients, Texts{});
+  result = imported(unnamed, {a});
+  EXPECT_EQ(result.patients, Texts{"A"});
+  EXPECT_FALSE(result.mixesPatients);
 }
 
 TEST(SessionImport, WhatProgressThrowsEndsItWithNothing) {

@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "host/session/Session.h"
+#include "tests/host/NiftiFile.h"
 #include "tests/host/WholeSet.h"
 #include "tests/support/TempFolder.h"
 #include "tests/sweep/FaultSweep.h"
@@ -93,6 +95,38 @@ TEST(SessionSweep, NewSet) {
   sweepWork(
       "new set", memoryFaults(), viewer, [&] { viewer.session.newSet(); },
       [&](bool isThrown, const WholeSet&) { EXPECT_EQ(viewer.set->m_totalDipoles == 0, !isThrown); });
+}
+
+TEST(SessionSweep, UsePhantom) {
+  Viewer viewer;
+  NiftiFile file;
+  file.count();
+  const CString path = viewer.folder.write("head.nii", file.version1());
+  const auto begin = [&] {
+    viewer.session.openMri(path);
+    viewer.session.openMri(path);  // the first one's notice may tell of a point
+    viewer.session.placeFiducial(host::FiducialName::nasion);
+  };
+  begin();
+  const FailurePoints points = sweep("use the phantom", memoryFaults(), [&](Fault& fault) {
+    begin();
+    const auto volume = viewer.session.head().volume;
+    bool isTold = false;
+    fault.during([&] {
+      try {
+        viewer.session.usePhantom();
+      } catch (const std::runtime_error& error) {
+        isTold = std::string_view(error.what()) == "not enough memory";
+      }
+    });
+    EXPECT_EQ(isTold, fault.happened());
+    EXPECT_EQ(viewer.session.head().volume == volume, fault.happened());
+    EXPECT_EQ(viewer.session.head().isRegistered(), !fault.happened());
+    EXPECT_EQ(viewer.session.placedFiducials()[0], fault.happened());
+    EXPECT_EQ(viewer.session.notice().empty(), fault.happened());
+    begin();
+  });
+  EXPECT_GE(points.allocations, 3);
 }
 
 TEST(SessionSweep, SaveSet) {

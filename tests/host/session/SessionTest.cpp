@@ -70,7 +70,7 @@ TEST(SessionMri, OpensWithItsPointsAndItsOwnGreyWindow) {
   viewer.session.openMri(folder.write("head.nii", mri()));
   EXPECT_EQ(viewer.session.head().name, "head.nii");
   EXPECT_TRUE(viewer.session.head().isRegistered());
-  EXPECT_EQ(viewer.session.notice(), "");
+  EXPECT_EQ(viewer.session.notice(), "The fiducial points that were set are forgotten");
   EXPECT_EQ(viewer.session.window().high, viewer.session.head().volume->window().high);
   EXPECT_EQ(viewer.session.placedFiducials(), (std::array<bool, 3>{}));
   expectPlace(viewer.session.crosshair(), {1, 2, 3});  // both are registered: the same place of the head
@@ -111,6 +111,29 @@ TEST(SessionMri, NoticeTellsOfBadPointsUntilTheNextHead) {
   EXPECT_EQ(viewer.session.notice(), "");
   EXPECT_EQ(viewer.session.head().name, "Phantom");
   EXPECT_TRUE(viewer.session.head().isRegistered());
+}
+
+TEST(SessionMri, ForgettingPlacedPointsIsTold) {
+  constexpr const char* forgotten = "The fiducial points that were set are forgotten";
+  const TempFolder folder;
+  const CString path = folder.write("head.nii", mri());
+  Viewer viewer(0);
+  Session& session = viewer.session;
+  session.openMri(path);
+  EXPECT_EQ(session.notice(), "");
+  session.placeFiducial(host::FiducialName::rightEar);
+  session.openMri(path);
+  EXPECT_EQ(session.notice(), forgotten);
+  session.openMri(path);
+  EXPECT_EQ(session.notice(), "");
+  session.placeFiducial(host::FiducialName::nasion);
+  session.usePhantom();
+  EXPECT_EQ(session.notice(), forgotten);
+  folder.write("head.fiducials", "nonsense");
+  session.placeFiducial(host::FiducialName::nasion);
+  session.openMri(path);
+  EXPECT_NE(session.notice().find("begins with neither nasion"), std::string::npos);
+  EXPECT_TRUE(session.notice().ends_with(std::string("\n") + forgotten)) << session.notice();
 }
 
 TEST(SessionWindow, IgnoresWhatIsNoWindow) {
@@ -177,6 +200,42 @@ TEST(SessionRegistration, PlacedPointsRegisterWhenAllAreThere) {
   place(host::FiducialName::leftEar, {70, -10, -40});
   EXPECT_THROW(session.registerPlaced(), std::invalid_argument);
   expectPlace(session.head().fiducials->leftEar, head.leftEar);
+}
+
+TEST(SessionRegistration, PlacedPointsAreShownInThePresentFrameUntilTheyAreTheHeads) {
+  const TempFolder folder;
+  Viewer viewer(0);
+  Session& session = viewer.session;
+  session.openMri(folder.write("head.nii", mri()));
+  const auto place = [&](host::FiducialName name, const Vector3& scanner) {
+    session.setCrosshair(session.head().frame.fromScanner(scanner));
+    session.placeFiducial(name);
+  };
+  const auto isShown = [&] {
+    const auto points = session.placedPoints();
+    return std::array<bool, 3>{points[0].has_value(), points[1].has_value(), points[2].has_value()};
+  };
+  EXPECT_EQ(isShown(), (std::array<bool, 3>{}));
+  session.setCrosshair({3, 2, 1});
+  session.placeFiducial(host::FiducialName::leftEar);
+  ASSERT_EQ(isShown(), (std::array<bool, 3>{false, true, false}));
+  expectPlace(*session.placedPoints()[1], {3, 2, 1});
+  const Vector3 scanner = session.head().frame.toScanner({3, 2, 1});
+  session.registerHead(head);
+  ASSERT_EQ(isShown(), (std::array<bool, 3>{false, true, false}));
+  expectPlace(session.head().frame.toScanner(*session.placedPoints()[1]), scanner);
+  EXPECT_GT(length(*session.placedPoints()[1] - Vector3{3, 2, 1}), 10.0);  // another frame
+  session.unregister();
+  place(host::FiducialName::nasion, head.nasion);
+  place(host::FiducialName::leftEar, head.leftEar);
+  place(host::FiducialName::rightEar, head.rightEar);
+  EXPECT_EQ(isShown(), (std::array<bool, 3>{true, true, true}));
+  session.registerPlaced();
+  EXPECT_EQ(isShown(), (std::array<bool, 3>{}));
+  EXPECT_EQ(session.placedFiducials(), (std::array<bool, 3>{true, true, true}));
+  session.openMri(folder.path("head.nii"));
+  EXPECT_EQ(session.notice(), "");  // what the head took is not lost unheard
+  EXPECT_EQ(isShown(), (std::array<bool, 3>{}));
 }
 
 TEST(SessionRegistration, MismatchIsToldOnlyOfAPatientWhoIsRegistered) {
