@@ -26,7 +26,7 @@ class Program : public CWinApp {
     if (count == 2 && atIdle < toPost) {
       ++atIdle;
       ::PostMessageW(frame->m_hWnd, WM_APP, 0, 0);
-    } else if (count == 2) {
+    } else if (count >= 2) {
       frame->PostMessage(WM_CLOSE);
     }
     return count < 2 ? TRUE : FALSE;
