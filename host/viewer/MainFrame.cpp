@@ -222,8 +222,8 @@ void MainFrame::followCurrentDipole() {
 }
 
 PaneContents MainFrame::paneContents() {
-  return {*m_dipoles,          m_session->head(),   m_session->view(), m_session->crosshair(),
-          m_session->window(), m_session->colours()};
+  return {*m_dipoles,          m_session->head(),    m_session->view(),        m_session->crosshair(),
+          m_session->window(), m_session->colours(), m_session->placedPoints()};
 }
 
 void MainFrame::moveCrosshair(const Vector3& head) {

@@ -156,11 +156,17 @@ void MainFrame::tellOfImport(const Session::ImportResult& result, const CString&
   CString text = result.dipoles > 0 ? fromUtf8(m_session->headMismatch()) : CString();
   if (!text.IsEmpty())
     text += _T("\n\n");
+  if (result.mixesPatients) {
+    text += _T("The set holds dipoles of different patients:");
+    for (const std::string& patient : result.patients)
+      text += _T(" ") + fromUtf8(patient);
+    text += _T("\n\n");
+  }
   bool isWarning = !text.IsEmpty() || !told.IsEmpty();
   text += told;
   std::vector<CString> failed;
-  for (const CString& path : result.failed)
-    failed.push_back(fileNameOf(path));
+  for (const Session::Failed& file : result.failed)
+    failed.push_back(fileNameOf(file.path) + _T(": ") + fromUtf8(file.cause));
   if (!failed.empty()) {
     text += _T("These files brought no dipoles:\n") + listed(failed) + _T("\n");
     isWarning = true;
@@ -233,6 +239,8 @@ void MainFrame::OnPhantom() {
   }
   OnFit();
   showEverywhere();
+  if (!m_session->notice().empty())
+    AfxMessageBox(fromUtf8(m_session->notice()), MB_ICONINFORMATION);
 }
 
 void MainFrame::OnOpenSet() {

@@ -37,6 +37,8 @@ TEST_F(ViewerFiles, ImportTellsOnceForManyFiles) {
   EXPECT_EQ(lastMessage().find("Total imported dipoles"), std::string::npos) << lastMessage();
   EXPECT_GT(total(), 122);
   EXPECT_EQ(m_user.title().rfind("Untitled * - Patient ", 0), 0U) << m_user.title();
+  EXPECT_EQ(lastMessage().rfind("The set holds dipoles of different patients: EXAMPLE_SPIKES ", 0), 0U)
+      << lastMessage();
   EXPECT_EQ(m_user.session().history().undoSteps(), 1U);
 }
 
@@ -162,7 +164,8 @@ TEST_F(ViewerFiles, FileWithoutDipolesIsNamed) {
   m_folder.write("empty.dip", "nothing here\n");
   m_operator.answerFilesUtf8({m_folder.pathUtf8("empty.dip"), example("auditory.dip")});
   m_user.choose(ID_FILE_IMPORT);
-  EXPECT_NE(lastMessage().find("These files brought no dipoles:\nempty.dip"), std::string::npos)
+  EXPECT_NE(lastMessage().find("These files brought no dipoles:\nempty.dip: it holds no dipoles\n"),
+            std::string::npos)
       << lastMessage();
   EXPECT_EQ(total(), 2);
 }
