@@ -137,6 +137,7 @@ TEST_F(ViewerDipoles, WhatTheEditorDoesWithoutAWordIsNotedWhenItIsQuiet) {
   m_user.choose(ID_DIPOLES_EDITOR);
   const HWND editor = editorWindow();
   ASSERT_NE(editor, nullptr);
+  m_user.run();  // what opening it brings along is over
   ::SendMessageW(::GetDlgItem(editor, IDC_EDITOR_ADD), BM_CLICK, 0, 0);
   ::PostMessageW(editor, WM_LBUTTONUP, 0, 0);  // what a real click leaves behind it
   m_user.run();
