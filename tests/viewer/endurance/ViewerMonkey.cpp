@@ -180,7 +180,13 @@ void ViewerMonkey::toStandard() {
   host::MainFrame& frame = m_user->frame();
   frame.ShowWindow(SW_SHOWNORMAL);
   showAllPanes();
-  // The largest picture of each pane once, so that its memory is there in every count.
+  // The largest picture of each pane once, of the largest set in all depths, so that the memory that panes
+  // keep for the next picture is there in every count.
+  m_user->choose(ID_FILE_NEW_SET);
+  m_user->choose(ID_FILE_PHANTOM);
+  m_user->session().view() = host::ViewSettings();
+  m_user->session().view().toleranceMm.reset();
+  frame.openFiles({m_folder.path("large.dipset")});
   frame.SetWindowPos(nullptr, 0, 0, 1600, 1200, SWP_NOMOVE | SWP_NOZORDER);
   if (::IsWindowVisible(m_user->panel()) != FALSE) {
     m_user->choose(ID_VIEW_PANEL);
