@@ -7,9 +7,10 @@
 
 namespace host {
 
-// Lets `write` fill a new file beside the target, under a name of its own that ends in ".txt" (the module's
-// text export hangs that onto every other name), hands it to the disk and gives it the target's name. The
-// target is then the whole new file; when anything fails it is what it was before, and the new file is gone.
+// Lets `write` fill a new file beside the target, under a name of its own, hands it to the disk and gives it
+// the target's name. The target is then the whole new file; when anything fails it is what it was before, and
+// the new file is gone. One that a killed program leaves behind ends in ".tmp", which no import of a folder
+// takes for a file of dipoles.
 //
 // A target that is a link stays one: what it points to is replaced. The new file has the permissions of the
 // old one as far as the standard library knows them. Throws std::runtime_error that names the target and the
@@ -17,7 +18,8 @@ namespace host {
 // likewise; its std::runtime_error passes.
 void writeSafely(const CString& path, const std::function<void(CFile&)>& write);
 
-// The same for those who write a file of a name themselves. They must have closed it.
+// The same for those who write a file of a name themselves. They must have closed it. The new file's name
+// ends in ".txt": the module's text export hangs that onto every other name.
 void writeSafelyByName(const CString& path, const std::function<void(const CString&)>& write);
 
 }  // namespace host

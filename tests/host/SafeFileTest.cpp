@@ -63,6 +63,16 @@ TEST(SafeFile, OldContentStaysUntilTheNewOneIsWhole) {
   EXPECT_EQ(folder.read("a.set"), "half");
 }
 
+TEST(SafeFile, NewFileIsNoneThatAnImportOfTheFolderWouldTake) {
+  const TempFolder folder;
+  host::writeSafely(folder.path("a.txt"), [&](CFile&) {
+    const Names names = folder.names();
+    ASSERT_EQ(names.size(), 1U);
+    EXPECT_TRUE(names[0].starts_with("dipole-") && names[0].ends_with(".tmp")) << names[0];
+  });
+  EXPECT_EQ(folder.names(), Names{"a.txt"});
+}
+
 TEST(SafeFile, RefusesAFolder) {
   const TempFolder folder;
   const CString path = folder.makeFolder("a.set");
