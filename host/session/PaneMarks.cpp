@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
 #include "host/PictureText.h"
 #include "host/SceneLine.h"
 #include "host/SceneMarks.h"
+#include "host/ScenePainter.h"
 #include "host/SliceCaption.h"
 
 namespace host {
@@ -48,6 +50,14 @@ void drawThinArrow(Image& image, const SliceArrow& arrow) {
     if (column >= 0 && row >= 0 && column < image.width() && row < image.height())
       image.setPixel(column, row, arrow.colour);
   }
+}
+
+// Beside the point, off the lines of a crosshair through it.
+void drawFiducialLetter(Image& image, const PixelPoint& at, char letter) {
+  constexpr int beside = 7;
+  const StrokeFont& font = noteFont();
+  drawEdged(image, font, at.column + beside, at.row - beside - font.lineHeight(), std::string(1, letter),
+            fiducialColour(letter));
 }
 
 // What a text beside the letters at the top or the bottom may take; up to three stand there in 3D.
@@ -130,6 +140,24 @@ void drawCurrentRing(Image& image, const PixelPoint& at, int glyphPixels) {
   const double radius = glyphPixels * 0.71 + 4.0;
   drawRing(image, centreOf(at), radius, {edgeInk, 4.0});
   drawRing(image, centreOf(at), radius, {letterInk, 2.0});
+}
+
+void drawFiducialRing(Image& image, const PixelPoint& at, char letter) {
+  constexpr double radius = 6.0;
+  drawRing(image, centreOf(at), radius, {edgeInk, 4.0});
+  drawRing(image, centreOf(at), radius, {fiducialColour(letter), 2.0});
+  drawFiducialLetter(image, at, letter);
+}
+
+void drawFiducialCross(Image& image, const PixelPoint& at, char letter) {
+  constexpr double from = 3.0;  // pixels from the point
+  constexpr double to = 9.0;
+  const ScreenPoint centre = centreOf(at);
+  for (const LineStyle& line : {LineStyle{edgeInk, 4.0}, LineStyle{fiducialColour(letter), 2.0}})
+    for (const auto& [columns, rows] : {std::pair{1.0, 0.0}, {-1.0, 0.0}, {0.0, 1.0}, {0.0, -1.0}})
+      drawLine(image, {centre.column + columns * from, centre.row + rows * from},
+               {centre.column + columns * to, centre.row + rows * to}, line);
+  drawFiducialLetter(image, at, letter);
 }
 
 int letterBorder(int width, int height) {

@@ -25,6 +25,11 @@ void drawArrows(Image& image, const std::vector<SliceArrow>& arrows);
 // Around a square of that many pixels.
 void drawCurrentRing(Image& image, const PixelPoint& at, int glyphPixels);
 
+// A fiducial point with its letter (see SceneFiducial) in its colour: a ring around one that the head is
+// registered by, a cross, open in its middle, at one that is only placed.
+void drawFiducialRing(Image& image, const PixelPoint& at, char letter);
+void drawFiducialCross(Image& image, const PixelPoint& at, char letter);
+
 struct CaptionLine {
   std::string text;
   Rgb colour;

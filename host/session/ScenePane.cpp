@@ -7,11 +7,13 @@
 #include <stdexcept>
 #include <string>
 
-#include "host/ColorLegend.h"
 #include "host/PictureText.h"
 #include "host/SceneMarks.h"
 #include "host/session/HeadBoxOf.h"
+#include "host/session/PaneFiducials.h"
+#include "host/session/PaneLegend.h"
 #include "host/session/PaneMarks.h"
+#include "host/session/PaneWarnings.h"
 #include "host/session/SliceAccount.h"
 
 namespace host {
@@ -21,19 +23,7 @@ namespace {
 constexpr ViewAngles firstAngles{35.0, 20.0};
 constexpr double degreesPerPixel = 0.5;
 constexpr double farthestCrosshair = 1000.0;  // mm
-constexpr int legendLine = 15;                // pixels, height of its texts
-constexpr int legendShare = 3;                // it takes no more than this part of the pane's width
 constexpr std::array<View, 3> allViews{View::axial, View::coronal, View::sagittal};
-
-// Empty when there is none, or no room for it.
-Image legendOf(const PaneContents& contents, int width, int height) {
-  if (contents.colours == nullptr || !contents.settings.showLegend)
-    return {};
-  Image legend = legendPicture(*contents.colours, height, legendLine);
-  if (legend.width() * legendShare > width || legend.height() > height)
-    return {};
-  return legend;
-}
 
 bool isSameWindow(const GreyWindow& one, const GreyWindow& other) {
   return one.low == other.low && one.high == other.high;
@@ -125,6 +115,17 @@ void ScenePane::renewPlanes(const PaneContents& contents) {
   m_planeKey = PlaneKey{head.volume, head.frame, contents.window};
 }
 
+// In the head that they were placed in, or nowhere.
+void ScenePane::drawPlaced(Image& image, const PaneContents& contents) const {
+  if (!isHeadShown(contents))
+    return;
+  for (const SceneFiducial& point : placedFiducials(contents)) {
+    const ScreenPoint at = m_camera.project(point.place);
+    if (at.column >= 0.0 && at.row >= 0.0 && at.column < image.width() && at.row < image.height())
+      drawFiducialCross(image, {static_cast<int>(at.column), static_cast<int>(at.row)}, point.letter);
+  }
+}
+
 void ScenePane::drawTexts(Image& image, const PaneContents& contents) const {
   PaneTexts texts;
   texts.title = "3D";
@@ -137,8 +138,7 @@ void ScenePane::drawTexts(Image& image, const PaneContents& contents) const {
   account.nowhere = m_count.nowhere;
   if (const std::string choice = choiceText(account); !choice.empty())
     texts.lines.push_back({choice, quietInk});
-  if (!contents.head.volume->sidesStated())
-    texts.warnings.push_back({"The MRI file does not say which side is left", warningInk});
+  texts.warnings = headWarnings(contents.head, m_count.total);
   if (!isHeadShown(contents))
     texts.warnings.push_back({"Not registered: the MRI is not shown with the dipoles", warningInk});
   for (const std::string& warning : warningTexts(account))
@@ -169,6 +169,9 @@ const Image& ScenePane::paint(const PaneContents& contents) {
     return contents.colours != nullptr ? contents.colours->colorOf(dipole) : ownColour(dipole);
   };
   m_scene = sceneOf(contents.dipoles, {isShown, colourOf});
+  // The set's are made up from the head sphere where its file gave none.
+  if (contents.head.isRegistered())
+    m_scene.fiducials = headFiducials(contents);
   renewPlanes(contents);
 
   const SceneStyle style = styleOf(contents);
@@ -177,14 +180,9 @@ const Image& ScenePane::paint(const PaneContents& contents) {
   m_painter.paint(*m_depths, m_scene, m_planes, m_camera, style);
   Image scene = m_depths->image();
   drawMarks(scene, m_scene, m_planes, m_camera, style);
+  drawPlaced(scene, contents);
   drawTexts(scene, contents);
-  if (legend.width() == 0) {
-    m_picture = std::move(scene);
-    return m_picture;
-  }
-  m_picture = Image(m_width, m_height, style.background);
-  m_picture.paste(scene, 0, 0);
-  m_picture.paste(legend, width, (m_height - legend.height()) / 2);
+  m_picture = withLegend(std::move(scene), legend);
   return m_picture;
 }
 

@@ -33,9 +33,10 @@ class ScenePane {
   void lookFrom(Standpoint standpoint) { m_camera.lookFrom(standpoint); }
 
   // Of the pane's size; kept until the next. While the head is not registered there are no slices, unless
-  // the set is empty, without fiducials and sphere too. With
-  // colours and a legend wished for, the legend takes a strip at the right border, unless the pane is too
-  // narrow. Throws std::invalid_argument when a coordinate of the crosshair is not within 1000 mm.
+  // the set is empty, without fiducials and sphere too. The fiducials are the head's own when it is
+  // registered, else the set's; placed ones stand where the head does. With colours and a legend wished for,
+  // the legend takes a strip at the right border, unless the pane is too narrow. Throws
+  // std::invalid_argument when a coordinate of the crosshair is not within 1000 mm.
   const Image& paint(const PaneContents& contents);
 
   // By the last picture:
@@ -55,6 +56,7 @@ class ScenePane {
   void renewPlanes(const PaneContents& contents);
   void fitTo(const PaneContents& contents);
   [[nodiscard]] SceneStyle styleOf(const PaneContents& contents) const;
+  void drawPlaced(Image& image, const PaneContents& contents) const;
   void drawTexts(Image& image, const PaneContents& contents) const;
 
   int m_width = 1;

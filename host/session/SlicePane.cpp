@@ -6,6 +6,7 @@
 #include <limits>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "host/BitmapCanvas.h"
 #include "host/DipoleScene.h"
@@ -14,6 +15,9 @@
 #include "host/session/DipoleVisibility.h"
 #include "host/session/DisplayOverride.h"
 #include "host/session/HeadBoxOf.h"
+#include "host/session/PaneFiducials.h"
+#include "host/session/PaneLegend.h"
+#include "host/session/PaneWarnings.h"
 
 namespace host {
 
@@ -28,11 +32,13 @@ constexpr int edgePixels = 1;             // around a square
 // Wider than any depth that a dipole can have: one slice holds them all.
 constexpr double endlessSpacing = 1e6;  // mm
 constexpr int pixelsPerCell = 1;
+constexpr int leastWidthForLegend = 600;  // pixels; in the small panes it would take the head's room
 
 double toleranceOf(const PaneContents& contents) {
+  const double own = contents.settings.thinnestSlice * 0.5;
   if (contents.dipoles.getShowDipole2DOverlap() == 0)
-    return contents.settings.thinnestSlice * 0.5;
-  return contents.settings.toleranceMm.value_or(std::numeric_limits<double>::infinity());
+    return own;
+  return (std::max)(own, contents.settings.toleranceMm.value_or(std::numeric_limits<double>::infinity()));
 }
 
 Rgb colourOf(const PaneContents& contents, const CDipoleszq& dipole) {
@@ -99,6 +105,7 @@ SlicePane::SlicePane(View view) : m_view(view), m_grid(view, 1, 1, m_mmPerPixel,
 
 void SlicePane::resize(int width, int height) {
   m_width = (std::max)(width, 1);
+  m_pictureWidth = m_width;  // until the next picture
   m_height = (std::max)(height, 1);
 }
 
@@ -110,7 +117,7 @@ void SlicePane::zoom(double factor, int column, int row) {
   const ViewAxes axes = axesOf(m_view);
   // From the middle of the pane to the pixel, before and after.
   const double change = before - m_mmPerPixel;
-  m_middle[axes.column] += (column + 0.5 - m_width * 0.5) * change;
+  m_middle[axes.column] += (column + 0.5 - m_pictureWidth * 0.5) * change;
   m_middle[axes.row] -= (row + 0.5 - m_height * 0.5) * change;
   pan(0, 0);
 }
@@ -128,20 +135,35 @@ void SlicePane::pan(int columns, int rows) {
 void SlicePane::fitTo(const Head& head) {
   const HeadBox box = headBoxOf(head);
   const ViewAxes axes = axesOf(m_view);
-  const int border = letterBorder(m_width, m_height);
+  const int border = letterBorder(m_pictureWidth, m_height);
   const auto mmPerPixel = [&](int axis, int pixels) {
     return (box.high[axis] - box.low[axis]) / (std::max)(pixels - 2 * border, 1);
   };
-  m_mmPerPixel = std::clamp((std::max)(mmPerPixel(axes.column, m_width), mmPerPixel(axes.row, m_height)),
-                            finest, coarsest);
+  m_mmPerPixel = std::clamp(
+      (std::max)(mmPerPixel(axes.column, m_pictureWidth), mmPerPixel(axes.row, m_height)), finest, coarsest);
   m_middle = (box.low + box.high) * 0.5;
 }
 
 bool SlicePane::isSquareSeen(const PixelPoint& at) const {
   const int before = (m_glyph - 1) / 2;
   const int after = m_glyph - before;
-  return at.column + after > 0 && at.row + after > 0 && at.column - before < m_width &&
+  return at.column + after > 0 && at.row + after > 0 && at.column - before < m_pictureWidth &&
          at.row - before < m_height;
+}
+
+// Those near enough to the slice: the placed ones over the head's own.
+void SlicePane::drawFiducials(const PaneContents& contents) {
+  constexpr double leastReach = 2.0;  // mm
+  const int slab = axesOf(m_view).slab;
+  const double reach = (std::max)(toleranceOf(contents), leastReach);
+  const auto drawEach = [&](const std::vector<SceneFiducial>& points, const auto& draw) {
+    for (const SceneFiducial& point : points)
+      if (std::abs(point.place[slab] - position()) <= reach)
+        if (const std::optional<PixelPoint> at = pixelOf(point.place))
+          draw(m_picture, *at, point.letter);
+  };
+  drawEach(headFiducials(contents), drawFiducialRing);
+  drawEach(placedFiducials(contents), drawFiducialCross);
 }
 
 // Sorts every dipole into the account; those whose square can be seen into m_drawn.
@@ -256,8 +278,7 @@ void SlicePane::drawTexts(const PaneContents& contents) {
   texts.lines.push_back({countText(m_account), ink});
   if (const std::string choice = choiceText(m_account); !choice.empty())
     texts.lines.push_back({choice, quietInk});
-  if (!contents.head.volume->sidesStated())
-    texts.warnings.push_back({"The MRI file does not say which side is left", warningInk});
+  texts.warnings = headWarnings(contents.head, m_account.total);
   for (const std::string& warning : warningTexts(m_account))
     texts.warnings.push_back({warning, warningInk});
   drawPaneTexts(m_picture, texts);
@@ -269,6 +290,8 @@ const Image& SlicePane::paint(const PaneContents& contents) {
   for (int axis = 0; axis < 3; ++axis)
     if (!(std::abs(contents.crosshair[axis]) <= farthestSlice))
       throw std::invalid_argument("the crosshair must lie within 1000 mm of the head's origin");
+  const Image legend = m_width >= leastWidthForLegend ? legendOf(contents, m_width, m_height) : Image();
+  m_pictureWidth = m_width - legend.width();
   if (m_volume != contents.head.volume || !m_frame || !isSameFrame(*m_frame, contents.head.frame))
     m_isFitted = true;
   m_volume = contents.head.volume;
@@ -277,18 +300,20 @@ const Image& SlicePane::paint(const PaneContents& contents) {
     fitTo(contents.head);
   Vector3 middle = m_middle;
   middle[axesOf(m_view).slab] = slice;
-  m_grid = PaneGrid(m_view, m_width, m_height, m_mmPerPixel, middle);
+  m_grid = PaneGrid(m_view, m_pictureWidth, m_height, m_mmPerPixel, middle);
   m_glyph = std::clamp(contents.settings.glyphPixels, 1, largestGlyph);
   takeStock(contents);
 
   m_picture = m_grey.picture(contents.head, m_grid.samples(), contents.window);
   drawCrosshair(m_picture, m_grid.pixelAt(contents.crosshair));
   drawTexts(contents);  // below the dipoles: no caption hides one
+  drawFiducials(contents);
   // Squares over arrows: where a dipole lies comes first. The current one over all others.
   drawArrows(m_picture, arrowsOf(contents));
   drawDipoles(contents);
   markCurrent(contents);
   drawSides(m_picture, m_view);
+  m_picture = withLegend(std::move(m_picture), legend);
   return m_picture;
 }
 

@@ -34,14 +34,17 @@ class SlicePane {
   void zoom(double factor, int column, int row);
   void pan(int columns, int rows);  // moves the picture to the right and down
 
-  // Of the pane's size; kept until the next. Throws std::invalid_argument when a coordinate of the crosshair
-  // is not within 1000 mm, std::runtime_error when there is no surface to draw on; the dipoles are as before
-  // then too.
+  // Of the pane's size; kept until the next. With colours and a legend wished for, a pane of at least 600
+  // pixels has the legend at its right border, beside the picture. Throws std::invalid_argument when a
+  // coordinate of the crosshair is not within 1000 mm, std::runtime_error when there is no surface to draw
+  // on; the dipoles are as before then too.
   const Image& paint(const PaneContents& contents);
 
   // By the last picture:
   [[nodiscard]] View view() const { return m_view; }
-  // The head point that a pixel shows, in the plane that was drawn.
+  // False beyond the borders and over the legend.
+  [[nodiscard]] bool isInPicture(int column, int row) const { return m_grid.isInPane({column, row}); }
+  // The head point that a pixel shows, in the plane that was drawn; beyond the picture as if it went on.
   [[nodiscard]] Vector3 headPoint(int column, int row) const { return m_grid.headPoint(column, row); }
   // Where the picture shows a place, or the one straight before or behind it; nothing beyond the picture.
   [[nodiscard]] std::optional<PixelPoint> pixelOf(const Vector3& head) const;
@@ -62,6 +65,7 @@ class SlicePane {
   void takeStock(const PaneContents& contents);
   void drawDipoles(const PaneContents& contents);
   void drawSquares(CDipoleFace9File& dipoles, CDC& dc, int size) const;
+  void drawFiducials(const PaneContents& contents);
   void drawTexts(const PaneContents& contents);
   [[nodiscard]] bool isSquareSeen(const PixelPoint& at) const;
   void markCurrent(const PaneContents& contents);
@@ -71,6 +75,7 @@ class SlicePane {
   View m_view;
   int m_width = 1;
   int m_height = 1;
+  int m_pictureWidth = 1;  // without the legend
   bool m_isFitted = true;
   double m_mmPerPixel = 1.0;
   Vector3 m_middle;  // what is to be in the middle of the pane; the coordinate along the slab axis is unused

@@ -4,7 +4,9 @@
 
 #include <afxwin.h>
 
+#include <array>
 #include <memory>
+#include <optional>
 
 #include "host/session/PaneContents.h"
 #include "tests/host/Phantom.h"
@@ -17,6 +19,7 @@ struct PaneFixture {
   host::Vector3 crosshair;
   host::GreyWindow window{0.0, 1000.0};
   const host::ValueColors* colours = nullptr;
+  std::array<std::optional<host::Vector3>, 3> marks;
 
   static host::Fiducials points() { return {{9, 92, -10}, {-72, -12, -22}, {74, 8, -26}}; }
 
@@ -33,7 +36,7 @@ struct PaneFixture {
   }
 
   [[nodiscard]] host::PaneContents contents() const {
-    return {*dipoles, head, settings, crosshair, window, colours};
+    return {*dipoles, head, settings, crosshair, window, colours, marks};
   }
 };
 

@@ -56,6 +56,16 @@ TEST_F(SlicePaneDipoles, WithoutOverlapASliceShowsItsOwnDipolesOnly) {
   EXPECT_EQ(paintedAccount(View::axial).onSlice, 5);
 }
 
+TEST_F(SlicePaneDipoles, AToleranceOfNothingReachesHalfAThinSlice) {
+  settings.toleranceMm = 0.0;
+  settings.thinnestSlice = 1.0;
+  for (const double mm : {-0.501, -0.5, 0.0, 0.5, 0.501})
+    put({0, mm, 0});
+  EXPECT_EQ(paintedAccount(View::axial).onSlice, 3);
+  settings.toleranceMm = 0.501;
+  EXPECT_EQ(paintedAccount(View::axial).onSlice, 5);
+}
+
 TEST_F(SlicePaneDipoles, WithoutAToleranceAllDipolesAreDrawn) {
   settings.toleranceMm.reset();
   put({-20, -250, 10});
