@@ -21,8 +21,10 @@ void SliceWindow::turnWheel(int notches) {
   step(axesOf(m_view).slab, notches);
 }
 
+// Beside the slice, on the legend, there is no head.
 void SliceWindow::press(CPoint at) {
-  owner().moveCrosshair(m_pane.headPoint(at.x, at.y));
+  if (m_pane.isInPicture(at.x, at.y))
+    owner().moveCrosshair(m_pane.headPoint(at.x, at.y));
 }
 
 void SliceWindow::dragLeft(CPoint at, CPoint /*by*/) {
@@ -42,7 +44,10 @@ void SliceWindow::click(CPoint at) {
 }
 
 void SliceWindow::point(CPoint at) {
-  owner().showPointer(m_pane.headPoint(at.x, at.y));
+  if (!m_pane.isInPicture(at.x, at.y))
+    owner().hidePointer();
+  else
+    owner().showPointer(m_pane.headPoint(at.x, at.y));
 }
 
 bool SliceWindow::handleKey(UINT key, bool shift) {
