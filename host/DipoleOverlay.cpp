@@ -117,7 +117,9 @@ std::optional<PixelBox> boxAround(const std::vector<Square>& squares, int shift,
   return box;
 }
 
-void drawSlice(CDipoleFace8Import01_CTF& dipoles, CDC& dc, View view, int slice) {
+}  // namespace
+
+void drawSlice(CDipoleFace2On2DView& dipoles, CDC& dc, View view, int slice) {
   constexpr int pixelsPerCell = 1;
   switch (view) {
     case View::axial:
@@ -131,8 +133,6 @@ void drawSlice(CDipoleFace8Import01_CTF& dipoles, CDC& dc, View view, int slice)
       return;
   }
 }
-
-}  // namespace
 
 OverlayReport drawDipoles(CDipoleFace8Import01_CTF& dipoles, const SliceGeometry& geometry, View view,
                           double position, double overlapMm, Image& picture) {

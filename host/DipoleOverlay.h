@@ -39,4 +39,7 @@ struct OverlayReport {
 OverlayReport drawDipoles(CDipoleFace8Import01_CTF& dipoles, const SliceGeometry& geometry, View view,
                           double position, double overlapMm, Image& picture);
 
+// Lets the module draw the dipoles of one slice of its volume, a pixel for each cell of it.
+void drawSlice(CDipoleFace2On2DView& dipoles, CDC& dc, View view, int slice);
+
 }  // namespace host

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "host/BitmapCanvas.h"
+#include "host/DipoleOverlay.h"
 #include "host/DipoleScene.h"
 #include "host/PictureText.h"
 #include "host/SliceCaption.h"
@@ -67,17 +68,7 @@ void setVolume(CDipoleFace2On2DView& dipoles, const PaneGrid& grid) {
 // Every dipole that is switched on; on axial slices by the module's rule only those from the origin up.
 void drawWholeSet(CDipoleFace2On2DView& dipoles, CDC& dc, const PaneGrid& grid) {
   const int slice = grid.geometry().pixels(axesOf(grid.view()).slab) / 2;
-  switch (grid.view()) {
-    case View::axial:
-      dipoles.drawDipoleAxial(&dc, slice, pixelsPerCell);
-      return;
-    case View::coronal:
-      dipoles.drawDipoleCoronal(&dc, slice, pixelsPerCell);
-      return;
-    case View::sagittal:
-      dipoles.drawDipoleSagittal(&dc, slice, pixelsPerCell);
-      return;
-  }
+  drawSlice(dipoles, dc, grid.view(), slice);
 }
 
 // The same square for one dipole, wherever it lies.

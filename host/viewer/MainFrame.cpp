@@ -308,7 +308,7 @@ void MainFrame::OnPaint() {
   context.FillSolidRect(area, gapColour);
   repaintPanes();
   showStatus();
-  SetTimer(quietTimer, quietMilliseconds, nullptr);
+  noteLater();
 }
 
 void MainFrame::repaintPanes() {
