@@ -1,0 +1,208 @@
+#!/usr/bin/env python3
+"""Fails when the module leans on what Microsoft's compiler and MFC do not promise.
+
+Every module source is read by Clang with the declarations of tests/mfc, which hold what Microsoft documents, and
+searched for what that compiler warns of at /W4 and Clang does not. Then it is shown that the check can fail: each
+line of tests/mfc/refused must be found. A source whose text, and that of all it includes, passed before is not
+read again (build/mfc). docs/microsoft.md says more.
+"""
+import hashlib
+import os
+import re
+import subprocess
+import sys
+import time
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+DECLARATIONS = ROOT / "tests/mfc"
+QUERY = DECLARATIONS / "warnings.query"
+STAMPS = ROOT / "build/mfc"
+FOLDERS = ["headmodel", "record", "collection", "import", "file", "ui", "module"]
+COMPILER = "x86_64-w64-mingw32-g++-posix"
+
+FLAGS = """--target=x86_64-w64-mingw32 -std=c++20 -fms-extensions -Wall -Wextra -Wpedantic -Wconversion
+  -Wsign-conversion -Wshadow-all -Wunreachable-code-aggressive -Wconditional-uninitialized -Wmismatched-tags
+  -ferror-limit=0 -DUNICODE -D_UNICODE -DWINVER=0x0601 -D_WIN32_WINNT=0x0601 -DNOMINMAX""".split()
+
+# Found in the text: what this compiler or library takes and the other does not.
+TEXT_RULES = [
+    (re.compile(r"\b(?:min|max)\s*\("),
+     "min or max without parentheses around it: the system's headers have macros of these names"),
+    (re.compile(r"__builtin_|__attribute__|__int128|__PRETTY_FUNCTION__|\[\[gnu::|#\s*pragma\s+GCC|<bits/"),
+     "an extension of another compiler"),
+]
+BRACED_RANGE = re.compile(r"\bfor \([^;{}()]*:\s*\{", re.S)
+# The standard lets these headers bring the list's class.
+LIST_HEADERS = set("""initializer_list algorithm array deque forward_list list map memory_resource optional queue random
+  regex set span stack string string_view unordered_map unordered_set utility valarray variant vector""".split())
+INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]+(?:"([^"]+)"|<([^>]+)>)', re.M)
+AFTER_MAP = re.compile(r"\bDECLARE_MESSAGE_MAP\(\)\s*(?!public:|protected:|private:|\}|\s)")
+
+DIAGNOSTIC = re.compile(r"^(.+?):(\d+):\d+: (?:fatal )?(?:error|warning): (.*)$")
+MATCH = re.compile(r'^(.+?):(\d+):\d+: note: "(C\d{4})" binds here')
+REFUSED = re.compile(r"// refused: (.*)$")
+
+
+def compiler_flags():
+    """The flags with the C++ library of the compiler that builds for Windows."""
+    place = subprocess.run([COMPILER, "-print-file-name=include"], check=True, capture_output=True, text=True)
+    library = Path(place.stdout.strip()) / "c++"
+    return [*FLAGS, "-isystem", str(library), "-isystem", str(library / "x86_64-w64-mingw32"),
+            "-I", str(ROOT), "-isystem", str(DECLARATIONS)]
+
+
+def without_comments(text):
+    return re.sub(r"//[^\n]*", "", text)
+
+
+class Includes:
+    """What a file includes, in the project and beyond, at any depth."""
+
+    def __init__(self):
+        self._texts = {}
+
+    def text(self, path):
+        if path not in self._texts:
+            self._texts[path] = path.read_text(encoding="utf-8")
+        return self._texts[path]
+
+    def reach(self, path, files=None, library=None):
+        """The project's files that `path` reads, itself too, and the names of the library's headers."""
+        files = {} if files is None else files
+        library = set() if library is None else library
+        if path not in files:
+            files[path] = None
+            for quoted, angled in INCLUDE.findall(self.text(path)):
+                name = quoted or angled
+                found = [place / name for place in (ROOT, DECLARATIONS) if (place / name).is_file()]
+                if found:
+                    self.reach(found[0], files, library)
+                else:
+                    library.add(name)
+        return files, library
+
+
+def text_findings(path, includes):
+    """Findings in the text of one source or header of the module."""
+    text = without_comments(includes.text(path))
+    place = path.relative_to(ROOT).as_posix()
+    hits = [(match.start(), message) for pattern, message in TEXT_RULES for match in pattern.finditer(text)]
+    hits += [(match.start(), "a member behind DECLARE_MESSAGE_MAP() needs an access specifier")
+             for match in AFTER_MAP.finditer(text)]
+    if not includes.reach(path)[1] & LIST_HEADERS:
+        hits += [(match.start(), "a loop over a braced list without <initializer_list>")
+                 for match in BRACED_RANGE.finditer(text)]
+    return [(place, text.count("\n", 0, start) + 1, message) for start, message in hits]
+
+
+def compile_findings(path, flags):
+    """What Clang reports of one source, warnings and matches of the query."""
+    run = subprocess.run(["clang-query", "-f", str(QUERY), str(path), "--", *flags], cwd=ROOT,
+                         capture_output=True, text=True)
+    output = run.stdout + run.stderr
+    found = set()
+    for line in output.splitlines():
+        diagnostic = DIAGNOSTIC.match(line)
+        match = MATCH.match(line)
+        if diagnostic or match:
+            where = diagnostic or match
+            place = os.path.relpath(os.path.join(ROOT, where[1]), ROOT)
+            message = diagnostic[3] if diagnostic else f"as the other compiler's {match[3]}"
+            found.add((place, int(where[2]), message))
+    # No word of matches: the query itself was not understood, or nothing was read.
+    if not found and (run.returncode != 0 or not re.search(r"^\d+ match(es)?\.$", output, re.M)):
+        found.add((path.relative_to(ROOT).as_posix(), 0, "could not be searched: " + output.strip()[:2000]))
+    return found
+
+
+def precompiled(flags):
+    """The flags that bring the system's headers, read once."""
+    STAMPS.mkdir(parents=True, exist_ok=True)
+    header = STAMPS / "Win32.pch"
+    subprocess.run(["clang++", *flags, "-D_AFXEXT", "-x", "c++-header", str(DECLARATIONS / "documented/System.h"),
+                    "-o", str(header)], check=True, cwd=ROOT)
+    return [*flags, "-D_AFXEXT", "-include-pch", str(header)]
+
+
+def tools():
+    """What the result depends on besides the texts."""
+    versions = [subprocess.run([tool, "--version"], check=True, capture_output=True, text=True).stdout
+                for tool in ("clang-query", COMPILER)]
+    return "".join(versions) + QUERY.read_text(encoding="utf-8") + Path(__file__).read_text(encoding="utf-8")
+
+
+def stamp(path, includes, common):
+    files = includes.reach(path)[0]
+    digest = hashlib.sha256(common.encode())
+    for file in sorted(files):
+        digest.update(f"{file.relative_to(ROOT)}\n{includes.text(file)}".encode())
+    return STAMPS / (path.relative_to(ROOT).as_posix().replace("/", "+") + "." + digest.hexdigest())
+
+
+def passed_before(mark):
+    return mark.exists()
+
+
+def remember(mark, name):
+    for old in STAMPS.glob(name + ".*"):
+        old.unlink()
+    mark.touch()
+
+
+def check_module(pool, includes, flags):
+    """All findings of the module, and how many of its sources were read."""
+    sources = [path for folder in FOLDERS for path in sorted((ROOT / folder).glob("*.cpp"))]
+    headers = [path for folder in FOLDERS for path in sorted((ROOT / folder).glob("*.h"))]
+    found = [hit for path in [*sources, *headers] for hit in text_findings(path, includes)]
+    common = tools()
+    marks = {path: stamp(path, includes, common) for path in sources}
+    fresh = [path for path in sources if not marks[path].exists()]
+    for path, hits in zip(fresh, pool.map(lambda source: compile_findings(source, flags), fresh)):
+        found += hits
+        if not hits:
+            remember(marks[path], path.relative_to(ROOT).as_posix().replace("/", "+"))
+    return found, len(sources), len(fresh)
+
+
+def check_refusals(pool, includes, flags):
+    """Each line of tests/mfc/refused that says what must be found there, and is not; and what else is found."""
+    wrong = []
+    refusals = 0
+    paths = sorted((DECLARATIONS / "refused").glob("*.cpp"))
+    for path, hits in zip(paths, pool.map(lambda source: compile_findings(source, flags), paths)):
+        place = path.relative_to(ROOT).as_posix()
+        hits = hits | set(text_findings(path, includes))
+        for number, line in enumerate(includes.text(path).splitlines(), 1):
+            messages = [message for where, at, message in hits if where == place and at == number]
+            expected = REFUSED.search(line)
+            refusals += expected is not None
+            if expected and not any(expected[1] in message for message in messages):
+                wrong.append((place, number, f"not refused as '{expected[1]}', but: {messages or 'nothing'}"))
+            if not expected and messages:
+                wrong.append((place, number, f"refused without being expected: {messages}"))
+    return wrong, refusals
+
+
+def report(title, found):
+    for place, line, message in sorted(set(found)):
+        print(f"{place}:{line}: {title}: {message}")
+
+
+def main():
+    start = time.monotonic()
+    includes = Includes()
+    flags = precompiled(compiler_flags())
+    with ThreadPoolExecutor(os.cpu_count() or 1) as pool:
+        found, sources, fresh = check_module(pool, includes, flags)
+        wrong, refusals = check_refusals(pool, includes, flags)
+    report("finding", found)
+    report("this check", wrong)
+    print(f"{sources} module sources against the documented MFC, {fresh} of them read anew, "
+          f"{len(set(found))} findings; {refusals} deliberate mistakes, {len(wrong)} of them not answered as they "
+          f"should; {time.monotonic() - start:.0f} s.")
+    return 1 if found or wrong else 0
+
+
+sys.exit(main())
