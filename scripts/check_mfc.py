@@ -17,14 +17,16 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 DECLARATIONS = ROOT / "tests/mfc"
+HOST = DECLARATIONS / "host.cpp"
 QUERY = DECLARATIONS / "warnings.query"
-STAMPS = ROOT / "build/mfc"
+STAMPS = ROOT / "build/check_mfc"
 FOLDERS = ["headmodel", "record", "collection", "import", "file", "ui", "module"]
 COMPILER = "x86_64-w64-mingw32-g++-posix"
 
 FLAGS = """--target=x86_64-w64-mingw32 -std=c++20 -fms-extensions -Wall -Wextra -Wpedantic -Wconversion
   -Wsign-conversion -Wshadow-all -Wunreachable-code-aggressive -Wconditional-uninitialized -Wmismatched-tags
-  -ferror-limit=0 -DUNICODE -D_UNICODE -DWINVER=0x0601 -D_WIN32_WINNT=0x0601 -DNOMINMAX""".split()
+  -ferror-limit=0 -DUNICODE -D_UNICODE -DWINVER=0x0601 -D_WIN32_WINNT=0x0601
+  -DNOMINMAX -D_AFXDLL""".split()
 
 # Found in the text: what this compiler or library takes and the other does not.
 TEXT_RULES = [
@@ -34,9 +36,7 @@ TEXT_RULES = [
      "an extension of another compiler"),
 ]
 BRACED_RANGE = re.compile(r"\bfor \([^;{}()]*:\s*\{", re.S)
-# The standard lets these headers bring the list's class.
-LIST_HEADERS = set("""initializer_list algorithm array deque forward_list list map memory_resource optional queue random
-  regex set span stack string string_view unordered_map unordered_set utility valarray variant vector""".split())
+STANDARD_NAME = re.compile(r"\bstd::(\w+)")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]+(?:"([^"]+)"|<([^>]+)>)', re.M)
 AFTER_MAP = re.compile(r"\bDECLARE_MESSAGE_MAP\(\)\s*(?!public:|protected:|private:|\}|\s)")
 
@@ -55,6 +55,16 @@ def compiler_flags():
 
 def without_comments(text):
     return re.sub(r"//[^\n]*", "", text)
+
+
+def standard_headers():
+    """For each name of the standard library, the headers that bring it."""
+    headers = {}
+    for line in (DECLARATIONS / "library.txt").read_text(encoding="utf-8").splitlines():
+        places, _, names = line.partition(":")
+        for name in names.split() if not line.startswith("#") else []:
+            headers.setdefault(name, set()).update(places.split())
+    return headers
 
 
 class Includes:
@@ -84,22 +94,33 @@ class Includes:
         return files, library
 
 
-def text_findings(path, includes):
+def library_findings(text, headers, reached):
+    """Names of the standard library whose header no include brings for certain, and where they stand."""
+    uses = [(match.start(), match[1]) for match in STANDARD_NAME.finditer(text)]
+    uses += [(match.start(), "initializer_list") for match in BRACED_RANGE.finditer(text)]
+    for start, name in uses:
+        if name not in headers:
+            yield start, f"std::{name} stands not in tests/mfc/library.txt"
+        elif not headers[name] & reached:
+            header = name if name in headers[name] else min(headers[name])
+            yield start, f"std::{name} without <{header}>"
+
+
+def text_findings(path, includes, headers):
     """Findings in the text of one source or header of the module."""
     text = without_comments(includes.text(path))
     place = path.relative_to(ROOT).as_posix()
     hits = [(match.start(), message) for pattern, message in TEXT_RULES for match in pattern.finditer(text)]
     hits += [(match.start(), "a member behind DECLARE_MESSAGE_MAP() needs an access specifier")
              for match in AFTER_MAP.finditer(text)]
-    if not includes.reach(path)[1] & LIST_HEADERS:
-        hits += [(match.start(), "a loop over a braced list without <initializer_list>")
-                 for match in BRACED_RANGE.finditer(text)]
+    hits += library_findings(text, headers, includes.reach(path)[1])
     return [(place, text.count("\n", 0, start) + 1, message) for start, message in hits]
 
 
 def compile_findings(path, flags):
     """What Clang reports of one source, warnings and matches of the query."""
-    run = subprocess.run(["clang-query", "-f", str(QUERY), str(path), "--", *flags], cwd=ROOT,
+    extension = [] if path == HOST else ["-D_AFXEXT"]
+    run = subprocess.run(["clang-query", "-f", str(QUERY), str(path), "--", *flags, *extension], cwd=ROOT,
                          capture_output=True, text=True)
     output = run.stdout + run.stderr
     found = set()
@@ -121,9 +142,9 @@ def precompiled(flags):
     """The flags that bring the system's headers, read once."""
     STAMPS.mkdir(parents=True, exist_ok=True)
     header = STAMPS / "Win32.pch"
-    subprocess.run(["clang++", *flags, "-D_AFXEXT", "-x", "c++-header", str(DECLARATIONS / "documented/System.h"),
+    subprocess.run(["clang++", *flags, "-x", "c++-header", str(DECLARATIONS / "documented/System.h"),
                     "-o", str(header)], check=True, cwd=ROOT)
-    return [*flags, "-D_AFXEXT", "-include-pch", str(header)]
+    return [*flags, "-include-pch", str(header)]
 
 
 def tools():
@@ -141,21 +162,22 @@ def stamp(path, includes, common):
     return STAMPS / (path.relative_to(ROOT).as_posix().replace("/", "+") + "." + digest.hexdigest())
 
 
-def passed_before(mark):
-    return mark.exists()
-
-
 def remember(mark, name):
     for old in STAMPS.glob(name + ".*"):
         old.unlink()
     mark.touch()
 
 
-def check_module(pool, includes, flags):
+def is_cpp(path):
+    return path.suffix in (".h", ".cpp")
+
+
+def check_module(pool, includes, headers, flags):
     """All findings of the module, and how many of its sources were read."""
-    sources = [path for folder in FOLDERS for path in sorted((ROOT / folder).glob("*.cpp"))]
-    headers = [path for folder in FOLDERS for path in sorted((ROOT / folder).glob("*.h"))]
-    found = [hit for path in [*sources, *headers] for hit in text_findings(path, includes)]
+    texts = [path for folder in FOLDERS for path in sorted((ROOT / folder).rglob("*.[ch]*")) if is_cpp(path)]
+    found = [hit for path in texts for hit in text_findings(path, includes, headers)]
+    found += [(folder, 0, "has no sources") for folder in FOLDERS if not any((ROOT / folder).rglob("*.cpp"))]
+    sources = [path for path in texts if path.suffix == ".cpp"] + [HOST]
     common = tools()
     marks = {path: stamp(path, includes, common) for path in sources}
     fresh = [path for path in sources if not marks[path].exists()]
@@ -166,14 +188,14 @@ def check_module(pool, includes, flags):
     return found, len(sources), len(fresh)
 
 
-def check_refusals(pool, includes, flags):
+def check_refusals(pool, includes, headers, flags):
     """Each line of tests/mfc/refused that says what must be found there, and is not; and what else is found."""
     wrong = []
     refusals = 0
     paths = sorted((DECLARATIONS / "refused").glob("*.cpp"))
     for path, hits in zip(paths, pool.map(lambda source: compile_findings(source, flags), paths)):
         place = path.relative_to(ROOT).as_posix()
-        hits = hits | set(text_findings(path, includes))
+        hits = hits | set(text_findings(path, includes, headers))
         for number, line in enumerate(includes.text(path).splitlines(), 1):
             messages = [message for where, at, message in hits if where == place and at == number]
             expected = REFUSED.search(line)
@@ -193,10 +215,11 @@ def report(title, found):
 def main():
     start = time.monotonic()
     includes = Includes()
+    headers = standard_headers()
     flags = precompiled(compiler_flags())
     with ThreadPoolExecutor(os.cpu_count() or 1) as pool:
-        found, sources, fresh = check_module(pool, includes, flags)
-        wrong, refusals = check_refusals(pool, includes, flags)
+        found, sources, fresh = check_module(pool, includes, headers, flags)
+        wrong, refusals = check_refusals(pool, includes, headers, flags)
     report("finding", found)
     report("this check", wrong)
     print(f"{sources} module sources against the documented MFC, {fresh} of them read anew, "

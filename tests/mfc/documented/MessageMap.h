@@ -1,5 +1,5 @@
-// Message maps. Nothing runs here: a map is a function whose body tells whether each handler has the documented
-// result and parameters.
+// Message maps. Nothing runs here: a map is a function whose body tells whether each handler has the
+// documented result and parameters.
 #pragma once
 
 #include <type_traits>

@@ -2,6 +2,7 @@
 #include <afx.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <limits>
 #include <type_traits>
@@ -58,6 +59,27 @@ int unreachable(int number) {
   number = 3;  // refused: code will never be executed
 }
 
+enum class Kind { one, two };
+
+int ofKind(Kind kind) {  // refused: C4715
+  switch (kind) {
+    case Kind::one:
+      return 1;
+    case Kind::two:
+      return 2;
+  }
+}
+
+int ofKindOrNone(Kind kind) {
+  switch (kind) {
+    case Kind::one:
+      return 1;
+    case Kind::two:
+      return 2;
+  }
+  return 0;
+}
+
 // Conditions.
 template <typename Number>
 int decided(Number number) {
@@ -103,6 +125,20 @@ void changed(unsigned count, int number, long long wide, double real) {
   static_cast<void>(third);
   static_cast<void>(shift);
   static_cast<void>(less);
+}
+
+void reckoned(short narrow, unsigned char byte, int number, unsigned count, std::size_t size, float real) {
+  narrow += number;     // refused: C4244
+  byte |= number;       // refused: C4244
+  count += size;        // refused: C4244
+  narrow = narrow + 1;  // refused: C4244
+  real = number;        // refused: may lose precision
+  real += 0.1;          // refused: loses floating-point precision
+  narrow += narrow;
+  byte |= 1;
+  size += count;
+  narrow = static_cast<short>(narrow + byte);
+  static_cast<void>(real);
 }
 
 // Names.
