@@ -204,6 +204,8 @@ def check_refusals(pool, includes, headers, flags):
                 wrong.append((place, number, f"not refused as '{expected[1]}', but: {messages or 'nothing'}"))
             if not expected and messages:
                 wrong.append((place, number, f"refused without being expected: {messages}"))
+    if not refusals:
+        wrong.append(("tests/mfc/refused", 0, "nothing is refused there"))
     return wrong, refusals
 
 
