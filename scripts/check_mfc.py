@@ -38,6 +38,8 @@ TEXT_RULES = [
 BRACED_RANGE = re.compile(r"\bfor \([^;{}()]*:\s*\{", re.S)
 STANDARD_NAME = re.compile(r"\bstd::(\w+)")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]+(?:"([^"]+)"|<([^>]+)>)', re.M)
+MESSAGE_MAP = re.compile(r"\bBEGIN_MESSAGE_MAP\(.*?\bEND_MESSAGE_MAP\(\)", re.S)
+ENTRY = re.compile(r"\b(ON_\w+)\(((?:[^(),]*,)*)[^(),]*\)")
 AFTER_MAP = re.compile(r"\bDECLARE_MESSAGE_MAP\(\)\s*(?!public:|protected:|private:|\}|\s)")
 
 DIAGNOSTIC = re.compile(r"^(.+?):(\d+):\d+: (?:fatal )?(?:error|warning): (.*)$")
@@ -106,6 +108,17 @@ def library_findings(text, headers, reached):
             yield start, f"std::{name} without <{header}>"
 
 
+def map_findings(text):
+    """Entries of a message map that another one of the same map leaves nothing to answer."""
+    for one in MESSAGE_MAP.finditer(text):
+        known = set()
+        for entry in ENTRY.finditer(text, one.start(), one.end()):
+            answered = (entry[1], "".join(entry[2].split()))
+            if answered in known:
+                yield entry.start(), "a second entry of the message map for the same"
+            known.add(answered)
+
+
 def text_findings(path, includes, headers):
     """Findings in the text of one source or header of the module."""
     text = without_comments(includes.text(path))
@@ -113,6 +126,7 @@ def text_findings(path, includes, headers):
     hits = [(match.start(), message) for pattern, message in TEXT_RULES for match in pattern.finditer(text)]
     hits += [(match.start(), "a member behind DECLARE_MESSAGE_MAP() needs an access specifier")
              for match in AFTER_MAP.finditer(text)]
+    hits += map_findings(text)
     hits += library_findings(text, headers, includes.reach(path)[1])
     return [(place, text.count("\n", 0, start) + 1, message) for start, message in hits]
 

@@ -42,6 +42,22 @@ ON_MESSAGE(WM_ACTIVATE, &Handlers::OnMessage)  // refused: static_cast from
 ON_UPDATE_COMMAND_UI(1, &Handlers::OnUpdate)   // refused: static_cast from
 END_MESSAGE_MAP()
 
+class Twice : public CDialog {
+ public:
+  void OnFine();
+  void OnToo();
+  DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(Twice, CDialog)
+ON_COMMAND(1, &Twice::OnFine)
+ON_COMMAND(2, &Twice::OnFine)
+ON_BN_CLICKED(1, &Twice::OnFine)
+ON_COMMAND(1, &Twice::OnToo)  // refused: a second entry of the message map
+ON_WM_DESTROY()
+ON_WM_DESTROY()  // refused: a second entry of the message map
+END_MESSAGE_MAP()
+
 class Unrelated : public CWnd {
   DECLARE_MESSAGE_MAP()
 };
