@@ -5,9 +5,9 @@
 #   fuzz/run.sh 600           600 seconds per reader
 #   fuzz/run.sh runs=10000000 so many inputs per reader
 #
-# Found inputs gather in build/native-fuzz/corpus; an input that breaks a reader is left in
-# build/native-fuzz/crashes, and the script ends with 1. To look at it again:
-#   build/native-fuzz/fuzz/ctf_fuzzer build/native-fuzz/crashes/ctf-...
+# Found inputs gather in build/native-asan/corpus; an input that breaks a reader is left in
+# build/native-asan/crashes, and the script ends with 1. To look at it again:
+#   build/native-asan/fuzz/ctf_fuzzer build/native-asan/crashes/ctf-...
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -19,8 +19,8 @@ case $limit in
 esac
 
 readers=(ctf msi row line archive nifti)
-folder=$PWD/build/native-fuzz
-cmake --preset native-fuzz >/dev/null
+folder=$PWD/build/native-asan
+cmake --preset native-asan >/dev/null
 cmake --build "$folder" --target "${readers[@]/%/_fuzzer}"
 python3 fuzz/seeds.py "$folder/seeds"
 mkdir -p "$folder/crashes"

@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "tests/record/DipoleMembers.h"
+#include "tests/support/TestPlaces.h"
 
 namespace {
 
@@ -234,7 +235,7 @@ Lines differences(Lines before, Lines after) {
 namespace {
 
 std::string fileContent(const std::string& name) {
-  std::ifstream file(DIPOLE_TEST_DATA "/file/archives/" + name, std::ios::binary);
+  std::ifstream file(testFolder() + "file/archives/" + name, std::ios::binary);
   EXPECT_TRUE(file) << name;
   return {std::istreambuf_iterator<char>(file), {}};
 }

@@ -10,6 +10,7 @@
 #include "host/UndoHistory.h"
 #include "tests/host/WholeSet.h"
 #include "tests/record/DipoleMembers.h"
+#include "tests/support/TestPlaces.h"
 
 namespace {
 
@@ -53,7 +54,7 @@ void importExample(CDipoleFace9File& set, const char* name) {
   for (int i = 0; i < 4; ++i) {
     user.answer(IDYES);
   }
-  CString path(DIPOLE_TEST_DATA "/../examples/");
+  CString path(examplesFolder().c_str());
   path += name;
   ASSERT_EQ(set.importDipoleX(path, false), 1);
 }

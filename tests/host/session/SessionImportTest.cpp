@@ -12,6 +12,7 @@
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/FailingOs.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/TestPlaces.h"
 
 namespace {
 
@@ -19,7 +20,7 @@ using host::Session;
 using Paths = std::vector<CString>;
 
 CString example(const char* name) {
-  return CString(DIPOLE_TEST_DATA "/../examples/") + CString(name);
+  return CString(examplesFolder().c_str()) + CString(name);
 }
 
 // A CTF file of one dipole, the patient and the heading of the moments as given.

@@ -212,8 +212,8 @@ TEST(SessionRegistration, PlacedPointsAreShownInThePresentFrameUntilTheyAreTheHe
     session.placeFiducial(name);
   };
   const auto isShown = [&] {
-    const auto points = session.placedPoints();
-    return std::array<bool, 3>{points[0].has_value(), points[1].has_value(), points[2].has_value()};
+    const auto placed = session.placedPoints();
+    return std::array<bool, 3>{placed[0].has_value(), placed[1].has_value(), placed[2].has_value()};
   };
   EXPECT_EQ(isShown(), (std::array<bool, 3>{}));
   session.setCrosshair({3, 2, 1});

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/Utf.h"
+#include "tests/support/TestPlaces.h"
 #include "tests/ui/windows/DialogUser.h"
 #include "tests/ui/windows/Host.h"
 #include "ui/resource.h"
@@ -284,7 +285,7 @@ TEST_F(Facade, UpdateDipoleEditorRefreshesAVisibleEditorOnly) {
 TEST_F(Facade, ImportsShowInAVisibleManager) {
   host.face->cleanDipoles();
   showList(nullptr);
-  CString path = fromUtf8(DIPOLE_EXAMPLES "/auditory.dip");
+  CString path = fromUtf8(examplesFolder() + "auditory.dip");
   EXPECT_EQ(face().importDipoleX(path, false), 1);
   EXPECT_GT(face().getTotalDipoles(), 0U);
   EXPECT_EQ(host.rows(), static_cast<int>(face().getTotalDipoles()));
@@ -296,7 +297,7 @@ TEST_F(Facade, ImportsShowInAVisibleManager) {
 
 TEST_F(Facade, ImportsShowInAVisibleEditorWithoutTheManager) {
   face().dipoleEdit(&host.window);
-  CString path = fromUtf8(DIPOLE_EXAMPLES "/auditory.dip");
+  CString path = fromUtf8(examplesFolder() + "auditory.dip");
   face().importDipoleX(path, false);
   messages.take();
   const int current = face().getCurrentDipoleID();
@@ -309,7 +310,7 @@ TEST_F(Facade, ImportsShowInAVisibleEditorWithoutTheManager) {
 TEST_F(Facade, ImportsLeaveAHiddenManager) {
   showList(nullptr);
   hide(host.manager());
-  CString path = fromUtf8(DIPOLE_EXAMPLES "/auditory.dip");
+  CString path = fromUtf8(examplesFolder() + "auditory.dip");
   face().importDipoleX(path, false);
   messages.take();
   EXPECT_GT(face().getTotalDipoles(), 3U);

@@ -3,6 +3,7 @@
 
 #include "platform/Utf.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/TestPlaces.h"
 #include "tests/ui/windows/Host.h"
 #include "tests/ui/windows/Spy.h"
 #include "ui/resource.h"
@@ -15,7 +16,7 @@ constexpr auto openCaption = "Open";
 constexpr auto saveCaption = "Save As";
 constexpr int fileName = 0x47C;
 
-const std::string examples = std::string(DIPOLE_TEST_DATA) + "/../examples/";
+const std::string examples = examplesFolder();
 
 // A name, or several in quotes, and the dialog's own button.
 Robot::Step giveName(const std::string& name) {

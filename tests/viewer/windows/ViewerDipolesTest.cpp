@@ -5,13 +5,14 @@
 #include "tests/platform/windows/Robot.h"
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/TestPlaces.h"
 #include "tests/viewer/windows/ViewerUser.h"
 #include "ui/resource.h"
 
 namespace {
 
 std::string example(const char* name) {
-  return std::string(DIPOLE_EXAMPLES "/") + name;
+  return examplesFolder() + name;
 }
 
 class ViewerDipoles : public testing::Test {
@@ -174,7 +175,7 @@ TEST_F(ViewerDipoles, UndoInAFieldIsTheFields) {
 
 TEST_F(ViewerDipoles, OtherDistancesBetweenThePointsAreToldAtRegistration) {
   importExample("auditory.dip");
-  m_operator.answerFilesUtf8({DIPOLE_HEAD});
+  m_operator.answerFilesUtf8({exampleHead()});
   m_user.choose(ID_FILE_OPEN_MRI);
   const std::size_t before = m_operator.messages.size();
   m_operator.answerFilesUtf8({example("ch2.fiducials")});

@@ -5,13 +5,14 @@
 #include "tests/platform/windows/Robot.h"
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/TestPlaces.h"
 #include "tests/viewer/windows/ViewerUser.h"
 #include "ui/resource.h"
 
 namespace {
 
 std::string example(const char* name) {
-  return std::string(DIPOLE_EXAMPLES "/") + name;
+  return examplesFolder() + name;
 }
 
 class ViewerFiles : public testing::Test {
