@@ -31,7 +31,7 @@ class CArchive {
   CArchive& operator<<(short);
   CArchive& operator<<(char);
   CArchive& operator<<(wchar_t);
-  CArchive& operator<<(unsigned u);
+  CArchive& operator<<(unsigned);
   CArchive& operator<<(bool);
   CArchive& operator<<(ULONGLONG);
   CArchive& operator<<(LONGLONG);
