@@ -157,6 +157,18 @@ TEST(Overlay, TheSwitchesDoNotMatter) {
   }
 }
 
+TEST(Overlay, ADipoleHiddenInThe3DViewIsDrawnOnItsSliceAllTheSame) {
+  Canvas canvas(64, 64);
+  const auto face = smallVolume();
+  addAt(*face, 0.0, 0.0, 0.0);
+  face->getDipole(0)->m_show = 0;
+  for (const View& view : views) {
+    canvas.clear();
+    (face.get()->*view.draw)(canvas.dc(), view.slab == 0 ? 10 : view.slab == 1 ? 12 : 14, 1);
+    EXPECT_EQ(canvas.drawn().count, 9) << view.name;
+  }
+}
+
 TEST(OverlayAxial, Of128VoxelsOf3MmAndSlice64ReachesFromZeroToOneAndAHalf) {
   Canvas canvas(160, 160);
   const auto face = std::make_unique<Face>();

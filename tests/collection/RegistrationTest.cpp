@@ -101,6 +101,16 @@ TEST(RegisterDimensionFit, PutsTheSphereIntoTheMiddleLessOneRadius) {
   EXPECT_EQ(centreOf(face->m_sphereLocational), (Triple{20.0, 30.0, -5.0}));
 }
 
+TEST(RegisterDimensionFit, AnyFlagButZeroTellsOfAHeadSphere) {
+  ScriptedOperator asked;
+  for (const int flag : {2, -1}) {
+    const auto face = makeFace();
+    face->m_bCtfSphereSet = flag;
+    EXPECT_EQ(face->registerMRI_DimensionFit(200.0, 220.0, 150.0), 1) << flag;
+  }
+  EXPECT_EQ(asked.texts(), Texts{});
+}
+
 TEST(TransferMriFit, EndsWithTranslationAndRotationZeroedAndTheGivenRadius) {
   const auto face = makeFace();
   face->setAllDipoleLocational(1.0, 2.0, 3.0);
@@ -170,6 +180,42 @@ TEST(TransferMriFit, TruncatesTheOriginTowardZero) {
     const CFiducialzq mri = fiducials({0, 0, 0}, {middle, 128, 128}, {middle, 128, 128});
     face->transferDipole3D_MRIFit(&mri, false, &mri, &sphere, 256, 256, 256, 1.0F, 1.0F, 1.0F);
     EXPECT_EQ(pointOf(face->m_fiducialCtf, 1)[0], middle - 128.0 - origin);
+  }
+}
+
+// Formed after subtracting the half extent from each ear, the middle would be 0.99..., -27.99... and 28.99...
+TEST(TransferMriFit, FormsTheOriginFromTheSumsOfEarsAndOfHalfExtents) {
+  constexpr double half = 128.0;
+  const Triple left = {192.7, 131.8, 244.2};
+  const Triple right = {65.3, 68.2, 69.8};
+  const Triple origin = {1.0, -28.0, 29.0};
+  const auto face = makeFace();
+  const CFiducialzq mri = fiducials({0, 0, 0}, left, right);
+  const CSpherezq sphere;
+  face->transferDipole3D_MRIFit(&mri, false, &mri, &sphere, 256, 256, 256, 1.0F, 1.0F, 1.0F);
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    EXPECT_NE(std::trunc(((left[axis] - half) + (right[axis] - half)) * 0.5), origin[axis]);
+    EXPECT_EQ(pointOf(face->m_fiducialCtf, CFiducial::leftEar)[axis], left[axis] - half - origin[axis]);
+    EXPECT_EQ(pointOf(face->m_fiducialCtf, CFiducial::rightEar)[axis], right[axis] - half - origin[axis]);
+  }
+}
+
+// Points of a volume of 256 voxels of 1.1 mm that the other order would round to another double.
+TEST(TransferMriFit, TakesTheHalfExtentOffAPointFirstAndThenTheOrigin) {
+  constexpr double half = 0x1.19999ap+7;  // 256 x 1.1 x 0.5 in single precision
+  const Triple origin = {-9.0, -10.0, -8.0};
+  const Triple points[] = {{125.3, 119.2, 121.7}, {255.1, 253.1, 252.4}, {7.2, 7.8, 12.2}};
+  const auto face = makeFace();
+  const CFiducialzq mri =
+      fiducials(points[CFiducial::nasion], points[CFiducial::leftEar], points[CFiducial::rightEar]);
+  const CSpherezq sphere;
+  face->transferDipole3D_MRIFit(&mri, false, &mri, &sphere, 256, 256, 256, 1.1F, 1.1F, 1.1F);
+  for (const int point : {CFiducial::nasion, CFiducial::leftEar, CFiducial::rightEar}) {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      const double p = points[point][axis];
+      EXPECT_NE(p - origin[axis] - half, p - half - origin[axis]);
+      EXPECT_EQ(pointOf(face->m_fiducialCtf, point)[axis], p - half - origin[axis]) << point << ' ' << axis;
+    }
   }
 }
 

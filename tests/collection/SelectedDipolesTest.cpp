@@ -172,6 +172,40 @@ TEST(AddAverage, AppendsADipoleWithTheDefaultsOfANewOne) {
   EXPECT_EQ(added.m_orientationLength, 30.0);
 }
 
+TEST(AddAverage, GivesTheNewDipoleEveryMeanOfTheSelection) {
+  const auto face = listedFace(3);
+  for (int slot = 0; slot < 3; ++slot) {
+    CDipoleszq& dipole = *face->getDipole(slot);
+    place(dipole, 4.0 * slot, -8.0 * slot, 16.0 * slot);
+    dipole.setDipoleOrientation(0.25 * slot, -0.5 * slot, 0.75 * slot);
+    dipole.m_latency = 50.0 + slot;
+    dipole.m_moment = 60.0 + slot;
+    dipole.m_fitError = 70.0 + slot;
+  }
+  EXPECT_TRUE(addAverage(*face, {1, 2}));
+  const CDipoleszq& added = *face->getCurrentDipole();
+  const double location[] = {6.0, -12.0, 24.0};
+  const double orientation[] = {0.375, -0.75, 1.125};
+  for (int axis = 0; axis < 3; ++axis) {
+    EXPECT_EQ(added.m_location[axis], location[axis]) << axis;
+    EXPECT_EQ(added.m_orientation[axis], orientation[axis]) << axis;
+  }
+  EXPECT_EQ(added.m_latency, 51.5);
+  EXPECT_EQ(added.m_moment, 61.5);
+  EXPECT_EQ(added.m_fitError, 71.5);
+  EXPECT_EQ(added.m_size, (4.0 + 8.0 + 16.0) / 3.0);  // half of 0 to 8, -16 to 0 and 0 to 32
+}
+
+TEST(AddAverage, ClosesGapsThatWereThereAndStaysTheCurrentOne) {
+  const auto face = listedFace(4);
+  face->deleteDipole(1, 0);
+  EXPECT_TRUE(addAverage(*face, {0, 2}));
+  EXPECT_EQ(face->getTotalDipoles(), 4U);
+  EXPECT_EQ(idsOf(*face), (Ids{0, 2, 3, 0}));
+  EXPECT_EQ(face->getCurrentDipoleID(), 3);
+  EXPECT_EQ(face->getCurrentDipole()->m_label, _T("AverageDipole_2"));
+}
+
 TEST(AddAverage, AddsNothingOfNothing) {
   const auto face = listedFace(2);
   EXPECT_FALSE(addAverage(*face, {}));

@@ -170,6 +170,20 @@ TEST(Showed, CountsTheShownDipoles) {
   EXPECT_EQ(faceWith(0)->getTotalDipolesShowed(), 0);
 }
 
+TEST(Showed, AreNoneOfAnEmptySetEvenOfItsCurrentDipoleAlone) {
+  const auto face = faceWith(0);
+  face->setShowCurrentDipoleOnly(1);
+  EXPECT_EQ(face->getTotalDipolesShowed(), 0);
+}
+
+TEST(Showed, CountEveryValueOfTheFlagButZeroAsOne) {
+  const auto face = faceWith(4);
+  face->getDipole(0)->m_show = 2;
+  face->getDipole(1)->m_show = -1;
+  face->getDipole(2)->m_show = 0;
+  EXPECT_EQ(face->getTotalDipolesShowed(), 3);
+}
+
 TEST(ShowDipole, StoresTheValueAsGivenAndMakesTheDipoleCurrent) {
   const auto face = faceWith(3);
   EXPECT_EQ(face->setShowDipole(0, 7), 1);
@@ -208,6 +222,16 @@ TEST(ShowDipole, HidingTheCurrentOneMovesToTheLastShown) {
   EXPECT_EQ(face->m_currentDipole, 3);
 }
 
+TEST(ShowDipole, HidingAnotherThanTheCurrentOneKeepsTheCurrentOne) {
+  const auto face = faceWith(4);
+  face->m_currentDipole = 1;
+  EXPECT_EQ(face->setShowDipole(2, 0), 1);
+  EXPECT_EQ(face->m_currentDipole, 1);  // though slot 3 is the last one shown
+  face->getDipole(1)->m_show = 0;
+  EXPECT_EQ(face->setShowDipole(0, 0), 1);
+  EXPECT_EQ(face->m_currentDipole, 1);
+}
+
 TEST(ShowDipole, HidingTheLastShownOneKeepsTheCurrentIndex) {
   const auto face = faceWith(1);
   EXPECT_EQ(face->setShowDipole(0, 0), 1);
@@ -232,9 +256,17 @@ TEST(ShowAll, GivesEveryDipoleTheValue) {
   EXPECT_EQ(face->getTotalDipolesShowed(), 0);
   EXPECT_EQ(face->setShowAllDipole(2), 1);
   EXPECT_EQ(face->getDipole(2)->m_show, 2);
-  EXPECT_EQ(face->setShowDipoleOrientationAll(0), 1);
-  EXPECT_EQ(face->m_showDipoleOrientationAll, 0);
-  EXPECT_EQ(face->getDipole(0)->m_showOrientation, 0);
+}
+
+TEST(ShowAll, KeepsTheValueOfTheOrientationsForTheSetAndGivesItToEveryDipole) {
+  const auto face = faceWith(3);
+  face->deleteDipole(1, 0);
+  for (const int value : {2, 0, 1}) {
+    EXPECT_EQ(face->setShowDipoleOrientationAll(value), 1);
+    EXPECT_EQ(face->m_showDipoleOrientationAll, value);
+    EXPECT_EQ(face->getDipole(0)->m_showOrientation, value);
+    EXPECT_EQ(face->getDipole(2)->m_showOrientation, value);
+  }
 }
 
 TEST(ShowAll, AnswersByTheWholeSetsSwitchWhateverTheLatencies) {

@@ -14,6 +14,11 @@ namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
+// Differs from a number in its upper half, too.
+LONGLONG wide(int low) {
+  return (LONGLONG{low} << 32) - low;
+}
+
 // Every member of every point different from every other and from its initial value.
 CFiducialzq sampleSet() {
   CFiducialzq set;
@@ -38,7 +43,7 @@ CFiducialzq sampleSet() {
     value = static_cast<int>(next++);
   }
   for (LONGLONG& value : set.m_tail) {
-    value = static_cast<LONGLONG>(next++);
+    value = wide(static_cast<int>(next++));
   }
   return set;
 }
@@ -67,7 +72,7 @@ Bytes sampleRecord() {
     writer.value(next++);
   }
   for (int i = 0; i < 3; ++i) {
-    writer.value(static_cast<LONGLONG>(next++));
+    writer.value(wide(next++));
   }
   return writer.bytes();
 }

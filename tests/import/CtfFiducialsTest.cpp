@@ -63,6 +63,15 @@ TEST_F(CtfFiducials, WithoutASphereNothingChangesButAMessageComes) {
   EXPECT_EQ(set->m_sphereLocational.m_radius, 5);
 }
 
+TEST_F(CtfFiducials, AnyFlagButZeroTellsOfASphere) {
+  for (const int flag : {2, -1}) {
+    setSphere(80);
+    set->m_bCtfSphereSet = flag;
+    EXPECT_EQ(set->setCtfFiducial(), 1) << flag;
+  }
+  EXPECT_EQ(shown(), Texts{});
+}
+
 TEST_F(CtfFiducials, WithoutMriPointsTheyComeFromTheRadius) {
   setSphere(80);
   EXPECT_EQ(set->setCtfFiducial(), 1);

@@ -201,8 +201,8 @@ TEST_F(CtfSphere, AnOriginThreeMillimetresAwayIsTheSame) {
   EXPECT_EQ(shown(), Texts{});
 }
 
-TEST_F(CtfSphere, AnOriginThreeAndAHalfMillimetresAwayAlongAnyAxisIsReported) {
-  for (const auto& [x, y, z] : {std::array{"1.35", "2", "3"}, {"1", "1.65", "3"}, {"1", "2", "3.35"}}) {
+TEST_F(CtfSphere, AnOriginMoreThanThreeMillimetresAwayAlongAnyAxisIsReported) {
+  for (const auto& [x, y, z] : {std::array{"1.301", "2", "3"}, {"1", "1.699", "3"}, {"1", "2", "3.301"}}) {
     set = std::make_unique<CtfImporter>();
     parse(sphere("1", "2", "3", "8") + sphere(x, y, z, "8"));
     expectTriple(set->m_sphereCtf.m_center, 20, 30, 10);
@@ -220,10 +220,20 @@ TEST_F(CtfSphere, ARadiusSixMillimetresAwayIsTheSame) {
   EXPECT_EQ(shown(), Texts{});
 }
 
-TEST_F(CtfSphere, ARadiusSixAndAHalfMillimetresAwayIsReported) {
-  parse(sphere("1", "2", "3", "8") + sphere("1", "2", "3", "8.65") + sphere("1", "2", "3", "7.35"));
+TEST_F(CtfSphere, ARadiusMoreThanSixMillimetresAwayIsReported) {
+  parse(sphere("1", "2", "3", "8") + sphere("1", "2", "3", "8.601") + sphere("1", "2", "3", "7.399"));
   EXPECT_EQ(shown(), (Texts{sphereDiffers, sphereDiffers}));
   EXPECT_EQ(set->m_sphereCtf.m_radius, 80);
+}
+
+TEST_F(CtfSphere, AnyFlagButZeroTellsOfAnEarlierOne) {
+  for (const int flag : {2, -1}) {
+    set = std::make_unique<CtfImporter>();
+    set->m_bCtfSphereSet = flag;
+    parse(sphere("1", "2", "3", "8"));
+    EXPECT_EQ(set->m_sphereCtf.m_radius, 0) << flag;
+  }
+  EXPECT_EQ(shown(), (Texts{sphereDiffers, sphereDiffers}));
 }
 
 TEST_F(CtfSphere, AShortLaterSphereGivesBothMessages) {

@@ -83,6 +83,13 @@ TEST_F(MsiImport, EveryColumnGoesToItsMember) {
   EXPECT_EQ(shown(), Texts{totalMessage(0, 1)});
 }
 
+// Multiplied by 0.1 instead, each would round to the next float.
+TEST_F(MsiImport, OrientationsAreDividedByTenInSinglePrecision) {
+  import(table + "0 1 2 3 0.2 0.4 -0.8 0 0 0 0 0 0 a b c 0 x\n");
+  ASSERT_EQ(set->m_totalDipoles, 1);
+  expectTriple(dipole(0).m_orientation, 0x1.47ae14p-5, -0x1.47ae14p-4, 0x1.47ae14p-6);  // 0.04, -0.08, 0.02
+}
+
 TEST_F(MsiImport, SeventeenColumnsAreARowAndSixteenAreNone) {
   import(table + row("") + "1 2 3 4 5 6 7 8 9 10 11 12 13 a b c\n" + row("labelled"));
   EXPECT_EQ(labels(), (Texts{"Non", "labelled"}));
@@ -139,6 +146,12 @@ TEST_F(MsiImport, FileInformationKeepsTheBlankBehindItsKey) {
   EXPECT_EQ(toUtf8(set->m_patient), " Some One ");
   EXPECT_EQ(toUtf8(set->m_fileVersion), "run 1");
   EXPECT_EQ(labels(), Texts{"a"});
+}
+
+TEST_F(MsiImport, LinesOfEitherKeyKeepTheBlockOpen) {
+  import("Disk Media:\nDipole File:run 1\nMRI/CT Patient:P\nDipole File:run 2\nMRI/CT Patient:Q\n");
+  EXPECT_EQ(toUtf8(set->m_patient), "Q");
+  EXPECT_EQ(toUtf8(set->m_fileVersion), "run 2");
 }
 
 TEST_F(MsiImport, AKeysLengthIsTakenFromTheStartOfItsLine) {

@@ -70,7 +70,7 @@ void fillMembers(CDipoles& d) {
   d.m_listItemId = 1002;
   d.m_show = 1003;
   d.m_showOrientation = 1004;
-  d.m_color = 1005;
+  d.m_color = 0xFE0003ED;
   set(d.m_colorF, 1006.0);
   d.m_id = 1007;
   d.m_fitTag = 1008;

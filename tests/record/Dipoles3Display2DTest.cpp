@@ -368,12 +368,14 @@ TEST(DipoleGlyph, AnEndlessSizeFillsThePictureRightAndBelow) {
 }
 
 TEST(DipoleGlyph, AnInPlaneCoordinateThatIsNoNumberIsNotDrawn) {
-  Canvas canvas(64, 64);
+  Canvas canvas(160, 160);  // larger than the image of 128 pixels, so that its last pixel would be seen
   for (const View& view : views) {
     EXPECT_EQ(drawSimple(canvas, view, 0.0, notANumber, 0.0, -1.0, 1.0), 1);
     EXPECT_TRUE(canvas.isEmpty()) << view.name;
     EXPECT_EQ(drawSimple(canvas, view, 0.0, 0.0, notANumber, -1.0, 1.0), 1);
     EXPECT_TRUE(canvas.isEmpty()) << view.name;
+    drawSimple(canvas, view, 0.0, 0.0, 0.0, -1.0, 1.0);
+    EXPECT_FALSE(canvas.isEmpty()) << view.name;
   }
 }
 

@@ -61,7 +61,7 @@ int readEmbedded(const std::string& bytes, CDipoleszq& dipole, std::size_t* rest
 // Fields 1 to 17 of 2001, of a dipole with the values of fillMembers.
 void appendFields2001(ByteWriter& bytes) {
   bytes.value(1003).value(1004).value(1020.5).value(1021.5).value(1022.5).value(1016.5);
-  bytes.value(1005U).value(1).value(1006.5F).value(1006.25F).value(1006.0F);
+  bytes.value(0xFE0003EDU).value(1).value(1006.5F).value(1006.25F).value(1006.0F);
   bytes.value(1018.0).value(1018.25).value(1018.5).value(1015.0).value(1015.25).value(1015.5);
   bytes.value(1025).value(1023).value(1024).value(1012.5).value(1010.5).value(1019.5);
   bytes.value(1008).value(1007).value(1014).text("spike 13");
@@ -69,7 +69,14 @@ void appendFields2001(ByteWriter& bytes) {
 
 // The 18 fields of 2005-06-29 likewise.
 void appendFields2005(ByteWriter& bytes) {
-  bytes.value(1001).value(1002).value(1003).value(1004).value(1020.5).value(1005U).value(1007).value(1008);
+  bytes.value(1001)
+      .value(1002)
+      .value(1003)
+      .value(1004)
+      .value(1020.5)
+      .value(0xFE0003EDU)
+      .value(1007)
+      .value(1008);
   bytes.value(1010.5).value(1019.5).value(1012.5).text("spike 13").value(1014).value(BYTE{1});
   bytes.value(1015.0).value(1015.25).value(1015.5).value(1016.5).value(1018.0).value(1018.25).value(1018.5);
   bytes.value(1021.5).value(1022.5).value(1023).value(1024).value(1025);

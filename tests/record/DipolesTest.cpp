@@ -359,10 +359,12 @@ TEST(DipoleSetColor, ChangesNothingButTheColours) {
   EXPECT_EQ(changed(before, membersOf(dipole)), (std::vector<std::string>{"m_color", "m_colorF"}));
 }
 
-TEST(SetColorValue, EveryByteBecomesItself256th) {
+TEST(SetColorValue, EveryByteBecomesItself256thAndTheHighestIsKept) {
   for (COLORREF part = 0; part < 256; ++part) {
     CDipoleszq dipole;
-    dipole.setColorValue(part | (255 - part) << 8 | part << 16);
+    const COLORREF color = part | (255 - part) << 8 | part << 16 | 0xFE000000U;
+    dipole.setColorValue(color);
+    ASSERT_EQ(dipole.m_color, color);
     ASSERT_EQ(dipole.m_colorF[0], static_cast<float>(part) / 256.0F);
     ASSERT_EQ(dipole.m_colorF[1], static_cast<float>(255 - part) / 256.0F);
     ASSERT_EQ(dipole.m_colorF[2], static_cast<float>(part) / 256.0F);
