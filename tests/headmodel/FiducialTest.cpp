@@ -120,6 +120,12 @@ TEST(Fiducial, NewSetHasNoPointSet) {
   EXPECT_EQ(CFiducialzq().getTotalFiduciaryPts(true), 0);
 }
 
+TEST(Fiducial, NewSetCarriesZerosAlong) {
+  const CFiducialzq set;
+  EXPECT_EQ(set.m_ints[0] | set.m_ints[1] | set.m_ints[2] | set.m_ints[3], 0);
+  EXPECT_EQ(set.m_tail[0] | set.m_tail[1] | set.m_tail[2], 0);
+}
+
 TEST(Fiducial, NewSetHasRoomForSixPoints) {
   EXPECT_EQ(CFiducialzq().getTotalFiduciaryPts(false), 6);
 }

@@ -84,6 +84,17 @@ TEST(FiduciaryPt, StartsNotSetAtTheOrigin) {
   EXPECT_EQ(z, 0.0);
 }
 
+TEST(FiduciaryPt, StartsWithEveryNumberZeroAndNoLabel) {
+  CFiduciaryPtzq point;
+  ByteWriter zeros;
+  for (int i = 0; i < 16; ++i) {
+    zeros.value(0.0);
+  }
+  zeros.value(0LL).value(0LL).value(0.0).value(0.0).value(0.0).value(0.0);
+  zeros.value(0).value(0).value(0).value(0LL).value(0).text("");
+  EXPECT_EQ(storedBytes(point), zeros.bytes());
+}
+
 TEST(FiduciaryPt, PositionLiesInElementsFourFiveAndSix) {
   CFiduciaryPtzq point;
   EXPECT_EQ(point.setPosition(1.0, 2.0, 3.0), 1);
