@@ -4,7 +4,7 @@ target_include_directories(dipole_options INTERFACE ${PROJECT_SOURCE_DIR})
 if(MSVC)
   # MFC's own headers are not ours to judge. C4251: exported classes have members of standard types; a host
   # has the compiler and the runtime of the module in any case, as MFC wants it.
-  target_compile_options(dipole_options INTERFACE /W4 /WX /wd4251 /external:anglebrackets /external:W0 /utf-8)
+  target_compile_options(dipole_options INTERFACE /permissive- /W4 /WX /wd4251 /external:anglebrackets /external:W0 /utf-8)
 else()
   target_compile_options(dipole_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
   # GCC 12 sees overlapping copies inside std::string where there are none (GCC bug 105651), and where it

@@ -75,8 +75,9 @@ class SelectionOrder {
   static bool isNumber(Minimum value) {
     if constexpr (std::is_floating_point_v<Minimum>) {
       return !std::isnan(value);
+    } else {
+      return true;
     }
-    return true;
   }
 
   Node& leaf(int slot) {

@@ -1,11 +1,9 @@
 // The text export of CDipoleFace9File, and its choice of an importer.
-#include <afxdlgs.h>
-
 #include <charconv>
-#include <vector>
 
 #include "file/DipoleFace9File.h"
 #include "headmodel/WithinMemory.h"
+#include "import/ChosenFiles.h"
 
 namespace {
 
@@ -38,21 +36,18 @@ CString exportLine(const CDipoleszq& dipole) {
   return line;
 }
 
-// The chosen name, empty when the dialog was cancelled or, after a message, when the name is too long.
+// The chosen name, empty when the dialog was cancelled or, after a message, when it gave none.
 CString chooseExportFile() {
-  std::vector<TCHAR> chosen(pathCapacity);
   CFileDialog dialog(FALSE, nullptr, nullptr, OFN_OVERWRITEPROMPT,
                      _T("Text file(*.txt)|*.txt|All Files(*.*)|*.*||"));
-  dialog.m_ofn.nFilterIndex = 1;
-  dialog.m_ofn.lpstrFile = chosen.data();
-  dialog.m_ofn.nMaxFile = pathCapacity;
-  if (dialog.DoModal() != IDOK) {
-    if (CommDlgExtendedError() == FNERR_BUFFERTOOSMALL) {
-      AfxMessageBox(couldNotBeOpened);
-    }
+  const ChosenFiles chosen = letChoose(dialog, pathCapacity);
+  if (chosen.isLost) {
+    AfxMessageBox(couldNotBeOpened);
+  }
+  if (chosen.paths.empty()) {
     return CString();
   }
-  CString path = dialog.GetPathName();
+  CString path = chosen.paths.front();
   if (path.Find(_T(".txt")) < 0) {  // anywhere, and with this case: on purpose
     path += _T(".txt");
   }

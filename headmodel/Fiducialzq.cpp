@@ -1,6 +1,7 @@
 #include "headmodel/Fiducialzq.h"
 
 #include <cmath>
+#include <initializer_list>
 
 namespace {
 

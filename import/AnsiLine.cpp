@@ -13,16 +13,21 @@ struct Traits {
   bool hasMarks;
 };
 
+constexpr unsigned char bitOf(bool condition) {
+  return static_cast<unsigned char>(condition);
+}
+
 // One look at every byte, without an early exit so that the compiler can take many bytes at once.
 Traits traitsOf(const char* bytes, int length) {
   unsigned char all = 0;
   unsigned char zeros = 0;
   unsigned char marks = 0;
   for (int i = 0; i < length; ++i) {
-    const auto byte = static_cast<unsigned char>(bytes[i]);
-    all = static_cast<unsigned char>(all | byte);
-    zeros = static_cast<unsigned char>(zeros | (byte == 0));
-    marks = static_cast<unsigned char>(marks | (byte == '(') | (byte == '/') | (byte == '{') | (byte == '}'));
+    const char c = bytes[i];
+    all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
+    zeros = static_cast<unsigned char>(zeros | bitOf(c == '\0'));
+    marks = static_cast<unsigned char>(marks | bitOf(c == '(') | bitOf(c == '/') | bitOf(c == '{') |
+                                       bitOf(c == '}'));
   }
   return {all < 0x80, zeros != 0, marks != 0};
 }

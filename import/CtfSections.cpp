@@ -132,7 +132,7 @@ void CDipoleFace8Import01_CTF::acceptCtfSphere(const double (&centre)[3], double
   // The radius may differ by twice what the message says, on purpose.
   bool differs = std::fabs(radius - m_sphereCtf.m_radius) > 6.0;
   for (int axis = 0; axis < 3; ++axis) {
-    differs |= std::fabs(centre[axis] - m_sphereCtf.m_center[axis]) > 3.0;
+    differs = differs || std::fabs(centre[axis] - m_sphereCtf.m_center[axis]) > 3.0;
   }
   if (differs) {
     AfxMessageBox(_T("The different between new and old sphere model > 3 mm"));

@@ -1,44 +1,43 @@
 #include "import/DipoleFace8Import01_CTF.h"
 
-#include <afxdlgs.h>
-
+#include <initializer_list>
 #include <utility>
 #include <vector>
 
 #include "headmodel/Triple.h"
+#include "import/ChosenFiles.h"
 #include "import/ImportFile.h"
 #include "import/ImportGuard.h"
 
 namespace {
 
-// Room for the paths of thousands of files chosen at once, in characters.
-constexpr DWORD chosenPathsCapacity = 1U << 20U;
+// Room for as many files chosen at once as a set has for dipoles, in characters.
+constexpr DWORD roomForFiles = DipoleTable::capacity * (MAX_PATH + 1) + 1;
 
 enum { extensionLength = 4 };  // with its point
 
 // Lets the user choose CTF files; empty when the dialog gave none.
 std::vector<CString> chooseCtfFiles() {
-  std::vector<TCHAR> chosen(chosenPathsCapacity);
   CFileDialog dialog(TRUE, nullptr, nullptr, OFN_ALLOWMULTISELECT,
                      _T("CTF Dipole Files(*.DIP)|*.DIP|All Files(*.*)|*.*||"));
-  dialog.m_ofn.nFilterIndex = 1;
-  dialog.m_ofn.lpstrFile = chosen.data();
-  dialog.m_ofn.nMaxFile = chosenPathsCapacity;
-  std::vector<CString> paths;
-  if (dialog.DoModal() == IDOK) {
-    for (POSITION position = dialog.GetStartPosition(); position != nullptr;) {
-      paths.push_back(dialog.GetNextPathName(position));
-    }
-  } else if (CommDlgExtendedError() == FNERR_BUFFERTOOSMALL) {
-    AfxMessageBox(_T("Too many files were chosen at once, please choose fewer!"));
+  ChosenFiles chosen = letChoose(dialog, roomForFiles);
+  if (chosen.isLost) {
+    AfxMessageBox(_T("The files could not be taken over, please choose fewer!"));
   }
-  return paths;
+  return std::move(chosen.paths);
 }
 
 void tellNotFound(const CString& path) {
   CString message;
   message.Format(_T("Find file:%s error \n"), path.GetString());
   AfxMessageBox(message);
+}
+
+// The folder of a file that was found, with the closing separator. It is taken off the file's path: what a
+// search gives as its root ends in a separator or not, and is empty when the search began without a folder.
+CString folderOf(const CFileFind& search) {
+  const CString path = search.GetFilePath();
+  return path.Left(path.GetLength() - search.GetFileName().GetLength());
 }
 
 // Every file of a folder, given with its closing separator, whose name ends like the given one, in the order
@@ -125,11 +124,12 @@ std::vector<CString> CDipoleFace8Import01_CTF::findImportFiles(const CString& pa
     return {};
   }
   search.FindNextFile();
-  SetCurrentDirectory(search.GetRoot());
+  const CString folder = folderOf(search);
+  SetCurrentDirectory(folder);
   m_importFirst = m_totalDipoles;
   if (offerWholeFolder &&
       AfxMessageBox(_T("Would you like to select all files in the same fold?"), MB_YESNO) == IDYES) {
-    std::vector<CString> files = filesWithTheEndingOf(search.GetFileName(), search.GetRoot());
+    std::vector<CString> files = filesWithTheEndingOf(search.GetFileName(), folder);
     if (!files.empty()) {
       return files;
     }

@@ -1,5 +1,6 @@
 #include "import/DipoleFace8Import02_4DMSI.h"
 
+#include <initializer_list>
 #include <utility>
 
 #include "headmodel/Triple.h"

@@ -2,6 +2,8 @@
 // so that it finds the module's dialogs, menu and icons, and forgets it. Nothing else runs at these times.
 #include <afxwin.h>
 
+#include <afxdllx.h>
+
 namespace {
 
 AFX_EXTENSION_MODULE extension = {};

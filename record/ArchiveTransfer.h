@@ -42,7 +42,7 @@ class ArchiveTransfer {
   }
 
   void one(bool& flag) const {
-    BYTE stored = flag ? 1 : 0;
+    auto stored = static_cast<BYTE>(flag ? 1 : 0);
     one(stored);
     flag = stored != 0;
   }

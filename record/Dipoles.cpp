@@ -3,6 +3,7 @@
 #include <afxdlgs.h>
 
 #include <cmath>
+#include <initializer_list>
 
 #include "headmodel/Triple.h"
 

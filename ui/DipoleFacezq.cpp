@@ -1,5 +1,6 @@
 #include "ui/DipoleFacezq.h"
 
+#include <initializer_list>
 #include <utility>
 
 #include "headmodel/WithinMemory.h"

@@ -34,15 +34,15 @@ void DipoleRows::giveItemIds(CDipoleFace& face) const {
 
 CString DipoleRows::text(int row, int column) const {
   const Row& shown = m_rows[static_cast<std::size_t>(row)];
-  CString text;
+  CString cell;
   if (column == 0) {
-    text.Format(_T("%d"), shown.number);
+    cell.Format(_T("%d"), shown.number);
   } else if (column == columns - 1) {
-    text = shown.label;
+    cell = shown.label;
   } else {
-    text.Format(_T("%.4f"), shown.values[column - 1]);
+    cell.Format(_T("%.4f"), shown.values[column - 1]);
   }
-  return text;
+  return cell;
 }
 
 int DipoleRows::image(int row) const {

@@ -145,30 +145,20 @@ void CDlgDipoleManagerzq::OnContextMenu(CWnd* /*window*/, CPoint point) {
   if (!menu.LoadMenu(IDR_DIPOLE_MENU)) {
     return;
   }
-  CMenu* const tools = menu.GetSubMenu(toolsPopup);
-  const UINT check = m_showCurrentOnly != FALSE ? MF_CHECKED : MF_UNCHECKED;
-  tools->CheckMenuItem(ID_DIPOLE_SHOW_CURRENT_ONLY, MF_BYCOMMAND | check);
   const CPoint corner = menuPoint(point);
-  tools->TrackPopupMenu(TPM_LEFTALIGN | TPM_RIGHTBUTTON, corner.x, corner.y, this);
+  menu.GetSubMenu(toolsPopup)->TrackPopupMenu(TPM_LEFTALIGN | TPM_RIGHTBUTTON, corner.x, corner.y, this);
 }
 
-// Dialogs bring their menus up to date themselves.
+// Dialogs bring their menus up to date themselves: the framework asks the handlers below for frames only.
 void CDlgDipoleManagerzq::OnInitMenuPopup(CMenu* menu, UINT index, BOOL systemMenu) {
   CDialog::OnInitMenuPopup(menu, index, systemMenu);
-  if (systemMenu != FALSE || menu == nullptr) {
-    return;
-  }
-  CCmdUI item;
-  item.m_pMenu = menu;
-  item.m_nIndexMax = static_cast<UINT>(menu->GetMenuItemCount());
-  for (item.m_nIndex = 0; item.m_nIndex < item.m_nIndexMax; ++item.m_nIndex) {
-    item.m_nID = menu->GetMenuItemID(static_cast<int>(item.m_nIndex));
-    if (item.m_nID != 0 && item.m_nID != static_cast<UINT>(-1)) {  // no separator, no popup
-      item.DoUpdate(this, FALSE);
-    }
+  if (systemMenu == FALSE && menu != nullptr) {
+    const UINT check = m_showCurrentOnly != FALSE ? MF_CHECKED : MF_UNCHECKED;
+    menu->CheckMenuItem(ID_DIPOLE_SHOW_CURRENT_ONLY, MF_BYCOMMAND | check);
   }
 }
 
+// For a host that sends the updates of its own menu or tool bar here (OnCmdMsg).
 void CDlgDipoleManagerzq::OnUpdateShowCurrentOnly(CCmdUI* item) {
   if (m_showCurrentOnly != FALSE) {
     item->Enable(TRUE);

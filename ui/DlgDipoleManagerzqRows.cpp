@@ -16,15 +16,15 @@ bool isChoice(const NMLISTVIEW& change) {
 
 void CDlgDipoleManagerzq::OnRowChanged(NMHDR* header, LRESULT* result) {
   *result = 0;
-  const auto& change = *reinterpret_cast<const NMLISTVIEW*>(header);
-  chooseRow(change.iItem, isChoice(change));
+  const auto& row = *reinterpret_cast<const NMLISTVIEW*>(header);
+  chooseRow(row.iItem, isChoice(row));
 }
 
 // A whole range of rows at once.
 void CDlgDipoleManagerzq::OnRowsChanged(NMHDR* header, LRESULT* result) {
   *result = 0;
-  const auto& change = *reinterpret_cast<const NMLVODSTATECHANGE*>(header);
-  chooseRow(change.iTo, (change.uNewState & ~change.uOldState) != 0);
+  const auto& rows = *reinterpret_cast<const NMLVODSTATECHANGE*>(header);
+  chooseRow(rows.iTo, (rows.uNewState & ~rows.uOldState) != 0);
 }
 
 void CDlgDipoleManagerzq::chooseRow(int row, bool isChosen) {

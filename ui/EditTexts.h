@@ -21,13 +21,13 @@ class EditTexts {
 
   // DDX_Text, but that reading an unchanged field gives the value it was remembered with, whatever it shows.
   template <typename Value>
-  void exchange(CDataExchange* exchange, int field, Value& value) {
+  void exchange(CDataExchange* direction, int field, Value& value) {
     Field& known = m_fields[field];
-    if (exchange->m_bSaveAndValidate && !isChanged(*exchange->m_pDlgWnd, field)) {
-      exchange->PrepareEditCtrl(field);  // a range check that follows belongs to this field
+    if (direction->m_bSaveAndValidate != FALSE && !isChanged(*direction->m_pDlgWnd, field)) {
+      direction->PrepareEditCtrl(field);  // a range check that follows belongs to this field
       value = std::get<Value>(known.shown);
     } else {
-      DDX_Text(exchange, field, value);
+      DDX_Text(direction, field, value);
     }
     known.exchanged = value;
   }

@@ -89,10 +89,11 @@ TEST_F(CtfDialog, ThousandsOfFilesAreImported) {
 }
 
 TEST_F(CtfDialog, AChoiceThatDoesNotFitIsReportedAndGivesZero) {
-  const std::vector<CString> paths(30000, CString(_T('x'), 100));
+  const std::vector<CString> paths(static_cast<std::size_t>(DipoleTable::capacity) + 1,
+                                   CString(_T('x'), MAX_PATH));
   user.answerFiles(paths);
   EXPECT_EQ(set->importCTFDipoles(), 0);
-  EXPECT_EQ(shown(), Texts{"Too many files were chosen at once, please choose fewer!"});
+  EXPECT_EQ(shown(), Texts{"The files could not be taken over, please choose fewer!"});
 }
 
 TEST_F(CtfDialog, TheRangeAndTheTotalNameTheNewDipoles) {

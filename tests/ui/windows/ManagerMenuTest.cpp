@@ -92,6 +92,16 @@ void openPopup(const Host& host, char letter, const Robot::Step& step) {
   pump();
 }
 
+// What an update handler sets.
+class ShownState : public CCmdUI {
+ public:
+  void Enable(BOOL on) override { isEnabled = on != FALSE; }
+  void SetCheck(int state) override { check = state; }
+
+  bool isEnabled = false;
+  int check = -1;
+};
+
 // The commands that menus give; none is carried out.
 class KeptCommands {
  public:
@@ -227,6 +237,20 @@ TEST(ManagerMenu, ShowCurrentOnlyIsCheckedInBothMenus) {
     }
     EXPECT_EQ(seen, (std::vector<bool>{on, on}));
     openPopup(host, 't', [&](HWND) { press(host, 'c'); });
+  }
+}
+
+TEST(ManagerMenu, WhoAsksForTheUpdateOfShowCurrentOnlyIsToldItsState) {
+  Host host;
+  host.openManager();
+  for (const int on : {0, 1, 0}) {
+    ShownState item;
+    EXPECT_NE(host.face->getDlgDipoleList()->OnCmdMsg(ID_DIPOLE_SHOW_CURRENT_ONLY, CN_UPDATE_COMMAND_UI,
+                                                      &item, nullptr),
+              FALSE);
+    EXPECT_EQ(item.check, on);
+    EXPECT_EQ(item.isEnabled, on != 0);  // off leaves it as it is
+    host.choose(ID_DIPOLE_SHOW_CURRENT_ONLY);
   }
 }
 
