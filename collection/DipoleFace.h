@@ -11,6 +11,11 @@
 // cleanDipoles, by an import over its slot, by destruction), so either may be destroyed first. Changes inside
 // a dipole are seen through both; slots, count and current dipole are each collection's own.
 //
+// Exceptions. Memory that runs out is CMemoryException* or std::bad_alloc. Here only what copies throws it:
+// constructors, assignment, getMriName, and the text that a caller makes for setDipoleName. The layers say
+// what theirs throw beyond that; what they do not name throws nothing. What a host's own message box or
+// callback throws passes through, so it must not throw.
+//
 // Results are 1 for success and 0 for failure unless an operation says otherwise; the odd ones are kept on
 // purpose, hosts rely on them.
 #pragma once
@@ -110,7 +115,8 @@ class AFX_EXT_CLASS CDipoleFace {
 
   int m_currentDipole = 0;  // -1: none; 0 in a new collection although it holds nothing
   int m_totalDipoles = 0;
-  DipoleTable m_dipoles;
+  DipoleTable m_dipoles;     // hosts read it, by getDipole best; count, current dipole and windows do not
+                             // follow what is written here
   double m_faceValue = 0.0;  // kept and archived, without a meaning here
   int m_showDipoleOrientationAll = 0;
   double m_allDipoleRange[3] = {100.0, 100.0, 100.0};  // where addDipole puts a dipole, mm

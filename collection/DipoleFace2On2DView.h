@@ -17,10 +17,14 @@ class AFX_EXT_CLASS CDipoleFace2On2DView : public CDipoleFace1Process {
   int setSpaceXYZ(double x, double y, double z);  // mm per voxel; returns 1
 
   // Let every dipole draw its glyph (record/Dipoles3Display2D.h tells where) on a slice of the volume, given
-  // by its voxel index along y (axial), z (coronal) or x (sagittal). mode: pixels per voxel. The coronal and
-  // the sagittal slab reach half a voxel to both sides of the slice. The axial slab deliberately reaches from
-  // the origin plane, y = 0, to the far edge of the slice, so slices below the origin show nothing; hosts
-  // rely on it. The switches below are not consulted. Return 1.
+  // by its voxel index along y (axial), z (coronal) or x (sagittal). The coronal and the sagittal slab reach
+  // half a voxel to both sides of the slice. The axial slab deliberately reaches from the origin plane, y =
+  // 0, to the far edge of the slice, so slices below the origin show nothing; hosts rely on it. The switches
+  // below are not consulted. Return 1.
+  //
+  // mode: pixels per voxel, and 1 is the only one that keeps the sides. A glyph's pixel ends at the volume's
+  // voxels: with 2 every dipole of the patient's left lands on the midline, with 3 in the right half. For a
+  // larger picture set more and smaller voxels; they need not be those of the MRI.
   int drawDipoleAxial(CDC* dc, int slice, int mode);
   int drawDipoleCoronal(CDC* dc, int slice, int mode);
   int drawDipoleSagittal(CDC* dc, int slice, int mode);

@@ -31,7 +31,8 @@ class AFX_EXT_CLASS CDipoleFace8Import01_CTF : public CDipoleFace3On3DView {
   int importCTFDipoles();
 
   // Reads one line, see import/AnsiLineReader.h. Returns 1, or 0 at the end of the file, with the text that
-  // no line end closed. The archive then stands right behind the line.
+  // no line end closed. The archive then stands right behind the line. A file fault raises CFileException*,
+  // and memory may run out.
   int readANSI(CArchive& archive, CString& line);
 
   // Derives m_fiducialCtf (head frame, mm) from m_fiducialMri (voxels of a 256-voxel MRI of 0.859375 mm), or,

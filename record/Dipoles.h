@@ -48,7 +48,8 @@ class AFX_EXT_CLASS CDipoles {
   // The largest signed coordinate of the location, mm. Signs count: (-50, -20, -30) gives -20.
   float getMaxDipoleRange() const;
 
-  // Lets the user choose the colour in the system's colour dialog. Returns 1, also when cancelled.
+  // Lets the user choose the colour in the system's colour dialog. Returns 1, also when cancelled. Here and
+  // in chooseColor, as in copies, memory may run out; nothing else of this layer throws.
   int setColor();
 
   // The choice alone, for callers whose dipole may be gone afterwards. Returns false when cancelled.

@@ -19,7 +19,7 @@ class AFX_EXT_CLASS CDipoles3Display2D : public CDipoles {
   // beyond the volume is drawn at the border of the image, one that is not a number nowhere. Returns 1 in
   // every case.
   //   slabMin, slabMax   the slab in mm along the axis that the view slices, both ends inclusive
-  //   zoom               pixels per voxel
+  //   zoom               pixels per voxel: 1, or places are lost, see below
   //   half1, spacing1    half extent (mm) and voxel spacing (mm) of the first in-plane axis
   //   half2, spacing2    the same for the second; the pairs come in the order x, y, z of the axes
   //
@@ -27,6 +27,13 @@ class AFX_EXT_CLASS CDipoles3Display2D : public CDipoles {
   //   axial     y             x                     z                  x       z
   //   coronal   z             x                     y                  x       y
   //   sagittal  x             z                     y                  y       z
+  //
+  // The pixel is cut to 0 .. the image's extent (m_dimX, m_dimY, m_dimZ), which the collection sets to the
+  // volume's voxels: the zoom does not enlarge it, and hosts rely on that. So zoom 1 alone holds the volume.
+  // With zoom 2 whatever lies right of or below the middle of the picture (x, z > 0 or y, z < 0: half of the
+  // dipoles, all those of the patient's left) stands on its middle lines; with zoom 3 these lines stand for
+  // -H/3, two thirds into the other half, and dipoles of the left appear there. A larger picture takes a
+  // finer grid: more and smaller voxels.
   //
   // The square hangs to the right of and below the dipole's pixel: hosts place it by their viewport origin.
   int drawDipoleAxial(CDC* dc, double slabMin, double slabMax, int zoom, double half1, double spacing1,

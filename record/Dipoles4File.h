@@ -2,7 +2,8 @@
 //
 // docs/file-formats.md tells the layouts byte by byte. Four versions exist, named by their dates: 2001-01-01,
 // 2001-11-18, 2005-06-29 and 2006-12-06. A read leaves every member that its version does not carry as it
-// was. Faults of the archive pass through as the framework's exceptions, unless said otherwise.
+// was. Faults of the archive pass through as CArchiveException* and CFileException*, unless said otherwise,
+// and so does memory that runs out.
 #pragma once
 
 #include "record/Dipoles3Display2D.h"

@@ -4,7 +4,9 @@
 // modeless, made on first use, then shown and refreshed. Closing one only hides it. They exist on Windows
 // only; elsewhere this class is declared, and the layers below it are what is there.
 //
-// Everything runs on the host's user-interface thread. Results are 1 unless an operation says otherwise.
+// Everything runs on the host's user-interface thread. Results are 1 unless an operation says otherwise. Of
+// this layer, copies and, with a window open, the update operations may run out of memory; else nothing
+// throws.
 //
 // Copies show the same dialogs. A dialog is destroyed with the last collection that has it; one whose own
 // collection goes before is hidden until another one shows it. A host may destroy a collection while its

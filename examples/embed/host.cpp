@@ -12,8 +12,11 @@
 
 namespace {
 
-constexpr int voxels = 256;  // of 1 mm along each axis, centred on the head frame's origin
-constexpr int zoom = 2;      // pixels per voxel
+// The module draws one pixel per voxel and must: with a larger zoom dipoles of the left leave their side. So
+// its voxels need not be those of the MRI: half a millimetre in the picture, slices of one millimetre.
+constexpr int pixels = 512;  // along x and y, 256 mm centred on the head frame's origin
+constexpr int slices = 256;  // along z
+constexpr int zoom = 1;
 constexpr UINT_PTR closing = 1;
 
 class HostWindow : public CWnd {
@@ -47,13 +50,20 @@ int moveCrosshair(double, double, double, double) {  // zeros on purpose: the cu
   return 1;
 }
 
+// Nothing else on the picture tells the sides apart: the patient's left is on the right.
+void writeSide(const CDC& context, int left, LPCTSTR letter) {
+  ::SetBkMode(context.m_hDC, TRANSPARENT);
+  ::SetTextColor(context.m_hDC, RGB(255, 255, 255));
+  ::TextOut(context.m_hDC, left, 8, letter, 1);
+}
+
 void HostWindow::show(LPCTSTR path, bool isOnce) {
-  const RECT place = {40, 40, 60 + voxels * zoom, 80 + voxels * zoom};
+  const RECT place = {40, 40, 60 + pixels, 80 + pixels};
   CreateEx(0, AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursor(nullptr, IDC_ARROW)), _T("Host"),
            WS_OVERLAPPEDWINDOW | WS_VISIBLE, place, nullptr, 0);
   m_dipoles->setCbfUpdateViewers(&updateViewers);
-  m_dipoles->setDimensionXYZ(voxels, voxels, voxels);
-  m_dipoles->setSpaceXYZ(1.0, 1.0, 1.0);
+  m_dipoles->setDimensionXYZ(pixels, pixels, slices);
+  m_dipoles->setSpaceXYZ(0.5, 0.5, 1.0);
   CString file = path;
   m_dipoles->importDipoleX(file, false);
   m_dipoles->showDipoleList(this, &moveCrosshair);
@@ -66,10 +76,16 @@ void HostWindow::OnPaint() {
   CPaintDC context(this);
   CRect all;
   GetClientRect(&all);
-  context.FillSolidRect(&all, RGB(40, 40, 40));                  // where a true viewer draws its MRI
-  if (const CDipoleszq* dipole = m_dipoles->getCurrentDipole())  // never kept: a command may delete it
-    m_dipoles->drawDipoleCoronal(&context, voxels / 2 + static_cast<int>(std::lround(dipole->m_location[2])),
-                                 zoom);
+  context.FillSolidRect(&all, RGB(40, 40, 40));                      // where a true viewer draws its MRI
+  context.FillSolidRect(pixels / 2, 0, 1, pixels, RGB(90, 90, 90));  // the midline, between the ears
+  if (const CDipoleszq* dipole = m_dipoles->getCurrentDipole()) {    // never kept: a command may delete it
+    const int slice = slices / 2 + static_cast<int>(std::lround(dipole->m_location[2]));
+    context.SetViewportOrg(-1, -1);  // squares of 3 pixels, which hang right of and below the dipole's own
+    m_dipoles->drawDipoleCoronal(&context, slice, zoom);
+    context.SetViewportOrg(0, 0);
+  }
+  writeSide(context, 8, _T("R"));
+  writeSide(context, pixels - 20, _T("L"));
 }
 
 void HostWindow::OnTimer(UINT_PTR id) {

@@ -96,6 +96,12 @@ TEST_F(CtfDialog, AChoiceThatDoesNotFitIsReportedAndGivesZero) {
   EXPECT_EQ(shown(), Texts{"The files could not be taken over, please choose fewer!"});
 }
 
+TEST_F(CtfDialog, AnOkWithoutAFileIsReportedAndGivesZero) {
+  user.answerFiles({CString()});
+  EXPECT_EQ(set->importCTFDipoles(), 0);
+  EXPECT_EQ(shown(), Texts{"The files could not be taken over, please choose fewer!"});
+}
+
 TEST_F(CtfDialog, TheRangeAndTheTotalNameTheNewDipoles) {
   set->addDipole();
   set->addDipole();
