@@ -5,8 +5,8 @@
 #include <initializer_list>
 #include <utility>
 
+#include "collection/WithinMemory.h"
 #include "headmodel/Triple.h"
-#include "headmodel/WithinMemory.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "collection/SelectionOrder.h"
+#include "collection/WithinMemory.h"
 #include "headmodel/Triple.h"
-#include "headmodel/WithinMemory.h"
 #include "record/Truncation.h"
 
 namespace {
@@ -93,10 +93,11 @@ int CDipoleFace1Process::transferDipole3D_MRIFit(const CFiducialzq* mri, bool ap
                                                  float voxelY, float voxelZ) {
   backupLocationRotationRaw();
   m_fiducialMri.compare3FiducialPts(reference, 0.5);
-  const CFiducialzq points(*mri);  // mri may be one of the sets that change below
-  const Triple nasion = positionOf(points, CFiducial::nasion);
-  const Triple left = positionOf(points, CFiducial::leftEar);
-  const Triple right = positionOf(points, CFiducial::rightEar);
+  // The positions alone: `mri` may be one of the sets that change below, and a copy of a whole set asks for
+  // memory, without which the registration would end half done.
+  const Triple nasion = positionOf(*mri, CFiducial::nasion);
+  const Triple left = positionOf(*mri, CFiducial::leftEar);
+  const Triple right = positionOf(*mri, CFiducial::rightEar);
   const Triple half = {halfExtent(dimensionX, voxelX), halfExtent(dimensionY, voxelY),
                        halfExtent(dimensionZ, voxelZ)};
 
@@ -146,13 +147,6 @@ void CDipoleFace1Process::restoreRawLocations() {
 }
 
 int CDipoleFace1Process::sortDipoles(int key) {
-  if (!isWithinMemory([&] { sortByColumn(key); })) {
-    AfxMessageBox(_T("Not enough memory"));
-  }
-  return 1;
-}
-
-void CDipoleFace1Process::sortByColumn(int key) {
   switch (key) {
     case 0:
       sortBy<int>([](const CDipoleszq& dipole) { return dipole.m_number; });
@@ -179,11 +173,20 @@ void CDipoleFace1Process::sortByColumn(int key) {
     default:
       break;
   }
+  return 1;
 }
 
 // Minimum is the type that the running minimum of the sort is held in.
 template <typename Minimum, typename KeyOf>
 void CDipoleFace1Process::sortBy(KeyOf keyOf) {
+  // Memory is asked for before the first exchange: without it, nothing has changed yet.
+  if (!isWithinMemory([&] { sortQuickly<Minimum>(keyOf); })) {
+    sortLiterally<Minimum>(keyOf);
+  }
+}
+
+template <typename Minimum, typename KeyOf>
+void CDipoleFace1Process::sortQuickly(KeyOf keyOf) {
   using Key = decltype(keyOf(*m_dipoles[0]));
   SelectionOrder<Key, Minimum> order(m_totalDipoles);
   for (int slot = 0; slot < m_totalDipoles; ++slot) {
@@ -194,5 +197,25 @@ void CDipoleFace1Process::sortBy(KeyOf keyOf) {
   order.build();
   for (int slot = 0; slot < m_totalDipoles; ++slot) {
     m_dipoles.swap(slot, order.takeNext(slot));
+  }
+}
+
+// The same order without memory, in quadratic time.
+template <typename Minimum, typename KeyOf>
+void CDipoleFace1Process::sortLiterally(KeyOf keyOf) {
+  using Key = decltype(keyOf(*m_dipoles[0]));
+  for (int slot = 0; slot < m_totalDipoles; ++slot) {
+    if (m_dipoles[slot] == nullptr) {
+      continue;
+    }
+    int choice = slot;
+    auto minimum = static_cast<Minimum>(keyOf(*m_dipoles[slot]));
+    for (int other = slot; other < m_totalDipoles; ++other) {
+      if (m_dipoles[other] != nullptr && keyOf(*m_dipoles[other]) < static_cast<Key>(minimum)) {
+        choice = other;
+        minimum = static_cast<Minimum>(keyOf(*m_dipoles[other]));
+      }
+    }
+    m_dipoles.swap(slot, choice);
   }
 }

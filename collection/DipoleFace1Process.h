@@ -33,7 +33,8 @@ class AFX_EXT_CLASS CDipoleFace1Process : public CDipoleFace {
   // Takes every dipole's raw backup where none was taken; with applyRotation puts every dipole back to its
   // raw location and stores the registration angles; rewrites m_fiducialCtf in the registered frame; ends
   // with the translation and rotation zeroed and the radius of `sphere` in m_sphereLocational. The comparison
-  // with `reference` is deliberately without consequence. No pointer may be null, but `reference`. Returns 1.
+  // with `reference` is deliberately without consequence. No pointer may be null, but `reference`. Returns 1;
+  // asks for no memory, so it is never left half done.
   int transferDipole3D_MRIFit(const CFiducialzq* mri, bool applyRotation, const CFiducialzq* reference,
                               const CSpherezq* sphere, int dimensionX, int dimensionY, int dimensionZ,
                               float voxelX, float voxelY, float voxelZ);
@@ -42,13 +43,16 @@ class AFX_EXT_CLASS CDipoleFace1Process : public CDipoleFace {
   //   0 m_number, 1 m_latency, 2..4 m_location x, y, z, 5..7 m_orientation x, y, z, 8 m_fitError, 9 m_moment
   // The order is that of a selection sort which keeps its minimum in single precision, exactly
   // (collection/SelectionOrder.h): hosts know its order of ties. The current index stays, so another dipole
-  // may be current afterwards. Empty slots stay where they are. Any other key changes nothing. Returns 1,
-  // also after "Not enough memory", when nothing has changed.
+  // may be current afterwards. Empty slots stay where they are. Any other key changes nothing. Returns 1.
+  // Without memory it takes quadratic time, seconds for a full table, to the same order.
   int sortDipoles(int key);
 
  private:
   void restoreRawLocations();
-  void sortByColumn(int key);
   template <typename Minimum, typename KeyOf>
   void sortBy(KeyOf keyOf);
+  template <typename Minimum, typename KeyOf>
+  void sortQuickly(KeyOf keyOf);
+  template <typename Minimum, typename KeyOf>
+  void sortLiterally(KeyOf keyOf);
 };

@@ -4,6 +4,11 @@
 
 namespace {
 
+// By the slot alone: -1 does not stand for the current dipole here, and no slot is clamped into the range.
+CDipoleszq* dipoleIn(const CDipoleFace& face, int slot) {
+  return slot >= 0 ? face.getDipole(slot) : nullptr;
+}
+
 // The extent of coordinates and of the origin, along one axis.
 class ExtentWithOrigin {
  public:
@@ -76,27 +81,35 @@ void markSelection(CDipoleFace& face, const DipoleSlots& selected) {
 
 void deleteDipoles(CDipoleFace& face, const DipoleSlots& dipoles) {
   for (const int slot : dipoles) {
-    face.deleteDipole(slot, 0);
+    if (dipoleIn(face, slot) != nullptr) {
+      face.deleteDipole(slot, 0);
+    }
   }
   face.reSortDipoles();
 }
 
 void showDipoles(CDipoleFace3On3DView& face, const DipoleSlots& dipoles, int show) {
   for (const int slot : dipoles) {
-    face.setShowDipole(slot, show);
+    if (dipoleIn(face, slot) != nullptr) {
+      face.setShowDipole(slot, show);
+    }
   }
 }
 
 void nameDipoles(CDipoleFace& face, const DipoleSlots& dipoles, const CString& name) {
   for (const int slot : dipoles) {
-    face.setDipoleName(slot, name);
+    if (CDipoleszq* dipole = dipoleIn(face, slot)) {
+      dipole->m_label = name;
+    }
   }
   face.reSortDipoles();
 }
 
 void colorDipoles(CDipoleFace& face, const DipoleSlots& dipoles, COLORREF color) {
   for (const int slot : dipoles) {
-    face.setDipoleColor(slot, color);
+    if (CDipoleszq* dipole = dipoleIn(face, slot)) {
+      dipole->setColorValue(color);
+    }
   }
 }
 
@@ -104,7 +117,7 @@ DipoleAverage averageOf(const CDipoleFace& face, const DipoleSlots& dipoles) {
   DipoleAverage average;
   ExtentWithOrigin box[3];
   for (const int slot : dipoles) {
-    const CDipoleszq* dipole = face.getDipole(slot);
+    const CDipoleszq* dipole = dipoleIn(face, slot);
     if (dipole == nullptr) {
       continue;
     }

@@ -1,8 +1,8 @@
 // The text export of CDipoleFace9File, and its choice of an importer.
 #include <charconv>
 
+#include "collection/WithinMemory.h"
 #include "file/DipoleFace9File.h"
-#include "headmodel/WithinMemory.h"
 #include "import/ChosenFiles.h"
 
 namespace {

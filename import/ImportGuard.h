@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "headmodel/WithinMemory.h"
+#include "collection/WithinMemory.h"
 
 struct DeleteException {
   void operator()(CException* exception) const { exception->Delete(); }

@@ -3,7 +3,7 @@
 #include <initializer_list>
 #include <utility>
 
-#include "headmodel/WithinMemory.h"
+#include "collection/WithinMemory.h"
 #include "ui/DlgDipoleCoordinate.h"
 #include "ui/DlgDipoleEditor.h"
 #include "ui/DlgDipoleManagerzq.h"

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "headmodel/WithinMemory.h"
+#include "collection/WithinMemory.h"
 #include "ui/DipoleFacezq.h"
 #include "ui/DlgNewName.h"
 #include "ui/WindowTools.h"

@@ -10,6 +10,7 @@
 #include "collection/DipoleFace1Process.h"
 #include "collection/SelectionOrder.h"
 #include "tests/collection/FaceFixture.h"
+#include "tests/support/FailingNew.h"
 
 namespace {
 
@@ -214,6 +215,40 @@ TEST(SortDipoles, FollowsTheLiteralSortInTablesWithRandomHoles) {
     EXPECT_EQ(face->sortDipoles(key), 1);
     ASSERT_EQ(idsOf(*face), literalSort<float>(keys)) << "table " << table;
   }
+}
+
+TEST(SortDipoles, WithoutMemoryGivesTheSameOrderWithoutAWord) {
+  const ScriptedOperator user;
+  std::mt19937 random(11);
+  for (int table = 0; table < 90; ++table) {
+    const int key = 1 + table % 9;
+    std::vector<double> values(1 + random() % 60);
+    for (double& value : values) {
+      value = hostileKey(random);
+    }
+    const auto face = faceWithKeys(values, key);
+    std::vector<std::optional<double>> keys(values.begin(), values.end());
+    for (std::size_t slot = 0; slot < keys.size(); ++slot) {
+      if (random() % 6 == 0) {
+        face->deleteDipole(static_cast<int>(slot), 0);
+        keys[slot].reset();
+      }
+    }
+    {
+      const FailingNew failing(1, Lasting::fromThenOn);
+      EXPECT_EQ(face->sortDipoles(key), 1);
+      EXPECT_TRUE(failing.failed());
+    }
+    ASSERT_EQ(idsOf(*face), literalSort<float>(keys)) << "table " << table;
+  }
+  const std::vector<int> numbers = {16777217, 16777216, 3, 16777218, 3, -5};
+  const auto face = faceWithNumbers(numbers);
+  {
+    const FailingNew failing(1, Lasting::fromThenOn);
+    EXPECT_EQ(face->sortDipoles(0), 1);
+  }
+  EXPECT_EQ(idsOf(*face), literalSort<int>(numbers));
+  EXPECT_EQ(user.texts(), Texts{});
 }
 
 TEST(SortDipoles, ByIndexRestoresTheOrderOfImport) {
