@@ -104,6 +104,55 @@ TEST(NameAndColorDipoles, ReachTheseOnly) {
   EXPECT_EQ(face->getDipole(1)->m_colorF[2], 3.0F / 256.0F);
 }
 
+// -1 is the current dipole elsewhere, and deleteDipole clamps what is outside: here both are left out.
+TEST(SlotsOutside, AreLeftOutByEveryCommand) {
+  for (const DipoleSlots& outside : {DipoleSlots{-1}, DipoleSlots{3}, DipoleSlots{-1, -7, 3, 30000}}) {
+    const auto face = listedFace(3);
+    face->setCurrentDipole(1);
+    deleteDipoles(*face, outside);
+    ASSERT_EQ(idsOf(*face), (Ids{0, 1, 2}));
+    nameDipoles(*face, outside, _T("nobody"));
+    colorDipoles(*face, outside, RGB(1, 2, 3));
+    showDipoles(*face, outside, 0);
+    EXPECT_EQ(averageOf(*face, outside).count, 0);
+    EXPECT_FALSE(addAverage(*face, outside));
+    EXPECT_FALSE(replaceByAverage(*face, outside));
+    ASSERT_EQ(idsOf(*face), (Ids{0, 1, 2}));
+    EXPECT_EQ(face->getCurrentDipoleID(), 1);
+    EXPECT_EQ(shownOf(*face), (Ids{1, 1, 1}));
+    for (int slot = 0; slot < 3; ++slot) {
+      EXPECT_EQ(face->getDipole(slot)->m_label, _T("Non"));
+      EXPECT_EQ(face->getDipole(slot)->m_color, 65535U);
+    }
+    face->setShowAllDipole(0);
+    showDipoles(*face, outside, 1);
+    EXPECT_EQ(shownOf(*face), (Ids{0, 0, 0}));
+  }
+}
+
+TEST(SlotsOutside, DoNotKeepTheOthersFromTheirPart) {
+  const auto face = listedFace(4);
+  face->setCurrentDipole(0);
+  const DipoleSlots mixed = {-1, 1, 3, 4};
+  const DipoleAverage average = averageOf(*face, mixed);
+  EXPECT_EQ(average.count, 2);
+  EXPECT_EQ(average.location[0], 2.0);
+  nameDipoles(*face, mixed, _T("focus"));
+  EXPECT_EQ(face->getDipole(0)->m_label, _T("Non"));
+  EXPECT_EQ(face->getDipole(3)->m_label, _T("focus"));
+  deleteDipoles(*face, mixed);
+  EXPECT_EQ(idsOf(*face), (Ids{0, 2}));
+}
+
+// An empty current slot: hiding it would make another dipole the current one.
+TEST(ShowDipoles, LeavesAnEmptySlotOut) {
+  const auto face = listedFace(3);
+  face->setCurrentDipole(1);
+  face->deleteDipole(1, 0);
+  showDipoles(*face, {1}, 0);
+  EXPECT_EQ(face->getCurrentDipoleID(), 1);
+}
+
 TEST(NameDipoles, ClosesGapsThatWereThere) {
   const auto face = listedFace(3);
   face->deleteDipole(1, 0);
