@@ -9,7 +9,7 @@ bool AnsiLineReader::refill() {
     m_end = std::copy(m_next, m_end, m_block);
     m_next = m_block;
   }
-  const UINT read = m_archive.Read(m_end, static_cast<UINT>(m_lookAhead));
+  const UINT read = m_archive.Read(m_end, UINT{block});
   m_end += read;
   return read != 0;
 }

@@ -16,11 +16,8 @@
 
 class AnsiLineReader {
  public:
-  static constexpr int wholeBlocks = 4096;  // bytes
-
-  // With a look-ahead of 1 byte, what the archive gives next stands right behind the line just read.
-  explicit AnsiLineReader(CArchive& archive, int lookAhead = wholeBlocks)
-      : m_archive(archive), m_lookAhead(lookAhead) {}
+  // Takes the file in blocks: what the archive gives next need not stand right behind a line.
+  explicit AnsiLineReader(CArchive& archive) : m_archive(archive) {}
   AnsiLineReader(const AnsiLineReader&) = delete;
   AnsiLineReader& operator=(const AnsiLineReader&) = delete;
 
@@ -33,9 +30,10 @@ class AnsiLineReader {
   bool findLineStart();
   char* findLineEnd(char* from) const;
 
+  static constexpr int block = 4096;  // bytes
+
   CArchive& m_archive;
-  int m_lookAhead;
-  char m_block[AnsiLine::capacity + wholeBlocks + 1];
+  char m_block[AnsiLine::capacity + block + 1];
   char m_piece[AnsiLine::capacity + 1] = {};  // a piece of a longer line, and a zero
   char* m_next = m_block;                     // the first byte not yet given out
   char* m_end = m_block;                      // behind the last byte read

@@ -1,6 +1,8 @@
 #include "import/DipoleFace8Import01_CTF.h"
 
+#include <algorithm>
 #include <initializer_list>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -72,11 +74,20 @@ int CDipoleFace8Import01_CTF::updateDipoleList() {
   return 1;
 }
 
+// By the rules of AnsiLineReader, but byte by byte: no byte behind the line may be taken.
 int CDipoleFace8Import01_CTF::readANSI(CArchive& archive, CString& line) {
-  AnsiLineReader reader(archive, 1);
-  AnsiLine next;
-  const bool isLine = reader.next(next);
-  line = next.text();
+  char bytes[AnsiLine::capacity];
+  char* end = bytes;
+  bool isLine = false;
+  char byte = 0;
+  while (!isLine && archive.Read(&byte, 1) == 1) {
+    const bool isLineEnd = byte == '\n' || byte == '\r';
+    if (!isLineEnd) {
+      *end++ = byte;
+    }
+    isLine = isLineEnd ? end != bytes : end == std::end(bytes);
+  }
+  line = CString(bytes, static_cast<int>(std::find(bytes, end, '\0') - bytes));
   return isLine ? 1 : 0;
 }
 
