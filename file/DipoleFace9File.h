@@ -19,16 +19,17 @@ class AFX_EXT_CLASS CDipoleFace9File : public CDipoleFace8Import02_4DMSI {
   ~CDipoleFace9File() override;
 
   // Writes or reads the current format: "DIPOLESFACEZQ", version 20050629, the set. Loading replaces the set.
-  // Returns 1. Another magic returns 0 silently; another version, or a count that the table or the file has
-  // no room for, shows "Wrong file format!" and returns 0. The collection is unchanged in these cases.
-  // Loading without memory for a dipole shows "Not enough memory", keeps what was read and returns 1; a file
-  // fault inside a dipole shows "3DPtB file could not be opened " and returns 0, with what was read, or with
-  // the file half written.
+  // Returns 1. Another magic returns 0 silently; another version, or more dipoles than the table has room
+  // for, shows "Wrong file format!" and returns 0. The collection is unchanged in these cases. A count below
+  // 1 is an empty set. Loading without memory for a dipole shows "Not enough memory", keeps what was read and
+  // returns 1; a file fault inside a dipole shows "3DPtB file could not be opened " and returns 0, with what
+  // was read, or with the file half written.
   int serializeDipolesFace(CArchive& archive);
 
   // Writes version 20011118 without a magic, and reads it and the older 20010901, 1 and 0. Loading does not
   // clean the set first: slots are overwritten. Deliberately returns 1 in every case, also after "Dipole file
-  // format error" for an unknown version or an impossible count, which changes nothing.
+  // format error" for an unknown version or too many dipoles, which changes nothing. Empty slots are not
+  // written, and the current dipole as the place that it has among those written, -1 when its slot is empty.
   int serializeObsolete20050630(CArchive& archive);
 
   // Asks for a file name and writes every dipole as one line of UTF-16 text, as stored. Appends ".txt" to a
@@ -41,27 +42,20 @@ class AFX_EXT_CLASS CDipoleFace9File : public CDipoleFace8Import02_4DMSI {
   int importDipoleX(CString& path, bool offerWholeFolder);
 
  private:
-  // How a transfer of a set ended.
-  enum Outcome {
-    rejected,  // nothing has changed; the entry point says so
-    whole,
-    cutShort,  // out of memory, and said so; what follows in the archive stands in the wrong place
-    faulty     // a file fault, and said so
-  };
+  // Each is one version, or a part of one, behind its number. All return 1.
+  int serialize20050629(CArchive& archive);
+  int _00serializeDipoles(CArchive& archive);
+  int _01serializeDipoleFace(CArchive& archive);
+  int serialize2001_11_18(CArchive& archive);
+  int Serialize20010901(CArchive& archive);  // loads only; a storing archive stays as it is
+  int Serialize20010101(CArchive& archive);  // likewise
 
-  Outcome serialize20050629(CArchive& archive);
-  Outcome _00serializeDipoles(CArchive& archive);
-  Outcome _01serializeDipoleFace(CArchive& archive);
-  Outcome serialize2001_11_18(CArchive& archive);
-  Outcome Serialize20010901(CArchive& archive);  // loads only; a storing archive stays as it is
-  Outcome Serialize20010101(CArchive& archive);  // likewise
-
-  Outcome storeFlaggedDipoles(CArchive& archive);
-  Outcome loadFlaggedDipoles(CArchive& archive);
-  Outcome storeOldDipoles(CArchive& archive);
-  Outcome loadOldDipoles(CArchive& archive, ObsoleteFace& face);  // the face loses its texts
-  Outcome loadDipole(CArchive& archive);
+  void storeFlaggedDipoles(CArchive& archive);
+  void loadFlaggedDipoles(CArchive& archive);
+  void storeOldDipoles(CArchive& archive);
+  void loadOldDipoles(CArchive& archive, ObsoleteFace& face);  // the face loses its texts
+  void loadDipole(CArchive& archive);
   void forgetSource();
   void countLoaded(int current);
-  Outcome serializeSpheres(CArchive& archive);
+  void serializeSpheres(CArchive& archive);
 };

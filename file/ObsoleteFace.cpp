@@ -13,6 +13,24 @@ void copy(const Value (&from)[count], Value (&to)[count]) {
   std::copy(std::begin(from), std::end(from), to);
 }
 
+// How many of the slots in front of one hold a dipole.
+int dipolesBefore(const CDipoleFace& face, int end) {
+  int count = 0;
+  for (int slot = 0; slot < end; ++slot) {
+    count += face.m_dipoles[slot] != nullptr ? 1 : 0;
+  }
+  return count;
+}
+
+// The place of the current dipole among those that are written; an index that names no slot as it is.
+int currentAmongWritten(const CDipoleFace& face) {
+  const int current = face.m_currentDipole;
+  if (current < 0 || current >= face.m_totalDipoles) {
+    return current;
+  }
+  return face.m_dipoles[current] != nullptr ? dipolesBefore(face, current) : -1;
+}
+
 }  // namespace
 
 ObsoleteFace::ObsoleteFace(const CDipoleFace& face)
@@ -31,11 +49,8 @@ ObsoleteFace::ObsoleteFace(const CDipoleFace& face)
       faceValue(face.m_faceValue),
       sphereLocational(face.m_sphereLocational),
       sphereCtf(face.m_sphereCtf),
-      currentDipole(face.m_currentDipole),
-      totalDipoles(0) {
-  for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
-    totalDipoles += face.m_dipoles[slot] != nullptr ? 1 : 0;
-  }
+      currentDipole(currentAmongWritten(face)),
+      totalDipoles(dipolesBefore(face, face.m_totalDipoles)) {
   copy(face.m_sphereRotation.m_center, rotation);
   copy(face.m_space, space);
   copy(face.m_allDipoleRange, range);

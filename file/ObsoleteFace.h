@@ -1,6 +1,6 @@
 // The set-wide members that the headerless set files of 2001 carry in front of the dipoles.
 //
-// They are read apart from the collection: a file whose count is impossible must not change it.
+// They are read apart from the collection: a file of too many dipoles must not change it.
 #pragma once
 
 #include "collection/DipoleFace.h"
@@ -35,9 +35,9 @@ struct ObsoleteFace {
   double range[3];  // mm
   CSpherezq sphereLocational;
   CSpherezq sphereCtf;
-  int dimension[3];  // in the collection's order
-  int currentDipole;
-  int totalDipoles;  // those that slots hold: the formats know no empty slots
+  int dimension[3];   // in the collection's order
+  int currentDipole;  // among the dipoles that slots hold: the formats know no empty slots
+  int totalDipoles;   // likewise
 
  private:
   void awaitSpheres(bool isLoading);

@@ -151,27 +151,31 @@ void FileImport::importMsi(Answers answers) {
   checkCount(scan.rows - RowAnswers(m_messages).declinedAfter);
 }
 
+// A set is taken whole or not at all: one that breaks off does not say whose dipoles it holds, nor in which
+// unit, and must not be mixed with those of other files.
 void FileImport::loadDipset() {
   TerminalOperator op({}, Answers::no);
   const OperatorInCharge inCharge(op);
   try {
+    auto set = std::make_unique<CDipoleFace9File>();
     CFile file(fromUtf8(m_path), CFile::modeRead | CFile::shareDenyWrite);
     CArchive archive(&file, CArchive::load);
     const bool isOld = isHeaderlessSet(m_path);
-    const int result = isOld ? m_collection->serializeObsolete20050630(archive)
-                             : m_collection->serializeDipolesFace(archive);
+    const int result = isOld ? set->serializeObsolete20050630(archive) : set->serializeDipolesFace(archive);
     m_messages = op.messages();
+    archive.Close();
     if (result == 0 && m_messages.empty()) {
       warnOfLoss(m_file.name + ": this is no dipole set");
     } else if (result == 0 || !m_messages.empty()) {
       warnOfLoss(m_file.name + ": the set could not be read");
+    } else {
+      m_collection = std::move(set);
     }
-    archive.Close();
   } catch (CException* exception) {
     const std::string cause = host::causeOf(*exception);
     exception->Delete();
     m_messages = op.messages();
-    warnOfLoss(m_file.name + ": the set could not be read to its end: " + cause);
+    warnOfLoss(m_file.name + ": the set could not be read to its end and is left out: " + cause);
   }
 }
 

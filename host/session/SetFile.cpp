@@ -1,6 +1,5 @@
 #include "host/session/SetFile.h"
 
-#include <climits>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -31,12 +30,12 @@ bool isAtEnd(CArchive& archive) {
 }
 
 // The module's result does not tell everything: what it refuses of an old set, and a set that it cut short
-// for want of memory, count as done.
+// for want of memory, count as done. A set that was read has a count, be it 0.
 bool readWhole(CDipoleFace9File& set, CArchive& archive, bool isOld) {
-  constexpr int untouched = INT_MIN;
-  set.m_currentDipole = untouched;
+  constexpr int untouched = -1;
+  set.m_totalDipoles = untouched;
   const int result = isOld ? set.serializeObsolete20050630(archive) : set.serializeDipolesFace(archive);
-  return result != 0 && set.m_currentDipole != untouched && isAtEnd(archive);
+  return result != 0 && set.m_totalDipoles != untouched && isAtEnd(archive);
 }
 
 // A bare `throw` has to pass on what the module threw, behind an archive that must write no more.

@@ -20,7 +20,8 @@ int ownSize(int asked) {
   return asked == askedByDefault ? defaultBuffer : (std::max)(asked, smallestBuffer);
 }
 
-// How many units of a text are read at a time, so that a length that lies costs no more memory than this.
+// How many units of a text are read at a time: a length that lies costs no more memory than this beyond what
+// the file holds. The file is not asked how much that is, for not every file can tell.
 constexpr ULONGLONG piece = 32768;
 
 // The marks in front of a text's length.
@@ -254,13 +255,6 @@ ULONGLONG CArchive::readTextLength(bool& wide) {
   return large;
 }
 
-ULONGLONG CArchive::bytesLeft() {
-  const auto buffered = static_cast<ULONGLONG>(m_readEnd - m_readAt);
-  const ULONGLONG position = m_file->GetPosition();
-  const ULONGLONG length = m_file->GetLength();
-  return buffered + (length > position ? length - position : 0);
-}
-
 // A short text as it is written, all of it in the buffer: nearly every text of a file.
 bool CArchive::getBufferedText(CString& text) {
   const auto buffered = static_cast<std::size_t>(m_readEnd - m_readAt);
@@ -292,17 +286,13 @@ CArchive& CArchive::operator>>(CString& text) {
 void CArchive::getText(CString& text) {
   bool wide = false;
   const ULONGLONG length = readTextLength(wide);
-  const ULONGLONG bytes = wide ? 2 * length : length;
-  if (bytes > static_cast<ULONGLONG>(m_readEnd - m_readAt) && bytes > bytesLeft()) {
-    AfxThrowArchiveException(CArchiveException::endOfFile, fileName());
-  }
-  if (length > INT_MAX) {
-    AfxThrowMemoryException();
-  }
   CString whole;
   std::vector<char> narrow;
   for (ULONGLONG done = 0; done < length;) {
     const auto part = static_cast<UINT>((std::min)(piece, length - done));
+    if (done + part > INT_MAX) {
+      AfxThrowMemoryException();
+    }
     if (wide) {
       const int before = whole.GetLength();
       LPTSTR units = whole.GetBufferSetLength(before + static_cast<int>(part));

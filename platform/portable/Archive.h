@@ -170,7 +170,6 @@ class CArchive {
   void getText(CString& text);
   ULONGLONG readTextLength(bool& wide);
   void writeTextLength(DWORD length);
-  ULONGLONG bytesLeft();
 
   CFile* m_file;
   bool m_loading;

@@ -85,6 +85,28 @@ TEST(SetFile, EmptySlotsAreLeftOutAndNotCountedIn2001) {
   EXPECT_EQ(read->m_dipoles[1]->m_number, 5002);
 }
 
+TEST(SetFile, TheCurrentDipoleIsWrittenByItsPlaceAmongThoseWrittenIn2001) {
+  struct Case {
+    int current;
+    int written;
+  };
+  // Slots 0 and 2 of five are empty.
+  for (const Case& c : {Case{0, -1}, Case{1, 0}, Case{2, -1}, Case{3, 1}, Case{4, 2}, Case{5, 5},
+                        Case{-1, -1}, Case{-6, -6}}) {
+    const Set set = filledSet(5);
+    set->deleteDipole(0, 0);
+    set->deleteDipole(2, 0);
+    set->m_currentDipole = c.current;
+    const Set read = filledSet(0);
+    EXPECT_EQ(readObsolete(obsoleteBytes(*set), *read), 1);
+    ASSERT_EQ(read->m_currentDipole, c.written) << c.current;
+    EXPECT_EQ(set->m_currentDipole, c.current);
+    if (c.written >= 0 && c.written < 3) {
+      EXPECT_EQ(read->getCurrentDipole()->m_number, set->getCurrentDipole()->m_number) << c.current;
+    }
+  }
+}
+
 TEST(SetFile, WritingLeavesTheSetAsItIs) {
   const Set set = filledSet(2);
   const Lines before = linesOf(*set);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/MemoryArchive.h"
+#include "tests/support/StreamFile.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Thrown.h"
 
@@ -107,7 +108,7 @@ TEST(ArchiveText, ReadingTextThatIsCutOffKeepsTheTextBefore) {
   EXPECT_EQ(toUtf8(text), "before");
 }
 
-// A file of a few bytes that claims gigabytes is refused before any memory is asked for.
+// A file of a few bytes that claims gigabytes takes no more memory than a piece of them.
 TEST(ArchiveText, LyingLengthsEndTheFile) {
   for (const std::string& lie :
        {std::string("\xFF\xFF\xFF\xFF\xFF\xFF\x7F", 7), std::string("\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 7),
@@ -122,6 +123,19 @@ TEST(ArchiveText, LyingLengthsEndTheFile) {
                 archive >> text;
               }),
               CArchiveException::endOfFile);
+  }
+}
+
+TEST(ArchiveText, OfAFileWithoutALengthIsReadAcrossTheBuffersEnd) {
+  for (const int length : {10, 126, 127, 300, 5000, 70000}) {
+    const CString text(_T('x'), length);
+    StreamFile file(stored(text) + stored(_T("next")));
+    CArchive archive(&file, CArchive::load, 128);
+    CString first;
+    CString second;
+    archive >> first >> second;
+    EXPECT_EQ(first, text) << length;
+    EXPECT_EQ(toUtf8(second), "next");
   }
 }
 

@@ -275,7 +275,7 @@ TEST(ArchiveSweep, SavingASetOf2001) {
 TEST_P(CurrentSetSweep, Reading) {
   const FailurePoints points = sweepReading(GetParam(), current);
   EXPECT_GE(points.allocations, 5);
-  EXPECT_GE(points.fileCalls, 8);
+  EXPECT_GE(points.fileCalls, 6);
 }
 
 INSTANTIATE_TEST_SUITE_P(ArchiveSweep, CurrentSetSweep,
@@ -284,7 +284,7 @@ INSTANTIATE_TEST_SUITE_P(ArchiveSweep, CurrentSetSweep,
 TEST_P(ObsoleteSetSweep, Reading) {
   const FailurePoints points = sweepReading(GetParam(), of2001);
   EXPECT_GE(points.allocations, 5);
-  EXPECT_GE(points.fileCalls, 8);
+  EXPECT_GE(points.fileCalls, 6);
 }
 
 INSTANTIATE_TEST_SUITE_P(ArchiveSweep, ObsoleteSetSweep,

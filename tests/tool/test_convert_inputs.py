@@ -133,6 +133,7 @@ class Inputs(ConvertTest):
                   "text.dipset": b"Dipoles\n{\n}\n",
                   "version.dipset": whole[:30] + b"\xff\xff\xff\x7f" + whole[34:],
                   "many.dipset": whole[:38] + b"\xff\xff\xff\x7f" + whole[42:],
+                  "lie.dipset": whole[:38] + struct.pack("<i", 30000) + whole[42:],
                   "old.dipset": b"\x4e\x58\x31\x01" + bytes(50), "empty.dip": b"", "empty.txt": b""}
         for name, data in broken.items():
             path = self.write(name, data)
@@ -142,6 +143,17 @@ class Inputs(ConvertTest):
             self.assertEqual(self.read(target), b"before", name)
             self.convert(path, self.path("new.csv"), code=1)
             self.assertFalse(os.path.exists(self.path("new.csv")), name)
+
+    def test_a_set_that_breaks_off_gives_no_dipole_and_leaves_those_of_others_alone(self):
+        alone = self.succeed("list", "--csv", example("auditory.dip")).out
+        whole = dipset.pack_set([{"label": "a"}, {"label": "b"}], patient="another")
+        for data in (whole[:-1], whole[:300], whole[:38] + struct.pack("<i", 30000) + whole[42:]):
+            cut = self.write("cut.dipset", data)
+            for files in ([example("auditory.dip"), cut], [cut, example("auditory.dip")]):
+                result = self.end_with(1, "list", "--csv", *files)
+                self.assertEqual(result.out, alone)
+                self.assertIn("warning: %s: the set could not be read to its end and is left out: " % cut, result.err)
+            self.assertEqual(self.end_with(1, "list", "--csv", cut).out.count("\n"), 1)  # the heading
 
     def test_declined_moving_dipoles_alone_write_nothing(self):
         path = self.write("m.dip", moving_file([(0.1, 1, 2, 3)]))

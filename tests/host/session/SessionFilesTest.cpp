@@ -1,7 +1,9 @@
 // Sets to and from files: whole or not at all, and the session knows what is saved.
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <limits>
 #include <memory>
 
 #include "host/DipoleColumns.h"
@@ -51,6 +53,16 @@ void prepare(Viewer& viewer) {
 
 std::string failureOfOpening(Viewer& viewer, const CString& path) {
   return failureOf([&] { viewer.session.openSet(path); });
+}
+
+// The bytes of a set of one dipole up to its count, which becomes another one. It is the first thing that the
+// same set without dipoles has otherwise.
+std::string upToCount(const std::string& one, const std::string& none, int count) {
+  const auto place =
+      static_cast<std::size_t>(std::mismatch(one.begin(), one.end(), none.begin()).first - one.begin());
+  std::string bytes = one.substr(0, place + sizeof count);
+  std::memcpy(bytes.data() + place, &count, sizeof count);
+  return bytes;
 }
 
 }  // namespace
@@ -145,21 +157,34 @@ TEST(SessionFiles, SetThatIsCutShortAnywhereChangesNothing) {
     }
 }
 
-TEST(SessionFiles, CountThatAnOldSetHasNoRoomForIsRefused) {
+TEST(SessionFiles, SetWithoutAllOfTheDipolesThatItCountsChangesNothing) {
   Viewer viewer(2);
   prepare(viewer);
   ScriptedOperator user;
   const State before(viewer);
-  const std::string whole = obsoleteBytes(*filledSet(1));
-  const std::string empty = obsoleteBytes(*filledSet(0));
-  const auto difference = std::mismatch(whole.begin(), whole.end(), empty.begin()).first;
-  // The current dipole and the count differ; one of these files ends right behind them.
-  const auto first = static_cast<std::size_t>(difference - whole.begin());
-  for (std::size_t length = first; length < first + 20; ++length) {
-    const CString path = viewer.folder.write("count.dipset", whole.substr(0, length));
-    ASSERT_NE(failureOfOpening(viewer, path), "") << length;
+  const std::string dipole = currentBytes(*filledSet(1));
+  const std::string oldDipole = obsoleteBytes(*filledSet(1));
+  const std::string empty = currentBytes(*filledSet(0));
+  const std::string oldEmpty = obsoleteBytes(*filledSet(0));
+  for (const int count : {-1, 1, 2, 30000, 30001}) {
+    // Nothing stands behind the count, neither dipoles nor what follows them.
+    for (const std::string& bytes :
+         {upToCount(dipole, empty, count), upToCount(oldDipole, oldEmpty, count)}) {
+      const CString path = viewer.folder.write("count.dipset", bytes);
+      ASSERT_NE(failureOfOpening(viewer, path), "") << count;
+      EXPECT_TRUE(State(viewer) == before) << count;
+    }
   }
-  EXPECT_TRUE(State(viewer) == before);
+}
+
+TEST(SessionFiles, SetOfFewerThanNoDipolesIsAnEmptyOne) {
+  Viewer viewer(2);
+  const Set empty = filledSet(0);
+  empty->m_currentDipole = std::numeric_limits<int>::min();
+  empty->m_totalDipoles = -1;
+  viewer.session.openSet(viewer.folder.write("current.dipset", currentBytes(*empty)));
+  EXPECT_EQ(viewer.set->m_totalDipoles, 0);
+  EXPECT_EQ(viewer.set->m_patient, empty->m_patient);
 }
 
 TEST(SessionFiles, FileThatIsGoneLeavesTheRecentOnes) {
