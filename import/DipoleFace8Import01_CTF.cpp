@@ -13,8 +13,8 @@
 
 namespace {
 
-// Room for as many files chosen at once as a set has for dipoles, in characters.
-constexpr DWORD roomForFiles = DipoleTable::capacity * (MAX_PATH + 1) + 1;
+// Room for 4000 files chosen at once, in characters.
+constexpr DWORD roomForFiles = 4000 * (MAX_PATH + 1) + 1;
 
 enum { extensionLength = 4 };  // with its point
 
