@@ -48,10 +48,20 @@ void AnsiLine::assign(const char* bytes, int length) {
     setUnits(CString(bytes, length));
     return;
   }
+  assignPlain(bytes, length);
+  m_hasMarks = traits.hasMarks;
+}
+
+void AnsiLine::assignPlain(const char* bytes, int length) {
   m_begin = bytes;
   m_end = bytes + length;
-  m_hasMarks = traits.hasMarks;
+  m_hasMarks = false;
   m_isAscii = true;
+}
+
+bool AnsiLine::isPlain(const char* bytes, int length) {
+  const Traits traits = traitsOf(bytes, length);
+  return traits.isAscii && !traits.hasZero && !traits.hasMarks;
 }
 
 void AnsiLine::setUnits(const CString& text) {

@@ -27,6 +27,10 @@ class AnsiLine {
   // are not copied: they must outlive their use here.
   void assign(const char* bytes, int length);
 
+  // Likewise of plain bytes, as nearly all are: ASCII without zeros, parentheses, slashes and braces.
+  void assignPlain(const char* bytes, int length);
+  static bool isPlain(const char* bytes, int length);
+
   // One char per UTF-16 unit; a zero stands at end().
   const char* begin() const { return m_begin; }
   const char* end() const { return m_end; }

@@ -11,6 +11,7 @@ bool AnsiLineReader::refill() {
   }
   const UINT read = m_archive.Read(m_end, UINT{block});
   m_end += read;
+  m_isPlain = AnsiLine::isPlain(m_block, static_cast<int>(m_end - m_block));
   return read != 0;
 }
 
@@ -49,6 +50,11 @@ bool AnsiLineReader::next(AnsiLine& line) {
   char* const start = m_next;
   m_next = isClosed ? lineEnd + 1 : lineEnd;
   *lineEnd = '\0';
-  line.assign(start, static_cast<int>(lineEnd - start));
+  const auto length = static_cast<int>(lineEnd - start);
+  if (m_isPlain) {
+    line.assignPlain(start, length);
+  } else {
+    line.assign(start, length);
+  }
   return isClosed;
 }

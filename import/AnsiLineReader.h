@@ -37,4 +37,5 @@ class AnsiLineReader {
   char m_piece[AnsiLine::capacity + 1] = {};  // a piece of a longer line, and a zero
   char* m_next = m_block;                     // the first byte not yet given out
   char* m_end = m_block;                      // behind the last byte read
+  bool m_isPlain = false;                     // every byte of the block, see AnsiLine
 };

@@ -1,9 +1,12 @@
 #include "import/ChosenFiles.h"
 
+#include <memory>
+
 ChosenFiles letChoose(CFileDialog& dialog, DWORD room) {
-  std::vector<TCHAR> names(room);
+  const auto names = std::make_unique_for_overwrite<TCHAR[]>(room);  // megabytes, which need not be cleared
+  names[0] = 0;                                                      // nothing is chosen beforehand
   dialog.m_ofn.nFilterIndex = 1;
-  dialog.m_ofn.lpstrFile = names.data();
+  dialog.m_ofn.lpstrFile = names.get();
   dialog.m_ofn.nMaxFile = room;
   ChosenFiles chosen;
   if (dialog.DoModal() != IDOK) {

@@ -4,18 +4,29 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <limits>
 #include <system_error>
 
 namespace {
 
+// A plain number has so many digits at most, perhaps with a point among them.
+constexpr std::ptrdiff_t plainCharacters = 14;
+
+// By the number of characters from a point on, the point among them.
+constexpr double powersOfTen[plainCharacters] = {1e0, 1e0, 1e1, 1e2, 1e3,  1e4,  1e5,
+                                                 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12};
+
 bool isBlank(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
+// Of a character that is no digit: more than 9.
+unsigned digitOf(char c) {
+  return static_cast<unsigned char>(c - '0');
+}
+
 bool isDigit(char c) {
-  return c >= '0' && c <= '9';
+  return digitOf(c) <= 9;
 }
 
 bool isHexDigit(char c) {
@@ -86,29 +97,30 @@ bool convert(const char* begin, const char* end, bool isHex, float& value, const
   return true;
 }
 
-// A plain number of few digits, as nearly all in a file are: its digits and the power of ten are floats
-// themselves, so that their quotient is rounded once, which is what conversion means (Clinger 1990). Anything
-// else is left to from_chars.
+// A plain number, as nearly all in a file are: its digits and the power of ten are doubles themselves, so
+// that their quotient is rounded once (Clinger 1990). Rounding it once more, to a float, goes wrong only if
+// the quotient lies midway between two floats, at m / 2^j with m of 25 bits, and the number itself does not.
+// With 12 decimals at most it cannot: the two are 5^-12 / 2^j apart at least, or one unit of the last
+// digit where j is small, and a double is rounded by 2^-29 / 2^j at most.
 bool convertPlain(float& value, const char*& next) {
-  constexpr float powersOfTen[] = {1e0F, 1e1F, 1e2F, 1e3F, 1e4F, 1e5F, 1e6F, 1e7F};
-  constexpr std::uint32_t exactIntegers = 1U << 24U;
   const char* c = next;
-  std::uint32_t digits = 0;
-  for (; isDigit(*c) && digits < exactIntegers; ++c) {
-    digits = digits * 10 + static_cast<std::uint32_t>(*c - '0');
-  }
-  const char* firstDecimal = c + 1;
-  if (*c == '.' && c != next) {
-    for (++c; isDigit(*c) && digits < exactIntegers; ++c) {
-      digits = digits * 10 + static_cast<std::uint32_t>(*c - '0');
+  std::uint64_t digits = 0;
+  const auto takeDigits = [&] {
+    for (; isDigit(*c); ++c) {
+      digits = digits * 10 + digitOf(*c);
     }
+  };
+  takeDigits();
+  const char* const point = c;
+  if (*c == '.') {
+    ++c;
+    takeDigits();
   }
-  const auto decimals = c < firstDecimal ? 0 : c - firstDecimal;
-  if (c == next || isDigit(*c) || lowerAscii(*c) == 'e' || digits > exactIntegers ||
-      decimals >= static_cast<std::ptrdiff_t>(std::size(powersOfTen))) {
+  const char letter = lowerAscii(*c);
+  if (point == next || c - next > plainCharacters || letter == 'e' || letter == 'x') {
     return false;
   }
-  value = static_cast<float>(digits) / powersOfTen[decimals];
+  value = static_cast<float>(static_cast<double>(static_cast<std::int64_t>(digits)) / powersOfTen[c - point]);
   next = c;
   return true;
 }
@@ -129,8 +141,12 @@ RowScanner& RowScanner::endField(bool converted) {
 }
 
 RowScanner& RowScanner::blanks() {
-  while (!m_failed && isBlank(*m_next)) {
-    ++m_next;
+  if (!m_failed) {
+    const char* next = m_next;
+    while (isBlank(*next)) {
+      ++next;
+    }
+    m_next = next;
   }
   return *this;
 }
@@ -151,7 +167,7 @@ RowScanner& RowScanner::integer(int& value) {
   const std::uint64_t limit = (std::numeric_limits<std::int64_t>::max)() + (isNegative ? 1ULL : 0ULL);
   std::uint64_t magnitude = 0;
   for (; isDigit(*m_next); ++m_next) {
-    const auto digit = static_cast<std::uint64_t>(*m_next - '0');
+    const std::uint64_t digit = digitOf(*m_next);
     magnitude = magnitude > (limit - digit) / 10 ? limit : magnitude * 10 + digit;
   }
   const bool converted = m_next != digits;
@@ -173,17 +189,20 @@ RowScanner& RowScanner::real(float& value) {
   const bool isNegative = *m_next == '-';
   m_next += isNegative || *m_next == '+' ? 1 : 0;
   float magnitude = 0.0F;
-  const bool isHex = *m_next == '0' && lowerAscii(m_next[1]) == 'x';
-  const bool isDecimal = isDigit(*m_next) || *m_next == '.';
-  const bool converted = isHex ? hexadecimal(magnitude) : isDecimal ? decimal(magnitude) : special(magnitude);
+  const bool converted = convertPlain(magnitude, m_next) || other(magnitude);
   if (converted) {
     value = isNegative ? -magnitude : magnitude;
   }
   return endField(converted);
 }
 
-bool RowScanner::decimal(float& value) {
-  return convertPlain(value, m_next) || convert(m_next, m_row.end(), false, value, m_next);
+// Any number but a plain one.
+bool RowScanner::other(float& value) {
+  if (*m_next == '0' && lowerAscii(m_next[1]) == 'x') {
+    return hexadecimal(value);
+  }
+  return isDigit(*m_next) || *m_next == '.' ? convert(m_next, m_row.end(), false, value, m_next)
+                                            : special(value);
 }
 
 bool RowScanner::hexadecimal(float& value) {
@@ -237,8 +256,6 @@ RowScanner& RowScanner::skipWord() {
   if (!startField()) {
     return *this;
   }
-  while (m_next != m_row.end() && !isBlank(*m_next)) {
-    ++m_next;
-  }
+  m_next = std::find_if(m_next, m_row.end(), isBlank);
   return endField(true);
 }

@@ -42,7 +42,7 @@ class RowScanner {
 
  private:
   bool startField();
-  bool decimal(float& value);
+  bool other(float& value);
   bool special(float& value);
   bool hexadecimal(float& value);
   bool accept(const char* lowerCaseWord);

@@ -167,7 +167,7 @@ bool benchCtfImport(const std::string& section, const DipoleText& text,
       {"the conversions alone (from_chars)", empty, [&] { convertOnly(text); }},
       {"import through swscanf", empty, [&] { ((*slow).*yardstick)(file.path()); }}};
   const bool isMet = compare("CTF import, " + section + ", " + std::to_string(rows) + " rows", contenders,
-                             {{1, 3.0, false}, {2, 4.0, true}}, rounds);
+                             {{1, 2.0, false}, {2, 4.0, true}}, rounds);
   face->cleanDipoles();
   face->importCTFDipoles();
   slow = std::make_unique<SwscanfImport>();
@@ -209,7 +209,7 @@ bool benchMsiImport() {
   const bool isMet = compare("4D/MSI import, " + std::to_string(rows) + " rows",
                              {{"import of the file", empty, import},
                               {"the conversions alone (from_chars)", empty, [&] { convertOnly(text); }}},
-                             {{1, 3.0, false}}, rounds);
+                             {{1, 2.0, false}}, rounds);
   empty();
   import();
   if (face->m_totalDipoles != rows || face->m_dipoles[rows - 1]->m_label != CString(_T("spike_30000"))) {

@@ -85,6 +85,19 @@ TEST(RowScanner, AHalfwayNumberIsRoundedOnceToEven) {
   EXPECT_EQ(scanned("16777219").real, 16777220.0F);
 }
 
+TEST(RowScanner, ANumberThatADoubleTakesForHalfwayIsRoundedOnce) {
+  EXPECT_EQ(scanned("1.990870177745819").real, 0x1.fda9aap0F);
+  EXPECT_EQ(scanned("1.617058813571930").real, 0x1.9df792p0F);
+}
+
+TEST(RowScanner, NumbersOfFewDigitsAreTheNearestFloats) {
+  EXPECT_EQ(scanned("0.0000000001").real, 1e-10F);
+  EXPECT_EQ(scanned("0.000000000001").real, 1e-12F);
+  EXPECT_EQ(scanned("-123456.789012").real, -123456.789012F);
+  EXPECT_EQ(scanned("99999999999999").real, 99999999999999.0F);
+  EXPECT_EQ(scanned("18446744073709551617").real, 18446744073709551617.0F);  // 2^64 and 1
+}
+
 TEST(RowScanner, TheSmallestDenormalStartsAboveHalfOfIt) {
   EXPECT_EQ(scanned("0x1p-150").real, 0.0F);
   EXPECT_EQ(scanned("0x1.000001p-150").real, 0x1p-149F);
