@@ -1,6 +1,7 @@
 #include "collection/SelectedDipoles.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -154,4 +155,24 @@ bool replaceByAverage(CDipoleFace& face, const DipoleSlots& dipoles) {
   const DipoleAverage average = averageOf(face, dipoles);
   deleteDipoles(face, dipoles);
   return add(face, average, _T("AverageDipole%d"));
+}
+
+ChosenDipoles::ChosenDipoles(const CDipoleFace& face, const DipoleSlots& dipoles)
+    : m_held(std::make_unique<const DipoleTable>(face.m_dipoles)) {
+  for (const int slot : dipoles) {
+    if (const CDipoleszq* dipole = face.getDipole(slot)) {
+      m_dipoles.push_back(dipole);
+    }
+  }
+  std::sort(m_dipoles.begin(), m_dipoles.end(), std::less<>());
+}
+
+std::optional<DipoleSlots> ChosenDipoles::slotsIn(const CDipoleFace& face) const {
+  DipoleSlots slots;
+  for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
+    if (std::binary_search(m_dipoles.begin(), m_dipoles.end(), face.getDipole(slot), std::less<>())) {
+      slots.push_back(slot);
+    }
+  }
+  return slots.size() == m_dipoles.size() ? std::optional(slots) : std::nullopt;
 }

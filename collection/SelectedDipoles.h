@@ -4,6 +4,8 @@
 // left out. Locations are mm in the host's head frame, latencies ms, fit errors percent.
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <vector>
 
 #include "collection/DipoleFace3On3DView.h"
@@ -46,3 +48,17 @@ bool addAverage(CDipoleFace& face, const DipoleSlots& dipoles);
 // Likewise with "AverageDipole%d", after removing the dipoles. The gaps of a collection that is not empty are
 // closed in any case.
 bool replaceByAverage(CDipoleFace& face, const DipoleSlots& dipoles);
+
+// Dipoles for which a command was given that waits for its user, while the set may change. It holds the set's
+// dipoles as a copy of the collection does: one that is deleted meanwhile cannot be mistaken for a new one.
+class ChosenDipoles {
+ public:
+  ChosenDipoles(const CDipoleFace& face, const DipoleSlots& dipoles);
+
+  // Their slots as they are now, or nothing when one of them is not in the collection any more.
+  std::optional<DipoleSlots> slotsIn(const CDipoleFace& face) const;
+
+ private:
+  std::unique_ptr<const DipoleTable> m_held;
+  std::vector<const CDipoleszq*> m_dipoles;  // by address
+};

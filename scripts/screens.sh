@@ -1,6 +1,7 @@
 #!/bin/sh
 # Takes a picture of every dialog, menu and message of the Windows build, at 96 and at 144 dots per inch, into
-# out/screens/96 and out/screens/144. Needs the Windows build, Wine and Xvfb. Fails when a picture is missing or
+# out/screens/96 and out/screens/144; and a film of a pointer that rests on the list (resting-*), in which nothing
+# may happen. Needs the Windows build, Wine and Xvfb. Fails when a picture is missing or
 # shows nothing.
 set -eu
 cd "$(dirname "$0")/.."
@@ -21,7 +22,9 @@ take_pictures() {
     menu-context menu-file menu-tools \
     message-clean-error message-imported message-location message-moving message-no-space \
     message-none-available message-not-opened message-number message-overwrite message-range \
-    dialog-color dialog-export dialog-import
+    dialog-color dialog-export dialog-import \
+    resting-opened resting-opened-later=resting-opened resting-chosen resting-chosen-later=resting-chosen \
+    resting-typing resting-typing-later
 }
 
 take_pictures 96

@@ -28,8 +28,10 @@ Dialog& provide(std::shared_ptr<Dialog>& dialog, UINT templateId) {
 }
 
 template <typename Dialog>
-void show(Dialog& dialog, CDipoleFacezq* face) {
+void show(Dialog& dialog, CDipoleFacezq* face, CWnd* host) {
+  face->m_pParentWnd = host;
   dialog.m_pDipoleFace = face;
+  dialog.m_pHostWnd = HostView(host);
   dialog.ShowWindow(SW_SHOWNORMAL);
   dialog.refresh();
 }
@@ -73,20 +75,6 @@ CDipoleFacezq::~CDipoleFacezq() {
   change(m_dlgDipoleList, this, {});
 }
 
-// All dialogs repaint the window that the host gave last: an earlier one may be gone.
-void CDipoleFacezq::setHost(CWnd* host) {
-  m_pParentWnd = host;
-  if (m_dlgDipoleList) {
-    m_dlgDipoleList->setHost(host);
-  }
-  if (m_dlgDipoleEditor) {
-    m_dlgDipoleEditor->m_pHostWnd = host;
-  }
-  if (m_dlgDipoleCoordinate) {
-    m_dlgDipoleCoordinate->m_pHostWnd = host;
-  }
-}
-
 CDialog* CDipoleFacezq::showDipoleList(CWnd* host, int (*cbf)(double, double, double, double)) {
   tellWithoutMemory([&] {
     CDlgDipoleManagerzq& manager = provide(m_dlgDipoleList, IDD_DIPOLE_MANAGER);
@@ -100,28 +88,19 @@ CDialog* CDipoleFacezq::showDipoleList(CWnd* host, int (*cbf)(double, double, do
     if (manager.m_cbfUpdateViewers == nullptr) {
       manager.m_cbfUpdateViewers = m_cbfUpdateViewers;
     }
-    setHost(host);
-    show(manager, this);
-    manager.SetFocus();
+    show(manager, this, host);
+    manager.takeFocus();
   });
   return m_dlgDipoleList.get();
 }
 
 int CDipoleFacezq::dipoleEdit(CWnd* host) {
-  tellWithoutMemory([&] {
-    CDlgDipoleEditor& editor = provide(m_dlgDipoleEditor, IDD_DIPOLE_EDITOR);
-    setHost(host);
-    show(editor, this);
-  });
+  tellWithoutMemory([&] { show(provide(m_dlgDipoleEditor, IDD_DIPOLE_EDITOR), this, host); });
   return 1;
 }
 
 int CDipoleFacezq::setDipoleCoordinate(CWnd* host) {
-  tellWithoutMemory([&] {
-    CDlgDipoleCoordinate& settings = provide(m_dlgDipoleCoordinate, IDD_DIPOLE_COORDINATE);
-    setHost(host);
-    show(settings, this);
-  });
+  tellWithoutMemory([&] { show(provide(m_dlgDipoleCoordinate, IDD_DIPOLE_COORDINATE), this, host); });
   return 1;
 }
 

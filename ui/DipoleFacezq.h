@@ -32,9 +32,13 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
   CDipoleFacezq& operator=(const CDipoleFacezq&);
   ~CDipoleFacezq() override;
 
-  // Show a dialog. `host` is the window that the dialogs ask to repaint. Without memory they say "Not enough
-  // memory". showDipoleList returns the manager, or null when there is none; its callback gets the position
-  // (mm) and latency (ms) of a dipole that the user picks, null leaves it to the one set before.
+  // Show a dialog. `host` is the window that this dialog, and no other, asks to repaint; null: none. A window
+  // that is destroyed needs no word: the dialogs keep its handle, and which CWnd was attached to it, and ask
+  // the framework for both before they use it; they never follow the pointer. m_pParentWnd is the one given
+  // last, for the host to read: the module does not follow that one either. Without memory they say "Not
+  // enough memory". showDipoleList returns the manager, its list with the focus, or null when there is none;
+  // its callback gets the position (mm) and latency (ms) of a dipole that the user picks, null leaves it to
+  // the one set before.
   CDialog* showDipoleList(CWnd* host, int (*cbf)(double x, double y, double z, double latency));
   int dipoleEdit(CWnd* host);
   int setDipoleCoordinate(CWnd* host);
@@ -56,7 +60,6 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
   friend class CDlgDipoleManagerzq;
 
   std::vector<CDlgDipoleEditor*> openEditors() const;
-  void setHost(CWnd* host);
 
   std::shared_ptr<CDlgDipoleManagerzq> m_dlgDipoleList;
   std::shared_ptr<CDlgDipoleEditor> m_dlgDipoleEditor;

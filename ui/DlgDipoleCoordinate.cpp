@@ -41,7 +41,7 @@ int CDlgDipoleCoordinate::refresh() {
 
 void CDlgDipoleCoordinate::leaveCollection() {
   m_pDipoleFace = nullptr;
-  m_pHostWnd = nullptr;
+  m_pHostWnd = HostView();
   ShowWindow(SW_HIDE);
 }
 
@@ -62,6 +62,6 @@ void CDlgDipoleCoordinate::OnApply() {
   m_texts.store(*this, IDC_COORDINATE_ROTATION_Y, m_rotationY, y);
   m_texts.store(*this, IDC_COORDINATE_ROTATION_Z, m_rotationZ, z);
   m_pDipoleFace->setAllDipoleRotation(x, y, z);
-  repaint(m_pHostWnd);
+  m_pHostWnd.repaint();
   refresh();
 }

@@ -4,6 +4,7 @@
 #include <afxwin.h>
 
 #include "ui/EditTexts.h"
+#include "ui/HostView.h"
 
 class CDipoleFacezq;
 
@@ -28,7 +29,7 @@ class CDlgDipoleCoordinate : public CDialog {
   double m_rotationY = 0.0;
   double m_rotationZ = 0.0;
   CDipoleFacezq* m_pDipoleFace = nullptr;
-  CWnd* m_pHostWnd = nullptr;
+  HostView m_pHostWnd;  // the window to repaint
 
  protected:
   void DoDataExchange(CDataExchange* exchange) override;

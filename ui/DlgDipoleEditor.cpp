@@ -97,7 +97,7 @@ void CDlgDipoleEditor::follow() {
 
 void CDlgDipoleEditor::leaveCollection() {
   m_pDipoleFace = nullptr;
-  m_pHostWnd = nullptr;
+  m_pHostWnd = HostView();
   ShowWindow(SW_HIDE);
 }
 
@@ -151,7 +151,7 @@ CDlgDipoleEditor::Applied CDlgDipoleEditor::apply() {
 
 void CDlgDipoleEditor::OnApply() {
   if (apply() == Applied::all) {
-    repaint(m_pHostWnd);
+    m_pHostWnd.repaint();
   }
 }
 
@@ -226,13 +226,13 @@ void CDlgDipoleEditor::OnColor() {
   if (chosen && holds(*m_pDipoleFace, dipole)) {
     dipole->setColorValue(color);
   }
-  repaint(m_pHostWnd);
+  m_pHostWnd.repaint();
 }
 
 void CDlgDipoleEditor::OnShowOrientation() {
   if (m_pDipoleFace != nullptr && UpdateData(TRUE)) {
     m_pDipoleFace->setShowDipoleOrientationAll(m_showOrientation);
-    repaint(m_pHostWnd);
+    m_pHostWnd.repaint();
   }
 }
 

@@ -8,6 +8,7 @@
 
 #include "ui/ColorButton.h"
 #include "ui/EditTexts.h"
+#include "ui/HostView.h"
 #include "ui/Lifetime.h"
 
 class CDipoleFace;
@@ -41,7 +42,7 @@ class CDlgDipoleEditor : public CDialog {
   double m_orientationZ = 0.0;
   double m_orientationLength = 0.0;
   float m_mergeRadius = 0.0F;  // 1 to 9000
-  CWnd* m_pHostWnd = nullptr;
+  HostView m_pHostWnd;         // the window to repaint
   CDipoleFacezq* m_pDipoleFace = nullptr;
   ColorButton m_colorButton;
   CListDipoleszq* m_pList = nullptr;  // the manager's, when it is the manager's editor

@@ -3,6 +3,7 @@
 #include <afxdlgs.h>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "collection/WithinMemory.h"
@@ -13,30 +14,31 @@
 
 namespace {
 
-// Takes no keys and clicks while it exists; each window may go before it.
+// They take no keys and clicks while it exists; each window may go before it.
 class DisabledEditors {
  public:
   explicit DisabledEditors(const std::vector<CDlgDipoleEditor*>& editors) {
+    m_windows.reserve(editors.size());
     for (const CDlgDipoleEditor* const editor : editors) {
-      m_windows.push_back(editor->GetSafeHwnd());
+      const HWND window = editor->GetSafeHwnd();
+      if (::EnableWindow(window, FALSE) ==
+          FALSE) {  // else it rests for another reason, which may last longer
+        m_windows.push_back(window);
+      }
     }
-    enable(FALSE);
   }
-  ~DisabledEditors() { enable(TRUE); }
+  ~DisabledEditors() {
+    for (const HWND window : m_windows) {
+      ::EnableWindow(window, TRUE);
+    }
+  }
   DisabledEditors(const DisabledEditors&) = delete;
   DisabledEditors& operator=(const DisabledEditors&) = delete;
 
  private:
-  void enable(BOOL on) const {
-    for (const HWND window : m_windows) {
-      ::EnableWindow(window, on);
-    }
-  }
-
   std::vector<HWND> m_windows;
 };
 
-constexpr int toolsPopup = 1;
 constexpr int listMargin = 10;  // pixels, right of and below the list
 
 }  // namespace
@@ -121,72 +123,32 @@ void CDlgDipoleManagerzq::OnSize(UINT type, int width, int height) {
   m_listDipoles.Invalidate();
 }
 
-// Where a menu for the point belongs: the keyboard gives none, then it is the row with the focus, or the
-// list's corner when that row is out of sight.
-CPoint CDlgDipoleManagerzq::menuPoint(CPoint point) const {
-  if (point.x != -1 || point.y != -1) {
-    return point;
-  }
-  CRect list;
-  CRect row;
-  m_listDipoles.GetClientRect(&list);
-  const int focus = m_listDipoles.GetNextItem(-1, LVNI_FOCUSED);
-  CPoint corner(0, 0);
-  if (focus >= 0 && m_listDipoles.GetItemRect(focus, &row, LVIR_LABEL) &&
-      list.PtInRect(CPoint(row.left, row.bottom))) {
-    corner = CPoint(row.left, row.bottom);
-  }
-  m_listDipoles.ClientToScreen(&corner);
-  return corner;
-}
-
-void CDlgDipoleManagerzq::OnContextMenu(CWnd* /*window*/, CPoint point) {
-  CMenu menu;
-  if (!menu.LoadMenu(IDR_DIPOLE_MENU)) {
-    return;
-  }
-  const CPoint corner = menuPoint(point);
-  menu.GetSubMenu(toolsPopup)->TrackPopupMenu(TPM_LEFTALIGN | TPM_RIGHTBUTTON, corner.x, corner.y, this);
-}
-
-// Dialogs bring their menus up to date themselves: the framework asks the handlers below for frames only.
-void CDlgDipoleManagerzq::OnInitMenuPopup(CMenu* menu, UINT index, BOOL systemMenu) {
-  CDialog::OnInitMenuPopup(menu, index, systemMenu);
-  if (systemMenu == FALSE && menu != nullptr) {
-    const UINT check = m_showCurrentOnly != FALSE ? MF_CHECKED : MF_UNCHECKED;
-    menu->CheckMenuItem(ID_DIPOLE_SHOW_CURRENT_ONLY, MF_BYCOMMAND | check);
-  }
-}
-
-// For a host that sends the updates of its own menu or tool bar here (OnCmdMsg).
-void CDlgDipoleManagerzq::OnUpdateShowCurrentOnly(CCmdUI* item) {
-  if (m_showCurrentOnly != FALSE) {
-    item->Enable(TRUE);
-    item->SetCheck(1);
-  } else {
-    item->SetCheck(0);
-  }
-}
-
-// List and editor show what the manager shows, also after a copy of the collection took the manager over.
+// List and editor show what the manager shows. When a copy of the collection took the manager over, the editor
+// goes along to the copy's window; else it keeps the one with which it was opened.
 void CDlgDipoleManagerzq::bindParts() {
   m_listDipoles.m_pHostWnd = m_pHostWnd;
   m_listDipoles.m_pDipoleFace = m_pDipoleFace;
   m_listDipoles.m_showCurrentOnly = m_showCurrentOnly;
-  if (m_pDlgEditor) {
-    m_pDlgEditor->m_pDipoleFace = m_pDipoleFace;
-    m_pDlgEditor->m_pHostWnd = m_pHostWnd;
+  if (m_pDlgEditor && m_pDlgEditor->m_pDipoleFace != m_pDipoleFace) {
+    bindEditor();
   }
 }
 
-void CDlgDipoleManagerzq::setHost(CWnd* host) {
-  m_pHostWnd = host;
-  bindParts();
+void CDlgDipoleManagerzq::bindEditor() {
+  m_pDlgEditor->m_pDipoleFace = m_pDipoleFace;
+  m_pDlgEditor->m_pHostWnd = m_pHostWnd;
+  m_pDlgEditor->m_pList = &m_listDipoles;
+}
+
+// To the dialog, then to its list in the way of dialogs, which see to the look of their buttons.
+void CDlgDipoleManagerzq::takeFocus() {
+  SetFocus();
+  SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(m_listDipoles.GetSafeHwnd()), TRUE);
 }
 
 void CDlgDipoleManagerzq::leaveCollection() {
   m_pDipoleFace = nullptr;
-  m_pHostWnd = nullptr;
+  m_pHostWnd = HostView();
   m_cbfDipoleXYZ = nullptr;
   m_cbfUpdateViewers = nullptr;
   bindParts();
@@ -245,6 +207,41 @@ void CDlgDipoleManagerzq::change(Change command) {
   if (!watch.isOver()) {
     notify();
   }
+}
+
+// Runs a dialog about the selected dipoles, then what follows from its answer. Meanwhile the editors rest, and
+// whatever becomes of list and set, the command stays with the dipoles for which it was given.
+template <typename Dialog, typename Follow>
+void CDlgDipoleManagerzq::ask(Dialog& dialog, Follow follow) {
+  const Lifetime::Watch watch = m_lifetime.watch();
+  std::optional<ChosenDipoles> chosen;
+  INT_PTR answer = IDABORT;
+  const bool inMemory = isWithinMemory([&] {
+    chosen.emplace(*m_pDipoleFace, m_listDipoles.selectedDipoles());
+    const DisabledEditors resting(m_pDipoleFace->openEditors());
+    answer = dialog.DoModal();
+  });
+  if (!inMemory) {
+    AfxMessageBox(_T("Not enough memory"));
+  }
+  if (watch.isOver()) {
+    return;
+  }
+  if (inMemory) {
+    follow(answer, *chosen);
+  } else {
+    notify();
+  }
+}
+
+// Nothing changes when one of the dipoles is gone.
+template <typename Change>
+void CDlgDipoleManagerzq::changeChosen(const ChosenDipoles& chosen, Change command) {
+  change([&](CDipoleFacezq& face) {
+    if (const std::optional<DipoleSlots> dipoles = chosen.slotsIn(face)) {
+      command(face, *dipoles);
+    }
+  });
 }
 
 void CDlgDipoleManagerzq::OnExit() {
@@ -308,13 +305,14 @@ void CDlgDipoleManagerzq::OnNameSelected() {
   if (const CDipoleszq* current = m_pDipoleFace->getCurrentDipole()) {
     dialog.m_name = current->m_label;
   }
-  const Lifetime::Watch watch = m_lifetime.watch();
-  const INT_PTR answer = dialog.DoModal();
-  if (watch.isOver() || (answer != IDOK && answer != IDCANCEL)) {
-    return;
-  }
-  // Deliberately after Cancel too: then the selected dipoles get the label of the current one.
-  change([&](CDipoleFacezq& face) { nameDipoles(face, m_listDipoles.selectedDipoles(), dialog.m_name); });
+  ask(dialog, [&](INT_PTR answer, const ChosenDipoles& chosen) {
+    // Deliberately after Cancel too: then the chosen dipoles get the label of the current one.
+    if (answer == IDOK || answer == IDCANCEL) {
+      changeChosen(chosen, [&](CDipoleFacezq& face, const DipoleSlots& dipoles) {
+        nameDipoles(face, dipoles, dialog.m_name);
+      });
+    }
+  });
 }
 
 void CDlgDipoleManagerzq::OnColorSelected() {
@@ -330,18 +328,16 @@ void CDlgDipoleManagerzq::OnColorSelected() {
   customColors[0] = current != nullptr ? current->m_color : CDipoleszq().m_color;
   CColorDialog dialog(customColors[0], 0, this);
   dialog.m_cc.lpCustColors = customColors.data();
-  const Lifetime::Watch watch = m_lifetime.watch();
-  const INT_PTR answer = dialog.DoModal();
-  if (watch.isOver()) {
-    return;
-  }
-  m_customColors = customColors;
-  if (answer != IDOK) {
-    notify();
-    return;
-  }
-  change(
-      [&](CDipoleFacezq& face) { colorDipoles(face, m_listDipoles.selectedDipoles(), dialog.GetColor()); });
+  ask(dialog, [&](INT_PTR answer, const ChosenDipoles& chosen) {
+    m_customColors = customColors;
+    if (answer != IDOK) {
+      notify();
+      return;
+    }
+    changeChosen(chosen, [&](CDipoleFacezq& face, const DipoleSlots& dipoles) {
+      colorDipoles(face, dipoles, dialog.GetColor());
+    });
+  });
 }
 
 void CDlgDipoleManagerzq::OnExportExcel() {
@@ -360,8 +356,7 @@ void CDlgDipoleManagerzq::edit() {
   if (m_pDlgEditor->GetSafeHwnd() == nullptr && !m_pDlgEditor->Create(IDD_DIPOLE_EDITOR)) {
     return;
   }
-  m_pDlgEditor->m_pList = &m_listDipoles;
-  bindParts();
+  bindEditor();
   m_pDlgEditor->ShowWindow(SW_SHOWNORMAL);
   m_pDlgEditor->refresh();
 }

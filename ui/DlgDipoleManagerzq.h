@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "ui/DlgDipoleEditor.h"
+#include "ui/HostView.h"
 #include "ui/Lifetime.h"
 #include "ui/ListDipoleszq.h"
 
@@ -31,10 +32,10 @@ class CDlgDipoleManagerzq : public CDialog {
   // Opens the editor on the current dipole. Nothing without a collection.
   void edit();
 
-  void setHost(CWnd* host);  // the window to repaint, for its list and editor too
-  void leaveCollection();    // hides, and forgets the callbacks
+  void takeFocus();        // to the list
+  void leaveCollection();  // hides, and forgets the callbacks
 
-  CWnd* m_pHostWnd = nullptr;
+  HostView m_pHostWnd;  // the window to repaint
   CDipoleFacezq* m_pDipoleFace = nullptr;
   CListDipoleszq m_listDipoles;
   BOOL m_showCurrentOnly = FALSE;
@@ -78,9 +79,14 @@ class CDlgDipoleManagerzq : public CDialog {
  private:
   template <typename Change>
   void change(Change command);
+  template <typename Dialog, typename Follow>
+  void ask(Dialog& dialog, Follow follow);
+  template <typename Change>
+  void changeChosen(const ChosenDipoles& chosen, Change command);
   void notify() const;
   void initialize();
   void bindParts();
+  void bindEditor();
   void chooseRow(int row, bool isChosen);
   void showOnlyDipoleOfRow(int row);
   bool takeSelection();

@@ -68,7 +68,7 @@ bool CDlgDipoleManagerzq::takeSelection() {
   if (!selected.empty()) {
     m_pDipoleFace->setCurrentDipole(selected.back());
   }
-  repaint(m_pHostWnd);
+  m_pHostWnd.repaint();
   return !selected.empty();
 }
 
@@ -80,7 +80,7 @@ void CDlgDipoleManagerzq::showOnlyDipoleOfRow(int row) {
   m_listDipoles.setOneClickStyle();
   m_listDipoles.refill();
   if (!watch.isOver() && m_dynamicUpdate == FALSE) {
-    repaint(m_pHostWnd);
+    m_pHostWnd.repaint();
   }
 }
 

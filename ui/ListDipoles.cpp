@@ -65,6 +65,7 @@ BEGIN_MESSAGE_MAP(CListDipoles, CListCtrl)
 ON_NOTIFY_REFLECT(LVN_COLUMNCLICK, &CListDipoles::OnColumnClick)
 ON_NOTIFY_REFLECT(LVN_GETDISPINFO, &CListDipoles::OnGetDispInfo)
 ON_NOTIFY_REFLECT(LVN_ODFINDITEM, &CListDipoles::OnFindItem)
+ON_NOTIFY_REFLECT(NM_HOVER, &CListDipoles::OnRestingPointer)
 ON_NOTIFY_REFLECT_EX(LVN_ITEMCHANGED, &CListDipoles::OnOwnChange)
 ON_NOTIFY_REFLECT_EX(LVN_ODSTATECHANGED, &CListDipoles::OnOwnChange)
 ON_WM_KEYDOWN()
@@ -119,7 +120,7 @@ CListDipoles::Refilled CListDipoles::fillRows() {
   const Flag changing(m_changing);
   DipoleRows rows(*m_pDipoleFace);  // while the old ones are still there, should memory run out
   const int top = GetTopIndex();
-  const int focus = GetNextItem(-1, LVNI_FOCUSED);
+  const int focusBefore = GetNextItem(-1, LVNI_FOCUSED);
   const StillWindow still(*this);
   if (!DeleteAllItems()) {
     return Refilled::refused;
@@ -131,9 +132,12 @@ CListDipoles::Refilled CListDipoles::fillRows() {
     EnsureVisible(m_rows.count() - 1, FALSE);
     EnsureVisible(top, FALSE);
   }
+  const int current = rowOfCurrentDipole();
+  const int focus = m_rows.has(current) ? current : focusBefore;
   if (m_rows.has(focus)) {
     SetItemState(focus, LVIS_FOCUSED, LVIS_FOCUSED);
     SetSelectionMark(focus);  // where the next range starts
+    EnsureVisible(focus, FALSE);
   }
   return m_rows.count() == m_pDipoleFace->m_totalDipoles ? Refilled::whole : Refilled::cutShort;
 }
@@ -162,9 +166,14 @@ std::vector<bool> CListDipoles::selectedRows() const {
   return rows;
 }
 
+// -1 when there is none.
+int CListDipoles::rowOfCurrentDipole() const {
+  return m_pDipoleFace == nullptr ? -1
+                                  : m_pDipoleFace->getDipoleListItemID(m_pDipoleFace->getCurrentDipoleID());
+}
+
 void CListDipoles::showCurrentDipole() {
-  const int row =
-      m_pDipoleFace == nullptr ? -1 : m_pDipoleFace->getDipoleListItemID(m_pDipoleFace->getCurrentDipoleID());
+  const int row = rowOfCurrentDipole();
   if (!m_rows.has(row)) {
     return;
   }
@@ -217,6 +226,12 @@ BOOL CListDipoles::OnOwnChange(NMHDR* /*header*/, LRESULT* result) {
   return m_changing ? TRUE : FALSE;
 }
 
+// Under hot tracking the list would select the row on which the pointer rests, and take the focus. A user who
+// only leaves the pointer there has chosen nothing: another result than 0 keeps the list from it.
+void CListDipoles::OnRestingPointer(NMHDR* /*header*/, LRESULT* result) {
+  *result = 1;
+}
+
 // The current dipole goes where the focus will go. Returns false when this list is gone.
 bool CListDipoles::step(UINT key) {
   const Lifetime::Watch watch = m_lifetime.watch();
@@ -226,7 +241,7 @@ bool CListDipoles::step(UINT key) {
     return false;
   }
   if (dipole != nullptr) {
-    repaint(m_pHostWnd);
+    m_pHostWnd.repaint();
   }
   const int focus = GetNextItem(-1, LVNI_FOCUSED);
   if (m_pDipoleFace != nullptr && (key == VK_UP ? focus <= 0 : focus >= m_rows.count() - 1)) {

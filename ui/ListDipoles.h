@@ -12,6 +12,7 @@
 #include "collection/SelectedDipoles.h"
 #include "ui/DipoleRows.h"
 #include "ui/HeadingFont.h"
+#include "ui/HostView.h"
 #include "ui/Lifetime.h"
 
 class CDipoleFacezq;
@@ -25,9 +26,9 @@ class CListDipoles : public CListCtrl {
   // Image lists, extended style and columns. For a window that was just made.
   void initialize();
 
-  // Shows the collection as it is now; nothing is selected afterwards, the row with the focus and the place
-  // in the list stay. Returns 1, or 0 without a collection, after "Clean all items error", or when a slot is
-  // empty: the rows then end before it.
+  // Shows the collection as it is now. Nothing is selected afterwards; the row of the current dipole has the
+  // focus mark and is in view, else the place in the list stays. Returns 1, or 0 without a collection, after
+  // "Clean all items error", or when a slot is empty: the rows then end before it.
   int refill();
 
   // What the extended style is while a row is chosen with the current dipole shown alone.
@@ -44,7 +45,7 @@ class CListDipoles : public CListCtrl {
   CDipoleFacezq* m_pDipoleFace = nullptr;
   std::unique_ptr<CImageList> m_pNormalImages;
   std::unique_ptr<CImageList> m_pSmallImages;
-  CWnd* m_pHostWnd = nullptr;
+  HostView m_pHostWnd;
   BOOL m_showCurrentOnly = FALSE;
   CDlgDipoleManagerzq* m_pOwnerDlg = nullptr;
 
@@ -53,6 +54,7 @@ class CListDipoles : public CListCtrl {
   afx_msg void OnGetDispInfo(NMHDR* header, LRESULT* result);
   afx_msg void OnFindItem(NMHDR* header, LRESULT* result);
   afx_msg BOOL OnOwnChange(NMHDR* header, LRESULT* result);
+  afx_msg void OnRestingPointer(NMHDR* header, LRESULT* result);
   afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
   DECLARE_MESSAGE_MAP()
 
@@ -62,6 +64,7 @@ class CListDipoles : public CListCtrl {
   void setRowStyle();
   void insertColumns();
   Refilled fillRows();
+  int rowOfCurrentDipole() const;
   std::vector<bool> selectedRows() const;
   bool step(UINT key);
   bool selectAll();

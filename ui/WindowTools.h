@@ -7,13 +7,6 @@ inline bool isOpen(const CWnd* window) {
   return window != nullptr && window->GetSafeHwnd() != nullptr && window->IsWindowVisible();
 }
 
-// All of a window, without erasing it first. Nothing without a window.
-inline void repaint(const CWnd* window) {
-  if (window != nullptr && window->GetSafeHwnd() != nullptr) {
-    ::InvalidateRect(window->GetSafeHwnd(), nullptr, FALSE);
-  }
-}
-
 // Pixels at 96 dots per inch, on this screen.
 inline int scaledToScreen(int pixels) {
   const HDC screen = ::GetDC(nullptr);

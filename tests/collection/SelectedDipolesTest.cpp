@@ -300,4 +300,56 @@ TEST(ReplaceByAverage, LeavesAnEmptyCollectionAsItIs) {
   EXPECT_EQ(face->getCurrentDipoleID(), -1);
 }
 
+TEST(ChosenDipoles, AreFoundWhereverTheyHaveGone) {
+  const auto face = listedFace(5);
+  const ChosenDipoles chosen(*face, {1, 3});
+  EXPECT_EQ(chosen.slotsIn(*face), (DipoleSlots{1, 3}));
+  face->deleteDipole(0, 1);
+  EXPECT_EQ(chosen.slotsIn(*face), (DipoleSlots{0, 2}));
+  face->m_dipoles.swap(2, 3);
+  face->addDipole();
+  EXPECT_EQ(chosen.slotsIn(*face), (DipoleSlots{0, 3}));
+  face->m_dipoles.swap(0, 3);  // the order is that of the collection
+  EXPECT_EQ(chosen.slotsIn(*face), (DipoleSlots{0, 3}));
+}
+
+TEST(ChosenDipoles, AreNothingWhenOneOfThemIsGone) {
+  const auto face = listedFace(4);
+  const ChosenDipoles chosen(*face, {1, 2});
+  face->deleteDipole(2, 0);  // the slot stays
+  EXPECT_EQ(chosen.slotsIn(*face), std::nullopt);
+}
+
+TEST(ChosenDipoles, MayBeNoneAndStayNone) {
+  const auto face = listedFace(2);
+  const ChosenDipoles chosen(*face, {});
+  face->cleanDipoles();
+  EXPECT_EQ(chosen.slotsIn(*face), DipoleSlots{});
+}
+
+TEST(ChosenDipoles, LeaveOutEmptySlotsAndThoseThatThereAreNot) {
+  const auto face = listedFace(3);
+  face->deleteDipole(1, 0);
+  const ChosenDipoles chosen(*face, {1, 2, 7});
+  EXPECT_EQ(chosen.slotsIn(*face), DipoleSlots{2});
+}
+
+// Each new dipole has an address of its own as long as the question waits.
+TEST(ChosenDipoles, AreNotMistakenForNewOnes) {
+  const auto face = listedFace(3);
+  const ChosenDipoles chosen(*face, {0, 1, 2});
+  face->cleanDipoles();
+  for (int n = 0; n < 30; ++n) {
+    face->addDipole();
+    EXPECT_EQ(chosen.slotsIn(*face), std::nullopt);
+  }
+}
+
+TEST(ChosenDipoles, MayOutliveTheCollection) {
+  auto face = listedFace(3);
+  const ChosenDipoles chosen(*face, {0, 2});
+  face.reset();
+  EXPECT_EQ(chosen.slotsIn(*listedFace(3)), std::nullopt);
+}
+
 }  // namespace

@@ -40,9 +40,9 @@ RECT placeOf(HWND window) {
 
 }  // namespace
 
-void Album::save(const RECT& place, const std::string& name) {
+void Album::save(const RECT& place, const std::string& name, bool withPointer) {
   const std::string path = m_folder + name + ".bmp";
-  if (!savePicture(place, path)) {
+  if (!savePicture(place, path, withPointer)) {
     std::cerr << path << " could not be written\n";
     m_isComplete = false;
   }
@@ -61,6 +61,11 @@ void Album::takeInPlace(HWND window, const std::string& name) {
 void Album::takeArea(const RECT& area, const std::string& name) {
   drawWindows();
   save(area, name);
+}
+
+void Album::takeWithPointer(const RECT& area, const std::string& name) {
+  drawWindows();
+  save(area, name, true);
 }
 
 void Album::takeMenu(HWND menu, HWND owner, const std::string& name) {

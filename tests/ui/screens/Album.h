@@ -14,13 +14,15 @@ class Album {
   void takeInPlace(HWND window, const std::string& name);
   // A part of the screen, with whatever stands there.
   void takeArea(const RECT& area, const std::string& name);
+  // The same, and the pointer, if it is there.
+  void takeWithPointer(const RECT& area, const std::string& name);
   // A menu that is open, and the window that it belongs to.
   void takeMenu(HWND menu, HWND owner, const std::string& name);
 
   bool isComplete() const { return m_isComplete; }  // false: a picture could not be written
 
  private:
-  void save(const RECT& place, const std::string& name);
+  void save(const RECT& place, const std::string& name, bool withPointer = false);
 
   std::string m_folder;
   bool m_isComplete = true;

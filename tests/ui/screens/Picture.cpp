@@ -33,9 +33,24 @@ void write(std::ofstream& file, const Struct& bytes) {
   file.write(reinterpret_cast<const char*>(&bytes), sizeof bytes);
 }
 
+// What the system itself draws last, over everything, and leaves out of copies of the screen.
+void drawPointer(HDC context, const RECT& place) {
+  CURSORINFO pointer = {};
+  pointer.cbSize = sizeof pointer;
+  ICONINFO shape = {};
+  if (::GetCursorInfo(&pointer) == FALSE || ::GetIconInfo(pointer.hCursor, &shape) == FALSE) {
+    return;
+  }
+  const int x = pointer.ptScreenPos.x - place.left - static_cast<int>(shape.xHotspot);
+  const int y = pointer.ptScreenPos.y - place.top - static_cast<int>(shape.yHotspot);
+  ::DrawIconEx(context, x, y, pointer.hCursor, 0, 0, 0, nullptr, DI_NORMAL);
+  ::DeleteObject(shape.hbmMask);
+  ::DeleteObject(shape.hbmColor);
+}
+
 }  // namespace
 
-bool savePicture(const RECT& place, const std::string& path) {
+bool savePicture(const RECT& place, const std::string& path, bool withPointer) {
   const int width = place.right - place.left;
   const int height = place.bottom - place.top;
   if (width <= 0 || height <= 0) {
@@ -47,6 +62,9 @@ bool savePicture(const RECT& place, const std::string& path) {
     const Context memory(::CreateCompatibleDC(screen.context()));
     const HGDIOBJ before = ::SelectObject(memory.get(), bitmap.get());
     ::BitBlt(memory.get(), 0, 0, width, height, screen.context(), place.left, place.top, SRCCOPY);
+    if (withPointer) {
+      drawPointer(memory.get(), place);
+    }
     ::SelectObject(memory.get(), before);
   }
 

@@ -4,5 +4,6 @@
 #include <string>
 #include <windows.h>
 
-// `place` in pixels of the screen. Returns whether the file (its path in the system's code page) was written.
-bool savePicture(const RECT& place, const std::string& path);
+// `place` in pixels of the screen; the pointer is drawn over it where asked for. Returns whether the file (its
+// path in the system's code page) was written.
+bool savePicture(const RECT& place, const std::string& path, bool withPointer = false);

@@ -13,6 +13,7 @@
 #include "tests/support/TempFolder.h"
 #include "tests/ui/endurance/ReadyOperator.h"
 #include "tests/ui/screens/Album.h"
+#include "tests/ui/screens/RestingFilm.h"
 #include "tests/ui/windows/Host.h"
 #include "ui/resource.h"
 
@@ -344,6 +345,7 @@ bool Screens::takeAll() {
   importQuestions();
   exportDialog();
   colors();
+  filmRestingPointer(m_album, m_examples + "spikes.dip");
   return m_album.isComplete() && !testing::UnitTest::GetInstance()->Failed();
 }
 

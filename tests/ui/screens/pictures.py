@@ -2,6 +2,7 @@
 """pictures.py FOLDER NAME...: turns the BMP files of a folder into PNG files, and checks them.
 
 Fails when a named picture is missing, when there is one more than was named, or when one shows a single colour.
+A name may be given as NAME=OTHER: then the two must not differ in a single pixel.
 """
 import pathlib
 import struct
@@ -42,16 +43,20 @@ def is_blank(rows):
 
 def main():
     folder = pathlib.Path(sys.argv[1])
-    names = sys.argv[2:]
+    pairs = [name.partition("=") for name in sys.argv[2:]]
+    names = [name for name, _, _ in pairs]
+    shown = {}
     faults = []
     for path in sorted(folder.glob("*.bmp")):
-        width, height, rows = read_bmp(path)
+        width, height, rows = shown[path.stem] = read_bmp(path)
         if is_blank(rows):
             faults.append(f"{path.stem} shows a single colour")
         path.with_suffix(".png").write_bytes(png(width, height, rows))
         path.unlink()
     found = {path.stem for path in folder.glob("*.png")}
     faults += [f"{name} is missing" for name in names if name not in found]
+    faults += [f"{name} differs from {other}" for name, _, other in pairs
+               if other and shown.get(name) != shown.get(other)]
     faults += [f"{name} was not expected" for name in sorted(found.difference(names))]
     for fault in faults:
         print(f"{folder}: {fault}", file=sys.stderr)

@@ -86,8 +86,7 @@ TEST_F(Facade, TheManagerIsVisibleFilledAndHasTheFocus) {
   EXPECT_TRUE(::IsWindowVisible(host.manager()));
   EXPECT_EQ(host.column(10), (Texts{"d1", "d2", "d3"}));
   EXPECT_EQ(::GetActiveWindow(), host.manager());
-  const HWND focus = ::GetFocus();
-  EXPECT_TRUE(focus == host.manager() || ::IsChild(host.manager(), focus) != FALSE);
+  EXPECT_EQ(::GetFocus(), host.list());
 }
 
 TEST_F(Facade, ShowingAgainGivesTheFocusBackAndShowsTheSetAsItIs) {
@@ -144,38 +143,6 @@ TEST_F(Facade, EachOpeningRemembersTheHostsWindow) {
   EXPECT_EQ(face().m_pParentWnd, &third);
   face().showDipoleList(nullptr, nullptr);
   EXPECT_EQ(face().m_pParentWnd, nullptr);
-}
-
-TEST_F(Facade, TheLatestHostWindowIsTheOneRepainted) {
-  HostWindow second;
-  pump();
-  face().dipoleEdit(&host.window);
-  face().dipoleEdit(&second);
-  pump();
-  host.forget();
-  second.m_paints = 0;
-  press(host.editor(), IDC_EDITOR_APPLY);
-  second.UpdateWindow();
-  EXPECT_FALSE(host.wasRepainted());
-  EXPECT_EQ(second.m_paints, 1);
-}
-
-TEST_F(Facade, EveryDialogRepaintsTheHostWindowThatWasGivenLast) {
-  face().dipoleEdit(&host.window);
-  face().setDipoleCoordinate(&host.window);
-  HostWindow second;
-  showList(nullptr);
-  face().showDipoleList(&second, nullptr);
-  pump();
-  host.forget();
-  for (const auto& [window, button] :
-       {std::pair(host.editor(), IDC_EDITOR_APPLY), std::pair(host.coordinates(), IDC_COORDINATE_APPLY)}) {
-    second.m_paints = 0;
-    press(window, button);
-    second.UpdateWindow();
-    EXPECT_FALSE(host.wasRepainted());
-    EXPECT_EQ(second.m_paints, 1);
-  }
 }
 
 TEST_F(Facade, DialogsOtherThanTheManagerLeaveTheFocusToTheSystem) {

@@ -102,7 +102,7 @@ void HostWindow::OnPaint() {
 }
 
 Host::Host(int dipoles) : face(std::make_unique<CDipoleFacezq>()) {
-  ::SetCursorPos(0, 0);  // the list selects a row over which the pointer rests
+  ::SetCursorPos(0, 0);  // nothing that happens to lie under it takes part
   forget();
   face->setCbfUpdateViewers(&countUpdate);
   addDipoles(dipoles);

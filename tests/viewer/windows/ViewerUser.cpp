@@ -222,7 +222,7 @@ HWND ViewerUser::list() {
 }
 
 void ViewerUser::chooseRow(int row) {
-  ::SetCursorPos(0, 0);  // the list chooses a row on which the pointer rests
+  ::SetCursorPos(0, 0);  // nothing that happens to lie under it takes part
   ::SetFocus(list());
   ListView_SetItemState(list(), -1, 0, LVIS_SELECTED);
   ListView_SetItemState(list(), row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
