@@ -120,14 +120,24 @@ CListDipoles::Refilled CListDipoles::fillRows() {
   const Flag changing(m_changing);
   DipoleRows rows(*m_pDipoleFace);  // while the old ones are still there, should memory run out
   const int top = GetTopIndex();
-  const int focusBefore = GetNextItem(-1, LVNI_FOCUSED);
-  const StillWindow still(*this);
-  if (!DeleteAllItems()) {
-    return Refilled::refused;
+  const int focus = GetNextItem(-1, LVNI_FOCUSED);
+  {
+    const StillWindow still(*this);
+    if (!DeleteAllItems()) {
+      return Refilled::refused;
+    }
+    m_rows = std::move(rows);
+    m_rows.giveItemIds(*m_pDipoleFace);
+    SetItemCount(m_rows.count());
   }
-  m_rows = std::move(rows);
-  m_rows.giveItemIds(*m_pDipoleFace);
-  SetItemCount(m_rows.count());
+  placeRows(top, focus);
+  return m_rows.count() == m_pDipoleFace->m_totalDipoles ? Refilled::whole : Refilled::cutShort;
+}
+
+// After the rows were exchanged: the place in the list is the one before, unless the current dipole would not
+// be in view then; its row has the focus mark, or, without one, the row that had it. A list that must not
+// draw may not know yet how far it can scroll.
+void CListDipoles::placeRows(int top, int focusBefore) {
   if (m_rows.has(top)) {
     EnsureVisible(m_rows.count() - 1, FALSE);
     EnsureVisible(top, FALSE);
@@ -139,7 +149,6 @@ CListDipoles::Refilled CListDipoles::fillRows() {
     SetSelectionMark(focus);  // where the next range starts
     EnsureVisible(focus, FALSE);
   }
-  return m_rows.count() == m_pDipoleFace->m_totalDipoles ? Refilled::whole : Refilled::cutShort;
 }
 
 DipoleSlots CListDipoles::selectedDipoles() const {

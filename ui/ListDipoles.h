@@ -64,6 +64,7 @@ class CListDipoles : public CListCtrl {
   void setRowStyle();
   void insertColumns();
   Refilled fillRows();
+  void placeRows(int top, int focusBefore);
   int rowOfCurrentDipole() const;
   std::vector<bool> selectedRows() const;
   bool step(UINT key);

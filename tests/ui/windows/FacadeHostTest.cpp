@@ -16,7 +16,7 @@ class FacadeHost : public testing::Test {
  protected:
   CDipoleFacezq& face() { return *host.face; }
 
-  // Which of these windows the act makes due for repainting.
+  // Which of these windows the act, which handles no further messages, makes due for repainting.
   template <typename Act>
   std::vector<HWND> repaintedBy(const std::vector<HWND>& windows, Act act) {
     pump();
@@ -30,7 +30,17 @@ class FacadeHost : public testing::Test {
   }
   // The acts of the dialogs, by which each asks for a repaint.
   std::function<void()> ofManager() {
-    return [this] { host.click(++m_row % 3); };
+    return [this] {
+      LVITEM item = {};
+      item.stateMask = LVIS_SELECTED;
+      ::SendMessageW(host.list(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+      item.state = LVIS_SELECTED;
+      const auto row = static_cast<WPARAM>(++m_row % 3);
+      ::SendMessageW(host.list(), LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
+    };
+  }
+  std::function<void()> ofList() {
+    return [this] { ::SendMessageW(host.list(), WM_KEYDOWN, VK_UP, 1); };
   }
   static std::function<void()> ofEditor(HWND editor) {
     return [editor] { press(editor, IDC_EDITOR_APPLY); };
@@ -64,7 +74,7 @@ TEST_F(FacadeHost, EachDialogRepaintsTheWindowThatItWasShownWith) {
   EXPECT_EQ(repaintedBy(all, ofEditor(editor)), Windows{third});
   face().showDipoleList(&second, nullptr);
   EXPECT_EQ(repaintedBy(all, ofManager()), Windows{second});
-  EXPECT_EQ(repaintedBy(all, [this] { host.key(VK_UP); }), Windows{second});  // the list's own request
+  EXPECT_EQ(repaintedBy(all, ofList()), Windows{second});  // the list's own request
   EXPECT_EQ(repaintedBy(all, ofCoordinates()), Windows{third});
 }
 
@@ -81,7 +91,7 @@ TEST_F(FacadeHost, NullIsForItsOwnDialogAlone) {
   EXPECT_EQ(repaintedBy(all, ofCoordinates()), all);
   face().showDipoleList(nullptr, nullptr);
   EXPECT_EQ(repaintedBy(all, ofManager()), Windows{});
-  EXPECT_EQ(repaintedBy(all, [this] { host.key(VK_UP); }), Windows{});
+  EXPECT_EQ(repaintedBy(all, ofList()), Windows{});
   face().setDipoleCoordinate(nullptr);
   EXPECT_EQ(repaintedBy(all, ofCoordinates()), Windows{});
 }

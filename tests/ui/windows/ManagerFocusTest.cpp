@@ -24,7 +24,7 @@ void expectMarked(const Host& host, int row) {
   EXPECT_EQ(host.face->getCurrentDipoleID(), row);
   EXPECT_EQ(host.focusedRow(), row);
   EXPECT_EQ(::SendMessageW(host.list(), LVM_GETSELECTIONMARK, 0, 0), row);
-  EXPECT_TRUE(isInView(host, row));
+  EXPECT_TRUE(isInView(host, row)) << row << " from " << ::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0);
   EXPECT_EQ(host.selectedRows(), Rows{});
 }
 
