@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "headmodel/WithinMemory.h"
 #include "ui/DipoleFacezq.h"
 #include "ui/DlgDipoleManagerzq.h"
 #include "ui/WindowTools.h"
@@ -206,6 +207,7 @@ void CListDipoles::OnColumnClick(NMHDR* header, LRESULT* result) {
   }
 }
 
+// The control draws whenever it likes, also while memory is short: a cell stays empty then.
 void CListDipoles::OnGetDispInfo(NMHDR* header, LRESULT* result) {
   *result = 0;
   LVITEM& item = reinterpret_cast<NMLVDISPINFO*>(header)->item;
@@ -213,7 +215,9 @@ void CListDipoles::OnGetDispInfo(NMHDR* header, LRESULT* result) {
     return;
   }
   if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0 && item.iSubItem < DipoleRows::columns) {
-    ::lstrcpyn(item.pszText, m_rows.text(item.iItem, item.iSubItem), item.cchTextMax);
+    item.pszText[0] = 0;
+    isWithinMemory(
+        [&] { ::lstrcpyn(item.pszText, m_rows.text(item.iItem, item.iSubItem), item.cchTextMax); });
   }
   if ((item.mask & LVIF_IMAGE) != 0) {
     item.iImage = m_rows.image(item.iItem);

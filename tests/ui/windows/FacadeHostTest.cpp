@@ -39,6 +39,7 @@ class FacadeHost : public testing::Test {
       ::SendMessageW(host.list(), LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
     };
   }
+  // Up on the first row: no row changes, so the manager asks for nothing.
   std::function<void()> ofList() {
     return [this] { ::SendMessageW(host.list(), WM_KEYDOWN, VK_UP, 1); };
   }
@@ -69,11 +70,17 @@ TEST_F(FacadeHost, EachDialogRepaintsTheWindowThatItWasShownWith) {
   EXPECT_EQ(repaintedBy(all, ofManager()), Windows{host.window});
   EXPECT_EQ(repaintedBy(all, ofEditor(editor)), Windows{second});
   EXPECT_EQ(repaintedBy(all, ofCoordinates()), Windows{third});
-  face().dipoleEdit(&third);  // the editor alone changes its window
+  HostWindow fourth;
+  face().dipoleEdit(&fourth);  // the editor alone changes its window
+  EXPECT_EQ(repaintedBy({third, fourth}, ofCoordinates()), Windows{third});
+  EXPECT_EQ(repaintedBy({third, fourth}, ofEditor(editor)), Windows{fourth});
+  face().dipoleEdit(&third);
   EXPECT_EQ(repaintedBy(all, ofManager()), Windows{host.window});
   EXPECT_EQ(repaintedBy(all, ofEditor(editor)), Windows{third});
   face().showDipoleList(&second, nullptr);
   EXPECT_EQ(repaintedBy(all, ofManager()), Windows{second});
+  EXPECT_EQ(repaintedBy(all, ofEditor(editor)), Windows{third});
+  host.key(VK_HOME);
   EXPECT_EQ(repaintedBy(all, ofList()), Windows{second});  // the list's own request
   EXPECT_EQ(repaintedBy(all, ofCoordinates()), Windows{third});
 }
@@ -91,6 +98,7 @@ TEST_F(FacadeHost, NullIsForItsOwnDialogAlone) {
   EXPECT_EQ(repaintedBy(all, ofCoordinates()), all);
   face().showDipoleList(nullptr, nullptr);
   EXPECT_EQ(repaintedBy(all, ofManager()), Windows{});
+  host.key(VK_HOME);
   EXPECT_EQ(repaintedBy(all, ofList()), Windows{});
   face().setDipoleCoordinate(nullptr);
   EXPECT_EQ(repaintedBy(all, ofCoordinates()), Windows{});
@@ -171,6 +179,10 @@ TEST_F(FacadeHost, AWindowWithoutAnObjectOfItsOwnIsRepaintedUntilItGoes) {
                                        200, 120, nullptr, nullptr, nullptr, nullptr);
   face().showDipoleList(CWnd::FromHandle(plain), nullptr);
   EXPECT_EQ(repaintedBy({plain}, ofManager()), Windows{plain});
+  CWnd own;
+  own.Attach(plain);  // later
+  EXPECT_EQ(repaintedBy({plain}, ofManager()), Windows{plain});
+  own.Detach();
   ::DestroyWindow(plain);
   EXPECT_EQ(repaintedBy({host.window}, ofManager()), Windows{});
 }

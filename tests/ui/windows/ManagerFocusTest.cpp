@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/ui/windows/Host.h"
+#include "tests/ui/windows/Spy.h"
 #include "ui/resource.h"
 
 namespace {
@@ -130,6 +131,18 @@ TEST(ManagerFocus, StaysInViewOfWhoeverLooksAtTheCurrentDipole) {
   ASSERT_TRUE(isInView(host, 100));
   host.face->updateDipoleList();
   EXPECT_EQ(::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0), top);
+}
+
+// A list may bring the row that it marks into view by itself, and begin ranges there; it is asked all the same.
+TEST(ManagerFocus, IsNotLeftToWhatAListDoesByItself) {
+  Host host(200);
+  host.openManager();
+  host.face->setCurrentDipole(120);
+  const KeptMessages kept(host.list(),
+                          [](UINT message, WPARAM, LPARAM) { return message == LVM_SETITEMSTATE; });
+  host.face->updateDipoleList();
+  EXPECT_TRUE(isInView(host, 120));
+  EXPECT_EQ(::SendMessageW(host.list(), LVM_GETSELECTIONMARK, 0, 0), 120);
 }
 
 }  // namespace

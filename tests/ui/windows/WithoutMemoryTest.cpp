@@ -42,7 +42,7 @@ class CommandWithoutMemory : public testing::TestWithParam<UINT> {
       failed = failing.failed();
     }
     EXPECT_EQ(host.updates(), 1) << nth;
-    EXPECT_TRUE(onlyTellsOfMemory(script.texts())) << nth;
+    EXPECT_TRUE(onlyTellsOfMemory(script.texts())) << nth << testing::PrintToString(script.texts());
     EXPECT_TRUE(failed || script.texts().empty()) << nth;
     expectReadableRows(host);
     host.face->updateDipoleList();
