@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "headmodel/WithinMemory.h"
+#include "collection/WithinMemory.h"
 #include "ui/DipoleFacezq.h"
 #include "ui/DlgDipoleManagerzq.h"
 #include "ui/WindowTools.h"

@@ -4,6 +4,6 @@
 #include <string>
 #include <windows.h>
 
-// `place` in pixels of the screen; the pointer is drawn over it where asked for. Returns whether the file (its
-// path in the system's code page) was written.
+// `place` in pixels of the screen; the pointer is drawn over it where asked for. Returns whether the file was
+// written (its path in the system's code page).
 bool savePicture(const RECT& place, const std::string& path, bool withPointer = false);

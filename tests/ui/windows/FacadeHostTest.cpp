@@ -126,7 +126,7 @@ TEST_F(FacadeHost, TheManagersEditorGoesAlongToTheWindowOfACopy) {
   EXPECT_EQ(repaintedBy({host.window, second}, ofEditor(editor)), Windows{second});
 }
 
-// The dialogs must not follow the pointer: this object is not there any more, and where it was is other memory.
+// The dialogs must not follow the pointer: this object is not there any more, where it was is other memory.
 TEST_F(FacadeHost, AWindowMayGoWithItsObject) {
   auto storage = std::make_unique<std::optional<HostWindow>>(std::in_place);
   HostWindow& gone = **storage;

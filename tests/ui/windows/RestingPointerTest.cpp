@@ -1,5 +1,5 @@
-// A pointer that rests on the manager's rows, longer than it takes the list to notice: nothing happens. Clicks
-// and keys choose all the same.
+// A pointer that rests on the manager's rows, longer than it takes the list to notice: nothing happens.
+// Clicks and keys choose all the same.
 #include <gtest/gtest.h>
 
 #include "tests/ui/windows/Pointer.h"
