@@ -123,8 +123,8 @@ void CDlgDipoleManagerzq::OnSize(UINT type, int width, int height) {
   m_listDipoles.Invalidate();
 }
 
-// List and editor show what the manager shows. When a copy of the collection took the manager over, the editor
-// goes along to the copy's window; else it keeps the one with which it was opened.
+// List and editor show what the manager shows. When a copy of the collection took the manager over, the
+// editor goes along to the copy's window; else it keeps the one with which it was opened.
 void CDlgDipoleManagerzq::bindParts() {
   m_listDipoles.m_pHostWnd = m_pHostWnd;
   m_listDipoles.m_pDipoleFace = m_pDipoleFace;
@@ -209,8 +209,8 @@ void CDlgDipoleManagerzq::change(Change command) {
   }
 }
 
-// Runs a dialog about the selected dipoles, then what follows from its answer. Meanwhile the editors rest, and
-// whatever becomes of list and set, the command stays with the dipoles for which it was given.
+// Runs a dialog about the selected dipoles, then what follows from its answer. Meanwhile the editors rest,
+// and whatever becomes of list and set, the command stays with the dipoles for which it was given.
 template <typename Dialog, typename Follow>
 void CDlgDipoleManagerzq::ask(Dialog& dialog, Follow follow) {
   const Lifetime::Watch watch = m_lifetime.watch();

@@ -1,7 +1,7 @@
 // The host's window as a dialog keeps it, to ask it to repaint, and never beyond that window's life.
 //
-// A host tells nobody when its window goes, and its CWnd may go with it. So the object is never followed: what
-// is kept is the window's handle, and which object the framework had attached to it. A window that died
+// A host tells nobody when its window goes, and its CWnd may go with it. So the object is never followed:
+// what is kept is the window's handle, and which object the framework had attached to it. A window that died
 // (WM_NCDESTROY detaches its object) is no window any more; when the system gives its handle to a new one,
 // that one has another object, or none.
 #pragma once

@@ -133,7 +133,7 @@ TEST(ManagerFocus, StaysInViewOfWhoeverLooksAtTheCurrentDipole) {
   EXPECT_EQ(::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0), top);
 }
 
-// A list may bring the row that it marks into view by itself, and begin ranges there; it is asked all the same.
+// A list may bring the row that it marks into view by itself, and begin ranges there; it is asked anyway.
 TEST(ManagerFocus, IsNotLeftToWhatAListDoesByItself) {
   Host host(200);
   host.openManager();
