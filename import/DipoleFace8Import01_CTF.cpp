@@ -79,11 +79,11 @@ int CDipoleFace8Import01_CTF::readANSI(CArchive& archive, CString& line) {
   char bytes[AnsiLine::capacity];
   char* end = bytes;
   bool isLine = false;
-  char byte = 0;
-  while (!isLine && archive.Read(&byte, 1) == 1) {
-    const bool isLineEnd = byte == '\n' || byte == '\r';
+  char next = 0;
+  while (!isLine && archive.Read(&next, 1) == 1) {
+    const bool isLineEnd = next == '\n' || next == '\r';
     if (!isLineEnd) {
-      *end++ = byte;
+      *end++ = next;
     }
     isLine = isLineEnd ? end != bytes : end == std::end(bytes);
   }
