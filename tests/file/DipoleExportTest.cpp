@@ -235,8 +235,8 @@ TEST_F(ImportDispatch, TheEndingChoosesTheImporter) {
 }
 
 TEST_F(ImportDispatch, AnyOtherEndingGivesZeroSilently) {
-  for (const char* name :
-       {"a.Dip", "a.Txt", "a.dip.bak", "a.dipset", "a.tx", "dip", "txt", "a.txt ", "atxt"}) {
+  for (const char* name : {"a.Dip", "a.Txt", "a.dip.bak", "a.dipset", "a.tx", "dip", "txt", "a.txt ", "atxt",
+                           "a.dix", "a.DIX", "a.txx", "a.TXX"}) {
     EXPECT_EQ(import(name), 0) << name;
   }
   for (const LPCTSTR text : {_T(""), _T("dip"), _T(".di"), _T("a.b")}) {

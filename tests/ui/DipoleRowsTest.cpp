@@ -85,6 +85,7 @@ TEST(DipoleRows, StayAsTheyWereFilled) {
   EXPECT_EQ(cell(rows, 0, 0), "0");
   EXPECT_EQ(rows.image(0), 0);
   EXPECT_EQ(cell(rows, 1, 2), "1.0000");
+  EXPECT_TRUE(rows.has(0));
   EXPECT_TRUE(rows.has(1));
   EXPECT_FALSE(rows.has(2));
   EXPECT_FALSE(rows.has(-1));
