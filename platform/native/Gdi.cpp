@@ -5,6 +5,9 @@
 #include <new>
 #include <utility>
 
+#include "platform/LeastPromise.h"
+#include "platform/portable/Exceptions.h"
+
 namespace {
 
 // 0x00BBGGRR to and from the pixel's 0x00RRGGBB.
@@ -31,7 +34,9 @@ CGdiObject::~CGdiObject() = default;
 
 CBitmap::CBitmap() = default;
 
-CBitmap::~CBitmap() = default;
+CBitmap::~CBitmap() {
+  CBitmap::DeleteObject();
+}
 
 BOOL CBitmap::CreateBitmap(int width, int height, UINT planes, UINT bitCount, const void* bits) {
   if (m_pixels != nullptr || width <= 0 || height <= 0 || planes != 1 || bitCount != 32) {
@@ -48,15 +53,24 @@ BOOL CBitmap::CreateBitmap(int width, int height, UINT planes, UINT bitCount, co
     m_pixels = std::move(pixels);
   } catch (const std::bad_alloc&) {
     return FALSE;
+  } catch (CMemoryException* exception) {
+    exception->Delete();
+    return FALSE;
   }
+  const std::size_t bytes = m_pixels->rows.size() * sizeof(DWORD);
   if (bits != nullptr) {
-    std::memcpy(m_pixels->rows.data(), bits, m_pixels->rows.size() * sizeof(DWORD));
+    std::memcpy(m_pixels->rows.data(), bits, bytes);
+  } else {
+    spoil(m_pixels->rows.data(), bytes);
   }
   return TRUE;
 }
 
 BOOL CBitmap::DeleteObject() {
   const bool there = m_pixels != nullptr;
+  if (there && m_pixels->owner != nullptr && isLeastPromised()) {
+    endUnpromised("a bitmap is deleted while a context draws into it");
+  }
   m_pixels.reset();
   return there ? TRUE : FALSE;
 }
@@ -102,6 +116,10 @@ BOOL CDC::DeleteDC() {
   m_target->owner = nullptr;
   m_target.reset();
   m_default.reset();
+  for (const std::unique_ptr<CBitmap>& temporary : m_temporary) {
+    temporary->m_pixels.reset();
+  }
+  m_temporary.clear();
   m_selected = nullptr;
   m_background = RGB(255, 255, 255);
   m_origin = CPoint();
@@ -116,12 +134,20 @@ CBitmap* CDC::SelectObject(CBitmap* bitmap) {
   if (owner != nullptr && owner != this) {
     return nullptr;
   }
+  CBitmap* const before = isLeastPromised() ? temporaryOf(m_target) : m_selected;
   if (m_target != nullptr) {
     m_target->owner = nullptr;
   }
   m_target = bitmap->m_pixels;
   m_target->owner = this;
-  return std::exchange(m_selected, bitmap);
+  m_selected = bitmap;
+  return before;
+}
+
+CBitmap* CDC::temporaryOf(const std::shared_ptr<CBitmap::Pixels>& pixels) {
+  m_temporary.push_back(std::make_unique<CBitmap>());
+  m_temporary.back()->m_pixels = pixels;
+  return m_temporary.back().get();
 }
 
 void CDC::FillSolidRect(int x, int y, int width, int height, COLORREF color) {

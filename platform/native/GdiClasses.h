@@ -56,7 +56,8 @@ class CDC : public CObject {
   virtual BOOL DeleteDC();
 
   // Returns the bitmap before, to be selected again at the end; null when nothing was selected: `bitmap` is
-  // empty or selected into another context, or the context was not created.
+  // empty or selected into another context, or the context was not created. Where the least is promised
+  // (platform/LeastPromise.h) it is a temporary object for it, which ends with the context.
   CBitmap* SelectObject(CBitmap* bitmap);
 
   // Both fill, and make `color` the background colour. Empty and negative sizes draw nothing.
@@ -77,10 +78,12 @@ class CDC : public CObject {
 
  private:
   DWORD* pixel(int x, int y) const;  // null outside
+  CBitmap* temporaryOf(const std::shared_ptr<CBitmap::Pixels>& pixels);
 
   std::shared_ptr<CBitmap::Pixels> m_target;
   std::unique_ptr<CBitmap> m_default;  // the one pixel that every new context has
   CBitmap* m_selected = nullptr;
+  std::vector<std::unique_ptr<CBitmap>> m_temporary;
   COLORREF m_background = RGB(255, 255, 255);
   CPoint m_origin;
 };

@@ -6,6 +6,8 @@
 #include <new>
 #include <vector>
 
+#include "platform/LeastPromise.h"
+
 namespace {
 
 constexpr int smallestBuffer = 128;
@@ -17,12 +19,17 @@ constexpr int defaultBuffer = 65536;
 constexpr int askedByDefault = 4096;
 
 int ownSize(int asked) {
-  return asked == askedByDefault ? defaultBuffer : (std::max)(asked, smallestBuffer);
+  const bool larger = asked == askedByDefault && !isLeastPromised();
+  return larger ? defaultBuffer : (std::max)(asked, smallestBuffer);
 }
 
 // How many units of a text are read at a time: a length that lies costs no more memory than this beyond what
 // the file holds. The file is not asked how much that is, for not every file can tell.
 constexpr ULONGLONG piece = 32768;
+
+// How many units a text may claim where the least is promised: memory for all of them is taken at once then, and
+// is not there for more.
+constexpr ULONGLONG takenAtOnce = 1U << 24U;
 
 // The marks in front of a text's length.
 constexpr BYTE longForm = 0xFF;
@@ -55,10 +62,11 @@ CArchive::CArchive(CFile* file, UINT mode, int bufferSize, void* buffer)
 }
 
 CArchive::~CArchive() noexcept(false) {
-  if (m_file == nullptr || !m_closeOnDelete || std::uncaught_exceptions() > m_exceptionsAtStart) {
+  const bool unwinds = std::uncaught_exceptions() > m_exceptionsAtStart;
+  if (m_file == nullptr || !m_closeOnDelete || (unwinds && !isLeastPromised())) {
     return;
   }
-  Close();
+  Close();  // where the least is promised, also while an exception is on its way: half a record is written
 }
 
 CString CArchive::fileName() const {
@@ -92,12 +100,6 @@ bool CArchive::refill() {
   return m_readAt != m_readEnd;
 }
 
-void CArchive::fill() {
-  if (!refill()) {
-    AfxThrowArchiveException(CArchiveException::endOfFile, fileName());
-  }
-}
-
 void CArchive::makeRoom() {
   mustStore();
   Flush();
@@ -105,6 +107,7 @@ void CArchive::makeRoom() {
 
 UINT CArchive::Read(void* buffer, UINT count) {
   mustLoad();
+  spoil(buffer, count);
   auto* bytes = static_cast<BYTE*>(buffer);
   UINT total = 0;
   while (total < count) {
@@ -133,6 +136,13 @@ void CArchive::readAll(void* buffer, UINT count) {
   }
 }
 
+void CArchive::getAcross(void* value, UINT count) {
+  BYTE whole[largestValue] = {};  // a fault between two blocks must not leave half a value
+  spoil(value, count);
+  readAll(whole, count);
+  std::memcpy(value, whole, count);
+}
+
 void CArchive::Write(const void* buffer, UINT count) {
   mustStore();
   if (count == 0) {
@@ -154,7 +164,7 @@ void CArchive::Flush() {
     return;
   }
   if (m_loading) {
-    if (m_readAt != m_readEnd) {
+    if (m_readAt != m_readEnd && !isLeastPromised()) {
       m_file->Seek(m_readAt - m_readEnd, CFile::current);
       m_readAt = m_readEnd = m_buffer;
     }
@@ -274,6 +284,9 @@ bool CArchive::getBufferedText(CString& text) {
 
 CArchive& CArchive::operator>>(CString& text) {
   try {
+    if (isLeastPromised()) {
+      text = _T("???");  // what it holds after a failure
+    }
     if (!getBufferedText(text)) {
       getText(text);
     }
@@ -286,6 +299,9 @@ CArchive& CArchive::operator>>(CString& text) {
 void CArchive::getText(CString& text) {
   bool wide = false;
   const ULONGLONG length = readTextLength(wide);
+  if (isLeastPromised() && length > takenAtOnce) {
+    AfxThrowMemoryException();
+  }
   CString whole;
   std::vector<char> narrow;
   for (ULONGLONG done = 0; done < length;) {

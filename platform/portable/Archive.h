@@ -90,11 +90,7 @@ class CArchive {
   CArchive& operator<<(const void*) = delete;
 
   CArchive& operator>>(BYTE& value) {
-    if (m_readAt == m_readEnd) {
-      fill();
-    }
-    value = *m_readAt++;
-    return *this;
+    return get(value);
   }
   CArchive& operator>>(char& value) {
     return get(value);
@@ -136,6 +132,8 @@ class CArchive {
  private:
   static_assert(std::endian::native == std::endian::little, "values are moved as they lie in memory");
 
+  static constexpr std::size_t largestValue = 8;  // bytes
+
   template <class Value>
   CArchive& put(Value value) {
     if (m_writeEnd - m_writeAt >= static_cast<std::ptrdiff_t>(sizeof value)) {
@@ -152,15 +150,14 @@ class CArchive {
       std::memcpy(&value, m_readAt, sizeof value);
       m_readAt += sizeof value;
     } else {
-      Value whole = {};  // a fault between two blocks must not leave half a value
-      readAll(&whole, sizeof whole);
-      value = whole;
+      static_assert(sizeof value <= largestValue);
+      getAcross(&value, sizeof value);
     }
     return *this;
   }
-  void fill();      // at least one byte to read, or an exception
-  void makeRoom();  // at least one byte to write, or an exception
-  bool refill();    // false at the end of the file
+  void getAcross(void* value, UINT count);  // a value that the buffer does not hold whole
+  void makeRoom();                          // at least one byte to write, or an exception
+  bool refill();                            // false at the end of the file
   void readAll(void* buffer, UINT count);
   void mustLoad() const;
   void mustStore() const;

@@ -1,5 +1,6 @@
 #include "platform/portable/ColorDialog.h"
 
+#include "platform/LeastPromise.h"
 #include "platform/Operator.h"
 #include "platform/portable/SystemDialogs.h"
 
@@ -19,6 +20,7 @@ INT_PTR CColorDialog::DoModal() {
   }
   COLORREF chosen = m_cc.rgbResult;
   if (!someone->chooseColor(m_cc.rgbResult, chosen)) {
+    spoil(&m_cc.rgbResult, sizeof m_cc.rgbResult);
     return IDCANCEL;
   }
   m_cc.rgbResult = chosen;

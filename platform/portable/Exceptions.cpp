@@ -2,11 +2,13 @@
 
 #include <algorithm>
 
+#include "platform/LeastPromise.h"
 #include "platform/portable/WinApp.h"
 
 namespace {
 
-BOOL copyText(const CString& text, LPTSTR buffer, UINT size, PUINT helpContext) {
+BOOL copyText(const CString& sentence, LPTSTR buffer, UINT size, PUINT helpContext) {
+  const CString text = isLeastPromised() ? CString() : sentence;  // an exception may have no text
   if (helpContext != nullptr) {
     *helpContext = 0;
   }

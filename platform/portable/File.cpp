@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/LeastPromise.h"
 #include "platform/Os.h"
 #include "platform/portable/FileNames.h"
 
@@ -20,6 +21,13 @@ CString absolute(const CString& path) {
   return currentOs().fullPath(path, full) ? path : full;
 }
 
+// Why a path cannot be opened. MFC does not say which cause a folder has.
+int causeToOpen(int cause, const CString& path) {
+  Os::Entry there;
+  const bool folder = isLeastPromised() && !currentOs().status(path, there) && there.isFolder;
+  return folder ? int{CFileException::genericException} : cause;
+}
+
 }  // namespace
 
 CFile::CFile() = default;
@@ -36,6 +44,9 @@ CFile::~CFile() {
 }
 
 BOOL CFile::Open(LPCTSTR path, UINT flags, CFileException* error) {
+  if (m_handle != closed && isLeastPromised()) {
+    endUnpromised("a file is opened that is open already");
+  }
   CFile::Abort();
   const CString name = path;
   CString full = absolute(name);  // first, as it may run out of memory: no open file may be left behind
@@ -43,7 +54,7 @@ BOOL CFile::Open(LPCTSTR path, UINT flags, CFileException* error) {
   if (failure) {
     m_handle = closed;
     if (error != nullptr) {
-      error->m_cause = failure.cause;
+      error->m_cause = causeToOpen(failure.cause, name);
       error->m_lOsError = failure.code;
       error->m_strFileName = name;
     }
@@ -62,6 +73,7 @@ std::intptr_t CFile::openHandle() const {
 
 UINT CFile::Read(void* buffer, UINT count) {
   const Os::Handle handle = openHandle();
+  spoil(buffer, count);
   auto* bytes = static_cast<BYTE*>(buffer);
   UINT total = 0;
   while (total < count) {
@@ -109,19 +121,22 @@ ULONGLONG CFile::GetLength() const {
 
 void CFile::SetLength(ULONGLONG length) {
   throwIf(currentOs().setLength(openHandle(), length), m_path);
+  if (isLeastPromised()) {
+    CFile::Seek(0, end);
+  }
 }
 
 void CFile::Flush() {
-  if (m_handle != closed) {
-    throwIf(currentOs().flush(m_handle), m_path);
+  if (m_handle != closed || isLeastPromised()) {
+    throwIf(currentOs().flush(openHandle()), m_path);
   }
 }
 
 void CFile::Close() {
-  if (m_handle == closed) {
+  if (m_handle == closed && !isLeastPromised()) {
     return;
   }
-  const Os::Handle handle = m_handle;
+  const Os::Handle handle = openHandle();
   const CString path = m_path;
   m_handle = closed;
   m_path.Empty();
@@ -145,7 +160,11 @@ CString CFile::GetFileName() const {
 }
 
 void CFile::Rename(LPCTSTR before, LPCTSTR after) {
-  throwIf(currentOs().rename(before, after), before);
+  Os::Error error = currentOs().rename(before, after);
+  if (error && isLeastPromised()) {
+    error.cause = CFileException::genericException;
+  }
+  throwIf(error, before);
 }
 
 void CFile::Remove(LPCTSTR path) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/LeastPromise.h"
 #include "platform/Operator.h"
 #include "platform/Os.h"
 #include "platform/portable/FileNames.h"
@@ -150,17 +151,29 @@ INT_PTR CFileDialog::DoModal() {
   question.flags = m_ofn.Flags;
   std::vector<CString> paths;
   if (!someone->chooseFiles(question, paths) || paths.empty() || (paths.size() > 1 && !question.multiple)) {
+    spoilName();
     return IDCANCEL;
   }
   for (CString& path : paths) {
     path = completed(path, m_ofn.lpstrDefExt);
   }
   if (!layOut(paths)) {
-    lastError = FNERR_BUFFERTOOSMALL;
+    lastError = isLeastPromised() ? 0 : FNERR_BUFFERTOOSMALL;  // not every dialog tells
+    spoilName();
     return IDCANCEL;
   }
-  m_ofn.nFilterIndex = filterFor(nameOf(paths.front()), m_filter, m_ofn.nFilterIndex);
+  if (!isLeastPromised()) {
+    m_ofn.nFilterIndex = filterFor(nameOf(paths.front()), m_filter, m_ofn.nFilterIndex);
+  }
   return IDOK;
+}
+
+// What the buffer holds when nothing was chosen is open: only that it is a text.
+void CFileDialog::spoilName() {
+  if (isLeastPromised() && m_ofn.nMaxFile > 0) {
+    spoil(m_ofn.lpstrFile, m_ofn.nMaxFile * sizeof(TCHAR));
+    m_ofn.lpstrFile[m_ofn.nMaxFile - 1] = 0;
+  }
 }
 
 INT_PTR CFileDialog::askWithoutOperator() {
@@ -202,6 +215,9 @@ bool CFileDialog::layOut(const std::vector<CString>& paths) {
 }
 
 CString CFileDialog::GetPathName() const {
+  if (isLeastPromised()) {
+    return m_ofn.lpstrFile;  // of several files, their folder
+  }
   POSITION position = GetStartPosition();
   return position == nullptr ? CString() : GetNextPathName(position);
 }
@@ -215,6 +231,9 @@ CString CFileDialog::GetFileExt() const {
 }
 
 POSITION CFileDialog::GetStartPosition() const {
+  if (isLeastPromised() && (m_ofn.Flags & OFN_ALLOWMULTISELECT) == 0) {
+    endUnpromised("the list of files is asked for where only one can be chosen");
+  }
   if (m_several) {
     return reinterpret_cast<POSITION>(m_ofn.lpstrFile + m_ofn.nFileOffset);
   }

@@ -72,6 +72,7 @@ class CFileDialog : public CObject {
 
  private:
   INT_PTR askWithoutOperator();
+  void spoilName();
   bool layOut(const std::vector<CString>& paths);
 
   bool m_open;

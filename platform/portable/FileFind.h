@@ -41,7 +41,8 @@ class CFileFind : public CObject {
   };
   const Found* current() const;
 
-  CString m_root;
+  CString m_root;       // absolute, closed by a separator
+  CString m_rootGiven;  // as FindFile got it
   std::vector<Found> m_found;
   std::size_t m_next = 0;
 };

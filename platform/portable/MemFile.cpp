@@ -5,6 +5,8 @@
 #include <cstring>
 #include <limits>
 
+#include "platform/LeastPromise.h"
+
 namespace {
 
 constexpr auto lastPosition = static_cast<ULONGLONG>((std::numeric_limits<LONGLONG>::max)());
@@ -118,6 +120,7 @@ void CMemFile::SetLength(ULONGLONG length) {
   reserve(length);
   if (length > m_length) {
     std::memset(m_memory + m_length, 0, length - m_length);
+    spoil(m_memory + m_length, length - m_length);
   }
   m_length = length;
 }

@@ -4,17 +4,30 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "platform/LeastPromise.h"
 #include "platform/portable/AnsiText.h"
 
 namespace {
 
 constexpr TCHAR whiteSpace[] = _T(" \t\n\v\f\r");
 
+// Which letters beyond A to Z have two cases is the locale's affair: here, those of Latin-1 may.
+bool hasLatinCase(TCHAR unit) {
+  const unsigned small = unsigned{unit} | 0x20U;
+  return isLeastPromised() && small >= 0xE0U && small <= 0xFEU && small != 0xF7U;
+}
+
 TCHAR lowered(TCHAR unit) {
+  if (hasLatinCase(unit)) {
+    return static_cast<TCHAR>(unsigned{unit} | 0x20U);
+  }
   return unit >= _T('A') && unit <= _T('Z') ? static_cast<TCHAR>(unit - _T('A') + _T('a')) : unit;
 }
 
 TCHAR raised(TCHAR unit) {
+  if (hasLatinCase(unit)) {
+    return static_cast<TCHAR>(unsigned{unit} & ~0x20U);
+  }
   return unit >= _T('a') && unit <= _T('z') ? static_cast<TCHAR>(unit - _T('a') + _T('A')) : unit;
 }
 
@@ -64,6 +77,9 @@ CString& CString::operator+=(LPCSTR text) {
 }
 
 void CString::throwOutOfRange() {
+  if (isLeastPromised()) {
+    endUnpromised("an index outside a text");
+  }
   throw std::out_of_range("CString: index outside the text");
 }
 
@@ -220,12 +236,17 @@ LPTSTR CString::GetBuffer() {
 LPTSTR CString::GetBuffer(int length) {
   if (length > GetLength()) {
     m_text.resize(static_cast<std::size_t>(length));
+    spoil(m_text.data(), m_text.size() * sizeof(TCHAR));  // it may be another buffer
   }
   return m_text.data();
 }
 
 LPTSTR CString::GetBufferSetLength(int length) {
+  const std::size_t kept = m_text.size();
   m_text.resize(static_cast<std::size_t>((std::max)(length, 0)));
+  if (m_text.size() > kept) {
+    spoil(m_text.data() + kept, (m_text.size() - kept) * sizeof(TCHAR));
+  }
   return m_text.data();
 }
 

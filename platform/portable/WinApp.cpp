@@ -1,5 +1,6 @@
 #include "platform/portable/WinApp.h"
 
+#include "platform/LeastPromise.h"
 #include "platform/Operator.h"
 #include "platform/portable/SystemDialogs.h"
 
@@ -27,7 +28,7 @@ int CWinApp::DoMessageBox(LPCTSTR text, UINT type, UINT /*helpId*/) {
 }
 
 CWinApp* AfxGetApp() {
-  if (theApp == nullptr) {
+  if (theApp == nullptr && !isLeastPromised()) {
     static CWinApp defaultApp;  // registers itself
     theApp = &defaultApp;
   }
@@ -35,9 +36,14 @@ CWinApp* AfxGetApp() {
 }
 
 CWnd* AfxGetMainWnd() {
-  return AfxGetApp()->m_pMainWnd;
+  const CWinApp* const program = AfxGetApp();
+  return program == nullptr ? nullptr : program->m_pMainWnd;
 }
 
 int AfxMessageBox(LPCTSTR text, UINT type, UINT helpId) {
-  return AfxGetApp()->DoMessageBox(text, type, helpId);
+  CWinApp* const program = AfxGetApp();
+  if (program == nullptr) {
+    endUnpromised("a message without an application object");
+  }
+  return program->DoMessageBox(text, type, helpId);
 }

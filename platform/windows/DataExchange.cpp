@@ -5,6 +5,7 @@
 #include <climits>
 #include <cmath>
 
+#include "platform/LeastPromise.h"
 #include "platform/portable/WinApp.h"
 #include "platform/windows/WindowExceptions.h"
 #include "platform/windows/Wnd.h"
@@ -21,7 +22,7 @@ CString textOf(HWND control) {
 
 // A control that shows the text already is left alone: its selection stays, and nothing flickers.
 void show(HWND control, const CString& text) {
-  if (textOf(control) != text) {
+  if (textOf(control) != text || isLeastPromised()) {
     ::SetWindowTextW(control, text);
   }
 }
@@ -31,8 +32,12 @@ void show(HWND control, const CString& text) {
   exchange.Fail();
 }
 
-// Only what a number is written with: no "nan", "inf" or hexadecimal digits.
+// Only what a number is written with: no "nan", "inf" or hexadecimal digits. MFC does not say that it refuses
+// them.
 bool onlyUnits(const CString& text, LPCTSTR units) {
+  if (isLeastPromised()) {
+    return !text.IsEmpty();
+  }
   for (int i = 0; i < text.GetLength(); ++i) {
     if (CString(units).Find(text[i]) < 0) {
       return false;
@@ -80,7 +85,8 @@ CString written(double value, int digits) {
 
 double readReal(CDataExchange& exchange, HWND control, double most) {
   double value = 0;
-  if (!parseReal(textOf(control), value) || std::fabs(value) > most) {
+  const bool isNumber = parseReal(textOf(control), value);
+  if (!isNumber || (std::fabs(value) > most && !isLeastPromised())) {
     refuse(exchange, _T("Please enter a number."));
   }
   return value;

@@ -2,9 +2,11 @@
 
 #include <string>
 
+#include "platform/LeastPromise.h"
 #include "platform/portable/WinApp.h"
 #include "platform/windows/CreationHook.h"
 #include "platform/windows/DynLinkLibrary.h"
+#include "platform/windows/Idle.h"
 #include "platform/windows/MessageMap.h"
 
 // Lies on the stack of DoModal: it is still there when the dialog's object is not.
@@ -92,6 +94,9 @@ CDialog::CDialog(LPCTSTR templateName, CWnd* parent) : m_templateName(templateNa
 
 CDialog::~CDialog() {
   if (m_modal != nullptr) {
+    if (isLeastPromised()) {
+      endUnpromised("a dialog is destroyed while its DoModal runs");
+    }
     m_modal->objectGone = true;
     m_modal->running = false;
   }
@@ -174,6 +179,9 @@ void CDialog::runLoop(const Modal& modal, HWND window) {
   }
   MSG message = {};
   while (modal.running) {
+    if (::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE) == FALSE) {
+      dropTemporaries();
+    }
     if (::GetMessageW(&message, nullptr, 0, 0) <= 0) {
       ::PostQuitMessage(static_cast<int>(message.wParam));  // the outer loop is to end too
       return;
@@ -197,6 +205,9 @@ void CDialog::EndDialog(int result) {
 
 void CDialog::onWindowGone() {
   if (m_modal != nullptr) {
+    if (m_modal->running && isLeastPromised()) {
+      m_modal->result = IDABORT;  // some other error
+    }
     m_modal->running = false;
   }
 }

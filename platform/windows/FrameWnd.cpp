@@ -2,12 +2,16 @@
 
 #include <map>
 
+#include "platform/LeastPromise.h"
 #include "platform/portable/WinApp.h"
 #include "platform/windows/DynLinkLibrary.h"
 #include "platform/windows/MessageMap.h"
 #include "platform/windows/WindowExceptions.h"
 
-LPCTSTR AfxRegisterWndClass(UINT style, HCURSOR cursor, HBRUSH background, HICON icon) {
+namespace {
+
+// The name of a class of these arguments. It stays where it is.
+LPCTSTR registered(UINT style, HCURSOR cursor, HBRUSH background, HICON icon) {
   static std::map<CString, ATOM> classes;  // their names stay where they are
   CString name;
   name.Format(_T("Platform:%x:%p:%p:%p"), style, static_cast<void*>(cursor), static_cast<void*>(background),
@@ -29,6 +33,18 @@ LPCTSTR AfxRegisterWndClass(UINT style, HCURSOR cursor, HBRUSH background, HICON
     AfxThrowResourceException();
   }
   return classes.emplace(name, atom).first->first;
+}
+
+}  // namespace
+
+LPCTSTR AfxRegisterWndClass(UINT style, HCURSOR cursor, HBRUSH background, HICON icon) {
+  const LPCTSTR name = registered(style, cursor, background, icon);
+  if (!isLeastPromised()) {
+    return name;
+  }
+  static TCHAR onlyUntilNext[64];
+  ::lstrcpynW(onlyUntilNext, name, 64);
+  return onlyUntilNext;
 }
 
 const MessageMap* CFrameWnd::GetMessageMap() const {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/LeastPromise.h"
+
 namespace {
 
 // No bitmap reaches this far, and the system's own arithmetic does not overflow before it.
@@ -38,6 +40,12 @@ BOOL CBitmap::CreateBitmap(int width, int height, UINT planes, UINT bitCount, co
     return FALSE;
   }
   m_hObject = ::CreateBitmap(width, height, planes, bitCount, bits);
+  if (bits == nullptr && isLeastPromised()) {
+    std::vector<DWORD> open(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    const std::size_t bytes = open.size() * sizeof(DWORD);
+    spoil(open.data(), bytes);
+    SetBitmapBits(static_cast<DWORD>(bytes), open.data());
+  }
   return m_hObject != nullptr;
 }
 
@@ -77,6 +85,10 @@ BOOL CDC::DeleteDC() {
     ::SelectObject(m_hDC, m_default.m_hObject);
     m_default.m_hObject = nullptr;  // the system's, and gone with the context
   }
+  for (const std::unique_ptr<CBitmap>& temporary : m_temporary) {
+    temporary->m_hObject = nullptr;  // somebody else's
+  }
+  m_temporary.clear();
   m_selected = nullptr;
   const HDC context = m_hDC;
   m_hDC = nullptr;
@@ -97,7 +109,12 @@ CBitmap* CDC::SelectObject(CBitmap* bitmap) {
   }
   CBitmap* const result = m_selected;
   m_selected = bitmap;
-  return result;
+  if (!isLeastPromised()) {
+    return result;
+  }
+  m_temporary.push_back(std::make_unique<CBitmap>());
+  m_temporary.back()->m_hObject = before;
+  return m_temporary.back().get();
 }
 
 void CDC::FillSolidRect(int x, int y, int width, int height, COLORREF color) {

@@ -2,6 +2,9 @@
 // platform/native/GdiClasses.h for the contracts, which are the same.
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include "platform/portable/Geometry.h"
 #include "platform/portable/Object.h"
 
@@ -52,4 +55,5 @@ class CDC : public CObject {
  private:
   CBitmap m_default;  // holds the bitmap that the system put into the context
   CBitmap* m_selected = nullptr;
+  std::vector<std::unique_ptr<CBitmap>> m_temporary;  // where the least is promised
 };

@@ -1,11 +1,12 @@
 // The objects of handles: permanent ones, which are attached, and temporary ones, made on request, which live
-// at least as long as what the handle stands for. Not an MFC name. For one thread.
+// at least as long as what the handle stands for, or until they are dropped. Not an MFC name. For one thread.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 template <class Handle, class Object, class Temporary, bool (*isAlive)(Handle)>
 class HandleMap {
@@ -41,6 +42,16 @@ class HandleMap {
   void add(Handle handle, Object* object) { m_permanent[handle] = object; }
   void remove(Handle handle) { m_permanent.erase(handle); }
 
+  // Ends the temporary objects. They lose their handles at once, and their memory is not used again: whoever has
+  // kept a pointer to one finds an object without a handle, every time.
+  void drop() {
+    for (auto& entry : m_temporary) {
+      entry.second->loseHandle();
+      m_dropped.push_back(std::move(entry.second));
+    }
+    m_temporary.clear();
+  }
+
  private:
   void sweep() {
     std::erase_if(m_temporary, [](const auto& entry) { return !isAlive(entry.first); });
@@ -49,5 +60,6 @@ class HandleMap {
 
   std::unordered_map<Handle, Object*> m_permanent;
   std::unordered_map<Handle, std::unique_ptr<Temporary>> m_temporary;
+  std::vector<std::unique_ptr<Temporary>> m_dropped;
   std::size_t m_sweepAt = 64;
 };

@@ -13,7 +13,8 @@ bool isAlive(HIMAGELIST list) {
 
 struct TemporaryImageList : CImageList {
   explicit TemporaryImageList(HIMAGELIST list) { m_hImageList = list; }
-  ~TemporaryImageList() override { m_hImageList = nullptr; }
+  ~TemporaryImageList() override { loseHandle(); }
+  void loseHandle() { m_hImageList = nullptr; }
 };
 
 using ImageLists = HandleMap<HIMAGELIST, CImageList, TemporaryImageList, &isAlive>;
@@ -32,6 +33,10 @@ CImageList* CImageList::FromHandle(HIMAGELIST list) {
 
 CImageList* CImageList::FromHandlePermanent(HIMAGELIST list) {
   return ImageLists::the().findPermanent(list);
+}
+
+void CImageList::DeleteTempMap() {
+  ImageLists::the().drop();
 }
 
 BOOL CImageList::Attach(HIMAGELIST list) {

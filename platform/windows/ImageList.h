@@ -14,6 +14,7 @@ class CImageList : public CObject {
   // The object of a list: the one attached to it, else a temporary one.
   static CImageList* FromHandle(HIMAGELIST list);
   static CImageList* FromHandlePermanent(HIMAGELIST list);
+  static void DeleteTempMap();  // ends the temporary objects; their lists stay
   BOOL Attach(HIMAGELIST list);
   HIMAGELIST Detach();
   HIMAGELIST GetSafeHandle() const { return m_hImageList; }

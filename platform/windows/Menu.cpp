@@ -12,7 +12,8 @@ bool isAlive(HMENU menu) {
 
 struct TemporaryMenu : CMenu {
   explicit TemporaryMenu(HMENU menu) { m_hMenu = menu; }
-  ~TemporaryMenu() override { m_hMenu = nullptr; }
+  ~TemporaryMenu() override { loseHandle(); }
+  void loseHandle() { m_hMenu = nullptr; }
 };
 
 using Menus = HandleMap<HMENU, CMenu, TemporaryMenu, &isAlive>;
@@ -27,6 +28,10 @@ CMenu::~CMenu() {
 
 CMenu* CMenu::FromHandle(HMENU menu) {
   return Menus::the().find(menu);
+}
+
+void CMenu::DeleteTempMap() {
+  Menus::the().drop();
 }
 
 BOOL CMenu::Attach(HMENU menu) {

@@ -12,6 +12,7 @@ class CMenu : public CObject {
   // The object of a menu: the one that is attached to it, else a temporary one, which lives as long as the
   // menu does. Null for no menu.
   static CMenu* FromHandle(HMENU menu);
+  static void DeleteTempMap();  // ends the temporary objects; their menus stay
   BOOL Attach(HMENU menu);
   HMENU Detach();
   HMENU GetSafeHmenu() const { return m_hMenu; }

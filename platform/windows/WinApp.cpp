@@ -1,7 +1,9 @@
 // The life of a program with windows, and its settings in the registry.
 #include "platform/portable/WinApp.h"
 
+#include "platform/LeastPromise.h"
 #include "platform/windows/DynLinkLibrary.h"
+#include "platform/windows/Idle.h"
 #include "platform/windows/Wnd.h"
 
 namespace {
@@ -32,6 +34,21 @@ class Key {
   HKEY m_key = nullptr;
 };
 
+// The messages after which the least is no idle time: the caret's and those of a mouse that stays where it is.
+bool isRedundant(const MSG& message) {
+  static POINT mouse = {};
+  if (!isLeastPromised()) {
+    return false;
+  }
+  if (message.message == WM_MOUSEMOVE || message.message == WM_NCMOUSEMOVE) {
+    const bool stays = message.pt.x == mouse.x && message.pt.y == mouse.y;
+    mouse = message.pt;
+    return stays;
+  }
+  constexpr UINT caretTimer = 0x118;
+  return message.message == WM_PAINT || message.message == caretTimer;
+}
+
 }  // namespace
 
 BOOL CWinApp::InitInstance() {
@@ -43,6 +60,7 @@ int CWinApp::ExitInstance() {
 }
 
 BOOL CWinApp::OnIdle(LONG /*count*/) {
+  dropTemporaries();
   return FALSE;
 }
 
@@ -65,8 +83,10 @@ int CWinApp::Run() {
       ::TranslateMessage(&message);
       ::DispatchMessageW(&message);
     }
-    mayIdle = true;
-    idle = 0;
+    if (!isRedundant(message)) {
+      mayIdle = true;
+      idle = 0;
+    }
   }
 }
 

@@ -1,5 +1,7 @@
 #include "platform/windows/WindowExceptions.h"
 
+#include "platform/LeastPromise.h"
+
 namespace {
 
 BOOL tell(LPCTSTR sentence, LPTSTR text, UINT size, PUINT helpContext) {
@@ -9,8 +11,8 @@ BOOL tell(LPCTSTR sentence, LPTSTR text, UINT size, PUINT helpContext) {
   if (text == nullptr || size == 0) {
     return FALSE;
   }
-  ::lstrcpynW(text, sentence, static_cast<int>(size));
-  return TRUE;
+  ::lstrcpynW(text, isLeastPromised() ? _T("") : sentence, static_cast<int>(size));
+  return isLeastPromised() ? FALSE : TRUE;  // an exception may have no text
 }
 
 }  // namespace

@@ -15,7 +15,8 @@ bool isAlive(HWND window) {
 
 struct TemporaryWnd : CWnd {
   explicit TemporaryWnd(HWND window) { m_hWnd = window; }
-  ~TemporaryWnd() override { m_hWnd = nullptr; }
+  ~TemporaryWnd() override { loseHandle(); }
+  void loseHandle() { m_hWnd = nullptr; }
 };
 
 using Windows = HandleMap<HWND, CWnd, TemporaryWnd, &isAlive>;
@@ -66,6 +67,10 @@ CWnd* CWnd::FromHandle(HWND window) {
 
 CWnd* CWnd::FromHandlePermanent(HWND window) {
   return Windows::the().findPermanent(window);
+}
+
+void CWnd::DeleteTempMap() {
+  Windows::the().drop();
 }
 
 BOOL CWnd::Attach(HWND window) {

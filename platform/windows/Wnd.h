@@ -23,6 +23,7 @@ class CWnd : public CCmdTarget {
   // does. Null for no window.
   static CWnd* FromHandle(HWND window);
   static CWnd* FromHandlePermanent(HWND window);  // null when no object is attached
+  static void DeleteTempMap();                    // ends the temporary objects; their windows stay
   BOOL Attach(HWND window);
   HWND Detach();
   HWND GetSafeHwnd() const { return m_hWnd; }

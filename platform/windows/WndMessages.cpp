@@ -2,6 +2,7 @@
 // behind the object.
 #include <exception>
 
+#include "platform/LeastPromise.h"
 #include "platform/Utf.h"
 #include "platform/portable/WinApp.h"
 #include "platform/windows/DataExchange.h"
@@ -43,6 +44,17 @@ class NotificationLock {
   HWND m_before;
 };
 
+bool isLocked(HWND window) {
+  return locked == window && !isLeastPromised();
+}
+
+// The framework's own exceptions may leave the handlers of two messages, nothing else may leave any.
+void mayLeaveHandler(UINT message) {
+  if (isLeastPromised() && message != WM_CREATE && message != WM_PAINT) {
+    endUnpromised("an exception leaves a handler");
+  }
+}
+
 }  // namespace
 
 LRESULT CALLBACK AfxWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -66,9 +78,11 @@ LRESULT CWnd::handleGuarded(UINT message, WPARAM wParam, LPARAM lParam) {
   try {
     return WindowProc(message, wParam, lParam);
   } catch (CException* exception) {
+    mayLeaveHandler(message);
     exception->ReportError();
     exception->Delete();
   } catch (const std::exception& exception) {
+    mayLeaveHandler(0);
     AfxMessageBox(fromUtf8(exception.what()), MB_ICONSTOP);
   }
   return message == WM_CREATE ? -1 : 0;
@@ -121,7 +135,7 @@ BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
   if (control == nullptr) {
     return OnCmdMsg(id, CN_COMMAND, nullptr, nullptr);
   }
-  if (locked == m_hWnd) {
+  if (isLocked(m_hWnd)) {
     return TRUE;
   }
   CWnd* const sender = FromHandlePermanent(control);
@@ -134,7 +148,7 @@ BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
 
 BOOL CWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
   auto* const header = reinterpret_cast<NMHDR*>(lParam);
-  if (locked == m_hWnd) {
+  if (isLocked(m_hWnd)) {
     return TRUE;
   }
   CWnd* const sender = FromHandlePermanent(header->hwndFrom);

@@ -4,12 +4,14 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "tests/support/Promising.h"
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/Thrown.h"
 
 namespace {
 
 TEST(FileException, NamesTheFile) {
+  const Promising promising(Promising::more);
   EXPECT_EQ(messageOf(CFileException(CFileException::fileNotFound, 2, _T("C:\\x.dip"))),
             "C:\\x.dip was not found.");
   EXPECT_EQ(messageOf(CFileException(CFileException::accessDenied, 5, _T("C:\\x.dip"))),
@@ -17,11 +19,13 @@ TEST(FileException, NamesTheFile) {
 }
 
 TEST(FileException, SpeaksWithoutAName) {
+  const Promising promising(Promising::more);
   EXPECT_EQ(messageOf(CFileException(CFileException::fileNotFound)), "The file was not found.");
   EXPECT_EQ(messageOf(CFileException(CFileException::accessDenied)), "Access to the file was denied.");
 }
 
 TEST(FileException, EveryCauseHasItsOwnText) {
+  const Promising promising(Promising::more);
   std::set<std::string> texts;
   for (int cause = CFileException::none; cause <= CFileException::endOfFile; ++cause) {
     const std::string text = messageOf(CFileException(cause, -1, _T("x.dip")));
@@ -51,6 +55,7 @@ TEST(FileException, StartsWithoutACause) {
 }
 
 TEST(ArchiveException, TextsTellTheCause) {
+  const Promising promising(Promising::more);
   EXPECT_EQ(messageOf(CArchiveException(CArchiveException::endOfFile, _T("x.dip"))),
             "x.dip ended too early.");
   EXPECT_EQ(messageOf(CArchiveException(CArchiveException::endOfFile)), "The file ended too early.");
@@ -59,6 +64,7 @@ TEST(ArchiveException, TextsTellTheCause) {
 }
 
 TEST(Exception, MessageIsCutToTheBuffer) {
+  const Promising promising(Promising::more);
   const CFileException exception(CFileException::fileNotFound, 2, _T("abc"));
   TCHAR text[4] = {_T('?'), _T('?'), _T('?'), _T('?')};
   UINT help = 77;
@@ -82,6 +88,7 @@ TEST(Exception, WithoutTextSaysSo) {
 }
 
 TEST(Exception, ReportsInOneMessageBox) {
+  const Promising promising(Promising::more);
   ScriptedOperator someone;
   someone.answer(IDCANCEL);
   CFileException exception(CFileException::accessDenied, 5, _T("x.dip"));
@@ -92,6 +99,7 @@ TEST(Exception, ReportsInOneMessageBox) {
 }
 
 TEST(Exception, IsThrownAsAPointerAndDeleted) {
+  const Promising promising(Promising::more);
   EXPECT_EQ(fileCause([] { AfxThrowFileException(CFileException::hardIO, 5, _T("x")); }),
             CFileException::hardIO);
   EXPECT_EQ(archiveCause([] { AfxThrowArchiveException(CArchiveException::badIndex); }),

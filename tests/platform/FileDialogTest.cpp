@@ -6,6 +6,7 @@
 
 #include "platform/Os.h"
 #include "platform/Utf.h"
+#include "tests/support/Promising.h"
 #include "tests/support/ScriptedOperator.h"
 
 namespace {
@@ -70,6 +71,7 @@ TEST(FileDialog, AsksWithWhatItWasGiven) {
 }
 
 TEST(FileDialog, OneFileIsOneFullPath) {
+  const Promising promising(Promising::more);
   ScriptedOperator someone;
   someone.answerFilesUtf8({inFolder("data", "a.b.dip")});
   CFileDialog dialog(TRUE);
@@ -99,6 +101,7 @@ TEST(FileDialog, OneOfSeveralPossibleIsOneFullPathAndTwoZeros) {
 }
 
 TEST(FileDialog, SeveralOfOneFolderAreTheFolderAndNames) {
+  const Promising promising(Promising::more);
   ScriptedOperator someone;
   const Names paths = {inFolder("data", "a.dip"), inFolder("data", "\xC3\xA9.dip"),
                        inFolder("data", "c c.dip")};
@@ -143,6 +146,7 @@ TEST(FileDialog, SeveralOfDifferentFoldersAreFullPaths) {
 
 // The buffer must hold everything with its zeros: one unit less is too small, and nothing is written.
 TEST(FileDialog, WhatDoesNotFitIsRefusedWhole) {
+  const Promising promising(Promising::more);
   const Names paths = {inFolder("data", "a.dip"), inFolder("data", "b.dip")};
   const auto needed = static_cast<DWORD>((root + "data").size() + 1 + 6 + 6 + 1);
   for (const DWORD size : {needed, needed - 1}) {
@@ -160,6 +164,7 @@ TEST(FileDialog, WhatDoesNotFitIsRefusedWhole) {
 }
 
 TEST(FileDialog, OwnBufferHoldsAShortPathOnly) {
+  const Promising promising(Promising::more);
   ScriptedOperator someone;
   someone.answerFilesUtf8({inFolder("data", std::string(300, 'x'))});
   CFileDialog dialog(TRUE);
@@ -194,6 +199,7 @@ TEST(FileDialog, MissingExtensionIsAppended) {
 }
 
 TEST(FileDialog, FilterFollowsTheChosenName) {
+  const Promising promising(Promising::more);
   const auto indexFor = [](DWORD offered, const std::string& name) {
     ScriptedOperator someone;
     someone.answerFilesUtf8({inFolder("data", name)});

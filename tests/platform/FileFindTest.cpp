@@ -5,6 +5,7 @@
 
 #include "platform/Os.h"
 #include "tests/support/FailingOs.h"
+#include "tests/support/Promising.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Thrown.h"
 
@@ -28,6 +29,7 @@ std::string closedFolder(const TempFolder& folder) {
 }
 
 TEST(FileFind, ListsInOrderIgnoringCase) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   for (const char* name : {"b.dip", "A.dip", "c.dip", "_.dip", "a0.dip", "B0.dip"}) {
     folder.write(name, "");
@@ -36,6 +38,7 @@ TEST(FileFind, ListsInOrderIgnoringCase) {
 }
 
 TEST(FileFind, PatternsIgnoreCaseAndMatchWhole) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   for (const char* name : {"x.DIP", "y.dip", "z.dipx", "xdip", "xy.dip", "\xC3\x89.dip"}) {
     folder.write(name, "");
@@ -48,6 +51,7 @@ TEST(FileFind, PatternsIgnoreCaseAndMatchWhole) {
 }
 
 TEST(FileFind, EveryNameIncludesFoldersAndDots) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   folder.write("noext", "12345");
   folder.makeFolder("sub.d");
@@ -72,6 +76,7 @@ TEST(FileFind, EveryNameIncludesFoldersAndDots) {
 }
 
 TEST(FileFind, GettersTellTheParts) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   folder.write("a.b.dip", "123");
   CFileFind find;
@@ -85,6 +90,7 @@ TEST(FileFind, GettersTellTheParts) {
 }
 
 TEST(FileFind, BeforeTheFirstStepNothingIsCurrent) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   folder.write("a.dip", "123");
   CFileFind find;
@@ -110,6 +116,7 @@ TEST(FileFind, PlainPathFindsAFileOrAFolder) {
 }
 
 TEST(FileFind, RelativePatternsStartInTheCurrentDirectory) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   folder.makeFolder("sub");
   folder.write("a.dip", "");
@@ -133,6 +140,7 @@ TEST(FileFind, RelativePatternsStartInTheCurrentDirectory) {
 }
 
 TEST(FileFind, SearchesAgain) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   folder.write("a.dip", "");
   folder.write("b.txt", "");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/FailingOs.h"
+#include "tests/support/Promising.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Thrown.h"
 
@@ -115,6 +116,7 @@ TEST(File, RelativePathsAreFromTheCurrentDirectory) {
 }
 
 TEST(File, OpenTellsWhyItFailsAndNeverThrows) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   folder.makeFolder("sub");
   CFile file;
@@ -152,6 +154,7 @@ TEST(File, ConstructorThrows) {
 }
 
 TEST(File, OpeningAnotherClosesTheFirst) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   folder.write("x", "abc");
   folder.write("y", "de");
@@ -163,6 +166,7 @@ TEST(File, OpeningAnotherClosesTheFirst) {
 }
 
 TEST(File, ClosedFileRefusesEverythingButClosing) {
+  const Promising promising(Promising::more);
   CFile file;
   char byte = 0;
   EXPECT_EQ(fileCause([&] { file.Read(&byte, 1); }), CFileException::invalidFile);
@@ -187,6 +191,7 @@ TEST(File, ReadingWhatIsOpenForWritingFails) {
 }
 
 TEST(File, RemovesAndRenames) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   folder.write("x", "abc");
   folder.makeFolder("sub");
@@ -209,6 +214,7 @@ TEST(File, RemovesAndRenames) {
 
 // Every system call fails in turn; the cause and the file's name arrive.
 TEST(File, FailuresOfTheSystemArrive) {
+  const Promising promising(Promising::more);
   const TempFolder folder;
   folder.write("x", "abc");
   char byte = 0;

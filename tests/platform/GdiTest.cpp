@@ -7,6 +7,8 @@
 #include <random>
 #include <vector>
 
+#include "tests/support/Promising.h"
+
 namespace {
 
 constexpr COLORREF red = RGB(255, 0, 0);
@@ -212,6 +214,7 @@ TEST(Gdi, BadBitmapsAreRefused) {
 }
 
 TEST(Gdi, SelectingReturnsTheBitmapBefore) {
+  const Promising promising(Promising::more);
   CDC dc;
   CBitmap first;
   CBitmap second;

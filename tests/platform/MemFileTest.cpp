@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+#include "tests/support/Promising.h"
 #include "tests/support/Thrown.h"
 
 namespace {
@@ -22,6 +23,7 @@ TEST(MemFile, GrowsAndReadsBack) {
 }
 
 TEST(MemFile, GapBehindTheEndIsZeros) {
+  const Promising promising(Promising::more);
   CMemFile file;
   file.Write("ab", 2);
   file.Seek(4, CFile::begin);
@@ -34,6 +36,7 @@ TEST(MemFile, GapBehindTheEndIsZeros) {
 }
 
 TEST(MemFile, CutAndGrownAgainIsZeros) {
+  const Promising promising(Promising::more);
   CMemFile file;
   file.Write("abcd", 4);
   file.SetLength(1);

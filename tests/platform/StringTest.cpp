@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "platform/Utf.h"
+#include "tests/support/Promising.h"
 
 namespace {
 
@@ -117,6 +118,7 @@ TEST(CString, ComparesByUnits) {
 }
 
 TEST(CString, ComparesWithoutCaseOfAsciiLetters) {
+  const Promising promising(Promising::more);
   EXPECT_EQ(CString(_T("File.DIP")).CompareNoCase(_T("fILE.dip")), 0);
   EXPECT_LT(CString(_T("a")).CompareNoCase(_T("B")), 0);
   EXPECT_GT(CString(_T("B")).CompareNoCase(_T("a")), 0);
@@ -128,12 +130,14 @@ TEST(CString, ComparesWithoutCaseOfAsciiLetters) {
 }
 
 TEST(CString, ChangesTheCaseOfAsciiLettersOnly) {
+  const Promising promising(Promising::more);
   CString text = _T("aZ@[`{\u00E9\u00C9");
   EXPECT_EQ(utf8(text.MakeUpper()), "AZ@[`{éÉ");
   EXPECT_EQ(utf8(text.MakeLower()), "az@[`{éÉ");
 }
 
 TEST(CString, IndicesOutsideThrow) {
+  const Promising promising(Promising::more);
   CString text = _T("ab");
   EXPECT_EQ(text[0], _T('a'));
   EXPECT_EQ(text.GetAt(1), _T('b'));
@@ -230,6 +234,7 @@ TEST(CString, TrimsWhiteSpaceOrWhatIsNamed) {
 }
 
 TEST(CString, BufferIsWrittenAndReleased) {
+  const Promising promising(Promising::more);
   CString text = _T("ab");
   LPTSTR buffer = text.GetBuffer(10);
   EXPECT_EQ(buffer[0], _T('a'));

@@ -5,6 +5,7 @@
 
 #include "platform/Operator.h"
 #include "platform/Utf.h"
+#include "tests/support/Promising.h"
 #include "tests/support/ScriptedOperator.h"
 
 namespace {
@@ -79,6 +80,7 @@ TEST(ColorDialog, ReturnsTheChosenColor) {
 }
 
 TEST(ColorDialog, CancelledKeepsTheColor) {
+  const Promising promising(Promising::more);
   ScriptedOperator someone;
   someone.cancelColor();
   CColorDialog dialog(RGB(9, 8, 7));

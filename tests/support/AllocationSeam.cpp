@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "platform/LeastPromise.h"
+#include "platform/portable/Exceptions.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/FreeLog.h"
 
@@ -36,10 +38,13 @@ void* allocate(std::size_t size) noexcept {
 
 void* allocateOrThrow(std::size_t size) {
   void* memory = allocate(size);
-  if (memory == nullptr) {
-    throw std::bad_alloc();
+  if (memory != nullptr) {
+    return memory;
   }
-  return memory;
+  if (isLeastPromised()) {
+    AfxThrowMemoryException();
+  }
+  throw std::bad_alloc();
 }
 
 void release(void* memory) noexcept {

@@ -8,7 +8,8 @@
 
 class FailingNew {
  public:
-  // The `nth` (from 1) allocation from now on throws std::bad_alloc; later ones work again, or not.
+  // The `nth` (from 1) allocation from now on throws std::bad_alloc, or, where the least is promised
+  // (platform/LeastPromise.h), CMemoryException*, as MFC's own does; later ones work again, or not.
   explicit FailingNew(int nth, Lasting lasting = Lasting::once);
   ~FailingNew();
   FailingNew(const FailingNew&) = delete;

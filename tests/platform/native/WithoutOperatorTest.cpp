@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/Operator.h"
+#include "tests/support/Promising.h"
 
 namespace {
 
@@ -40,6 +41,7 @@ TEST(ColorDialog, WithoutAnOperatorIsCancelled) {
 }
 
 TEST(FileDialog, WithoutAnOperatorIsCancelled) {
+  const Promising promising(Promising::more);
   const NobodyThere nobody;
   CFileDialog dialog(TRUE);
   EXPECT_EQ(dialog.DoModal(), IDCANCEL);

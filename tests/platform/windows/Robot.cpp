@@ -124,4 +124,5 @@ void pump() {
       ::DispatchMessageW(&message);
     }
   }
+  AfxGetApp()->OnIdle(0);
 }

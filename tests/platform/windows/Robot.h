@@ -48,5 +48,5 @@ std::string textOf(HWND window, int control);
 std::string messageOf(HWND messageBox);                        // the text of a message box
 void type(HWND window, int control, const std::string& text);  // in place of what is there
 void press(HWND window, int button);
-// Handles the messages that are waiting.
+// Handles the messages that are waiting, and then is idle.
 void pump();
