@@ -24,7 +24,8 @@ void throwNoMemory() {
 }
 
 void throwFileFailure(const char* doing, const CString& path, const std::string& cause) {
-  throw std::runtime_error(std::string("cannot ") + doing + " " + utf8Of(path) + ": " + cause);
+  const char* const told = cause.empty() ? "the reason is not known" : cause.c_str();
+  throw std::runtime_error(std::string("cannot ") + doing + " " + utf8Of(path) + ": " + told);
 }
 
 }  // namespace host

@@ -27,6 +27,19 @@ bool holds(const CDipoleFace& face, const CDipoleszq* dipole) {
 
 }  // namespace
 
+// While the fields are written they report changes that are not the user's: read then, those that are not yet
+// written would come back as they were.
+class CDlgDipoleEditor::Writing {
+ public:
+  Writing(CDlgDipoleEditor& editor, bool isWriting) : m_editor(editor) { m_editor.m_isWriting = isWriting; }
+  ~Writing() { m_editor.m_isWriting = false; }
+  Writing(const Writing&) = delete;
+  Writing& operator=(const Writing&) = delete;
+
+ private:
+  CDlgDipoleEditor& m_editor;
+};
+
 BEGIN_MESSAGE_MAP(CDlgDipoleEditor, CDialog)
 ON_BN_CLICKED(IDC_EDITOR_ADD, &CDlgDipoleEditor::OnAdd)
 ON_BN_CLICKED(IDC_EDITOR_DELETE, &CDlgDipoleEditor::OnDelete)
@@ -46,6 +59,7 @@ CDlgDipoleEditor::~CDlgDipoleEditor() {
 }
 
 void CDlgDipoleEditor::DoDataExchange(CDataExchange* exchange) {
+  const Writing writing(*this, !exchange->m_bSaveAndValidate);
   CDialog::DoDataExchange(exchange);
   m_texts.exchange(exchange, IDC_EDITOR_SIZE, m_size);
   m_texts.exchange(exchange, IDC_EDITOR_LOCATION_X, m_locationX);
@@ -237,7 +251,9 @@ void CDlgDipoleEditor::OnShowOrientation() {
 }
 
 void CDlgDipoleEditor::OnChangeMergeRadius() {
-  UpdateData(TRUE);
+  if (!m_isWriting) {
+    UpdateData(TRUE);
+  }
 }
 
 // The host may have made another dipole the current one while the user was elsewhere.

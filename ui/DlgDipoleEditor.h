@@ -64,6 +64,8 @@ class CDlgDipoleEditor : public CDialog {
   DECLARE_MESSAGE_MAP()
 
  private:
+  class Writing;
+
   enum class Applied { nothing, refused, all, andGone };  // the last: this object is gone
 
   Applied apply();
@@ -74,6 +76,7 @@ class CDlgDipoleEditor : public CDialog {
   void step(CDipoleszq* (CDipoleFace::*direction)());
 
   const CDipoleszq* m_shown = nullptr;  // compared only: it may be gone
+  bool m_isWriting = false;
   EditTexts m_texts;
   Lifetime m_lifetime;
 };

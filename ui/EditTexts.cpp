@@ -1,6 +1,7 @@
 #include "ui/EditTexts.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -29,4 +30,11 @@ bool EditTexts::isChanged(const CWnd& dialog, int field) const {
 bool EditTexts::isAnyChanged(const CWnd& dialog) const {
   return std::any_of(m_fields.begin(), m_fields.end(),
                      [&](const auto& field) { return isChanged(dialog, field.first); });
+}
+
+void EditTexts::mustBeFinite(CDataExchange& direction, double number) {
+  if (direction.m_bSaveAndValidate != FALSE && !std::isfinite(number)) {
+    AfxMessageBox(_T("Please enter a number."), MB_ICONEXCLAMATION);
+    direction.Fail();
+  }
 }

@@ -28,6 +28,7 @@ class EditTexts {
       value = std::get<Value>(known.shown);
     } else {
       DDX_Text(direction, field, value);
+      mustBeFinite(*direction, value);
     }
     known.exchanged = value;
   }
@@ -41,6 +42,11 @@ class EditTexts {
   }
 
  private:
+  // The framework does not promise to refuse "nan", "inf" and what overflows: reading, they end the exchange
+  // after a message.
+  static void mustBeFinite(CDataExchange& direction, double number);
+  static void mustBeFinite(CDataExchange& /*direction*/, const CString& /*text*/) {}
+
   using AnyValue = std::variant<double, float, CString>;
 
   struct Field {

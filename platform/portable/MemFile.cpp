@@ -75,6 +75,7 @@ BOOL CMemFile::Open(LPCTSTR path, UINT /*flags*/, CFileException* error) {
 }
 
 UINT CMemFile::Read(void* buffer, UINT count) {
+  spoil(buffer, count);
   if (m_position >= m_length) {
     return 0;
   }

@@ -6,6 +6,7 @@
 #include "platform/Utf.h"
 #include "tests/platform/windows/Robot.h"
 #include "tests/platform/windows/ids.h"
+#include "tests/support/Promising.h"
 #include "tests/support/ScriptedOperator.h"
 
 namespace {
@@ -109,6 +110,7 @@ TEST_F(DataExchange, ControlsAreRead) {
 }
 
 TEST_F(DataExchange, WhatIsNoNumberIsRefused) {
+  const Promising promising(Promising::more);
   for (const char* text : {"", " ", "x", "1x", "1 2", "--1", "1e", "nan", "inf", "0x10", "1e999", "1,5"}) {
     EXPECT_EQ(refusal(IDC_DOUBLE, text), "Please enter a number.") << text;
     EXPECT_EQ(m_dialog.real, 1.5);
@@ -154,6 +156,7 @@ TEST_F(DataExchange, MembersBehindTheRefusedOneAreNotRead) {
 }
 
 TEST_F(DataExchange, WritingDoesNotReportChanges) {
+  const Promising promising(Promising::more);
   m_dialog.narrow = 5.0F;
   m_dialog.UpdateData(FALSE);
   EXPECT_EQ(m_dialog.changes, 0);

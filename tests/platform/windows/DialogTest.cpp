@@ -8,6 +8,7 @@
 #include "tests/platform/windows/HandleCount.h"
 #include "tests/platform/windows/Robot.h"
 #include "tests/platform/windows/ids.h"
+#include "tests/support/Promising.h"
 
 namespace {
 
@@ -152,6 +153,7 @@ TEST(ModalDialog, WithoutATemplateIsMinusOne) {
 }
 
 TEST(ModalDialog, MayLoseItsWindow) {
+  const Promising promising(Promising::more);
   PlainDialog dialog;
   Robot robot;
   robot.when("Plain", [&](HWND) { dialog.DestroyWindow(); });
@@ -160,6 +162,7 @@ TEST(ModalDialog, MayLoseItsWindow) {
 }
 
 TEST(ModalDialog, MayBeDestroyedItself) {
+  const Promising promising(Promising::more);
   PlainDialog owner;
   ASSERT_TRUE(owner.Create(IDD_PLAIN));
   auto dialog = std::make_unique<PlainDialog>(&owner);
@@ -171,6 +174,7 @@ TEST(ModalDialog, MayBeDestroyedItself) {
 }
 
 TEST(ModalDialog, PassesTheEndOfTheProgramOn) {
+  const Promising promising(Promising::more);
   PlainDialog dialog;
   Robot robot;
   robot.when("Plain", [](HWND) { ::PostQuitMessage(5); });

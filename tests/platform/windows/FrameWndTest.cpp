@@ -8,6 +8,7 @@
 #include "platform/Utf.h"
 #include "tests/platform/windows/Robot.h"
 #include "tests/platform/windows/ids.h"
+#include "tests/support/Promising.h"
 
 namespace {
 
@@ -225,6 +226,7 @@ TEST_F(FrameWnd, AnotherFrameDoesNotEndTheProgram) {
 }
 
 TEST(RegisterWndClass, GivesOneNameForTheSameArguments) {
+  const Promising promising(Promising::more);
   const HCURSOR cross = ::LoadCursorW(nullptr, reinterpret_cast<LPCTSTR>(IDC_CROSS));
   const LPCTSTR name = AfxRegisterWndClass(CS_DBLCLKS, cross);
   EXPECT_EQ(AfxRegisterWndClass(CS_DBLCLKS, cross), name);

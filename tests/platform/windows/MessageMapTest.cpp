@@ -6,6 +6,7 @@
 
 #include "tests/platform/windows/Robot.h"
 #include "tests/platform/windows/ids.h"
+#include "tests/support/Promising.h"
 #include "tests/support/ScriptedOperator.h"
 
 namespace {
@@ -208,6 +209,7 @@ TEST_F(MessageMaps, OwnMessagesBringTheirResult) {
 }
 
 TEST_F(MessageMaps, ExceptionsAreToldAndEndThere) {
+  const Promising promising(Promising::more);
   ScriptedOperator user;
   EXPECT_EQ(m_dialog.SendMessage(WM_APP + 1, 0), 0);
   EXPECT_EQ(m_dialog.SendMessage(WM_APP + 1, 1), 0);

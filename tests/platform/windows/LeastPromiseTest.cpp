@@ -1,0 +1,95 @@
+// Where the least is promised, windows do no more than MFC's documentation says.
+#include "platform/LeastPromise.h"
+
+#include <afxwin.h>
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+#include "tests/platform/windows/Robot.h"
+#include "tests/platform/windows/ids.h"
+#include "tests/support/Promising.h"
+
+namespace {
+
+class NumberDialog : public CDialog {
+ public:
+  double number = 1.5;
+  int changes = 0;
+
+ protected:
+  void DoDataExchange(CDataExchange* exchange) override { DDX_Text(exchange, IDC_DOUBLE, number); }
+  afx_msg void OnChange() { ++changes; }
+  DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(NumberDialog, CDialog)
+ON_EN_CHANGE(IDC_DOUBLE, &NumberDialog::OnChange)
+END_MESSAGE_MAP()
+
+class LeastPromiseWindows : public testing::Test {
+ protected:
+  LeastPromiseWindows() { EXPECT_TRUE(m_dialog.Create(IDD_VALUES)); }
+  CWnd* field() { return m_dialog.GetDlgItem(IDC_DOUBLE); }
+
+  const Promising m_promising{Promising::least};
+  NumberDialog m_dialog;
+};
+
+// The use of more than is promised: a pointer to a control that is kept while the program is idle.
+TEST_F(LeastPromiseWindows, TemporaryObjectIsGoneWhenTheProgramIsIdle) {
+  const CWnd* kept = field();
+  EXPECT_NE(kept->m_hWnd, nullptr);
+  pump();
+  EXPECT_EQ(kept->m_hWnd, nullptr);
+  EXPECT_NE(field()->m_hWnd, nullptr);  // asked for anew
+  const Promising more(Promising::more);
+  kept = field();
+  pump();
+  EXPECT_NE(kept->m_hWnd, nullptr);
+}
+
+TEST_F(LeastPromiseWindows, TemporaryObjectIsGoneBehindAModalDialog) {
+  const CWnd* const kept = field();
+  CMenu menu;
+  ASSERT_TRUE(menu.LoadMenu(IDR_MENU));
+  const CMenu* const tools = menu.GetSubMenu(1);
+  CDialog inner(UINT{IDD_PLAIN}, &m_dialog);
+  Robot robot;
+  robot.when("Plain", [](HWND window) { press(window, IDOK); });
+  EXPECT_EQ(inner.DoModal(), IDOK);
+  EXPECT_EQ(kept->m_hWnd, nullptr);
+  EXPECT_EQ(tools->m_hMenu, nullptr);
+  EXPECT_NE(m_dialog.m_hWnd, nullptr);
+}
+
+TEST_F(LeastPromiseWindows, ControlsReportWhatTheProgramWrites) {
+  const int before = m_dialog.changes;
+  m_dialog.UpdateData(FALSE);  // the text that is there already
+  EXPECT_EQ(m_dialog.changes, before + 1);
+}
+
+TEST_F(LeastPromiseWindows, WhatIsNoFiniteNumberIsRead) {
+  m_dialog.SetDlgItemText(IDC_DOUBLE, _T("nan"));
+  EXPECT_TRUE(m_dialog.UpdateData(TRUE));
+  EXPECT_TRUE(std::isnan(m_dialog.number));
+  m_dialog.SetDlgItemText(IDC_DOUBLE, _T("1e999"));
+  EXPECT_TRUE(m_dialog.UpdateData(TRUE));
+  EXPECT_TRUE(std::isinf(m_dialog.number));
+}
+
+TEST_F(LeastPromiseWindows, ModalDialogThatLosesItsWindowIsAborted) {
+  CDialog inner(UINT{IDD_PLAIN}, &m_dialog);
+  Robot robot;
+  robot.when("Plain", [&](HWND) { inner.DestroyWindow(); });
+  EXPECT_EQ(inner.DoModal(), IDABORT);
+}
+
+TEST_F(LeastPromiseWindows, NameOfAWindowClassLastsUntilTheNext) {
+  const LPCTSTR name = AfxRegisterWndClass(CS_DBLCLKS);
+  const CString kept = name;
+  AfxRegisterWndClass(CS_HREDRAW);
+  EXPECT_NE(kept, CString(name));
+}
+
+}  // namespace
