@@ -13,6 +13,9 @@ namespace {
 
 DWORD lastError = 0;
 
+// Only that an error occurred is promised, not which.
+constexpr DWORD someError = 0xFFFF;
+
 std::vector<CString> split(const CString& text, TCHAR separator) {
   std::vector<CString> parts;
   int start = 0;
@@ -158,7 +161,7 @@ INT_PTR CFileDialog::DoModal() {
     path = completed(path, m_ofn.lpstrDefExt);
   }
   if (!layOut(paths)) {
-    lastError = isLeastPromised() ? 0 : FNERR_BUFFERTOOSMALL;  // not every dialog tells
+    lastError = isLeastPromised() ? someError : FNERR_BUFFERTOOSMALL;
     spoilName();
     return IDCANCEL;
   }

@@ -6,6 +6,7 @@
 #include "tests/collection/FaceFixture.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/FreeLog.h"
+#include "tests/support/Thrown.h"
 
 namespace {
 
@@ -324,10 +325,7 @@ TEST(FaceCopy, ThatRunsOutOfMemoryLeavesTheOriginalWhole) {
   bool failed = true;
   for (int nth = 1; failed; ++nth) {
     const FailingNew failing(nth);
-    try {
-      const auto copy = std::make_unique<CDipoleFace>(*face);
-    } catch (const std::bad_alloc&) {
-    }
+    runsOutOfMemory([&] { const auto copy = std::make_unique<CDipoleFace>(*face); });
     failed = failing.failed();
   }
   EXPECT_EQ(idsOf(*face), (Ids{0, 1, 2}));

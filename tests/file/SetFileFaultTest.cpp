@@ -139,14 +139,7 @@ TEST(SetFileFault, MemoryThatGivesOutEndsTheDipolesWithAMessage) {
     CArchive archive(&file, CArchive::load);
     {
       const FailingNew failing(nth);
-      try {
-        result = set->serializeDipolesFace(archive);
-      } catch (const std::bad_alloc&) {
-        threw = true;
-      } catch (CMemoryException* exception) {
-        exception->Delete();
-        threw = true;
-      }
+      threw = runsOutOfMemory([&] { result = set->serializeDipolesFace(archive); });
       failed = failing.failed();
     }
     archive.Abort();

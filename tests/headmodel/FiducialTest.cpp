@@ -9,6 +9,7 @@
 #include "platform/Utf.h"
 #include "tests/headmodel/ArchiveRecord.h"
 #include "tests/support/FailingNew.h"
+#include "tests/support/Thrown.h"
 
 namespace {
 
@@ -360,11 +361,7 @@ TEST(Fiducial, ACopyThatRunsOutOfMemoryReleasesWhatItMade) {
   bool failed = true;
   while (failed) {
     FailingNew failing(failures + 1);
-    try {
-      const CFiducialzq copy(original);
-    } catch (const std::bad_alloc&) {
-      ++failures;
-    }
+    failures += runsOutOfMemory([&] { const CFiducialzq copy(original); }) ? 1 : 0;
     failed = failing.failed();
   }
   EXPECT_EQ(failures, 6);

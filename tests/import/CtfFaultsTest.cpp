@@ -4,6 +4,7 @@
 #include "tests/import/CtfImportTest.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/FailingOs.h"
+#include "tests/support/Thrown.h"
 
 namespace {
 
@@ -20,10 +21,7 @@ class CtfFaults : public CtfImport {
     return result;
   }
   std::string reportOf(int cause) const {
-    CFileException exception(cause, 12345, m_path);
-    TCHAR text[1024];
-    EXPECT_TRUE(exception.GetErrorMessage(text, 1024));
-    return toUtf8(text);
+    return ::reportOf(CFileException(cause, 12345, m_path));
   }
 
   CString m_path;

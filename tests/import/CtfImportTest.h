@@ -87,6 +87,30 @@ inline std::string openFailure(const CString& path, int cause) {
   return "Can't open file " + toUtf8(path) + ", error = " + std::to_string(cause) + "\n";
 }
 
+// Which cause CFile gives for a path that it cannot open: the framework leaves that of a folder open.
+inline int causeToOpen(const CString& path) {
+  CFile file;
+  CFileException why;
+  EXPECT_FALSE(file.Open(path, CFile::modeRead, &why));
+  return why.m_cause;
+}
+
+// The files of a folder whose names have this ending of four characters, without it, in the order of a search,
+// which the framework leaves open.
+inline Texts titlesFound(const TempFolder& folder, LPCTSTR ending) {
+  Texts titles;
+  CFileFind search;
+  BOOL more = search.FindFile(folder.path("*") + ending);
+  while (more) {
+    more = search.FindNextFile();
+    const CString name = search.GetFileName();
+    if (!search.IsDirectory() && name.Right(4).CompareNoCase(ending) == 0) {
+      titles.push_back(toUtf8(search.GetFileTitle()));
+    }
+  }
+  return titles;
+}
+
 class CtfImport : public testing::Test {
  protected:
   CtfImport() : set(std::make_unique<CtfImporter>()) { set->user = &user; }

@@ -3,6 +3,7 @@
 
 #include <afx.h>
 
+#include <new>
 #include <string>
 
 #include "platform/Utf.h"
@@ -43,8 +44,24 @@ bool throwsMemoryException(Call call) {
   return false;
 }
 
+// Whether memory runs out in `call`: the standard library throws one exception for it, the framework another.
+template <class Call>
+bool runsOutOfMemory(Call call) {
+  try {
+    return throwsMemoryException(call);
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
+}
+
 // The text that an exception has for its user, UTF-8.
 inline std::string messageOf(const CException& exception) {
   TCHAR text[2048];
   return exception.GetErrorMessage(text, 2048) ? toUtf8(text) : std::string();
+}
+
+// What its ReportError shows, UTF-8.
+inline std::string reportOf(const CException& exception) {
+  const std::string text = messageOf(exception);
+  return text.empty() ? "Something failed, for an unknown reason." : text;
 }

@@ -8,6 +8,7 @@
 
 #include "tests/import/CtfImportTest.h"
 #include "tests/support/CurrentFolder.h"
+#include "tests/support/Thrown.h"
 #include "tests/sweep/FaultSweep.h"
 #include "tests/sweep/SweptSets.h"
 
@@ -179,7 +180,7 @@ class ImportSweep : public testing::Test {
   }
 
   static std::string reportOf(int cause, const CString& path) {
-    return messageOf(CFileException(cause, 12345, path));
+    return ::reportOf(CFileException(cause, 12345, path));
   }
 
   // The framework's own box on a file fault: of a file of the import, or of one that was not opened.
@@ -313,7 +314,7 @@ TEST_F(ImportSweep, WholeMsiFolder) {
 TEST_F(ImportSweep, AFileFaultThatNoMemoryIsLeftToReport) {
   for (const char* name : {"a.dip", "a.txt"}) {
     CString path = folder.write(name, everySection("first"));
-    const std::string report = messageOf(CFileException(CFileException::hardIO, 12345, path));
+    const std::string report = reportOf(CFileException::hardIO, path);
     const FailurePoints points = sweep("read fault without memory", memoryFaults(), [&](Fault& fault) {
       const ScriptedOperator user;
       const Set set = sweptSet(present);
