@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -13,25 +14,20 @@ bool askedByEnvironment() {
   return value != nullptr && *value != 0;
 }
 
-bool& theSwitch() {
-  static bool least = askedByEnvironment();
-  return least;
-}
+bool isOn = askedByEnvironment();
 
 }  // namespace
 
 bool isLeastPromised() {
-  return theSwitch();
+  return isOn;
 }
 
 bool promiseLeast(bool least) {
-  const bool before = theSwitch();
-  theSwitch() = least;
-  return before;
+  return std::exchange(isOn, least);
 }
 
 void spoil(void* memory, std::size_t bytes) {
-  if (theSwitch() && bytes != 0) {
+  if (isOn && bytes != 0) {
     std::memset(memory, spoilt, bytes);
   }
 }

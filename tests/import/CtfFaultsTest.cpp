@@ -20,9 +20,7 @@ class CtfFaults : public CtfImport {
     EXPECT_TRUE(os.failed);
     return result;
   }
-  std::string reportOf(int cause) const {
-    return ::reportOf(CFileException(cause, 12345, m_path));
-  }
+  std::string reportOf(int cause) const { return ::reportOf(CFileException(cause, 12345, m_path)); }
 
   CString m_path;
 };

@@ -1,7 +1,5 @@
 // Where the least is promised the MFC names do no more than MFC's documentation says, line by line of what
 // docs/platform.md lists. What leans on more is found that way: see the last test.
-#include "platform/LeastPromise.h"
-
 #include <afxdlgs.h>
 
 #include <array>
@@ -9,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/LeastPromise.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/MemoryArchive.h"
 #include "tests/support/Promising.h"
@@ -152,7 +151,8 @@ TEST_F(LeastPromise, FolderAndFileInTheWayHaveNoCause) {
   EXPECT_FALSE(file.Open(folder.makeFolder("sub"), CFile::modeRead, &error));
   EXPECT_EQ(error.m_cause, CFileException::genericException);
   const CString one = folder.write("one", "1");
-  EXPECT_EQ(fileCause([&] { CFile::Rename(one, folder.write("two", "2")); }), CFileException::genericException);
+  EXPECT_EQ(fileCause([&] { CFile::Rename(one, folder.write("two", "2")); }),
+            CFileException::genericException);
   EXPECT_EQ(folder.read("two"), "2");
 }
 

@@ -314,7 +314,7 @@ TEST_F(ImportSweep, WholeMsiFolder) {
 TEST_F(ImportSweep, AFileFaultThatNoMemoryIsLeftToReport) {
   for (const char* name : {"a.dip", "a.txt"}) {
     CString path = folder.write(name, everySection("first"));
-    const std::string report = reportOf(CFileException::hardIO, path);
+    const std::string report = ::reportOf(CFileException(CFileException::hardIO, 12345, path));
     const FailurePoints points = sweep("read fault without memory", memoryFaults(), [&](Fault& fault) {
       const ScriptedOperator user;
       const Set set = sweptSet(present);

@@ -1,11 +1,10 @@
 // Where the least is promised, windows do no more than MFC's documentation says.
-#include "platform/LeastPromise.h"
-
 #include <afxwin.h>
 
 #include <cmath>
 #include <gtest/gtest.h>
 
+#include "platform/LeastPromise.h"
 #include "tests/platform/windows/Robot.h"
 #include "tests/platform/windows/ids.h"
 #include "tests/support/Promising.h"
