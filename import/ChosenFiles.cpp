@@ -13,6 +13,10 @@ ChosenFiles letChoose(CFileDialog& dialog, DWORD room) {
     chosen.isLost = CommDlgExtendedError() != 0;
     return chosen;
   }
+  if ((dialog.m_ofn.Flags & OFN_ALLOWMULTISELECT) == 0) {  // no list then
+    chosen.paths.push_back(dialog.GetPathName());
+    return chosen;
+  }
   for (POSITION position = dialog.GetStartPosition(); position != nullptr;) {
     chosen.paths.push_back(dialog.GetNextPathName(position));
   }

@@ -59,7 +59,7 @@ CDlgDipoleEditor::~CDlgDipoleEditor() {
 }
 
 void CDlgDipoleEditor::DoDataExchange(CDataExchange* exchange) {
-  const Writing writing(*this, !exchange->m_bSaveAndValidate);
+  const Writing writing(*this, exchange->m_bSaveAndValidate == FALSE);
   CDialog::DoDataExchange(exchange);
   m_texts.exchange(exchange, IDC_EDITOR_SIZE, m_size);
   m_texts.exchange(exchange, IDC_EDITOR_LOCATION_X, m_locationX);
