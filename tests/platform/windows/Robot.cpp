@@ -124,5 +124,5 @@ void pump() {
       ::DispatchMessageW(&message);
     }
   }
-  AfxGetApp()->OnIdle(0);
+  AfxGetApp()->CWinApp::OnIdle(0);  // the framework's part of it
 }
