@@ -27,8 +27,8 @@ int ownSize(int asked) {
 // the file holds. The file is not asked how much that is, for not every file can tell.
 constexpr ULONGLONG piece = 32768;
 
-// How many units a text may claim where the least is promised: memory for all of them is taken at once then, and
-// is not there for more.
+// How many units a text may claim where the least is promised: memory for all of them is taken at once then,
+// and is not there for more.
 constexpr ULONGLONG takenAtOnce = 1U << 24U;
 
 // The marks in front of a text's length.

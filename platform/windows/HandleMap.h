@@ -42,8 +42,8 @@ class HandleMap {
   void add(Handle handle, Object* object) { m_permanent[handle] = object; }
   void remove(Handle handle) { m_permanent.erase(handle); }
 
-  // Ends the temporary objects. They lose their handles at once, and their memory is not used again: whoever has
-  // kept a pointer to one finds an object without a handle, every time.
+  // Ends the temporary objects. They lose their handles at once, and their memory is not used again: whoever
+  // has kept a pointer to one finds an object without a handle, every time.
   void drop() {
     for (auto& entry : m_temporary) {
       entry.second->loseHandle();

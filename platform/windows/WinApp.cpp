@@ -34,7 +34,8 @@ class Key {
   HKEY m_key = nullptr;
 };
 
-// The messages after which the least is no idle time: the caret's and those of a mouse that stays where it is.
+// The messages after which the least is no idle time: the caret's and those of a mouse that stays where it
+// is.
 bool isRedundant(const MSG& message) {
   static POINT mouse = {};
   if (!isLeastPromised()) {

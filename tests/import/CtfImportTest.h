@@ -95,8 +95,8 @@ inline int causeToOpen(const CString& path) {
   return why.m_cause;
 }
 
-// The files of a folder whose names have this ending of four characters, without it, in the order of a search,
-// which the framework leaves open.
+// The files of a folder whose names have this ending of four characters, without it, in the order of a
+// search, which the framework leaves open.
 inline Texts titlesFound(const TempFolder& folder, LPCTSTR ending) {
   Texts titles;
   CFileFind search;
