@@ -21,8 +21,8 @@ class DisabledEditors {
     m_windows.reserve(editors.size());
     for (const CDlgDipoleEditor* const editor : editors) {
       const HWND window = editor->GetSafeHwnd();
-      if (::EnableWindow(window, FALSE) ==
-          FALSE) {  // else it rests for another reason, which may last longer
+      const bool restedBefore = ::EnableWindow(window, FALSE) != FALSE;
+      if (!restedBefore) {  // else for another reason, which may last longer
         m_windows.push_back(window);
       }
     }

@@ -145,4 +145,21 @@ TEST(ManagerFocus, IsNotLeftToWhatAListDoesByItself) {
   EXPECT_EQ(::SendMessageW(host.list(), LVM_GETSELECTIONMARK, 0, 0), 120);
 }
 
+// As of a list that shows its top again when it was emptied.
+TEST(ManagerFocus, KeepsThePlaceOfAListThatForgetsIt) {
+  Host host(200);
+  host.openManager();
+  host.click(100);
+  scrollTo(host, 103);
+  const LRESULT top = ::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0);
+  const KeptMessages none(host.list(), [&](UINT message, WPARAM wParam, LPARAM) {
+    if (message == WM_SETREDRAW && wParam != FALSE) {
+      scrollTo(host, 0);
+    }
+    return false;
+  });
+  host.face->updateDipoleList();
+  EXPECT_EQ(::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0), top);
+}
+
 }  // namespace
