@@ -1,6 +1,11 @@
 // readANSI gives the lines of 8-bit text; the parser sees the very same lines.
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <memory>
+#include <new>
 
+#include "import/AnsiLineReader.h"
 #include "tests/import/CtfImportTest.h"
 
 namespace {
@@ -63,6 +68,19 @@ TEST_F(ReadAnsi, ALineOf2048BytesIsOneLineAndItsEndIsSkipped) {
 
 TEST_F(ReadAnsi, ALineOf2049BytesComesInTwoPieces) {
   EXPECT_EQ(lines(std::string(2048, 'x') + "y\nnext\n"), (Texts{std::string(2048, 'x'), "y", "next", ""}));
+}
+
+TEST_F(ReadAnsi, APieceOfALongerLineEndsWithItsBytesWhateverStoodInTheReadersMemory) {
+  CFile file(folder.write("long", std::string(2048, 'x') + "y\n"), CFile::modeRead);
+  CArchive archive(&file, CArchive::load, 4096);
+  alignas(AnsiLineReader) char memory[sizeof(AnsiLineReader)];
+  std::fill(std::begin(memory), std::end(memory), '}');
+  auto* reader = new (memory) AnsiLineReader(archive);
+  AnsiLine line;
+  EXPECT_TRUE(reader->next(line));
+  EXPECT_EQ(line.end() - line.begin(), 2048);
+  EXPECT_FALSE(line.contains("}"));
+  std::destroy_at(reader);
 }
 
 TEST_F(ReadAnsi, A2048thByteIsALineEvenAtTheEndOfTheFile) {
