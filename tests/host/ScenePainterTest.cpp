@@ -271,7 +271,7 @@ TEST(ScenePainter, AFullSetOfTheWorstValuesIsDrawnInEveryView) {
     dipole.m_orientationLength = value();
   }
   const DipoleScene scene = host::sceneOf(*dipoles);
-  EXPECT_EQ(scene.nowhere + static_cast<int>(scene.dipoles.size()), DipoleTable::capacity);
+  EXPECT_EQ(scene.nowhere + static_cast<int>(scene.dipoles.size()), int{DipoleTable::capacity});
   EXPECT_GT(scene.dipoles.size(), 1000U);
   for (const double scale : {0.05, 2.0, 20.0})
     for (const host::Standpoint standpoint : host::allStandpoints) {
