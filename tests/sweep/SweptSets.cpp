@@ -91,7 +91,7 @@ testing::AssertionResult isBetween(const Lines& now, const Lines& before, const 
 void expectUsable(CDipoleFace9File& set) {
   const ScriptedOperator user;
   ASSERT_GE(set.m_totalDipoles, 0);
-  ASSERT_LE(set.m_totalDipoles, DipoleTable::capacity);
+  ASSERT_LE(set.m_totalDipoles, int{DipoleTable::capacity});
   int kept = 0;
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     kept += set.m_dipoles[slot] != nullptr ? 1 : 0;
