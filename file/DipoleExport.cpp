@@ -54,33 +54,24 @@ CString chooseExportFile() {
   return path;
 }
 
-void writeTable(const CDipoleFace& face, const CString& path) {
-  CFile file(path, CFile::modeCreate | CFile::modeWrite);
-  CArchive archive(&file, CArchive::store, 4096);
-  try {
-    archive.WriteString(_T("The following data were exported from Veyrant for Microsoft Excel\n"));
-    archive.WriteString(
-        _T("ID\t Latency\t Xp  Yp  Zp\t\tXo  Yo  Zo\t\tFitError  Moment  Lable \n"));  // spelled on purpose
-    for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
-      if (face.m_dipoles[slot] != nullptr) {
-        archive.WriteString(exportLine(*face.m_dipoles[slot]));
-      }
+void writeTable(const CDipoleFace& face, CArchive& archive) {
+  archive.WriteString(_T("The following data were exported from Veyrant for Microsoft Excel\n"));
+  archive.WriteString(
+      _T("ID\t Latency\t Xp  Yp  Zp\t\tXo  Yo  Zo\t\tFitError  Moment  Lable \n"));  // spelled on purpose
+  for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
+    if (face.m_dipoles[slot] != nullptr) {
+      archive.WriteString(exportLine(*face.m_dipoles[slot]));
     }
-    archive.Close();
-  } catch (...) {
-    archive.Abort();
-    throw;
   }
-  file.Close();
 }
 
-bool exportTable(const CDipoleFace& face) {
+bool exportToChosenFile(CDipoleFace9File& face) {
   const CString path = chooseExportFile();
   if (path.IsEmpty()) {
     return false;
   }
   try {
-    writeTable(face, path);
+    face.exportExelFileX(path);
     return true;
   } catch (CFileException* exception) {
     exception->Delete();
@@ -93,10 +84,24 @@ bool exportTable(const CDipoleFace& face) {
 
 int CDipoleFace9File::exportExelFile() {
   bool exported = false;
-  if (!isWithinMemory([&] { exported = exportTable(*this); })) {
+  if (!isWithinMemory([&] { exported = exportToChosenFile(*this); })) {
     AfxMessageBox(_T("Not enough memory"));
   }
   return exported ? 1 : 0;
+}
+
+int CDipoleFace9File::exportExelFileX(const CString& path) {
+  CFile file(path, CFile::modeCreate | CFile::modeWrite);
+  CArchive archive(&file, CArchive::store, 4096);
+  try {
+    writeTable(*this, archive);
+    archive.Close();
+  } catch (...) {
+    archive.Abort();
+    throw;
+  }
+  file.Close();
+  return 1;
 }
 
 int CDipoleFace9File::importDipoleX(CString& path, bool offerWholeFolder) {

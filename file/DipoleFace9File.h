@@ -37,6 +37,11 @@ class AFX_EXT_CLASS CDipoleFace9File : public CDipoleFace8Import02_4DMSI {
   // the file cannot be written.
   int exportExelFile();
 
+  // Writes the same to a file of exactly this name, in place of what is there; asks and says nothing. Returns
+  // 1. A file that cannot be written raises CFileException*, memory that runs out std::bad_alloc or
+  // CMemoryException*; what was written so far stays.
+  int exportExelFileX(const CString& path);
+
   // Hands a path to the importer of its ending: ".dip" or ".DIP", ".txt" or ".TXT", exactly. Returns the
   // importer's result, or 0 for any other ending.
   int importDipoleX(CString& path, bool offerWholeFolder);

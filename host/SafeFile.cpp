@@ -17,14 +17,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string randomName(const char* ending) {
+std::string randomName() {
   constexpr std::array<char, 17> digits{"0123456789abcdef"};
   constexpr int length = 16;
   std::random_device random;
   std::string name = "dipole-";
   for (int i = 0; i < length; ++i)
     name += digits.at(random() % 16U);
-  return name + ending;
+  return name + ".tmp";
 }
 
 // The file that a name stands for: behind a link, also one to a file that is not there yet.
@@ -40,10 +40,9 @@ fs::path behindLinks(const fs::path& path) {
 // A new file beside the target, until it takes its place.
 class NewFile {
  public:
-  NewFile(const CString& name, const char* ending)
-      : m_name(name), m_target(behindLinks(fs::absolute(pathOf(name)))) {
+  explicit NewFile(const CString& name) : m_name(name), m_target(behindLinks(fs::absolute(pathOf(name)))) {
     refuseWhatMustStay();
-    m_path = m_target.parent_path() / randomName(ending);
+    m_path = m_target.parent_path() / randomName();
   }
   ~NewFile() {
     std::error_code error;
@@ -94,10 +93,12 @@ void flush(const CString& path) {
   file.Close();
 }
 
-void writeBeside(const CString& path, const char* ending, const std::function<void(const CString&)>& write) {
+}  // namespace
+
+void writeSafelyByName(const CString& path, const std::function<void(const CString&)>& write) {
   withFile("write", path, [&] {
     try {
-      NewFile file(path, ending);
+      NewFile file(path);
       write(file.path());
       flush(file.path());
       file.takePlace();
@@ -107,14 +108,8 @@ void writeBeside(const CString& path, const char* ending, const std::function<vo
   });
 }
 
-}  // namespace
-
-void writeSafelyByName(const CString& path, const std::function<void(const CString&)>& write) {
-  writeBeside(path, ".txt", write);
-}
-
 void writeSafely(const CString& path, const std::function<void(CFile&)>& write) {
-  writeBeside(path, ".tmp", [&](const CString& name) {
+  writeSafelyByName(path, [&](const CString& name) {
     CFile file(name, CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive);
     write(file);
     file.Close();

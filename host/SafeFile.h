@@ -18,8 +18,7 @@ namespace host {
 // likewise; its std::runtime_error passes.
 void writeSafely(const CString& path, const std::function<void(CFile&)>& write);
 
-// The same for those who write a file of a name themselves. They must have closed it. The new file's name
-// ends in ".txt": the module's text export hangs that onto every other name.
+// The same for those who write a file of a name themselves. They must have closed it.
 void writeSafelyByName(const CString& path, const std::function<void(const CString&)>& write);
 
 }  // namespace host

@@ -17,7 +17,7 @@
 namespace tool {
 namespace {
 
-constexpr std::string_view suffix = ".txt";
+constexpr std::string_view suffix = ".tmp";
 constexpr std::array endingSignals = {SIGINT, SIGTERM, SIGHUP};
 
 // What a signal has to remove. Plain memory, as a handler may touch no more; changed only while the signals

@@ -23,8 +23,7 @@ class ReplacingFile {
   ReplacingFile(const ReplacingFile&) = delete;
   ReplacingFile& operator=(const ReplacingFile&) = delete;
 
-  // The name until takePlace, for those who write the file themselves. It ends in ".txt", because the text
-  // export of the module hangs that onto every other name.
+  // The name until takePlace, for those who write the file themselves.
   const std::string& path() const { return m_path; }
 
   void write(std::string_view bytes) const;

@@ -17,22 +17,13 @@ namespace {
   throw std::runtime_error("cannot write " + target + ": " + cause);
 }
 
-// Opens the archive, lets `store` fill it, and turns the module's way to fail into the program's.
-template <typename Store>
-void writeArchive(const std::string& target, Store store) {
+// Lets `write` write the file of a name, which then takes the target's place, and turns the module's way to
+// fail into the program's.
+template <typename Write>
+void replace(const std::string& target, Write write) {
   ReplacingFile replacing(target);
-  TerminalOperator op({}, Answers::no);
-  const OperatorInCharge inCharge(op);
   try {
-    CFile file(fromUtf8(replacing.path()), CFile::modeCreate | CFile::modeWrite);
-    CArchive archive(&file, CArchive::store);
-    const int result = store(archive);
-    if (result == 0 || !op.messages().empty()) {
-      archive.Abort();
-      fail(target, "the module could not write the set");
-    }
-    archive.Close();
-    file.Close();
+    write(fromUtf8(replacing.path()));
   } catch (CException* exception) {
     const std::string cause = host::causeOf(*exception);
     exception->Delete();
@@ -41,14 +32,22 @@ void writeArchive(const std::string& target, Store store) {
   replacing.takePlace();
 }
 
-void writeSpreadsheetText(CDipoleFace9File& set, const std::string& target) {
-  ReplacingFile replacing(target);
-  TerminalOperator op({fromUtf8(replacing.path())}, Answers::yes);
+// Opens the archive and lets `store` fill it.
+template <typename Store>
+void writeArchive(const std::string& target, Store store) {
+  TerminalOperator op({}, Answers::no);
   const OperatorInCharge inCharge(op);
-  if (set.exportExelFile() == 0) {
-    fail(target, "the module could not write the text");
-  }
-  replacing.takePlace();
+  replace(target, [&](const CString& path) {
+    CFile file(path, CFile::modeCreate | CFile::modeWrite);
+    CArchive archive(&file, CArchive::store);
+    const int result = store(archive);
+    if (result == 0 || !op.messages().empty()) {
+      archive.Abort();
+      fail(target, "the module could not write the set");
+    }
+    archive.Close();
+    file.Close();
+  });
 }
 
 }  // namespace
@@ -78,7 +77,7 @@ void writeSet(ImportSession& session, const std::vector<std::string>& files, con
     case OutputFormat::dipset:
       return writeArchive(output.target(), [&](CArchive& to) { return set.serializeDipolesFace(to); });
     case OutputFormat::text:
-      return writeSpreadsheetText(set, output.target());
+      return replace(output.target(), [&](const CString& path) { set.exportExelFileX(path); });
     case OutputFormat::csv:
       return writeText(host::dipoleTable(set, session.isMomentInNAm(), ','), output.target());
     case OutputFormat::tsv:

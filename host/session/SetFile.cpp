@@ -7,7 +7,6 @@
 #include "host/DipoleColumns.h"
 #include "host/Failure.h"
 #include "host/SafeFile.h"
-#include "platform/Operator.h"
 
 namespace host {
 
@@ -51,24 +50,6 @@ void writeArchive(CFile& file, Write write) {
   }
 }
 
-// Answers the module's question for a name, and takes note of what it says.
-class ExportOperator : public Operator {
- public:
-  explicit ExportOperator(const CString& path) : m_path(path), m_previous(installOperator(this)) {}
-  ~ExportOperator() override { installOperator(m_previous); }
-
-  int answerMessage(LPCTSTR /*text*/, UINT type) override { return carefulAnswer(type); }
-  bool chooseFiles(const FileQuestion& /*question*/, std::vector<CString>& paths) override {
-    paths = {m_path};
-    return true;
-  }
-  bool chooseColor(COLORREF /*initial*/, COLORREF& /*chosen*/) override { return false; }
-
- private:
-  CString m_path;
-  Operator* m_previous;
-};
-
 }  // namespace
 
 std::unique_ptr<CDipoleFace9File> readSet(const CString& path) {
@@ -95,11 +76,7 @@ void writeSet(CDipoleFace9File& set, const CString& path) {
 }
 
 void writeSpreadsheetText(CDipoleFace9File& set, const CString& path) {
-  writeSafelyByName(path, [&](const CString& name) {
-    const ExportOperator inCharge(name);
-    if (set.exportExelFile() == 0)
-      throwFileFailure("write", path, "the text could not be stored");
-  });
+  writeSafelyByName(path, [&](const CString& name) { set.exportExelFileX(name); });
 }
 
 void writeCsv(const CDipoleFace& set, const CString& path) {

@@ -8,6 +8,7 @@
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/FailingOs.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/Thrown.h"
 
 namespace {
 
@@ -219,6 +220,34 @@ TEST_F(DipoleExport, AFullDiskIsReportedAndWhatWasWrittenStays) {
   const std::string start = folder.read("out.txt");
   EXPECT_GT(start.size(), 0U);
   EXPECT_EQ(start, exported("whole.txt").substr(0, start.size()));
+}
+
+TEST_F(DipoleExport, ToANamedFileWritesTheSameTableUnderExactlyThisName) {
+  add();
+  add().m_label = _T("second");
+  set->deleteDipole(0, 0);
+  const std::string table = exported();
+  folder.write("out.csv", std::string(10000, 'x'));
+  for (const char* name : {"table", "table.TXT", "out.csv"}) {
+    EXPECT_EQ(set->exportExelFileX(folder.path(name)), 1);
+    EXPECT_EQ(folder.read(name), table) << name;
+  }
+  EXPECT_EQ(folder.names(), (Texts{"out.csv", "out.txt", "table", "table.TXT"}));
+  EXPECT_EQ(user.fileQuestions.size(), 1U);  // that of exported()
+  EXPECT_EQ(user.texts(), Texts{});
+}
+
+TEST_F(DipoleExport, ToANamedFileThatCannotBeWrittenRaisesTheFaultAndSaysNothing) {
+  add();
+  const CString missing = folder.path("missing") + CString(_T("/out.txt"));
+  EXPECT_EQ(fileCause([&] { set->exportExelFileX(missing); }), CFileException::badPath);
+  EXPECT_GT(fileCause([&] { set->exportExelFileX(CString()); }), CFileException::none);
+  {
+    const FailingOs os(FailingOs::Call::write, 1, CFileException::diskFull);
+    EXPECT_EQ(fileCause([&] { set->exportExelFileX(folder.path("out.txt")); }), CFileException::diskFull);
+  }
+  EXPECT_EQ(user.texts(), Texts{});
+  EXPECT_EQ(set->m_totalDipoles, 1);
 }
 
 TEST_F(ImportDispatch, TheEndingChoosesTheImporter) {

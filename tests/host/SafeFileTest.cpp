@@ -133,10 +133,10 @@ TEST(SafeFile, PassesTheTextOfItsWriter) {
   EXPECT_EQ(folder.names(), Names{"a.set"});
 }
 
-TEST(SafeFile, GivesWritersOfNamesATextFileBesideTheTarget) {
+TEST(SafeFile, GivesWritersOfNamesAFileBesideTheTarget) {
   const TempFolder folder;
   host::writeSafelyByName(folder.path("a.set"), [&](const CString& name) {
-    EXPECT_EQ(name.Right(4), CString(_T(".txt")));
+    EXPECT_EQ(name.Right(4), CString(_T(".tmp")));  // which no import of a folder takes
     EXPECT_EQ(host::pathOf(name).parent_path(), host::pathOf(folder.path()));
     CFile file(name, CFile::modeCreate | CFile::modeWrite);
     file.Write("by name", 7);

@@ -11,6 +11,7 @@
 #include "host/session/Session.h"
 #include "tests/host/Failing.h"
 #include "tests/host/WholeSet.h"
+#include "tests/support/FailingOs.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -278,4 +279,21 @@ TEST(SessionFiles, FailedExportsLeaveTheTarget) {
   EXPECT_EQ(failureOf([&] { viewer.session.exportCsv(folder); }), failure);
   EXPECT_EQ(failureOf([&] { viewer.session.exportText(folder); }), failure);
   EXPECT_EQ(viewer.folder.names(), Texts{"folder"});
+}
+
+TEST(SessionFiles, ExportToAFullDiskTellsTheCauseOnceAndLeavesTheTarget) {
+  Viewer viewer(3);
+  const ScriptedOperator user;
+  const CString target = viewer.folder.write("a.txt", "old");
+  std::string told;
+  {
+    const FailingOs os(FailingOs::Call::write, 1, CFileException::diskFull);
+    told = failureOf([&] { viewer.session.exportText(target); });
+  }
+  const std::string start = "cannot write " + host::utf8Of(target) + ": ";
+  EXPECT_EQ(told.substr(0, start.size()), start);
+  EXPECT_GT(told.size(), start.size());
+  EXPECT_EQ(user.texts(), Texts{});
+  EXPECT_EQ(viewer.folder.read("a.txt"), "old");
+  EXPECT_EQ(viewer.folder.names(), Texts{"a.txt"});
 }
