@@ -18,7 +18,7 @@ take_pictures() {
   on_screen build/wine-screens.reg 120 "$program" "$(wine_path "$folder/")" "$(wine_path "$PWD/examples/")"
   python3 -B tests/ui/screens/pictures.py "$folder" \
     manager manager-empty manager-selection manager-small manager-wide manager-without-focus \
-    editor editor-empty editor-longest coordinates coordinates-longest name name-longest \
+    editor editor-beside editor-empty editor-focus editor-longest coordinates coordinates-longest name name-longest \
     menu-context menu-file menu-tools \
     message-clean-error message-imported message-location message-moving message-no-space \
     message-none-available message-not-opened message-number message-overwrite message-range \

@@ -1,4 +1,4 @@
-// A button that shows a colour on its whole face.
+// A button that shows a colour on its whole face, and on that the mark of the focus.
 #pragma once
 
 #include <afxwin.h>
@@ -15,6 +15,7 @@ class ColorButton : public CButton {
 
  private:
   void paint();
+  bool showsFocus() const;
 
   bool m_hasColor = false;
   COLORREF m_color = 0;

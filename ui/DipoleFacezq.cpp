@@ -95,7 +95,12 @@ CDialog* CDipoleFacezq::showDipoleList(CWnd* host, int (*cbf)(double, double, do
 }
 
 int CDipoleFacezq::dipoleEdit(CWnd* host) {
-  tellWithoutMemory([&] { show(provide(m_dlgDipoleEditor, IDD_DIPOLE_EDITOR), this, host); });
+  tellWithoutMemory([&] {
+    CDlgDipoleEditor& editor = provide(m_dlgDipoleEditor, IDD_DIPOLE_EDITOR);
+    editor.placeBeside(m_dlgDipoleList ? m_dlgDipoleList->GetSafeHwnd() : nullptr,
+                       host != nullptr ? host->GetSafeHwnd() : nullptr);
+    show(editor, this, host);
+  });
   return 1;
 }
 
@@ -118,6 +123,21 @@ int CDipoleFacezq::setCbfDipoleXYZ(int (*cbf)(double, double, double, double)) {
 
 int CDipoleFacezq::setCbfUpdateViewers(int (*cbf)(bool)) {
   m_cbfUpdateViewers = cbf;
+  return 1;
+}
+
+int CDipoleFacezq::chooseDipole(int index) {
+  const int slot = index == -1 ? m_currentDipole : index;
+  if (slot < 0 || getDipole(slot) == nullptr) {
+    return 0;
+  }
+  setCurrentDipole(slot);
+  tellWithoutMemory([&] {
+    updateDipoleEditor();
+    if (isOpen(m_dlgDipoleList.get())) {
+      m_dlgDipoleList->m_listDipoles.showCurrentDipole();
+    }
+  });
   return 1;
 }
 

@@ -50,8 +50,16 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
   // showDipoleList if it has none.
   int setCbfUpdateViewers(int (*cbf)(bool));
 
-  // Bring visible windows up to date with the collection. A host that makes another dipole the current one,
-  // or changes it, calls updateDipoleEditor; what a user has typed stays while the same dipole is current.
+  // Makes a dipole the current one, for a host whose user has picked it elsewhere, and shows it in the
+  // windows that are open: in the manager's list its row alone is selected and in sight, the editors show
+  // it. No callback is called, no window of the host repainted, and no dipole shown or hidden, also while
+  // the manager shows the current one only. -1: the current one as it is. Returns 0, and changes nothing,
+  // when there is no such dipole.
+  int chooseDipole(int index);
+
+  // Bring visible windows up to date with the collection. A host that changes the current dipole, or makes
+  // another one current without chooseDipole, calls updateDipoleEditor; what a user has typed stays while the
+  // same dipole is current.
   int updateDipoleList() override;  // the manager's list, and the editors
   int updateDipoleEditor();         // the manager's too
   int updateDipoleSettings();       // 0 when the coordinate dialog was never made

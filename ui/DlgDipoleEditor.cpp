@@ -2,6 +2,7 @@
 
 #include "ui/DipoleFacezq.h"
 #include "ui/ListDipoleszq.h"
+#include "ui/OpenBeside.h"
 #include "ui/WindowTools.h"
 #include "ui/resource.h"
 
@@ -78,6 +79,7 @@ void CDlgDipoleEditor::DoDataExchange(CDataExchange* exchange) {
 
 BOOL CDlgDipoleEditor::OnInitDialog() {
   CDialog::OnInitDialog();
+  m_isPlaced = false;
   refresh();
   return TRUE;
 }
@@ -94,8 +96,13 @@ int CDlgDipoleEditor::refresh() {
     m_colorButton.show(m_shown->m_color);
   }
   UpdateData(FALSE);
-  m_texts.remember(*this);
+  remember();
   return 1;
+}
+
+void CDlgDipoleEditor::remember() {
+  m_texts.remember(*this);
+  m_shownCheck = static_cast<int>(IsDlgButtonChecked(IDC_EDITOR_SHOW_ORIENTATION));
 }
 
 void CDlgDipoleEditor::follow() {
@@ -113,6 +120,13 @@ void CDlgDipoleEditor::leaveCollection() {
   m_pDipoleFace = nullptr;
   m_pHostWnd = HostView();
   ShowWindow(SW_HIDE);
+}
+
+void CDlgDipoleEditor::placeBeside(HWND manager, HWND host) {
+  if (!isOpen(this)) {
+    moveBeside(*this, {manager, host}, m_isPlaced ? Move::whenNeeded : Move::always);
+    m_isPlaced = true;
+  }
 }
 
 void CDlgDipoleEditor::fillFrom(const CDipoleszq& dipole) {
@@ -138,7 +152,9 @@ void CDlgDipoleEditor::storeInto(CDipoleszq& dipole) const {
   m_texts.store(*this, IDC_EDITOR_ORIENTATION_Y, m_orientationY, dipole.m_orientation[1]);
   m_texts.store(*this, IDC_EDITOR_ORIENTATION_Z, m_orientationZ, dipole.m_orientation[2]);
   m_texts.store(*this, IDC_EDITOR_LABEL, m_label, dipole.m_label);
-  dipole.m_showOrientation = m_showOrientation;
+  if (m_showOrientation != m_shownCheck) {
+    dipole.m_showOrientation = m_showOrientation;
+  }
 }
 
 CDlgDipoleEditor::Applied CDlgDipoleEditor::apply() {
@@ -148,12 +164,12 @@ CDlgDipoleEditor::Applied CDlgDipoleEditor::apply() {
   if (!UpdateData(TRUE)) {
     return Applied::refused;
   }
-  m_pDipoleFace->m_showDipoleOrientationAll = m_showOrientation;
+  m_pDipoleFace->m_showDipoleOrientationAll = m_showOrientation;  // deliberately also an unchanged one
   m_texts.store(*this, IDC_EDITOR_MERGE_RADIUS, m_mergeRadius, m_pDipoleFace->m_mergeRadius);
   if (CDipoleszq* dipole = m_pDipoleFace->getCurrentDipole()) {
     storeInto(*dipole);
   }
-  m_texts.remember(*this);
+  remember();
   const Lifetime::Watch watch = m_lifetime.watch();
   if (isOpen(m_pList)) {
     m_pList->refill();

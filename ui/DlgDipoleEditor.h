@@ -32,6 +32,10 @@ class CDlgDipoleEditor : public CDialog {
 
   void leaveCollection();  // hides
 
+  // Before it is shown: beside these windows, as far as they are there and on the screen, and never over the
+  // first of them while there is room. Where the user has put it since, it stays unless it covers that one.
+  void placeBeside(HWND manager, HWND host);
+
   double m_size = 0.0;
   double m_locationX = 0.0;
   double m_locationY = 0.0;
@@ -71,11 +75,14 @@ class CDlgDipoleEditor : public CDialog {
   Applied apply();
   void storeInto(CDipoleszq& dipole) const;
   void fillFrom(const CDipoleszq& dipole);
+  void remember();
   template <typename Change>
   void changeSet(Change change);
   void step(CDipoleszq* (CDipoleFace::*direction)());
 
   const CDipoleszq* m_shown = nullptr;  // compared only: it may be gone
+  int m_shownCheck = 0;                 // what the check box said then
+  bool m_isPlaced = false;
   bool m_isWriting = false;
   EditTexts m_texts;
   Lifetime m_lifetime;

@@ -99,8 +99,16 @@ void CDlgDipoleManagerzq::initialize() {
   m_listDipoles.ModifyStyle(LVS_SMALLICON, LVS_REPORT | LVS_ALIGNLEFT);
   m_listDipoles.SetExtendedStyle(LVS_EX_TRACKSELECT | LVS_EX_FULLROWSELECT | LVS_EX_TWOCLICKACTIVATE);
   m_listDipoles.initialize();
+  showIcon();
   SetWindowText(m_title);
   UpdateData(FALSE);
+}
+
+void CDlgDipoleManagerzq::showIcon() {
+  m_bigIcon.load(IDI_DIPOLE_SHOWN, ::GetSystemMetrics(SM_CXICON));
+  m_smallIcon.load(IDI_DIPOLE_SHOWN, ::GetSystemMetrics(SM_CXSMICON));
+  SetIcon(m_bigIcon.get(), TRUE);
+  SetIcon(m_smallIcon.get(), FALSE);
 }
 
 void CDlgDipoleManagerzq::PostNcDestroy() {
@@ -357,6 +365,7 @@ void CDlgDipoleManagerzq::edit() {
     return;
   }
   bindEditor();
+  m_pDlgEditor->placeBeside(GetSafeHwnd(), m_pHostWnd.window());
   m_pDlgEditor->ShowWindow(SW_SHOWNORMAL);
   m_pDlgEditor->refresh();
 }

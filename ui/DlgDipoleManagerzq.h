@@ -14,6 +14,7 @@
 #include "ui/HostView.h"
 #include "ui/Lifetime.h"
 #include "ui/ListDipoleszq.h"
+#include "ui/OwnedIcon.h"
 
 class CDipoleFacezq;
 
@@ -85,6 +86,7 @@ class CDlgDipoleManagerzq : public CDialog {
   void changeChosen(const ChosenDipoles& chosen, Change command);
   void notify() const;
   void initialize();
+  void showIcon();
   void bindParts();
   void bindEditor();
   void chooseRow(int row, bool isChosen);
@@ -95,6 +97,8 @@ class CDlgDipoleManagerzq : public CDialog {
   int dipoleOfRow(int row) const;
   CPoint menuPoint(CPoint point) const;
 
+  OwnedIcon m_bigIcon;
+  OwnedIcon m_smallIcon;
   std::array<COLORREF, 16> m_customColors;  // the colour dialog's, for as long as the manager lives
   Lifetime m_lifetime;
 };

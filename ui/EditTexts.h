@@ -1,6 +1,6 @@
 // Which fields of a dialog the user has changed.
 //
-// A number is shown with fewer digits than it has, so a field that the user left alone must not be read
+// A number may be shown with fewer digits than it has, so a field that the user left alone must not be read
 // back: the number would change. The texts are remembered when the dialog has shown its numbers, and
 // compared when it reads them.
 #pragma once
@@ -9,6 +9,8 @@
 
 #include <map>
 #include <variant>
+
+#include "ui/NumberText.h"
 
 class EditTexts {
  public:
@@ -19,16 +21,20 @@ class EditTexts {
   bool isChanged(const CWnd& dialog, int field) const;
   bool isAnyChanged(const CWnd& dialog) const;
 
-  // DDX_Text, but that reading an unchanged field gives the value it was remembered with, whatever it shows.
+  // DDX_Text, but that numbers are shown as numberText writes them, and that reading an unchanged field gives
+  // the value it was remembered with, whatever it shows.
   template <typename Value>
   void exchange(CDataExchange* direction, int field, Value& value) {
     Field& known = m_fields[field];
     if (direction->m_bSaveAndValidate != FALSE && !isChanged(*direction->m_pDlgWnd, field)) {
       direction->PrepareEditCtrl(field);  // a range check that follows belongs to this field
       value = std::get<Value>(known.shown);
-    } else {
+    } else if (direction->m_bSaveAndValidate != FALSE) {
       DDX_Text(direction, field, value);
       mustBeFinite(*direction, value);
+    } else {
+      CString text = textFor(value);
+      DDX_Text(direction, field, text);
     }
     known.exchanged = value;
   }
@@ -46,6 +52,9 @@ class EditTexts {
   // after a message.
   static void mustBeFinite(CDataExchange& direction, double number);
   static void mustBeFinite(CDataExchange& /*direction*/, const CString& /*text*/) {}
+
+  static CString textFor(const CString& text) { return text; }
+  static CString textFor(double number) { return numberText(number); }
 
   using AnyValue = std::variant<double, float, CString>;
 

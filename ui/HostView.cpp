@@ -9,6 +9,10 @@ bool HostView::isThere() const {
          (m_attached == nullptr || CWnd::FromHandlePermanent(m_window) == m_attached);
 }
 
+HWND HostView::window() const {
+  return isThere() ? m_window : nullptr;
+}
+
 void HostView::repaint() const {
   if (isThere()) {
     ::InvalidateRect(m_window, nullptr, FALSE);

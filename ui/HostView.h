@@ -16,6 +16,8 @@ class HostView {
   // All of it, without erasing it first. Nothing when there is no window any more.
   void repaint() const;
 
+  HWND window() const;  // null when there is none any more
+
  private:
   bool isThere() const;
 

@@ -6,6 +6,7 @@
 #include "collection/WithinMemory.h"
 #include "ui/DipoleFacezq.h"
 #include "ui/DlgDipoleManagerzq.h"
+#include "ui/OwnedIcon.h"
 #include "ui/WindowTools.h"
 #include "ui/resource.h"
 
@@ -40,19 +41,11 @@ class StillWindow {
   CWnd& m_window;
 };
 
-void addIcon(CImageList& images, int id, int size) {
-  const LPCTSTR name = MAKEINTRESOURCE(id);
-  const HANDLE icon =
-      ::LoadImage(AfxFindResourceHandle(name, RT_GROUP_ICON), name, IMAGE_ICON, size, size, LR_DEFAULTCOLOR);
-  images.Add(static_cast<HICON>(icon));
-  ::DestroyIcon(static_cast<HICON>(icon));
-}
-
 std::unique_ptr<CImageList> makeImages(int size) {
   auto images = std::make_unique<CImageList>();
   images->Create(size, size, ILC_COLOR16 | ILC_MASK, 0, 1);
-  addIcon(*images, IDI_DIPOLE_SHOWN, size);   // DipoleRows::shownImage
-  addIcon(*images, IDI_DIPOLE_HIDDEN, size);  // DipoleRows::hiddenImage
+  images->Add(OwnedIcon(IDI_DIPOLE_SHOWN, size).get());   // DipoleRows::shownImage
+  images->Add(OwnedIcon(IDI_DIPOLE_HIDDEN, size).get());  // DipoleRows::hiddenImage
   return images;
 }
 
@@ -83,7 +76,7 @@ void CListDipoles::initialize() {
   SetImageList(m_pSmallImages.get(), LVSIL_SMALL);
   setOneClickStyle();
   insertColumns();
-  m_headingFont.fit(*this);
+  m_headings.take(*this);
 }
 
 void CListDipoles::insertColumns() {

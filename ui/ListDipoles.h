@@ -11,9 +11,9 @@
 
 #include "collection/SelectedDipoles.h"
 #include "ui/DipoleRows.h"
-#include "ui/HeadingFont.h"
 #include "ui/HostView.h"
 #include "ui/Lifetime.h"
+#include "ui/TwoLineHeadings.h"
 
 class CDipoleFacezq;
 class CDlgDipoleManagerzq;
@@ -71,7 +71,7 @@ class CListDipoles : public CListCtrl {
   bool selectAll();
 
   DipoleRows m_rows;
-  HeadingFont m_headingFont;
+  TwoLineHeadings m_headings;
   bool m_changing = false;  // what the control reports meanwhile is not the user's doing
   Lifetime m_lifetime;
 };

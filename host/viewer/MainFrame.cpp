@@ -232,13 +232,11 @@ void MainFrame::moveCrosshair(const Vector3& head) {
   showStatus();
 }
 
-// The editors and the manager's list hear of it; the crosshair follows.
+// The editors and the manager's list show it; the crosshair follows.
 void MainFrame::takeDipole(int slot) {
   if (isBusy())
     return;
-  m_dipoles->setCurrentDipole(slot);
-  m_dipoles->updateDipoleEditor();
-  chooseInManager(slot);
+  m_dipoles->chooseDipole(slot);
   followCurrentDipole();
 }
 
@@ -322,23 +320,6 @@ void MainFrame::showEverywhere() {
   m_panel.refresh();
   showStatus();
   showTitle();
-}
-
-// The module's own list: the row of the dipole alone is selected and in sight.
-void MainFrame::chooseInManager(int slot) {
-  const CDialog* const manager = m_dipoles->getDlgDipoleList();
-  const HWND list =
-      manager == nullptr ? nullptr : ::FindWindowExW(manager->m_hWnd, nullptr, WC_LISTVIEWW, nullptr);
-  const int row = m_dipoles->getDipoleListItemID(slot);
-  if (list == nullptr || manager->IsWindowVisible() == FALSE || row < 0)
-    return;
-  LVITEM item = {};
-  item.stateMask = LVIS_SELECTED;
-  ::SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
-  item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-  item.state = item.stateMask;
-  ::SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  ::SendMessageW(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
 }
 
 void MainFrame::refreshModuleWindows() {

@@ -78,7 +78,6 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   void noteQuietChange();  // what the module changed without telling
   void afterCommand(const CString& name);
   void refreshModuleWindows();
-  void chooseInManager(int slot);
   bool tell(const std::exception& problem);  // always false
   void warnOfOtherHead();
   void tellOfDroppedSteps();

@@ -161,8 +161,18 @@ void Screens::editor() {
   importSilently(host, "spikes.dip");
   host.openManager();
   host.doubleClick(3);
+  RECT manager = {};
+  RECT editor = {};
+  RECT both = {};
+  ::GetWindowRect(host.manager(), &manager);
+  ::GetWindowRect(host.editor(), &editor);
+  ::UnionRect(&both, &manager, &editor);
+  m_album.takeArea(both, "editor-beside");
   hideMnemonics(host.editor());
   m_album.take(host.editor(), "editor");
+  ::SendMessageW(host.editor(), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+  ::SetFocus(::GetDlgItem(host.editor(), IDC_EDITOR_COLOR));
+  m_album.take(host.editor(), "editor-focus");
   CDipoleszq& dipole = *host.face->getCurrentDipole();
   for (int axis = 0; axis < 3; ++axis) {
     dipole.m_location[axis] = -1.23456789012345e-105;

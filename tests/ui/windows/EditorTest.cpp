@@ -154,6 +154,45 @@ TEST_F(Editor, ApplyKeepsEveryDigitOfUnchangedFields) {
   EXPECT_EQ(face().m_mergeRadius, radius);
 }
 
+TEST_F(Editor, SinglesShowTheirShortestTextAndStayWhatTheyAre) {
+  make(1);
+  dipole(0).m_location[0] = static_cast<double>(23.1F);
+  dipole(0).m_location[1] = static_cast<double>(2.31F * 10.0F);
+  dipole(0).m_orientation[0] = static_cast<double>(-0.7F);
+  dipole(0).m_orientationLength = 100.0;
+  face().m_mergeRadius = 1234.567F;
+  show();
+  EXPECT_EQ(field(IDC_EDITOR_LOCATION_X), "23.1");
+  EXPECT_EQ(field(IDC_EDITOR_LOCATION_Y), "23.1");
+  EXPECT_EQ(field(IDC_EDITOR_ORIENTATION_X), "-0.7");
+  EXPECT_EQ(field(IDC_EDITOR_ORIENTATION_LENGTH), "100");
+  EXPECT_EQ(field(IDC_EDITOR_MERGE_RADIUS), "1234.567");
+  enter(IDC_EDITOR_LABEL, "x");
+  push(IDC_EDITOR_APPLY);
+  EXPECT_EQ(dipole(0).m_location[0], static_cast<double>(23.1F));
+  EXPECT_EQ(dipole(0).m_location[1], static_cast<double>(2.31F * 10.0F));
+  EXPECT_EQ(dipole(0).m_orientation[0], static_cast<double>(-0.7F));
+  EXPECT_EQ(face().m_mergeRadius, 1234.567F);
+  enter(IDC_EDITOR_LOCATION_X, "23.2");
+  push(IDC_EDITOR_APPLY);
+  EXPECT_EQ(dipole(0).m_location[0], 23.2);
+  EXPECT_EQ(dipole(0).m_location[1], static_cast<double>(2.31F * 10.0F));
+}
+
+TEST_F(Editor, CheckThatTheUserLeavesIsNotWrittenIntoTheDipole) {
+  make(1);
+  dipole(0).m_showOrientation = 5;
+  show();
+  push(IDC_EDITOR_APPLY);
+  EXPECT_EQ(dipole(0).m_showOrientation, 5);
+  ::CheckDlgButton(window, IDC_EDITOR_SHOW_ORIENTATION, BST_CHECKED);
+  push(IDC_EDITOR_APPLY);
+  EXPECT_EQ(dipole(0).m_showOrientation, 1);
+  dipole(0).m_showOrientation = 0;  // by the host
+  push(IDC_EDITOR_APPLY);
+  EXPECT_EQ(dipole(0).m_showOrientation, 0);
+}
+
 TEST_F(Editor, ApplyWritesBackNothingThatOnlyOthersChanged) {
   open(1);
   dipole(0).m_location[0] = 99.5;

@@ -8,7 +8,10 @@ constexpr COLORREF chosenColor = RGB(0, 0, 0);  // what the system's dialog offe
 
 class EditorColor : public EditorTest {
  protected:
-  COLORREF swatch() const { return pixelOf(window, IDC_EDITOR_COLOR, 3, 3); }
+  COLORREF swatch() const {
+    const CRect face = buttonFace();
+    return pixelOf(window, IDC_EDITOR_COLOR, face.Width() / 2, face.Height() / 2);
+  }
   CRect buttonFace() const {
     CRect rect;
     ::GetClientRect(::GetDlgItem(window, IDC_EDITOR_COLOR), &rect);
@@ -65,6 +68,55 @@ TEST_F(EditorColor, TheSwatchSurvivesWhatMakesAButtonDraw) {
   ::ShowWindow(window, SW_SHOW);
   pump();
   EXPECT_EQ(swatch(), firstColor) << "shown again";
+}
+
+// Whether the button shows where the focus is: two frames, black and white, of which one stands out on any
+// colour. Everything else must be the colour.
+bool isMarked(HWND window, COLORREF color) {
+  CRect face;
+  ::GetClientRect(::GetDlgItem(window, IDC_EDITOR_COLOR), &face);
+  bool hasBlack = false;
+  bool hasWhite = false;
+  for (int x = 0; x < face.Width() / 2; ++x) {
+    const COLORREF pixel = pixelOf(window, IDC_EDITOR_COLOR, x, face.Height() / 2);
+    hasBlack = hasBlack || pixel == RGB(0, 0, 0);
+    hasWhite = hasWhite || pixel == RGB(255, 255, 255);
+    EXPECT_TRUE(pixel == RGB(0, 0, 0) || pixel == RGB(255, 255, 255) || pixel == color) << x;
+  }
+  EXPECT_EQ(hasBlack, hasWhite);
+  return hasBlack && hasWhite;
+}
+
+// A button whose dialog has seen no key yet. Not every system can be brought to say so.
+LRESULT CALLBACK hideFocus(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
+                           DWORD_PTR /*data*/) {
+  return message == WM_QUERYUISTATE ? UISF_HIDEFOCUS : ::DefSubclassProc(window, message, wParam, lParam);
+}
+
+TEST_F(EditorColor, ShowsTheFocusThatTheKeyboardBrings) {
+  open(1);
+  strike(window, IDC_EDITOR_LABEL, VK_TAB);
+  ASSERT_EQ(focusIn(window), IDC_EDITOR_COLOR);
+  EXPECT_TRUE(isMarked(window, firstColor));
+  EXPECT_EQ(swatch(), firstColor);
+  strike(window, IDC_EDITOR_COLOR, VK_TAB);
+  EXPECT_FALSE(isMarked(window, firstColor));
+}
+
+TEST_F(EditorColor, KeepsTheMarkWhenItIsDrawnAgain) {
+  open(1);
+  const HWND button = ::GetDlgItem(window, IDC_EDITOR_COLOR);
+  ::SetWindowSubclass(button, &hideFocus, 1, 0);
+  ::SetFocus(button);
+  EXPECT_FALSE(isMarked(window, firstColor)) << "as other buttons, for users of the mouse alone";
+  ::RemoveWindowSubclass(button, &hideFocus, 1);
+  ::SendMessageW(button, WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+  EXPECT_TRUE(isMarked(window, firstColor)) << "the first key";
+  ::RedrawWindow(button, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+  EXPECT_TRUE(isMarked(window, firstColor));
+  face().updateDipoleEditor();
+  pump();
+  EXPECT_TRUE(isMarked(window, firstColor));
 }
 
 TEST_F(EditorColor, OkGivesTheDipoleTheColorAndTheSwatchFollowsAtTheNextRefresh) {

@@ -93,6 +93,24 @@ TEST_F(ViewerDipoles, NextAndPreviousSelectTheRowInTheManager) {
   expectCrosshairAtCurrent();
 }
 
+// The row that the user chose there hides the others, not the one that the viewer chooses.
+TEST_F(ViewerDipoles, DipoleTakenInTheViewerHidesNoneWhileTheManagerShowsTheCurrentOneOnly) {
+  importExample("spikes.dip");
+  m_user.choose(ID_DIPOLES_MANAGER);
+  ::SendMessageW(m_user.manager(), WM_COMMAND, ID_DIPOLE_SHOW_CURRENT_ONLY, 0);
+  m_user.waitQuiet();
+  const std::size_t steps = m_user.session().history().undoSteps();
+  m_user.choose(ID_DIPOLES_NEXT);
+  m_user.waitQuiet();
+  EXPECT_EQ(m_user.status(host::MainFrame::countPart).rfind("Dipoles shown: 120 of 120", 0), 0U)
+      << m_user.status(host::MainFrame::countPart);
+  EXPECT_EQ(m_user.session().history().undoSteps(), steps);
+  EXPECT_EQ(m_user.selectedRows(), std::vector<int>{set().m_currentDipole});
+  m_user.chooseRow(7);
+  EXPECT_EQ(m_user.status(host::MainFrame::countPart).rfind("Dipoles shown: 1 of 120", 0), 0U)
+      << m_user.status(host::MainFrame::countPart);
+}
+
 // Labels have no bound: a file or the editor may give any.
 TEST_F(ViewerDipoles, LongLabelIsShortenedInTheStatusBarAndInAPicture) {
   importExample("auditory.dip");
