@@ -1,70 +1,63 @@
-#!/bin/sh
+#!/bin/bash
 # Installs what is missing, builds everything and runs every test: natively under the address and the
 # undefined-behaviour sanitizers, the Windows build under Wine with pictures of its windows, short fuzzing, the
-# packages and the style of the sources. Tests run while the next build is made; their output comes when they end.
-set -eu
+# packages, the style of the sources, and what the other compiler would say of them. Tests run while the next
+# build is made; their output comes when they end. A table of all stages comes last; docs/testing.md explains it.
+set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/packages.sh
+. scripts/stages.sh
 
-install_packages $test_packages
+style() {
+  scripts/check_layers.py
+  scripts/check_format.sh
+}
 
-# start NAME COMMAND...: runs a command beside others, its output in build/NAME.log.
-start() {
-  name=$1
+build_native() {
+  cmake --preset native-asan
+  cmake --build build/native-asan
+}
+
+build_windows() {
+  cmake --preset windows
+  cmake --build build/windows
+}
+
+build_optimised() {
+  cmake --preset native -DDIPOLE_TESTS=OFF
+  cmake --build build/native
+}
+
+native_tests() { ctest --test-dir build/native-asan --output-on-failure "$@"; }
+
+# wine_tests NAME OPTION...: the tests of the Windows build that ctest chooses by these options, with a Wine folder
+# and a screen of their own, so that several can run beside each other. Nobody manages windows on the screen, and
+# Wine is told so: else it waits for an answer. It takes the file system's encoding from the locale.
+wine_tests() {
+  export WINEPREFIX="$PWD/build/$1" WINEDEBUG=-all LC_ALL=C.UTF-8
   shift
-  mkdir -p build
-  "$@" >"build/$name.log" 2>&1 &
-  job=$!
+  xvfb-run -a -s "-screen 0 1600x1200x24" sh -euc '
+    wine reg add "HKCU\\Software\\Wine\\X11 Driver" /v Managed /d N /f
+    ctest --test-dir build/windows --output-on-failure "$@"' sh "$@"
 }
 
-# finish: waits for what was started last, and shows what it said.
-finish() {
-  status=0
-  wait "$job" || status=$?
-  cat "build/$name.log"
-  [ "$status" -eq 0 ] || { echo "$name failed with $status" >&2; exit 1; }
-}
+stage install install_packages $test_packages
+stage style style
+stage build-native build_native
+start native-tests native_tests
+stage build-windows build_windows
 
-# On a screen of its own. Nobody manages windows there, and Wine is told so: else it waits for an answer.
-windows_tests() {
-  xvfb-run -a -s "-screen 0 1600x1200x24" sh -c "
-    wine reg add 'HKCU\\Software\\Wine\\X11 Driver' /v Managed /d N /f &&
-    ctest --test-dir build/windows --output-on-failure"
-}
+windows='^dipole_(ui|viewer)_'
+start windows-layers wine_tests wine --exclude-regex "$windows"
+finish native-tests
+start windows-hands wine_tests wine-hands --tests-regex "$windows"
+stage other-compiler scripts/check_mfc.py
+stage build-optimised build_optimised
+stage fuzzing fuzz/run.sh
+finish windows-layers
+finish windows-hands
+stage pictures scripts/screens.sh
+stage packages scripts/package.sh
 
-say "Style: layers, format"
-scripts/check_layers.py
-scripts/check_format.sh
-
-say "Native build under AddressSanitizer and UndefinedBehaviorSanitizer"
-cmake --preset native-asan
-cmake --build build/native-asan
-start native-tests ctest --test-dir build/native-asan --output-on-failure
-
-say "Windows build, while the native tests run"
-cmake --preset windows
-cmake --build build/windows
-
-say "Native tests"
-finish
-
-# Wine takes the file system's encoding from the locale.
-export WINEPREFIX="$PWD/build/wine" WINEDEBUG=-all LC_ALL=C.UTF-8
-start windows-tests windows_tests
-
-say "Short fuzzing of every reader, while the Windows build is tested under Wine"
-fuzz/run.sh
-
-say "Optimised build with the benchmark, which is built but not judged here"
-cmake --preset native -DDIPOLE_TESTS=OFF
-cmake --build build/native
-
-say "Windows build, tested under Wine"
-finish
-
-say "Pictures of every window, at 96 and at 144 dots per inch, into out/screens"
-scripts/screens.sh
-
-scripts/package.sh
-
+stage_table
 say "All tests passed"
