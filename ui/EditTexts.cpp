@@ -11,6 +11,10 @@ CString textOf(const CWnd& dialog, int field) {
   return text;
 }
 
+bool isHexadecimal(const CString& number) {
+  return number.FindOneOf(_T("xX")) >= 0;
+}
+
 }  // namespace
 
 void EditTexts::remember(const CWnd& dialog) {
@@ -32,8 +36,8 @@ bool EditTexts::isAnyChanged(const CWnd& dialog) const {
                      [&](const auto& field) { return isChanged(dialog, field.first); });
 }
 
-void EditTexts::mustBeFinite(CDataExchange& direction, double number) {
-  if (direction.m_bSaveAndValidate != FALSE && !std::isfinite(number)) {
+void EditTexts::mustBeDecimal(CDataExchange& direction, int field, double number) {
+  if (!std::isfinite(number) || isHexadecimal(textOf(*direction.m_pDlgWnd, field))) {
     AfxMessageBox(_T("Please enter a number."), MB_ICONEXCLAMATION);
     direction.Fail();
   }

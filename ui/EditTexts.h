@@ -31,7 +31,7 @@ class EditTexts {
       value = std::get<Value>(known.shown);
     } else if (direction->m_bSaveAndValidate != FALSE) {
       DDX_Text(direction, field, value);
-      mustBeFinite(*direction, value);
+      mustBeDecimal(*direction, field, value);
     } else {
       CString text = textFor(value);
       DDX_Text(direction, field, text);
@@ -48,10 +48,10 @@ class EditTexts {
   }
 
  private:
-  // The framework does not promise to refuse "nan", "inf" and what overflows: reading, they end the exchange
-  // after a message.
-  static void mustBeFinite(CDataExchange& direction, double number);
-  static void mustBeFinite(CDataExchange& /*direction*/, const CString& /*text*/) {}
+  // The framework does not promise to refuse "nan", "inf", "0x10" and what overflows: what was read from them
+  // ends the exchange after a message.
+  static void mustBeDecimal(CDataExchange& direction, int field, double number);
+  static void mustBeDecimal(CDataExchange& /*direction*/, int /*field*/, const CString& /*text*/) {}
 
   static CString textFor(const CString& text) { return text; }
   static CString textFor(double number) { return numberText(number); }
