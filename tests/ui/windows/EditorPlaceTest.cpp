@@ -91,6 +91,15 @@ TEST_F(EditorPlace, IsOnTheScreenWhenTheManagerFillsIt) {
   EXPECT_TRUE(isWholeOnTheScreen(window));
 }
 
+TEST_F(EditorPlace, IsBesideTheHostWhenTheManagerIsMinimised) {
+  openManagerAt(20, 30);
+  ::ShowWindow(manager(), SW_MINIMIZE);
+  pump();
+  show();
+  EXPECT_EQ(placeOf(window).left, placeOf(host->window.m_hWnd).right);
+  EXPECT_EQ(placeOf(window).top, placeOf(host->window.m_hWnd).top);
+}
+
 TEST_F(EditorPlace, StaysWhereTheUserHasPutIt) {
   openManagerAt(20, 30);
   edit();

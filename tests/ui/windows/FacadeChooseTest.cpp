@@ -53,6 +53,7 @@ TEST_F(ChosenDipole, IsFoundInASortedList) {
   host.face->deleteDipole(3, 1);
   host.face->updateDipoleList();
   host.face->chooseDipole(7);
+  ASSERT_EQ(host.selectedRows().size(), 1U);
   EXPECT_EQ(host.cell(host.selectedRows().front(), 0), std::to_string(host.dipole(7).m_number));
 }
 
