@@ -83,6 +83,7 @@ TEST(NumberText, LargeNumbersAreNotRoundedToTheDigitsOfASingle) {
   EXPECT_EQ(shown(123456792.0), "123456792");
   EXPECT_EQ(shown(33554434.0), "33554434");
   EXPECT_EQ(shown(1e10), "10000000000");
+  EXPECT_EQ(shown(1e30F), "1.00000001504747e+30");
   EXPECT_EQ(shown(1e300), "1e+300");
 }
 
