@@ -6,7 +6,6 @@ searched for what that compiler warns of at /W4 and Clang does not. Then it is s
 line of tests/mfc/refused must be found. A source whose text, and that of all it includes, passed before is not
 read again (build/mfc). docs/microsoft.md says more.
 """
-import hashlib
 import os
 import re
 import subprocess
@@ -15,7 +14,8 @@ import time
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parent.parent
+from readings import ROOT, Includes, Passed
+
 DECLARATIONS = ROOT / "tests/mfc"
 HOST = DECLARATIONS / "host.cpp"
 QUERY = DECLARATIONS / "warnings.query"
@@ -37,7 +37,6 @@ TEXT_RULES = [
 ]
 BRACED_RANGE = re.compile(r"\bfor \([^;{}()]*:\s*\{", re.S)
 STANDARD_NAME = re.compile(r"\bstd::(\w+)")
-INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]+(?:"([^"]+)"|<([^>]+)>)', re.M)
 MESSAGE_MAP = re.compile(r"\bBEGIN_MESSAGE_MAP\(.*?\bEND_MESSAGE_MAP\(\)", re.S)
 ENTRY = re.compile(r"\b(ON_\w+)\(((?:[^(),]*,)*)[^(),]*\)")
 AFTER_MAP = re.compile(r"\bDECLARE_MESSAGE_MAP\(\)\s*(?!public:|protected:|private:|\}|\s)")
@@ -67,33 +66,6 @@ def standard_headers():
         for name in names.split() if not line.startswith("#") else []:
             headers.setdefault(name, set()).update(places.split())
     return headers
-
-
-class Includes:
-    """What a file includes, in the project and beyond, at any depth."""
-
-    def __init__(self):
-        self._texts = {}
-
-    def text(self, path):
-        if path not in self._texts:
-            self._texts[path] = path.read_text(encoding="utf-8")
-        return self._texts[path]
-
-    def reach(self, path, files=None, library=None):
-        """The project's files that `path` reads, itself too, and the names of the library's headers."""
-        files = {} if files is None else files
-        library = set() if library is None else library
-        if path not in files:
-            files[path] = None
-            for quoted, angled in INCLUDE.findall(self.text(path)):
-                name = quoted or angled
-                found = [place / name for place in (ROOT, DECLARATIONS) if (place / name).is_file()]
-                if found:
-                    self.reach(found[0], files, library)
-                else:
-                    library.add(name)
-        return files, library
 
 
 def library_findings(text, headers, reached):
@@ -168,20 +140,6 @@ def tools():
     return "".join(versions) + QUERY.read_text(encoding="utf-8") + Path(__file__).read_text(encoding="utf-8")
 
 
-def stamp(path, includes, common):
-    files = includes.reach(path)[0]
-    digest = hashlib.sha256(common.encode())
-    for file in sorted(files):
-        digest.update(f"{file.relative_to(ROOT)}\n{includes.text(file)}".encode())
-    return STAMPS / (path.relative_to(ROOT).as_posix().replace("/", "+") + "." + digest.hexdigest())
-
-
-def remember(mark, name):
-    for old in STAMPS.glob(name + ".*"):
-        old.unlink()
-    mark.touch()
-
-
 def is_cpp(path):
     return path.suffix in (".h", ".cpp")
 
@@ -192,13 +150,12 @@ def check_module(pool, includes, headers, flags):
     found = [hit for path in texts for hit in text_findings(path, includes, headers)]
     found += [(folder, 0, "has no sources") for folder in FOLDERS if not any((ROOT / folder).rglob("*.cpp"))]
     sources = [path for path in texts if path.suffix == ".cpp"] + [HOST]
-    common = tools()
-    marks = {path: stamp(path, includes, common) for path in sources}
-    fresh = [path for path in sources if not marks[path].exists()]
+    passed = Passed(STAMPS, includes, tools())
+    fresh = [path for path in sources if path not in passed]
     for path, hits in zip(fresh, pool.map(lambda source: compile_findings(source, flags), fresh)):
         found += hits
         if not hits:
-            remember(marks[path], path.relative_to(ROOT).as_posix().replace("/", "+"))
+            passed.add(path)
     return found, len(sources), len(fresh)
 
 
@@ -230,7 +187,7 @@ def report(title, found):
 
 def main():
     start = time.monotonic()
-    includes = Includes()
+    includes = Includes([ROOT, DECLARATIONS])
     headers = standard_headers()
     flags = precompiled(compiler_flags())
     with ThreadPoolExecutor(os.cpu_count() or 1) as pool:

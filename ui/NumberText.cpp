@@ -31,7 +31,9 @@ bool leadsTo(float single, double number) {
 
 int digitsBeforePoint(double value) {
   int digits = 1;
-  for (double size = std::fabs(value); size >= 10.0; size /= 10.0) {
+  double size = std::fabs(value);
+  while (size >= 10.0) {
+    size /= 10.0;
     ++digits;
   }
   return digits;

@@ -21,6 +21,7 @@ namespace host {
 namespace {
 
 constexpr int side = 256;  // voxels
+constexpr int half = side / 2;
 constexpr int rounds = 60;
 constexpr int manyDipoles = 30000;
 
@@ -40,12 +41,13 @@ class Report {
  public:
   void add(const char* what, int times, const std::function<void()>& work) {
     std::vector<double> spent;
+    spent.reserve(static_cast<std::size_t>(times));
     for (int i = 0; i < times; ++i)
       spent.push_back(millisecondsOf(work));
     std::sort(spent.begin(), spent.end());
     std::array<char, 160> line{};
-    std::snprintf(line.data(), line.size(), "%s: median %.1f ms, longest %.1f ms\r\n", what,
-                  spent[spent.size() / 2], spent.back());
+    static_cast<void>(std::snprintf(line.data(), line.size(), "%s: median %.1f ms, longest %.1f ms\r\n", what,
+                                    spent[spent.size() / 2], spent.back()));
     m_text += line.data();
   }
   [[nodiscard]] const std::string& text() const { return m_text; }
@@ -69,7 +71,7 @@ void writeHead(const std::filesystem::path& path) {
   put(112, 1.0F);
   put(254, std::int16_t{1});  // the rows below give the scanner's frame
   const std::array<std::array<float, 4>, 3> rows{
-      {{1, 0, 0, -side / 2}, {0, 1, 0, -side / 2}, {0, 0, 1, -side / 2}}};
+      {{1, 0, 0, -half}, {0, 1, 0, -half}, {0, 0, 1, -half}}};
   put(280, rows);
   std::memcpy(header.data() + 344, "n+1", 4);
   std::vector<std::int16_t> voxels;
@@ -77,7 +79,7 @@ void writeHead(const std::filesystem::path& path) {
   for (int k = 0; k < side; ++k)
     for (int j = 0; j < side; ++j)
       for (int i = 0; i < side; ++i) {
-        const double distance = std::hypot(i - side / 2, j - side / 2, k - side / 2);
+        const double distance = std::hypot(i - half, j - half, k - half);
         voxels.push_back(distance < 95.0 ? static_cast<std::int16_t>(600 + (i * 7 + j * 5 + k * 3) % 200)
                                          : 0);
       }

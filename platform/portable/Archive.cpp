@@ -64,7 +64,7 @@ CArchive::CArchive(CFile* file, UINT mode, int bufferSize, void* buffer)
   }
 }
 
-CArchive::~CArchive() noexcept(false) {
+CArchive::~CArchive() noexcept(false) {  // NOLINT(bugprone-exception-escape): closing may throw
   const bool unwinds = std::uncaught_exceptions() > m_exceptionsAtStart;
   if (m_file == nullptr || !m_closeOnDelete || (unwinds && !isLeastPromised())) {
     return;

@@ -30,7 +30,7 @@ class CArchive {
   // Closes, which may throw, unless Close or Abort was called or bNoFlushOnDelete was given. While an
   // exception is on its way it aborts instead: half a record must not be written, and a second exception
   // would end the program.
-  ~CArchive() noexcept(false);
+  ~CArchive() noexcept(false);  // NOLINT(bugprone-exception-escape): as said
   CArchive(const CArchive&) = delete;
   CArchive& operator=(const CArchive&) = delete;
 

@@ -33,6 +33,6 @@ void spoil(void* memory, std::size_t bytes) {
 }
 
 void endUnpromised(const char* what) {
-  std::fprintf(stderr, "MFC does not promise this: %s\n", what);
+  static_cast<void>(std::fprintf(stderr, "MFC does not promise this: %s\n", what));
   std::abort();
 }

@@ -49,7 +49,7 @@ class CDialog : public CWnd {
 
   using CWnd::Create;
   bool make(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate, HWND parent);
-  bool makeNamed(LPCTSTR templateName, HWND parent);
+  bool makeNamed(LPCTSTR templateName, HWND owner);
   bool makeModal(HWND owner);
   void onWindowGone() override;
   static void runLoop(const Modal& modal, HWND window);

@@ -115,7 +115,7 @@ BOOL CWinApp::WriteProfileInt(LPCTSTR section, LPCTSTR entry, int value) {
 }
 
 CString CWinApp::GetProfileString(LPCTSTR section, LPCTSTR entry, LPCTSTR otherwise) {
-  const CString nothing = otherwise == nullptr ? _T("") : otherwise;
+  CString nothing = otherwise == nullptr ? _T("") : otherwise;
   const Key key(m_registryKey + _T("\\") + section, false);
   DWORD size = 0;
   if (m_registryKey.IsEmpty() || !key ||
@@ -141,7 +141,7 @@ BOOL CWinApp::WriteProfileString(LPCTSTR section, LPCTSTR entry, LPCTSTR value) 
   if (value == nullptr) {
     return ::RegDeleteValueW(key, entry) == ERROR_SUCCESS;
   }
-  const DWORD size = static_cast<DWORD>((::lstrlenW(value) + 1) * static_cast<int>(sizeof(TCHAR)));
+  const DWORD size = static_cast<DWORD>(::lstrlenW(value) + 1) * DWORD{sizeof(TCHAR)};
   return ::RegSetValueExW(key, entry, 0, REG_SZ, reinterpret_cast<const BYTE*>(value), size) == ERROR_SUCCESS;
 }
 

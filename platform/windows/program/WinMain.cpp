@@ -2,6 +2,6 @@
 // one, exists by then.
 #include <afxwin.h>
 
-int WINAPI wWinMain(HINSTANCE /*program*/, HINSTANCE /*none*/, LPWSTR /*arguments*/, int show) {
-  return AfxWinMain(show);
+int WINAPI wWinMain(HINSTANCE /*program*/, HINSTANCE /*none*/, LPWSTR /*arguments*/, int nShowCmd) {
+  return AfxWinMain(nShowCmd);
 }
