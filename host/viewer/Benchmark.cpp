@@ -70,8 +70,7 @@ void writeHead(const std::filesystem::path& path) {
   put(108, 352.0F);  // where the voxels begin
   put(112, 1.0F);
   put(254, std::int16_t{1});  // the rows below give the scanner's frame
-  const std::array<std::array<float, 4>, 3> rows{
-      {{1, 0, 0, -half}, {0, 1, 0, -half}, {0, 0, 1, -half}}};
+  const std::array<std::array<float, 4>, 3> rows{{{1, 0, 0, -half}, {0, 1, 0, -half}, {0, 0, 1, -half}}};
   put(280, rows);
   std::memcpy(header.data() + 344, "n+1", 4);
   std::vector<std::int16_t> voxels;
