@@ -31,7 +31,7 @@ ui/DipoleFacezq.h
 HELPERS = ["collection/DipoleTable.h"]
 
 PLATFORM = "platform.dll"
-SYSTEM = {"COMCTL32.dll", "GDI32.dll", "KERNEL32.dll", "USER32.dll", "msvcrt.dll"}
+SYSTEM = {"COMCTL32.dll", "GDI32.dll", "KERNEL32.dll", "USER32.dll", "UxTheme.dll", "msvcrt.dll"}
 
 MARKED_CLASS = re.compile(r"^class AFX_EXT_CLASS (\w+)(?: : public \w+)? \{", re.MULTILINE)
 
