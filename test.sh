@@ -7,6 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/packages.sh
 . scripts/stages.sh
+. scripts/wine.sh
 
 style() {
   scripts/check_layers.py
@@ -28,17 +29,17 @@ build_optimised() {
   cmake --build build/native
 }
 
-native_tests() { ctest --test-dir build/native-asan --output-on-failure "$@"; }
+native_tests() { ctest --test-dir build/native-asan --output-on-failure --parallel 2; }
 
 # wine_tests NAME OPTION...: the tests of the Windows build that ctest chooses by these options, with a Wine folder
-# and a screen of their own, so that several can run beside each other. Nobody manages windows on the screen, and
-# Wine is told so: else it waits for an answer. It takes the file system's encoding from the locale.
+# and a screen of their own, so that several can run beside each other.
 wine_tests() {
-  export WINEPREFIX="$PWD/build/$1" WINEDEBUG=-all LC_ALL=C.UTF-8
+  prepare_wine "$1" 96
   shift
   xvfb-run -a -s "-screen 0 1600x1200x24" sh -euc '
-    wine reg add "HKCU\\Software\\Wine\\X11 Driver" /v Managed /d N /f
-    ctest --test-dir build/windows --output-on-failure "$@"' sh "$@"
+    wine regedit /S "$1"
+    shift
+    ctest --test-dir build/windows --output-on-failure "$@"' sh "$wine_settings" "$@"
 }
 
 stage install install_packages $test_packages

@@ -1,13 +1,15 @@
 # What the scripts that show windows under Wine share. Sourced by them, from the root of the project.
 
-# Uses a Wine folder of its own, whose screen has so many dots per inch. Wine does not look where Debian puts its
-# fonts, those that stand for Windows' own, and is told that nobody manages windows on the screen.
+# Uses a Wine folder of its own, whose screen has so many dots per inch once $wine_settings is read into it. Wine does
+# not look where Debian puts its fonts, those that stand for Windows' own, and is told that nobody manages windows on
+# the screen: else it waits for an answer.
 prepare_wine() {
   export WINEPREFIX="$PWD/build/$1" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml=" LC_ALL=C.UTF-8
+  wine_settings="build/$1.reg"
   mkdir -p "$WINEPREFIX/drive_c/windows/Fonts"
   cp /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts" 2>/dev/null || true
   printf 'REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Wine\\X11 Driver]\n"Managed"="N"\n
-[HKEY_CURRENT_USER\\Control Panel\\Desktop]\n"LogPixels"=dword:%08x\n' "$2" >"build/$1.reg"
+[HKEY_CURRENT_USER\\Control Panel\\Desktop]\n"LogPixels"=dword:%08x\n' "$2" >"$wine_settings"
 }
 
 wine_path() { printf 'Z:%s' "$1" | tr / '\\'; }
