@@ -55,7 +55,7 @@ class Calls : public CMemFile {
 UINT largestWrite() {
   Calls file;
   CArchive archive(&file, CArchive::store);
-  for (int i = 0; i < 1500000; ++i) {
+  for (int i = 0; i < 100000; ++i) {
     archive << BYTE{1};
   }
   archive.Close();
