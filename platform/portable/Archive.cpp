@@ -13,17 +13,14 @@ namespace {
 constexpr int smallestBuffer = 128;
 
 // What an archive takes where the default is asked for: a call of the system costs as much as moving a few
-// thousand bytes, and one that writes as much as moving some ten thousand, for it makes the file longer.
-constexpr int readBuffer = 65536;
-constexpr int writeBuffer = 1048576;
+// thousand bytes.
+constexpr int defaultBuffer = 65536;
 
 constexpr int askedByDefault = 4096;
 
-int ownSize(int asked, bool loads) {
-  if (asked != askedByDefault || isLeastPromised()) {
-    return (std::max)(asked, smallestBuffer);
-  }
-  return loads ? readBuffer : writeBuffer;
+int ownSize(int asked) {
+  const bool larger = asked == askedByDefault && !isLeastPromised();
+  return larger ? defaultBuffer : (std::max)(asked, smallestBuffer);
 }
 
 // How many units of a text are read at a time: a length that lies costs no more memory than this beyond what
@@ -52,7 +49,7 @@ CArchive::CArchive(CFile* file, UINT mode, int bufferSize, void* buffer)
       m_buffer(static_cast<BYTE*>(buffer)),
       m_size(static_cast<UINT>(bufferSize)) {
   if (buffer == nullptr || bufferSize < smallestBuffer) {
-    m_size = static_cast<UINT>(ownSize(bufferSize, m_loading));
+    m_size = static_cast<UINT>(ownSize(bufferSize));
     m_own = std::make_unique_for_overwrite<BYTE[]>(m_size);
     m_buffer = m_own.get();
   }

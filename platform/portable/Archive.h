@@ -24,8 +24,7 @@ class CArchive {
 
   // `file` must be open, outlive the archive and be used by it alone. `buffer`, where given, has `bufferSize`
   // bytes, at least 128, and stays the caller's. Without one, or with a smaller one, the archive brings its
-  // own, of at least 128 bytes; the default size leaves it to the archive, which takes
-  // 64 KiB to load and 1 MiB to store.
+  // own, of at least 128 bytes; the default size leaves it to the archive, which takes 64 KiB.
   CArchive(CFile* file, UINT mode, int bufferSize = 4096, void* buffer = nullptr);
   // Closes, which may throw, unless Close or Abort was called or bNoFlushOnDelete was given. While an
   // exception is on its way it aborts instead: half a record must not be written, and a second exception
