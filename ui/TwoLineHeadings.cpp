@@ -89,28 +89,23 @@ void TwoLineHeadings::OnCustomDraw(NMHDR* header, LRESULT* result) {
   }
 }
 
-CString TwoLineHeadings::textOf(int column) const {
-  TCHAR text[64] = {};
+void TwoLineHeadings::draw(const NMCUSTOMDRAW& heading) const {
+  drawGround(m_hWnd, heading);
+  const FontInUse inUse(heading.hdc, fontOf(m_hWnd));
+  TCHAR text[64] = {};  // drawing asks for no memory: nobody could tell of its end
   HDITEM item = {};
   item.mask = HDI_TEXT;
   item.pszText = text;
   item.cchTextMax = static_cast<int>(std::size(text));
-  ::SendMessage(m_hWnd, HDM_GETITEM, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
-  return item.pszText;
-}
-
-void TwoLineHeadings::draw(const NMCUSTOMDRAW& heading) const {
-  drawGround(m_hWnd, heading);
-  const FontInUse inUse(heading.hdc, fontOf(m_hWnd));
-  const CString text = textOf(static_cast<int>(heading.dwItemSpec));
+  ::SendMessage(m_hWnd, HDM_GETITEM, static_cast<WPARAM>(heading.dwItemSpec), reinterpret_cast<LPARAM>(&item));
   RECT place = heading.rc;
   place.left += scaledToScreen(margin);
   place.right -= scaledToScreen(margin);
   RECT needed = place;
-  ::DrawText(heading.hdc, text, text.GetLength(), &needed, inLines | DT_CALCRECT);
+  ::DrawText(heading.hdc, text, -1, &needed, inLines | DT_CALCRECT);
   const LONG spare = (place.bottom - place.top) - (needed.bottom - needed.top);
   place.top += (std::max)(spare, LONG{0}) / 2;
   ::SetBkMode(heading.hdc, TRANSPARENT);
   ::SetTextColor(heading.hdc, ::GetSysColor(COLOR_BTNTEXT));
-  ::DrawText(heading.hdc, text, text.GetLength(), &place, inLines);
+  ::DrawText(heading.hdc, text, -1, &place, inLines);
 }

@@ -21,5 +21,4 @@ class TwoLineHeadings : public CWnd {
 
  private:
   void draw(const NMCUSTOMDRAW& heading) const;
-  CString textOf(int column) const;
 };
