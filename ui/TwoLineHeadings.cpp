@@ -97,7 +97,8 @@ void TwoLineHeadings::draw(const NMCUSTOMDRAW& heading) const {
   item.mask = HDI_TEXT;
   item.pszText = text;
   item.cchTextMax = static_cast<int>(std::size(text));
-  ::SendMessage(m_hWnd, HDM_GETITEM, static_cast<WPARAM>(heading.dwItemSpec), reinterpret_cast<LPARAM>(&item));
+  ::SendMessage(m_hWnd, HDM_GETITEM, static_cast<WPARAM>(heading.dwItemSpec),
+                reinterpret_cast<LPARAM>(&item));
   RECT place = heading.rc;
   place.left += scaledToScreen(margin);
   place.right -= scaledToScreen(margin);
