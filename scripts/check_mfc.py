@@ -4,7 +4,7 @@
 Every module source is read by Clang with the declarations of tests/mfc, which hold what Microsoft documents, and
 searched for what that compiler warns of at /W4 and Clang does not. Then it is shown that the check can fail: each
 line of tests/mfc/refused must be found. A source whose text, and that of all it includes, passed before is not
-read again (build/mfc). docs/microsoft.md says more.
+read again (build/check_mfc). docs/microsoft.md says more.
 """
 import os
 import re
