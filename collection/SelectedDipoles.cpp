@@ -160,7 +160,7 @@ bool replaceByAverage(CDipoleFace& face, const DipoleSlots& dipoles) {
 ChosenDipoles::ChosenDipoles(const CDipoleFace& face, const DipoleSlots& dipoles)
     : m_held(std::make_unique<const DipoleTable>(face.m_dipoles)) {
   for (const int slot : dipoles) {
-    if (const CDipoleszq* dipole = face.getDipole(slot)) {
+    if (const CDipoleszq* dipole = dipoleIn(face, slot)) {
       m_dipoles.push_back(dipole);
     }
   }

@@ -134,7 +134,7 @@ int CDipoleFacezq::chooseDipole(int index) {
   setCurrentDipole(slot);
   tellWithoutMemory([&] {
     updateDipoleEditor();
-    if (isOpen(m_dlgDipoleList.get())) {
+    if (isOpen(m_dlgDipoleList.get()) && m_dlgDipoleList->m_pDipoleFace == this) {  // else a copy's
       m_dlgDipoleList->m_listDipoles.showCurrentDipole();
     }
   });

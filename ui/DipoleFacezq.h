@@ -52,9 +52,11 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
 
   // Makes a dipole the current one, for a host whose user has picked it elsewhere, and shows it in the
   // windows that are open: in the manager's list its row alone is selected and in sight, the editors show
-  // it. No callback is called, no window of the host repainted, and no dipole shown or hidden, also while
-  // the manager shows the current one only. -1: the current one as it is. Returns 0, and changes nothing,
-  // when there is no such dipole.
+  // it. After a change of the set updateDipoleList comes first: a dipole that the list does not have yet is
+  // not selected, and no other one then. A manager that a copy has taken over is left alone. No callback is
+  // called, no window of the host repainted, and no dipole shown or hidden, also while the manager shows the
+  // current one only. -1: the current one as it is. Returns 0, and changes nothing, when there is no such
+  // dipole.
   int chooseDipole(int index);
 
   // Bring visible windows up to date with the collection. A host that changes the current dipole, or makes

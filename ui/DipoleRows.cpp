@@ -27,8 +27,8 @@ DipoleRows::DipoleRows(const CDipoleFace& face) {
 }
 
 void DipoleRows::giveItemIds(CDipoleFace& face) const {
-  for (int row = 0; row < count(); ++row) {
-    face.setDipoleListItemID(row, row);
+  for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
+    face.setDipoleListItemID(slot, slot < count() ? slot : -1);
   }
 }
 

@@ -24,7 +24,8 @@ class DipoleRows {
   // A row for each slot of the collection, up to the first empty one.
   explicit DipoleRows(const CDipoleFace& face);
 
-  // Makes the rows' numbers the list items of the dipoles that they were made from.
+  // Makes the rows' numbers the list items of the dipoles that they were made from; a dipole behind an empty
+  // slot, which has no row, gets -1.
   void giveItemIds(CDipoleFace& face) const;
 
   int count() const { return static_cast<int>(m_rows.size()); }

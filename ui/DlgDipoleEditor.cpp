@@ -1,5 +1,7 @@
 #include "ui/DlgDipoleEditor.h"
 
+#include "collection/SelectedDipoles.h"
+#include "collection/WithinMemory.h"
 #include "ui/DipoleFacezq.h"
 #include "ui/ListDipoleszq.h"
 #include "ui/OpenBeside.h"
@@ -16,14 +18,6 @@ CString caption(const CDipoleFace& face) {
   text.Format(_T("Current dipole (Total dipoles):%d(%d)"), face.getCurrentDipoleID(),
               static_cast<int>(face.getTotalDipoles()));
   return text;
-}
-
-bool holds(const CDipoleFace& face, const CDipoleszq* dipole) {
-  int slot = 0;
-  while (slot < face.m_totalDipoles && face.getDipole(slot) != dipole) {
-    ++slot;
-  }
-  return slot < face.m_totalDipoles;
 }
 
 }  // namespace
@@ -96,13 +90,8 @@ int CDlgDipoleEditor::refresh() {
     m_colorButton.show(m_shown->m_color);
   }
   UpdateData(FALSE);
-  remember();
-  return 1;
-}
-
-void CDlgDipoleEditor::remember() {
   m_texts.remember(*this);
-  m_shownCheck = static_cast<int>(IsDlgButtonChecked(IDC_EDITOR_SHOW_ORIENTATION));
+  return 1;
 }
 
 void CDlgDipoleEditor::follow() {
@@ -152,9 +141,7 @@ void CDlgDipoleEditor::storeInto(CDipoleszq& dipole) const {
   m_texts.store(*this, IDC_EDITOR_ORIENTATION_Y, m_orientationY, dipole.m_orientation[1]);
   m_texts.store(*this, IDC_EDITOR_ORIENTATION_Z, m_orientationZ, dipole.m_orientation[2]);
   m_texts.store(*this, IDC_EDITOR_LABEL, m_label, dipole.m_label);
-  if (m_showOrientation != m_shownCheck) {
-    dipole.m_showOrientation = m_showOrientation;
-  }
+  dipole.m_showOrientation = m_showOrientation;  // deliberately also an unchanged one
 }
 
 CDlgDipoleEditor::Applied CDlgDipoleEditor::apply() {
@@ -169,7 +156,7 @@ CDlgDipoleEditor::Applied CDlgDipoleEditor::apply() {
   if (CDipoleszq* dipole = m_pDipoleFace->getCurrentDipole()) {
     storeInto(*dipole);
   }
-  remember();
+  m_texts.remember(*this);
   const Lifetime::Watch watch = m_lifetime.watch();
   if (isOpen(m_pList)) {
     m_pList->refill();
@@ -245,18 +232,25 @@ void CDlgDipoleEditor::OnColor() {
   if (m_pDipoleFace == nullptr || m_pDipoleFace->getCurrentDipole() == nullptr) {
     return;
   }
-  // As the dipole's own setColor, but that the user may meanwhile delete the dipole, and the host the set.
-  CDipoleszq* const dipole = m_pDipoleFace->getCurrentDipole();
   const Lifetime::Watch watch = m_lifetime.watch();
+  if (!isWithinMemory([&] { chooseColor(watch); })) {
+    AfxMessageBox(_T("Not enough memory"));
+  }
+  if (!watch.isOver()) {
+    m_pHostWnd.repaint();
+  }
+}
+
+// As the dipole's own setColor, but that the user may meanwhile delete the dipole, and the host the set.
+void CDlgDipoleEditor::chooseColor(const Lifetime::Watch& watch) {
+  const ChosenDipoles dipole(*m_pDipoleFace, {m_pDipoleFace->getCurrentDipoleID()});
   COLORREF color = 0;
-  const bool chosen = CDipoles::chooseColor(color);
-  if (watch.isOver() || m_pDipoleFace == nullptr) {
+  if (!CDipoles::chooseColor(color) || watch.isOver() || m_pDipoleFace == nullptr) {
     return;
   }
-  if (chosen && holds(*m_pDipoleFace, dipole)) {
-    dipole->setColorValue(color);
+  if (const std::optional<DipoleSlots> slots = dipole.slotsIn(*m_pDipoleFace)) {
+    colorDipoles(*m_pDipoleFace, *slots, color);
   }
-  m_pHostWnd.repaint();
 }
 
 void CDlgDipoleEditor::OnShowOrientation() {

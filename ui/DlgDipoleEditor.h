@@ -1,7 +1,7 @@
 // "Dipole Edit": the current dipole, field by field, and stepping through the set.
 //
-// Locations are mm in the host's head frame, the size is in pixels, the merge radius in mm. A field that the
-// user did not change is not written back.
+// Locations are mm in the host's head frame, the size is in pixels, the merge radius in mm. A number or text
+// that the user did not change is not written back; the check "Show" is.
 #pragma once
 
 #include <afxwin.h>
@@ -75,13 +75,12 @@ class CDlgDipoleEditor : public CDialog {
   Applied apply();
   void storeInto(CDipoleszq& dipole) const;
   void fillFrom(const CDipoleszq& dipole);
-  void remember();
+  void chooseColor(const Lifetime::Watch& watch);
   template <typename Change>
   void changeSet(Change change);
   void step(CDipoleszq* (CDipoleFace::*direction)());
 
   const CDipoleszq* m_shown = nullptr;  // compared only: it may be gone
-  int m_shownCheck = 0;                 // what the check box said then
   bool m_isPlaced = false;
   bool m_isWriting = false;
   EditTexts m_texts;

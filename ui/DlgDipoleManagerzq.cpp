@@ -315,11 +315,13 @@ void CDlgDipoleManagerzq::OnNameSelected() {
   }
   ask(dialog, [&](INT_PTR answer, const ChosenDipoles& chosen) {
     // Deliberately after Cancel too: then the chosen dipoles get the label of the current one.
-    if (answer == IDOK || answer == IDCANCEL) {
-      changeChosen(chosen, [&](CDipoleFacezq& face, const DipoleSlots& dipoles) {
-        nameDipoles(face, dipoles, dialog.m_name);
-      });
+    if (answer != IDOK && answer != IDCANCEL) {  // there was no dialog
+      notify();
+      return;
     }
+    changeChosen(chosen, [&](CDipoleFacezq& face, const DipoleSlots& dipoles) {
+      nameDipoles(face, dipoles, dialog.m_name);
+    });
   });
 }
 

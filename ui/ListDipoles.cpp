@@ -129,19 +129,22 @@ CListDipoles::Refilled CListDipoles::fillRows() {
 }
 
 // After the rows were exchanged: the place in the list is the one before, unless the current dipole would not
-// be in view then; its row has the focus mark, or, without one, the row that had it. A list that must not
-// draw may not know yet how far it can scroll.
+// be in view then; its row has the focus mark, or, without one, the row that had it. The mark comes first: a
+// list may bring it into view by itself. Then the end: a list that must not draw may not know yet how far it
+// can scroll.
 void CListDipoles::placeRows(int top, int focusBefore) {
-  if (m_rows.has(top)) {
-    EnsureVisible(m_rows.count() - 1, FALSE);
-    EnsureVisible(top, FALSE);
-  }
   const int current = rowOfCurrentDipole();
   const int focus = m_rows.has(current) ? current : focusBefore;
   if (m_rows.has(focus)) {
     SetItemState(focus, LVIS_FOCUSED, LVIS_FOCUSED);
     SetSelectionMark(focus);  // where the next range starts
-    EnsureVisible(focus, FALSE);
+  }
+  if (m_rows.has(top)) {
+    EnsureVisible(m_rows.count() - 1, FALSE);
+    EnsureVisible(top, FALSE);
+  }
+  if (m_rows.has(current)) {
+    EnsureVisible(current, FALSE);
   }
 }
 
@@ -176,27 +179,26 @@ int CListDipoles::rowOfCurrentDipole() const {
 }
 
 void CListDipoles::showCurrentDipole() {
-  const int row = rowOfCurrentDipole();
-  if (!m_rows.has(row)) {
+  if (m_pDipoleFace == nullptr) {
     return;
   }
   const Flag changing(m_changing);
   SetItemState(-1, 0, LVIS_SELECTED);
-  SetItemState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-  SetSelectionMark(row);
-  EnsureVisible(row, FALSE);
+  const int row = rowOfCurrentDipole();
+  if (m_rows.has(row)) {
+    SetItemState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    SetSelectionMark(row);
+    EnsureVisible(row, FALSE);
+  }
   markSelection(*m_pDipoleFace, selectedDipoles());
 }
 
 void CListDipoles::OnColumnClick(NMHDR* header, LRESULT* result) {
   *result = 0;
   if (m_pDipoleFace != nullptr) {
-    const Lifetime::Watch watch = m_lifetime.watch();
     m_pDipoleFace->sortDipoles(reinterpret_cast<const NMLISTVIEW*>(header)->iSubItem);
-    if (!watch.isOver() && m_pDipoleFace != nullptr) {
-      m_pDipoleFace->updateDipoleEditor();  // another dipole may be current now
-      refill();
-    }
+    m_pDipoleFace->updateDipoleEditor();  // another dipole may be current now
+    refill();
   }
 }
 

@@ -37,8 +37,8 @@ class CListDipoles : public CListCtrl {
   // The dipoles whose rows are selected, in the order of the collection.
   DipoleSlots selectedDipoles() const;
 
-  // Selects the row of the current dipole alone and brings it into view. Nobody is told: the user has not
-  // chosen it here.
+  // Selects the row of the current dipole alone and brings it into view; no row when the dipole has none.
+  // Nobody is told: the user has not chosen it here.
   void showCurrentDipole();
 
   int m_type = 1;  // kept, without a meaning here

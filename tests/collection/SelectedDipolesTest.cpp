@@ -334,6 +334,12 @@ TEST(ChosenDipoles, LeaveOutEmptySlotsAndThoseThatThereAreNot) {
   EXPECT_EQ(chosen.slotsIn(*face), DipoleSlots{2});
 }
 
+TEST(ChosenDipoles, AreNeverTheCurrentOneBySlotMinusOne) {
+  const auto face = listedFace(3);
+  face->setCurrentDipole(1);
+  EXPECT_EQ(ChosenDipoles(*face, {-1}).slotsIn(*face), DipoleSlots{});
+}
+
 // Each new dipole has an address of its own as long as the question waits.
 TEST(ChosenDipoles, AreNotMistakenForNewOnes) {
   const auto face = listedFace(3);

@@ -71,9 +71,13 @@ TEST(DipoleRows, PictureTellsShownFromHidden) {
 
 TEST(DipoleRows, EndBeforeAnEmptySlot) {
   const auto face = faceOf(4);
+  DipoleRows(*face).giveItemIds(*face);
   face->deleteDipole(2, 0);
   const DipoleRows rows(*face);
   EXPECT_EQ(rows.count(), 2);
+  rows.giveItemIds(*face);
+  EXPECT_EQ(face->getDipoleListItemID(1), 1);
+  EXPECT_EQ(face->getDipoleListItemID(3), -1) << "it has none any more";
 }
 
 TEST(DipoleRows, StayAsTheyWereFilled) {

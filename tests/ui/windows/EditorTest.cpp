@@ -179,16 +179,19 @@ TEST_F(Editor, SinglesShowTheirShortestTextAndStayWhatTheyAre) {
   EXPECT_EQ(dipole(0).m_location[1], static_cast<double>(2.31F * 10.0F));
 }
 
-TEST_F(Editor, CheckThatTheUserLeavesIsNotWrittenIntoTheDipole) {
+TEST_F(Editor, CheckIsWrittenIntoTheDipoleAlsoWhenTheUserLeavesIt) {
   make(1);
-  dipole(0).m_showOrientation = 5;
+  dipole(0).m_showOrientation = 1;
   show();
-  push(IDC_EDITOR_APPLY);
-  EXPECT_EQ(dipole(0).m_showOrientation, 5);
-  ::CheckDlgButton(window, IDC_EDITOR_SHOW_ORIENTATION, BST_CHECKED);
+  dipole(0).m_showOrientation = 0;  // by the host
   push(IDC_EDITOR_APPLY);
   EXPECT_EQ(dipole(0).m_showOrientation, 1);
-  dipole(0).m_showOrientation = 0;  // by the host
+  dipole(0).m_showOrientation = 5;
+  push(IDC_EDITOR_APPLY);
+  EXPECT_EQ(dipole(0).m_showOrientation, 1);
+  ::CheckDlgButton(window, IDC_EDITOR_SHOW_ORIENTATION, BST_UNCHECKED);
+  push(IDC_EDITOR_APPLY);
+  dipole(0).m_showOrientation = 1;
   push(IDC_EDITOR_APPLY);
   EXPECT_EQ(dipole(0).m_showOrientation, 0);
 }

@@ -179,6 +179,20 @@ TEST_F(EditorColor, ADipoleThatIsDeletedMeanwhileIsNotTouched) {
   EXPECT_EQ(copy->getDipole(0)->m_color, firstColor);
 }
 
+TEST_F(EditorColor, ANewDipoleIsNotTakenForOneThatIsGone) {
+  open(2);
+  robot.when("Color", [this](HWND dialog) {
+    host->face->cleanDipoles();
+    host->addDipoles(40);  // in memory that has just become free, were it not held
+    press(dialog, IDOK);
+  });
+  push(IDC_EDITOR_COLOR);
+  for (int slot = 0; slot < 40; ++slot) {
+    EXPECT_EQ(dipole(slot).m_color, firstColor) << slot;
+  }
+  EXPECT_TRUE(host->wasRepainted());
+}
+
 TEST_F(EditorColor, TheDipoleThatWasCurrentGetsTheColor) {
   open(2);
   robot.when("Color", [this](HWND dialog) {

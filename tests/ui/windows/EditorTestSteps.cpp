@@ -161,16 +161,11 @@ TEST_F(EditorSteps, NextChoosesTheRowInTheManagersListAndTellsNobody) {
 
 TEST_F(EditorSteps, NextScrollsTheManagersListToTheRow) {
   openFromManager(200);
-  const auto isInView = [this](int row) {
-    const auto top = static_cast<int>(::SendMessageW(host->list(), LVM_GETTOPINDEX, 0, 0));
-    const auto page = static_cast<int>(::SendMessageW(host->list(), LVM_GETCOUNTPERPAGE, 0, 0));
-    return row >= top && row < top + page;
-  };
-  EXPECT_FALSE(isInView(199));
+  EXPECT_FALSE(host->isInSight(199));
   push(IDC_EDITOR_PREVIOUS);
-  EXPECT_TRUE(isInView(199));
+  EXPECT_TRUE(host->isInSight(199));
   push(IDC_EDITOR_NEXT);
-  EXPECT_TRUE(isInView(0));
+  EXPECT_TRUE(host->isInSight(0));
 }
 
 TEST_F(EditorSteps, NextOfTheHostsEditorLeavesTheListAlone) {

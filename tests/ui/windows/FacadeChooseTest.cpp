@@ -11,14 +11,6 @@ using Rows = std::vector<int>;
 
 class ChosenDipole : public testing::Test {
  protected:
-  bool isInSight(int row) const {
-    RECT list = {};
-    RECT place = {};
-    place.left = LVIR_BOUNDS;
-    ::GetClientRect(host.list(), &list);
-    ::SendMessageW(host.list(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
-    return place.top > 0 && place.bottom <= list.bottom;
-  }
   void expectNobodyWasTold() {
     EXPECT_EQ(host.updates(), 0);
     EXPECT_TRUE(host.positions().empty());
@@ -34,27 +26,74 @@ TEST_F(ChosenDipole, IsTheCurrentOneAloneSelectedAndInSight) {
   host.click(2);
   host.click(5, true);
   host.forget();
-  EXPECT_FALSE(isInSight(50));
+  EXPECT_FALSE(host.isInSight(50));
   EXPECT_EQ(host.face->chooseDipole(50), 1);
   EXPECT_EQ(host.face->getCurrentDipoleID(), 50);
   EXPECT_EQ(host.selectedRows(), Rows{50});
   EXPECT_EQ(host.selected(), Rows{50});
   EXPECT_EQ(host.focusedRow(), 50);
-  EXPECT_TRUE(isInSight(50));
+  EXPECT_TRUE(host.isInSight(50));
   expectNobodyWasTold();
   EXPECT_EQ(host.face->chooseDipole(0), 1);
-  EXPECT_TRUE(isInSight(0));
+  EXPECT_TRUE(host.isInSight(0));
 }
 
-TEST_F(ChosenDipole, IsFoundInASortedList) {
+// The list shows the order in which it was filled until it is filled again.
+TEST_F(ChosenDipole, IsFoundByItsRowWhereverItStandsInTheSet) {
+  host.dipole(7).m_latency = 0.1;  // to the front
   host.openManager();
-  host.clickHeading(2);
-  host.clickHeading(2);  // the other way round
-  host.face->deleteDipole(3, 1);
+  host.face->sortDipoles(1);
+  ASSERT_EQ(host.dipole(0).m_number, 8);
+  host.face->chooseDipole(0);
+  EXPECT_EQ(host.selectedRows(), Rows{7});
+  EXPECT_EQ(host.selected(), Rows{0});
   host.face->updateDipoleList();
-  host.face->chooseDipole(7);
-  ASSERT_EQ(host.selectedRows().size(), 1U);
-  EXPECT_EQ(host.cell(host.selectedRows().front(), 0), std::to_string(host.dipole(7).m_number));
+  host.face->chooseDipole(0);
+  EXPECT_EQ(host.selectedRows(), Rows{0});
+  EXPECT_EQ(host.cell(0, 0), "8");
+}
+
+TEST_F(ChosenDipole, IsNotMistakenForTheSelectedOnesWhenTheListDoesNotHaveItYet) {
+  host.openManager();
+  host.click(5);
+  host.addDipoles(1);
+  host.face->chooseDipole(60);
+  EXPECT_EQ(host.face->getCurrentDipoleID(), 60);
+  EXPECT_EQ(host.selectedRows(), Rows{});
+  EXPECT_EQ(host.selected(), Rows{});
+  host.choose(ID_DIPOLE_DELETE);  // of none
+  EXPECT_EQ(host.face->getTotalDipoles(), 61U);
+  host.face->chooseDipole(60);
+  EXPECT_EQ(host.selectedRows(), Rows{60});
+}
+
+TEST_F(ChosenDipole, BehindAnEmptySlotHasNoRow) {
+  host.openManager();
+  host.face->deleteDipole(4, 0);
+  host.face->updateDipoleList();
+  ASSERT_EQ(host.rows(), 4);
+  host.addDipoles(1);
+  host.dipole(60).m_listItemId = 2;  // as of a dipole that was copied
+  host.face->updateDipoleList();
+  host.face->chooseDipole(60);
+  EXPECT_EQ(host.selectedRows(), Rows{});
+  host.click(2);
+  EXPECT_EQ(host.face->getCurrentDipoleID(), 2);
+}
+
+TEST_F(ChosenDipole, OfASetLeavesAManagerAloneThatACopyHasTakenOver) {
+  host.openManager();
+  const auto copy = std::make_unique<CDipoleFacezq>(*host.face);
+  copy->showDipoleList(&host.window, nullptr);
+  host.click(2);
+  host.click(5, true);
+  EXPECT_EQ(host.face->chooseDipole(40), 1);
+  EXPECT_EQ(host.face->getCurrentDipoleID(), 40);
+  EXPECT_EQ(copy->getCurrentDipoleID(), 5);
+  EXPECT_EQ(host.selectedRows(), (Rows{2, 5}));
+  EXPECT_EQ(host.selected(), (Rows{2, 5}));
+  EXPECT_EQ(copy->chooseDipole(40), 1);
+  EXPECT_EQ(host.selectedRows(), Rows{40});
 }
 
 TEST_F(ChosenDipole, HidesNoneWhileTheManagerShowsTheCurrentOneOnly) {

@@ -30,14 +30,7 @@ class FacadeHost : public testing::Test {
   }
   // The acts of the dialogs, by which each asks for a repaint.
   std::function<void()> ofManager() {
-    return [this] {
-      LVITEM item = {};
-      item.stateMask = LVIS_SELECTED;
-      ::SendMessageW(host.list(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
-      item.state = LVIS_SELECTED;
-      const auto row = static_cast<WPARAM>(++m_row % 3);
-      ::SendMessageW(host.list(), LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
-    };
+    return [this] { host.selectOnly(++m_row % 3); };
   }
   // Up on the first row: no row changes, so the manager asks for nothing.
   std::function<void()> ofList() {
@@ -126,23 +119,23 @@ TEST_F(FacadeHost, TheManagersEditorGoesAlongToTheWindowOfACopy) {
   EXPECT_EQ(repaintedBy({host.window, second}, ofEditor(editor)), Windows{second});
 }
 
-// The dialogs must not follow the pointer: this object is not there any more, where it was is other memory.
+// The dialogs must not follow the pointer: where the object was there is another one, with a window of its
+// own.
 TEST_F(FacadeHost, AWindowMayGoWithItsObject) {
   auto storage = std::make_unique<std::optional<HostWindow>>(std::in_place);
-  HostWindow& gone = **storage;
-  face().showDipoleList(&gone, nullptr);
-  face().dipoleEdit(&gone);
-  face().setDipoleCoordinate(&gone);
+  HostWindow* const gone = &**storage;
+  face().showDipoleList(gone, nullptr);
+  face().dipoleEdit(gone);
+  face().setDipoleCoordinate(gone);
   const HWND editor = host.editor();
-  const HWND other = host.window;
   storage->reset();
-  std::memset(static_cast<void*>(storage.get()), 0xDD, sizeof *storage);
-  const Windows all = {other};
+  HostWindow& next = storage->emplace();
+  ASSERT_EQ(&next, gone);
+  const Windows all = {host.window, next};
   EXPECT_EQ(repaintedBy(all, ofManager()), Windows{});
   EXPECT_EQ(repaintedBy(all, ofEditor(editor)), Windows{});
   EXPECT_EQ(repaintedBy(all, ofCoordinates()), Windows{});
   EXPECT_EQ(host.face->getCurrentDipoleID(), 1);
-  new (storage.get()) std::optional<HostWindow>();  // for its end
 }
 
 // The same object with another window: that one was never given.

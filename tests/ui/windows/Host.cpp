@@ -201,6 +201,17 @@ int Host::focusedRow() const {
   return static_cast<int>(::SendMessageW(list(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
 }
 
+bool Host::isInSight(int row) const {
+  RECT bounds = {};
+  RECT view = {};
+  RECT headings = {};
+  bounds.left = LVIR_BOUNDS;
+  ::SendMessageW(list(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds));
+  ::GetClientRect(list(), &view);
+  ::GetClientRect(reinterpret_cast<HWND>(::SendMessageW(list(), LVM_GETHEADER, 0, 0)), &headings);
+  return bounds.top >= headings.bottom && bounds.bottom <= view.bottom;
+}
+
 std::vector<std::string> Host::column(int column) const {
   std::vector<std::string> cells;
   for (int row = 0; row < rows(); ++row) {
@@ -239,6 +250,14 @@ void Host::key(UINT key, bool control, bool shift) {
   ::SendMessageW(list(), WM_KEYDOWN, key, 1);
   ::SendMessageW(list(), WM_KEYUP, key, 0xC0000001);
   pump();
+}
+
+void Host::selectOnly(int row) {
+  LVITEMW item = {};
+  item.stateMask = LVIS_SELECTED;
+  ::SendMessageW(list(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+  item.state = LVIS_SELECTED;
+  ::SendMessageW(list(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
 }
 
 void Host::clickHeading(int column) {

@@ -56,6 +56,7 @@ class Host {
   std::string heading(int column) const;
   std::vector<int> selectedRows() const;
   int focusedRow() const;
+  bool isInSight(int row) const;  // the whole row, below the headings
   std::vector<std::string> column(int column) const;
 
   // What the user does. Each waits until it has been handled.
@@ -63,6 +64,7 @@ class Host {
   void doubleClick(int row);
   void rightClick(int row);  // opens the menu: give a Robot its step before
   void key(UINT key, bool control = false, bool shift = false);  // in the list
+  void selectOnly(int row);                                      // as programs do, by the list's messages
   void clickHeading(int column);
   void typeInList(char character);
   void check(int box);        // clicks a check box or button of the manager

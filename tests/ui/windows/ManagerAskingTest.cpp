@@ -139,14 +139,36 @@ TEST_P(ManagerAsking, ANewDipoleIsNotTakenForOneThatIsGone) {
 
 TEST_P(ManagerAsking, SelectingOthersMeanwhileChangesNothingAboutIt) {
   host.openManager();
-  ask([&](HWND) {
-    LVITEMW item = {};
-    item.stateMask = LVIS_SELECTED;
-    ::SendMessageW(host.list(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
-    item.state = LVIS_SELECTED;
-    ::SendMessageW(host.list(), LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&item));
-  });
+  ask([&](HWND) { host.selectOnly(0); });
   EXPECT_EQ(changed(), (Numbers{2, 4}));
+}
+
+// Only those rest that were open before; whatever such an editor does, the command keeps to its dipoles.
+TEST_P(ManagerAsking, AnEditorThatIsOpenedMeanwhileWorks) {
+  host.openManager();
+  ask([&](HWND) {
+    host.face->dipoleEdit(&host.window);
+    const HWND editor = host.editor();
+    EXPECT_TRUE(::IsWindowEnabled(editor));
+    type(editor, IDC_EDITOR_SIZE, "8");
+    press(editor, IDC_EDITOR_APPLY);
+    press(editor, IDC_EDITOR_ADD);
+  });
+  EXPECT_EQ(host.dipole(3).m_size, 8.0);
+  EXPECT_EQ(host.face->getTotalDipoles(), 6U);
+  EXPECT_EQ(changed(), (Numbers{2, 4}));
+  EXPECT_EQ(host.updates(), 1);
+}
+
+TEST_P(ManagerAsking, NothingChangesWhenAnEditorThatIsOpenedMeanwhileDeletesASelectedOne) {
+  host.openManager();
+  ask([&](HWND) {
+    host.face->dipoleEdit(&host.window);
+    press(host.editor(), IDC_EDITOR_DELETE);  // the current one, of row 3
+  });
+  EXPECT_EQ(host.numbers(), (Numbers{1, 2, 3, 5}));
+  EXPECT_EQ(changed(), Numbers{});
+  EXPECT_EQ(host.updates(), 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(NameAndColor, ManagerAsking,

@@ -9,23 +9,12 @@ namespace {
 
 using Rows = std::vector<int>;
 
-bool isInView(const Host& host, int row) {
-  RECT bounds = {};
-  RECT list = {};
-  RECT header = {};
-  bounds.left = LVIR_BOUNDS;
-  ::SendMessageW(host.list(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds));
-  ::GetClientRect(host.list(), &list);
-  ::GetClientRect(reinterpret_cast<HWND>(::SendMessageW(host.list(), LVM_GETHEADER, 0, 0)), &header);
-  return bounds.top >= header.bottom && bounds.bottom <= list.bottom;
-}
-
 // The row of the current dipole, and none else, is marked, in view, and not selected.
 void expectMarked(const Host& host, int row) {
   EXPECT_EQ(host.face->getCurrentDipoleID(), row);
   EXPECT_EQ(host.focusedRow(), row);
   EXPECT_EQ(::SendMessageW(host.list(), LVM_GETSELECTIONMARK, 0, 0), row);
-  EXPECT_TRUE(isInView(host, row)) << row << " from " << ::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0);
+  EXPECT_TRUE(host.isInSight(row)) << row << " from " << ::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0);
   EXPECT_EQ(host.selectedRows(), Rows{});
 }
 
@@ -88,7 +77,7 @@ TEST(ManagerFocus, MarksTheCurrentDipoleAfterARefill) {
   host.openManager();
   expectMarked(host, 0);
   scrollTo(host, 199);
-  ASSERT_FALSE(isInView(host, 0));
+  ASSERT_FALSE(host.isInSight(0));
   host.face->updateDipoleList();
   expectMarked(host, 0);
   host.face->setCurrentDipole(120);
@@ -122,13 +111,26 @@ TEST(ManagerFocus, MarksNothingNewWithoutACurrentDipole) {
   EXPECT_EQ(host.selectedRows(), Rows{});
 }
 
+TEST(ManagerFocus, KeepsThePlaceWhenThereIsNoCurrentDipole) {
+  Host host(200);
+  host.openManager();
+  host.click(5);
+  scrollTo(host, 150);
+  const LRESULT top = ::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0);
+  ASSERT_FALSE(host.isInSight(5));
+  host.face->m_currentDipole = -1;
+  host.face->updateDipoleList();
+  EXPECT_EQ(::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0), top);
+  EXPECT_EQ(host.focusedRow(), 5);
+}
+
 TEST(ManagerFocus, StaysInViewOfWhoeverLooksAtTheCurrentDipole) {
   Host host(200);
   host.openManager();
   host.click(100);
   scrollTo(host, 103);  // nearly out of view at the top, but still there
   const LRESULT top = ::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0);
-  ASSERT_TRUE(isInView(host, 100));
+  ASSERT_TRUE(host.isInSight(100));
   host.face->updateDipoleList();
   EXPECT_EQ(::SendMessageW(host.list(), LVM_GETTOPINDEX, 0, 0), top);
 }
@@ -141,7 +143,7 @@ TEST(ManagerFocus, IsNotLeftToWhatAListDoesByItself) {
   const KeptMessages kept(host.list(),
                           [](UINT message, WPARAM, LPARAM) { return message == LVM_SETITEMSTATE; });
   host.face->updateDipoleList();
-  EXPECT_TRUE(isInView(host, 120));
+  EXPECT_TRUE(host.isInSight(120));
   EXPECT_EQ(::SendMessageW(host.list(), LVM_GETSELECTIONMARK, 0, 0), 120);
 }
 

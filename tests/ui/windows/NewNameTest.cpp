@@ -107,6 +107,21 @@ TEST_F(NewName, NothingOpensForAnEmptySet) {
   EXPECT_TRUE(openWindows("Set Name").empty());
 }
 
+// As when the system has no room for another window.
+LRESULT CALLBACK refuseWindows(int code, WPARAM window, LPARAM parameter) {
+  return code == HCBT_CREATEWND ? 1 : ::CallNextHookEx(nullptr, code, window, parameter);
+}
+
+TEST_F(NewName, TheHostIsToldAlsoWhenNoDialogCanBeMade) {
+  const HHOOK hook = ::SetWindowsHookExW(WH_CBT, &refuseWindows, nullptr, ::GetCurrentThreadId());
+  host.choose(ID_DIPOLE_NAME_SELECTED);
+  ::UnhookWindowsHookEx(hook);
+  EXPECT_EQ(host.updates(), 1);
+  EXPECT_EQ(host.labels(), (Texts{"d1", "d2", "d3"}));
+  EXPECT_EQ(host.selectedRows(), (std::vector<int>{1, 2}));
+  EXPECT_TRUE(::IsWindowEnabled(host.manager()));
+}
+
 TEST_F(NewName, TheCollectionMayGoWhileTheNameIsAsked) {
   const HWND manager = host.manager();
   robot.when("Set Name", [this](HWND dialog) {
