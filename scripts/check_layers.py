@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Fails when an include points down the tree, or when a module source knows which build it is in."""
+"""Fails when an include points down the tree, when a source of host/ stands in no room, or when a module source
+knows which build it is in."""
 import re
 import sys
 from pathlib import Path
@@ -12,18 +13,18 @@ LAYERS = ["headmodel", "record", "collection", "import", "file", "ui", "module"]
 ALLOWED = {folder: LAYERS[:place] for place, folder in enumerate(LAYERS)}
 ALLOWED["platform"] = []
 ALLOWED["host"] = ["module/dipole.h"]
-# Inside of host/ too: pictures, then the session on them, then the windows.
-INSIDE_HOST = ["", "session", "viewer"]
+# The rooms of host/ stand in order too.
+ROOMS = ["text", "head", "paint", "dipoles", "picture", "undo", "panes", "session", "viewer"]
 ALLOWED["tool"] = ["host", "module/dipole.h", "platform"]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
 BUILD_TEST = re.compile(r"^\s*#\s*(if|ifdef|ifndef|elif)\b")
 
 
-def host_folder(path):
-    """The place in INSIDE_HOST of a path such as host/session/Session.h; 0 for one right in host/."""
+def room_of(path):
+    """The place in ROOMS of a path such as host/session/Session.h; -1 for one that stands in no room."""
     parts = path.split("/")
-    return INSIDE_HOST.index(parts[1]) if len(parts) > 2 and parts[0] == "host" else 0
+    return ROOMS.index(parts[1]) if len(parts) == 3 and parts[1] in ROOMS else -1
 
 
 def problems():
@@ -32,6 +33,8 @@ def problems():
             if source.suffix not in (".h", ".cpp"):
                 continue
             place = source.relative_to(ROOT)
+            if folder == "host" and room_of(place.as_posix()) < 0:
+                yield f"{place}: stands in no room of host/"
             for number, line in enumerate(source.read_text(encoding="utf-8").splitlines(), 1):
                 if folder in LAYERS and BUILD_TEST.match(line):
                     yield f"{place}:{number}: a module source asks which build it is in"
@@ -39,8 +42,9 @@ def problems():
                 if include and not any(include[1] == path or include[1].startswith(path + "/")
                                        for path in [folder, *allowed]):
                     yield f"{place}:{number}: {folder}/ must not include {include[1]}"
-                elif include and folder == "host" and host_folder(include[1]) > host_folder(place.as_posix()):
-                    yield f"{place}:{number}: {place.parent}/ must not include {include[1]}"
+                elif include and folder == "host" and include[1].startswith("host/"):
+                    if not 0 <= room_of(include[1]) <= room_of(place.as_posix()):
+                        yield f"{place}:{number}: {place.parent}/ must not include {include[1]}"
 
 
 def main():

@@ -20,7 +20,7 @@ PLATFORM = ROOT / "platform"
 FOLDERS = ["headmodel", "record", "collection", "import", "file", "ui", "module", "platform", "host", "tool",
            "tests", "bench", "fuzz"]
 OTHERWISE_CHECKED = "tests/mfc/"  # by check_mfc.py, against other declarations
-WINDOWS = re.compile(r"^(ui|module|host/viewer|tests/(ui|viewer|module)|bench/ui)/|/windows/")
+WINDOWS = re.compile(r"^(ui|module|host/viewer|tests/(ui|host/viewer|module)|bench/ui)/|/windows/")
 TOGETHER = 30  # sources; more would not be shared well between the processors
 COMPILER = "x86_64-w64-mingw32-g++-posix"
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <strings.h>
 
-#include "host/Blanks.h"
+#include "host/text/Blanks.h"
 #include "tool/RawLines.h"
 
 namespace tool {

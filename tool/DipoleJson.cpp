@@ -3,7 +3,7 @@
 #include <utility>
 #include <variant>
 
-#include "host/DipoleColumns.h"
+#include "host/dipoles/DipoleColumns.h"
 
 namespace tool {
 

@@ -1,5 +1,5 @@
-// The dipoles of a set as JSON, with the names and values of host/DipoleColumns.h. What is not a number is
-// null.
+// The dipoles of a set as JSON, with the names and values of host/dipoles/DipoleColumns.h. What is not a
+// number is null.
 #pragma once
 
 #include "module/dipole.h"

@@ -5,9 +5,9 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "host/NiftiReader.h"
-#include "host/Numbers.h"
-#include "host/SliceCaption.h"
+#include "host/head/NiftiReader.h"
+#include "host/picture/SliceCaption.h"
+#include "host/text/Numbers.h"
 #include "tool/FiducialPoints.h"
 #include "tool/FileInfo.h"
 #include "tool/Output.h"

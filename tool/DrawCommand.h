@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/SlicePicture.h"
+#include "host/picture/SlicePicture.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
 #include "tool/SceneOptions.h"

@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "host/FiducialFile.h"
+#include "host/head/FiducialFile.h"
 
 namespace tool {
 namespace {

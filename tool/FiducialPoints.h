@@ -3,13 +3,13 @@
 
 #include <string>
 
-#include "host/HeadFrame.h"
+#include "host/head/HeadFrame.h"
 
 namespace tool {
 
 // Scanner mm (right, anterior, superior positive), from either
 //   - three triples "nx,ny,nz lx,ly,lz rx,ry,rz": nasion, left ear, right ear; or
-//   - the name of a fiducial file, see host/FiducialFile.h.
+//   - the name of a fiducial file, see host/head/FiducialFile.h.
 // Throws std::runtime_error that names the file, the line and the cause.
 host::Fiducials readFiducials(const std::string& argument);
 

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "host/Failure.h"
+#include "host/text/Failure.h"
 #include "platform/Utf.h"
 #include "tool/CtfScan.h"
 #include "tool/MsiScan.h"

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "host/HeaderText.h"
+#include "host/dipoles/HeaderText.h"
 #include "tool/Text.h"
 
 namespace tool {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-#include "host/HeaderText.h"
+#include "host/dipoles/HeaderText.h"
 #include "tool/Text.h"
 
 namespace tool {

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "host/Numbers.h"
+#include "host/text/Numbers.h"
 #include "tool/FileInfo.h"
 #include "tool/Output.h"
 #include "tool/Text.h"

@@ -21,7 +21,7 @@ std::string endingOf(const std::string& name);
 std::optional<InputFormat> inputFormatOf(const std::string& name);
 
 // The words that stand in front of the values that the module keeps from a header of this format; it may
-// leave their ends there (see headerText in host/HeaderText.h).
+// leave their ends there (see headerText in host/dipoles/HeaderText.h).
 const char* patientKeyword(InputFormat format);
 const char* versionKeyword(InputFormat format);
 

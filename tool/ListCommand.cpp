@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "host/Numbers.h"
-#include "host/TextTable.h"
+#include "host/text/Numbers.h"
+#include "host/text/TextTable.h"
 #include "platform/Utf.h"
 #include "tool/ImportSession.h"
 #include "tool/Output.h"

@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "host/Blanks.h"
+#include "host/text/Blanks.h"
 #include "tool/RawLines.h"
 
 namespace tool {

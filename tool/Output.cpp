@@ -5,7 +5,7 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "host/Numbers.h"
+#include "host/text/Numbers.h"
 #include "tool/Text.h"
 
 namespace tool {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/Image.h"
+#include "host/paint/Image.h"
 
 namespace tool {
 

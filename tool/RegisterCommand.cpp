@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "host/FiducialFile.h"
+#include "host/head/FiducialFile.h"
 #include "tool/FiducialPoints.h"
 #include "tool/TerminalOperator.h"
 

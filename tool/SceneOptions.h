@@ -4,7 +4,7 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
-#include "host/ScenePicture.h"
+#include "host/picture/ScenePicture.h"
 
 namespace tool {
 

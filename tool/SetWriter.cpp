@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-#include "host/DipoleColumns.h"
-#include "host/Failure.h"
+#include "host/dipoles/DipoleColumns.h"
+#include "host/text/Failure.h"
 #include "platform/Utf.h"
 #include "tool/DipoleJson.h"
 #include "tool/ReplacingFile.h"

@@ -18,9 +18,9 @@ ImportSession importToWrite(const ImportOptions& input, const OutputOptions& out
 // What a JSON file says beside the dipoles: the files that they come from, patient, frame and unit.
 Json setDocument(const ImportSession& session, const std::vector<std::string>& files);
 
-// .dipset and .txt are the module's own set file and text export; for the others see host/DipoleColumns.h.
-// The target is afterwards either the whole new file or what it was before, see ReplacingFile.h. Throws
-// std::runtime_error that names the target and the cause.
+// .dipset and .txt are the module's own set file and text export; for the others see
+// host/dipoles/DipoleColumns.h. The target is afterwards either the whole new file or what it was before, see
+// ReplacingFile.h. Throws std::runtime_error that names the target and the cause.
 void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output);
 
 // A set file of version 20011118, the one that holds the head spheres and the fiducial points as well.

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/SlicePicture.h"
+#include "host/picture/SlicePicture.h"
 
 namespace tool {
 

@@ -13,7 +13,7 @@
 #include "bench/Benchmarks.h"
 #include "bench/Comparison.h"
 #include "collection/SelectedDipoles.h"
-#include "host/UndoHistory.h"
+#include "host/undo/UndoHistory.h"
 
 namespace {
 

@@ -18,9 +18,9 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/Comparison.h"
-#include "host/NiftiReader.h"
-#include "host/session/ScenePane.h"
-#include "host/session/SlicePane.h"
+#include "host/head/NiftiReader.h"
+#include "host/panes/ScenePane.h"
+#include "host/panes/SlicePane.h"
 
 namespace {
 

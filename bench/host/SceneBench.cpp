@@ -11,7 +11,7 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/Comparison.h"
-#include "host/ScenePainter.h"
+#include "host/picture/ScenePainter.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 
 #include "fuzz/Check.h"
 #include "fuzz/FuzzFile.h"
-#include "host/NiftiReader.h"
+#include "host/head/NiftiReader.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <system_error>
 #include <utility>
 
-#include "host/Failure.h"
-#include "host/PathText.h"
-#include "host/SetBackup.h"
+#include "host/text/Failure.h"
+#include "host/text/PathText.h"
+#include "host/undo/SetBackup.h"
 
 namespace host {
 

@@ -8,14 +8,14 @@
 #include <system_error>
 #include <utility>
 
-#include "host/Failure.h"
-#include "host/HeaderText.h"
-#include "host/PathText.h"
-#include "host/SetBackup.h"
-#include "host/session/HeadFile.h"
+#include "host/dipoles/HeaderText.h"
+#include "host/dipoles/SetFiducials.h"
+#include "host/head/HeadFile.h"
 #include "host/session/ImportOne.h"
-#include "host/session/SetFiducials.h"
 #include "host/session/SetFile.h"
+#include "host/text/Failure.h"
+#include "host/text/PathText.h"
+#include "host/undo/SetBackup.h"
 
 namespace host {
 

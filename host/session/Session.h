@@ -17,11 +17,11 @@
 #include <string>
 #include <vector>
 
-#include "host/RecentFiles.h"
-#include "host/UndoHistory.h"
-#include "host/ValueColors.h"
-#include "host/session/Head.h"
-#include "host/session/ViewSettings.h"
+#include "host/dipoles/ValueColors.h"
+#include "host/dipoles/ViewSettings.h"
+#include "host/head/Head.h"
+#include "host/text/RecentFiles.h"
+#include "host/undo/UndoHistory.h"
 #include "module/dipole.h"
 
 namespace host {
@@ -39,7 +39,7 @@ class Session {
   ViewSettings& view() { return m_view; }
   [[nodiscard]] const ViewSettings& view() const { return m_view; }
 
-  // The MRI. Opening takes the fiducial points beside the file (see host/session/HeadFile.h); without them
+  // The MRI. Opening takes the fiducial points beside the file (see host/head/HeadFile.h); without them
   // the head is not registered, whatever was before. Points that were placed are forgotten, and the notice
   // says so when some of them were not the head's.
   void openMri(const CString& path);
@@ -57,7 +57,7 @@ class Session {
   // Registration: where the head frame lies in the MRI. The crosshair stays where it is in the MRI.
   void registerHead(const Fiducials& points);  // throws std::invalid_argument, see frameIn
   void unregister();
-  [[nodiscard]] Fiducials fiducialsOfSet() const;  // see host/session/SetFiducials.h; throws
+  [[nodiscard]] Fiducials fiducialsOfSet() const;  // see host/dipoles/SetFiducials.h; throws
 
   // Points that the user picks: each at the crosshair, then all of them at once.
   void placeFiducial(FiducialName name);
@@ -86,8 +86,8 @@ class Session {
     int dipoles = 0;             // that came
     bool cancelled = false;      // by the progress function
     std::vector<Failed> failed;  // those that brought none, or broke off; the set has nothing of these
-    // Whom the set, unless it was empty, and the files that brought dipoles name, see host/HeaderText.h; each
-    // once, in that order.
+    // Whom the set, unless it was empty, and the files that brought dipoles name, see
+    // host/dipoles/HeaderText.h; each once, in that order.
     std::vector<std::string> patients;
     bool mixesPatients = false;  // there is more than one of them
   };
@@ -114,7 +114,7 @@ class Session {
 
   // Takes note of what a command did to the set, for undo; true when there was a change. The viewer calls
   // it after each of its commands, and whenever the module asks for its views to be drawn anew. Without a
-  // name it is found, see host/ChangeName.h.
+  // name it is found, see host/undo/ChangeName.h.
   bool noteChange(const CString& command = CString());
   UndoHistory::Moved undo();
   UndoHistory::Moved redo();

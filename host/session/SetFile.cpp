@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "host/DipoleColumns.h"
-#include "host/Failure.h"
-#include "host/SafeFile.h"
+#include "host/dipoles/DipoleColumns.h"
+#include "host/text/Failure.h"
+#include "host/text/SafeFile.h"
 
 namespace host {
 

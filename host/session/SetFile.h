@@ -1,5 +1,5 @@
 // Whole dipole sets to and from files, whatever happens meanwhile: the target of a save is the whole new
-// file or what it was before (host/SafeFile.h), and a set that was read is the whole one.
+// file or what it was before (host/text/SafeFile.h), and a set that was read is the whole one.
 //
 // All throw std::runtime_error that names the file and the cause. The module shows messages of its own too.
 #pragma once
@@ -20,7 +20,7 @@ void writeSet(CDipoleFace9File& set, const CString& path);
 // The module's text for spreadsheets, UTF-16.
 void writeSpreadsheetText(CDipoleFace9File& set, const CString& path);
 
-// A table, UTF-8, see host/DipoleColumns.h; the separator is a comma.
+// A table, UTF-8, see host/dipoles/DipoleColumns.h; the separator is a comma.
 void writeCsv(const CDipoleFace& set, const CString& path);
 
 }  // namespace host

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "host/PathText.h"
-#include "host/SafeFile.h"
+#include "host/text/PathText.h"
+#include "host/text/SafeFile.h"
 #include "host/viewer/MainFrame.h"
 
 namespace host {

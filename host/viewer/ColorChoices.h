@@ -4,7 +4,7 @@
 #include <array>
 #include <optional>
 
-#include "host/ValueColors.h"
+#include "host/dipoles/ValueColors.h"
 
 namespace host {
 

@@ -1,8 +1,8 @@
 // The commands of the menu Dipoles: the module's windows, undo, registration.
 #include <stdexcept>
 
-#include "host/FiducialFile.h"
-#include "host/PathText.h"
+#include "host/head/FiducialFile.h"
+#include "host/text/PathText.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/Utf8.h"
 

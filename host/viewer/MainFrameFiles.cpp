@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "host/HeaderText.h"
-#include "host/PathText.h"
+#include "host/dipoles/HeaderText.h"
+#include "host/panes/WholePicture.h"
 #include "host/session/FileKind.h"
-#include "host/session/WholePicture.h"
+#include "host/text/PathText.h"
 #include "host/viewer/KeptMessages.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/PngFile.h"

@@ -2,9 +2,9 @@
 #include <cmath>
 #include <string>
 
-#include "host/HeaderText.h"
-#include "host/PathText.h"
-#include "host/session/DipoleVisibility.h"
+#include "host/dipoles/DipoleVisibility.h"
+#include "host/dipoles/HeaderText.h"
+#include "host/text/PathText.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/Utf8.h"
 

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "host/session/SetSwitches.h"
+#include "host/dipoles/SetSwitches.h"
 #include "host/viewer/ColorChoices.h"
 #include "host/viewer/MainFrame.h"
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/session/PaneContents.h"
+#include "host/panes/PaneContents.h"
 
 namespace host {
 

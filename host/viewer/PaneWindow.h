@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "host/Image.h"
+#include "host/paint/Image.h"
 #include "host/viewer/PaneOwner.h"
 
 namespace host {

@@ -6,7 +6,7 @@
 #include <vector>
 #include <wincodec.h>
 
-#include "host/SafeFile.h"
+#include "host/text/SafeFile.h"
 
 namespace host {
 

@@ -3,7 +3,7 @@
 
 #include <afxwin.h>
 
-#include "host/Image.h"
+#include "host/paint/Image.h"
 
 namespace host {
 

@@ -2,7 +2,7 @@
 // arrows turn by 5 degrees, with Shift by 15.
 #pragma once
 
-#include "host/session/ScenePane.h"
+#include "host/panes/ScenePane.h"
 #include "host/viewer/PaneWindow.h"
 
 namespace host {

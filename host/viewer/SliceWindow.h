@@ -2,7 +2,7 @@
 // wheel: next slice; arrows and Page keys: crosshair and slice by 1 mm, with Shift by 10.
 #pragma once
 
-#include "host/session/SlicePane.h"
+#include "host/panes/SlicePane.h"
 #include "host/viewer/PaneWindow.h"
 
 namespace host {

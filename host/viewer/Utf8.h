@@ -1,4 +1,4 @@
-// From the pictures' texts, UTF-8, to those of the windows; host/PathText.h has the other way.
+// From the pictures' texts, UTF-8, to those of the windows; host/text/PathText.h has the other way.
 #pragma once
 
 #include <afx.h>

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "host/session/SetSwitches.h"
+#include "host/dipoles/SetSwitches.h"
 #include "host/viewer/ColorChoices.h"
 
 namespace host {

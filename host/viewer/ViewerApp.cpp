@@ -6,8 +6,8 @@
 #include <shellapi.h>
 #include <vector>
 
-#include "host/PathText.h"
 #include "host/session/FileKind.h"
+#include "host/text/PathText.h"
 #include "host/viewer/Benchmark.h"
 #include "host/viewer/KeptMessages.h"
 

@@ -6,11 +6,11 @@
 #include <limits>
 #include <memory>
 
-#include "host/DipoleColumns.h"
-#include "host/PathText.h"
+#include "host/dipoles/DipoleColumns.h"
 #include "host/session/Session.h"
-#include "tests/host/Failing.h"
-#include "tests/host/WholeSet.h"
+#include "host/text/PathText.h"
+#include "tests/host/text/Failing.h"
+#include "tests/host/undo/WholeSet.h"
 #include "tests/support/FailingOs.h"
 #include "tests/support/TempFolder.h"
 

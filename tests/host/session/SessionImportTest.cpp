@@ -4,11 +4,11 @@
 #include <memory>
 #include <stdexcept>
 
-#include "host/Failure.h"
 #include "host/session/Session.h"
+#include "host/text/Failure.h"
 #include "platform/Utf.h"
-#include "tests/host/Failing.h"
-#include "tests/host/WholeSet.h"
+#include "tests/host/text/Failing.h"
+#include "tests/host/undo/WholeSet.h"
 #include "tests/support/CurrentFolder.h"
 #include "tests/support/FailingOs.h"
 #include "tests/support/TempFolder.h"

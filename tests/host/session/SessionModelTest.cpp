@@ -6,7 +6,7 @@
 
 #include "collection/SelectedDipoles.h"
 #include "host/session/Session.h"
-#include "tests/host/WholeSet.h"
+#include "tests/host/undo/WholeSet.h"
 #include "tests/support/TempFolder.h"
 
 namespace {

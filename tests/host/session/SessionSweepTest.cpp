@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "host/session/Session.h"
-#include "tests/host/NiftiFile.h"
-#include "tests/host/WholeSet.h"
+#include "tests/host/head/NiftiFile.h"
+#include "tests/host/undo/WholeSet.h"
 #include "tests/support/TempFolder.h"
 #include "tests/sweep/FaultSweep.h"
 

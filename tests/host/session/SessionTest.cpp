@@ -5,11 +5,11 @@
 #include <limits>
 #include <memory>
 
-#include "host/PathText.h"
 #include "host/session/Session.h"
-#include "tests/host/Failing.h"
-#include "tests/host/NiftiFile.h"
-#include "tests/host/WholeSet.h"
+#include "host/text/PathText.h"
+#include "tests/host/head/NiftiFile.h"
+#include "tests/host/text/Failing.h"
+#include "tests/host/undo/WholeSet.h"
 #include "tests/support/TempFolder.h"
 
 namespace {

@@ -1,0 +1,72 @@
+#include "host/dipoles/DipoleVisibility.h"
+
+#include "host/dipoles/DipoleScene.h"
+
+namespace host {
+
+namespace {
+
+bool isInLatencyWindow(const CDipoleFace3On3DView& set, const CDipoleszq& dipole,
+                       const ViewSettings& settings) {
+  return set.m_showDipoleLatencySelected == 0 ||
+         (dipole.m_latency >= settings.latency.from && dipole.m_latency <= settings.latency.to);
+}
+
+Visibility judge(bool isOn, const CDipoleFace3On3DView& set, const CDipoleszq& dipole,
+                 const ViewSettings& settings) {
+  if (!isOn)
+    return Visibility::switchedOff;
+  if (!settings.filter.passes(dipole) || !isInLatencyWindow(set, dipole, settings))
+    return Visibility::filtered;
+  return isPlace(placeOf(dipole)) ? Visibility::shown : Visibility::nowhere;
+}
+
+}  // namespace
+
+Visibility visibilityOf(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
+                        const ViewSettings& settings) {
+  return judge(isSwitchedOn(set, slot, dipole), set, dipole, settings);
+}
+
+Visibility visibilityOnSlices(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
+                              const ViewSettings& settings) {
+  return judge(dipole.m_display == 1 && isSwitchedOn(set, slot, dipole), set, dipole, settings);
+}
+
+bool isVisible(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
+               const ViewSettings& settings) {
+  return visibilityOf(set, slot, dipole, settings) == Visibility::shown;
+}
+
+bool isVisibleOnSlices(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
+                       const ViewSettings& settings) {
+  return visibilityOnSlices(set, slot, dipole, settings) == Visibility::shown;
+}
+
+void VisibleCount::add(Visibility visibility) {
+  ++total;
+  switch (visibility) {
+    case Visibility::shown:
+      ++shown;
+      return;
+    case Visibility::switchedOff:
+      ++switchedOff;
+      return;
+    case Visibility::filtered:
+      ++filtered;
+      return;
+    case Visibility::nowhere:
+      ++nowhere;
+      return;
+  }
+}
+
+VisibleCount countVisible(const CDipoleFace3On3DView& set, const ViewSettings& settings) {
+  VisibleCount count;
+  for (int slot = 0; slot < set.m_totalDipoles; ++slot)
+    if (const CDipoleszq* dipole = set.m_dipoles[slot])
+      count.add(visibilityOf(set, slot, *dipole, settings));
+  return count;
+}
+
+}  // namespace host

@@ -1,0 +1,143 @@
+#include "host/dipoles/SetFiducials.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+#include <stdexcept>
+
+#include "host/head/HeadFile.h"
+
+namespace host {
+
+namespace {
+
+using Points = std::array<Vector3, 3>;  // nasion, left ear, right ear
+
+Points pointsOf(const Fiducials& fiducials) {
+  return {fiducials.nasion, fiducials.leftEar, fiducials.rightEar};
+}
+
+// Nothing unless all three are set.
+std::optional<Points> pointsOf(const CFiducial& set) {
+  Points points;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    Vector3& point = points[i];
+    if (set.m_points[i].getPosition(point.x, point.y, point.z) == 0)
+      return std::nullopt;
+  }
+  return points;
+}
+
+// The largest difference of a distance between two points; not a number when one is not.
+double differenceOf(const Points& a, const Points& b) {
+  double worst = 0.0;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    const std::size_t j = (i + 1) % a.size();
+    const double difference = std::abs(length(a[i] - a[j]) - length(b[i] - b[j]));
+    worst = difference <= worst ? worst : difference;
+  }
+  return worst;
+}
+
+std::string inMm(double value) {
+  return std::isfinite(value) && std::abs(value) < 1e6 ? std::to_string(std::lround(value)) + " mm"
+                                                       : "a distance that is not a number";
+}
+
+// Which voxel axis lies nearest to each axis of the scanner, and whether it runs along it.
+struct VoxelAxes {
+  std::array<int, 3> axis{};
+  std::array<bool, 3> isAlong{};
+
+  explicit VoxelAxes(const Affine& toScanner) {
+    double best = -1.0;
+    std::array<int, 3> order = {0, 1, 2};
+    do {
+      double sum = 0.0;
+      for (int scanner = 0; scanner < 3; ++scanner)
+        sum += std::abs(direction(toScanner, order[static_cast<std::size_t>(scanner)])[scanner]);
+      if (sum > best) {
+        best = sum;
+        axis = order;
+      }
+    } while (std::next_permutation(order.begin(), order.end()));
+    for (std::size_t scanner = 0; scanner < 3; ++scanner)
+      isAlong[scanner] = direction(toScanner, axis[scanner])[static_cast<int>(scanner)] > 0;
+  }
+
+ private:
+  static Vector3 direction(const Affine& toScanner, int axis) {
+    const Vector3& column = toScanner.column(axis);
+    return column * (1.0 / length(column));
+  }
+};
+
+// Slice numbers sagittal, coronal, axial.
+Vector3 slicesOf(const Vector3& stored) {
+  constexpr double farEnd = 256.0;
+  return {farEnd - stored.x, farEnd - stored.z, farEnd - stored.y};
+}
+
+// The place of three slices, whose numbers grow towards the given directions of the scanner's axes.
+Vector3 placeOf(const Vector3& slices, const Volume& volume, const VoxelAxes& axes,
+                const std::array<bool, 3>& growsAlong) {
+  Vector3 index;
+  for (std::size_t scanner = 0; scanner < 3; ++scanner) {
+    const auto axis = static_cast<std::size_t>(axes.axis[scanner]);
+    const double slice = slices[static_cast<int>(scanner)];
+    const double last = volume.dimensions()[axis] - 1.0;
+    if (!(slice >= 0.0 && slice <= last))
+      throw std::runtime_error(
+          "the fiducial points of the dipole file lie outside of this MRI: they are of another one");
+    index[static_cast<int>(axis)] = axes.isAlong[scanner] == growsAlong[scanner] ? slice : last - slice;
+  }
+  return volume.toScanner()(index);
+}
+
+}  // namespace
+
+Fiducials fiducialsOfSet(const CDipoleFace& set, const Volume& volume) {
+  const std::optional<Points> stored = pointsOf(set.m_fiducialMri);
+  const std::optional<Points> head = pointsOf(set.m_fiducialCtf);
+  if (!stored)
+    throw std::runtime_error("the dipole file gave no fiducial points of an MRI");
+  if (!head)
+    throw std::runtime_error("the dipole file gave no head sphere, so its fiducial points cannot be checked");
+  if (!volume.sidesStated())
+    throw std::runtime_error(
+        "this MRI does not state its sides: the fiducial points of the dipole file cannot be placed in it");
+  Points slices;
+  std::transform(stored->begin(), stored->end(), slices.begin(), slicesOf);
+  const bool isFromLeft = slices[1].x < slices[2].x;
+  const std::array<bool, 3> growsAlong = {isFromLeft, false, false};
+  const VoxelAxes axes(volume.toScanner());
+  Points places;
+  std::transform(slices.begin(), slices.end(), places.begin(),
+                 [&](const Vector3& point) { return placeOf(point, volume, axes, growsAlong); });
+  const double difference = differenceOf(places, *head);
+  if (!(difference <= mostDifference))
+    throw std::runtime_error("the distances between the fiducial points of the dipole file differ by " +
+                             inMm(difference) + " in this MRI: it is not the one they were set in");
+  const Fiducials points = {places[0], places[1], places[2]};
+  try {
+    (void)frameIn(volume, points);
+  } catch (const std::invalid_argument& error) {
+    throw std::runtime_error(std::string("the fiducial points of the dipole file do not fit this MRI: ") +
+                             error.what());
+  }
+  return points;
+}
+
+std::string headMismatch(const CDipoleFace& set, const Fiducials& head) {
+  const std::optional<Points> own = pointsOf(set.m_fiducialCtf);
+  if (!own || !pointsOf(set.m_fiducialMri))
+    return {};
+  const double difference = differenceOf(*own, pointsOf(head));
+  if (difference <= mostDifference)
+    return {};
+  return "the distances between the fiducial points differ by " + inMm(difference) +
+         " from those in the dipole file: is this the same head?";
+}
+
+}  // namespace host

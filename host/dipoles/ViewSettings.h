@@ -1,0 +1,31 @@
+// What the user chose to see, as far as the module does not keep it itself. The set's own switches come
+// first: m_showDipoleArray, m_showCurrentDipoleOnly, m_showDipoleLatencySelected, m_showDipole2DOverlap and
+// each dipole's m_show, m_display and m_showOrientation.
+#pragma once
+
+#include <optional>
+
+#include "host/dipoles/DipoleFilter.h"
+#include "host/dipoles/ValueColors.h"
+
+namespace host {
+
+struct LatencyWindow {
+  double from = 0.0;  // ms, both ends pass
+  double to = 0.0;
+};
+
+struct ViewSettings {
+  LatencyWindow latency;  // counts while the set's m_showDipoleLatencySelected is on
+  DipoleFilter filter;
+  std::optional<DipoleValue> colourBy;  // nothing: each dipole's own colour
+  bool showLegend = true;
+  // How far from a slice a dipole may lie to be drawn on it, mm; nothing: any distance. While the set's
+  // m_showDipole2DOverlap is off a slice shows its own dipoles only, whatever is chosen here.
+  std::optional<double> toleranceMm = 5.0;
+  int glyphPixels = 9;         // side of a dipole's square on slices, 1 to 64
+  double ballRadius = 2.5;     // mm, of a dipole in 3D
+  double thinnestSlice = 1.0;  // mm; "only this slice" reaches half of it to both sides
+};
+
+}  // namespace host

@@ -1,0 +1,126 @@
+#include "host/head/FiducialFile.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "host/text/Blanks.h"
+#include "host/text/PathText.h"
+
+namespace host {
+
+namespace {
+
+constexpr std::array<std::string_view, 3> names = {"nasion", "left", "right"};
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";  // some editors begin a file with it
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+  std::vector<std::string_view> parts;
+  if (separator != ' ') {
+    for (std::size_t end = 0; (end = text.find(separator)) != std::string_view::npos;) {
+      parts.push_back(text.substr(0, end));
+      text.remove_prefix(end + 1);
+    }
+    parts.push_back(text);
+    return parts;
+  }
+  for (text = withoutBlanks(text); !text.empty(); text = withoutBlanks(text)) {
+    parts.push_back(text.substr(0, text.find_first_of(blanks)));
+    text.remove_prefix(parts.back().size());
+  }
+  return parts;
+}
+
+std::optional<double> numberOf(std::string_view text) {
+  if (text.starts_with('+') && !text.starts_with("+-"))
+    text.remove_prefix(1);
+  double value = 0.0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool isWhole = result.ec == std::errc() && result.ptr == text.data() + text.size();
+  return isWhole && std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
+class Reader {
+ public:
+  explicit Reader(std::string file) : m_file(std::move(file)) {}
+
+  void take(std::string_view line) {
+    ++m_line;
+    if (m_line == 1 && line.starts_with(byteOrderMark))
+      line.remove_prefix(byteOrderMark.size());
+    line = withoutBlanks(line.substr(0, line.find('#')));
+    if (line.empty())
+      return;
+    const std::string_view name = line.substr(0, line.find_first_of(blanks));
+    for (std::size_t i = 0; i < names.size(); ++i)
+      if (name == names.at(i))
+        return set(i, line.substr(name.size()));
+    fail(where() + "begins with neither nasion, left nor right");
+  }
+
+  [[nodiscard]] Fiducials result() const {
+    for (std::size_t i = 0; i < names.size(); ++i)
+      if (!m_points.at(i))
+        fail("no line gives the point " + std::string(names.at(i)));
+    return {*m_points[0], *m_points[1], *m_points[2]};
+  }
+
+  [[noreturn]] void fail(const std::string& cause) const {
+    throw std::runtime_error("fiducial points " + m_file + ": " + cause);
+  }
+
+ private:
+  [[nodiscard]] std::string where() const { return "line " + std::to_string(m_line) + " "; }
+
+  void set(std::size_t index, std::string_view values) {
+    const std::string name(names.at(index));
+    if (m_points.at(index))
+      fail(where() + "gives the point " + name + " a second time");
+    m_points.at(index) = readCoordinates(values, ' ');
+    if (!m_points.at(index))
+      fail(where() + "needs three numbers after " + name);
+  }
+
+  std::string m_file;
+  int m_line = 0;
+  std::array<std::optional<Vector3>, 3> m_points;
+};
+
+}  // namespace
+
+std::optional<Vector3> readCoordinates(std::string_view text, char separator) {
+  const std::vector<std::string_view> parts = split(text, separator);
+  if (parts.size() != 3)
+    return std::nullopt;
+  Vector3 result;
+  for (int axis = 0; axis < 3; ++axis) {
+    const std::optional<double> value = numberOf(parts[static_cast<std::size_t>(axis)]);
+    if (!value)
+      return std::nullopt;
+    result[axis] = *value;
+  }
+  return result;
+}
+
+Fiducials readFiducialFile(const std::filesystem::path& path) {
+  Reader reader(utf8Of(textOf(path)));
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error))
+    reader.fail("a folder, not a file");
+  std::ifstream file(path, std::ios::binary);
+  if (!file)
+    reader.fail("cannot be opened");
+  for (std::string line; std::getline(file, line);)
+    reader.take(line);
+  if (file.bad())
+    reader.fail("cannot be read");
+  return reader.result();
+}
+
+}  // namespace host

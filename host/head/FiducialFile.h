@@ -1,0 +1,22 @@
+// The three fiducial points of a head as text.
+//
+// A fiducial file has the lines "nasion x y z", "left x y z" and "right x y z" in any order, scanner mm
+// (right, anterior, superior positive). Blank lines and what follows a # are left out.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+#include "host/head/HeadFrame.h"
+
+namespace host {
+
+// Throws std::runtime_error that names the file, the line and the cause.
+[[nodiscard]] Fiducials readFiducialFile(const std::filesystem::path& path);
+
+// Three finite numbers and nothing else: with a separator between them, or, when it is a blank, with any
+// white space between and around them.
+[[nodiscard]] std::optional<Vector3> readCoordinates(std::string_view text, char separator);
+
+}  // namespace host

@@ -1,0 +1,28 @@
+// What all panes of a window show. Places are mm in the head frame (x left, y up, z front).
+#pragma once
+
+#include <array>
+#include <optional>
+
+#include "host/dipoles/ValueColors.h"
+#include "host/dipoles/ViewSettings.h"
+#include "host/head/Head.h"
+#include "host/head/Vector3.h"
+#include "host/head/Volume.h"
+#include "module/dipole.h"
+
+namespace host {
+
+struct PaneContents {
+  CDipoleFace9File& dipoles;  // drawing changes members while it lasts; all are as before afterwards
+  const Head& head;
+  const ViewSettings& settings;
+  Vector3 crosshair;  // the slices go through it
+  GreyWindow window;
+  // null: each dipole has its own colour, m_colorF, on slices too, so that it looks the same in all panes
+  const ValueColors* colours = nullptr;
+  // Points that the user has placed for a registration to come: nasion, left ear, right ear.
+  std::array<std::optional<Vector3>, 3> marks{};
+};
+
+}  // namespace host

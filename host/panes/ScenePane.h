@@ -1,0 +1,78 @@
+// The picture of the 3D pane: the slices through the crosshair with all visible dipoles, the head sphere and
+// the fiducials, seen from where the user turned it. Lengths are mm in the head frame (x left, y up, z
+// front); pixels count from the pane's upper left corner.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "host/dipoles/DipoleScene.h"
+#include "host/dipoles/DipoleVisibility.h"
+#include "host/paint/DepthPicture.h"
+#include "host/paint/Image.h"
+#include "host/paint/SceneCamera.h"
+#include "host/panes/PaneContents.h"
+#include "host/picture/ScenePainter.h"
+#include "host/picture/SlicePlane.h"
+
+namespace host {
+
+class ScenePane {
+ public:
+  // Looks from the patient's left front, a little from above.
+  ScenePane();
+
+  void resize(int width, int height);  // pixels; less than 1 becomes 1
+  // As SlicePane::fit; the direction of sight stays.
+  void fit() { m_isFitted = true; }
+  // Turns the head with the hand: half a degree for each pixel to the right and down.
+  void turn(int columns, int rows);
+  void zoom(double factor);  // above 1 enlarges; a factor that is not above 0 does nothing
+  void pan(int columns, int rows);
+  void lookFrom(Standpoint standpoint) { m_camera.lookFrom(standpoint); }
+
+  // Of the pane's size; kept until the next. While the head is not registered there are no slices, unless
+  // the set is empty, without fiducials and sphere too. The fiducials are the head's own when it is
+  // registered, else the set's; placed ones stand where the head does. With colours and a legend wished for,
+  // the legend takes a strip at the right border, unless the pane is too narrow. Throws
+  // std::invalid_argument when a coordinate of the crosshair is not within 1000 mm.
+  const Image& paint(const PaneContents& contents);
+
+  // By the last picture:
+  // The slot of the dipole whose ball the pixel shows, -1 when there is none.
+  [[nodiscard]] int pick(const PaneContents& contents, int column, int row) const;
+  [[nodiscard]] const SceneCamera& camera() const { return m_camera; }
+  [[nodiscard]] const VisibleCount& count() const { return m_count; }
+
+ private:
+  // From which a plane was sampled.
+  struct PlaneKey {
+    std::shared_ptr<const Volume> volume;
+    HeadFrame frame;
+    GreyWindow window;
+  };
+  [[nodiscard]] bool isHeadShown(const PaneContents& contents) const;
+  void renewPlanes(const PaneContents& contents);
+  void fitTo(const PaneContents& contents);
+  [[nodiscard]] SceneStyle styleOf(const PaneContents& contents) const;
+  void drawPlaced(Image& image, const PaneContents& contents) const;
+  void drawTexts(Image& image, const PaneContents& contents) const;
+
+  int m_width = 1;
+  int m_height = 1;
+  bool m_isFitted = true;
+  SceneCamera m_camera;
+  std::shared_ptr<const Volume> m_volume;
+  std::optional<HeadFrame> m_frame;
+
+  std::optional<PlaneKey> m_planeKey;
+  std::vector<SlicePlane> m_planes;  // axial, coronal, sagittal; none while the head is not shown
+  DipoleScene m_scene;
+  VisibleCount m_count;
+  ScenePainter m_painter;
+  std::optional<DepthPicture> m_depths;
+  Image m_picture;
+};
+
+}  // namespace host

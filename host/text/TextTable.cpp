@@ -1,0 +1,90 @@
+#include "host/text/TextTable.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace host {
+namespace {
+
+// In characters: the texts hold no wide or combining ones.
+std::size_t widthOf(const std::string& text) {
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+  }));
+}
+
+std::string padded(const std::string& text, std::size_t width, TextTable::Align align) {
+  const std::string blanks(width - widthOf(text), ' ');
+  return align == TextTable::Align::right ? blanks + text : text + blanks;
+}
+
+std::string quoted(const std::string& text, char separator) {
+  if (text.find_first_of("\"\r\n") == std::string::npos && text.find(separator) == std::string::npos) {
+    return text;
+  }
+  std::string result = "\"";
+  for (const char c : text) {
+    result.append(c == '"' ? 2 : 1, c);
+  }
+  return result + "\"";
+}
+
+std::string delimitedLine(const std::vector<std::string>& cells, char separator) {
+  std::string line;
+  for (const std::string& cell : cells) {
+    line += (&cell == &cells.front() ? "" : std::string(1, separator)) + quoted(cell, separator);
+  }
+  return line + "\n";
+}
+
+std::vector<std::string> titlesOf(const std::vector<TextTable::Column>& columns) {
+  std::vector<std::string> titles;
+  titles.reserve(columns.size());
+  for (const TextTable::Column& column : columns) {
+    titles.push_back(column.title);
+  }
+  return titles;
+}
+
+}  // namespace
+
+TextTable::TextTable(std::vector<Column> columns) : m_columns(std::move(columns)) {}
+
+void TextTable::addRow(std::vector<std::string> cells) {
+  cells.resize(m_columns.size());
+  m_rows.push_back(std::move(cells));
+}
+
+std::string TextTable::aligned() const {
+  std::vector<std::size_t> widths;
+  for (std::size_t i = 0; i < m_columns.size(); ++i) {
+    std::size_t width = widthOf(m_columns[i].title);
+    for (const auto& row : m_rows) {
+      width = (std::max)(width, widthOf(row[i]));
+    }
+    widths.push_back(width);
+  }
+  const auto line = [&](const std::vector<std::string>& cells) {
+    std::string text;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      text += (i == 0 ? "" : "  ") + padded(cells[i], widths[i], m_columns[i].align);
+    }
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text + "\n";
+  };
+  std::string all = line(titlesOf(m_columns));
+  for (const auto& row : m_rows) {
+    all += line(row);
+  }
+  return all;
+}
+
+std::string TextTable::delimited(char separator) const {
+  std::string all = delimitedLine(titlesOf(m_columns), separator);
+  for (const auto& row : m_rows) {
+    all += delimitedLine(row, separator);
+  }
+  return all;
+}
+
+}  // namespace host

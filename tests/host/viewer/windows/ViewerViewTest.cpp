@@ -1,0 +1,170 @@
+// The commands of the menu View, and the view panel.
+#include <gtest/gtest.h>
+
+#include "tests/host/viewer/windows/ViewerUser.h"
+#include "tests/support/ScriptedOperator.h"
+
+namespace {
+
+class ViewerView : public testing::Test {
+ protected:
+  ViewerView() {
+    for (int i = 0; i < 10; ++i) {
+      m_user.dipoles().addDipoleF(static_cast<float>(i * 5), 40.0F, 10.0F);
+      CDipoleszq& dipole = *m_user.dipoles().getCurrentDipole();
+      dipole.m_latency = 10.0 * i;
+      dipole.m_fitError = i;
+      dipole.m_moment = 5.0 * i;
+    }
+    m_user.session().noteChange();
+    m_user.waitQuiet();
+    m_user.choose(ID_VIEW_PANEL);
+    m_user.choose(ID_VIEW_PANEL);  // brings the panel up to date with what was added behind its back
+  }
+  std::string count() { return m_user.status(host::MainFrame::countPart); }
+  host::ViewSettings& view() { return m_user.session().view(); }
+
+  ScriptedOperator m_operator;
+  ViewerUser m_user;
+};
+
+TEST_F(ViewerView, SwitchesGoToTheModuleAndCanBeUndone) {
+  struct Switch {
+    UINT command;
+    bool initial;
+    const char* undo;
+  };
+  for (const Switch& tried : {Switch{ID_VIEW_SHOW_DIPOLES, true, "Undo Show Dipoles\tCtrl+Z"},
+                              {ID_VIEW_CURRENT_ONLY, false, "Undo Current Dipole Only\tCtrl+Z"},
+                              {ID_VIEW_LATENCY_WINDOW, false, "Undo Latency Window\tCtrl+Z"},
+                              {ID_VIEW_OVERLAP, true, "Undo Overlap\tCtrl+Z"},
+                              {ID_VIEW_ARROWS, true, "Undo Orientation Arrows\tCtrl+Z"},
+                              {ID_VIEW_FIDUCIALS, true, "Undo Fiducial Points\tCtrl+Z"}}) {
+    EXPECT_EQ(m_user.isChecked(tried.command), tried.initial) << tried.undo;
+    m_user.choose(tried.command);
+    EXPECT_EQ(m_user.isChecked(tried.command), !tried.initial) << tried.undo;
+    EXPECT_EQ(::IsDlgButtonChecked(m_user.panel(), static_cast<int>(tried.command)) != 0, !tried.initial);
+    EXPECT_EQ(m_user.menuText(ID_DIPOLES_UNDO), tried.undo);
+    m_user.choose(ID_DIPOLES_UNDO);
+    EXPECT_EQ(m_user.isChecked(tried.command), tried.initial) << tried.undo;
+  }
+}
+
+TEST_F(ViewerView, PanelsBoxesAreTheMenusSwitches) {
+  m_user.clickPanel(ID_VIEW_CURRENT_ONLY);
+  EXPECT_EQ(m_user.dipoles().m_showCurrentDipoleOnly, 1);
+  EXPECT_EQ(count(), "Dipoles shown: 1 of 10");
+  m_user.clickPanel(ID_VIEW_CURRENT_ONLY);
+  EXPECT_EQ(count(), "Dipoles shown: 10 of 10");
+}
+
+TEST_F(ViewerView, FilterFieldsLimitWhatIsShownWhileTheyAreTyped) {
+  m_user.setField(IDC_FILTER_ERROR_MOST, "4");
+  EXPECT_EQ(count(), "Dipoles shown: 5 of 10 (filter)");
+  m_user.setField(IDC_FILTER_LATENCY_LEAST, "20");
+  EXPECT_EQ(count(), "Dipoles shown: 3 of 10 (filter)");
+  m_user.setField(IDC_FILTER_MOMENT_LEAST, "15,0");  // a comma is a point
+  EXPECT_EQ(count(), "Dipoles shown: 2 of 10 (filter)");
+  EXPECT_EQ(m_user.field(IDC_FILTER_TEXT), "Filter is on");
+  m_user.clickPanel(IDC_FILTER_CLEAR);
+  EXPECT_EQ(count(), "Dipoles shown: 10 of 10");
+  EXPECT_EQ(m_user.field(IDC_FILTER_ERROR_MOST), "");
+  EXPECT_EQ(m_user.field(IDC_FILTER_TEXT), "");
+}
+
+TEST_F(ViewerView, WhatIsNoNumberLimitsNothingAndIsTold) {
+  m_user.setField(IDC_FILTER_ERROR_MOST, "4x");
+  EXPECT_EQ(count(), "Dipoles shown: 10 of 10");
+  EXPECT_EQ(m_user.field(IDC_FILTER_TEXT), "Not a number: 4x");
+  EXPECT_EQ(m_user.field(IDC_FILTER_ERROR_MOST), "4x");
+}
+
+TEST_F(ViewerView, WhatIsTypedIntoALatencyFieldStays) {
+  m_user.choose(ID_VIEW_LATENCY_WINDOW);
+  for (const char* typed : {"", "-", "-5", "-5.", "-5.5"}) {
+    m_user.setField(IDC_LATENCY_FROM, typed);
+    EXPECT_EQ(m_user.field(IDC_LATENCY_FROM), typed);
+  }
+  EXPECT_DOUBLE_EQ(view().latency.from, -5.5);
+  m_user.setField(IDC_LATENCY_FROM, "-");
+  ::SetFocus(::GetDlgItem(m_user.panel(), IDC_COLOR_BY));
+  m_user.wait();
+  EXPECT_EQ(m_user.field(IDC_LATENCY_FROM), "-5.5");
+}
+
+TEST_F(ViewerView, MistakeInAFieldIsToldAsLongAsItStands) {
+  m_user.setField(IDC_FILTER_ERROR_MOST, "4x");
+  m_user.setField(IDC_FILTER_MOMENT_MOST, "100");
+  EXPECT_EQ(m_user.field(IDC_FILTER_TEXT), "Not a number: 4x");
+  m_user.setField(IDC_FILTER_ERROR_MOST, "4");
+  EXPECT_EQ(m_user.field(IDC_FILTER_TEXT), "Filter is on");
+}
+
+TEST_F(ViewerView, LatencyWindowStartsWithTheWholeSet) {
+  m_user.choose(ID_VIEW_LATENCY_WINDOW);
+  EXPECT_EQ(m_user.field(IDC_LATENCY_FROM), "0");
+  EXPECT_EQ(m_user.field(IDC_LATENCY_TO), "90");
+  EXPECT_EQ(count(), "Dipoles shown: 10 of 10");
+  m_user.setField(IDC_LATENCY_FROM, "35");
+  m_user.setField(IDC_LATENCY_TO, "60");
+  EXPECT_EQ(count(), "Dipoles shown: 3 of 10 (filter)");
+  m_user.choose(ID_VIEW_SHOW_ALL);
+  EXPECT_EQ(count(), "Dipoles shown: 10 of 10");
+}
+
+TEST_F(ViewerView, ToleranceSliderGoesFromTheSliceToAllDepths) {
+  m_user.setSlider(IDC_TOLERANCE, 0);
+  EXPECT_EQ(view().toleranceMm, 0.0);
+  EXPECT_EQ(m_user.field(IDC_TOLERANCE_TEXT), "on this slice only");
+  m_user.setSlider(IDC_TOLERANCE, 4);
+  EXPECT_EQ(view().toleranceMm, 5.0);
+  EXPECT_EQ(m_user.field(IDC_TOLERANCE_TEXT), "within 5 mm of the slice");
+  m_user.setSlider(IDC_TOLERANCE, 11);
+  EXPECT_EQ(view().toleranceMm, std::nullopt);
+  EXPECT_EQ(m_user.field(IDC_TOLERANCE_TEXT), "in all depths");
+  m_user.clickPanel(ID_VIEW_OVERLAP);
+  EXPECT_EQ(m_user.field(IDC_TOLERANCE_TEXT), "on this slice only");
+}
+
+TEST_F(ViewerView, SizesFollowTheirSliders) {
+  m_user.setSlider(IDC_GLYPH_SIZE, 15);
+  EXPECT_EQ(view().glyphPixels, 15);
+  m_user.setSlider(IDC_BALL_SIZE, 8);
+  EXPECT_DOUBLE_EQ(view().ballRadius, 4.0);
+}
+
+TEST_F(ViewerView, ColourByAValueIsTheSameInMenuAndPanel) {
+  m_user.choose(ID_VIEW_COLOR_ERROR);
+  EXPECT_EQ(view().colourBy, host::DipoleValue::fitError);
+  EXPECT_EQ(::SendDlgItemMessageW(m_user.panel(), IDC_COLOR_BY, CB_GETCURSEL, 0, 0), 2);
+  EXPECT_TRUE(m_user.isChecked(ID_VIEW_COLOR_ERROR));
+  EXPECT_TRUE(m_user.isEnabled(ID_VIEW_LEGEND));
+  m_user.chooseColourBy(3);
+  EXPECT_EQ(view().colourBy, host::DipoleValue::moment);
+  EXPECT_TRUE(m_user.isChecked(ID_VIEW_COLOR_MOMENT));
+  EXPECT_FALSE(m_user.isChecked(ID_VIEW_COLOR_ERROR));
+  m_user.chooseColourBy(0);
+  EXPECT_EQ(view().colourBy, std::nullopt);
+  EXPECT_FALSE(m_user.isEnabled(ID_VIEW_LEGEND));
+}
+
+TEST_F(ViewerView, PanelCanBeHidden) {
+  CRect before;
+  m_user.frame().pane(0).GetClientRect(&before);
+  EXPECT_TRUE(m_user.isChecked(ID_VIEW_PANEL));
+  m_user.choose(ID_VIEW_PANEL);
+  EXPECT_FALSE(m_user.isChecked(ID_VIEW_PANEL));
+  CRect after;
+  m_user.frame().pane(0).GetClientRect(&after);
+  EXPECT_GT(after.Width(), before.Width());
+}
+
+TEST_F(ViewerView, HelpSaysWhatItIs) {
+  m_user.choose(ID_HELP_KEYS);
+  m_user.choose(ID_HELP_ABOUT);
+  ASSERT_EQ(m_operator.messages.size(), 2U);
+  EXPECT_NE(m_operator.messages[0].text.find("Wheel"), std::string::npos);
+  EXPECT_NE(m_operator.messages[1].text.find("no medical device"), std::string::npos);
+}
+
+}  // namespace
