@@ -1,0 +1,402 @@
+#include "host/audit/CtfWalk.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <limits>
+#include <optional>
+
+#include "host/text/Blanks.h"
+
+namespace host {
+
+namespace {
+
+struct SectionName {
+  std::string_view name;
+  CtfKind kind;
+};
+
+constexpr std::array<SectionName, 9> sectionNames = {{{"File_Info", CtfKind::fileInfo},
+                                                      {"Model", CtfKind::model},
+                                                      {"MEG_Sphere", CtfKind::sphere},
+                                                      {"Dipoles", CtfKind::dipoles},
+                                                      {"Fit_Results", CtfKind::moving},
+                                                      {"Dipole_Flags", CtfKind::flags},
+                                                      {"Dipole_FitInfo", CtfKind::fitInfo},
+                                                      {"Fid_Points", CtfKind::fiducials},
+                                                      {"MRI_Fid_Points", CtfKind::mriFiducials}}};
+
+constexpr char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool isSame(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char first, char second) { return lower(first) == lower(second); });
+}
+
+const SectionName* sectionNamed(std::string_view text) {
+  const auto* const found = std::find_if(sectionNames.begin(), sectionNames.end(),
+                                         [&](const SectionName& known) { return isSame(known.name, text); });
+  return found != sectionNames.end() ? found : nullptr;
+}
+
+// The section that a line means although the import does not see it: blanks around the name, a "{" behind it.
+const SectionName* sectionMeant(std::string_view line) {
+  std::string_view text = withoutBlanks(line);
+  if (text.ends_with('{')) {
+    text = withoutBlanks(text.substr(0, text.size() - 1));
+  }
+  return sectionNamed(text);
+}
+
+bool contains(std::string_view line, std::string_view words) {
+  return line.find(words) != std::string_view::npos;
+}
+
+bool isComment(std::string_view line) {
+  return withoutBlanks(line).starts_with("//");
+}
+
+bool isPassedOver(std::string_view line) {
+  return contains(line, "{") || contains(line, "//");
+}
+
+}  // namespace
+
+CtfWalk::CtfWalk(CtfReading& reading, const ImportedText& file, const TextEncoding& encoding)
+    : m_reading(reading), m_file(file), m_encoding(encoding) {}
+
+bool CtfWalk::isOfDipoles() const {
+  const CtfKind kind = m_reading.sections.back().kind;
+  return kind == CtfKind::dipoles || kind == CtfKind::moving;
+}
+
+void CtfWalk::report(CtfProblemKind kind, const TextLine& line, std::string_view text) {
+  m_reading.problems.push_back({kind, line.number, sectionIndex(), text});
+}
+
+void CtfWalk::take(const TextLine& line) {
+  const bool isFirst = m_isFirstLine;
+  m_isFirstLine = false;
+  if (m_isInside) {
+    const SectionName* const name = sectionNamed(line.text);
+    const bool isNext = name != nullptr && !section().isRead;  // the module is outside, and sees it
+    if (!isNext) {
+      takeBodyLine(line);
+      return;
+    }
+    m_isInside = false;
+  }
+  const SectionName* const name = line.isClosed ? sectionNamed(line.text) : nullptr;
+  if (name == nullptr) {
+    takeOutside(line);
+  } else if (m_isStopped) {
+    report(CtfProblemKind::stopped, line, name->name);
+  } else {
+    enter(name->kind, line, !m_encoding.isUtf16() && !(isFirst && m_encoding.hasMark()));
+  }
+}
+
+void CtfWalk::takeOutside(const TextLine& line) {
+  const std::string_view text = withoutBlanks(line.text);
+  const SectionName* const meant = m_isStopped ? nullptr : sectionMeant(line.text);
+  if (meant != nullptr && meant->kind != CtfKind::mriFiducials) {
+    report(CtfProblemKind::misspelt, line, meant->name);
+    m_loses = false;
+  } else if (text == "}") {
+    m_loses = false;
+  } else if (m_loses && numberedRow(line.text)) {
+    lose(line, RowFate::behindEnd);
+  }
+  m_lastOutside = isComment(line.text) ? line.text : std::string_view();
+}
+
+void CtfWalk::enter(CtfKind kind, const TextLine& line, bool isRead) {
+  const auto* const name = std::find_if(sectionNames.begin(), sectionNames.end(),
+                                        [kind](const SectionName& known) { return known.kind == kind; });
+  m_reading.sections.push_back({kind, name->name, line.number, isRead, true, false, {}});
+  m_isInside = true;
+  m_loses = m_isForeign = m_isCentimetre = m_isSecond = false;
+  const auto begin = [&](auto& part) {
+    part = {};
+    part.line = line.number;
+    part.isRead = isRead;
+  };
+  if (kind == CtfKind::moving) {
+    enterMoving(section());
+  } else if (kind == CtfKind::sphere && m_reading.sphere.line == 0) {
+    begin(m_reading.sphere);  // the first one stays
+  } else if (kind == CtfKind::fiducials) {
+    begin(m_reading.fiducials);
+  } else if (kind == CtfKind::mriFiducials) {
+    begin(m_reading.mriFiducials);
+    section().isRead = false;
+  }
+  if (isOfDipoles() && !m_lastOutside.empty()) {
+    Heading before(m_lastOutside);
+    section().isUnitBefore = before.lengthUnit() != ColumnUnit::none;
+    if (before.namesPlace()) {
+      section().heading = std::move(before);
+    }
+  }
+}
+
+// The import walks on through the lines of a declined section; none of them is a loss.
+void CtfWalk::enterMoving(CtfSection& moving) {
+  const bool isAsked = moving.isRead;
+  moving.isAccepted =
+      isAsked && m_nextMoving < m_file.answers.moving.size() && m_file.answers.moving[m_nextMoving];
+  m_nextMoving += isAsked ? 1 : 0;
+  m_isInside = moving.isAccepted;
+  if (!moving.isAccepted) {
+    return;
+  }
+  for (CtfRow& row : m_reading.rows) {
+    row.fate = row.fate == RowFate::arrived ? RowFate::replaced : row.fate;
+  }
+  m_reading.slots.clear();
+  m_reading.repairedSlots.clear();
+}
+
+void CtfWalk::takeBodyLine(const TextLine& line) {
+  if (isOfDipoles()) {
+    takeDipoleLine(line);
+    return;
+  }
+  const SectionName* const swallowed = sectionNamed(line.text);
+  if (isPassedOver(line.text)) {
+    return;
+  }
+  if (contains(line.text, "}")) {
+    leave(line);
+  } else if (swallowed != nullptr) {
+    report(CtfProblemKind::swallowed, line, swallowed->name);
+    m_isForeign = true;
+  } else if (!line.isClosed) {
+    return;
+  } else if (section().kind == CtfKind::sphere) {
+    takeSphere(line);
+  } else if (section().kind == CtfKind::fiducials) {
+    takeFiducial(line, m_reading.fiducials);
+  } else if (section().kind == CtfKind::mriFiducials) {
+    takeFiducial(line, m_reading.mriFiducials);
+  } else if (section().kind == CtfKind::flags || section().kind == CtfKind::fitInfo) {
+    takeFollower(line);
+  } else {
+    takeHeader(line);
+  }
+}
+
+void CtfWalk::leave(const TextLine& line) {
+  m_isInside = false;
+  m_lastOutside = {};
+  const bool isOpen = !line.isClosed;  // for the import, which drops the line; nothing is behind it
+  if (section().kind == CtfKind::dipoles && section().isRead && !isOpen) {
+    leaveDipoles(line);
+  }
+}
+
+// The import reads no further behind a section that leaves the set empty.
+void CtfWalk::leaveDipoles(const TextLine& /*line*/) {
+  m_isStopped = m_file.firstSlot == 0 && m_reading.slots.empty();
+}
+
+void CtfWalk::takeDipoleLine(const TextLine& line) {
+  const std::string_view text = line.text;
+  if (text.find_first_of("({}/") != std::string_view::npos) {
+    const bool isHeader = contains(text, "(cm)");
+    const bool isPassed = isHeader || isPassedOver(text);
+    const bool isEnd = !isPassed && contains(text, "}");
+    const bool isRow = numberedRow(text).has_value();
+    if ((isPassed || isEnd) && isRow) {
+      lose(line, RowFate::marked);
+    }
+    if (isHeader) {
+      takeUnits(line);
+    }
+    if (isPassed && !isRow) {
+      takeHeading(line);
+    }
+    if (isEnd) {
+      leave(line);
+      m_loses = isRow;
+    }
+    if (isPassed || isEnd) {
+      return;
+    }
+  }
+  if (const std::optional<NumberedRow> row = numberedRow(text)) {
+    takeRow(line, *row);
+  } else if (const SectionName* const swallowed = sectionNamed(text)) {
+    report(CtfProblemKind::swallowed, line, swallowed->name);
+    m_isForeign = true;
+  }
+}
+
+void CtfWalk::takeUnits(const TextLine& line) {
+  m_isCentimetre = true;
+  m_isSecond = m_isSecond || contains(line.text, "(s)");
+  m_reading.namesNanoamperemetre = m_reading.namesNanoamperemetre || contains(line.text, "(nAm)");
+  section().isUnitBefore = false;
+}
+
+void CtfWalk::takeHeading(const TextLine& line) {
+  Heading heading(line.text);
+  if (heading.namesPlace()) {
+    section().heading = std::move(heading);
+  }
+}
+
+void CtfWalk::takeRow(const TextLine& line, const NumberedRow& numbered) {
+  const RowFields fields(numbered.rest);
+  CtfRow row;
+  row.fields = numbered.rest;
+  row.line = line.number;
+  row.number = numbered.number;
+  row.section = sectionIndex();
+  row.isCentimetre = m_isCentimetre;
+  row.isSecond = m_isSecond;
+  row.isForeign = m_isForeign;
+  constexpr int most = std::numeric_limits<std::uint8_t>::max();
+  row.count = static_cast<std::uint8_t>((std::min)(fields.count(), most));
+  if (!arrives(row, fields, numbered.hasGap)) {
+    row.fate = RowFate::refused;
+  } else if (!line.isClosed) {
+    row.fate = RowFate::unclosed;
+  } else if (isDeclined(row)) {
+    row.fate = RowFate::declined;
+  } else {
+    place(row);
+  }
+  // What stands behind a swallowed name are rows of something else: only those that came are of interest.
+  if (!m_isForeign || row.fate == RowFate::arrived) {
+    m_reading.rows.push_back(row);
+  }
+}
+
+// Whether the import takes a row for a dipole, and where it then reads its place.
+bool CtfWalk::arrives(CtfRow& row, const RowFields& fields, bool hasGap) {
+  const bool isMoving = section().kind == CtfKind::moving;
+  const int first = isMoving ? 3 : 0;
+  const int reals = isMoving ? 9 : 7;
+  row.isPlain = fields.arePlain(0, isMoving ? 11 : 7) &&
+                (!isMoving || (fields.isInteger(0) && fields.isInteger(1))) && !(isMoving && hasGap);
+  if (row.isPlain) {
+    for (int axis = 0; axis < 3; ++axis) {
+      row.place[axis] = fields.number(first + axis).value_or(std::numeric_limits<float>::infinity());
+    }
+    return true;
+  }
+  RowScan scan(row.fields);
+  if (isMoving) {
+    scan.integer().integer().real();
+  }
+  for (int i = 0; i < reals - (isMoving ? 1 : 0); ++i) {
+    scan.real(i < 3 ? &row.place[i] : nullptr);
+  }
+  return scan.fields() == (isMoving ? 11 : 7) && !(isMoving && hasGap);
+}
+
+bool CtfWalk::isDeclined(const CtfRow& row) {
+  constexpr float farthest = 300.0F;
+  const float scale = row.isCentimetre ? 10.0F : 1.0F;
+  const bool isFar = std::any_of(std::begin(row.place), std::end(row.place),
+                                 [scale](float value) { return value * scale > farthest; });
+  if (!isFar || section().kind == CtfKind::moving || !section().isRead) {
+    return false;
+  }
+  const std::size_t question = m_nextFar++;
+  return !(question < m_file.answers.far.size() && m_file.answers.far[question]);
+}
+
+void CtfWalk::place(CtfRow& row) {
+  const auto index = static_cast<int>(m_reading.rows.size());
+  const std::size_t room = static_cast<std::size_t>((std::max)(DipoleTable::capacity - m_file.firstSlot, 0));
+  if (!section().isRead) {
+    row.fate = RowFate::unread;
+    m_reading.repairedSlots.push_back(index);
+  } else if (m_reading.slots.size() >= room) {
+    row.fate = RowFate::noRoom;
+    m_isInside = false;
+    m_loses = true;
+  } else {
+    m_reading.slots.push_back(index);
+    m_reading.repairedSlots.push_back(index);
+  }
+}
+
+void CtfWalk::lose(const TextLine& line, RowFate fate) {
+  const std::optional<NumberedRow> numbered = numberedRow(line.text);
+  CtfRow row;
+  row.fields = numbered->rest;
+  row.line = line.number;
+  row.number = numbered->number;
+  row.section = sectionIndex();
+  row.fate = fate;
+  m_reading.rows.push_back(row);
+}
+
+void CtfWalk::takeFollower(const TextLine& line) {
+  const std::optional<NumberedRow> row = numberedRow(line.text);
+  if (row && !m_isForeign) {
+    m_reading.followers.push_back({row->rest, line.number, row->number, sectionIndex()});
+  }
+}
+
+void CtfWalk::takeHeader(const TextLine& line) {
+  const CtfHeaderLine found = {line.text, line.number, section().isRead};
+  if (section().kind == CtfKind::model) {
+    m_reading.mriFile = contains(line.text, "MRI_FILE:") ? found : m_reading.mriFile;
+    return;
+  }
+  m_reading.version = contains(line.text, "VERSION:") ? found : m_reading.version;
+  m_reading.patient = contains(line.text, "PATIENT:") ? found : m_reading.patient;
+}
+
+void CtfWalk::takeSphere(const TextLine& line) {
+  if (m_reading.sphere.line != section().line) {
+    return;  // a later one, which the import only compares
+  }
+  constexpr std::array<std::string_view, 4> keys = {"ORIGIN_X:", "ORIGIN_Y:", "ORIGIN_Z:", "RADIUS:"};
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    const std::size_t found = line.text.find(keys[i]);
+    if (found == std::string_view::npos) {
+      continue;
+    }
+    RowScan(line.text).word().blanks().real(&m_reading.sphere.taken[i]);
+    m_reading.sphere.meant[i] = RowFields(line.text.substr(found + keys[i].size())).number(0);
+    ++m_reading.sphere.count;
+    return;
+  }
+}
+
+void CtfWalk::takeFiducial(const TextLine& line, CtfPoints& points) {
+  constexpr std::array<std::string_view, 3> keys = {"NASION:", "LEFT_EAR", "RIGHT_EAR"};
+  const std::size_t colon = line.text.find(':');
+  for (std::size_t i = 0; i < keys.size() && colon != std::string_view::npos; ++i) {
+    if (!contains(line.text, keys[i])) {
+      continue;
+    }
+    const std::string_view values = line.text.substr(colon + 1);
+    const RowFields fields(values);
+    const auto a = fields.number(0);
+    const auto b = fields.number(1);
+    const auto c = fields.number(2);
+    if (a && b && c) {
+      points.points[i] = {*a, *b, *c};
+    }
+    const bool isTaken = RowScan(values).integer().integer().integer().fields() == 3;
+    points.areTaken[i] = points.areTaken[i] || isTaken;
+    return;
+  }
+}
+
+void CtfWalk::finish() {
+  if (m_isInside) {
+    report(CtfProblemKind::endsInside, {}, {});
+  }
+}
+
+}  // namespace host

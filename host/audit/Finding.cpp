@@ -1,0 +1,71 @@
+#include "host/audit/Finding.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace host {
+
+namespace {
+
+constexpr std::array<FindingMeaning, 16> meanings = {{
+    {FindingCode::unit, "unit", "the file does not say whether its positions are cm or mm, or says mm"},
+    {FindingCode::latencyUnit, "latency-unit",
+     "latencies were taken in another unit than the file's, or the file does not say in which they are"},
+    {FindingCode::movingColumns, "moving-columns",
+     "rows of dipoles have other columns than the import takes for granted"},
+    {FindingCode::rowOrder, "row-order",
+     "latency, fit error or colour of a dipole came from the row of another one, or from none"},
+    {FindingCode::noFit, "no-fit", "the file has no latency and fit error for some dipoles"},
+    {FindingCode::msiColumns, "msi-columns",
+     "a 4D/MSI table has other columns than the import takes for granted"},
+    {FindingCode::msiPercent, "msi-percent", "a 4D/MSI table gives the goodness of fit in percent"},
+    {FindingCode::fiducials, "fiducials", "the file's fiducial points were not read"},
+    {FindingCode::sphere, "sphere", "the file's head sphere was not read as it stands there"},
+    {FindingCode::encoding, "encoding", "texts of the file were read in another encoding than its own"},
+    {FindingCode::labels, "labels", "a dipole's label was cut, or is that of the dipole before it"},
+    {FindingCode::lostRows, "lost-rows", "rows of dipoles did not arrive as they stand in the file"},
+    {FindingCode::sections, "sections", "a section is unclosed, repeated, misspelt or missing"},
+    {FindingCode::outsideHead, "outside-head", "dipoles lie outside of the head"},
+    {FindingCode::severalPatients, "several-patients", "the files name different patients"},
+    {FindingCode::otherHead, "other-head", "the fiducial points are those of another head"},
+}};
+
+}  // namespace
+
+std::span<const FindingMeaning> findingMeanings() {
+  return meanings;
+}
+
+std::string_view nameOf(FindingCode code) {
+  return meanings.at(static_cast<std::size_t>(code)).name;
+}
+
+std::string_view nameOf(Severity severity) {
+  constexpr std::array<std::string_view, 3> names = {"note", "doubtful", "wrong"};
+  return names.at(static_cast<std::size_t>(severity));
+}
+
+std::optional<FindingCode> findingCodeNamed(std::string_view name) {
+  const auto* const found =
+      std::find_if(meanings.begin(), meanings.end(),
+                   [name](const FindingMeaning& meaning) { return meaning.name == name; });
+  return found != meanings.end() ? std::optional(found->code) : std::nullopt;
+}
+
+std::string lineOf(const Finding& finding) {
+  std::string text = finding.file;
+  if (finding.line > 0) {
+    text += ":" + std::to_string(finding.line);
+  }
+  text += text.empty() ? "" : ": ";
+  text.append(nameOf(finding.severity)).append(" (").append(nameOf(finding.code)).append("): ");
+  return text + finding.sentence;
+}
+
+bool holdsWrong(std::span<const Finding> findings) {
+  return std::any_of(findings.begin(), findings.end(),
+                     [](const Finding& finding) { return finding.severity == Severity::wrong; });
+}
+
+}  // namespace host

@@ -1,0 +1,69 @@
+// What the audit of an imported file has to say: one finding for each thing that arrived otherwise than the
+// file says, or that cannot be told from the file. docs/audit.md explains each code.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host {
+
+enum class Severity {
+  note,      // nothing shown is wrong; a value may be unknown
+  doubtful,  // the file leaves open whether what is shown is right
+  wrong      // what is shown is not what the file says
+};
+
+enum class FindingCode {
+  unit,
+  latencyUnit,
+  movingColumns,
+  rowOrder,
+  noFit,
+  msiColumns,
+  msiPercent,
+  fiducials,
+  sphere,
+  encoding,
+  labels,
+  lostRows,
+  sections,
+  outsideHead,
+  severalPatients,
+  otherHead
+};
+
+struct FindingMeaning {
+  FindingCode code;
+  std::string_view name;     // as users write it: "row-order"
+  std::string_view meaning;  // one line for help texts, without a full stop
+};
+
+// Every code, in the order of FindingCode.
+[[nodiscard]] std::span<const FindingMeaning> findingMeanings();
+
+[[nodiscard]] std::string_view nameOf(FindingCode code);
+[[nodiscard]] std::string_view nameOf(Severity severity);  // "note", "doubtful", "wrong"
+[[nodiscard]] std::optional<FindingCode> findingCodeNamed(std::string_view name);
+
+struct Finding {
+  FindingCode code = FindingCode::sections;
+  Severity severity = Severity::note;
+  std::string file;        // as the caller names it; empty when the finding is about several files
+  int line = 0;            // of the file, from 1, the first one concerned; 0: the file as a whole
+  std::string section;     // of a CTF file, such as "Dipoles"; else empty
+  std::vector<int> slots;  // of the dipoles concerned in the set, in rising order
+  std::string sentence;    // UTF-8, whole sentences for a clinician
+  std::string remedy;      // UTF-8, what a repair would do; empty when there is none
+
+  bool operator==(const Finding&) const = default;
+};
+
+// One line: "auditory.dip:12: wrong (unit): ..."; the remedy is not in it.
+[[nodiscard]] std::string lineOf(const Finding& finding);
+
+[[nodiscard]] bool holdsWrong(std::span<const Finding> findings);
+
+}  // namespace host

@@ -1,0 +1,43 @@
+// Checks that need a head, or several files. None changes anything.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+#include "host/audit/Finding.h"
+#include "host/head/HeadFrame.h"
+#include "host/head/Volume.h"
+#include "module/dipole.h"
+
+namespace host {
+
+// How far outside of the head sphere a dipole may lie before it is doubtful, mm.
+inline constexpr double mostOutsideSphere = 20.0;
+
+// The dipoles of slots first .. end-1 that lie farther outside than mostOutsideSphere of the head sphere that
+// a CTF file gave; nothing when the set has no such sphere (that of a 4D/MSI import is made up).
+[[nodiscard]] std::optional<Finding> findOutsideSphere(const CDipoleFace& set, int first, int end,
+                                                       const std::string& file);
+
+// The dipoles that lie outside of an MRI, or whose place is no number.
+[[nodiscard]] std::optional<Finding> findOutsideMri(const CDipoleFace& set, int first, int end,
+                                                    const Volume& volume, const HeadFrame& frame,
+                                                    const std::string& file);
+
+struct FilePatient {
+  std::string file;
+  std::string patient;  // empty: the file names nobody, which contradicts nobody
+};
+[[nodiscard]] std::optional<Finding> findSeveralPatients(std::span<const FilePatient> files);
+
+// Whether the fiducial points of the set's file (m_fiducialMri, m_fiducialCtf) are those of a head with these
+// points: each distance between two of them may differ by mostDifference. Nothing when the file gave none.
+[[nodiscard]] std::optional<Finding> findOtherHead(const CDipoleFace& set, const Fiducials& head,
+                                                   const std::string& file);
+
+// Likewise the points of two files' sets.
+[[nodiscard]] std::optional<Finding> findOtherHead(const CDipoleFace& set, const std::string& file,
+                                                   const CDipoleFace& other, const std::string& otherFile);
+
+}  // namespace host

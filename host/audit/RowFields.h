@@ -1,0 +1,85 @@
+// The fields of a row: what stands between its blanks.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace host {
+
+enum class FieldKind : std::uint8_t { integer, real, other };  // digits; digits and a point; anything else
+
+class RowFields {
+ public:
+  static constexpr std::size_t most = 48;  // those behind are counted, not kept
+
+  // The row must outlive this.
+  explicit RowFields(std::string_view row);
+
+  [[nodiscard]] int count() const { return m_count; }
+  // Empty when there is no such field.
+  [[nodiscard]] std::string_view operator[](int field) const {
+    return isKept(field) ? m_texts[static_cast<std::size_t>(field)] : std::string_view();
+  }
+  // Whether so many fields from one on are there and are plain numbers, which every reader reads alike.
+  [[nodiscard]] bool arePlain(int first, int count) const;
+  [[nodiscard]] bool isInteger(int field) const {
+    return isKept(field) && m_kinds[static_cast<std::size_t>(field)] == FieldKind::integer;
+  }
+  // The whole field as a finite number in single precision.
+  [[nodiscard]] std::optional<float> number(int field) const;
+  // The whole field as an integer; "3.0" is one too.
+  [[nodiscard]] std::optional<int> wholeNumber(int field) const;
+  // The rest of the row from a field on, without blanks around.
+  [[nodiscard]] std::string_view from(int field) const;
+
+ private:
+  [[nodiscard]] bool isKept(int field) const {
+    return field >= 0 && field < m_count && static_cast<std::size_t>(field) < most;
+  }
+
+  std::string_view m_row;
+  std::array<std::string_view, most> m_texts;
+  std::array<FieldKind, most> m_kinds;
+  int m_count = 0;
+};
+
+// A whole text as a finite number in single precision; a "+" may stand in front.
+[[nodiscard]] std::optional<float> singleOf(std::string_view text);
+
+// "12:" at the front of a row: its number, and the row behind the colon. Nothing for any other line.
+struct NumberedRow {
+  int number = 0;
+  std::string_view rest;
+  bool hasGap = false;  // blanks before the colon
+};
+[[nodiscard]] std::optional<NumberedRow> numberedRow(std::string_view line);
+
+// What the C library's scanf makes of a row, which is what the module's import makes of it: a field may begin
+// with a number and go on otherwise. Each step stands for one directive; the first that fails ends the scan.
+class RowScan {
+ public:
+  explicit RowScan(std::string_view row) : m_rest(row) {}
+
+  RowScan& integer(int* value = nullptr);  // %d
+  RowScan& real(float* value = nullptr);   // %f
+  RowScan& word();                         // %s
+  RowScan& blanks();
+  RowScan& colon();
+
+  [[nodiscard]] int fields() const { return m_fields; }
+
+ private:
+  bool startField();
+  std::size_t specialLength(float& value) const;
+  std::size_t realLength(float& value) const;
+  RowScan& endField(std::size_t length);
+
+  std::string_view m_rest;
+  int m_fields = 0;
+  bool m_failed = false;
+};
+
+}  // namespace host

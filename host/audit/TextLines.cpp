@@ -1,0 +1,132 @@
+#include "host/audit/TextLines.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+#include "host/text/PathText.h"
+
+namespace host {
+
+namespace {
+
+constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view littleMark = "\xFF\xFE";
+constexpr std::string_view bigMark = "\xFE\xFF";
+
+CString textOfUtf8(std::string_view bytes) {
+  return textOf(std::filesystem::path(std::u8string(bytes.begin(), bytes.end())));
+}
+
+// Of one to three bytes behind the first one of a character.
+bool areContinued(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(),
+                     [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; });
+}
+
+// The length of the character at the front; 0 when that is no UTF-8.
+std::size_t lengthOfFirst(std::string_view bytes) {
+  const auto first = static_cast<unsigned char>(bytes[0]);
+  if (first < 0x80) {
+    return 1;
+  }
+  const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+  if (first < 0xC2 || first > 0xF4 || bytes.size() < length || !areContinued(bytes.substr(1, length - 1))) {
+    return 0;
+  }
+  const auto second = static_cast<unsigned char>(bytes[1]);
+  const bool isOverlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
+  const bool isNoCharacter = (first == 0xED && second >= 0xA0) || (first == 0xF4 && second >= 0x90);
+  return isOverlong || isNoCharacter ? 0 : length;
+}
+
+bool isValidUtf8(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t length = lengthOfFirst(bytes);
+    if (length == 0) {
+      return false;
+    }
+    bytes.remove_prefix(length);
+  }
+  return true;
+}
+
+// Half a pair that stands alone becomes U+FFFD, as does half a unit at the end.
+std::string utf8OfUtf16(std::string_view bytes, bool isBigEndian) {
+  CString units;
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    const unsigned first = static_cast<unsigned char>(bytes[i]);
+    const unsigned second = static_cast<unsigned char>(bytes[i + 1]);
+    const unsigned unit = isBigEndian ? first << 8U | second : second << 8U | first;
+    units += static_cast<TCHAR>(unit != 0 ? unit : 0xFFFDU);
+  }
+  return utf8Of(units);
+}
+
+}  // namespace
+
+bool isAscii(std::string_view text) {
+  unsigned char all = 0;
+  for (const char c : text) {
+    all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
+  }
+  return all < 0x80;
+}
+
+TextEncoding::TextEncoding(std::string_view bytes) : m_text(bytes) {
+  if (bytes.starts_with(utf8Mark)) {
+    m_hasMark = true;
+    m_text.remove_prefix(utf8Mark.size());
+  } else if (bytes.starts_with(littleMark) || bytes.starts_with(bigMark)) {
+    m_hasMark = true;
+    m_isUtf16 = true;
+    m_converted = utf8OfUtf16(bytes.substr(littleMark.size()), bytes.starts_with(bigMark));
+  }
+  m_isUtf8 = !isAscii(text()) && isValidUtf8(text());
+}
+
+CString TextEncoding::asAnsi(std::string_view part) {
+  return {part.data(), static_cast<int>(part.size())};
+}
+
+CString TextEncoding::asMeant(std::string_view part) const {
+  return m_isUtf8 ? textOfUtf8(part) : asAnsi(part);
+}
+
+TextLines::TextLines(std::string_view text)
+    : m_next(text.data()),
+      m_end(text.data() + text.size()),
+      m_hasZeros(text.find('\0') != std::string_view::npos) {}
+
+void TextLines::skipLineEnds() {
+  for (; m_next != m_end && (*m_next == '\n' || *m_next == '\r'); ++m_next) {
+    const bool isPair = *m_next == '\r' && m_next + 1 != m_end && m_next[1] == '\n';
+    m_number += isPair ? 0 : 1;
+  }
+}
+
+bool TextLines::next(TextLine& line) {
+  constexpr std::ptrdiff_t longest = 2048;
+  skipLineEnds();
+  if (m_next == m_end) {
+    return false;
+  }
+  const auto room = static_cast<std::size_t>((std::min)(m_end - m_next, longest));
+  const auto* end = static_cast<const char*>(std::memchr(m_next, '\n', room));
+  end = end != nullptr ? end : m_next + room;
+  const auto* carriage =
+      static_cast<const char*>(std::memchr(m_next, '\r', static_cast<std::size_t>(end - m_next)));
+  end = carriage != nullptr ? carriage : end;
+  line.text = {m_next, static_cast<std::size_t>(end - m_next)};
+  line.number = m_number;
+  line.isClosed = end != m_end || end - m_next == longest;
+  if (m_hasZeros) {
+    line.text = line.text.substr(0, line.text.find('\0'));
+  }
+  m_next = end;
+  return true;
+}
+
+}  // namespace host

@@ -1,0 +1,131 @@
+#include <array>
+#include <gtest/gtest.h>
+#include <limits>
+#include <memory>
+#include <vector>
+
+#include "host/audit/HeadChecks.h"
+
+using host::Finding;
+using host::FindingCode;
+using host::Severity;
+
+namespace {
+
+// A set with a head sphere of 85 mm around (1, 53, 4) in the head frame.
+class HeadChecks : public testing::Test {
+ protected:
+  HeadChecks() {
+    set->m_bCtfSphereSet = 1;
+    set->m_sphereCtf.m_center[0] = 1.0;
+    set->m_sphereCtf.m_center[1] = 53.0;
+    set->m_sphereCtf.m_center[2] = 4.0;
+    set->m_sphereCtf.m_radius = 85.0;
+  }
+
+  void add(float x, float y, float z) const { set->addDipoleF(x, y, z); }
+  std::optional<Finding> findOutsideSphere() const {
+    return host::findOutsideSphere(*set, 0, set->m_totalDipoles, "a.dip");
+  }
+
+  static void setHead(CDipoleFace& set, double width) {
+    set.m_fiducialMri.setNasionf(128, 100, 230);
+    set.m_fiducialMri.setLeftEarf(228, 91, 106);
+    set.m_fiducialMri.setRightEarf(28, 91, 106);
+    set.m_fiducialCtf.setNasionf(0, 0, 100);
+    set.m_fiducialCtf.setLeftEarf(width / 2, 0, 0);
+    set.m_fiducialCtf.setRightEarf(-width / 2, 0, 0);
+  }
+
+  std::unique_ptr<CDipoleFace9File> set = std::make_unique<CDipoleFace9File>();
+};
+
+// Scanner axes are those of the head turned: head x (left) is scanner -x, y (up) is z, z (front) is y.
+const host::Fiducials points = {{0, 100, 0}, {-70, 0, 0}, {70, 0, 0}};
+
+}  // namespace
+
+TEST_F(HeadChecks, ADipoleMoreThanTwentyMillimetresOutsideOfTheSphereIsDoubtful) {
+  add(1, 53 + 85 + 19, 4);
+  EXPECT_FALSE(findOutsideSphere());
+  add(1, 53 + 85 + 21, 4);
+  add(1, 53, 4 - 85 - 25);
+  const std::optional<Finding> finding = findOutsideSphere();
+  ASSERT_TRUE(finding);
+  EXPECT_EQ(finding->code, FindingCode::outsideHead);
+  EXPECT_EQ(finding->severity, Severity::doubtful);
+  EXPECT_EQ(finding->slots, (std::vector{1, 2}));
+  EXPECT_EQ(finding->file, "a.dip");
+  EXPECT_TRUE(finding->sentence.starts_with("2 dipoles lie more than 20 mm outside of the head sphere"));
+}
+
+TEST_F(HeadChecks, ASphereThatNoFileGaveSaysNothing) {
+  set->m_bCtfSphereSet = 0;
+  add(1, 300, 4);
+  EXPECT_FALSE(findOutsideSphere());
+}
+
+TEST_F(HeadChecks, EmptySlotsAndOtherFilesDipolesAreNotLookedAt) {
+  add(0, 400, 0);
+  add(0, 400, 0);
+  add(0, 400, 0);
+  set->deleteDipole(1, 0);
+  EXPECT_EQ(host::findOutsideSphere(*set, 1, 3, "a.dip")->slots, std::vector{2});
+}
+
+TEST_F(HeadChecks, ADipoleOutsideOfTheVolumeIsDoubtful) {
+  // 100 voxels of 2 mm along each axis: scanner -100 .. 98 mm, and half a voxel around.
+  const host::Volume volume({100, 100, 100}, std::vector<float>(1000000),
+                            {{2, 0, 0}, {0, 2, 0}, {0, 0, 2}, {-100, -100, -100}});
+  const host::HeadFrame frame(points);
+  add(-98.5F, 0, 0);  // scanner x 98.5
+  add(0, 0, -100.5F);
+  EXPECT_FALSE(host::findOutsideMri(*set, 0, 2, volume, frame, "a.dip"));
+  add(-99.5F, 0, 0);
+  add(0, 99.5F, 0);
+  add(0, 0, -101.5F);
+  add(std::numeric_limits<float>::quiet_NaN(), 0, 0);
+  const std::optional<Finding> finding = host::findOutsideMri(*set, 0, 6, volume, frame, "a.dip");
+  ASSERT_TRUE(finding);
+  EXPECT_EQ(finding->code, FindingCode::outsideHead);
+  EXPECT_EQ(finding->severity, Severity::doubtful);
+  EXPECT_EQ(finding->slots, (std::vector{2, 3, 4, 5}));
+}
+
+TEST_F(HeadChecks, FilesThatNameDifferentPatientsAreDoubtful) {
+  using Files = std::vector<host::FilePatient>;
+  EXPECT_FALSE(host::findSeveralPatients(Files{{"a", "Anna"}, {"b", ""}, {"c", "Anna"}}));
+  const std::optional<Finding> finding =
+      host::findSeveralPatients(Files{{"a", "Anna"}, {"b", ""}, {"c", "Berta"}, {"d", "Berta"}});
+  ASSERT_TRUE(finding);
+  EXPECT_EQ(finding->code, FindingCode::severalPatients);
+  EXPECT_EQ(finding->severity, Severity::doubtful);
+  EXPECT_EQ(finding->sentence,
+            "The files name different patients: Anna (a), Berta (c). A set can keep one name only.");
+}
+
+TEST_F(HeadChecks, FiducialPointsOfAnotherHeadAreWrong) {
+  setHead(*set, 140);
+  EXPECT_FALSE(host::findOtherHead(*set, points, "a.dip"));
+  setHead(*set, 149);  // within 10 mm
+  EXPECT_FALSE(host::findOtherHead(*set, points, "a.dip"));
+  setHead(*set, 151);
+  const std::optional<Finding> finding = host::findOtherHead(*set, points, "a.dip");
+  ASSERT_TRUE(finding);
+  EXPECT_EQ(finding->code, FindingCode::otherHead);
+  EXPECT_EQ(finding->severity, Severity::wrong);
+  EXPECT_NE(finding->sentence.find("11 mm"), std::string::npos) << finding->sentence;
+}
+
+TEST_F(HeadChecks, TwoFilesOfDifferentHeadsAreWrongAndFilesWithoutPointsSayNothing) {
+  const auto other = std::make_unique<CDipoleFace9File>();
+  setHead(*set, 140);
+  EXPECT_FALSE(host::findOtherHead(*set, "a.dip", *other, "b.dip"));
+  EXPECT_FALSE(host::findOtherHead(*other, "b.dip", *set, "a.dip"));
+  setHead(*other, 155);
+  const std::optional<Finding> finding = host::findOtherHead(*set, "a.dip", *other, "b.dip");
+  ASSERT_TRUE(finding);
+  EXPECT_EQ(finding->severity, Severity::wrong);
+  EXPECT_NE(finding->sentence.find("b.dip"), std::string::npos);
+  EXPECT_EQ(finding->file, "a.dip");
+}
