@@ -12,6 +12,8 @@
 #include "record/Dipoleszq.h"
 
 class AFX_EXT_CLASS DipoleTable {
+  using Holders = std::unordered_map<const CDipoleszq*, int>;
+
  public:
   static constexpr int capacity = 30000;
 
@@ -36,14 +38,31 @@ class AFX_EXT_CLASS DipoleTable {
   // Exchanges what two slots hold.
   void swap(int first, int second) { std::swap(m_slots[first], m_slots[second]); }
 
- private:
-  using Holders = std::unordered_map<const CDipoleszq*, int>;
+  // Holds one dipole as a table does, for somebody who has to know it again: as long as it is held, no other
+  // one can have its address.
+  class Hold {
+   public:
+    Hold() = default;  // none
+    // What a slot holds, which may be nothing. Memory may run out.
+    Hold(const DipoleTable& table, int slot);
+    Hold(Hold&& other) noexcept;
+    Hold& operator=(Hold&& other) noexcept;
+    ~Hold();
 
+    const CDipoleszq* get() const { return m_dipole; }
+
+   private:
+    std::shared_ptr<Holders> m_holders;
+    CDipoleszq* m_dipole = nullptr;
+  };
+
+ private:
+  Holders& holders() const;
   void share(const DipoleTable& other);
-  void letGo(CDipoleszq* dipole);
+  static void letGo(Holders* holders, CDipoleszq* dipole);
 
   CDipoleszq* m_slots[capacity] = {};
-  // How many tables hold a dipole; one that it does not know is held by one. Null as long as the table was
-  // never copied.
+  // How many hold a dipole; one that it does not know is held by one table. Null as long as nobody shared
+  // anything with this table.
   mutable std::shared_ptr<Holders> m_holders;
 };

@@ -157,20 +157,20 @@ bool replaceByAverage(CDipoleFace& face, const DipoleSlots& dipoles) {
   return add(face, average, _T("AverageDipole%d"));
 }
 
-ChosenDipoles::ChosenDipoles(const CDipoleFace& face, const DipoleSlots& dipoles)
-    : m_held(std::make_unique<const DipoleTable>(face.m_dipoles)) {
+ChosenDipoles::ChosenDipoles(const CDipoleFace& face, const DipoleSlots& dipoles) {
   for (const int slot : dipoles) {
-    if (const CDipoleszq* dipole = dipoleIn(face, slot)) {
-      m_dipoles.push_back(dipole);
+    if (dipoleIn(face, slot) != nullptr) {
+      m_dipoles.emplace_back(face.m_dipoles, slot);
     }
   }
-  std::sort(m_dipoles.begin(), m_dipoles.end(), std::less<>());
+  std::ranges::sort(m_dipoles, std::less<>(), &DipoleTable::Hold::get);
 }
 
 std::optional<DipoleSlots> ChosenDipoles::slotsIn(const CDipoleFace& face) const {
   DipoleSlots slots;
   for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
-    if (std::binary_search(m_dipoles.begin(), m_dipoles.end(), face.getDipole(slot), std::less<>())) {
+    const CDipoleszq* const dipole = face.getDipole(slot);
+    if (std::ranges::binary_search(m_dipoles, dipole, std::less<>(), &DipoleTable::Hold::get)) {
       slots.push_back(slot);
     }
   }

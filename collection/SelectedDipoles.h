@@ -4,7 +4,6 @@
 // left out. Locations are mm in the host's head frame, latencies ms, fit errors percent.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -49,8 +48,8 @@ bool addAverage(CDipoleFace& face, const DipoleSlots& dipoles);
 // closed in any case.
 bool replaceByAverage(CDipoleFace& face, const DipoleSlots& dipoles);
 
-// Dipoles for which a command was given that waits for its user, while the set may change. It holds the set's
-// dipoles as a copy of the collection does: one that is deleted meanwhile cannot be mistaken for a new one.
+// Dipoles for which a command was given that waits for its user, while the set may change. It holds them: one
+// that is deleted meanwhile cannot be mistaken for a new one.
 class ChosenDipoles {
  public:
   ChosenDipoles(const CDipoleFace& face, const DipoleSlots& dipoles);
@@ -59,6 +58,5 @@ class ChosenDipoles {
   std::optional<DipoleSlots> slotsIn(const CDipoleFace& face) const;
 
  private:
-  std::unique_ptr<const DipoleTable> m_held;
-  std::vector<const CDipoleszq*> m_dipoles;  // by address
+  std::vector<DipoleTable::Hold> m_dipoles;  // by address
 };

@@ -84,10 +84,11 @@ int CDlgDipoleEditor::refresh() {
   }
   SetWindowText(caption(*m_pDipoleFace));
   m_mergeRadius = m_pDipoleFace->m_mergeRadius;
-  m_shown = m_pDipoleFace->getCurrentDipole();
-  if (m_shown != nullptr) {
-    fillFrom(*m_shown);
-    m_colorButton.show(m_shown->m_color);
+  m_shown = DipoleTable::Hold();
+  if (const CDipoleszq* dipole = m_pDipoleFace->getCurrentDipole()) {
+    m_shown = DipoleTable::Hold(m_pDipoleFace->m_dipoles, m_pDipoleFace->getCurrentDipoleID());
+    fillFrom(*dipole);
+    m_colorButton.show(dipole->m_color);
   }
   UpdateData(FALSE);
   m_texts.remember(*this);
@@ -98,7 +99,7 @@ void CDlgDipoleEditor::follow() {
   if (m_pDipoleFace == nullptr) {
     return;
   }
-  if (m_pDipoleFace->getCurrentDipole() == m_shown && m_texts.isAnyChanged(*this)) {
+  if (m_pDipoleFace->getCurrentDipole() == m_shown.get() && m_texts.isAnyChanged(*this)) {
     SetWindowText(caption(*m_pDipoleFace));
   } else {
     refresh();
@@ -108,6 +109,7 @@ void CDlgDipoleEditor::follow() {
 void CDlgDipoleEditor::leaveCollection() {
   m_pDipoleFace = nullptr;
   m_pHostWnd = HostView();
+  m_shown = DipoleTable::Hold();
   ShowWindow(SW_HIDE);
 }
 

@@ -6,6 +6,7 @@
 
 #include <afxwin.h>
 
+#include "collection/DipoleTable.h"
 #include "ui/ColorButton.h"
 #include "ui/EditTexts.h"
 #include "ui/HostView.h"
@@ -80,7 +81,7 @@ class CDlgDipoleEditor : public CDialog {
   void changeSet(Change change);
   void step(CDipoleszq* (CDipoleFace::*direction)());
 
-  const CDipoleszq* m_shown = nullptr;  // compared only: it may be gone
+  DipoleTable::Hold m_shown;  // held, so that no other dipole can be mistaken for it
   bool m_isPlaced = false;
   bool m_isWriting = false;
   EditTexts m_texts;

@@ -160,3 +160,53 @@ TEST(DipoleTable, ADipoleSharedAgainAfterItWasLetGoCountsAfresh) {
   other.reset();
   EXPECT_EQ(log.timesFreed(dipole), 1);
 }
+
+TEST(DipoleTable, AHeldDipoleStaysAfterItsSlotWasCleared) {
+  const auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* dipole = put(*table, 5);
+  const CDipoleszq* free = put(*table, 6);
+  DipoleTable::Hold hold(*table, 5);
+  EXPECT_EQ(hold.get(), dipole);
+  const FreeLog log;
+  table->clear(5);
+  table->clear(6);
+  EXPECT_EQ(log.timesFreed(dipole), 0);
+  EXPECT_EQ(log.timesFreed(free), 1);
+  hold = DipoleTable::Hold();
+  EXPECT_EQ(log.timesFreed(dipole), 1);
+}
+
+TEST(DipoleTable, AHoldThatGoesFirstLeavesTheDipoleToTheTable) {
+  const auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* dipole = put(*table, 5);
+  const FreeLog log;
+  { const DipoleTable::Hold hold(*table, 5); }
+  EXPECT_EQ(log.timesFreed(dipole), 0);
+  table->clear(5);
+  EXPECT_EQ(log.timesFreed(dipole), 1);
+}
+
+TEST(DipoleTable, AHoldGoesAlongWhenItIsMovedAndOutlivesEveryTable) {
+  auto table = std::make_unique<DipoleTable>();
+  const CDipoleszq* dipole = put(*table, 5);
+  DipoleTable::Hold hold;
+  {
+    DipoleTable::Hold first(*table, 5);
+    hold = std::move(first);
+  }
+  auto copy = std::make_unique<DipoleTable>(*table);
+  const FreeLog log;
+  table.reset();
+  copy.reset();
+  EXPECT_EQ(hold.get(), dipole);
+  EXPECT_EQ(log.timesFreed(dipole), 0);
+  const DipoleTable::Hold second(std::move(hold));
+  EXPECT_EQ(second.get(), dipole);
+  EXPECT_EQ(log.timesFreed(dipole), 0);
+}
+
+TEST(DipoleTable, AnEmptySlotHasNothingToHold) {
+  const auto table = std::make_unique<DipoleTable>();
+  const DipoleTable::Hold hold(*table, 5);
+  EXPECT_EQ(hold.get(), nullptr);
+}

@@ -206,6 +206,22 @@ TEST_F(EditorSteps, ApplyOfTheHostsEditorChangesTheRowToo) {
   EXPECT_EQ(host->cell(0, 10), "new");
 }
 
+// The memory of a dipole that goes would be the next one's.
+TEST_F(EditorSteps, WhatIsTypedIsNeverLeftToADipoleThatIsNew) {
+  openFromManager(4);
+  for (int round = 0; round < 20; ++round) {
+    host->click(face().m_totalDipoles - 1);
+    enter(IDC_EDITOR_SIZE, "8");
+    host->choose(ID_DIPOLE_AVERAGE_ZIP);  // removes that one and adds another
+    EXPECT_EQ(field(IDC_EDITOR_LABEL), "AverageDipole1");
+    EXPECT_NE(field(IDC_EDITOR_SIZE), "8");
+  }
+  face().cleanDipoles();
+  host->addDipoles(4);
+  face().updateDipoleEditor();
+  EXPECT_EQ(field(IDC_EDITOR_LABEL), "d4");
+}
+
 TEST_F(EditorSteps, CommandsOfTheManagerLeaveWhatIsTypedForTheSameDipole) {
   openFromManager(3);
   enter(IDC_EDITOR_LOCATION_X, "55");

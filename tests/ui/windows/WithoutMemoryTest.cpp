@@ -66,6 +66,30 @@ INSTANTIATE_TEST_SUITE_P(Manager, CommandWithoutMemory,
                                          ID_DIPOLE_COLOR_SELECTED, ID_DIPOLE_AVERAGE_AS,
                                          ID_DIPOLE_AVERAGE_ZIP));
 
+TEST(ColorOfTheEditorWithoutMemory, IsToldAndTheHostRepaints) {
+  int points = 0;
+  for (bool failed = true; failed && points < 300; ++points) {
+    ScriptedOperator script;
+    script.answerColor(RGB(1, 2, 3));
+    Host host(2);
+    host.face->dipoleEdit(&host.window);
+    pump();
+    host.forget();
+    const HWND editor = host.editor();
+    const COLORREF before = host.dipole(0).m_color;
+    {
+      const FailingNew failing(points + 1);
+      ::SendMessageW(editor, WM_COMMAND, IDC_EDITOR_COLOR, 0);
+      failed = failing.failed();
+    }
+    EXPECT_EQ(script.texts(), failed ? Texts{"Not enough memory"} : Texts{}) << points;
+    EXPECT_EQ(host.dipole(0).m_color, failed ? before : RGB(1, 2, 3)) << points;
+    EXPECT_TRUE(host.wasRepainted()) << points;
+  }
+  EXPECT_GT(points, 1);
+  EXPECT_LT(points, 300);
+}
+
 TEST(OpeningWithoutMemory, ThrowsNothingAtTheHostAndCanBeTriedAgain) {
   int points = 0;
   for (bool failed = true; failed && points < 600; ++points) {
