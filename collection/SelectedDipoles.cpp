@@ -10,6 +10,17 @@ CDipoleszq* dipoleIn(const CDipoleFace& face, int slot) {
   return slot >= 0 ? face.getDipole(slot) : nullptr;
 }
 
+// Compares held dipoles, also with one that is only looked for.
+struct ByAddress {
+  static const CDipoleszq* of(const CDipoleszq* dipole) { return dipole; }
+  static const CDipoleszq* of(const DipoleTable::Hold& held) { return held.get(); }
+
+  template <typename First, typename Second>
+  bool operator()(const First& first, const Second& second) const {
+    return std::less<>()(of(first), of(second));
+  }
+};
+
 // The extent of coordinates and of the origin, along one axis.
 class ExtentWithOrigin {
  public:
@@ -163,14 +174,14 @@ ChosenDipoles::ChosenDipoles(const CDipoleFace& face, const DipoleSlots& dipoles
       m_dipoles.emplace_back(face.m_dipoles, slot);
     }
   }
-  std::ranges::sort(m_dipoles, std::less<>(), &DipoleTable::Hold::get);
+  std::sort(m_dipoles.begin(), m_dipoles.end(), ByAddress());
 }
 
 std::optional<DipoleSlots> ChosenDipoles::slotsIn(const CDipoleFace& face) const {
   DipoleSlots slots;
   for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
     const CDipoleszq* const dipole = face.getDipole(slot);
-    if (std::ranges::binary_search(m_dipoles, dipole, std::less<>(), &DipoleTable::Hold::get)) {
+    if (std::binary_search(m_dipoles.begin(), m_dipoles.end(), dipole, ByAddress())) {
       slots.push_back(slot);
     }
   }
