@@ -4,6 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/wine.sh
 repository=$PWD
 
 say "Building the packages"
@@ -17,7 +18,8 @@ for build in native windows; do
     -D CPACK_OUTPUT_FILE_PREFIX="$repository/out/packages"
 done
 
-export WINEPREFIX="${WINEPREFIX:-$repository/build/wine}" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml="
+prepare_wine wine-packages 96
+wine_settings=$(wine_path "$repository/$wine_settings")
 clean=$(mktemp -d)
 trap 'rm -rf "$clean"' EXIT
 dpkg-deb -x out/packages/*.deb "$clean/linux"
@@ -67,7 +69,13 @@ say "From the zip: the embedding example, under Wine"
 build_example host windows -Ddipole_ROOT="$clean/windows" \
   -DCMAKE_SYSTEM_NAME=Windows -DCMAKE_CXX_COMPILER=x86_64-w64-mingw32-g++-posix
 cp windows/examples/auditory.dip .
-xvfb-run -a -s "-screen 0 1600x1200x24" timeout 120 wine host/host.exe auditory.dip host.dipset --once
+on_a_screen() {
+  xvfb-run -a -s "-screen 0 1600x1200x24" sh -eu -c '
+    wine regedit /S "$1"
+    shift
+    timeout "$@"' sh "$wine_settings" "$@"
+}
+on_a_screen 120 wine host/host.exe auditory.dip host.dipset --once
 # What the host saved is what the tool reads from the same file.
 "$tool" list --yes --csv host.dipset >saved.csv
 "$tool" list --yes --csv auditory.dip >read.csv
@@ -75,7 +83,7 @@ cmp saved.csv read.csv
 cat saved.csv
 
 say "From the zip: the viewer, which measures itself"
-xvfb-run -a -s "-screen 0 1600x1200x24" timeout 180 wine windows/bin/viewer.exe --benchmark report.txt
+on_a_screen 180 wine windows/bin/viewer.exe --benchmark report.txt
 cat report.txt
 grep -q "^first picture of a head" report.txt
 

@@ -18,28 +18,23 @@ CString absolute(const char* path) {
   return fromUtf8(std::filesystem::absolute(path).string());
 }
 
-// Stands where a user would: hears what the module tells, answers its questions with care (No, where there is
-// a No) and names the file that it asks for.
+// Stands where a user would, as long as it lives: hears what the module tells, answers its questions with
+// care (No, where there is a No) and chooses nothing.
 class Answers : public Operator {
  public:
-  explicit Answers(CString table) : m_table(std::move(table)) {}
+  Answers() { installOperator(this); }
+  ~Answers() override { installOperator(nullptr); }
 
   int answerMessage(LPCTSTR text, UINT type) override {
     std::cerr << toUtf8(text) << '\n';
     return carefulAnswer(type);
   }
 
-  bool chooseFiles(const FileQuestion& question, std::vector<CString>& paths) override {
-    if (question.open)
-      return false;
-    paths = {m_table};
-    return true;
+  bool chooseFiles(const FileQuestion& /*question*/, std::vector<CString>& /*paths*/) override {
+    return false;
   }
 
   bool chooseColor(COLORREF /*initial*/, COLORREF& /*chosen*/) override { return false; }
-
- private:
-  CString m_table;
 };
 
 void print(const CDipoleszq& dipole) {
@@ -50,12 +45,13 @@ void print(const CDipoleszq& dipole) {
 }
 
 int run(int count, char** arguments) {
-  Answers answers(absolute(arguments[1]));
-  installOperator(&answers);  // before the first call of the module
+  const Answers answers;  // before the first call of the module
 
+  // All paths before the first import, which changes the current folder.
+  const CString table = absolute(arguments[1]);
   std::vector<CString> files;
   for (int i = 2; i < count; ++i)
-    files.push_back(absolute(arguments[i]));  // all before the first import, which changes the current folder
+    files.push_back(absolute(arguments[i]));
 
   const auto dipoles = std::make_unique<CDipoleFace9File>();  // large: on the heap
   for (CString& file : files) {
@@ -66,9 +62,8 @@ int run(int count, char** arguments) {
     if (const CDipoleszq* dipole = dipoles->getDipole(slot))  // a slot may be empty
       print(*dipole);
   }
-  const bool isWritten = dipoles->exportExelFile() == 1;
-  installOperator(nullptr);
-  return isWritten && dipoles->m_totalDipoles > 0 ? 0 : 1;
+  dipoles->exportExelFileX(table);  // a table that cannot be written is an exception
+  return dipoles->m_totalDipoles > 0 ? 0 : 1;
 }
 
 }  // namespace

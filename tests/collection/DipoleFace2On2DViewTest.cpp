@@ -4,23 +4,14 @@
 #include <gtest/gtest.h>
 #include <random>
 
-#include "collection/DipoleFace2On2DView.h"
+#include "tests/collection/OverlayViews.h"
 #include "tests/record/Canvas.h"
 
 namespace {
 
 using Drawn = Canvas::Drawn;
-using Face = CDipoleFace2On2DView;
 
 constexpr DWORD yellow = 0x00FFFF00;
-
-void addAt(Face& face, double x, double y, double z) {
-  face.addDipole();
-  double(&location)[3] = face.getDipole(-1)->m_location;
-  location[0] = x;
-  location[1] = y;
-  location[2] = z;
-}
 
 // 20 x 24 x 28 voxels of 1 x 2 x 0.5 mm.
 std::unique_ptr<Face> smallVolume() {
@@ -29,20 +20,6 @@ std::unique_ptr<Face> smallVolume() {
   face->setSpaceXYZ(1.0, 2.0, 0.5);
   return face;
 }
-
-struct View {
-  const char* name;
-  int (Face::*draw)(CDC*, int, int);
-  int (CDipoles3Display2D::*glyph)(CDC*, double, double, int, double, double, double, double);
-  int slab;   // axis
-  int first;  // in-plane axes
-  int second;
-};
-
-const View views[] = {
-    {"axial", &Face::drawDipoleAxial, &CDipoles3Display2D::drawDipoleAxial, 1, 0, 2},
-    {"coronal", &Face::drawDipoleCoronal, &CDipoles3Display2D::drawDipoleCoronal, 2, 0, 1},
-    {"sagittal", &Face::drawDipoleSagittal, &CDipoles3Display2D::drawDipoleSagittal, 0, 1, 2}};
 
 bool drawsAt(Canvas& canvas, Face& face, const View& view, double slabCoordinate, int slice) {
   face.getDipole(0)->m_location[view.slab] = slabCoordinate;
@@ -256,76 +233,6 @@ TEST(Overlay, TheModeIsTheZoomOfTheGlyph) {
   addAt(*face, -4.0, 0.0, 0.0);
   face->drawDipoleCoronal(canvas.dc(), 14, 2);
   EXPECT_EQ(canvas.drawn(), (Drawn{12, 24, 3, 3, 9, yellow}));
-}
-
-// 64 voxels of 2 mm: from -64 to 64 mm along each axis.
-TEST(OverlayZoom, OneAloneKeepsLeftAndRightApart) {
-  struct Landing {
-    double mm;     // to the right on the picture: x is the patient's left, z the front
-    int pixel[3];  // with zoom 1, 2, 3
-  };
-  const Landing landings[] = {{-40.0, {12, 24, 36}}, {-22.0, {21, 42, 63}}, {-20.0, {22, 44, 64}},
-                              {-1.0, {31, 63, 64}},  {0.0, {32, 64, 64}},   {1.0, {32, 64, 64}},
-                              {20.0, {42, 64, 64}},  {40.0, {52, 64, 64}}};
-  Canvas canvas(200, 200);
-  for (const View& view : views) {
-    const int right = view.slab == 0 ? 2 : 0;
-    for (const Landing& landing : landings) {
-      const auto face = std::make_unique<Face>();
-      face->setDimensionXYZ(64, 64, 64);
-      face->setSpaceXYZ(2.0, 2.0, 2.0);
-      addAt(*face, 0.0, 0.0, 0.0);
-      face->getDipole(0)->m_location[right] = landing.mm;
-      for (int zoom = 1; zoom <= 3; ++zoom) {
-        canvas.clear();
-        (face.get()->*view.draw)(canvas.dc(), 32, zoom);
-        EXPECT_EQ(canvas.drawn().left, landing.pixel[zoom - 1])
-            << view.name << ", " << landing.mm << " mm, " << zoom;
-      }
-    }
-  }
-}
-
-TEST(OverlayZoom, OneAloneKeepsUpAndDownApart) {
-  struct Landing {
-    double mm;     // up on the picture
-    int pixel[3];  // with zoom 1, 2, 3
-  };
-  const Landing landings[] = {
-      {40.0, {12, 24, 36}}, {1.0, {31, 63, 64}}, {-1.0, {32, 64, 64}}, {-40.0, {52, 64, 64}}};
-  Canvas canvas(200, 200);
-  for (const View& view : views) {
-    const int up = view.slab == 1 ? 2 : 1;
-    for (const Landing& landing : landings) {
-      const auto face = std::make_unique<Face>();
-      face->setDimensionXYZ(64, 64, 64);
-      face->setSpaceXYZ(2.0, 2.0, 2.0);
-      addAt(*face, 0.0, 0.0, 0.0);
-      face->getDipole(0)->m_location[up] = landing.mm;
-      for (int zoom = 1; zoom <= 3; ++zoom) {
-        canvas.clear();
-        (face.get()->*view.draw)(canvas.dc(), 32, zoom);
-        EXPECT_EQ(canvas.drawn().top, landing.pixel[zoom - 1])
-            << view.name << ", " << landing.mm << " mm, " << zoom;
-      }
-    }
-  }
-}
-
-TEST(OverlayZoom, AFinerGridEnlargesThePictureAndKeepsTheSides) {
-  Canvas canvas(600, 600);
-  for (const int finer : {1, 2, 3}) {
-    for (const double x : {-40.0, -20.0, 20.0, 40.0}) {
-      const auto face = std::make_unique<Face>();
-      face->setDimensionXYZ(64 * finer, 64 * finer, 64);  // finer in the picture alone
-      face->setSpaceXYZ(2.0 / finer, 2.0 / finer, 2.0);
-      addAt(*face, x, 0.0, 0.0);
-      canvas.clear();
-      face->drawDipoleCoronal(canvas.dc(), 32, 1);
-      EXPECT_EQ(canvas.drawn().left, static_cast<int>(std::lround((x + 64.0) / 2.0)) * finer)
-          << x << " mm, " << finer;
-    }
-  }
 }
 
 TEST(Overlay, FollowsItsTableOnRandomVolumes) {

@@ -40,12 +40,6 @@ int intAt(const std::string& bytes, std::size_t place) {
   return value;
 }
 
-// `bytes` with an int32 written over its place.
-std::string patched(std::string bytes, std::size_t place, int value) {
-  std::memcpy(bytes.data() + place, &value, sizeof value);
-  return bytes;
-}
-
 int read(const Form& form, const std::string& bytes, CDipoleFace9File& set, std::size_t* rest = nullptr) {
   return form.isCurrent() ? readCurrent(bytes, set, rest) : readObsolete(bytes, set, rest);
 }

@@ -14,12 +14,6 @@ using Messages = std::vector<ScriptedOperator::Message>;
 const Messages wrongFormat = {{"Wrong file format!", MB_OK}};
 const Messages formatError = {{"Dipole file format error", MB_OK}};
 
-// `bytes` with an int32 written over its place.
-std::string patched(std::string bytes, std::size_t place, int value) {
-  std::memcpy(bytes.data() + place, &value, sizeof value);
-  return bytes;
-}
-
 // What must hold after every read, whole or not.
 void expectConsistent(const CDipoleFace& set, const std::vector<int>& holes) {
   ASSERT_GE(set.m_totalDipoles, 0);

@@ -1,6 +1,7 @@
 // Helpers shared by the tests of the set file.
 #pragma once
 
+#include <cstring>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -26,6 +27,12 @@ inline Set filledSet(int count) {
   }
   fillMembers(*set);
   return set;
+}
+
+// `bytes` with an int32 written over its place.
+inline std::string patched(std::string bytes, std::size_t place, int value) {
+  std::memcpy(bytes.data() + place, &value, sizeof value);
+  return bytes;
 }
 
 inline std::string currentBytes(CDipoleFace9File& set) {

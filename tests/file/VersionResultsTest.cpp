@@ -7,24 +7,12 @@ namespace {
 
 using Version = int (CDipoleFace9File::*)(CArchive&);
 
-struct Current {
-  using Function = Version;
-};
-struct Dipoles {
-  using Function = Version;
-};
-struct Face {
-  using Function = Version;
-};
-struct Of20011118 {
-  using Function = Version;
-};
-struct Of20010901 {
-  using Function = Version;
-};
-struct Of20010101 {
-  using Function = Version;
-};
+struct Current : PrivateTag<Version> {};
+struct Dipoles : PrivateTag<Version> {};
+struct Face : PrivateTag<Version> {};
+struct Of20011118 : PrivateTag<Version> {};
+struct Of20010901 : PrivateTag<Version> {};
+struct Of20010101 : PrivateTag<Version> {};
 
 }  // namespace
 

@@ -1,82 +1,15 @@
-// The set of fiducial points: setting, counting, comparing, copying, archiving.
+// The set of fiducial points: setting, counting, comparing.
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
-#include <new>
 #include <type_traits>
 
 #include "headmodel/Fiducialzq.h"
-#include "platform/Utf.h"
-#include "tests/headmodel/ArchiveRecord.h"
-#include "tests/support/FailingNew.h"
-#include "tests/support/Thrown.h"
+#include "tests/headmodel/FiducialSample.h"
 
 namespace {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-// Differs from a number in its upper half, too.
-LONGLONG wide(int low) {
-  return (LONGLONG{low} << 32) - low;
-}
-
-// Every member of every point different from every other and from its initial value.
-CFiducialzq sampleSet() {
-  CFiducialzq set;
-  double next = 1.0;
-  for (CFiduciaryPtzq& point : set.m_points) {
-    for (double& value : point.m_values) {
-      value = next++;
-    }
-    point.m_value16 = static_cast<LONGLONG>(next++);
-    point.m_value17 = static_cast<LONGLONG>(next++);
-    for (double& value : point.m_values2) {
-      value = next++;
-    }
-    point.m_int0 = static_cast<int>(next++);
-    point.m_int1 = static_cast<int>(next++);
-    point.m_int2 = static_cast<int>(next++);
-    point.m_value18 = static_cast<LONGLONG>(next++);
-    point.m_int3 = static_cast<int>(next++);
-    point.m_label.Format(_T("P%d"), static_cast<int>(next++));
-  }
-  for (int& value : set.m_ints) {
-    value = static_cast<int>(next++);
-  }
-  for (LONGLONG& value : set.m_tail) {
-    value = wide(static_cast<int>(next++));
-  }
-  return set;
-}
-
-// The record of sampleSet, composed in the documented order.
-Bytes sampleRecord() {
-  ByteWriter writer;
-  int next = 1;
-  for (int point = 0; point < 6; ++point) {
-    for (int i = 0; i < 16; ++i) {
-      writer.value(static_cast<double>(next++));
-    }
-    writer.value(static_cast<LONGLONG>(next++));
-    writer.value(static_cast<LONGLONG>(next++));
-    for (int i = 0; i < 4; ++i) {
-      writer.value(static_cast<double>(next++));
-    }
-    for (int i = 0; i < 3; ++i) {
-      writer.value(next++);
-    }
-    writer.value(static_cast<LONGLONG>(next++));
-    writer.value(next++);
-    writer.text("P" + std::to_string(next++));
-  }
-  for (int i = 0; i < 4; ++i) {
-    writer.value(next++);
-  }
-  for (int i = 0; i < 3; ++i) {
-    writer.value(wide(next++));
-  }
-  return writer.bytes();
-}
 
 CFiducialzq headPoints() {
   CFiducialzq set;
@@ -294,119 +227,4 @@ TEST(Compare3FiducialPts, APositionThatIsNoNumberGivesNoNumber) {
 
 TEST(Compare3FiducialPts, WithoutAnotherSetGivesMinusOne) {
   EXPECT_EQ(headPoints().compare3FiducialPts(nullptr, 0.5), -1.0);
-}
-
-TEST(Fiducial, CopyHoldsEveryMember) {
-  const CFiducialzq original = sampleSet();
-  CFiducialzq copy(original);
-  EXPECT_EQ(storedBytes(copy), sampleRecord());
-}
-
-TEST(Fiducial, AssignmentTakesEveryMemberAndReturnsTheTarget) {
-  const CFiducialzq original = sampleSet();
-  CFiducialzq target;
-  EXPECT_EQ(&(target = original), &target);
-  EXPECT_EQ(storedBytes(target), sampleRecord());
-}
-
-TEST(Fiducial, AssignmentToItselfKeepsEverything) {
-  CFiducialzq set = sampleSet();
-  const CFiducialzq& same = set;
-  set = same;
-  EXPECT_EQ(storedBytes(set), sampleRecord());
-}
-
-TEST(Fiducial, ArchiveLayerCopiesAndAssignsEveryMember) {
-  const CFiducialzq original = sampleSet();
-  CFiducial9File copy(original);
-  EXPECT_EQ(storedBytes(copy), sampleRecord());
-  CFiducial9File target;
-  target = original;
-  EXPECT_EQ(storedBytes(target), sampleRecord());
-}
-
-TEST(Fiducial, LowerLayersCopyAndAssignTheirPoints) {
-  const CFiducialzq original = sampleSet();
-  const CFiducial copyOfBase(original);
-  const CFiducial02Prcs copyOfSecond(original);
-  const CFiducial03Operator copyOfThird(original);
-  CFiducial02Prcs second;
-  CFiducial03Operator third;
-  second = copyOfSecond;
-  third = copyOfThird;
-  for (const CFiducial* set :
-       {&copyOfBase, static_cast<const CFiducial*>(&second), static_cast<const CFiducial*>(&third)}) {
-    EXPECT_EQ(set->m_points[5].m_values[15], original.m_points[5].m_values[15]);
-    EXPECT_EQ(toUtf8(set->m_points[5].m_label), toUtf8(original.m_points[5].m_label));
-    EXPECT_EQ(set->m_tail[2], original.m_tail[2]);
-  }
-}
-
-TEST(Fiducial, CopyIsIndependentInLabelAndPosition) {
-  const CFiducialzq original = sampleSet();
-  CFiducialzq copy(original);
-  copy.m_points[1].m_label = _T("changed");
-  copy.setLeftEarf(-1.0, -2.0, -3.0);
-  CFiducialzq again(original);
-  EXPECT_EQ(storedBytes(again), sampleRecord());
-}
-
-TEST(Fiducial, ACopyThatRunsOutOfMemoryReleasesWhatItMade) {
-  CFiducialzq original;
-  for (CFiduciaryPtzq& point : original.m_points) {
-    point.m_label = _T("a label that is far too long to be kept inside the object itself");
-  }
-  const long long before = liveAllocations();
-  int failures = 0;
-  bool failed = true;
-  while (failed) {
-    FailingNew failing(failures + 1);
-    failures += runsOutOfMemory([&] { const CFiducialzq copy(original); }) ? 1 : 0;
-    failed = failing.failed();
-  }
-  EXPECT_EQ(failures, 6);
-  EXPECT_EQ(liveAllocations(), before);
-}
-
-TEST(FiducialSerialize, WritesTheRecordByteForByte) {
-  CFiducialzq set = sampleSet();
-  EXPECT_EQ(storedBytes(set), sampleRecord());
-}
-
-TEST(FiducialSerialize, ReadsTheRecordIntoAFreshSet) {
-  CFiducialzq set;
-  EXPECT_EQ(loadBytes(set, sampleRecord()), 0);
-  EXPECT_EQ(storedBytes(set), sampleRecord());
-}
-
-TEST(FiducialSerialize, ReturnsOneBothWays) {
-  CMemFile file;
-  CFiducialzq set;
-  CArchive out(&file, CArchive::store);
-  EXPECT_EQ(set.serialize(out), 1);
-  out.Close();
-  file.SeekToBegin();
-  CArchive in(&file, CArchive::load);
-  EXPECT_EQ(set.serialize(in), 1);
-}
-
-TEST(FiducialSerialize, AnEmptySetTakes1264Bytes) {
-  CFiducialzq set;
-  EXPECT_EQ(storedBytes(set).size(), 6U * (200U + 4U) + 16U + 24U);
-}
-
-TEST(FiducialSerialize, LeavesWhatFollowsTheRecord) {
-  Bytes bytes = sampleRecord();
-  bytes.push_back(9);
-  CFiducialzq set;
-  EXPECT_EQ(loadBytes(set, bytes), 1);
-}
-
-TEST(FiducialSerialize, ABrokenRecordRaisesEndOfFileAtEveryLength) {
-  const Bytes whole = sampleRecord();
-  for (std::size_t length = 0; length < whole.size(); ++length) {
-    CFiducialzq set;
-    EXPECT_EQ(loadBytes(set, Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))), -1)
-        << length;
-  }
 }

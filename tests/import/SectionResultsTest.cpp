@@ -12,39 +12,17 @@ using CtfSection = int (Ctf::*)(AnsiLineReader&);
 using Msi = CDipoleFace8Import02_4DMSI;
 using MsiZone = int (Msi::*)(AnsiLineReader&);
 
-struct FileInfo {
-  using Function = CtfSection;
-};
-struct ModelInfo {
-  using Function = CtfSection;
-};
-struct MegSphere {
-  using Function = CtfSection;
-};
-struct StaticDipoles {
-  using Function = CtfSection;
-};
-struct MovingDipoles {
-  using Function = CtfSection;
-};
-struct FiducialPoints {
-  using Function = CtfSection;
-};
-struct Flags {
-  using Function = int (Ctf::*)(AnsiLineReader&, unsigned long);
-};
-struct FitInfo {
-  using Function = int (Ctf::*)(AnsiLineReader&, int);
-};
-struct MsiFileInfo {
-  using Function = MsiZone;
-};
-struct MsiDipoles {
-  using Function = MsiZone;
-};
-struct MsiFile {
-  using Function = int (Msi::*)(CString);
-};
+struct FileInfo : PrivateTag<CtfSection> {};
+struct ModelInfo : PrivateTag<CtfSection> {};
+struct MegSphere : PrivateTag<CtfSection> {};
+struct StaticDipoles : PrivateTag<CtfSection> {};
+struct MovingDipoles : PrivateTag<CtfSection> {};
+struct FiducialPoints : PrivateTag<CtfSection> {};
+struct Flags : PrivateTag<int (Ctf::*)(AnsiLineReader&, unsigned long)> {};
+struct FitInfo : PrivateTag<int (Ctf::*)(AnsiLineReader&, int)> {};
+struct MsiFileInfo : PrivateTag<MsiZone> {};
+struct MsiDipoles : PrivateTag<MsiZone> {};
+struct MsiFile : PrivateTag<int (Msi::*)(CString)> {};
 
 }  // namespace
 

@@ -12,18 +12,10 @@ namespace {
 
 using Version = int (CDipoles4File::*)(CArchive&);
 
-struct Record20010101 {
-  using Function = Version;
-};
-struct Record20011118 {
-  using Function = Version;
-};
-struct Record20050629 {
-  using Function = Version;
-};
-struct Record20061206 {
-  using Function = Version;
-};
+struct Record20010101 : PrivateTag<Version> {};
+struct Record20011118 : PrivateTag<Version> {};
+struct Record20050629 : PrivateTag<Version> {};
+struct Record20061206 : PrivateTag<Version> {};
 
 }  // namespace
 

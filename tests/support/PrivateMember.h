@@ -2,13 +2,17 @@
 // instantiated explicitly, its arguments may name what is private. For results that only the class itself
 // sees.
 //
-//   struct Hidden {
-//     using Function = int (SomeClass::*)(int);
-//   };
+//   struct Hidden : PrivateTag<int (SomeClass::*)(int)> {};
 //   template struct PrivateMember<Hidden, &SomeClass::hidden>;
 //
 //   (object.*privateFunction<Hidden>)(1)
 #pragma once
+
+// What a name for such a function derives from.
+template <typename Type>
+struct PrivateTag {
+  using Function = Type;
+};
 
 template <class Tag>
 inline typename Tag::Function privateFunction = nullptr;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+#include "tests/ui/windows/DrawnPixels.h"
 #include "tests/ui/windows/Host.h"
 #include "tests/ui/windows/Spy.h"
 #include "ui/resource.h"
@@ -26,26 +27,8 @@ std::string fourDecimals(double value) {
   return {digits, std::to_chars(digits, digits + 400, value, std::chars_format::fixed, 4).ptr};
 }
 
-// The pixels of a picture on a grey ground.
 std::vector<COLORREF> pixels(HIMAGELIST images, int image, int size) {
-  const HDC screen = ::GetDC(nullptr);
-  const HDC context = ::CreateCompatibleDC(screen);
-  const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, size, size);
-  const HGDIOBJ before = ::SelectObject(context, bitmap);
-  const RECT all = {0, 0, size, size};
-  ::FillRect(context, &all, static_cast<HBRUSH>(::GetStockObject(GRAY_BRUSH)));
-  ::ImageList_Draw(images, image, context, 0, 0, ILD_NORMAL);
-  std::vector<COLORREF> colors;
-  for (int y = 0; y < size; ++y) {
-    for (int x = 0; x < size; ++x) {
-      colors.push_back(::GetPixel(context, x, y));
-    }
-  }
-  ::SelectObject(context, before);
-  ::DeleteObject(bitmap);
-  ::DeleteDC(context);
-  ::ReleaseDC(nullptr, screen);
-  return colors;
+  return drawnPixels(size, [&](HDC context) { ::ImageList_Draw(images, image, context, 0, 0, ILD_NORMAL); });
 }
 
 TEST(List, ColumnsStandInTheirOrder) {

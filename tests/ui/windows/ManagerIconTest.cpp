@@ -1,31 +1,16 @@
 // The manager's own icon, that of a dipole.
 #include <gtest/gtest.h>
 
+#include "tests/ui/windows/DrawnPixels.h"
 #include "tests/ui/windows/Host.h"
 #include "ui/resource.h"
 
 namespace {
 
-// What an icon looks like on a grey ground, and how large it is.
+// As large as it is.
 std::vector<COLORREF> picture(HICON icon, int size) {
-  const HDC screen = ::GetDC(nullptr);
-  const HDC context = ::CreateCompatibleDC(screen);
-  const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, size, size);
-  const HGDIOBJ before = ::SelectObject(context, bitmap);
-  const RECT all = {0, 0, size, size};
-  ::FillRect(context, &all, static_cast<HBRUSH>(::GetStockObject(GRAY_BRUSH)));
-  ::DrawIconEx(context, 0, 0, icon, 0, 0, 0, nullptr, DI_NORMAL);  // as large as it is
-  std::vector<COLORREF> colors;
-  for (int y = 0; y < size; ++y) {
-    for (int x = 0; x < size; ++x) {
-      colors.push_back(::GetPixel(context, x, y));
-    }
-  }
-  ::SelectObject(context, before);
-  ::DeleteObject(bitmap);
-  ::DeleteDC(context);
-  ::ReleaseDC(nullptr, screen);
-  return colors;
+  return drawnPixels(size,
+                     [&](HDC context) { ::DrawIconEx(context, 0, 0, icon, 0, 0, 0, nullptr, DI_NORMAL); });
 }
 
 std::vector<COLORREF> resource(int id, int size) {
