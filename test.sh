@@ -51,8 +51,7 @@ stage build-windows build_windows
 windows='^dipole_(ui|viewer)_'
 start windows-layers wine_tests wine --exclude-regex "$windows"
 finish native-tests
-# A pointer and a focus that another program's load delays can miss a window once; twice is a fault.
-start windows-hands wine_tests wine-hands --tests-regex "$windows" --repeat until-pass:2
+start windows-hands wine_tests wine-hands --tests-regex "$windows"
 stage other-compiler scripts/check_mfc.py
 stage build-optimised build_optimised
 stage fuzzing fuzz/run.sh

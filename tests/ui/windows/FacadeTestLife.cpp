@@ -1,5 +1,7 @@
 // The end of collections with open dialogs, and copies that share them.
 #include <gtest/gtest.h>
+#include <set>
+#include <vector>
 
 #include "platform/Utf.h"
 #include "tests/platform/windows/HandleCount.h"
@@ -30,18 +32,41 @@ struct Windows {
   std::vector<HWND> all() const { return {manager, managersEditor, editor, coordinates}; }
 };
 
+using WindowSet = std::set<HWND>;
+
+BOOL CALLBACK addVisibleDialog(HWND window, LPARAM parameter) {
+  TCHAR className[32] = {};
+  ::GetClassNameW(window, className, 32);
+  if (::IsWindowVisible(window) != FALSE && CString(className) == _T("#32770")) {
+    reinterpret_cast<WindowSet*>(parameter)->insert(window);
+  }
+  return TRUE;
+}
+
+WindowSet visibleDialogs() {
+  WindowSet result;
+  ::EnumThreadWindows(::GetCurrentThreadId(), &addVisibleDialog, reinterpret_cast<LPARAM>(&result));
+  return result;
+}
+
+// The dialog that an act brings on the screen: another collection may have one with the same caption there,
+// and which of them is on top is the system's choice.
+template <typename Act>
+HWND broughtBy(Act act) {
+  const WindowSet before = visibleDialogs();
+  act();
+  WindowSet brought = visibleDialogs();
+  std::erase_if(brought, [&](HWND window) { return before.contains(window); });
+  EXPECT_EQ(brought.size(), 1U);
+  return brought.empty() ? nullptr : *brought.begin();
+}
+
 Windows openAll(Host& host) {
   Windows windows = {};
-  host.openManager();
-  windows.manager = host.manager();
-  host.choose(ID_DIPOLE_EDIT);
-  windows.managersEditor = host.editor();
-  ::ShowWindow(windows.managersEditor, SW_HIDE);
-  host.face->dipoleEdit(&host.window);
-  windows.editor = host.editor();
-  ::ShowWindow(windows.managersEditor, SW_SHOW);
-  host.face->setDipoleCoordinate(&host.window);
-  windows.coordinates = host.coordinates();
+  windows.manager = broughtBy([&] { host.openManager(); });
+  windows.managersEditor = broughtBy([&] { host.choose(ID_DIPOLE_EDIT); });
+  windows.editor = broughtBy([&] { host.face->dipoleEdit(&host.window); });
+  windows.coordinates = broughtBy([&] { host.face->setDipoleCoordinate(&host.window); });
   pump();
   return windows;
 }
