@@ -308,7 +308,7 @@ bool CtfWalk::isDeclined(const CtfRow& row) {
     return false;
   }
   const std::size_t question = m_nextFar++;
-  return !(question < m_file.answers.far.size() && m_file.answers.far[question]);
+  return !(question < m_file.answers.distant.size() && m_file.answers.distant[question]);
 }
 
 void CtfWalk::place(CtfRow& row) {

@@ -24,8 +24,8 @@ enum class LengthUnit { centimetre, millimetre };
 // What the module asked about the file and was told, in the order of the questions; true for yes. A question
 // that has no answer here counts as answered with no.
 struct ImportAnswers {
-  std::vector<bool> moving;  // "This is moving dipoles, would you like to import?"
-  std::vector<bool> far;     // "It seems the dipole location is wrong (...), do you like to import?"
+  std::vector<bool> moving;   // "This is moving dipoles, would you like to import?"
+  std::vector<bool> distant;  // "It seems the dipole location is wrong (...), do you like to import?"
 };
 
 struct ImportedText {
