@@ -226,15 +226,15 @@ TEST_F(FacadeLife, FiftyCollectionsLeaveNothingBehind) {
 }
 
 TEST_F(FacadeLife, ReopeningMakesNothingNew) {
-  openAll(host);
+  const std::vector<HWND> windows = openAll(host).all();
   const int thread = threadWindows();
   const int user = windowHandles();
   const int gdi = gdiHandles();
   for (int i = 0; i < 50; ++i) {
-    for (const HWND window : {host.manager(), host.editor(), host.coordinates()}) {
+    for (const HWND window : windows) {
       ::SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
     }
-    openAll(host);
+    EXPECT_EQ(openAll(host).all(), windows);
   }
   EXPECT_EQ(threadWindows(), thread);
   EXPECT_LE(windowHandles(), user);
