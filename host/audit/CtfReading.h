@@ -116,6 +116,7 @@ class CtfReading {
   std::vector<CtfFollower> followers;
   std::vector<CtfProblem> problems;
   CtfHeaderLine patient;
+  int otherPatientLine = 0;  // that names another one than a line before it
   CtfHeaderLine version;
   CtfHeaderLine mriFile;
   CtfSphere sphere;

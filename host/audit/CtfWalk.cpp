@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include "host/text/Blanks.h"
 
@@ -37,6 +38,10 @@ bool isSame(std::string_view a, std::string_view b) {
 }
 
 const SectionName* sectionNamed(std::string_view text) {
+  const bool isWord = !text.empty() && lower(text.front()) >= 'a' && lower(text.front()) <= 'z';
+  if (!isWord) {  // as nearly every line
+    return nullptr;
+  }
   const auto* const found = std::find_if(sectionNames.begin(), sectionNames.end(),
                                          [&](const SectionName& known) { return isSame(known.name, text); });
   return found != sectionNames.end() ? found : nullptr;
@@ -53,6 +58,16 @@ const SectionName* sectionMeant(std::string_view line) {
 
 bool contains(std::string_view line, std::string_view words) {
   return line.find(words) != std::string_view::npos;
+}
+
+// One look at every byte, without an early exit so that the compiler can take many bytes at once.
+bool holdsMarks(std::string_view line) {
+  unsigned char marks = 0;
+  for (const char c : line) {
+    const bool isMark = (c == '(') | (c == '/') | (c == '{') | (c == '}');
+    marks = static_cast<unsigned char>(marks | static_cast<unsigned char>(isMark));
+  }
+  return marks != 0;
 }
 
 bool isComment(std::string_view line) {
@@ -167,9 +182,8 @@ void CtfWalk::takeBodyLine(const TextLine& line) {
   }
   const SectionName* const swallowed = sectionNamed(line.text);
   if (isPassedOver(line.text)) {
-    return;
-  }
-  if (contains(line.text, "}")) {
+    takeFitHeading(line);
+  } else if (contains(line.text, "}")) {
     leave(line);
   } else if (swallowed != nullptr) {
     report(CtfProblemKind::swallowed, line, swallowed->name);
@@ -189,23 +203,19 @@ void CtfWalk::takeBodyLine(const TextLine& line) {
   }
 }
 
+// The import reads no further behind a section of dipoles that leaves the set empty.
 void CtfWalk::leave(const TextLine& line) {
   m_isInside = false;
   m_lastOutside = {};
   const bool isOpen = !line.isClosed;  // for the import, which drops the line; nothing is behind it
-  if (section().kind == CtfKind::dipoles && section().isRead && !isOpen) {
-    leaveDipoles(line);
+  if (isOfDipoles() && section().isRead && !isOpen) {
+    m_isStopped = m_file.firstSlot == 0 && m_reading.slots.empty();
   }
-}
-
-// The import reads no further behind a section that leaves the set empty.
-void CtfWalk::leaveDipoles(const TextLine& /*line*/) {
-  m_isStopped = m_file.firstSlot == 0 && m_reading.slots.empty();
 }
 
 void CtfWalk::takeDipoleLine(const TextLine& line) {
   const std::string_view text = line.text;
-  if (text.find_first_of("({}/") != std::string_view::npos) {
+  if (holdsMarks(text)) {
     const bool isHeader = contains(text, "(cm)");
     const bool isPassed = isHeader || isPassedOver(text);
     const bool isEnd = !isPassed && contains(text, "}");
@@ -246,6 +256,7 @@ void CtfWalk::takeHeading(const TextLine& line) {
   Heading heading(line.text);
   if (heading.namesPlace()) {
     section().heading = std::move(heading);
+    section().isUnitBefore = false;
   }
 }
 
@@ -338,6 +349,15 @@ void CtfWalk::lose(const TextLine& line, RowFate fate) {
   m_reading.rows.push_back(row);
 }
 
+void CtfWalk::takeFitHeading(const TextLine& line) {
+  if (section().kind == CtfKind::fitInfo) {
+    Heading heading(line.text);
+    if (heading.names(Column::latency) && heading.names(Column::error)) {
+      section().heading = std::move(heading);
+    }
+  }
+}
+
 void CtfWalk::takeFollower(const TextLine& line) {
   const std::optional<NumberedRow> row = numberedRow(line.text);
   if (row && !m_isForeign) {
@@ -352,7 +372,12 @@ void CtfWalk::takeHeader(const TextLine& line) {
     return;
   }
   m_reading.version = contains(line.text, "VERSION:") ? found : m_reading.version;
-  m_reading.patient = contains(line.text, "PATIENT:") ? found : m_reading.patient;
+  if (contains(line.text, "PATIENT:")) {
+    const bool isOther =
+        m_reading.patient.line != 0 && withoutBlanks(m_reading.patient.text) != withoutBlanks(line.text);
+    m_reading.otherPatientLine = isOther ? line.number : m_reading.otherPatientLine;
+    m_reading.patient = found;
+  }
 }
 
 void CtfWalk::takeSphere(const TextLine& line) {

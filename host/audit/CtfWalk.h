@@ -20,7 +20,6 @@ class CtfWalk {
   void enter(CtfKind kind, const TextLine& line, bool isRead);
   void enterMoving(CtfSection& section);
   void leave(const TextLine& line);
-  void leaveDipoles(const TextLine& line);
 
   void takeDipoleLine(const TextLine& line);
   void takeUnits(const TextLine& line);
@@ -32,6 +31,7 @@ class CtfWalk {
   void lose(const TextLine& line, RowFate fate);
 
   void takeBodyLine(const TextLine& line);
+  void takeFitHeading(const TextLine& line);
   void takeFollower(const TextLine& line);
   void takeHeader(const TextLine& line);
   void takeSphere(const TextLine& line);

@@ -1,0 +1,110 @@
+#include "host/audit/AuditPass.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+void set3(double (&target)[3], const Place& values) {
+  std::copy(values.begin(), values.end(), target);
+}
+
+Place of3(const double (&values)[3]) {
+  return {values[0], values[1], values[2]};
+}
+
+// What was never backed up, or was changed since, stays.
+void follow(CSpherezq& backup, const Place& before, const Place& now) {
+  if (backup.m_radius != 0.0 && of3(backup.m_center) == before) {
+    set3(backup.m_center, now);
+  }
+}
+
+}  // namespace
+
+Place scaledPlace(const float (&values)[3], float factor) {
+  const auto scaled = [factor](float value) { return static_cast<double>(value * factor); };
+  return {scaled(values[1]), scaled(values[2]), scaled(values[0])};
+}
+
+std::string counted(std::size_t count, std::string_view one) {
+  std::string text = std::to_string(count) + " ";
+  text.append(one);
+  return count == 1 ? text : text + "s";
+}
+
+void AuditPass::add(Finding finding) {
+  finding.file = m_file.name;
+  m_findings.push_back(std::move(finding));
+}
+
+void AuditPass::add(FindingCode code, Severity severity, std::string_view section, Gathered&& gathered,
+                    std::string sentence, std::string remedy) {
+  if (!gathered.isEmpty()) {
+    add({code,
+         severity,
+         {},
+         gathered.line,
+         std::string(section),
+         std::move(gathered.slots),
+         std::move(sentence),
+         std::move(remedy)});
+  }
+}
+
+AuditReport AuditPass::takeReport() {
+  std::stable_sort(m_findings.begin(), m_findings.end(), [](const Finding& a, const Finding& b) {
+    return std::pair(a.code, a.line) < std::pair(b.code, b.line);
+  });
+  return {std::move(m_findings), std::move(m_unknown)};
+}
+
+Place placeOf(const CDipoleszq& dipole) {
+  return of3(dipole.m_location);
+}
+
+void setPlace(CDipoleszq& dipole, const Place& place) {
+  follow(dipole.m_rawLocation, placeOf(dipole), place);
+  set3(dipole.m_location, place);
+}
+
+Place orientationOf(const CDipoleszq& dipole) {
+  return of3(dipole.m_orientation);
+}
+
+void setOrientation(CDipoleszq& dipole, const Place& orientation) {
+  follow(dipole.m_rawOrientation, orientationOf(dipole), orientation);
+  set3(dipole.m_orientation, orientation);
+}
+
+void insertDipoles(CDipoleFace9File& set, std::vector<LateDipole>&& late) {
+  if (late.empty()) {
+    return;
+  }
+  const int first = late.front().slot;
+  int from = set.m_totalDipoles;
+  int to = from + static_cast<int>(late.size());
+  set.m_totalDipoles = set.m_importEnd = to;
+  set.m_currentDipole = to - 1;  // as an import leaves it
+  while (!late.empty()) {
+    --to;
+    if (late.back().slot == to) {
+      late.back().dipole->backUpLocationRotationRaw();
+      set.m_dipoles.store(to, std::move(late.back().dipole));
+      late.pop_back();
+    } else {
+      set.m_dipoles.move(--from, to);
+    }
+  }
+  for (int slot = first; slot < set.m_totalDipoles; ++slot) {
+    if (CDipoleszq* const dipole = set.m_dipoles[slot]) {
+      dipole->m_number = slot + 1;
+    }
+  }
+}
+
+}  // namespace host

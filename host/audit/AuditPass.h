@@ -1,0 +1,105 @@
+// One pass of an audit over a file and its dipoles, to look or to repair.
+#pragma once
+
+#include <array>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/audit/FileAudit.h"
+
+namespace host {
+
+using Place = std::array<double, 3>;
+
+// Three values along a file's axes (x to the nose, y to the left ear, z up) along those of the set, each
+// multiplied or divided in single precision as the import does.
+[[nodiscard]] Place scaledPlace(const float (&values)[3], float factor);
+
+// "1 dipole", "7 dipoles".
+[[nodiscard]] std::string counted(std::size_t count, std::string_view one);
+
+// What the dipoles concerned by one finding have in common.
+struct Gathered {
+  std::vector<int> slots;
+  int line = 0;             // of the first one
+  std::size_t changed = 0;  // by a repair
+
+  void add(int slot, int atLine) {
+    slots.push_back(slot);
+    line = line == 0 ? atLine : line;
+  }
+  [[nodiscard]] bool isEmpty() const { return slots.empty(); }
+};
+
+class AuditPass {
+ public:
+  // Without a target it only looks.
+  AuditPass(const ImportedText& file, const CDipoleFace9File& set, CDipoleFace9File* target,
+            const std::set<FindingCode>& codes)
+      : m_file(file), m_set(set), m_target(target), m_codes(codes) {}
+
+  [[nodiscard]] const ImportedText& file() const { return m_file; }
+  [[nodiscard]] const CDipoleFace9File& set() const { return m_set; }
+  [[nodiscard]] bool repairs(FindingCode code) const { return m_target != nullptr && m_codes.contains(code); }
+  [[nodiscard]] CDipoleFace9File& target() { return *m_target; }  // when it repairs something
+
+  // The dipole of the file's n-th slot; null when there is none.
+  [[nodiscard]] CDipoleszq* dipole(std::size_t local) const {
+    return m_set.m_dipoles[m_file.firstSlot + static_cast<int>(local)];
+  }
+  [[nodiscard]] int slotOf(std::size_t local) const { return m_file.firstSlot + static_cast<int>(local); }
+  [[nodiscard]] int dipolesOfFile() const { return m_set.m_totalDipoles - m_file.firstSlot; }
+
+  // Changes a value when a repair wants it: true when `value` is then, or was already, what is meant.
+  template <typename Value>
+  bool settle(FindingCode code, Value& value, const Value& meant, bool& isChanged) {
+    if (value == meant) {
+      return true;
+    }
+    if (!repairs(code)) {
+      return false;
+    }
+    value = meant;
+    isChanged = true;
+    return true;
+  }
+
+  void add(Finding finding);
+  // A finding about dipoles, when there are any.
+  void add(FindingCode code, Severity severity, std::string_view section, Gathered&& gathered,
+           std::string sentence, std::string remedy);
+  void tell(std::string sentence) { m_told.push_back(std::move(sentence)); }
+  void markUnknown(int slot, DipoleValue value) { m_unknown.mark(slot, value); }
+
+  // The findings by code and line.
+  AuditReport takeReport();
+  std::vector<std::string> takeTold() { return std::move(m_told); }
+
+ private:
+  const ImportedText& m_file;
+  const CDipoleFace9File& m_set;
+  CDipoleFace9File* m_target;
+  const std::set<FindingCode>& m_codes;
+  std::vector<Finding> m_findings;
+  UnknownValues m_unknown;
+  std::vector<std::string> m_told;
+};
+
+// The dipole's location or orientation, as it is shown and as it was first; the latter follows only when it
+// was the same.
+[[nodiscard]] Place placeOf(const CDipoleszq& dipole);
+void setPlace(CDipoleszq& dipole, const Place& place);
+[[nodiscard]] Place orientationOf(const CDipoleszq& dipole);
+void setOrientation(CDipoleszq& dipole, const Place& orientation);
+
+// Puts dipoles between those of the set, at slots in rising order, as if the import had found them there.
+// They must fit in.
+struct LateDipole {
+  int slot = 0;
+  std::unique_ptr<CDipoleszq> dipole;
+};
+void insertDipoles(CDipoleFace9File& set, std::vector<LateDipole>&& late);
+
+}  // namespace host

@@ -1,0 +1,52 @@
+// The audit of a CTF dipole file, see FileAudit.h.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/audit/AuditPass.h"
+#include "host/audit/CtfFollowers.h"
+#include "host/audit/CtfReading.h"
+
+namespace host {
+
+class CtfAudit {
+ public:
+  CtfAudit(AuditPass& pass, const TextEncoding& encoding);
+
+  void run();
+
+ private:
+  [[nodiscard]] bool isRepairedByRows() const;
+  void insertUnread();
+  void lookAtDipoles(const std::vector<int>& slots);
+  void lookAtForeign(const std::vector<int>& slots);
+  void lookAtLostRows();
+  void lookAtProblems();
+  void lookAtReplaced();
+  void sayProblem(FindingCode code, Severity severity, int line, std::string_view section,
+                  std::string sentence);
+
+  // In CtfFollowersAudit.cpp.
+  void lookAtFollowers(const std::vector<int>& slots);
+  void lookAtFlags(const CtfFollowers& followers, const std::vector<int>& slots);
+  void lookAtFits(const CtfFollowers& followers, const std::vector<int>& slots);
+  void sayNoFit(const std::vector<int>& slots);
+
+  // In CtfHeadAudit.cpp.
+  void lookAtHead();
+  void lookAtHeader(const CtfHeaderLine& line, const CString& key, CString CDipoleFace::*member,
+                    std::string_view what);
+  void lookAtPatients();
+  void lookAtSphere();
+  void lookAtFiducials();
+  void lookAtUnread();
+
+  AuditPass& m_pass;
+  const TextEncoding& m_encoding;
+  CtfReading m_reading;
+  std::vector<int> m_unreadLeft;  // sections lost by the encoding of which something is not in place
+};
+
+}  // namespace host

@@ -1,0 +1,83 @@
+// The dipoles of one section of a CTF file beside its rows: places, columns, units, labels.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "host/audit/AuditPass.h"
+#include "host/audit/CtfReading.h"
+
+namespace host {
+
+class CtfSectionAudit {
+ public:
+  CtfSectionAudit(AuditPass& pass, const TextEncoding& encoding, const CtfReading& reading, int section);
+
+  // The dipole of the file's n-th slot beside its row.
+  void look(std::size_t local, const CtfRow& row);
+  // The findings about all of them.
+  void finish();
+
+  // A dipole as the import would have made it of a row; null when that holds no numbers.
+  [[nodiscard]] std::unique_ptr<CDipoleszq> makeDipole(const CtfRow& row) const;
+
+ private:
+  // What a row says, by the columns that the heading names.
+  struct Told {
+    float place[3] = {};  // file axes, unscaled
+    Place orientation = {};
+    double moment = 1.0;  // those that no column gives are as in a new dipole, and unknown
+    double latency = 0.0;
+    double fitError = 0.2;
+    std::string_view label;
+    bool hasOrientation = false;
+    bool hasMoment = false;
+    bool hasLatency = false;
+    bool hasError = false;
+  };
+
+  [[nodiscard]] bool isUsual(const CtfRow& row) const;
+  [[nodiscard]] std::optional<Told> read(const CtfRow& row, const RowFields& fields) const;
+  [[nodiscard]] bool isAligned(int fields) const;
+  [[nodiscard]] bool hasUnnamedColumns(const RowFields& fields) const;
+  [[nodiscard]] std::optional<double> latencyOf(const CtfRow& row, const RowFields& fields) const;
+  [[nodiscard]] float importFactor(const CtfRow& row) const { return row.isCentimetre ? 10.0F : 1.0F; }
+  [[nodiscard]] float meantFactor(const CtfRow& row) const;
+  [[nodiscard]] bool isUnitOpen(const CtfRow& row) const;
+
+  void lookAtPlace(std::size_t local, const CtfRow& row, const float (&meant)[3]);
+  void lookAtColumns(std::size_t local, const CtfRow& row, const Told& told);
+  void lookAtLatency(std::size_t local, const CtfRow& row, const RowFields& fields);
+  void lookAtLabel(std::size_t local, const CtfRow& row, const RowFields& fields);
+  void finishUnit();
+  void finishLatency();
+  void finishColumns();
+  void finishLabels();
+  void tellOf(const Gathered& gathered, const std::string& what);
+
+  AuditPass& m_pass;
+  const TextEncoding& m_encoding;
+  const CtfSection& m_section;
+  Heading m_heading;
+  ColumnPlaces m_places;  // of the columns that count: the format's or the heading's
+  bool m_isMoving;
+  bool m_hasOtherColumns = false;  // than the import takes for granted
+  bool m_isSimple = false;         // nothing but the place of a usual row needs a look
+  float m_largest = 0.0F;          // coordinate, as written, of those whose unit is open
+
+  Gathered m_unit;
+  Gathered m_columns;
+  Gathered m_openColumns;  // rows that the heading does not fit
+  Gathered m_unnamed;      // rows with columns that no heading names
+  Gathered m_latency;
+  Gathered m_openLatency;
+  Gathered m_noNumbers;
+  Gathered m_misplaced;
+  Gathered m_borrowed;  // labels of the dipole before
+  Gathered m_cut;
+  Gathered m_cutOpen;
+  Gathered m_encoded;
+};
+
+}  // namespace host

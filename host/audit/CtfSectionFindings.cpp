@@ -1,0 +1,103 @@
+// What CtfSectionAudit says about what it has gathered.
+#include <utility>
+
+#include "host/audit/CtfSectionAudit.h"
+
+namespace host {
+
+void CtfSectionAudit::tellOf(const Gathered& gathered, const std::string& what) {
+  if (gathered.changed > 0) {
+    m_pass.tell(counted(gathered.changed, "dipole") + ": " + what + ".");
+  }
+}
+
+void CtfSectionAudit::finish() {
+  finishUnit();
+  finishLatency();
+  finishColumns();
+  finishLabels();
+  const std::string numbers = counted(m_noNumbers.slots.size(), "dipole");
+  m_pass.add(FindingCode::lostRows, Severity::wrong, m_section.name, std::move(m_noNumbers),
+             numbers +
+                 " came of rows that hold something else than numbers where numbers belong; what was "
+                 "read of them is not what stands there.",
+             {});
+  const std::string misplaced = counted(m_misplaced.slots.size(), "dipole");
+  m_pass.add(FindingCode::lostRows, Severity::wrong, m_section.name, std::move(m_misplaced),
+             misplaced + " did not come to the place that the file gives.", {});
+}
+
+void CtfSectionAudit::finishUnit() {
+  tellOf(m_unit, m_pass.file().unit == LengthUnit::centimetre ? "the position was taken as cm"
+                                                              : "the position was taken as mm");
+  constexpr float largestInCentimetre = 15.0F;
+  const bool isSmall = m_largest <= largestInCentimetre;
+  const bool saysMillimetre = m_heading.lengthUnit() == ColumnUnit::millimetre && !m_section.isUnitBefore;
+  const Severity severity = isSmall ? Severity::wrong : saysMillimetre ? Severity::note : Severity::doubtful;
+  std::string sentence = "The file does not say whether its positions are cm or mm; they were taken as mm.";
+  if (saysMillimetre) {
+    sentence = "The file gives its positions in mm.";
+  } else if (m_section.isUnitBefore) {
+    sentence =
+        "The unit of the positions stands before the section, where it is not read; they were taken "
+        "as mm.";
+  }
+  if (isSmall) {
+    sentence +=
+        " All of them lie within 15 of the origin, which fits cm: a dipole 5 cm to the side would be "
+        "shown 5 mm from the middle of the head.";
+  } else if (!saysMillimetre) {
+    sentence += " Some lie more than 15 from the origin, which fits mm.";
+  }
+  m_pass.add(FindingCode::unit, severity, m_section.name, std::move(m_unit), std::move(sentence),
+             "The positions are taken in the unit that you say, cm or mm.");
+}
+
+void CtfSectionAudit::finishLatency() {
+  tellOf(m_latency, "the latency was taken in the unit that the heading names");
+  m_pass.add(FindingCode::latencyUnit, Severity::wrong, m_section.name, std::move(m_latency),
+             "The latencies were taken in another unit than the one that the heading names, so they are "
+             "wrong by a factor of 1000.",
+             "The latencies are taken in the unit of the heading.");
+  m_pass.add(FindingCode::latencyUnit, Severity::doubtful, m_section.name, std::move(m_openLatency),
+             "The file does not say whether its latencies are seconds or milliseconds; they were taken as "
+             "milliseconds.",
+             {});
+}
+
+void CtfSectionAudit::finishColumns() {
+  tellOf(m_columns, "the values were taken from the columns that the heading names");
+  tellOf(m_unnamed, "fit error and label are unknown");
+  m_pass.add(FindingCode::movingColumns, Severity::wrong, m_section.name, std::move(m_columns),
+             "The rows have other columns than the import takes for granted, so values of one kind are shown "
+             "as another: a fit error that is shown may be an axis of an ellipsoid.",
+             "The values are taken from the columns that the heading names.");
+  const std::string open = counted(m_openColumns.slots.size(), "dipole");
+  m_pass.add(FindingCode::movingColumns, Severity::wrong, m_section.name, std::move(m_openColumns),
+             open +
+                 " came of rows whose columns are not those of the heading, nor those that the import "
+                 "takes for granted; which value is which is open.",
+             {});
+  m_pass.add(FindingCode::movingColumns, Severity::wrong, m_section.name, std::move(m_unnamed),
+             "The rows have more columns than the import knows, and no heading names them. The fit error and "
+             "the label that are shown are numbers of an unknown kind.",
+             "Fit error and label become unknown.");
+}
+
+void CtfSectionAudit::finishLabels() {
+  tellOf(m_borrowed, "the label of the dipole before was taken off");
+  tellOf(m_cut, "the label is whole now");
+  tellOf(m_encoded, "the label was decoded as UTF-8");
+  m_pass.add(FindingCode::labels, Severity::wrong, m_section.name, std::move(m_borrowed),
+             "Dipoles without a label of their own show that of a dipole before them.",
+             "These dipoles have no label (\"Non\").");
+  m_pass.add(FindingCode::labels, Severity::note, m_section.name, std::move(m_cut),
+             "Labels of several words were cut behind the first word.", "The labels are taken whole.");
+  m_pass.add(FindingCode::labels, Severity::note, m_section.name, std::move(m_cutOpen),
+             "Rows go on behind their labels; whether that belongs to the labels is open.", {});
+  m_pass.add(FindingCode::encoding, Severity::note, m_section.name, std::move(m_encoded),
+             "Labels are written in UTF-8 and were read otherwise: letters with accents are shown as signs.",
+             "The labels are decoded.");
+}
+
+}  // namespace host

@@ -1,0 +1,273 @@
+#include "host/audit/MsiAudit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+constexpr float importFactor = 10.0F;  // always cm
+
+const CString& noLabel() {
+  static const CString text(_T("Non"));
+  return text;
+}
+
+}  // namespace
+
+MsiAudit::MsiAudit(AuditPass& pass, const TextEncoding& encoding)
+    : m_pass(pass), m_encoding(encoding), m_reading(pass.file(), encoding) {
+  settleUnits();
+  const ColumnUnit time = m_reading.heading.unitOf(Column::latency);
+  m_isSimple = !m_reading.hasOtherColumns && m_goodness == Goodness::fraction && time != ColumnUnit::second &&
+               m_reading.heading.lengthUnit() != ColumnUnit::millimetre && !m_isUnitOpen &&
+               !m_encoding.isUtf8();
+}
+
+// A goodness of fit is a part of 1, unless the heading says percent or a value cannot be a part of 1.
+void MsiAudit::settleUnits() {
+  constexpr float surelyPercent = 2.0F;
+  constexpr float largestInHead = 15.0F;  // cm
+  float goodness = 0.0F;
+  float coordinate = 0.0F;
+  for (const MsiRow& row : m_reading.rows) {
+    if (row.fate == MsiFate::arrived || row.isReadable) {
+      goodness = (std::max)(goodness, row.goodness);
+      for (const float value : row.place) {
+        coordinate = (std::max)(coordinate, std::abs(value));
+      }
+    }
+  }
+  const Heading& heading = m_reading.heading;
+  m_isUnitOpen = heading.lengthUnit() == ColumnUnit::none && coordinate > largestInHead;
+  const bool saysPercent = heading.unitOf(Column::goodness) == ColumnUnit::percent;
+  m_goodness = goodness > surelyPercent || (saysPercent && goodness > 1.0F) ? Goodness::percent
+               : saysPercent || goodness > 1.0F                             ? Goodness::open
+                                                                            : Goodness::fraction;
+}
+
+void MsiAudit::run() {
+  insertRows();
+  const auto come = static_cast<std::size_t>((std::max)(m_pass.dipolesOfFile(), 0));
+  const std::vector<int>& slots = isRepairedByRows() ? m_reading.repairedSlots : m_reading.slots;
+  if (slots.size() == come) {
+    for (std::size_t local = 0; local < slots.size(); ++local) {
+      look(local, m_reading.rows[static_cast<std::size_t>(slots[local])]);
+    }
+  } else {
+    m_pass.add({FindingCode::lostRows,
+                Severity::wrong,
+                {},
+                0,
+                {},
+                {},
+                counted(slots.size(), "dipole") + " should have come of this file, but " +
+                    std::to_string(come) + " did.",
+                {}});
+  }
+  finish();
+  lookAtLostRows();
+  lookAtTable();
+  lookAtHeader(m_reading.patient, _T("MRI/CT Patient:"), &CDipoleFace::m_patient, "patient");
+  lookAtHeader(m_reading.version, _T("Dipole File:"), &CDipoleFace::m_fileVersion, "name of the dipole file");
+}
+
+// Whether the set holds the rows that the import refused.
+bool MsiAudit::isRepairedByRows() const {
+  return m_pass.dipolesOfFile() == static_cast<int>(m_reading.repairedSlots.size());
+}
+
+void MsiAudit::insertRows() {
+  const FindingCode code = m_encoding.isUtf16() ? FindingCode::encoding : FindingCode::msiColumns;
+  const int room = DipoleTable::capacity - m_pass.file().firstSlot;
+  if (!m_pass.repairs(code) || isRepairedByRows() ||
+      m_pass.dipolesOfFile() != static_cast<int>(m_reading.slots.size()) ||
+      static_cast<int>(m_reading.repairedSlots.size()) > room) {
+    return;
+  }
+  std::vector<LateDipole> late;
+  for (std::size_t local = 0; local < m_reading.repairedSlots.size(); ++local) {
+    const MsiRow& row = m_reading.rows[static_cast<std::size_t>(m_reading.repairedSlots[local])];
+    if (row.fate != MsiFate::arrived) {
+      late.push_back({m_pass.slotOf(local), makeDipole(row)});
+      if (late.back().dipole == nullptr) {
+        return;  // not all of them can be told
+      }
+    }
+  }
+  m_pass.tell(counted(late.size(), "dipole") + " that the import had refused came to the set.");
+  m_pass.target().m_coordinateType = 3;
+  m_pass.target().m_momentInNAm = 1;
+  insertDipoles(m_pass.target(), std::move(late));
+}
+
+void MsiAudit::look(std::size_t local, const MsiRow& row) {
+  const CDipoleszq* const dipole = m_pass.dipole(local);
+  if (dipole == nullptr) {
+    return;
+  }
+  const bool isPlain = m_isSimple && row.isPlain && row.fate == MsiFate::arrived;
+  if (isPlain && placeOf(*dipole) == scaledPlace(row.place, importFactor)) {
+    return;
+  }
+  const std::optional<Told> told = read(row);
+  if (!told) {
+    (m_reading.hasOtherColumns && !m_reading.isAligned(row) ? m_openColumns : m_noNumbers)
+        .add(m_pass.slotOf(local), row.line);
+    return;
+  }
+  lookAtPlace(local, row, *told);
+  lookAtValues(local, row, *told);
+  lookAtLabel(local, row, *told);
+}
+
+double MsiAudit::fitErrorOf(float goodness, bool isPercent) const {
+  return static_cast<double>(isPercent ? 100.0F - goodness : 100.0F - goodness * 100.0F);
+}
+
+std::optional<MsiAudit::Told> MsiAudit::read(const MsiRow& row) const {
+  if (m_reading.hasOtherColumns && !m_reading.isAligned(row)) {
+    return std::nullopt;
+  }
+  const RowFields fields(row.text);
+  bool areNumbers = true;
+  const auto value = [&](Column column) {
+    const std::optional<float> number = fields.number(m_reading.places[column]);
+    areNumbers = areNumbers && number;
+    return number.value_or(0.0F);
+  };
+  Told told;
+  told.place[0] = value(Column::x);
+  told.place[1] = value(Column::y);
+  told.place[2] = value(Column::z);
+  const float orientation[3] = {value(Column::xo) / 10.0F, value(Column::yo) / 10.0F,
+                                value(Column::zo) / 10.0F};
+  told.orientation = scaledPlace(orientation, 1.0F);
+  const bool isSecond = m_reading.heading.unitOf(Column::latency) == ColumnUnit::second;
+  const float latency = value(Column::latency);
+  told.latency = static_cast<double>(isSecond ? latency * 1000.0F : latency);
+  told.moment = static_cast<double>(value(Column::moment));
+  told.fitError = fitErrorOf(value(Column::goodness), m_goodness == Goodness::percent);
+  const int named = m_reading.hasOtherColumns || row.fate != MsiFate::arrived
+                        ? m_reading.heading.places()[Column::label]
+                        : msiLabelPlace;
+  told.label = fields[named];
+  return areNumbers ? std::optional(told) : std::nullopt;
+}
+
+float MsiAudit::meantFactor() const {
+  return m_pass.file().unit == LengthUnit::millimetre ? 1.0F : importFactor;
+}
+
+// A place may be wrong by its unit and by its columns.
+void MsiAudit::lookAtPlace(std::size_t local, const MsiRow& row, const Told& told) {
+  CDipoleszq& dipole = *m_pass.dipole(local);
+  const int slot = m_pass.slotOf(local);
+  const auto make = [&](bool hasColumns, bool hasUnit) {
+    return scaledPlace(hasColumns ? told.place : row.place, hasUnit ? meantFactor() : importFactor);
+  };
+  const Place current = placeOf(dipole);
+  bool hasColumns = current == make(true, true) || current == make(true, false);
+  bool hasUnit = current == make(true, true) || current == make(false, true);
+  if (!hasColumns && !hasUnit && current != make(false, false)) {
+    m_misplaced.add(slot, row.line);
+    return;
+  }
+  const bool isUnitChanged = !hasUnit && m_pass.repairs(FindingCode::unit);
+  const bool areColumnsChanged = !hasColumns && m_pass.repairs(FindingCode::msiColumns);
+  hasUnit = hasUnit || isUnitChanged;
+  hasColumns = hasColumns || areColumnsChanged;
+  if (isUnitChanged || areColumnsChanged) {
+    setPlace(dipole, make(hasColumns, hasUnit));
+    m_unit.changed += isUnitChanged ? 1 : 0;
+  }
+  if (!hasColumns) {
+    m_columns.add(slot, row.line);
+  }
+  if (!hasUnit || !m_pass.file().unit) {
+    m_unit.add(slot, row.line);
+  }
+}
+
+void MsiAudit::lookAtValues(std::size_t local, const MsiRow& row, const Told& told) {
+  CDipoleszq& dipole = *m_pass.dipole(local);
+  const int slot = m_pass.slotOf(local);
+  constexpr FindingCode columns = FindingCode::msiColumns;
+  bool isChanged = false;
+  bool isSettled = m_pass.settle(columns, dipole.m_moment, told.moment, isChanged);
+  if (orientationOf(dipole) != told.orientation) {
+    isChanged = isChanged || m_pass.repairs(columns);
+    isSettled = isSettled && m_pass.repairs(columns);
+    if (m_pass.repairs(columns)) {
+      setOrientation(dipole, told.orientation);
+    }
+  }
+  const FindingCode latency = m_reading.hasOtherColumns ? columns : FindingCode::latencyUnit;
+  bool isLatencyChanged = false;
+  if (!m_pass.settle(latency, dipole.m_latency, told.latency, isLatencyChanged)) {
+    (m_reading.hasOtherColumns ? m_columns : m_latency).add(slot, row.line);
+  }
+  m_latency.changed += isLatencyChanged && !m_reading.hasOtherColumns ? 1 : 0;
+  isChanged = isChanged || (isLatencyChanged && m_reading.hasOtherColumns);
+
+  // The error may be that of another column, or of percents that were taken for parts of 1, or both.
+  const bool isPercent = m_goodness == Goodness::percent;
+  const bool hasColumn = dipole.m_fitError == told.fitError ||
+                         dipole.m_fitError == fitErrorOf(row.goodness, false) || m_pass.repairs(columns);
+  const bool hasPercent =
+      !isPercent || dipole.m_fitError == told.fitError || m_pass.repairs(FindingCode::msiPercent);
+  if (hasColumn && hasPercent && dipole.m_fitError != told.fitError) {
+    dipole.m_fitError = told.fitError;
+    m_percent.changed += isPercent ? 1 : 0;
+    isChanged = isChanged || m_reading.hasOtherColumns;
+  } else if (hasColumn && !hasPercent && m_pass.repairs(columns)) {
+    dipole.m_fitError = fitErrorOf(row.goodness, false);
+  }
+  m_columns.changed += isChanged ? 1 : 0;
+  const bool isNoted = !m_columns.isEmpty() && m_columns.slots.back() == slot;
+  if (!(isSettled && hasColumn) && !isNoted) {
+    m_columns.add(slot, row.line);
+  }
+  if (!hasPercent) {
+    m_percent.add(slot, row.line);
+  } else if (m_goodness == Goodness::open) {
+    m_openPercent.add(slot, row.line);
+  }
+}
+
+void MsiAudit::lookAtLabel(std::size_t local, const MsiRow& row, const Told& told) {
+  CDipoleszq& dipole = *m_pass.dipole(local);
+  const CString meant = told.label.empty() ? noLabel() : m_encoding.asMeant(told.label);
+  const bool isAnsi = !told.label.empty() && dipole.m_label == TextEncoding::asAnsi(told.label);
+  if (dipole.m_label == meant || !(isAnsi || m_reading.hasOtherColumns)) {
+    return;
+  }
+  const FindingCode code = isAnsi ? FindingCode::encoding : FindingCode::msiColumns;
+  Gathered& gathered = isAnsi ? m_encoded : m_columns;
+  const int slot = m_pass.slotOf(local);
+  if (m_pass.repairs(code)) {
+    dipole.m_label = meant;
+    gathered.changed += isAnsi ? 1 : 0;
+  } else if (gathered.isEmpty() || gathered.slots.back() != slot) {
+    gathered.add(slot, row.line);
+  }
+}
+
+std::unique_ptr<CDipoleszq> MsiAudit::makeDipole(const MsiRow& row) const {
+  const std::optional<Told> told = read(row);
+  if (!told) {
+    return nullptr;
+  }
+  auto dipole = std::make_unique<CDipoleszq>();
+  setPlace(*dipole, scaledPlace(told->place, importFactor));
+  setOrientation(*dipole, told->orientation);
+  dipole->m_latency = told->latency;
+  dipole->m_moment = told->moment;
+  dipole->m_fitError = told->fitError;
+  dipole->m_label = told->label.empty() ? noLabel() : m_encoding.asMeant(told->label);
+  return dipole;
+}
+
+}  // namespace host

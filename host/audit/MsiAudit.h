@@ -1,0 +1,69 @@
+// The audit of a 4D/MSI dipole table, see FileAudit.h.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "host/audit/AuditPass.h"
+#include "host/audit/MsiReading.h"
+
+namespace host {
+
+class MsiAudit {
+ public:
+  MsiAudit(AuditPass& pass, const TextEncoding& encoding);
+
+  void run();
+
+ private:
+  // What a row says, by the columns that the heading names.
+  struct Told {
+    float place[3] = {};  // file axes, unscaled
+    Place orientation = {};
+    double latency = 0.0;
+    double moment = 0.0;
+    double fitError = 0.0;
+    std::string_view label;  // empty: "Non"
+  };
+
+  void settleUnits();
+  [[nodiscard]] bool isRepairedByRows() const;
+  void insertRows();
+  void look(std::size_t local, const MsiRow& row);
+  void lookAtPlace(std::size_t local, const MsiRow& row, const Told& told);
+  void lookAtValues(std::size_t local, const MsiRow& row, const Told& told);
+  void lookAtLabel(std::size_t local, const MsiRow& row, const Told& told);
+  [[nodiscard]] std::optional<Told> read(const MsiRow& row) const;
+  [[nodiscard]] double fitErrorOf(float goodness, bool isPercent) const;
+  [[nodiscard]] std::unique_ptr<CDipoleszq> makeDipole(const MsiRow& row) const;
+  [[nodiscard]] float meantFactor() const;
+
+  void lookAtLostRows();
+  void lookAtTable();
+  void lookAtHeader(const MsiHeaderLine& line, const CString& key, CString CDipoleFace::*member,
+                    std::string_view what);
+  void finish();
+  void finishUnit();
+  void tellOf(const Gathered& gathered, const std::string& what);
+
+  enum class Goodness { fraction, percent, open };
+
+  AuditPass& m_pass;
+  const TextEncoding& m_encoding;
+  MsiReading m_reading;
+  Goodness m_goodness = Goodness::fraction;
+  bool m_isUnitOpen = false;  // no heading says cm, and a position cannot be one
+  bool m_isSimple = false;    // nothing but the place of a plain row needs a look
+
+  Gathered m_unit;
+  Gathered m_latency;
+  Gathered m_columns;
+  Gathered m_openColumns;
+  Gathered m_percent;
+  Gathered m_openPercent;
+  Gathered m_noNumbers;
+  Gathered m_misplaced;
+  Gathered m_encoded;
+};
+
+}  // namespace host
