@@ -1,12 +1,17 @@
 // Follows the lines of a CTF file as the import does, and fills a CtfReading.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
 #include "host/audit/CtfReading.h"
 
 namespace host {
+
+[[nodiscard]] inline bool contains(std::string_view line, std::string_view words) {
+  return line.find(words) != std::string_view::npos;
+}
 
 class CtfWalk {
  public:

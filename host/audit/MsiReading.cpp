@@ -179,7 +179,7 @@ class MsiReading::Walk {
         std::any_of(std::begin(row.place), std::end(row.place), [](float value) { return value > farthest; });
     const std::size_t question = m_nextFar;
     m_nextFar += isFar ? 1 : 0;
-    return isFar && !(question < m_file.answers.far.size() && m_file.answers.far[question]);
+    return isFar && !(question < m_file.answers.distant.size() && m_file.answers.distant[question]);
   }
 
   void place(MsiRow& row) {

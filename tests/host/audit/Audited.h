@@ -14,14 +14,13 @@
 
 class Audited {
  public:
-  // `answers` are given to the module's questions in turn; the first letter of each tells what the question is
-  // about: "moving" or "far", with "yes" or "no" behind a blank.
+  // `answers` are given to the module's questions in turn: "moving yes", "far no" and so on.
   Audited(const std::string& name, std::string bytes, const std::vector<std::string>& answers = {})
       : m_bytes(std::move(bytes)) {
     for (const std::string& answer : answers) {
       const bool isYes = answer.ends_with("yes");
       user.answer(isYes ? IDYES : IDNO);
-      (answer.starts_with("moving") ? file.answers.moving : file.answers.far).push_back(isYes);
+      (answer.starts_with("moving") ? file.answers.moving : file.answers.distant).push_back(isYes);
     }
     CString path = folder.write(name, m_bytes);
     EXPECT_EQ(set->importDipoleX(path, false), 1);
