@@ -14,7 +14,7 @@ ALLOWED = {folder: LAYERS[:place] for place, folder in enumerate(LAYERS)}
 ALLOWED["platform"] = []
 ALLOWED["host"] = ["module/dipole.h"]
 # The rooms of host/ stand in order too.
-ROOMS = ["text", "head", "paint", "dipoles", "audit", "picture", "undo", "panes", "session", "viewer"]
+ROOMS = ["text", "head", "paint", "dipoles", "audit", "picture", "exchange", "undo", "panes", "session", "viewer"]
 ALLOWED["tool"] = ["host", "module/dipole.h", "platform"]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')

@@ -6,12 +6,13 @@
 #include <system_error>
 
 #include "host/head/NiftiReader.h"
+#include "host/paint/PngFile.h"
 #include "host/picture/SliceCaption.h"
 #include "host/text/Numbers.h"
+#include "host/text/PathText.h"
 #include "tool/FiducialPoints.h"
 #include "tool/FileInfo.h"
 #include "tool/Output.h"
-#include "tool/PngWriter.h"
 #include "tool/SliceList.h"
 #include "tool/Text.h"
 
@@ -218,7 +219,7 @@ void DrawCommand::drawSlices(ImportSession& session, const host::Fiducials& fidu
   options.title = titleOf(m_import.names());
   options.patientId = printable(session.patient());
   const host::SlicePicture picture = host::drawSlices(session.collection(), volume, frame, slices, options);
-  writePng(picture.image, m_output);
+  host::writePng(picture.image, host::textOf(m_output));
   warnOfMissing(picture, info);
 }
 
@@ -240,7 +241,7 @@ void DrawCommand::drawScene(const ImportSession& session,
   } else {
     picture = host::drawScene(session.collection(), std::nullopt, options);
   }
-  writePng(picture.image, m_output);
+  host::writePng(picture.image, host::textOf(m_output));
   warnOfMissing(picture.report);
 }
 

@@ -6,7 +6,9 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "host/exchange/SetFile.h"
 #include "host/head/FiducialFile.h"
+#include "host/text/PathText.h"
 #include "tool/FiducialPoints.h"
 #include "tool/TerminalOperator.h"
 
@@ -164,7 +166,7 @@ int RegisterCommand::run() const {
     registerByFiducials(set);
   }
   if (format == OutputFormat::dipset) {
-    writeOldSet(set, m_output.target());
+    host::writeOldSet(set, host::textOf(m_output.target()));
   } else {
     Json document = setDocument(session, m_import.names());
     document["registration"] = registrationJson(set);

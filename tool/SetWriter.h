@@ -20,17 +20,10 @@ Json setDocument(const ImportSession& session, const std::vector<std::string>& f
 
 // .dipset and .txt are the module's own set file and text export; for the others see
 // host/dipoles/DipoleColumns.h. The target is afterwards either the whole new file or what it was before, see
-// ReplacingFile.h. Throws std::runtime_error that names the target and the cause.
+// host/text/SafeFile.h. Throws std::runtime_error that names the target and the cause.
 void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output);
 
-// A set file of version 20011118, the one that holds the head spheres and the fiducial points as well.
-// In the same way.
-void writeOldSet(CDipoleFace9File& set, const std::string& target);
-
-// The text as a file, in the same way.
-void writeText(const std::string& text, const std::string& target);
-
-// JSON as a file: UTF-8, indented, a line feed at its end.
+// JSON as a file, in the same way: UTF-8, indented, a line feed at its end.
 void writeJson(const Json& json, const std::string& target);
 
 }  // namespace tool

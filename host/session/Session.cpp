@@ -10,9 +10,9 @@
 
 #include "host/dipoles/HeaderText.h"
 #include "host/dipoles/SetFiducials.h"
+#include "host/exchange/SetFile.h"
 #include "host/head/HeadFile.h"
 #include "host/session/ImportOne.h"
-#include "host/session/SetFile.h"
 #include "host/text/Failure.h"
 #include "host/text/PathText.h"
 #include "host/undo/SetBackup.h"

@@ -1,15 +1,14 @@
 #include "host/text/SafeFile.h"
 
 #include <array>
-#include <cstdint>
 #include <filesystem>
 #include <random>
 #include <string>
 #include <system_error>
-#include <utility>
 
 #include "host/text/Failure.h"
 #include "host/text/PathText.h"
+#include "host/text/UnfinishedFile.h"
 
 namespace host {
 
@@ -21,7 +20,7 @@ std::string randomName() {
   constexpr std::array<char, 17> digits{"0123456789abcdef"};
   constexpr int length = 16;
   std::random_device random;
-  std::string name = "dipole-";
+  std::string name = unfinishedPrefix();
   for (int i = 0; i < length; ++i)
     name += digits.at(random() % 16U);
   return name + ".tmp";
@@ -37,58 +36,27 @@ fs::path behindLinks(const fs::path& path) {
   return target;
 }
 
-// A new file beside the target, until it takes its place.
-class NewFile {
- public:
-  explicit NewFile(const CString& name) : m_name(name), m_target(behindLinks(fs::absolute(pathOf(name)))) {
-    refuseWhatMustStay();
-    m_path = m_target.parent_path() / randomName();
-  }
-  ~NewFile() {
-    std::error_code error;
-    if (!m_isKept)
-      fs::remove(m_path, error);
-  }
-  NewFile(const NewFile&) = delete;
-  NewFile& operator=(const NewFile&) = delete;
-
-  [[nodiscard]] CString path() const { return textOf(m_path); }
-
-  void takePlace() {
-    if (m_isThere)
-      fs::permissions(m_path, m_permissions);
-    fs::rename(m_path, m_target);
-    m_isKept = true;
-  }
-
- private:
-  void refuseWhatMustStay() {
-    const fs::file_status status = fs::status(m_target);
-    m_isThere = fs::exists(status);
-    m_permissions = status.permissions();
-    if (m_target.filename().empty())
-      refuse("the name of a file is missing");
-    if (fs::is_directory(status))
-      refuse("it is a folder");
-    if (m_isThere && !fs::is_regular_file(status))
-      refuse("it is not a regular file");
-    if (m_isThere && (m_permissions & fs::perms::owner_write) == fs::perms::none)
-      refuse("it is write-protected");
-  }
-
-  [[noreturn]] void refuse(const char* cause) const { throwFileFailure("write", m_name, cause); }
-
-  CString m_name;
-  fs::path m_target;
-  fs::path m_path;
-  fs::perms m_permissions = fs::perms::unknown;
-  bool m_isThere = false;
-  bool m_isKept = false;
-};
+void refuseWhatMustStay(const CString& name, const fs::path& target) {
+  const auto refuseIf = [&](bool isSo, const std::string& cause) {
+    if (isSo)
+      throwFileFailure("write", name, cause);
+  };
+  const fs::file_status status = fs::status(target);
+  refuseIf(target.filename().empty(), "the name of a file is missing");
+  refuseIf(fs::is_directory(status), "it is a folder");
+  if (!fs::exists(status))
+    return;
+  refuseIf(!fs::is_regular_file(status), "it is not a regular file");
+  const std::string cause = whyReadOnly(target);
+  refuseIf(!cause.empty(), cause);
+  refuseIf((status.permissions() & fs::perms::owner_write) == fs::perms::none, "it is write-protected");
+}
 
 // The content has to be on the disk before the name points to it.
-void flush(const CString& path) {
+void flush(const CString& target, const CString& path) {
   CFile file(path, CFile::modeReadWrite | CFile::shareExclusive);
+  if (file.GetLength() == 0)
+    throwFileFailure("write", target, "nothing was written");
   file.Flush();
   file.Close();
 }
@@ -98,10 +66,12 @@ void flush(const CString& path) {
 void writeSafelyByName(const CString& path, const std::function<void(const CString&)>& write) {
   withFile("write", path, [&] {
     try {
-      NewFile file(path);
-      write(file.path());
-      flush(file.path());
-      file.takePlace();
+      const fs::path target = behindLinks(fs::absolute(pathOf(path)));
+      refuseWhatMustStay(path, target);
+      UnfinishedFile file(target.parent_path() / randomName());
+      write(textOf(file.path()));
+      flush(path, textOf(file.path()));
+      file.become(target);
     } catch (const fs::filesystem_error& error) {
       throwFileFailure("write", path, error.code().message());
     }

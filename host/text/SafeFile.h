@@ -13,9 +13,13 @@ namespace host {
 // takes for a file of dipoles.
 //
 // A target that is a link stays one: what it points to is replaced. The new file has the permissions of the
-// old one as far as the standard library knows them. Throws std::runtime_error that names the target and the
-// cause: also when it is a folder, or may not be written. What `write` throws of the framework is told
-// likewise; its std::runtime_error passes.
+// old one, or the usual ones of a new file. Signals that end the program meanwhile remove the new file, see
+// host/text/UnfinishedFile.h. Locks that other programs hold on the old file are not asked for: where a file
+// can be renamed under them they are advice, and their holders keep the old file.
+//
+// Throws std::runtime_error that names the target and the cause: also when it is a folder or no regular file,
+// may not be written, or `write` wrote nothing. What `write` throws of the framework is told likewise; its
+// std::runtime_error passes.
 void writeSafely(const CString& path, const std::function<void(CFile&)>& write);
 
 // The same for those who write a file of a name themselves. They must have closed it.

@@ -5,12 +5,12 @@
 #include <stdexcept>
 
 #include "host/dipoles/HeaderText.h"
+#include "host/exchange/FileKind.h"
+#include "host/paint/PngFile.h"
 #include "host/panes/WholePicture.h"
-#include "host/session/FileKind.h"
 #include "host/text/PathText.h"
 #include "host/viewer/KeptMessages.h"
 #include "host/viewer/MainFrame.h"
-#include "host/viewer/PngFile.h"
 #include "host/viewer/ProgressWindow.h"
 #include "host/viewer/Utf8.h"
 

@@ -6,7 +6,7 @@
 #include <shellapi.h>
 #include <vector>
 
-#include "host/session/FileKind.h"
+#include "host/exchange/FileKind.h"
 #include "host/text/PathText.h"
 #include "host/viewer/Benchmark.h"
 #include "host/viewer/KeptMessages.h"

@@ -1,7 +1,7 @@
 // What the monkey does by the commands of the menu, and with files.
 #include <gtest/gtest.h>
 
-#include "host/session/SetFile.h"
+#include "host/exchange/SetFile.h"
 #include "platform/Utf.h"
 #include "tests/host/viewer/endurance/ViewerMonkey.h"
 

@@ -7,6 +7,7 @@
 #include <afxwin.h>
 
 #include <memory>
+#include <string_view>
 
 #include "module/dipole.h"
 
@@ -17,10 +18,16 @@ namespace host {
 
 void writeSet(CDipoleFace9File& set, const CString& path);
 
+// A set file of version 20011118, the one that holds the head spheres and the fiducial points as well.
+void writeOldSet(CDipoleFace9File& set, const CString& path);
+
 // The module's text for spreadsheets, UTF-16.
 void writeSpreadsheetText(CDipoleFace9File& set, const CString& path);
 
 // A table, UTF-8, see host/dipoles/DipoleColumns.h; the separator is a comma.
 void writeCsv(const CDipoleFace& set, const CString& path);
+
+// Bytes as they are.
+void writeText(std::string_view text, const CString& path);
 
 }  // namespace host

@@ -1,4 +1,4 @@
-#include "host/session/SetFile.h"
+#include "host/exchange/SetFile.h"
 
 #include <cstdint>
 #include <string>
@@ -38,16 +38,19 @@ bool readWhole(CDipoleFace9File& set, CArchive& archive, bool isOld) {
 }
 
 // A bare `throw` has to pass on what the module threw, behind an archive that must write no more.
-template <typename Write>
-void writeArchive(CFile& file, Write write) {
-  CArchive archive(&file, CArchive::store);
-  try {
-    write(archive);
-    archive.Close();
-  } catch (...) {
-    archive.Abort();
-    throw;
-  }
+template <typename Store>
+void writeArchive(const CString& path, Store store) {
+  writeSafely(path, [&](CFile& file) {
+    CArchive archive(&file, CArchive::store);
+    try {
+      if (store(archive) == 0)
+        throwFileFailure("write", path, "the set could not be stored");
+      archive.Close();
+    } catch (...) {
+      archive.Abort();
+      throw;
+    }
+  });
 }
 
 }  // namespace
@@ -67,12 +70,11 @@ std::unique_ptr<CDipoleFace9File> readSet(const CString& path) {
 }
 
 void writeSet(CDipoleFace9File& set, const CString& path) {
-  writeSafely(path, [&](CFile& file) {
-    writeArchive(file, [&](CArchive& archive) {
-      if (set.serializeDipolesFace(archive) == 0)
-        throwFileFailure("write", path, "the set could not be stored");
-    });
-  });
+  writeArchive(path, [&](CArchive& archive) { return set.serializeDipolesFace(archive); });
+}
+
+void writeOldSet(CDipoleFace9File& set, const CString& path) {
+  writeArchive(path, [&](CArchive& archive) { return set.serializeObsolete20050630(archive); });
 }
 
 void writeSpreadsheetText(CDipoleFace9File& set, const CString& path) {
@@ -80,10 +82,11 @@ void writeSpreadsheetText(CDipoleFace9File& set, const CString& path) {
 }
 
 void writeCsv(const CDipoleFace& set, const CString& path) {
-  writeSafely(path, [&](CFile& file) {
-    const std::string table = dipoleTable(set, set.m_momentInNAm != 0, ',');
-    file.Write(table.data(), static_cast<UINT>(table.size()));
-  });
+  writeText(dipoleTable(set, set.m_momentInNAm != 0, ','), path);
+}
+
+void writeText(std::string_view text, const CString& path) {
+  writeSafely(path, [&](CFile& file) { file.Write(text.data(), static_cast<UINT>(text.size())); });
 }
 
 }  // namespace host

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "host/session/FileKind.h"
+#include "host/exchange/FileKind.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "host/session/FileKind.h"
+#include "host/exchange/FileKind.h"
 
 namespace host {
 
