@@ -1,4 +1,4 @@
-// Pictures as PNG files, read here by the rules of the format; tests/tool/support.py has another reader of them.
+// Pictures as PNG files, read here by the rules of the format.
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
