@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "host/audit/Finding.h"
-#include "host/audit/UnknownValues.h"
+#include "host/dipoles/UnknownValues.h"
 #include "module/dipole.h"
 
 namespace host {

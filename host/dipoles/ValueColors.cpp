@@ -26,9 +26,12 @@ double valueOf(const CDipoles& dipole, DipoleValue value) {
     case DipoleValue::fitError:
       return dipole.m_fitError;
     case DipoleValue::moment:
+      return dipole.m_moment;
+    case DipoleValue::orientation:
+    case DipoleValue::label:
       break;
   }
-  return dipole.m_moment;
+  return std::numeric_limits<double>::quiet_NaN();
 }
 
 std::string titleOf(DipoleValue value, const CDipoleFace& set) {
@@ -38,9 +41,13 @@ std::string titleOf(DipoleValue value, const CDipoleFace& set) {
     case DipoleValue::fitError:
       return "fit error (%)";
     case DipoleValue::moment:
+      return set.m_momentInNAm == 1 ? "moment (nAm)" : "moment";
+    case DipoleValue::orientation:
+      return "orientation";
+    case DipoleValue::label:
       break;
   }
-  return set.m_momentInNAm == 1 ? "moment (nAm)" : "moment";
+  return "label";
 }
 
 std::optional<ValueRange> robustRange(std::vector<double> values) {

@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "host/dipoles/ColorScale.h"
+#include "host/dipoles/UnknownValues.h"
 #include "host/paint/Image.h"
 #include "module/dipole.h"
 
 namespace host {
 
-enum class DipoleValue { latency, fitError, moment };
-
+// Of the latency, the fit error or the moment; nan for what is no number.
 [[nodiscard]] double valueOf(const CDipoles& dipole, DipoleValue value);
 
 // Such as "latency (ms)"; the moment of a set that does not say nAm has no unit.

@@ -2,7 +2,7 @@
 #include <set>
 
 #include "host/audit/Finding.h"
-#include "host/audit/UnknownValues.h"
+#include "host/dipoles/UnknownValues.h"
 
 using host::Finding;
 using host::FindingCode;

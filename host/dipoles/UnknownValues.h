@@ -8,6 +8,7 @@
 
 namespace host {
 
+// The values that a file may leave out; those that colours stand for are the first three.
 enum class DipoleValue : std::uint8_t { latency = 1, fitError = 2, moment = 4, orientation = 8, label = 16 };
 
 class UnknownValues {
