@@ -2,7 +2,6 @@
 
 #include "headmodel/Triple.h"
 
-CSphere::CSphere() = default;
 CSphere::CSphere(const CSphere&) = default;
 CSphere& CSphere::operator=(const CSphere&) = default;
 CSphere::CSphere(CSphere&&) noexcept = default;

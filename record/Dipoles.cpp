@@ -25,10 +25,7 @@ void takeBackupOnce(CSpherezq& backup, const double (&values)[3]) {
 
 }  // namespace
 
-CDipoles::CDipoles() : m_label(_T("Non")) {
-  m_rawLocation.zeroSphere();
-  m_rawOrientation.zeroSphere();
-}
+CDipoles::CDipoles() : m_label(_T("Non")) {}
 
 CDipoles::CDipoles(const CDipoles&) = default;
 CDipoles& CDipoles::operator=(const CDipoles&) = default;

@@ -41,7 +41,7 @@ bool readWhole(CDipoleFace9File& set, CArchive& archive, bool isOld) {
 template <typename Store>
 void writeArchive(const CString& path, Store store) {
   writeSafely(path, [&](CFile& file) {
-    CArchive archive(&file, CArchive::store);
+    CArchive archive(&file, CArchive::store, CDipoleFace9File::archiveBuffer);
     try {
       if (store(archive) == 0)
         throwFileFailure("write", path, "the set could not be stored");

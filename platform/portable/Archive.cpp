@@ -277,7 +277,13 @@ bool CArchive::getBufferedText(CString& text) {
   if (buffered < shortHead + bytes) {
     return false;
   }
-  std::memcpy(text.GetBufferSetLength(length), m_readAt + shortHead, bytes);
+  if (length == 0) {
+    text.Empty();
+  } else {
+    TCHAR units[longForm];
+    std::memcpy(units, m_readAt + shortHead, bytes);
+    text = CString(units, length);  // takes just the memory that it needs
+  }
   m_readAt += shortHead + bytes;
   return true;
 }

@@ -42,11 +42,10 @@ std::basic_string<TCHAR> widen(const char* text, std::size_t length) {
   return ascii ? std::basic_string<TCHAR>(text, text + length) : widenAnsi(text, length);
 }
 
-CString::CString(LPCTSTR text, int length) {
-  if (text != nullptr && length > 0) {
-    m_text.assign(text, static_cast<std::size_t>(length));
-  }
-}
+// Made from its units at once, it takes no more memory than they need.
+CString::CString(LPCTSTR text, int length)
+    : m_text(text == nullptr ? _T("") : text,
+             text == nullptr || length <= 0 ? 0 : static_cast<std::size_t>(length)) {}
 
 CString::CString(LPCSTR text) {
   if (text != nullptr) {

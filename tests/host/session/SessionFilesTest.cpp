@@ -272,6 +272,17 @@ TEST(SessionFiles, ExportsAreThoseOfTheModuleAndOfTheTable) {
   EXPECT_TRUE(State(viewer) == before);
 }
 
+TEST(SessionFiles, ASavedSetReachesItsFileInPiecesOfTheLargeBuffer) {
+  Viewer viewer(5000);
+  const CString path = viewer.folder.path("large.dipset");
+  FailingOs os;
+  os.failAt(FailingOs::Call::write, 1000, CFileException::diskFull);
+  viewer.session.saveSet(path);
+  const std::size_t size = viewer.folder.read("large.dipset").size();
+  ASSERT_GT(size, std::size_t{2 * CDipoleFace9File::archiveBuffer});
+  EXPECT_EQ(os.calls, static_cast<int>(size / CDipoleFace9File::archiveBuffer) + 1);
+}
+
 TEST(SessionFiles, FailedExportsLeaveTheTarget) {
   Viewer viewer(3);
   const CString folder = viewer.folder.makeFolder("folder");
