@@ -21,6 +21,20 @@ struct ByAddress {
   }
 };
 
+bool isRowSelected(const CDipoleFace& face, int slot, const std::vector<bool>& selectedRows) {
+  const int row = face.getDipoleListItemID(slot);
+  return row >= 0 && static_cast<std::size_t>(row) < selectedRows.size() &&
+         selectedRows[static_cast<std::size_t>(row)];
+}
+
+// A flag that is right is not written: in a full set that would be most of the work.
+void mark(CDipoleFace& face, int slot, bool isSelected) {
+  const CDipoleszq* dipole = dipoleIn(face, slot);
+  if (dipole != nullptr && dipole->m_selected != isSelected) {
+    face.setDipoleSelection(slot, isSelected);
+  }
+}
+
 // The extent of coordinates and of the origin, along one axis.
 class ExtentWithOrigin {
  public:
@@ -73,22 +87,23 @@ bool add(CDipoleFace& face, const DipoleAverage& average, LPCTSTR labelPattern) 
 DipoleSlots dipolesOfRows(const CDipoleFace& face, const std::vector<bool>& selectedRows) {
   DipoleSlots slots;
   for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
-    const int row = face.getDipoleListItemID(slot);
-    if (row >= 0 && static_cast<std::size_t>(row) < selectedRows.size() &&
-        selectedRows[static_cast<std::size_t>(row)]) {
+    if (isRowSelected(face, slot, selectedRows)) {
       slots.push_back(slot);
     }
   }
   return slots;
 }
 
-void markSelection(CDipoleFace& face, const DipoleSlots& selected) {
+DipoleSlots markRows(CDipoleFace& face, const std::vector<bool>& selectedRows) {
+  DipoleSlots slots;
   for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
-    face.setDipoleSelection(slot, false);
+    const bool isSelected = isRowSelected(face, slot, selectedRows);
+    if (isSelected) {
+      slots.push_back(slot);
+    }
+    mark(face, slot, isSelected);
   }
-  for (const int slot : selected) {
-    face.setDipoleSelection(slot, true);
-  }
+  return slots;
 }
 
 void deleteDipoles(CDipoleFace& face, const DipoleSlots& dipoles) {

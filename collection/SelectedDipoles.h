@@ -15,8 +15,8 @@ using DipoleSlots = std::vector<int>;
 // getDipoleListItemID, so deliberately none when the collection has no current dipole.
 DipoleSlots dipolesOfRows(const CDipoleFace& face, const std::vector<bool>& selectedRows);
 
-// The selection flag of every dipole: set for these, cleared for all others.
-void markSelection(CDipoleFace& face, const DipoleSlots& selected);
+// Likewise; and the selection flag of every dipole is set for these, cleared for all others.
+DipoleSlots markRows(CDipoleFace& face, const std::vector<bool>& selectedRows);
 
 // Removes the dipoles, closing the gaps once.
 void deleteDipoles(CDipoleFace& face, const DipoleSlots& dipoles);

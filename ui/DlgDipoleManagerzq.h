@@ -8,7 +8,9 @@
 #include <afxwin.h>
 
 #include <array>
+#include <functional>
 #include <memory>
+#include <optional>
 
 #include "ui/DlgDipoleEditor.h"
 #include "ui/HostView.h"
@@ -32,6 +34,10 @@ class CDlgDipoleManagerzq : public CDialog {
 
   // Opens the editor on the current dipole. Nothing without a collection.
   void edit();
+
+  // Runs what makes the list report changed rows: for one key it reports the row that was left, the one that was
+  // chosen, and its focus. They are followed once, unless the host or the list's rows answer to each of them.
+  void asOneChoice(const std::function<void()>& changeRows);
 
   void takeFocus();        // to the list
   void leaveCollection();  // hides, and forgets the callbacks
@@ -78,6 +84,12 @@ class CDlgDipoleManagerzq : public CDialog {
   DECLARE_MESSAGE_MAP()
 
  private:
+  struct Choice {
+    int row;
+    bool isChosen;
+  };
+  class Gathering;
+
   template <typename Change>
   void change(Change command);
   template <typename Dialog, typename Follow>
@@ -89,6 +101,7 @@ class CDlgDipoleManagerzq : public CDialog {
   void showIcon();
   void bindParts();
   void bindEditor();
+  bool answersToEachRow() const;
   void chooseRow(int row, bool isChosen);
   void showOnlyDipoleOfRow(int row);
   bool takeSelection();
@@ -100,5 +113,7 @@ class CDlgDipoleManagerzq : public CDialog {
   OwnedIcon m_bigIcon;
   OwnedIcon m_smallIcon;
   std::array<COLORREF, 16> m_customColors;  // the colour dialog's, for as long as the manager lives
+  bool m_isGathering = false;
+  std::optional<Choice> m_gathered;  // meanwhile
   Lifetime m_lifetime;
 };

@@ -27,7 +27,55 @@ void CDlgDipoleManagerzq::OnRowsChanged(NMHDR* header, LRESULT* result) {
   chooseRow(rows.iTo, (rows.uNewState & ~rows.uOldState) != 0);
 }
 
+// The manager may go meanwhile, as in everything that the list handles.
+class CDlgDipoleManagerzq::Gathering {
+ public:
+  explicit Gathering(CDlgDipoleManagerzq& manager) : m_manager(manager), m_watch(manager.m_lifetime.watch()) {
+    m_manager.m_isGathering = true;
+  }
+  ~Gathering() {
+    if (!m_watch.isOver()) {
+      m_manager.m_isGathering = false;
+      m_manager.m_gathered.reset();
+    }
+  }
+  Gathering(const Gathering&) = delete;
+  Gathering& operator=(const Gathering&) = delete;
+
+  // What was reported, if anything was.
+  std::optional<Choice> choice() const { return m_watch.isOver() ? std::nullopt : m_manager.m_gathered; }
+
+ private:
+  CDlgDipoleManagerzq& m_manager;
+  Lifetime::Watch m_watch;
+};
+
+bool CDlgDipoleManagerzq::answersToEachRow() const {
+  return m_showCurrentOnly != FALSE || (m_dynamicUpdate != FALSE && m_cbfDipoleXYZ != nullptr);
+}
+
+void CDlgDipoleManagerzq::asOneChoice(const std::function<void()>& changeRows) {
+  UpdateData(TRUE);
+  if (m_isGathering || answersToEachRow()) {
+    changeRows();
+    return;
+  }
+  std::optional<Choice> choice;
+  {
+    const Gathering gathering(*this);
+    changeRows();
+    choice = gathering.choice();
+  }
+  if (choice) {
+    chooseRow(choice->row, choice->isChosen);
+  }
+}
+
 void CDlgDipoleManagerzq::chooseRow(int row, bool isChosen) {
+  if (m_isGathering) {
+    m_gathered = Choice{row, isChosen || (m_gathered && m_gathered->isChosen)};
+    return;
+  }
   UpdateData(TRUE);
   if (m_pDipoleFace == nullptr) {
     return;
@@ -63,8 +111,7 @@ void CDlgDipoleManagerzq::showChosenInEditors() {
 // The dipoles' selection flags become those of their rows; the last one selected becomes the current one.
 // Returns false when none is selected.
 bool CDlgDipoleManagerzq::takeSelection() {
-  const DipoleSlots selected = m_listDipoles.selectedDipoles();
-  markSelection(*m_pDipoleFace, selected);
+  const DipoleSlots selected = m_listDipoles.markSelectedDipoles();
   if (!selected.empty()) {
     m_pDipoleFace->setCurrentDipole(selected.back());
   }

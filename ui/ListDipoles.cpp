@@ -156,12 +156,16 @@ DipoleSlots CListDipoles::selectedDipoles() const {
   return rows.empty() ? DipoleSlots() : dipolesOfRows(*m_pDipoleFace, rows);
 }
 
+DipoleSlots CListDipoles::markSelectedDipoles() {
+  return m_pDipoleFace == nullptr ? DipoleSlots() : markRows(*m_pDipoleFace, selectedRows());
+}
+
 // Empty when none is selected. To find the next one the control looks at each row, so it is asked no more
 // often than it must; mostly the row with the focus is the only one.
 std::vector<bool> CListDipoles::selectedRows() const {
   UINT left = GetSelectedCount();
   std::vector<bool> rows(left == 0 ? 0 : static_cast<std::size_t>(GetItemCount()));
-  const int focus = GetNextItem(-1, LVNI_FOCUSED);
+  const int focus = focusedRow();
   if (left == 1 && focus >= 0 && GetItemState(focus, LVIS_SELECTED) != 0) {
     rows[static_cast<std::size_t>(focus)] = true;
     return rows;
@@ -170,6 +174,13 @@ std::vector<bool> CListDipoles::selectedRows() const {
     rows[static_cast<std::size_t>(row)] = true;
   }
   return rows;
+}
+
+// -1 when there is none. The row from which a range would start mostly has the focus too, and to ask for it
+// costs nothing, while the control looks at one row after the other for the focus.
+int CListDipoles::focusedRow() const {
+  const int mark = ListView_GetSelectionMark(m_hWnd);
+  return mark >= 0 && GetItemState(mark, LVIS_FOCUSED) != 0 ? mark : GetNextItem(-1, LVNI_FOCUSED);
 }
 
 // -1 when there is none.
@@ -190,7 +201,7 @@ void CListDipoles::showCurrentDipole() {
     SetSelectionMark(row);
     EnsureVisible(row, FALSE);
   }
-  markSelection(*m_pDipoleFace, selectedDipoles());
+  markSelectedDipoles();
 }
 
 void CListDipoles::OnColumnClick(NMHDR* header, LRESULT* result) {
@@ -251,7 +262,7 @@ bool CListDipoles::step(UINT key) {
   if (dipole != nullptr) {
     m_pHostWnd.repaint();
   }
-  const int focus = GetNextItem(-1, LVNI_FOCUSED);
+  const int focus = focusedRow();
   if (m_pDipoleFace != nullptr && (key == VK_UP ? focus <= 0 : focus >= m_rows.count() - 1)) {
     m_pDipoleFace->updateDipoleEditor();  // no row is going to change here, but the dipole has
   }
@@ -272,5 +283,10 @@ void CListDipoles::OnKeyDown(UINT key, UINT repeat, UINT flags) {
   if (key == 'A' && isControlDown() && !selectAll()) {
     return;
   }
-  CListCtrl::OnKeyDown(key, repeat, flags);
+  const auto goOn = [&] { CListCtrl::OnKeyDown(key, repeat, flags); };
+  if (m_pOwnerDlg != nullptr) {
+    m_pOwnerDlg->asOneChoice(goOn);
+  } else {
+    goOn();
+  }
 }

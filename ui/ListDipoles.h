@@ -37,6 +37,9 @@ class CListDipoles : public CListCtrl {
   // The dipoles whose rows are selected, in the order of the collection.
   DipoleSlots selectedDipoles() const;
 
+  // The same; and the dipoles' selection flags become those of their rows.
+  DipoleSlots markSelectedDipoles();
+
   // Selects the row of the current dipole alone and brings it into view; no row when the dipole has none.
   // Nobody is told: the user has not chosen it here.
   void showCurrentDipole();
@@ -66,6 +69,7 @@ class CListDipoles : public CListCtrl {
   Refilled fillRows();
   void placeRows(int top, int focusBefore);
   int rowOfCurrentDipole() const;
+  int focusedRow() const;
   std::vector<bool> selectedRows() const;
   bool step(UINT key);
   bool selectAll();

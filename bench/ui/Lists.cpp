@@ -12,9 +12,10 @@ CString fourDecimals(double value) {
 
 }  // namespace
 
-ComparedList::ComparedList(DWORD style) {
-  CreateEx(0, WC_LISTVIEWW, _T("Compared"), LVS_REPORT | WS_OVERLAPPEDWINDOW | WS_VISIBLE | style,
-           {20, 600, 720, 800}, nullptr, 0);
+ComparedList::ComparedList(DWORD style, CWnd* owner) {
+  const DWORD kind = owner == nullptr ? WS_OVERLAPPEDWINDOW : WS_CHILD | WS_BORDER;
+  const CRect place = owner == nullptr ? CRect(20, 600, 720, 800) : CRect(0, 0, 700, 200);
+  CreateEx(0, WC_LISTVIEWW, _T("Compared"), LVS_REPORT | WS_VISIBLE | kind | style, place, owner, 0);
   for (int column = 0; column < columns; ++column) {
     InsertColumn(column, _T("Column"), LVCFMT_LEFT, 80);
   }
@@ -60,8 +61,48 @@ void ComparedList::fillWithCallbacks(const CDipoleFacezq& face) {
   });
 }
 
+void ComparedList::lookLike(HWND list) {
+  SetExtendedStyle(ListView_GetExtendedListViewStyle(list));
+  ListView_SetImageList(m_hWnd, ListView_GetImageList(list, LVSIL_SMALL), LVSIL_SMALL);
+  const int rows = ListView_GetCountPerPage(list);
+  CRect place;
+  GetWindowRect(&place);
+  int height = place.Height();
+  while (GetCountPerPage() > rows && height > 0) {
+    SetWindowPos(nullptr, 0, 0, place.Width(), --height, SWP_NOMOVE | SWP_NOZORDER);
+  }
+}
+
+void ComparedList::chooseRow(int row) {
+  SetItemState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+  SetSelectionMark(row);
+  EnsureVisible(row, FALSE);
+  UpdateWindow();
+}
+
 void ComparedList::setCount(int rows) {
   DeleteAllItems();
   SetItemCount(rows);
   UpdateWindow();
+}
+
+TextOwner::TextOwner() {
+  CreateEx(0, AfxRegisterWndClass(0), _T("Compared"), WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+           CRect(20, 600, 740, 900), nullptr, 0);
+}
+
+TextOwner::~TextOwner() {
+  DestroyWindow();
+}
+
+BOOL TextOwner::OnNotify(WPARAM /*id*/, LPARAM header, LRESULT* result) {
+  auto& asked = *reinterpret_cast<NMLVDISPINFO*>(header);
+  *result = 0;
+  if (asked.hdr.code == LVN_GETDISPINFO && (asked.item.mask & LVIF_TEXT) != 0) {
+    ::lstrcpyn(asked.item.pszText, _T("-123.4567"), asked.item.cchTextMax);
+  }
+  if (asked.hdr.code == LVN_GETDISPINFO && (asked.item.mask & LVIF_IMAGE) != 0) {
+    asked.item.iImage = 0;
+  }
+  return TRUE;
 }

@@ -55,14 +55,33 @@ TEST(DipolesOfRows, AreNoneWithoutACurrentDipole) {
   EXPECT_EQ(dipolesOfRows(*face, {true, true}), DipoleSlots{});
 }
 
-TEST(MarkSelection, SetsTheFlagsOfTheseAndClearsAllOthers) {
-  const auto face = listedFace(3);
+TEST(MarkRows, SetsTheFlagsOfTheseAndClearsAllOthers) {
+  const auto face = listedFace(5);
   face->setDipoleSelection(0, true);
   face->setDipoleSelection(1, true);
-  markSelection(*face, {1, 2});
+  face->setDipoleListItemID(2, 4);
+  face->setDipoleListItemID(4, 2);
+  face->deleteDipole(3, 0);
+  EXPECT_EQ(markRows(*face, {false, true, true, true, false}), (DipoleSlots{1, 4}));
   EXPECT_FALSE(face->getDipole(0)->m_selected);
   EXPECT_TRUE(face->getDipole(1)->m_selected);
-  EXPECT_TRUE(face->getDipole(2)->m_selected);
+  EXPECT_FALSE(face->getDipole(2)->m_selected);
+  EXPECT_TRUE(face->getDipole(4)->m_selected);
+}
+
+TEST(MarkRows, ClearsAllFlagsWhenNoRowIsSelected) {
+  const auto face = listedFace(2);
+  face->setDipoleSelection(1, true);
+  EXPECT_EQ(markRows(*face, {}), DipoleSlots{});
+  EXPECT_FALSE(face->getDipole(1)->m_selected);
+}
+
+TEST(MarkRows, ClearsAllFlagsWithoutACurrentDipole) {
+  const auto face = listedFace(2);
+  face->setDipoleSelection(1, true);
+  face->m_currentDipole = -1;
+  EXPECT_EQ(markRows(*face, {true, true}), DipoleSlots{});
+  EXPECT_FALSE(face->getDipole(1)->m_selected);
 }
 
 TEST(DeleteDipoles, ClosesTheGapsAndKeepsTheCurrentIndexInRange) {

@@ -138,6 +138,51 @@ TEST(ManagerChoice, EditorShowsTheChosenDipole) {
   EXPECT_EQ(textOf(host.editor(), IDC_EDITOR_LABEL), "d4");
 }
 
+TEST(ManagerChoice, OneKeyIsOneChoiceForTheEditor) {
+  Host host(5);
+  host.openManager();
+  host.choose(ID_DIPOLE_EDIT);
+  host.click(2);
+  const SentMessages sent(host.editor());
+  host.key(VK_DOWN);
+  EXPECT_EQ(sent.count(WM_SETTEXT), 1);  // its caption
+  EXPECT_EQ(captionOf(host.editor()), "Current dipole (Total dipoles):3(5)");
+  EXPECT_EQ(textOf(host.editor(), IDC_EDITOR_LABEL), "d4");
+  EXPECT_EQ(host.selected(), Rows{3});
+}
+
+TEST(ManagerChoice, KeysMarkWhatAHostHasMarkedMeanwhileAnew) {
+  Host host(5);
+  host.openManager();
+  host.click(2);
+  host.face->setDipoleSelection(0, true);
+  host.key(VK_DOWN);
+  EXPECT_EQ(host.selected(), Rows{3});
+}
+
+TEST(ManagerChoice, FocusThatIsNotWhereARangeStartsIsFound) {
+  Host host(6);
+  host.openManager();
+  host.click(2);
+  host.key(VK_DOWN, false, true);
+  host.key(VK_DOWN, false, true);
+  EXPECT_EQ(host.selected(), from(2, 4));
+  EXPECT_EQ(host.focusedRow(), 4);
+  host.key(VK_DOWN);
+  EXPECT_EQ(host.selected(), Rows{5});
+  EXPECT_EQ(host.face->getCurrentDipoleID(), 5);
+}
+
+TEST(ManagerDynamicUpdate, TellsAsOftenAsTheListReportsAKey) {
+  Host host(5);
+  host.openManager();
+  host.check(IDC_MANAGER_DYNAMIC_UPDATE);
+  host.click(2);
+  host.forget();
+  host.key(VK_DOWN);
+  EXPECT_EQ(host.positions(), (Positions{{0, 0, 0, 2.0}, {0, 0, 0, 2.0}}));
+}
+
 TEST(ManagerDynamicUpdate, TellsTheLatencyOfTheChosenDipoleAndShowsIt) {
   Host host(4);
   host.openManager();
