@@ -179,7 +179,7 @@ TEST(ManagerDynamicUpdate, TellsAsOftenAsTheListReportsAKey) {
   host.check(IDC_MANAGER_DYNAMIC_UPDATE);
   host.click(2);
   host.forget();
-  host.key(VK_DOWN);
+  host.key(VK_DOWN, false, true);
   EXPECT_EQ(host.positions(), (Positions{{0, 0, 0, 2.0}, {0, 0, 0, 2.0}}));
 }
 
