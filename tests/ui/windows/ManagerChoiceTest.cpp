@@ -160,17 +160,17 @@ TEST(ManagerChoice, KeysMarkWhatAHostHasMarkedMeanwhileAnew) {
   EXPECT_EQ(host.selected(), Rows{3});
 }
 
-TEST(ManagerChoice, FocusThatIsNotWhereARangeStartsIsFound) {
+TEST(ManagerChoice, ArrowPastTheEndOfARangeShowsTheCurrentDipoleInTheEditor) {
   Host host(6);
   host.openManager();
+  host.choose(ID_DIPOLE_EDIT);
   host.click(2);
-  host.key(VK_DOWN, false, true);
-  host.key(VK_DOWN, false, true);
-  EXPECT_EQ(host.selected(), from(2, 4));
-  EXPECT_EQ(host.focusedRow(), 4);
-  host.key(VK_DOWN);
-  EXPECT_EQ(host.selected(), Rows{5});
-  EXPECT_EQ(host.face->getCurrentDipoleID(), 5);
+  host.key(VK_END, false, true);
+  EXPECT_EQ(host.selected(), from(2, 5));
+  EXPECT_EQ(host.focusedRow(), 5);  // the next range would start at row 2
+  host.key(VK_DOWN, true);
+  EXPECT_EQ(host.face->getCurrentDipoleID(), 0);
+  EXPECT_EQ(captionOf(host.editor()), "Current dipole (Total dipoles):0(6)");
 }
 
 TEST(ManagerDynamicUpdate, TellsAsOftenAsTheListReportsAKey) {
