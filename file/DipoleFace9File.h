@@ -13,8 +13,8 @@ struct ObsoleteFace;
 
 class AFX_EXT_CLASS CDipoleFace9File : public CDipoleFace8Import02_4DMSI {
  public:
-  // Bytes that an archive should hold back when it stores a full set (7 MB): with fewer, much of the time goes
-  // to the calls that write them.
+  // Bytes that an archive should hold back when it stores a full set (7 MB): with fewer, much of the time
+  // goes to the calls that write them.
   static constexpr int archiveBuffer = 512 * 1024;
 
   CDipoleFace9File();

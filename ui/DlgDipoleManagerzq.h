@@ -35,8 +35,8 @@ class CDlgDipoleManagerzq : public CDialog {
   // Opens the editor on the current dipole. Nothing without a collection.
   void edit();
 
-  // Runs what makes the list report changed rows: for one key it reports the row that was left, the one that was
-  // chosen, and its focus. They are followed once, unless the host or the list's rows answer to each of them.
+  // Runs what makes the list report changed rows: for one key it reports the row that was left, the one that
+  // was chosen, and its focus. They are followed once, unless the host or the list's rows answer to each.
   void asOneChoice(const std::function<void()>& changeRows);
 
   void takeFocus();        // to the list

@@ -1,6 +1,6 @@
-// dipole_ui_bench [keys]: how long the manager makes its user wait with a full set of 30000 dipoles, in one run
-// beside lists that are filled row by row; with `keys` the arrow keys alone. Each number is the median of some
-// repetitions, in ms, until everything has been drawn. Exits with 1 when a list has not the rows that it should.
+// dipole_ui_bench [keys]: how long the manager makes its user wait with a full set of 30000 dipoles, in one
+// run beside lists that are filled row by row; with `keys` the arrow keys alone. Each number is the median of
+// some repetitions, in ms, until everything has been drawn. Exits with 1 when a list has not all its rows.
 #include <algorithm>
 #include <cstdio>
 #include <functional>
@@ -224,8 +224,8 @@ void commands(Host& host, Table& table) {
   fillUp(host);
 }
 
-// The manager's arrow key and that of a list which looks alike and to whose choices nobody listens, each from the
-// middle of its rows, in turn: what else the machine does meets both.
+// The manager's arrow key and that of a list which looks alike and to whose choices nobody listens, each from
+// the middle of its rows, in turn: what else the machine does meets both.
 void compareKeys(Host& host, ComparedList& alone, Table& table, const std::string& what, double most) {
   Times ofList;
   Times ofManager;
