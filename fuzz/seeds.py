@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
-"""Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, msi, row, line, archive, nifti.
+"""Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, msi, row, line, archive, nifti,
+audit.
 
 The CTF seeds are the example files, pieces and cuts of them, and small files for what the examples lack;
 the 4D/MSI seeds are small files made here;
+the audit seeds are those of both formats and files that deviate from what the imports take for granted;
 the archive seeds are the files of the tests; the NIfTI seeds are made here field by field. Standard library
 only; the same seeds every time."""
 
@@ -66,6 +68,27 @@ MSI_FILES = {
     "labels": MSI_HEADING + f"{MSI_ROW} \x80\xe4\xff\n{MSI_ROW}\xa0x\n",
     "long_line": MSI_HEADING + MSI_ROW + " " + "x" * 2100 + "\n",
     "zeros": MSI_HEADING + MSI_ROW + " a\0b\n" + MSI_ROW + "\0 b\n\0" + MSI_ROW + "\n",
+}
+
+# What an audit finds in files: the mode of the fuzzer, then the text.
+USUAL_MSI = "Latency  x  y  z  Qx  Qy  Qz  Q  Rad  Corr  GOF  Vol  Grp  A  B  C  D  Label\n"
+OTHER_MSI = "Latency  x  y  z  Qx  Qy  Qz  Rad  |Q|  RMS  Vol  Corr  Iter  GOF  A  B  C  Label\n"
+AUDITED = {
+    "no_unit": (0x0F, "Dipoles\n{\n1: 1 5 6 0 0 1 9 a\n2: 1 -5 6 0 0 1 9\n}\n"),
+    "said_unit": (0xCF, "// xp (cm) yp (cm) zp (cm)\nDipoles\n{\n1: 1 5 6 0 0 1 9 a b\n}\n"),
+    "columns": (0x0F, "Fit_Results\n{\n// Trial Sample Latency (s) Err(%) xp (cm) yp (cm) zp (cm) xo yo zo Mom(nAm) "
+                      "Label\n1: 1 2 0.1 9 1 2 3 0 0 1 20 a\n}\n"),
+    "ellipsoid": (0x0F, "Fit_Results\n{\n// (s) (cm)\n1: 1 2 .1" + " 1.5" * 24 + " a\n}\n"),
+    "order": (0x0F, "Dipoles\n{\n// (cm)\n1: 1 5 6 0 0 1 9 a\n2: 1 5 6 0 0 1 9 b\n}\nDipole_FitInfo\n{\n"
+                    "2: 2 1 .2 1 2.5 5.5 0 0 0 1 a\n1: 1 1 .1 1 1.5 5 0 0 0 1 a\n}\nDipole_Flags\n{\n"
+                    "2: 1 1 1 1 1\n1: 2 3.0 1 1 1\n}\n"),
+    "fiducials": (0x0F, SECTIONS["sphere"] + "MRI_Fid_Points\n{\nNASION: 1.5 2 3\nLEFT_EAR: 4 5 6\n"
+                        "RIGHT_EAR: 7 8 9\n}\n"),
+    "mark": (0x0F, "\ufeffDipoles\n{\n// (cm) (nAm)\n1: 1 5 6 0 0 1 9 \u00e4\n}\n" + SECTIONS["many_flags"]),
+    "msi_columns": (0x1F, OTHER_MSI + "20.0 1.5 5 6 9 2 -1 4.5 22 .3 .5 .97 7 .75 b c 1 N20m\n" * 2),
+    "msi_points": (0x5F, USUAL_MSI + "20 1.5 5 6 9 2 -1 22 4.5 .97 75 .4 1.0 a b c 1 x\n" * 2
+                         + "20 1.5 5 6 9 2 -1 22 4.5 .97 75 .4 1 a b c 1 \u00e4\n"),
+    "msi_hidden": (0x1F, OTHER_MSI.replace("  A ", "  Code ") + "(sec) (mm)\n20 1.5 5 6 9 2 -1 4 22 .3 .5 .9 7 .7 b c 1 N\n"),
 }
 
 ROWS = [
@@ -199,6 +222,13 @@ def main():
     write(out / "ctf", "by_dialog", b"\xef" + SECTIONS["dipoles"].encode())
     for name, mode, data in msi_files():
         write(out / "msi", name, bytes([mode]) + data)
+    for folder, bit in (("ctf", 0), ("msi", 0x10)):
+        for path in sorted((out / folder).iterdir()):
+            data = path.read_bytes()
+            write(out / "audit", f"{folder}_{path.name}", bytes([data[0] & 0x0F | bit]) + data[1:])
+    for name, (mode, words) in AUDITED.items():
+        write(out / "audit", name, bytes([mode]) + words.encode())
+        write(out / "audit", name + "_wide", bytes([mode]) + b"\xff\xfe" + words.encode("utf-16-le"))
     for number, (kind, row) in enumerate(ROWS):
         write(out / "row", f"row{number}", bytes([kind]) + row.encode())
         write(out / "row", f"wide{number}", bytes([0x80 | kind]) + row.encode("utf-16-le"))

@@ -4,13 +4,13 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 
 #include "host/text/Failure.h"
 #include "platform/Utf.h"
-#include "tool/CtfScan.h"
-#include "tool/MsiScan.h"
 #include "tool/Text.h"
 
 namespace tool {
@@ -43,31 +43,24 @@ class FolderKept {
   std::filesystem::path m_folder;
 };
 
-// What an import was answered about the file's rows, in order.
-struct RowAnswers {
-  std::vector<MovingAnswer> moving;
-  int declinedAfter = 0;  // rows that answers left out after the last question about moving dipoles
-
-  explicit RowAnswers(const std::vector<Message>& messages) {
-    for (const Message& message : messages) {
-      if (!message.isQuestion) {
-        continue;
-      }
-      if (message.text.starts_with(movingQuestion)) {
-        moving.push_back({message.isYes, declinedAfter});
-        declinedAfter = 0;
-      } else if (!message.isYes && message.text.starts_with(locationQuestion)) {
-        ++declinedAfter;
-      }
+// What an import was asked about the file's rows.
+host::ImportAnswers answersIn(const std::vector<Message>& messages) {
+  host::ImportAnswers answers;
+  for (const Message& message : messages) {
+    if (message.isQuestion && message.text.starts_with(movingQuestion)) {
+      answers.moving.push_back(message.isYes);
+    } else if (message.isQuestion && message.text.starts_with(locationQuestion)) {
+      answers.distant.push_back(message.isYes);
     }
   }
-};
+  return answers;
+}
 
-std::size_t movingSections(const CtfScan& file, bool acceptedOnly) {
-  return static_cast<std::size_t>(
-      std::count_if(file.sections.begin(), file.sections.end(), [&](const DipoleSection& section) {
-        return section.isMoving && (section.answer.isYes || !acceptedOnly);
-      }));
+// Whether dipoles of the file are missing, other than by what the user answered.
+bool isLoss(const host::Finding& finding) {
+  const bool isOfRows =
+      finding.code == host::FindingCode::lostRows || finding.code == host::FindingCode::sections;
+  return isOfRows && finding.severity == host::Severity::wrong && !finding.isAnswered;
 }
 
 // Why a file cannot be imported, as far as that can be told without opening it; empty when nothing is wrong.
@@ -130,7 +123,7 @@ void FileImport::importCtf(Answers answers) {
   }
   m_messages.insert(m_messages.end(), op.messages().begin(), op.messages().end());
   checkOutcome();
-  checkCtf();
+  checkText(host::DipoleTextFormat::ctf);
 }
 
 void FileImport::importMsi(Answers answers) {
@@ -144,11 +137,7 @@ void FileImport::importMsi(Answers answers) {
   (void)static_cast<MsiImporter&>(*m_collection).import4DMSIDipolesX(path, false);
   m_messages = op.messages();
   checkOutcome();
-  const MsiScan scan(m_path);
-  if (scan.isReadable && !scan.hasTable) {
-    warnOfLoss(m_file.name + ": no line with \"Latency\"; this does not look like a 4D/MSI dipole table");
-  }
-  checkCount(scan.rows - RowAnswers(m_messages).declinedAfter);
+  checkText(host::DipoleTextFormat::msi);
 }
 
 // A set is taken whole or not at all: one that breaks off does not say whose dipoles it holds, nor in which
@@ -184,39 +173,21 @@ void FileImport::checkOutcome() {
   m_isComplete = m_isComplete && wasSaid(total) && !wasSaid(cannotOpen);
 }
 
-void FileImport::checkCtf() {
-  const RowAnswers given(m_messages);
-  const CtfScan scan(m_path, given.moving);
-  if (movingSections(scan, false) != given.moving.size()) {
-    warnOfLoss("not every section of moving dipoles was asked about");
+void FileImport::checkText(host::DipoleTextFormat format) {
+  std::error_code error;
+  std::ifstream file(m_path, std::ios::binary);
+  if (!std::filesystem::is_regular_file(m_path, error) || !file.is_open()) {
+    return;
   }
-  checkCtfSections(scan);
-  checkCount(expectedDipoles(scan, given.declinedAfter));
-}
-
-void FileImport::checkCtfSections(const CtfScan& scan) {
-  if (scan.isReadable && scan.sections.empty()) {
-    warnOfLoss(m_file.name + ": no dipole section; this does not look like a CTF dipole file");
-  }
-  for (const std::string& name : scan.swallowed) {
-    std::string text = m_file.name;
-    text.append(": the section before ").append(name).append(" has no end, so ");
-    warnOfLoss(text.append(name).append(" was not read"));
-  }
-  if (scan.endsInside) {
-    warnOfLoss(m_file.name + ": the file ends inside a section; its end may be missing");
-  }
-  if (movingSections(scan, true) > 1) {
-    warn(m_file.name + ": of its " + std::to_string(movingSections(scan, false)) +
-         " moving-dipole sections only the last accepted one remains, each replaces the one before");
-  }
-}
-
-void FileImport::checkCount(int expected) {
-  const int imported = m_collection->m_totalDipoles;
-  if (imported != expected) {
-    warnOfLoss(m_file.name + ": " + std::to_string(expected) + " dipole rows were in the file, but " +
-               std::to_string(imported) + " dipoles arrived");
+  const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  host::ImportedText imported{m_file.name, text, format, answersIn(m_messages), 0, std::nullopt};
+  m_findings = host::audit(imported, *m_collection).findings;
+  for (const host::Finding& finding : m_findings) {
+    if (isLoss(finding)) {
+      warnOfLoss(lineOf(finding));
+    } else if (finding.isAnswered && finding.severity == host::Severity::wrong) {
+      warn(lineOf(finding));
+    }
   }
 }
 

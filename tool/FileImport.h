@@ -7,13 +7,12 @@
 #include <utility>
 #include <vector>
 
+#include "host/audit/FileAudit.h"
 #include "module/dipole.h"
 #include "tool/InputFile.h"
 #include "tool/TerminalOperator.h"
 
 namespace tool {
-
-struct CtfScan;
 
 class FileImport {
  public:
@@ -28,11 +27,14 @@ class FileImport {
   // The module's messages and the program's own warnings.
   const std::vector<Message>& messages() const { return m_messages; }
 
+  // What the audit of a text file found; the file is named as the user wrote it.
+  const std::vector<host::Finding>& findings() const { return m_findings; }
+
   // Whether the file could be read at all.
   bool isReadable() const { return m_isReadable; }
 
-  // Whether the file was read to its end, looked like one of its format, exactly the dipoles that were not
-  // declined arrived, and at least one did.
+  // Whether the file was read to its end, the audit found no rows or sections lost but by the user's answers,
+  // and at least one dipole arrived.
   bool isComplete() const { return m_isComplete; }
 
  private:
@@ -41,9 +43,7 @@ class FileImport {
   void loadDipset();
 
   void checkOutcome();
-  void checkCtf();
-  void checkCtfSections(const CtfScan& scan);
-  void checkCount(int expected);
+  void checkText(host::DipoleTextFormat format);
 
   bool wasSaid(const char* text) const;
   void warn(const std::string& text);
@@ -53,6 +53,7 @@ class FileImport {
   std::string m_path;  // absolute: the module may change the current folder
   std::unique_ptr<CDipoleFace9File> m_collection;
   std::vector<Message> m_messages;
+  std::vector<host::Finding> m_findings;
   bool m_isReadable = true;
   bool m_isComplete = true;
 };

@@ -194,10 +194,18 @@ void CtfAudit::lookAtReplaced() {
     return m_reading.sections[static_cast<std::size_t>(section)].kind == CtfKind::moving;
   });
   const CtfSection& first = m_reading.sections[static_cast<std::size_t>(*replaced.begin())];
-  sayProblem(FindingCode::sections, hasMoving ? Severity::wrong : Severity::doubtful, first.line, first.name,
-             counted(rows, "dipole") +
-                 " of sections before were replaced by the last section of moving "
-                 "dipoles that was accepted.");
+  Finding finding{FindingCode::sections,
+                  hasMoving ? Severity::wrong : Severity::doubtful,
+                  {},
+                  first.line,
+                  std::string(first.name),
+                  {},
+                  {},
+                  {}};
+  finding.sentence = "The last section of moving dipoles that was accepted replaced " +
+                     counted(rows, "dipole") + " of sections before it.";
+  finding.isAnswered = true;
+  m_pass.add(std::move(finding));
 }
 
 }  // namespace host

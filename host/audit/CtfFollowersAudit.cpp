@@ -79,8 +79,7 @@ void CtfAudit::lookAtFlags(const CtfFollowers& followers, const std::vector<int>
   }
   const std::string who = counted(gathered.slots.size(), "dipole");
   m_pass.add(FindingCode::rowOrder, Severity::wrong, "Dipole_Flags", std::move(gathered),
-             who + " show the colour, or are shown or hidden, as the file says of another dipole or of none.",
-             std::string(remedy));
+             who + ": colour and visibility are those of another dipole, or of none.", std::string(remedy));
 }
 
 void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>& slots) {
@@ -110,9 +109,10 @@ void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>&
     m_pass.tell(counted(gathered.changed, "dipole") + ": latency and fit error were taken from its own row.");
   }
   const std::string who = counted(gathered.slots.size(), "dipole");
-  m_pass.add(FindingCode::rowOrder, Severity::wrong, "Dipole_FitInfo", std::move(gathered),
-             who + " show latency or fit error of another dipole, or none although the file gives them.",
-             std::string(remedy));
+  m_pass.add(
+      FindingCode::rowOrder, Severity::wrong, "Dipole_FitInfo", std::move(gathered),
+      who + ": latency and fit error are those of another dipole, or none although the file gives them.",
+      std::string(remedy));
   sayNoFit(unfitted);
 }
 

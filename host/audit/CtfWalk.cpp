@@ -113,13 +113,13 @@ void CtfWalk::take(const TextLine& line) {
 void CtfWalk::takeOutside(const TextLine& line) {
   const std::string_view text = withoutBlanks(line.text);
   const SectionName* const meant = m_isStopped ? nullptr : sectionMeant(line.text);
-  if (meant != nullptr && meant->kind != CtfKind::mriFiducials) {
+  if (meant != nullptr && line.isClosed && meant->kind != CtfKind::mriFiducials) {
     report(CtfProblemKind::misspelt, line, meant->name);
     m_loses = false;
   } else if (text == "}") {
     m_loses = false;
   } else if (m_loses && numberedRow(line.text)) {
-    lose(line, RowFate::behindEnd);
+    lose(line, m_lossFate);
   }
   m_lastOutside = isComment(line.text) ? line.text : std::string_view();
 }
@@ -228,6 +228,7 @@ void CtfWalk::takeDipoleLine(const TextLine& line) {
     if (isEnd) {
       leave(line);
       m_loses = isRow;
+      m_lossFate = RowFate::behindEnd;
     }
     if (isPassed || isEnd) {
       return;
@@ -328,6 +329,7 @@ void CtfWalk::place(CtfRow& row) {
     row.fate = RowFate::noRoom;
     m_isInside = false;
     m_loses = true;
+    m_lossFate = RowFate::noRoom;
   } else {
     m_reading.slots.push_back(index);
     m_reading.repairedSlots.push_back(index);

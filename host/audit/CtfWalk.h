@@ -54,9 +54,10 @@ class CtfWalk {
   std::size_t m_nextFar = 0;
   std::string_view m_lastOutside;  // the comment right before a section
   bool m_isFirstLine = true;
-  bool m_isInside = false;      // as the module sees it, or of a section that only this reading sees
-  bool m_isStopped = false;     // the module reads no further
-  bool m_loses = false;         // rows that come now are behind the end of their section
+  bool m_isInside = false;   // as the module sees it, or of a section that only this reading sees
+  bool m_isStopped = false;  // the module reads no further
+  bool m_loses = false;      // rows that come now are behind the end of their section
+  RowFate m_lossFate = RowFate::behindEnd;
   bool m_isForeign = false;     // the beginning of another section was swallowed
   bool m_isCentimetre = false;  // as the module has seen until now in this section
   bool m_isSecond = false;

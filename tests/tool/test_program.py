@@ -77,13 +77,13 @@ class Files(ToolTest):
             path = self.write(name, data)
             result = self.end_with(1, "list", "--csv", path)
             self.assertIn("Total imported dipoles:0 (0-0)\n", result.err, name)
-            self.assertIn("warning: %s: no dipole section" % path, result.err, name)
+            self.assertIn("warning: %s: wrong (sections): The file has no section of dipoles" % path, result.err, name)
             self.assertEqual(result.out.count("\n"), 1, name)
 
     def test_one_wrong_file_among_good_ones_is_a_failure_although_the_rest_comes(self):
         path = self.write("other.dip", b"# not ours\n")
         result = self.end_with(1, "list", "--csv", example("auditory.dip"), path)
-        self.assertIn("warning: %s: no dipole section" % path, result.err)
+        self.assertIn("warning: %s: wrong (sections): The file has no section of dipoles" % path, result.err)
         self.assertEqual(result.out.count("\n"), 3)
 
     def test_a_very_long_line_is_read_in_pieces(self):

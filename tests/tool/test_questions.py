@@ -23,9 +23,9 @@ class WithoutTerminal(ToolTest):
     def test_yes_on_request_and_the_replaced_section_is_reported(self):
         result = self.succeed("list", "--yes", "--json", example("moving.dip"))
         self.assertEqual(result.err.count(MOVING + " Answered: yes (--yes)"), 2)
-        self.assertIn("warning: %s: of its 2 moving-dipole sections only the last accepted one remains"
-                      % example("moving.dip"), result.err)
-        self.assertNotIn("dipole rows were in the file", result.err)
+        self.assertIn("warning: %s:35: wrong (sections): The last section of moving dipoles that was accepted "
+                      "replaced 41 dipoles of sections before it.\n" % example("moving.dip"), result.err)
+        self.assertEqual(result.err.count("warning"), 1)
         dipoles = json.loads(result.out)["dipoles"]
         self.assertEqual(len(dipoles), 41)
         self.assertTrue(all(d["position_mm"][0] < 0 for d in dipoles))  # the right-hand section
@@ -64,12 +64,13 @@ class WithoutTerminal(ToolTest):
     def test_a_label_that_closes_its_section_early_is_a_reported_loss(self):
         path = self.write("l.dip", dipole_file([(1, 2, 3, 7, "a}"), (1, 2, 3, 7, "b"), (1, 2, 3, 7, "c")]))
         result = self.end_with(1, "list", "--csv", path)
-        self.assertIn("3 dipole rows were in the file, but 0 dipoles arrived\n", result.err)
+        self.assertIn("wrong (lost-rows): 1 row of dipoles did not come: they hold a brace", result.err)
+        self.assertIn("wrong (lost-rows): 2 rows of dipoles did not come: they stand behind the end", result.err)
 
     def test_a_row_that_cannot_be_read_is_a_reported_loss(self):
         path = self.write("r.dip", dipole_file([(1, "two", 3, 7, "a"), (1, 2, 3, 7, "b")]))
         result = self.end_with(1, "list", "--csv", path)
-        self.assertIn("2 dipole rows were in the file, but 1 dipoles arrived\n", result.err)
+        self.assertIn("wrong (lost-rows): 1 row of dipoles did not come", result.err)
         self.assertEqual(result.out.count("\n"), 2)
 
 
@@ -97,34 +98,35 @@ class SectionEnds(ToolTest):
         for end in ("} // end\n", "// }\n", "{ }\n"):
             path = self.dipoles(end, behind=self.FLAGS)
             result = self.end_with(1, "list", "--csv", path)
-            self.assertIn("warning: %s: the section before Dipole_Flags has no end, so Dipole_Flags was not "
-                          "read\n" % path, result.err)
-            self.assertNotIn("dipole rows were in the file", result.err)
+            self.assertIn("warning: %s:14: wrong (sections): The section before Dipole_Flags has no end, so "
+                          "Dipole_Flags was not read.\n" % path, result.err)
+            self.assertNotIn("lost-rows", result.err)
             self.assertEqual(result.out.count("\n"), 3)
 
     def test_moving_dipoles_that_arrive_as_static_ones_are_reported(self):
         path = self.dipoles("} // end\n", behind=moving_file([(0.1, 1, 2, 3)])[len(SPHERE):])
         result = self.end_with(1, "list", "--yes", "--csv", path)
-        self.assertIn("the section before Fit_Results has no end", result.err)
-        self.assertIn("2 dipole rows were in the file, but 3 dipoles arrived\n", result.err)
+        self.assertIn("The section before Fit_Results has no end", result.err)
+        self.assertIn("wrong (sections): 1 dipole came of rows that stand behind the beginning of another",
+                      result.err)
 
     def test_a_missing_end_is_reported(self):
         path = self.dipoles("")
         result = self.end_with(1, "list", "--csv", path)
-        self.assertIn("warning: %s: the file ends inside a section" % path, result.err)
+        self.assertIn("warning: %s: wrong (sections): The file ends inside of a section" % path, result.err)
         self.assertEqual(result.out.count("\n"), 3)
 
     def test_an_end_without_a_line_end_is_an_end_but_a_row_without_one_is_lost(self):
         self.assertNotIn("warning", self.succeed("list", "--csv", self.dipoles("}")).err)
         result = self.end_with(1, "list", "--csv", self.dipoles("3: 1 2 3 0 0 1 7 a"))
-        self.assertIn("3 dipole rows were in the file, but 2 dipoles arrived\n", result.err)
+        self.assertIn(":13: wrong (lost-rows): 1 row of dipoles did not come: the last line of the file",
+                      result.err)
 
     def test_labels_with_marks_that_hide_their_row_are_reported(self):
         for label in ("a//b", "{a"):
             path = self.write("l.dip", dipole_file([(1, 2, 3, 7, label), (1, 2, 3, 7, "b")]))
             result = self.end_with(1, "list", "--csv", path)
-            self.assertIn("2 dipole rows were in the file, but 1 dipoles arrived\n",
-                          result.err)
+            self.assertIn("wrong (lost-rows): 1 row of dipoles did not come: they hold a brace", result.err)
 
 
 class DeclinedRows(ToolTest):
@@ -137,7 +139,7 @@ class DeclinedRows(ToolTest):
         path = self.file_with([self.FAR, self.NEAR], [(0.1, 1, 2, 3), (0.2, 1, "two", 3)])
         code, shown, output = terminal(["list", "--json", path], [b"n\n", b"y\n"])
         self.assertEqual((code, len(json.loads(output)["dipoles"])), (1, 1), shown)
-        self.assertIn("2 dipole rows were in the file, but 1 dipoles arrived", shown)
+        self.assertIn("wrong (lost-rows): 1 row of dipoles did not come", shown)
 
     def test_declined_rows_that_moving_dipoles_replaced_are_no_loss(self):
         path = self.file_with([self.FAR, self.NEAR], [(0.1, 1, 2, 3), (0.2, 1, 2, 3)])
@@ -150,13 +152,14 @@ class DeclinedRows(ToolTest):
         self.assertNotIn("warning", self.succeed("list", "--no", "--csv", path).err)
         broken = self.file_with([self.FAR, self.NEAR, self.BROKEN], [(0.1, 1, 2, 3)])
         result = self.end_with(1, "list", "--no", "--csv", broken)
-        self.assertIn("2 dipole rows were in the file, but 1 dipoles arrived", result.err)
+        self.assertIn("wrong (lost-rows): 1 row of dipoles did not come", result.err)
 
     def test_moving_dipoles_that_were_never_asked_about_are_reported(self):
         silent = self.file_with([self.FAR], [(0.1, 1, 2, 3)], "silent.dip")  # empty behind the first section
         near = self.write("near.dip", dipole_file([self.NEAR]))
         result = self.end_with(1, "list", "--no", "--csv", silent, near)
-        self.assertIn("warning: not every section of moving dipoles was asked about\n", result.err)
+        self.assertIn("wrong (sections): The section Fit_Results was not read, because a section of dipoles "
+                      "before it has none.\n", result.err)
 
 
 class AtTerminal(ToolTest):
