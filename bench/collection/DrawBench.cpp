@@ -21,7 +21,7 @@ struct Picture {
   CBitmap* previous;
 
   Picture() {
-    const std::vector<BYTE> black(voxels * voxels * 4);
+    const std::vector<BYTE> black(std::size_t{4} * voxels * voxels);
     bitmap.CreateBitmap(voxels, voxels, 1, 32, black.data());
     dc.CreateCompatibleDC(nullptr);
     previous = dc.SelectObject(&bitmap);

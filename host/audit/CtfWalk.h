@@ -23,13 +23,13 @@ class CtfWalk {
  private:
   void takeOutside(const TextLine& line);
   void enter(CtfKind kind, const TextLine& line, bool isRead);
-  void enterMoving(CtfSection& section);
+  void enterMoving(CtfSection& moving);
   void leave(const TextLine& line);
 
   void takeDipoleLine(const TextLine& line);
   void takeUnits(const TextLine& line);
   void takeHeading(const TextLine& line);
-  void takeRow(const TextLine& line, const NumberedRow& row);
+  void takeRow(const TextLine& line, const NumberedRow& numbered);
   bool arrives(CtfRow& row, const RowFields& fields, bool hasGap);
   void place(CtfRow& row);
   bool isDeclined(const CtfRow& row);

@@ -99,7 +99,7 @@ RowFields::RowFields(std::string_view row) : m_row(row) {
 }
 
 bool RowFields::arePlain(int first, int count) const {
-  if (first + count > m_count || static_cast<std::size_t>(first + count) > most) {
+  if (first + count > m_count || first + count > static_cast<int>(most)) {
     return false;
   }
   const auto* const begin = m_kinds.begin() + first;

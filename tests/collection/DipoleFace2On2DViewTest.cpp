@@ -258,7 +258,8 @@ TEST(Overlay, FollowsItsTableOnRandomVolumes) {
     const int mode = whole(1, 2);
     face->setDimensionXYZ(voxels[0], voxels[1], voxels[2]);
     face->setSpaceXYZ(spacing[0], spacing[1], spacing[2]);
-    const double centre = static_cast<double>(slice - voxels[view.slab] / 2) * spacing[view.slab];
+    const int middle = voxels[view.slab] / 2;
+    const double centre = static_cast<double>(slice - middle) * spacing[view.slab];
     const double low = view.slab == 1 ? 0.0 : centre - spacing[view.slab] * 0.5;
     const double high = centre + spacing[view.slab] * 0.5;
     expected.clear();

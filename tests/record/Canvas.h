@@ -58,7 +58,7 @@ class Canvas {
     Drawn result;
     for (int y = 0; y < m_height; ++y) {
       for (int x = 0; x < m_width; ++x) {
-        const DWORD pixel = bits[static_cast<std::size_t>(y * m_width + x)];
+        const DWORD pixel = bits[indexOf(x, y)];
         if (pixel != background) {
           left = x < left ? x : left;
           top = y < top ? y : top;
@@ -86,7 +86,7 @@ class Canvas {
     for (int y = 0; y < m_height; ++y) {
       for (int x = 0; x < m_width; ++x) {
         if (x >= left && x < left + size && y >= top && y < top + size) {
-          bits[static_cast<std::size_t>(y * m_width + x)] = color;
+          bits[indexOf(x, y)] = color;
         }
       }
     }
@@ -94,6 +94,9 @@ class Canvas {
   }
 
  private:
+  std::size_t indexOf(int x, int y) const {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width) + static_cast<std::size_t>(x);
+  }
   std::size_t pixelCount() const {
     return static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height);
   }

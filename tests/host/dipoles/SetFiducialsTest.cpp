@@ -66,7 +66,7 @@ host::Volume volumeOf(const std::array<int, 3>& order, unsigned along, double an
     first = first - columns[axis] * ((extents[scanner] - 1) / 2.0);
   }
   const host::Affine toScanner(columns[0], columns[1], columns[2], middle + first);
-  return {dimensions, std::vector<float>(64 * 72 * 60, 1.0F), toScanner, sidesStated};
+  return {dimensions, std::vector<float>(std::size_t{64} * 72 * 60, 1.0F), toScanner, sidesStated};
 }
 
 void expectPlace(const Vector3& place, const Vector3& expected) {

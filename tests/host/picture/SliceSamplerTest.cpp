@@ -80,8 +80,8 @@ TEST(SliceSampler, GreysAreThoseOfTheWindow) {
   const host::Image picture = host::greyPicture(values, 200, 100, window);
   for (int row = 0; row < 100; ++row)
     for (int column = 0; column < 200; ++column) {
-      const std::uint8_t grey =
-          window.grey(static_cast<double>(values[static_cast<std::size_t>(row * 200 + column)]));
+      const std::uint8_t grey = window.grey(static_cast<double>(
+          values[static_cast<std::size_t>(row) * 200 + static_cast<std::size_t>(column)]));
       ASSERT_EQ(picture.pixel(column, row), (host::Rgb{grey, grey, grey}));
     }
   EXPECT_EQ(picture.pixel(0, 0).red, 0);

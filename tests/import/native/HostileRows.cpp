@@ -320,9 +320,7 @@ std::u16string HostileRows::row(const wchar_t* format) {
         text += oneIn(40) ? u"" : blanks();
         break;
       case L' ':
-        if (next[1] != L':' && next[1] != L' ') {
-          text += blanks();
-        } else if (oneIn(3)) {
+        if ((next[1] != L':' && next[1] != L' ') || oneIn(3)) {
           text += blanks();
         }
         break;

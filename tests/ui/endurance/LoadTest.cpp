@@ -205,8 +205,8 @@ TEST(LoadedLibrary, LeavesNeitherHandlesNorMemoryBehind) {
             << rounds - warmingUp << " rounds of the library's leave " << growth << '\n';
   EXPECT_EQ(growth.windows, 0);
   EXPECT_EQ(growth.drawing, 0);
-  EXPECT_LE(growth.heap.blocks, share * plain.heap.blocks + 2 * 64 + 10);
-  EXPECT_LE(growth.heap.bytes, share * plain.heap.bytes + 2 * 64 * 24 + 500);
+  EXPECT_LE(growth.heap.blocks, share * plain.heap.blocks + 2LL * 64 + 10);
+  EXPECT_LE(growth.heap.bytes, share * plain.heap.bytes + 2LL * 64 * 24 + 500);
   EXPECT_LT(growth.privateUse, share * (std::max)(plain.privateUse, 0LL) + 20LL * 1024 * 1024);
 }
 

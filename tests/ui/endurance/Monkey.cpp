@@ -12,8 +12,8 @@ namespace {
 
 constexpr int mostBetweenCounts = 1000;  // actions
 constexpr int patience = 1000;           // dipoles; with more of them the monkey soon wants another set
-constexpr long long storesOfTheSystem = 200 * 1024;  // bytes that the system may take once
-constexpr long long leftByAnAction = 50;             // bytes: Wine's labels leave 24 each, for good
+constexpr long long storesOfTheSystem = 200LL * 1024;  // bytes that the system may take once
+constexpr long long leftByAnAction = 50;               // bytes: Wine's labels leave 24 each, for good
 
 bool hasFailed() {
   return testing::UnitTest::GetInstance()->Failed();

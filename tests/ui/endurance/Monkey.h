@@ -23,7 +23,7 @@ class Monkey {
   ~Monkey();
 
   // Returns whether everything was as it must be; tells on standard output what was done.
-  bool run(int actions);
+  bool run(int count);
 
  private:
   struct Action {

@@ -31,7 +31,8 @@ int main(int argc, char** argv) {
   CDipoleFacezq& set = viewer.dipoles();
   const int dipoles = std::atoi(argv[2]);
   for (int i = 0; i < dipoles; ++i) {
-    set.addDipoleF(static_cast<float>(i % 100), static_cast<float>(i / 100), 7.0F);
+    const int column = i / 100;
+    set.addDipoleF(static_cast<float>(i % 100), static_cast<float>(column), 7.0F);
   }
   for (int generation = std::atoi(argv[3]);; ++generation) {
     for (int slot = 0; slot < dipoles; ++slot) {

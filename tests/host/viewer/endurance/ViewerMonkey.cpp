@@ -15,12 +15,12 @@
 
 namespace {
 
-constexpr int mostInBlock = 500;                      // actions
-constexpr int blocksOfAViewer = 4;                    // then it is closed, and another one opened
-constexpr int patience = 1000;                        // dipoles; with more the monkey soon wants another set
-constexpr long long storesOfTheSystem = 1024 * 1024;  // bytes that the system may take once
-constexpr long long leftByAnAction = 60;              // bytes: Wine's labels leave 24 each, for good
-constexpr double reach = 300.0;                       // mm, of the crosshair
+constexpr int mostInBlock = 500;    // actions
+constexpr int blocksOfAViewer = 4;  // then it is closed, and another one opened
+constexpr int patience = 1000;      // dipoles; with more the monkey soon wants another set
+constexpr long long storesOfTheSystem = 1024LL * 1024;  // bytes that the system may take once
+constexpr long long leftByAnAction = 60;                // bytes: Wine's labels leave 24 each, for good
+constexpr double reach = 300.0;                         // mm, of the crosshair
 constexpr int standardWidth = 1280;
 constexpr int standardHeight = 940;
 

@@ -25,7 +25,7 @@ class ViewerMonkey {
 
   // Ends behind so many actions or minutes, whatever comes first. Returns whether everything was as it must
   // be; tells on standard output what was done.
-  bool run(int actions, int minutes);
+  bool run(int count, int minutes);
 
  private:
   struct Action {
