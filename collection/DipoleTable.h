@@ -40,7 +40,7 @@ class AFX_EXT_CLASS DipoleTable {
 
   // Holds one dipole as a table does, for somebody who has to know it again: as long as it is held, no other
   // one can have its address.
-  class Hold {
+  class AFX_EXT_CLASS Hold {  // the mark of the table does not reach it
    public:
     Hold() = default;  // none
     // What a slot holds, which may be nothing. Memory may run out.
