@@ -1,14 +1,16 @@
 #!/usr/bin/env python3
 """Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, msi, row, line, archive, nifti,
-audit.
+audit, table.
 
 The CTF seeds are the example files, pieces and cuts of them, and small files for what the examples lack;
 the 4D/MSI seeds are small files made here;
 the audit seeds are those of both formats and files that deviate from what the imports take for granted;
-the archive seeds are the files of the tests; the NIfTI seeds are made here field by field. Standard library
+the archive seeds are the files of the tests; the NIfTI seeds are made here field by field,
+the tables too. Standard library
 only; the same seeds every time."""
 
 import gzip
+import json
 import struct
 import sys
 from pathlib import Path
@@ -207,6 +209,39 @@ def msi_files():
             yield f"{name}_{cut}", (0x0F, 0x00, 0x15, 0x2A, 0x1F)[number % 5], part
 
 
+TITLES = ("number id fit_tag label x_left_mm y_up_mm z_front_mm orientation_x_left orientation_y_up "
+          "orientation_z_front moment_nAm latency_ms fit_error_percent color color_3d_red color_3d_green "
+          "color_3d_blue shown_in_3d orientation_shown_in_3d display shown_on_slices selected "
+          "glyph_size_pixels").split()
+TABLE_ROWS = [
+    [7, -3, 2, "spike", 1.5, -0.0, 1e300, 0.1, 5e-324, 1, 20.5, 96.2, 4.7, "#ff0010", 0.5, 0, 1, True, False, 1, True,
+     False, 3],
+    [1, 0, 0, '=say "a,b"\n\t', "nan", "inf", "-inf", None, None, None, None, None, None, "#80ffff00", 1, 1, 0.0625,
+     2, True, 2, False, True, 4.5]]
+
+
+def table_files():
+    """(format, text) of tables, whole ones and such that lack something."""
+    def cell(value, separator):
+        if isinstance(value, bool):
+            return "yes" if value else "no"
+        text = "" if value is None else str(value)
+        text = "'" + text if isinstance(value, str) and text[:1] in "=+-@'" and text not in ("-inf",) else text
+        return '"%s"' % text.replace('"', '""') if set(text) & set('"\n\r' + separator) else text
+
+    for kind, separator in ((0, ","), (1, "\t")):
+        for columns in (range(23), range(4, 7), (13, 6, 5, 4, 11)):
+            lines = [separator.join(TITLES[i] for i in columns)]
+            lines += [separator.join(cell(row[i], separator) for i in columns) for row in TABLE_ROWS]
+            yield kind, "\n".join(lines) + "\n"
+            yield kind, "\ufeff" + "\r\n".join(lines)
+    for columns in (range(23), range(4, 7)):
+        dipoles = [{TITLES[i]: row[i] for i in columns} for row in TABLE_ROWS]
+        yield 2, json.dumps({"files": ["a"], "patient": "p", "moment_unit": "nAm" if len(columns) > 9 else None,
+                             "frame": "head: x left, y up, z front", "dipoles": dipoles}, indent=1)
+        yield 2, json.dumps({"other": [{"a": [1]}], "dipoles": dipoles})
+
+
 def write(folder, name, data):
     folder.mkdir(parents=True, exist_ok=True)
     (folder / name).write_bytes(data)
@@ -240,6 +275,9 @@ def main():
         write(out / "archive", name + "_cut", bytes([entry | 0x08 | buffer]) + data[: len(data) * 5 // 8])
     write(out / "line", "ends", b"\r\n\r\na\rb\nc\n\rd\0e\nlast")
     write(out / "line", "pieces", b"y" * 4096 + b"\n" + b"z" * 2047 + b"\n\xff\n")
+    for number, (kind, text) in enumerate(table_files()):
+        for cut, part in cuts(text.encode()):
+            write(out / "table", f"table{number}_{cut}", bytes([kind]) + part)
     plain = {f"type{code}": nifti1("<", code, [2, 3, 4], bytes(range(24)) * size) for code, size in
              ((2, 1), (4, 2), (8, 4), (16, 4), (64, 8), (256, 1), (512, 2), (768, 4), (1024, 8), (1280, 8))}
     plain["big_endian"] = nifti1(">", 4, [2, 3, 4], bytes(48), 0.5)

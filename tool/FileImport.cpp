@@ -8,7 +8,9 @@
 #include <optional>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
+#include "host/exchange/TableFile.h"
 #include "host/text/Failure.h"
 #include "platform/Utf.h"
 #include "tool/Text.h"
@@ -109,8 +111,10 @@ FileImport::FileImport(const InputFile& file, Answers answers)
     importCtf(answers);
   } else if (m_isReadable && m_file.format == InputFormat::msi) {
     importMsi(answers);
-  } else if (m_isReadable) {
+  } else if (m_isReadable && m_file.format == InputFormat::dipset) {
     loadDipset();
+  } else if (m_isReadable) {
+    loadTable();
   }
   m_isComplete = m_isComplete && countDipoles(*m_collection) > 0;
 }
@@ -165,6 +169,20 @@ void FileImport::loadDipset() {
     exception->Delete();
     m_messages = op.messages();
     warnOfLoss(m_file.name + ": the set could not be read to its end and is left out: " + cause);
+  }
+}
+
+// Whole or not at all, as a set.
+void FileImport::loadTable() {
+  try {
+    const auto format = m_file.format == InputFormat::csv   ? host::TableFormat::csv
+                        : m_file.format == InputFormat::tsv ? host::TableFormat::tsv
+                                                            : host::TableFormat::json;
+    host::TableSet table = host::readTableFile(m_path, format, m_file.name);
+    m_collection = std::move(table.dipoles);
+    m_unknown = std::move(table.unknown);
+  } catch (const std::runtime_error& problem) {
+    warnOfLoss(problem.what());
   }
 }
 

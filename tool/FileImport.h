@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/audit/FileAudit.h"
+#include "host/dipoles/UnknownValues.h"
 #include "module/dipole.h"
 #include "tool/InputFile.h"
 #include "tool/TerminalOperator.h"
@@ -22,6 +23,8 @@ class FileImport {
 
   // Locations mm in the host's head frame (x to the left ear, y up, z to the nose), latencies ms.
   CDipoleFace9File& collection() { return *m_collection; }
+  // By slot of the collection.
+  const host::UnknownValues& unknown() const { return m_unknown; }
   std::unique_ptr<CDipoleFace9File> takeCollection() { return std::move(m_collection); }
 
   // The module's messages and the program's own warnings.
@@ -41,6 +44,7 @@ class FileImport {
   void importCtf(Answers answers);
   void importMsi(Answers answers);
   void loadDipset();
+  void loadTable();
 
   void checkOutcome();
   void checkText(host::DipoleTextFormat format);
@@ -52,6 +56,7 @@ class FileImport {
   InputFile m_file;
   std::string m_path;  // absolute: the module may change the current folder
   std::unique_ptr<CDipoleFace9File> m_collection;
+  host::UnknownValues m_unknown;
   std::vector<Message> m_messages;
   std::vector<host::Finding> m_findings;
   bool m_isReadable = true;

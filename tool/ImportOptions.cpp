@@ -9,7 +9,8 @@ namespace {
 
 const std::map<std::string, InputFormat>& formats() {
   static const std::map<std::string, InputFormat> all = {
-      {"ctf", InputFormat::ctf}, {"4d", InputFormat::msi}, {"dipset", InputFormat::dipset}};
+      {"ctf", InputFormat::ctf}, {"4d", InputFormat::msi},  {"dipset", InputFormat::dipset},
+      {"csv", InputFormat::csv}, {"tsv", InputFormat::tsv}, {"json", InputFormat::json}};
   return all;
 }
 
@@ -18,10 +19,13 @@ const std::map<std::string, InputFormat>& formats() {
 void ImportOptions::addTo(CLI::App& command, const std::string& argument) {
   command
       .add_option(argument, m_names,
-                  "CTF dipole files (.dip), 4D/MSI dipole tables (.txt), dipole sets (.dipset)")
+                  "CTF dipole files (.dip), 4D/MSI dipole tables (.txt), dipole sets (.dipset), tables that "
+                  "this program wrote (.csv, .tsv, .json)")
       ->required()
       ->type_name("");
-  command.add_option("--from", m_from, "Format of the files, whatever their names: ctf, 4d or dipset")
+  command
+      .add_option("--from", m_from,
+                  "Format of the files, whatever their names: ctf, 4d, dipset, csv, tsv or json")
       ->type_name("FORMAT")
       ->transform(CLI::IsMember(&formats(), CLI::ignore_case).description(""));
   CLI::Option* yes = command.add_flag("--yes", m_yes, "Answer every question with yes");
@@ -57,8 +61,8 @@ std::vector<InputFile> ImportOptions::files() const {
 std::vector<InputFile> ImportOptions::knownFiles() const {
   for (const std::string& name : m_names) {
     if (m_from.empty() && !inputFormatOf(name)) {
-      throw std::runtime_error(name + ": the name tells no format; it ends in .dip (CTF), .txt (4D/MSI) or " +
-                               ".dipset, or --from ctf, 4d or dipset says what it is");
+      throw std::runtime_error(name + ": the name tells no format; it ends in .dip (CTF), .txt (4D/MSI), " +
+                               ".dipset, .csv, .tsv or .json, or --from says what it is");
     }
   }
   return files();

@@ -4,9 +4,18 @@
 #include <set>
 
 #include "host/dipoles/HeaderText.h"
+#include "host/dipoles/SortSet.h"
 #include "tool/Text.h"
 
 namespace tool {
+namespace {
+
+// Sets and tables keep the numbers of their dipoles.
+bool isNumberedOn(InputFormat format) {
+  return format == InputFormat::ctf || format == InputFormat::msi;
+}
+
+}  // namespace
 
 ImportSession::ImportSession(const std::vector<InputFile>& files, Answers answers) {
   for (const InputFile& file : files) {
@@ -29,35 +38,48 @@ void ImportSession::add(const InputFile& file, Answers answers) {
   if (m_collection == nullptr || m_collection->m_totalDipoles == 0) {
     takeSet(import, file);
   } else {
-    append(import.collection(), file);
+    append(import, file);
   }
 }
 
 void ImportSession::takeSet(FileImport& import, const InputFile& file) {
   const bool isBetter = m_collection == nullptr || import.collection().m_totalDipoles > 0;
   if (isBetter) {
+    addUnknown(import, 0, import.collection().m_totalDipoles);
     m_collection = import.takeCollection();
     m_version = host::headerText(m_collection->m_fileVersion, versionKeyword(file.format));
   }
 }
 
-void ImportSession::append(CDipoleFace9File& more, const InputFile& file) {
+void ImportSession::addUnknown(const FileImport& import, int first, int count) {
+  for (int slot = 0; slot < count; ++slot) {
+    m_unknown.markAll(first + slot, import.unknown().of(slot));
+  }
+}
+
+void ImportSession::append(FileImport& import, const InputFile& file) {
+  const CDipoleFace9File& more = import.collection();
   const int first = m_collection->m_totalDipoles;
   const int count = (std::min)(more.m_totalDipoles, DipoleTable::capacity - first);
   for (int i = 0; i < count; ++i) {
     if (const CDipoleszq* dipole = more.m_dipoles[i]) {
       auto copy = std::make_unique<CDipoleszq>(*dipole);
-      copy->m_number += file.format == InputFormat::dipset ? 0 : first;
+      copy->m_number += isNumberedOn(file.format) ? first : 0;
       m_collection->m_dipoles.store(first + i, std::move(copy));
     }
   }
   m_collection->m_totalDipoles = first + count;
+  addUnknown(import, first, count);
   if (count < more.m_totalDipoles) {
     m_isComplete = false;
     m_messages.push_back(warningOf(file.name + ": a set holds " + std::to_string(DipoleTable::capacity) +
                                    " dipoles, " + std::to_string(more.m_totalDipoles - count) +
                                    " of this file were left out"));
   }
+}
+
+void ImportSession::sort(int key) {
+  host::sortSet(*m_collection, key, m_unknown);
 }
 
 void ImportSession::checkPatients() {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/dipoles/UnknownValues.h"
 #include "module/dipole.h"
 #include "tool/FileImport.h"
 #include "tool/InputFile.h"
@@ -25,6 +26,12 @@ class ImportSession {
   CDipoleFace9File& collection() { return *m_collection; }
   const CDipoleFace9File& collection() const { return *m_collection; }
 
+  // By a key of host/dipoles/SortSet.h.
+  void sort(int key);
+
+  // By slot of the collection.
+  const host::UnknownValues& unknown() const { return m_unknown; }
+
   // The module's messages and the program's own warnings.
   const std::vector<Message>& messages() const { return m_messages; }
 
@@ -41,12 +48,14 @@ class ImportSession {
 
  private:
   void add(const InputFile& file, Answers answers);
-  void append(CDipoleFace9File& more, const InputFile& file);
+  void append(FileImport& import, const InputFile& file);
+  void addUnknown(const FileImport& import, int first, int count);
   void takeSet(FileImport& import, const InputFile& file);
   void checkPatients();
   void checkUnits();
 
   std::unique_ptr<CDipoleFace9File> m_collection;
+  host::UnknownValues m_unknown;
   std::vector<Message> m_messages;
   std::vector<std::string> m_patients;  // of each file that could be read
   std::vector<bool> m_units;            // of each file that gave dipoles: whether its moments are nAm

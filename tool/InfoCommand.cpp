@@ -104,8 +104,13 @@ std::string report(const FileInfo& info) {
   return result.result();
 }
 
+// For the eye: a number that came in single precision has the digits of one.
+Json numberFor(double value) {
+  return host::jsonNumber(host::withShortestDigits(value));
+}
+
 Json jsonPoint(const Point& point) {
-  return Json::array({jsonNumber(point[0]), jsonNumber(point[1]), jsonNumber(point[2])});
+  return Json::array({numberFor(point[0]), numberFor(point[1]), numberFor(point[2])});
 }
 
 Json jsonPoints(const std::optional<FiducialTriple>& points) {
@@ -121,7 +126,7 @@ Json jsonRange(const std::optional<Range>& range) {
   if (!range) {
     return nullptr;
   }
-  return Json::array({jsonNumber(range->smallest), jsonNumber(range->largest)});
+  return Json::array({numberFor(range->smallest), numberFor(range->largest)});
 }
 
 Json jsonMessages(const std::vector<Message>& messages) {
@@ -140,14 +145,14 @@ Json jsonSphere(const std::optional<Sphere>& sphere) {
   if (!sphere) {
     return nullptr;
   }
-  return {{"centre_mm", jsonPoint(sphere->centre)}, {"radius_mm", jsonNumber(sphere->radius)}};
+  return {{"centre_mm", jsonPoint(sphere->centre)}, {"radius_mm", numberFor(sphere->radius)}};
 }
 
 Json jsonReport(const FileInfo& info) {
   return {{"file", info.file},
-          {"version", jsonText(info.version)},
-          {"patient", jsonText(info.patient)},
-          {"mri_file", jsonText(info.mriFile)},
+          {"version", host::jsonText(info.version)},
+          {"patient", host::jsonText(info.patient)},
+          {"mri_file", host::jsonText(info.mriFile)},
           {"meg_only", info.isMegOnly},
           {"sphere", jsonSphere(info.sphere)},
           {"fiducials_mri_voxels", jsonPoints(info.mriFiducials)},
@@ -160,7 +165,7 @@ Json jsonReport(const FileInfo& info) {
           {"z_mm", jsonRange(info.position[2])},
           {"latency_ms", jsonRange(info.latency)},
           {"moment", jsonRange(info.moment)},
-          {"moment_unit", jsonText(info.isMomentInNAm ? "nAm" : "")},
+          {"moment_unit", host::jsonText(info.isMomentInNAm ? "nAm" : "")},
           {"fit_error_percent", jsonRange(info.fitError)},
           {"messages", jsonMessages(info.messages)}};
 }

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
+#include <string_view>
+#include <utility>
 
 namespace tool {
 
@@ -14,13 +17,12 @@ std::string endingOf(const std::string& name) {
 
 std::optional<InputFormat> inputFormatOf(const std::string& name) {
   const std::string ending = endingOf(name);
-  if (ending == ".dip") {
-    return InputFormat::ctf;
-  }
-  if (ending == ".txt") {
-    return InputFormat::msi;
-  }
-  return ending == ".dipset" ? std::optional(InputFormat::dipset) : std::nullopt;
+  constexpr std::pair<std::string_view, InputFormat> formats[] = {
+      {".dip", InputFormat::ctf}, {".txt", InputFormat::msi}, {".dipset", InputFormat::dipset},
+      {".csv", InputFormat::csv}, {".tsv", InputFormat::tsv}, {".json", InputFormat::json}};
+  const auto* const found = std::find_if(std::begin(formats), std::end(formats),
+                                         [&](const auto& one) { return one.first == ending; });
+  return found != std::end(formats) ? std::optional(found->second) : std::nullopt;
 }
 
 const char* patientKeyword(InputFormat format) {

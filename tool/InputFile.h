@@ -6,7 +6,7 @@
 
 namespace tool {
 
-enum class InputFormat { ctf, msi, dipset };
+enum class InputFormat { ctf, msi, dipset, csv, tsv, json };
 
 struct InputFile {
   std::string name;  // as the user wrote it
@@ -17,7 +17,7 @@ struct InputFile {
 // without one.
 std::string endingOf(const std::string& name);
 
-// By the ending, whatever its case: .dip, .txt, .dipset.
+// By the ending, whatever its case: .dip, .txt, .dipset, .csv, .tsv, .json.
 std::optional<InputFormat> inputFormatOf(const std::string& name);
 
 // The words that stand in front of the values that the module keeps from a header of this format; it may

@@ -1,13 +1,16 @@
 #include "tool/ListCommand.h"
 
 #include <string>
+#include <variant>
 #include <vector>
 
+#include "host/exchange/DipoleFields.h"
+#include "host/exchange/SetTable.h"
 #include "host/text/Numbers.h"
 #include "host/text/TextTable.h"
-#include "platform/Utf.h"
 #include "tool/ImportSession.h"
 #include "tool/Output.h"
+#include "tool/SetWriter.h"
 #include "tool/Text.h"
 
 namespace tool {
@@ -16,29 +19,40 @@ namespace {
 constexpr const char* help =
     R"(Positions are millimetres in the head frame: x to the left ear, y up, z to the nose, origin
 midway between the ears. The moment is in nAm when the files say so. "Slices" tells whether
-slice pictures show the dipole. A dipole without fit information in its file shows the
-module's initial values: latency 0 ms, fit error 0.2 %.
+slice pictures show the dipole. Numbers are rounded for the eye, and "-" is a value that the
+files leave open; --csv and --json write what "dipole convert" writes, every column in full.
+A .dip file without fit information gives the module's initial values: latency 0 ms, fit
+error 0.2 %.
 
 Examples:
   dipole list auditory.dip
   dipole list --csv spikes.dip > spikes.csv
   dipole list --yes --json moving.dip)";
 
-using Collection = CDipoleFace9File;
-
-// The dipoles of a collection without its empty slots.
-std::vector<const CDipoleszq*> dipolesOf(const Collection& collection) {
-  std::vector<const CDipoleszq*> dipoles;
-  for (int i = 0; i < collection.m_totalDipoles; ++i) {
-    if (const CDipoleszq* dipole = collection.getDipole(i)) {
-      dipoles.push_back(dipole);
-    }
-  }
-  return dipoles;
+// Rounded for the eye; "-" is unknown.
+std::string rounded(std::size_t place, const CDipoleszq& dipole, std::uint8_t unknown, int decimals) {
+  const host::FieldValue value = host::fieldValue(place, dipole, unknown);
+  const double* const number = std::get_if<double>(&value);
+  return number != nullptr ? host::fixed(*number, decimals) : "-";
 }
 
-bool isShownOnSlices(const CDipoleszq& dipole) {
-  return dipole.m_display == 1;
+std::vector<std::string> cellsOf(const CDipoleszq& dipole, std::uint8_t unknown) {
+  std::vector<std::string> cells = {std::to_string(dipole.m_number), std::to_string(dipole.m_id),
+                                    rounded(host::fieldLatency, dipole, unknown, 2)};
+  for (const std::size_t place : {host::fieldX, host::fieldY, host::fieldZ}) {
+    cells.push_back(rounded(place, dipole, unknown, 2));
+  }
+  for (const std::size_t place :
+       {host::fieldOrientationX, host::fieldOrientationY, host::fieldOrientationZ}) {
+    cells.push_back(rounded(place, dipole, unknown, 4));
+  }
+  cells.push_back(rounded(host::fieldMoment, dipole, unknown, 2));
+  cells.push_back(rounded(host::fieldFitError, dipole, unknown, 2));
+  const host::FieldValue label = host::fieldValue(host::fieldLabel, dipole, unknown);
+  const std::string* const text = std::get_if<std::string>(&label);
+  cells.push_back(text != nullptr ? printable(*text) : "-");
+  cells.emplace_back(dipole.m_display == 1 ? "yes" : "no");
+  return cells;
 }
 
 std::string alignedTable(const ImportSession& session) {
@@ -56,78 +70,20 @@ std::string alignedTable(const ImportSession& session) {
                          {"Error %"},
                          {"Label", host::TextTable::Align::left},
                          {"Slices"}});
-  for (const CDipoleszq* d : dipolesOf(session.collection())) {
-    std::vector<std::string> cells = {std::to_string(d->m_number), std::to_string(d->m_id),
-                                      host::fixed(d->m_latency, 2)};
-    for (const double value : d->m_location) {
-      cells.push_back(host::fixed(value, 2));
+  const CDipoleFace& set = session.collection();
+  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
+    if (const CDipoleszq* dipole = set.m_dipoles[slot]) {
+      table.addRow(cellsOf(*dipole, session.unknown().of(slot)));
     }
-    for (const double value : d->m_orientation) {
-      cells.push_back(host::fixed(value, 4));
-    }
-    cells.push_back(host::fixed(d->m_moment, 2));
-    cells.push_back(host::fixed(d->m_fitError, 2));
-    cells.push_back(printable(toUtf8(d->m_label)));
-    cells.emplace_back(isShownOnSlices(*d) ? "yes" : "no");
-    table.addRow(std::move(cells));
   }
   return table.aligned();
 }
 
+// On a terminal without what it could act upon; elsewhere as `convert` writes it.
 std::string csvTable(const ImportSession& session) {
-  const char* moment = session.isMomentInNAm() ? "moment_nAm" : "moment";
-  host::TextTable table({{"number"},
-                         {"id"},
-                         {"latency_ms"},
-                         {"x_mm"},
-                         {"y_mm"},
-                         {"z_mm"},
-                         {"orientation_x"},
-                         {"orientation_y"},
-                         {"orientation_z"},
-                         {moment},
-                         {"fit_error_percent"},
-                         {"label"},
-                         {"shown_on_slices"}});
-  for (const CDipoleszq* d : dipolesOf(session.collection())) {
-    std::vector<std::string> cells = {std::to_string(d->m_number), std::to_string(d->m_id),
-                                      host::shortest(d->m_latency)};
-    for (const double value : d->m_location) {
-      cells.push_back(host::shortest(value));
-    }
-    for (const double value : d->m_orientation) {
-      cells.push_back(host::shortest(value));
-    }
-    cells.push_back(host::shortest(d->m_moment));
-    cells.push_back(host::shortest(d->m_fitError));
-    cells.push_back(printable(toUtf8(d->m_label)));
-    cells.emplace_back(isShownOnSlices(*d) ? "yes" : "no");
-    table.addRow(std::move(cells));
-  }
-  return table.delimited(',');
-}
-
-Json triple(const double (&values)[3]) {
-  return Json::array({jsonNumber(values[0]), jsonNumber(values[1]), jsonNumber(values[2])});
-}
-
-Json jsonList(const ImportSession& session, const std::vector<std::string>& files) {
-  Json dipoles = Json::array();
-  for (const CDipoleszq* d : dipolesOf(session.collection())) {
-    dipoles.push_back({{"number", d->m_number},
-                       {"id", d->m_id},
-                       {"latency_ms", jsonNumber(d->m_latency)},
-                       {"position_mm", triple(d->m_location)},
-                       {"orientation", triple(d->m_orientation)},
-                       {"moment", jsonNumber(d->m_moment)},
-                       {"fit_error_percent", jsonNumber(d->m_fitError)},
-                       {"label", toUtf8(d->m_label)},
-                       {"shown_on_slices", isShownOnSlices(*d)}});
-  }
-  return {{"files", files},
-          {"frame", "head: x left, y up, z front"},
-          {"moment_unit", jsonText(session.isMomentInNAm() ? "nAm" : "")},
-          {"dipoles", std::move(dipoles)}};
+  const std::string table =
+      host::tableOf(session.collection(), session.unknown(), session.isMomentInNAm(), ',');
+  return isResultOnTerminal() ? printableLines(table) : table;
 }
 
 }  // namespace
@@ -143,7 +99,7 @@ ListCommand::ListCommand(CLI::App& program)
 int ListCommand::run() const {
   const ImportSession session(m_import.files(), m_import.answers());
   if (m_json) {
-    writeResult(jsonList(session, m_import.names()));
+    writeResult(documentOf(session, m_import.names()));
   } else {
     writeResult(m_csv ? csvTable(session) : alignedTable(session));
   }

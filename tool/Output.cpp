@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
+#include <unistd.h>
 
-#include "host/text/Numbers.h"
 #include "tool/Text.h"
 
 namespace tool {
@@ -18,16 +18,11 @@ void writeResult(const std::string& text) {
 }
 
 void writeResult(const Json& json) {
-  constexpr int indent = 2;
-  writeResult(printableJson(json.dump(indent, ' ', false, Json::error_handler_t::replace)) + "\n");
+  writeResult(printableLines(host::indented(json)));
 }
 
-Json jsonNumber(double value) {
-  return host::withShortestDigits(value);
-}
-
-Json jsonText(const std::string& text) {
-  return text.empty() ? Json(nullptr) : Json(text);
+bool isResultOnTerminal() {
+  return ::isatty(STDOUT_FILENO) != 0;
 }
 
 }  // namespace tool

@@ -1,12 +1,13 @@
 // The result of a command, on standard output.
 #pragma once
 
-#include <nlohmann/json.hpp>
 #include <string>
+
+#include "host/exchange/Json.h"
 
 namespace tool {
 
-using Json = nlohmann::ordered_json;
+using host::Json;
 
 // What a command returns to the shell.
 enum ExitCode { exitDone = 0, exitFailure = 1, exitUsage = 2 };
@@ -15,10 +16,7 @@ enum ExitCode { exitDone = 0, exitFailure = 1, exitUsage = 2 };
 void writeResult(const std::string& text);
 void writeResult(const Json& json);
 
-// A number for JSON, with as few digits as give it back; what is not finite is written as null.
-Json jsonNumber(double value);
-
-// A text for JSON; null when it is empty.
-Json jsonText(const std::string& text);
+// Whether a person reads it.
+bool isResultOnTerminal();
 
 }  // namespace tool

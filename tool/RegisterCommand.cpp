@@ -168,7 +168,7 @@ int RegisterCommand::run() const {
   if (format == OutputFormat::dipset) {
     host::writeOldSet(set, host::textOf(m_output.target()));
   } else {
-    Json document = setDocument(session, m_import.names());
+    Json document = documentOf(session, m_import.names());
     document["registration"] = registrationJson(set);
     writeJson(document, m_output.target());
   }

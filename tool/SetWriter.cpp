@@ -2,10 +2,9 @@
 
 #include <stdexcept>
 
-#include "host/dipoles/DipoleColumns.h"
 #include "host/exchange/SetFile.h"
+#include "host/exchange/SetJson.h"
 #include "host/text/PathText.h"
-#include "tool/DipoleJson.h"
 
 namespace tool {
 
@@ -19,36 +18,36 @@ ImportSession importToWrite(const ImportOptions& input, const OutputOptions& out
   return session;
 }
 
-Json setDocument(const ImportSession& session, const std::vector<std::string>& files) {
-  return {{"files", files},
-          {"version", jsonText(session.version())},
-          {"patient", jsonText(session.patient())},
-          {"frame", "head: x left, y up, z front"},
-          {"moment_unit", jsonText(session.isMomentInNAm() ? "nAm" : "")},
-          {"dipoles", dipoleList(session.collection(), session.isMomentInNAm())}};
+Json documentOf(const ImportSession& session, const std::vector<std::string>& files) {
+  return host::setDocument(session.collection(), session.unknown(),
+                           {files, session.version(), session.patient(), session.isMomentInNAm()});
 }
 
 void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output) {
   CDipoleFace9File& set = session.collection();
   const CString target = host::textOf(output.target());
   const bool isInNAm = session.isMomentInNAm();
+  const std::string loss = host::lossOf(session.unknown());
+  const bool isLossy = output.format() == OutputFormat::dipset || output.format() == OutputFormat::text;
+  if (isLossy && !loss.empty()) {
+    tell("warning: " + output.target() + ": " + loss);
+  }
   switch (output.format()) {
     case OutputFormat::dipset:
       return host::writeSet(set, target);
     case OutputFormat::text:
       return host::writeSpreadsheetText(set, target);
     case OutputFormat::csv:
-      return host::writeText(host::dipoleTable(set, isInNAm, ','), target);
+      return host::writeText(host::tableOf(set, session.unknown(), isInNAm, ','), target);
     case OutputFormat::tsv:
-      return host::writeText(host::dipoleTable(set, isInNAm, '\t'), target);
+      return host::writeText(host::tableOf(set, session.unknown(), isInNAm, '\t'), target);
     case OutputFormat::json:
-      return writeJson(setDocument(session, files), output.target());
+      return writeJson(documentOf(session, files), output.target());
   }
 }
 
 void writeJson(const Json& json, const std::string& target) {
-  constexpr int indent = 2;
-  host::writeText(json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n", host::textOf(target));
+  host::writeText(host::indented(json), host::textOf(target));
 }
 
 }  // namespace tool

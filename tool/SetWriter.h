@@ -15,11 +15,11 @@ namespace tool {
 // asked, and when not every dipole of every file arrived.
 ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output);
 
-// What a JSON file says beside the dipoles: the files that they come from, patient, frame and unit.
-Json setDocument(const ImportSession& session, const std::vector<std::string>& files);
+// The set as JSON, see host/exchange/SetJson.h.
+Json documentOf(const ImportSession& session, const std::vector<std::string>& files);
 
-// .dipset and .txt are the module's own set file and text export; for the others see
-// host/dipoles/DipoleColumns.h. The target is afterwards either the whole new file or what it was before, see
+// .dipset and .txt are the module's own set file and text export; for the others see host/exchange/SetTable.h
+// and SetJson.h. The target is afterwards either the whole new file or what it was before, see
 // host/text/SafeFile.h. Throws std::runtime_error that names the target and the cause.
 void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output);
 

@@ -10,9 +10,10 @@ namespace {
 
 constexpr const char* help =
     R"(KEY is number, latency, x, y, z (the position), ox, oy, oz (the orientation), error or moment.
-The order is ascending. Values that single precision cannot tell apart count as equal, and
-equal values need not keep their order: it is the order that the viewer's list shows. Which
-dipole is the current one stays as a place in the list. IN, OUT and the formats are those of
+The order is ascending; dipoles of which the value is unknown come last. Values that single
+precision cannot tell apart count as equal, and equal values need not keep their order: it
+is the order that the viewer's list shows. Which dipole is the current one stays as a place
+in the list. IN, OUT and the formats are those of
 "dipole convert".
 
 Examples:
@@ -41,7 +42,7 @@ SortCommand::SortCommand(CLI::App& program)
 
 int SortCommand::run() const {
   ImportSession session = importToWrite(m_import, m_output);
-  (void)session.collection().sortDipoles(keys().at(m_key));
+  session.sort(keys().at(m_key));
   writeSet(session, m_import.names(), m_output);
   return exitDone;
 }

@@ -89,8 +89,8 @@ std::string printable(std::string_view text) {
   return escaped(text, false);
 }
 
-std::string printableJson(std::string_view json) {
-  return escaped(json, true);
+std::string printableLines(std::string_view text) {
+  return escaped(text, true);
 }
 
 }  // namespace tool

@@ -12,7 +12,7 @@ namespace tool {
 // the reading direction) and every byte that is not UTF-8 as an escape such as \u001b or \xff.
 std::string printable(std::string_view text);
 
-// The same for JSON that is already written: its line ends stay, and the escapes are JSON's own.
-std::string printableJson(std::string_view json);
+// The same for several lines: their ends stay. In JSON the escapes are JSON's own.
+std::string printableLines(std::string_view text);
 
 }  // namespace tool

@@ -5,9 +5,11 @@
 // within the limits.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
+#include "host/dipoles/UnknownValues.h"
 #include "module/dipole.h"
 
 namespace host {
@@ -26,7 +28,8 @@ struct DipoleFilter {
   ValueLimits latency;   // ms
 
   [[nodiscard]] bool isSet() const { return fitError.isSet() || moment.isSet() || latency.isSet(); }
-  [[nodiscard]] bool passes(const CDipoles& dipole) const;
+  // `unknown`: a sum of DipoleValues; what is unknown passes no limit that is set.
+  [[nodiscard]] bool passes(const CDipoles& dipole, std::uint8_t unknown = 0) const;
 };
 
 // The slots of the dipoles that pass, ascending; empty slots do not.

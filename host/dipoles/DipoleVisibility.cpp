@@ -6,17 +6,20 @@ namespace host {
 
 namespace {
 
-bool isInLatencyWindow(const CDipoleFace3On3DView& set, const CDipoleszq& dipole,
+bool isInLatencyWindow(const CDipoleFace3On3DView& set, const CDipoleszq& dipole, bool isLatencyUnknown,
                        const ViewSettings& settings) {
   return set.m_showDipoleLatencySelected == 0 ||
-         (dipole.m_latency >= settings.latency.from && dipole.m_latency <= settings.latency.to);
+         (!isLatencyUnknown && dipole.m_latency >= settings.latency.from &&
+          dipole.m_latency <= settings.latency.to);
 }
 
 Visibility judge(bool isOn, const CDipoleFace3On3DView& set, const CDipoleszq& dipole,
                  const ViewSettings& settings) {
   if (!isOn)
     return Visibility::switchedOff;
-  if (!settings.filter.passes(dipole) || !isInLatencyWindow(set, dipole, settings))
+  const std::uint8_t unknown = settings.unknown == nullptr ? std::uint8_t{0} : settings.unknown->of(dipole);
+  const bool isLatencyUnknown = (unknown & static_cast<std::uint8_t>(DipoleValue::latency)) != 0;
+  if (!settings.filter.passes(dipole, unknown) || !isInLatencyWindow(set, dipole, isLatencyUnknown, settings))
     return Visibility::filtered;
   return isPlace(placeOf(dipole)) ? Visibility::shown : Visibility::nowhere;
 }

@@ -13,12 +13,17 @@ enum class DipoleValue : std::uint8_t { latency = 1, fitError = 2, moment = 4, o
 
 class UnknownValues {
  public:
-  void mark(int slot, DipoleValue value) {
+  void mark(int slot, DipoleValue value) { markAll(slot, static_cast<std::uint8_t>(value)); }
+  // `values`: a sum of DipoleValues; 0 changes nothing.
+  void markAll(int slot, std::uint8_t values) {
     const auto place = static_cast<std::size_t>(slot);
+    if (values == 0) {
+      return;
+    }
     if (place >= m_bySlot.size()) {
       m_bySlot.resize(place + 1);
     }
-    m_bySlot[place] = static_cast<std::uint8_t>(m_bySlot[place] | static_cast<std::uint8_t>(value));
+    m_bySlot[place] = static_cast<std::uint8_t>(m_bySlot[place] | values);
   }
   [[nodiscard]] bool isUnknown(int slot, DipoleValue value) const {
     return (of(slot) & static_cast<std::uint8_t>(value)) != 0;

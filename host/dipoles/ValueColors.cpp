@@ -9,10 +9,15 @@ namespace host {
 
 namespace {
 
-std::vector<double> valuesOf(const CDipoleFace& set, DipoleValue value) {
+bool isUnknown(const UnknownDipoles* unknown, const CDipoles& dipole, DipoleValue value) {
+  return unknown != nullptr && unknown->isUnknown(dipole, value);
+}
+
+std::vector<double> valuesOf(const CDipoleFace& set, DipoleValue value, const UnknownDipoles* unknown) {
   std::vector<double> values;
   for (int slot = 0; slot < set.m_totalDipoles; ++slot)
-    if (const CDipoleszq* dipole = set.m_dipoles[slot])
+    if (const CDipoleszq* dipole = set.m_dipoles[slot];
+        dipole != nullptr && !isUnknown(unknown, *dipole, value))
       values.push_back(valueOf(*dipole, value));
   return values;
 }
@@ -61,8 +66,14 @@ std::optional<ValueRange> robustRange(std::vector<double> values) {
   return ValueRange{low, high, values.front() < low, values.back() > high};
 }
 
-ValueColors::ValueColors(const CDipoleFace& set, DipoleValue value)
-    : ValueColors(value, titleOf(value, set), robustRange(valuesOf(set, value))) {}
+ValueColors::ValueColors(const CDipoleFace& set, DipoleValue value, const UnknownDipoles* unknown)
+    : ValueColors(value, titleOf(value, set), robustRange(valuesOf(set, value, unknown))) {
+  m_unknown = unknown;
+}
+
+Rgb ValueColors::colorOf(const CDipoles& dipole) const {
+  return isUnknown(m_unknown, dipole, m_value) ? noValueColor : colorOf(valueOf(dipole, m_value));
+}
 
 Rgb ValueColors::colorOf(double value) const {
   if (!m_range)

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/dipoles/ColorScale.h"
-#include "host/dipoles/UnknownValues.h"
+#include "host/dipoles/UnknownDipoles.h"
 #include "host/paint/Image.h"
 #include "module/dipole.h"
 
@@ -36,20 +36,22 @@ struct ValueRange {
 class ValueColors {
  public:
   // The range is that of all dipoles of the set, shown or not, so that colours stay when some are hidden.
-  ValueColors(const CDipoleFace& set, DipoleValue value);
+  // What is unknown counts as no number; `unknown` must outlive this.
+  ValueColors(const CDipoleFace& set, DipoleValue value, const UnknownDipoles* unknown = nullptr);
   ValueColors(DipoleValue value, std::string title, std::optional<ValueRange> range)
       : m_value(value), m_title(std::move(title)), m_range(range) {}
 
   // The middle of the scale when the range is one value; noValueColor without a range, and for a value that
   // is not a number.
   [[nodiscard]] Rgb colorOf(double value) const;
-  [[nodiscard]] Rgb colorOf(const CDipoles& dipole) const { return colorOf(valueOf(dipole, m_value)); }
+  [[nodiscard]] Rgb colorOf(const CDipoles& dipole) const;
 
   [[nodiscard]] const std::optional<ValueRange>& range() const { return m_range; }
   [[nodiscard]] const std::string& title() const { return m_title; }
 
  private:
   DipoleValue m_value;
+  const UnknownDipoles* m_unknown = nullptr;
   std::string m_title;
   std::optional<ValueRange> m_range;
 };

@@ -1,10 +1,11 @@
 #include "host/exchange/SetFile.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "host/dipoles/DipoleColumns.h"
 #include "host/text/Failure.h"
 #include "host/text/SafeFile.h"
 
@@ -81,8 +82,26 @@ void writeSpreadsheetText(CDipoleFace9File& set, const CString& path) {
   writeSafelyByName(path, [&](const CString& name) { set.exportExelFileX(name); });
 }
 
-void writeCsv(const CDipoleFace& set, const CString& path) {
-  writeText(dipoleTable(set, set.m_momentInNAm != 0, ','), path);
+std::string lossOf(const UnknownValues& unknown) {
+  constexpr std::array<std::pair<DipoleValue, const char*>, 5> names{
+      {{DipoleValue::latency, "latency"},
+       {DipoleValue::fitError, "fit error"},
+       {DipoleValue::moment, "moment"},
+       {DipoleValue::orientation, "orientation"},
+       {DipoleValue::label, "label"}}};
+  std::string values;
+  for (const auto& [value, name] : names) {
+    int count = 0;
+    for (int slot = 0; slot < unknown.end(); ++slot)
+      count += unknown.isUnknown(slot, value) ? 1 : 0;
+    if (count > 0)
+      values += (values.empty() ? "" : ", ") + std::string(name) + " of " + std::to_string(count) +
+                (count == 1 ? " dipole" : " dipoles");
+  }
+  return values.empty()
+             ? values
+             : "This file cannot hold that values are unknown, it gives them as if they were known: " +
+                   values + ". A .csv, .tsv or .json file keeps it.";
 }
 
 void writeText(std::string_view text, const CString& path) {

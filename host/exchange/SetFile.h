@@ -7,8 +7,10 @@
 #include <afxwin.h>
 
 #include <memory>
+#include <string>
 #include <string_view>
 
+#include "host/dipoles/UnknownValues.h"
 #include "module/dipole.h"
 
 namespace host {
@@ -24,8 +26,9 @@ void writeOldSet(CDipoleFace9File& set, const CString& path);
 // The module's text for spreadsheets, UTF-16.
 void writeSpreadsheetText(CDipoleFace9File& set, const CString& path);
 
-// A table, UTF-8, see host/dipoles/DipoleColumns.h; the separator is a comma.
-void writeCsv(const CDipoleFace& set, const CString& path);
+// A set file, and the text, cannot say that values are unknown: they hold the members as if they were known.
+// What the user should hear of that, UTF-8; empty when every value is known.
+[[nodiscard]] std::string lossOf(const UnknownValues& unknown);
 
 // Bytes as they are.
 void writeText(std::string_view text, const CString& path);

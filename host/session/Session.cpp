@@ -11,6 +11,7 @@
 #include "host/dipoles/HeaderText.h"
 #include "host/dipoles/SetFiducials.h"
 #include "host/exchange/SetFile.h"
+#include "host/exchange/TableFile.h"
 #include "host/head/HeadFile.h"
 #include "host/session/ImportOne.h"
 #include "host/text/Failure.h"
@@ -47,6 +48,17 @@ void addPatient(std::vector<std::string>& patients, const CDipoleFace& set) {
     patients.push_back(std::move(patient));
 }
 
+ImportedFile importAny(CDipoleFace9File& set, const CString& path, UnknownValues& unknown) {
+  if (!tableFormatOf(path))
+    return importOne(set, path);
+  try {
+    const int dipoles = addTable(set, path, unknown);
+    return {dipoles, dipoles == 0 ? "it holds no dipoles" : ""};
+  } catch (const std::runtime_error& problem) {
+    return {0, problem.what()};
+  }
+}
+
 }  // namespace
 
 Session::Session(CDipoleFace9File& dipoles)
@@ -56,7 +68,14 @@ Session::Session(CDipoleFace9File& dipoles)
       m_crosshair(amidTheBrain),
       m_history(dipoles),
       m_savedState(m_history.state()),
-      m_recentSets(systemRule()) {}
+      m_recentSets(systemRule()) {
+  resetView();
+}
+
+void Session::resetView() {
+  m_view = ViewSettings();
+  m_view.unknown = &m_history.unknown();
+}
 
 void Session::setHead(Head head, std::string notice) {
   const std::array<std::optional<Vector3>, 3> unused = placedPoints();
@@ -184,14 +203,18 @@ Session::ImportResult Session::importFiles(const std::vector<CString>& paths, co
 Session::ImportResult Session::importAll(const std::vector<CString>& paths, const Progress& progress) {
   SetBackup before(m_dipoles);
   try {
-    return importEach(paths, progress);
+    UnknownValues unknown;
+    ImportResult result = importEach(paths, progress, unknown);
+    m_history.unknown().mark(m_dipoles, unknown);
+    return result;
   } catch (...) {
     before.restore();
     throw;
   }
 }
 
-Session::ImportResult Session::importEach(const std::vector<CString>& paths, const Progress& progress) {
+Session::ImportResult Session::importEach(const std::vector<CString>& paths, const Progress& progress,
+                                          UnknownValues& unknown) {
   const int total = static_cast<int>(paths.size());
   const int unitBefore = m_dipoles.m_momentInNAm;
   bool isInNAm = m_dipoles.m_totalDipoles == 0 || unitBefore != 0;
@@ -205,7 +228,7 @@ Session::ImportResult Session::importEach(const std::vector<CString>& paths, con
       break;
     }
     m_dipoles.m_momentInNAm = 0;  // a file that does not say nAm leaves this as it is
-    ImportedFile file = importOne(m_dipoles, path);
+    ImportedFile file = importAny(m_dipoles, path, unknown);
     if (file.dipoles == 0) {
       result.failed.push_back({path, std::move(file.cause)});
       continue;
@@ -265,8 +288,17 @@ void Session::exportText(const CString& path) {
   withinMemory([&] { writeSpreadsheetText(m_dipoles, path); });
 }
 
-void Session::exportCsv(const CString& path) {
-  withinMemory([&] { writeCsv(m_dipoles, path); });
+void Session::exportTable(const CString& path) {
+  withinMemory([&] { writeTable(m_dipoles, unknown().in(m_dipoles), path); });
+}
+
+std::string Session::lossOfSaving() const {
+  return withinMemory([&] { return lossOf(unknown().in(m_dipoles)); });
+}
+
+void Session::markUnknown(const UnknownValues& values) {
+  withinMemory([&] { m_history.unknown().mark(m_dipoles, values); });
+  m_colours.reset();
 }
 
 void Session::markSaved() {
@@ -303,7 +335,7 @@ const ValueColors* Session::colours() {
   if (!m_view.colourBy)
     return nullptr;
   if (!m_colours || m_coloursOf != m_view.colourBy) {
-    withinMemory([&] { m_colours.emplace(m_dipoles, *m_view.colourBy); });
+    withinMemory([&] { m_colours.emplace(m_dipoles, *m_view.colourBy, &unknown()); });
     m_coloursOf = m_view.colourBy;
   }
   return &*m_colours;

@@ -38,6 +38,7 @@ class Session {
   [[nodiscard]] const Head& head() const { return m_head; }
   ViewSettings& view() { return m_view; }
   [[nodiscard]] const ViewSettings& view() const { return m_view; }
+  void resetView();
 
   // The MRI. Opening takes the fiducial points beside the file (see host/head/HeadFile.h); without them
   // the head is not registered, whatever was before. Points that were placed are forgotten, and the notice
@@ -93,24 +94,32 @@ class Session {
   };
   // Called before each file; false: stop before it. `done` files of `total` are behind.
   using Progress = std::function<bool(int done, int total, const CString& path)>;
-  // Adds the dipoles of CTF files (.dip) and 4D/MSI tables (.txt) to the set, as one step to undo. The set's
-  // moments count as nAm only when those it had do and every file with dipoles says so. The current folder
-  // stays. What a progress function throws ends the import, and nothing has come.
+  // Adds the dipoles of CTF files (.dip), 4D/MSI tables (.txt) and tables of this program (.csv, .tsv, .json)
+  // to the set, as one step to undo. The set's moments count as nAm only when those it had do and every file
+  // with dipoles says so. The current folder stays. What a progress function throws ends the import, and
+  // nothing has come.
   ImportResult importFiles(const std::vector<CString>& paths, const Progress& progress);
 
   // Replaces the set by that of a file; what belongs to the old one, the history too, is gone. A file that is
   // not there any more leaves the list of recent ones.
   void openSet(const CString& path);
   void saveSet(const CString& path);
+  // What a set file does not keep of the set, see host/exchange/SetFile.h; empty: nothing is lost.
+  [[nodiscard]] std::string lossOfSaving() const;
   void exportText(const CString& path);
-  void exportCsv(const CString& path);
-  void newSet();  // empty, everything in it as in a new collection
+  void exportTable(const CString& path);  // .csv, .tsv or .json, by its ending
+  void newSet();                          // empty, everything in it as in a new collection
 
   [[nodiscard]] const CString& setPath() const { return m_setPath; }  // empty: it has none yet
   // Whether the set differs from what was last opened, saved or emptied. Undo back to that makes it saved
   // again.
   [[nodiscard]] bool isUnsaved() const;
   RecentFiles& recentSets() { return m_recentSets; }
+
+  // Values that are unknown from now on, by slots, beside those that are already; for noteChange to take note
+  // of. They follow their dipoles, see host/dipoles/UnknownDipoles.h. Throws.
+  void markUnknown(const UnknownValues& values);
+  [[nodiscard]] const UnknownDipoles& unknown() const { return m_history.unknown(); }
 
   // Takes note of what a command did to the set, for undo; true when there was a change. The viewer calls
   // it after each of its commands, and whenever the module asks for its views to be drawn anew. Without a
@@ -128,7 +137,8 @@ class Session {
   void setHead(Head head, std::string notice);
   void replaceSet(CDipoleFace9File& source, CString path);
   ImportResult importAll(const std::vector<CString>& paths, const Progress& progress);
-  ImportResult importEach(const std::vector<CString>& paths, const Progress& progress);
+  ImportResult importEach(const std::vector<CString>& paths, const Progress& progress,
+                          UnknownValues& unknown);
   void markSaved();
 
   CDipoleFace9File& m_dipoles;

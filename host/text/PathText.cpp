@@ -109,7 +109,7 @@ Decoded decodeFirst(std::string_view bytes) {
   return text;
 }
 
-[[maybe_unused]] CString textOfPath(std::string_view bytes) {
+CString textOfPath(std::string_view bytes) {
   CString text;
   while (!bytes.empty()) {
     const Decoded next = decodeFirst(bytes);
@@ -142,6 +142,21 @@ CString fileNameOf(const CString& path) {
 
 std::string utf8Of(const CString& text) {
   return encoded(viewOf(text), [](std::string& bytes, char32_t /*lone*/) { append(bytes, replacement); });
+}
+
+CString utf16Of(std::string_view utf8) {
+  return textOfPath(utf8);
+}
+
+std::size_t utf8Length(std::string_view bytes) {
+  std::size_t length = 0;
+  while (length < bytes.size()) {
+    const std::size_t next = decodeFirst(bytes.substr(length)).length;
+    if (next == 0)
+      break;
+    length += next;
+  }
+  return length;
 }
 
 }  // namespace host

@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace host {
 
@@ -17,5 +18,10 @@ namespace host {
 
 // UTF-8 that any reader takes: a half of a surrogate pair that stands alone becomes U+FFFD.
 [[nodiscard]] std::string utf8Of(const CString& text);
+
+// The other way; a byte that is no UTF-8 becomes the unit DC00 + byte.
+[[nodiscard]] CString utf16Of(std::string_view utf8);
+// How many bytes at the front are UTF-8.
+[[nodiscard]] std::size_t utf8Length(std::string_view bytes);
 
 }  // namespace host

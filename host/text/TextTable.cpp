@@ -18,25 +18,6 @@ std::string padded(const std::string& text, std::size_t width, TextTable::Align 
   return align == TextTable::Align::right ? blanks + text : text + blanks;
 }
 
-std::string quoted(const std::string& text, char separator) {
-  if (text.find_first_of("\"\r\n") == std::string::npos && text.find(separator) == std::string::npos) {
-    return text;
-  }
-  std::string result = "\"";
-  for (const char c : text) {
-    result.append(c == '"' ? 2 : 1, c);
-  }
-  return result + "\"";
-}
-
-std::string delimitedLine(const std::vector<std::string>& cells, char separator) {
-  std::string line;
-  for (const std::string& cell : cells) {
-    line += (&cell == &cells.front() ? "" : std::string(1, separator)) + quoted(cell, separator);
-  }
-  return line + "\n";
-}
-
 std::vector<std::string> titlesOf(const std::vector<TextTable::Column>& columns) {
   std::vector<std::string> titles;
   titles.reserve(columns.size());
@@ -75,14 +56,6 @@ std::string TextTable::aligned() const {
   std::string all = line(titlesOf(m_columns));
   for (const auto& row : m_rows) {
     all += line(row);
-  }
-  return all;
-}
-
-std::string TextTable::delimited(char separator) const {
-  std::string all = delimitedLine(titlesOf(m_columns), separator);
-  for (const auto& row : m_rows) {
-    all += delimitedLine(row, separator);
   }
   return all;
 }

@@ -1,4 +1,4 @@
-// A table of UTF-8 texts for the terminal (aligned columns) or for other programs (CSV).
+// A table of UTF-8 texts in aligned columns, for the terminal.
 #pragma once
 
 #include <string>
@@ -21,10 +21,6 @@ class TextTable {
 
   // Columns padded to the width of their longest text, two blanks between them, none at a line's end.
   std::string aligned() const;
-
-  // Separated by commas or another character, quoted as RFC 4180 says, titles in the first line. Lines end
-  // with a line feed alone, as other text output on this system does.
-  std::string delimited(char separator) const;
 
  private:
   std::vector<Column> m_columns;

@@ -1,4 +1,5 @@
-// Every member of a dipole, and every set-wide member of a collection, as plain bits and texts.
+// Every member of a dipole, and every set-wide member of a collection, as plain bits and texts; and what of a
+// dipole is unknown.
 //
 // Numbers are copied bit by bit, so that also a payload of a NaN and the sign of a zero survive. Units and
 // frames are those of record/Dipoles.h and collection/DipoleFace.h. Left out of the set-wide members is what
@@ -9,6 +10,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <tuple>
 #include <type_traits>
@@ -118,8 +120,10 @@ struct MemberImage {
   std::array<CString, textCount> texts;
 };
 
-using DipoleImage =
-    MemberImage<members::sizeOf(members::ofDipole) + 2 * members::sizeOf(members::ofSphere), 3>;
+inline constexpr std::size_t memberBytes =
+    members::sizeOf(members::ofDipole) + 2 * members::sizeOf(members::ofSphere);
+// Behind the members a byte says what of the dipole is unknown, see host/dipoles/UnknownDipoles.h.
+using DipoleImage = MemberImage<memberBytes + 1, 3>;
 
 using SetWideImage = MemberImage<members::sizeOf(members::ofFace) + members::sizeOf(members::ofImport) +
                                      4 * members::sizeOf(members::ofSphere) +
@@ -160,6 +164,7 @@ constexpr DipoleColumns columnsOfDipole() {
   columns.addEach(ofDipole);
   columns.addEach(ofSphere);
   columns.addEach(ofSphere);
+  columns.all[columns.count++] = {columns.end, 1};  // what is unknown
   return columns;
 }
 
@@ -208,7 +213,12 @@ bool areSameTexts(const std::array<CString, count>& a, const std::array<CString,
   return true;
 }
 
-inline void readDipole(const CDipoleszq& dipole, DipoleImage& image) {
+[[nodiscard]] inline std::uint8_t unknownOf(const DipoleImage& image) {
+  return std::to_integer<std::uint8_t>(image.numbers[memberBytes]);
+}
+
+inline void readDipole(const CDipoleszq& dipole, std::uint8_t unknown, DipoleImage& image) {
+  image.numbers[memberBytes] = std::byte{unknown};
   BitReader reader{image.numbers.data()};
   visitDipoleNumbers(dipole, reader);
   visitDipoleTexts(dipole, [text = image.texts.begin()](const CString& member) mutable { *text++ = member; });

@@ -14,7 +14,7 @@ static_assert(DipoleTable::capacity < madeAnew);
 
 DipoleImage imageOfNew() {
   DipoleImage image;
-  readDipole(CDipoleszq(), image);
+  readDipole(CDipoleszq(), 0, image);
   return image;
 }
 

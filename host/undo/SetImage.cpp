@@ -81,7 +81,7 @@ std::size_t SetImage::bytes() const {
   return bytes;
 }
 
-SetImage imageOf(const DipoleSet& set) {
+SetImage imageOf(const DipoleSet& set, const UnknownDipoles* unknown) {
   SetImage image;
   BitReader reader{image.wide.numbers.data()};
   visitSetNumbers(set, reader);
@@ -92,7 +92,8 @@ SetImage imageOf(const DipoleSet& set) {
   image.objects.reserve(count);
   image.dipoles.resize(count);
   visitFilledSlots(set, [&](int slot, const CDipoleszq& dipole) {
-    readDipole(dipole, image.dipoles[image.slots.size()]);
+    readDipole(dipole, unknown == nullptr ? std::uint8_t{0} : unknown->of(dipole),
+               image.dipoles[image.slots.size()]);
     image.slots.push_back(static_cast<std::uint16_t>(slot));
     image.objects.push_back(&dipole);
   });
@@ -156,6 +157,20 @@ SetRestoration::SetRestoration(DipoleSet& set, const SetImage& now, const SetIma
     planTexts(now.dipoles[entry].texts, target.dipoles[i].texts, textsOf(*set.m_dipoles[now.slots[entry]]),
               m_texts);
   }
+}
+
+UnknownDipoles SetRestoration::unknownIn(const SetImage& target) const {
+  UnknownDipoles unknown;
+  if (std::none_of(target.dipoles.begin(), target.dipoles.end(),
+                   [](const DipoleImage& dipole) { return unknownOf(dipole) != 0; })) {
+    return unknown;
+  }
+  for (std::size_t i = 0; i < target.dipoles.size(); ++i) {
+    const auto entry = static_cast<std::size_t>(m_entries[i]);
+    const CDipoleszq* const dipole = m_made[i] ? m_made[i].get() : m_set.m_dipoles[m_slotOf[entry]];
+    unknown.expect(dipole, unknownOf(target.dipoles[i]), target.dipoles[i].texts[0]);
+  }
+  return unknown;
 }
 
 void SetRestoration::carryOut(SetImage& target) noexcept {

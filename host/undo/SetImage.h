@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/dipoles/UnknownDipoles.h"
 #include "host/undo/MemberImage.h"
 
 namespace host {
@@ -31,7 +32,8 @@ struct SetImage {
 [[nodiscard]] bool isSameButForWindows(const SetImage& a, const SetImage& b);
 
 // These two throw what an allocation throws, and change nothing then.
-[[nodiscard]] SetImage imageOf(const DipoleSet& set);
+// Without `unknown` every value is known.
+[[nodiscard]] SetImage imageOf(const DipoleSet& set, const UnknownDipoles* unknown = nullptr);
 // For each entry of an image the entry of another one for the same object, or -1.
 [[nodiscard]] std::vector<int> entriesFor(const SetImage& image, const SetImage& other);
 
@@ -43,6 +45,9 @@ class SetRestoration {
   // `now`: the image of the set as it is. Throws what an allocation throws.
   SetRestoration(DipoleSet& set, const SetImage& now, const SetImage& target);
 
+  // What will be unknown then, of the objects that will be there: for UnknownDipoles::hold behind carryOut,
+  // to be asked for before it. Throws what an allocation throws.
+  [[nodiscard]] UnknownDipoles unknownIn(const SetImage& target) const;
   // Afterwards `target` names the set's objects: pass the image of the constructor.
   void carryOut(SetImage& target) noexcept;
 

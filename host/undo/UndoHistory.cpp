@@ -33,12 +33,17 @@ UndoHistory::UndoHistory(DipoleSet& set, std::size_t budget)
 }
 
 void UndoHistory::clear() {
-  m_known = imageOf(m_set);
+  m_unknown.follow(m_set);
+  m_known = imageOf(m_set, &m_unknown);
   forgetSteps();
 }
 
 void UndoHistory::startFrom(SetImage target) {
-  SetRestoration(m_set, imageOf(m_set), target).carryOut(target);
+  SetRestoration restoration(m_set, imageOf(m_set), target);
+  UnknownDipoles unknown = restoration.unknownIn(target);
+  restoration.carryOut(target);
+  m_unknown = std::move(unknown);
+  m_unknown.hold(m_set);
   m_known = std::move(target);
   forgetSteps();
 }
@@ -53,7 +58,8 @@ void UndoHistory::forgetSteps() noexcept {
 UndoHistory::Recorded UndoHistory::record(const CString& name) {
   auto outcome = Recorded::nothing;
   const bool isDone = hasMemoryFor([&] {
-    SetImage now = imageOf(m_set);
+    m_unknown.follow(m_set);
+    SetImage now = imageOf(m_set, &m_unknown);
     if (isSame(now, m_known))
       m_known = std::move(now);  // it knows the objects of today
     else if (!isSameButForWindows(now, m_known))
@@ -87,7 +93,8 @@ UndoHistory::Moved UndoHistory::move(Steps& from, Steps& to) {
   if (from.empty())
     return Moved::nothing;
   const bool isDone = hasMemoryFor([&] {
-    const SetImage now = imageOf(m_set);
+    m_unknown.follow(m_set);
+    const SetImage now = imageOf(m_set, &m_unknown);
     SetImage target = from.back().back.appliedTo(m_known);
     // What was changed without record makes a state of its own.
     Step opposite{from.back().name, SetDifference(now, target),
@@ -97,8 +104,11 @@ UndoHistory::Moved UndoHistory::move(Steps& from, Steps& to) {
     if (!to.empty() && !isSame(now, m_known))
       fromNow.emplace(to.back().back.appliedTo(m_known), now);
     SetRestoration restoration(m_set, now, target);
+    UnknownDipoles unknown = restoration.unknownIn(target);
     // From here on nothing can fail.
     restoration.carryOut(target);
+    m_unknown = std::move(unknown);
+    m_unknown.hold(m_set);
     m_known = std::move(target);
     m_lastState = (std::max)(m_lastState, opposite.state);
     m_state = from.back().state;

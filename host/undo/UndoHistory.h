@@ -1,6 +1,6 @@
-// Undo and redo of whatever changes in one collection: every member of every dipole, the order, empty slots,
-// what imports left behind the count, and the set-wide members. Callbacks, the manager's title and the parent
-// window belong to the host and stay out of it.
+// Undo and redo of whatever changes in one collection: every member of every dipole, what of it is unknown,
+// the order, empty slots, what imports left behind the count, and the set-wide members. Callbacks, the
+// manager's title and the parent window belong to the host and stay out of it.
 //
 // The host calls record after each command, with its name; the history compares the set with what it was at
 // the last call and keeps the difference. undo and redo bring back a whole state, bit by bit, whatever
@@ -51,6 +51,10 @@ class UndoHistory {
   // allocation throws; nothing has changed then.
   void startFrom(SetImage target);
 
+  // What of the dipoles is unknown; part of every state. record follows what a command did to it.
+  UnknownDipoles& unknown() { return m_unknown; }
+  [[nodiscard]] const UnknownDipoles& unknown() const { return m_unknown; }
+
   // `name`: of the command, as a menu names it, such as "Delete"; when empty, nameOfChange finds one.
   Recorded record(const CString& name);
   Moved undo();
@@ -86,6 +90,7 @@ class UndoHistory {
 
   DipoleSet& m_set;
   std::size_t m_budget;
+  UnknownDipoles m_unknown;
   SetImage m_known;  // the set at the last record, undo or redo
   Steps m_undo;
   Steps m_redo;

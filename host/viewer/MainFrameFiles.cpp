@@ -21,8 +21,9 @@ namespace {
 constexpr LPCTSTR mriFilter = _T("NIfTI heads (*.nii; *.nii.gz)|*.nii;*.nii.gz|All files (*.*)|*.*||");
 constexpr LPCTSTR setFilter = _T("Dipole sets (*.dipset)|*.dipset|All files (*.*)|*.*||");
 constexpr LPCTSTR dipoleFilter =
-    _T("Dipole files (*.dip; *.txt)|*.dip;*.txt|CTF dipole files (*.dip)|*.dip|")
-    _T("4D/MSI dipole tables (*.txt)|*.txt|All files (*.*)|*.*||");
+    _T("Dipole files (*.dip; *.txt; *.csv; *.tsv; *.json)|*.dip;*.txt;*.csv;*.tsv;*.json|")
+    _T("CTF dipole files (*.dip)|*.dip|4D/MSI dipole tables (*.txt)|*.txt|")
+    _T("Tables (*.csv; *.tsv; *.json)|*.csv;*.tsv;*.json|All files (*.*)|*.*||");
 
 constexpr LPCTSTR recentSection = _T("Recent Dipole Sets");
 
@@ -88,6 +89,9 @@ bool MainFrame::save(const CString& path) {
     m_session->saveSet(path);
     writeRecent();
     showTitle();
+    const std::string loss = m_session->lossOfSaving();
+    if (!loss.empty())
+      AfxMessageBox(fromUtf8(loss), MB_ICONINFORMATION);
     return true;
   } catch (const std::exception& problem) {
     return tell(problem);
@@ -283,7 +287,8 @@ void MainFrame::OnExportText() {
 }
 
 void MainFrame::OnExportCsv() {
-  exportTo(_T("csv"), _T("CSV tables (*.csv)|*.csv|All files (*.*)|*.*||"), &Session::exportCsv);
+  exportTo(_T("csv"), _T("Tables (*.csv; *.tsv; *.json)|*.csv;*.tsv;*.json|All files (*.*)|*.*||"),
+           &Session::exportTable);
 }
 
 // What the panes show, with what a reader of the picture must know.

@@ -86,10 +86,16 @@ void MainFrame::showStatus() {
   if (const CDipoleszq* const current = m_dipoles->getCurrentDipole()) {
     CString head;
     head.Format(_T("Dipole %d of %d  "), m_dipoles->m_currentDipole + 1, m_dipoles->m_totalDipoles);
-    dipole = head + shortened(current->m_label) + _T("   ") + number(current->m_latency, 1) +
-             _T(" ms   error ") + number(current->m_fitError, 1) + _T(" %   moment ") +
-             number(current->m_moment, 1) + (m_dipoles->m_momentInNAm != 0 ? _T(" nAm") : _T("")) +
-             (hasPlace(*current) ? _T("") : _T("   NO PLACE IN THE HEAD"));
+    const auto value = [&](DipoleValue kind, double of, LPCTSTR unit) {
+      return m_session->unknown().isUnknown(*current, kind) ? CString(_T("unknown")) : number(of, 1) + unit;
+    };
+    const bool isTimed = !m_session->unknown().isUnknown(*current, DipoleValue::latency);
+    dipole =
+        head + shortened(current->m_label) + (isTimed ? _T("   ") : _T("   latency ")) +
+        value(DipoleValue::latency, current->m_latency, _T(" ms")) + _T("   error ") +
+        value(DipoleValue::fitError, current->m_fitError, _T(" %")) + _T("   moment ") +
+        value(DipoleValue::moment, current->m_moment, m_dipoles->m_momentInNAm != 0 ? _T(" nAm") : _T("")) +
+        (hasPlace(*current) ? _T("") : _T("   NO PLACE IN THE HEAD"));
   }
   show(dipolePart, dipole);
 

@@ -68,12 +68,13 @@ LPCTSTR nameOf(UINT id) {
 }
 
 // From the earliest to the latest dipole, for a window that was not chosen yet.
-LatencyWindow latenciesOf(const CDipoleFace& set) {
+LatencyWindow latenciesOf(const CDipoleFace& set, const UnknownDipoles& unknown) {
   LatencyWindow window;
   bool isEmpty = true;
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = set.getDipole(slot);
-    if (dipole == nullptr || !std::isfinite(dipole->m_latency))
+    if (dipole == nullptr || !std::isfinite(dipole->m_latency) ||
+        unknown.isUnknown(*dipole, DipoleValue::latency))
       continue;
     window.from = isEmpty ? dipole->m_latency : (std::min)(window.from, dipole->m_latency);
     window.to = isEmpty ? dipole->m_latency : (std::max)(window.to, dipole->m_latency);
@@ -90,7 +91,7 @@ void MainFrame::OnSwitch(UINT id) {
   const bool wasOn = isOn(*m_dipoles, id);
   LatencyWindow& latency = m_session->view().latency;
   if (id == ID_VIEW_LATENCY_WINDOW && !wasOn && latency.from == 0.0 && latency.to == 0.0)
-    latency = latenciesOf(*m_dipoles);
+    latency = latenciesOf(*m_dipoles, m_session->unknown());
   turn(*m_dipoles, id, wasOn ? 0 : 1);
   afterCommand(nameOf(id));
 }

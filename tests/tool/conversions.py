@@ -12,6 +12,11 @@ COLUMNS = ("number id fit_tag label x_left_mm y_up_mm z_front_mm orientation_x_l
            "glyph_size_pixels").split()
 
 
+def guarded(label):
+    """As a table for spreadsheets has it."""
+    return "'" + label if label[:1] in tuple("=+-@'\t\r") else label
+
+
 class ConvertTest(ToolTest):
     def convert(self, *arguments, code=0):
         return self.end_with(code, "convert", *arguments)

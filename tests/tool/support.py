@@ -2,6 +2,7 @@
 opinion, dipole files to order, a head to draw on, a decoder of PNG pictures."""
 
 import gzip
+import json
 import os
 import re
 import struct
@@ -108,6 +109,19 @@ def expected_dipoles(path):
         dipole["id"] = int(row[0])
         dipole["latency_ms"] = single(single(float(row[2])) * 1000)
         dipole["fit_error_percent"] = single(float(row[4]))
+    return result
+
+
+def dipoles_of(text):
+    """The dipoles of a JSON document as expected_dipoles has them."""
+    result = []
+    for dipole in json.loads(text)["dipoles"]:
+        found = {key: dipole[key] for key in ("number", "id", "latency_ms", "fit_error_percent", "label",
+                                              "shown_on_slices")}
+        found["position_mm"] = [dipole[key] for key in ("x_left_mm", "y_up_mm", "z_front_mm")]
+        found["orientation"] = [dipole["orientation_" + key] for key in ("x_left", "y_up", "z_front")]
+        found["moment"] = dipole["moment_nAm"] if "moment_nAm" in dipole else dipole["moment"]
+        result.append(found)
     return result
 
 

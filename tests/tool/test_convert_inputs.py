@@ -176,8 +176,8 @@ class Inputs(ConvertTest):
             self.assertIn("%s: the name tells no format; it ends in .dipset, .txt, .csv, .tsv or .json, or "
                           "--to says what to write\n" % self.path(name), result.err)
         result = self.convert(self.write("in.data", b""), self.path("o.csv"), code=1)
-        self.assertIn("in.data: the name tells no format; it ends in .dip (CTF), .txt (4D/MSI) or .dipset, or "
-                      "--from ctf, 4d or dipset says what it is\n", result.err)
+        self.assertIn("in.data: the name tells no format; it ends in .dip (CTF), .txt (4D/MSI), .dipset, "
+                      ".csv, .tsv or .json, or --from says what it is\n", result.err)
         self.assertEqual(os.listdir(self.folder), ["in.data"])
 
     def test_options_say_what_names_do_not(self):

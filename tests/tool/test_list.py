@@ -8,7 +8,8 @@ import subprocess
 import sys
 import unittest
 
-from support import EXAMPLES, ToolTest, dipole_file, example, expected_dipoles, moving_file, single
+from support import (EXAMPLES, TOOL, ToolTest, dipole_file, dipoles_of, example, expected_dipoles, moving_file,
+                     single)
 
 
 class Values(ToolTest):
@@ -32,30 +33,36 @@ class Values(ToolTest):
             listed = json.loads(result.out)
             self.assertEqual(listed["files"], [example(name)])
             self.assertEqual(listed["moment_unit"], "nAm")
-            self.assert_same(listed["dipoles"], expected_dipoles(example(name)))
+            self.assert_same(dipoles_of(result.out), expected_dipoles(example(name)))
 
     def test_the_left_auditory_dipole_is_left(self):
-        dipoles = json.loads(self.succeed("list", "--json", example("auditory.dip")).out)["dipoles"]
+        dipoles = dipoles_of(self.succeed("list", "--json", example("auditory.dip")).out)
         self.assertEqual(dipoles[0]["position_mm"], [52.0, 58.0, 10.0])
         self.assertEqual(dipoles[1]["position_mm"], [-51.0, 56.0, 13.0])
-        self.assertEqual(dipoles[0]["latency_ms"], 96.2)
+        self.assertEqual(dipoles[0]["latency_ms"], single(96.2))
 
     def test_csv_holds_the_same_values_as_json(self):
-        dipoles = json.loads(self.succeed("list", "--json", example("spikes.dip")).out)["dipoles"]
+        dipoles = dipoles_of(self.succeed("list", "--json", example("spikes.dip")).out)
         rows = list(csv.DictReader(io.StringIO(self.succeed("list", "--csv", example("spikes.dip")).out)))
-        self.assertEqual(list(rows[0]), [
-            "number", "id", "latency_ms", "x_mm", "y_mm", "z_mm", "orientation_x", "orientation_y",
-            "orientation_z", "moment_nAm", "fit_error_percent", "label", "shown_on_slices"])
         self.assertEqual(len(rows), 120)
         for row, dipole in zip(rows, dipoles):
-            self.assertEqual([float(row[k]) for k in ("x_mm", "y_mm", "z_mm")], dipole["position_mm"])
-            self.assertEqual([float(row["orientation_" + k]) for k in "xyz"], dipole["orientation"])
+            self.assertEqual([float(row[k]) for k in ("x_left_mm", "y_up_mm", "z_front_mm")],
+                             dipole["position_mm"])
+            self.assertEqual([float(row["orientation_" + k]) for k in ("x_left", "y_up", "z_front")],
+                             dipole["orientation"])
             self.assertEqual(float(row["latency_ms"]), dipole["latency_ms"])
             self.assertEqual(float(row["moment_nAm"]), dipole["moment"])
             self.assertEqual(float(row["fit_error_percent"]), dipole["fit_error_percent"])
             self.assertEqual((int(row["number"]), int(row["id"]), row["label"]),
                              (dipole["number"], dipole["id"], dipole["label"]))
             self.assertEqual(row["shown_on_slices"], "yes" if dipole["shown_on_slices"] else "no")
+
+    def test_list_and_convert_write_the_same(self):
+        for name in ("spikes.dip", "auditory.dip"):
+            for form in ("csv", "json"):
+                self.succeed("convert", example(name), self.path("o." + form))
+                with open(self.path("o." + form), "rb") as file:
+                    self.assertEqual(self.succeed("list", "--" + form, example(name)).stdout, file.read())
 
     def test_the_table_is_aligned_and_rounded(self):
         lines = self.succeed("list", example("auditory.dip")).out.split("\n")
@@ -83,7 +90,7 @@ class Values(ToolTest):
         rows = [(1, 2, 3, 7, "a")] * 5
         flags = "".join("%d: 0 %d 1 1 1\n" % (code + 1, code) for code in range(5))
         path = self.write("f.dip", dipole_file(rows) + "Dipole_Flags\n{\n" + flags + "}\n")
-        dipoles = json.loads(self.succeed("list", "--json", path).out)["dipoles"]
+        dipoles = dipoles_of(self.succeed("list", "--json", path).out)
         self.assertEqual([d["shown_on_slices"] for d in dipoles], [True, False, False, True, False])
 
     def test_several_files_come_in_one_list_in_their_order(self):
@@ -95,17 +102,17 @@ class Values(ToolTest):
 
     def test_moving_dipoles_with_seconds_and_centimetres(self):
         path = self.write("m.dip", moving_file([(0.1, 1.0, 2.0, 3.0), (0.1015, -1.0, -2.0, 4.5)]))
-        dipoles = json.loads(self.succeed("list", "--yes", "--json", path).out)["dipoles"]
+        dipoles = dipoles_of(self.succeed("list", "--yes", "--json", path).out)
         self.assertEqual([d["position_mm"] for d in dipoles], [[20, 30, 10], [-20, 45, -10]])
         self.assertEqual([d["latency_ms"] for d in dipoles], [100, 101.5])
         self.assertEqual([d["label"] for d in dipoles], ["m1", "m2"])
         self.assertEqual([d["fit_error_percent"] for d in dipoles], [5.5, 5.5])
 
-    def test_not_a_number_is_null_in_json_and_nan_in_text(self):
+    def test_what_is_no_number_is_told(self):
         path = self.write("n.dip", dipole_file([("nan", 2, 3, "inf", "a")]))
-        dipole = json.loads(self.succeed("list", "--json", path).out)["dipoles"][0]
-        self.assertEqual(dipole["position_mm"], [20, 30, None])
-        self.assertIsNone(dipole["moment"])
+        dipole = dipoles_of(self.succeed("list", "--json", path).out)[0]
+        self.assertEqual(dipole["position_mm"], [20, 30, "nan"])
+        self.assertEqual(dipole["moment"], "inf")
         self.assertIn(",nan,", self.succeed("list", "--csv", path).out)
         self.assertIn("inf", self.succeed("list", path).out)
 
@@ -122,12 +129,12 @@ class Texts(ToolTest):
     def test_commas_and_quotes_are_quoted_in_csv(self):
         path = self.write("q.dip", dipole_file([(1, 2, 3, 7, 'say"a,b"')]))
         out = self.succeed("list", "--csv", path).out
-        self.assertIn(',"say""a,b""",yes\n', out)
+        self.assertIn(',"say""a,b""",', out)
         self.assertEqual(list(csv.DictReader(io.StringIO(out)))[0]["label"], 'say"a,b"')
 
     def test_control_characters_do_not_reach_the_terminal(self):
         path = self.write("c.dip", dipole_file([(1, 2, 3, 7, "a\x1b[31mb\x07\x7f")]))
-        for form in ([], ["--csv"], ["--json"]):
+        for form in ([], ["--json"]):
             out = self.succeed("list", *form, path).stdout
             self.assertEqual([byte for byte in out if (byte < 32 and byte != 10) or byte == 127], [], form)
             self.assertIn(b"a\\u001b[31mb\\u0007\\u007f", out)
@@ -137,10 +144,24 @@ class Texts(ToolTest):
     def test_upper_control_characters_do_not_either(self):
         text = dipole_file([(1, 2, 3, 7, "x")]).encode("ascii")
         path = self.write("c1.dip", text.replace(b" x\n", b" a\x9d31m\n"))
-        for form in ([], ["--csv"], ["--json"]):
+        for form in ([], ["--json"]):
             out = self.succeed("list", *form, path).out
             self.assertNotIn("\u009d", out)
             self.assertIn("a\\u009d31m", out)
+
+    def test_csv_on_a_terminal_has_no_control_characters_and_elsewhere_all(self):
+        path = self.write("c.dip", dipole_file([(1, 2, 3, 7, "a\x1b[31mb")]))
+        self.assertIn(b",a\x1b[31mb,", self.succeed("list", "--csv", path).stdout)
+        main, side = os.openpty()
+        try:
+            subprocess.run([TOOL, "list", "--csv", path], stdout=side, stderr=subprocess.DEVNULL,
+                           stdin=subprocess.DEVNULL, check=True)
+            shown = os.read(main, 65536)
+        finally:
+            os.close(main)
+            os.close(side)
+        self.assertIn(b",a\\u001b[31mb,", shown)
+        self.assertNotIn(b"\x1b", shown)
 
 
 class Locales(ToolTest):
@@ -170,7 +191,7 @@ class Large(ToolTest):
         path = self.make(30000)
         result = self.succeed("list", "--json", path)
         self.assertEqual(result.err, "dipole: Total imported dipoles:30000 (0-30000)\n")
-        dipoles = json.loads(result.out)["dipoles"]
+        dipoles = dipoles_of(result.out)
         expected = expected_dipoles(path)
         self.assertEqual(len(dipoles), 30000)
         for index in (0, 1, 14999, 29999):

@@ -4,7 +4,7 @@ What was asked and answered is always said, and lost dipoles are reported."""
 import json
 import unittest
 
-from support import SPHERE, ToolTest, dipole_file, example, moving_file, run, terminal
+from support import SPHERE, ToolTest, dipole_file, dipoles_of, example, moving_file, run, terminal
 
 MOVING = "This is moving dipoles, would you like to import?"
 
@@ -26,7 +26,7 @@ class WithoutTerminal(ToolTest):
         self.assertIn("warning: %s:35: wrong (sections): The last section of moving dipoles that was accepted "
                       "replaced 41 dipoles of sections before it.\n" % example("moving.dip"), result.err)
         self.assertEqual(result.err.count("warning"), 1)
-        dipoles = json.loads(result.out)["dipoles"]
+        dipoles = dipoles_of(result.out)
         self.assertEqual(len(dipoles), 41)
         self.assertTrue(all(d["position_mm"][0] < 0 for d in dipoles))  # the right-hand section
 

@@ -6,7 +6,7 @@
 #include <limits>
 #include <memory>
 
-#include "host/dipoles/DipoleColumns.h"
+#include "host/exchange/SetTable.h"
 #include "host/session/Session.h"
 #include "host/text/PathText.h"
 #include "tests/host/text/Failing.h"
@@ -258,8 +258,8 @@ TEST(SessionFiles, SelectionAndCurrentDipoleNeedNoSave) {
 TEST(SessionFiles, ExportsAreThoseOfTheModuleAndOfTheTable) {
   Viewer viewer(3);
   const State before(viewer);
-  viewer.session.exportCsv(viewer.folder.path("a.csv"));
-  EXPECT_EQ(viewer.folder.read("a.csv"), host::dipoleTable(*viewer.set, viewer.set->m_momentInNAm != 0, ','));
+  viewer.session.exportTable(viewer.folder.path("a.csv"));
+  EXPECT_EQ(viewer.folder.read("a.csv"), host::tableOf(*viewer.set, {}, viewer.set->m_momentInNAm != 0, ','));
   ScriptedOperator user;
   user.answerFiles({viewer.folder.path("module.txt")});
   ASSERT_EQ(viewer.set->exportExelFile(), 1);
@@ -287,7 +287,7 @@ TEST(SessionFiles, FailedExportsLeaveTheTarget) {
   Viewer viewer(3);
   const CString folder = viewer.folder.makeFolder("folder");
   const std::string failure = "cannot write " + host::utf8Of(folder) + ": it is a folder";
-  EXPECT_EQ(failureOf([&] { viewer.session.exportCsv(folder); }), failure);
+  EXPECT_EQ(failureOf([&] { viewer.session.exportTable(folder); }), failure);
   EXPECT_EQ(failureOf([&] { viewer.session.exportText(folder); }), failure);
   EXPECT_EQ(viewer.folder.names(), Texts{"folder"});
 }

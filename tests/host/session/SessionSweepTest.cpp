@@ -151,7 +151,7 @@ TEST(SessionSweep, SaveSet) {
 
 TEST(SessionSweep, Exports) {
   for (const auto& [name, write] :
-       {std::pair{"a.csv", &Session::exportCsv}, std::pair{"a.txt", &Session::exportText}}) {
+       {std::pair{"a.csv", &Session::exportTable}, std::pair{"a.txt", &Session::exportText}}) {
     Viewer viewer;
     const CString path = viewer.folder.path(name);
     std::string whole;  // as it is without a fault

@@ -184,7 +184,7 @@ void ViewerMonkey::toStandard() {
   // keep for the next picture is there in every count.
   m_user->choose(ID_FILE_NEW_SET);
   m_user->choose(ID_FILE_PHANTOM);
-  m_user->session().view() = host::ViewSettings();
+  m_user->session().resetView();
   m_user->session().view().toleranceMm.reset();
   frame.openFiles({m_folder.path("large.dipset")});
   frame.SetWindowPos(nullptr, 0, 0, 1600, 1200, SWP_NOMOVE | SWP_NOZORDER);
@@ -199,7 +199,7 @@ void ViewerMonkey::toStandard() {
   frame.SetWindowPos(nullptr, 0, 0, standardWidth, standardHeight, SWP_NOMOVE | SWP_NOZORDER);
   m_user->choose(ID_FILE_NEW_SET);
   m_user->choose(ID_FILE_PHANTOM);
-  m_user->session().view() = host::ViewSettings();
+  m_user->session().resetView();
   m_user->drop({m_examples + "auditory.dip"});
   m_user->choose(ID_DIPOLES_MANAGER);
   ::SendMessageW(m_user->manager(), WM_COMMAND, ID_DIPOLE_EDIT, 0);
