@@ -12,3 +12,4 @@ bool benchScene();
 bool benchMemory();
 bool benchHistory();
 bool benchPanes();
+bool benchAudits();

@@ -25,7 +25,8 @@ constexpr Benchmark benchmarks[] = {{"dipoles", benchDipolesImport},
                                     {"scene", benchScene},
                                     {"memory", benchMemory},
                                     {"history", benchHistory},
-                                    {"panes", benchPanes}};
+                                    {"panes", benchPanes},
+                                    {"audit", benchAudits}};
 
 bool isBenchmark(std::string_view name) {
   return std::any_of(std::begin(benchmarks), std::end(benchmarks),

@@ -3,61 +3,22 @@
 #include <charconv>
 #include <cstdio>
 #include <cwchar>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
 
 #include "bench/Benchmarks.h"
 #include "bench/Comparison.h"
+#include "bench/SilentOperator.h"
 #include "bench/import/DipoleText.h"
 #include "import/AnsiLineReader.h"
 #include "module/dipole.h"
-#include "platform/Operator.h"
 #include "platform/Utf.h"
 
 namespace {
 
 constexpr int rows = DipoleTable::capacity;
 constexpr int rounds = 31;
-
-// Chooses the benchmark's file, says yes to every question and drops every message.
-class SilentOperator : public Operator {
- public:
-  explicit SilentOperator(CString path) : m_path(std::move(path)), m_previous(installOperator(this)) {}
-  SilentOperator(const SilentOperator&) = delete;
-  SilentOperator& operator=(const SilentOperator&) = delete;
-  ~SilentOperator() override { installOperator(m_previous); }
-
-  int answerMessage(LPCTSTR /*text*/, UINT type) override { return (type & MB_YESNO) != 0 ? IDYES : IDOK; }
-  bool chooseFiles(const FileQuestion& /*question*/, std::vector<CString>& paths) override {
-    paths = {m_path};
-    return true;
-  }
-  bool chooseColor(COLORREF /*initial*/, COLORREF& /*chosen*/) override { return false; }
-
- private:
-  CString m_path;
-  Operator* m_previous;
-};
-
-// A file of the benchmark's own.
-class TemporaryFile {
- public:
-  TemporaryFile(const char* name, const std::string& text)
-      : m_path(std::filesystem::temp_directory_path() / name) {
-    std::ofstream(m_path, std::ios::binary) << text;
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() { std::filesystem::remove(m_path); }
-
-  CString path() const { return fromUtf8(m_path.string()); }
-
- private:
-  std::filesystem::path m_path;
-};
 
 // The bare pass: nothing but the conversions of the numbers that an import converts.
 void convertOnly(const DipoleText& file) {

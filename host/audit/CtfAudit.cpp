@@ -64,23 +64,34 @@ bool CtfAudit::isRepairedByRows() const {
   return m_pass.dipolesOfFile() == static_cast<int>(m_reading.repairedSlots.size());
 }
 
-void CtfAudit::insertUnread() {
+// The dipoles that only the encoding kept away; none when not all of them can be told, or fit into the set.
+std::vector<LateDipole> CtfAudit::unreadDipoles() const {
   const int room = DipoleTable::capacity - m_pass.file().firstSlot;
-  const bool fits = static_cast<int>(m_reading.repairedSlots.size()) <= room;
-  if (!m_pass.repairs(FindingCode::encoding) || isRepairedByRows() || !fits ||
-      m_pass.dipolesOfFile() != static_cast<int>(m_reading.slots.size())) {
-    return;
-  }
   std::vector<LateDipole> late;
+  if (m_pass.dipolesOfFile() != static_cast<int>(m_reading.slots.size()) ||
+      static_cast<int>(m_reading.repairedSlots.size()) > room) {
+    return late;
+  }
   for (std::size_t local = 0; local < m_reading.repairedSlots.size(); ++local) {
     const CtfRow& row = m_reading.rows[static_cast<std::size_t>(m_reading.repairedSlots[local])];
     if (row.fate == RowFate::unread) {
       const CtfSectionAudit section(m_pass, m_encoding, m_reading, row.section);
       late.push_back({m_pass.slotOf(local), section.makeDipole(row)});
       if (late.back().dipole == nullptr) {
-        return;  // not all of them can be told
+        return {};
       }
     }
+  }
+  return late;
+}
+
+void CtfAudit::insertUnread() {
+  if (!m_pass.repairs(FindingCode::encoding) || isRepairedByRows()) {
+    return;
+  }
+  std::vector<LateDipole> late = unreadDipoles();
+  if (late.empty()) {
+    return;
   }
   m_pass.tell(counted(late.size(), "dipole") + " of a section that its encoding had hidden came to the set.");
   m_pass.target().m_coordinateType = 3;

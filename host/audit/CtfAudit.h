@@ -19,6 +19,7 @@ class CtfAudit {
 
  private:
   [[nodiscard]] bool isRepairedByRows() const;
+  [[nodiscard]] std::vector<LateDipole> unreadDipoles() const;
   void insertUnread();
   void lookAtDipoles(const std::vector<int>& slots);
   void lookAtForeign(const std::vector<int>& slots);
@@ -32,7 +33,8 @@ class CtfAudit {
   void lookAtFollowers(const std::vector<int>& slots);
   void lookAtFlags(const CtfFollowers& followers, const std::vector<int>& slots);
   void lookAtFits(const CtfFollowers& followers, const std::vector<int>& slots);
-  void sayNoFit(const std::vector<int>& slots);
+  [[nodiscard]] bool hasMoving() const;
+  void sayNoFit(std::vector<int>&& slots);
 
   // In CtfHeadAudit.cpp.
   void lookAtHead();

@@ -68,8 +68,9 @@ void CtfAudit::lookAtFlags(const CtfFollowers& followers, const std::vector<int>
     sayProblem(FindingCode::rowOrder, Severity::wrong, line, "Dipole_Flags", openSentence("colour"));
     return;
   }
+  const bool areNew = line == 0 && !hasMoving();  // dipoles that nothing has given a colour
   Gathered gathered;
-  for (std::size_t local = 0; local < slots.size(); ++local) {
+  for (std::size_t local = 0; local < slots.size() && !areNew; ++local) {
     const CtfFollower* const row = followers.flags(local);
     const ToldFlags told = row != nullptr ? CtfFollowers::toldFlags(*row).value_or(ToldFlags()) : ToldFlags();
     settle(m_pass, gathered, local, told, row != nullptr ? row->line : line);
@@ -91,6 +92,7 @@ void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>&
   }
   Gathered gathered;
   std::vector<int> unfitted;
+  unfitted.reserve(line == 0 ? slots.size() : 0);
   for (std::size_t local = 0; local < slots.size(); ++local) {
     const CtfRow& dipole = m_reading.rows[static_cast<std::size_t>(slots[local])];
     const CtfSection& section = m_reading.sections[static_cast<std::size_t>(dipole.section)];
@@ -102,8 +104,10 @@ void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>&
     if (!told) {
       unfitted.push_back(m_pass.slotOf(local));
     }
-    settle(m_pass, gathered, local, told.value_or(ToldFit{0, 0, 0.0, 0.2}),
-           row != nullptr ? row->line : line);
+    if (line != 0) {  // else nothing has given it a fit
+      settle(m_pass, gathered, local, told.value_or(ToldFit{0, 0, 0.0, 0.2}),
+             row != nullptr ? row->line : line);
+    }
   }
   if (gathered.changed > 0) {
     m_pass.tell(counted(gathered.changed, "dipole") + ": latency and fit error were taken from its own row.");
@@ -113,10 +117,17 @@ void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>&
       FindingCode::rowOrder, Severity::wrong, "Dipole_FitInfo", std::move(gathered),
       who + ": latency and fit error are those of another dipole, or none although the file gives them.",
       std::string(remedy));
-  sayNoFit(unfitted);
+  sayNoFit(std::move(unfitted));
 }
 
-void CtfAudit::sayNoFit(const std::vector<int>& slots) {
+// Moving dipoles may take the places of others, and their colours.
+bool CtfAudit::hasMoving() const {
+  return std::any_of(m_reading.sections.begin(), m_reading.sections.end(), [](const CtfSection& section) {
+    return section.kind == CtfKind::moving && section.isAccepted;
+  });
+}
+
+void CtfAudit::sayNoFit(std::vector<int>&& slots) {
   if (slots.empty()) {
     return;
   }

@@ -223,7 +223,7 @@ void CtfAudit::lookAtUnread() {
                                ? "The file is written in UTF-16, which the import cannot read"
                                : "The file begins with a byte order mark, which hides its "
                                  "first section from the import";
-  const bool canRepair = hidesRows || !m_unreadLeft.empty();
+  const bool canRepair = !m_unreadLeft.empty() || (hidesRows && !unreadDipoles().empty());
   m_pass.add({FindingCode::encoding,
               Severity::wrong,
               {},

@@ -62,7 +62,7 @@ struct CtfRow {
   bool isSecond = false;
   bool isForeign = false;  // a row of another section, whose beginning was swallowed
   bool isPlain = false;    // every reader reads its numbers alike
-  std::uint8_t count = 0;  // of fields, at most 255
+  std::uint8_t count = 0;  // of fields; those beyond the usual ones and one more are not counted
 };
 
 // A row of the flags or of the fit information.

@@ -44,7 +44,7 @@ CtfSectionAudit::CtfSectionAudit(AuditPass& pass, const TextEncoding& encoding, 
     return row.section == section && row.count > 0;
   });
   if (first != reading.rows.end()) {
-    m_heading.fitTo(first->count);
+    m_heading.fitTo(RowFields(first->fields).count());
   }
   m_hasOtherColumns = m_heading.namesPlace() && m_heading.contradicts(expectedPlaces(m_section.kind));
   if (m_hasOtherColumns) {
@@ -69,7 +69,7 @@ void CtfSectionAudit::look(std::size_t local, const CtfRow& row) {
   const RowFields fields(row.fields);
   const std::optional<Told> told = read(row, fields);
   if (!told) {
-    (m_hasOtherColumns && !isAligned(row.count) ? m_openColumns : m_noNumbers)
+    (m_hasOtherColumns && !isAligned(fields.count()) ? m_openColumns : m_noNumbers)
         .add(m_pass.slotOf(local), row.line);
     return;
   }

@@ -210,32 +210,41 @@ void CtfWalk::leave(const TextLine& line) {
 }
 
 void CtfWalk::takeDipoleLine(const TextLine& line) {
-  const std::string_view text = line.text;
-  if (holdsMarks(text)) {
-    const bool isHeader = contains(text, "(cm)");
-    const bool isPassed = isHeader || isPassedOver(text);
-    const bool isEnd = !isPassed && contains(text, "}");
-    const bool isRow = numberedRow(text).has_value();
-    if ((isPassed || isEnd) && isRow) {
-      lose(line, RowFate::marked);
-    }
-    if (isHeader) {
-      takeUnits(line);
-    }
-    if (isPassed && !isRow) {
-      takeHeading(line);
-    }
-    if (isEnd) {
-      leave(line);
-      m_loses = isRow;
-      m_lossFate = RowFate::behindEnd;
-    }
-    if (isPassed || isEnd) {
+  constexpr int dipoleFields = 8;
+  constexpr int movingFields = 12;
+  if (const std::optional<NumberedRow> row = numberedRow(line.text)) {
+    const RowFields fields(row->rest, section().kind == CtfKind::moving ? movingFields : dipoleFields);
+    if (!(fields.holdsMarks() || fields.count() > movingFields) || !holdsMarks(line.text)) {
+      takeRow(line, *row, fields);
       return;
     }
   }
-  if (const std::optional<NumberedRow> row = numberedRow(text)) {
-    takeRow(line, *row);
+  takeOtherLine(line);
+}
+
+// A line of a section of dipoles that is no row, or holds marks.
+void CtfWalk::takeOtherLine(const TextLine& line) {
+  const std::string_view text = line.text;
+  const bool isRow = numberedRow(text).has_value();
+  const bool isHeader = contains(text, "(cm)");
+  const bool isPassed = isHeader || isPassedOver(text);
+  const bool isEnd = !isPassed && contains(text, "}");
+  if ((isPassed || isEnd) && isRow) {
+    lose(line, RowFate::marked);
+  }
+  if (isHeader) {
+    takeUnits(line);
+  }
+  if (isPassed && !isRow) {
+    takeHeading(line);
+  }
+  if (isEnd) {
+    leave(line);
+    m_loses = isRow;
+    m_lossFate = RowFate::behindEnd;
+  }
+  if (const std::optional<NumberedRow> row = numberedRow(text); row && !isPassed && !isEnd) {
+    takeRow(line, *row, RowFields(row->rest));
   } else if (const SectionName* const swallowed = sectionNamed(text)) {
     report(CtfProblemKind::swallowed, line, swallowed->name);
     m_isForeign = true;
@@ -257,8 +266,7 @@ void CtfWalk::takeHeading(const TextLine& line) {
   }
 }
 
-void CtfWalk::takeRow(const TextLine& line, const NumberedRow& numbered) {
-  const RowFields fields(numbered.rest);
+void CtfWalk::takeRow(const TextLine& line, const NumberedRow& numbered, const RowFields& fields) {
   CtfRow row;
   row.fields = numbered.rest;
   row.line = line.number;
@@ -267,8 +275,7 @@ void CtfWalk::takeRow(const TextLine& line, const NumberedRow& numbered) {
   row.isCentimetre = m_isCentimetre;
   row.isSecond = m_isSecond;
   row.isForeign = m_isForeign;
-  constexpr int most = std::numeric_limits<std::uint8_t>::max();
-  row.count = static_cast<std::uint8_t>((std::min)(fields.count(), most));
+  row.count = static_cast<std::uint8_t>(fields.count());
   if (!arrives(row, fields, numbered.hasGap)) {
     row.fate = RowFate::refused;
   } else if (!line.isClosed) {

@@ -27,9 +27,10 @@ class CtfWalk {
   void leave(const TextLine& line);
 
   void takeDipoleLine(const TextLine& line);
+  void takeOtherLine(const TextLine& line);
   void takeUnits(const TextLine& line);
   void takeHeading(const TextLine& line);
-  void takeRow(const TextLine& line, const NumberedRow& numbered);
+  void takeRow(const TextLine& line, const NumberedRow& numbered, const RowFields& fields);
   bool arrives(CtfRow& row, const RowFields& fields, bool hasGap);
   void place(CtfRow& row);
   bool isDeclined(const CtfRow& row);

@@ -79,23 +79,34 @@ bool MsiAudit::isRepairedByRows() const {
   return m_pass.dipolesOfFile() == static_cast<int>(m_reading.repairedSlots.size());
 }
 
-void MsiAudit::insertRows() {
-  const FindingCode code = m_encoding.isUtf16() ? FindingCode::encoding : FindingCode::msiColumns;
+// The dipoles of the rows that the import refused; none when not all of them can be told, or fit into the set.
+std::vector<LateDipole> MsiAudit::refusedDipoles() const {
   const int room = DipoleTable::capacity - m_pass.file().firstSlot;
-  if (!m_pass.repairs(code) || isRepairedByRows() ||
-      m_pass.dipolesOfFile() != static_cast<int>(m_reading.slots.size()) ||
-      static_cast<int>(m_reading.repairedSlots.size()) > room) {
-    return;
-  }
   std::vector<LateDipole> late;
+  if (m_pass.dipolesOfFile() != static_cast<int>(m_reading.slots.size()) ||
+      static_cast<int>(m_reading.repairedSlots.size()) > room) {
+    return late;
+  }
   for (std::size_t local = 0; local < m_reading.repairedSlots.size(); ++local) {
     const MsiRow& row = m_reading.rows[static_cast<std::size_t>(m_reading.repairedSlots[local])];
     if (row.fate != MsiFate::arrived) {
       late.push_back({m_pass.slotOf(local), makeDipole(row)});
       if (late.back().dipole == nullptr) {
-        return;  // not all of them can be told
+        return {};
       }
     }
+  }
+  return late;
+}
+
+void MsiAudit::insertRows() {
+  const FindingCode code = m_encoding.isUtf16() ? FindingCode::encoding : FindingCode::msiColumns;
+  if (!m_pass.repairs(code) || isRepairedByRows()) {
+    return;
+  }
+  std::vector<LateDipole> late = refusedDipoles();
+  if (late.empty()) {
+    return;
   }
   m_pass.tell(counted(late.size(), "dipole") + " that the import had refused came to the set.");
   m_pass.target().m_coordinateType = 3;

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "host/audit/AuditPass.h"
 #include "host/audit/MsiReading.h"
@@ -28,6 +29,7 @@ class MsiAudit {
 
   void settleUnits();
   [[nodiscard]] bool isRepairedByRows() const;
+  [[nodiscard]] std::vector<LateDipole> refusedDipoles() const;
   void insertRows();
   void look(std::size_t local, const MsiRow& row);
   void lookAtPlace(std::size_t local, const MsiRow& row, const Told& told);

@@ -103,13 +103,12 @@ void MsiAudit::lookAtLostRows() {
                   std::move(remedy)});
     }
   };
-  const bool fits =
-      m_pass.file().firstSlot + static_cast<int>(m_reading.repairedSlots.size()) <= DipoleTable::capacity;
+  const bool canRepair = readable.count > 0 && !refusedDipoles().empty();
   say(m_encoding.isUtf16() ? FindingCode::encoding : FindingCode::msiColumns, readable,
       m_encoding.isUtf16() ? "the file is written in UTF-16, which the import cannot read"
       : m_reading.isLegend ? "the heading holds a word by which the import takes it for a legend of symbols"
                            : "their columns are not those that the import takes for granted",
-      fits ? "The rows are read by the columns that the heading names." : "");
+      canRepair ? "The rows are read by the columns that the heading names." : "");
   say(FindingCode::lostRows, refused, "their fields are not the numbers that the import expects", {});
   say(FindingCode::lostRows, unclosed, "the last line of the file has no line end", {});
   say(FindingCode::lostRows, noRoom, "a set has room for 30000 dipoles", {});

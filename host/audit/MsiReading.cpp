@@ -110,7 +110,7 @@ class MsiReading::Walk {
   }
 
   void takeTableLine(const TextLine& line) {
-    const RowFields fields(line.text);
+    const RowFields fields(line.text, msiLabelPlace);
     const bool isUnits = m_isBehindHeading && fields[0].starts_with('(');
     if (isUnits) {
       m_reading.heading.takeUnits(line.text);
@@ -119,18 +119,16 @@ class MsiReading::Walk {
     MsiRow row;
     row.text = line.text;
     row.line = line.number;
-    constexpr int most = std::numeric_limits<std::uint8_t>::max();
-    row.count = static_cast<std::uint8_t>((std::min)(fields.count(), most));
     const bool isTaken = arrives(row, fields);
     if (!isTaken && !looksLikeRow(fields)) {
       return;
     }
     if (!m_isFitted) {
-      fitHeading(fields.count());
+      fitHeading(RowFields(line.text).count());
     }
     row.goodness = fields.number(m_reading.places[C::goodness]).value_or(0.0F);
     const bool isSeen = m_reading.hasTable && !m_encoding.isUtf16();
-    row.isReadable = !(isTaken && isSeen) && m_reading.isAligned(row) && isReadable(fields);
+    row.isReadable = !(isTaken && isSeen) && m_reading.isAligned(row) && isReadable(RowFields(line.text));
     row.fate = !isSeen           ? MsiFate::hidden
                : !isTaken        ? MsiFate::refused
                : !line.isClosed  ? MsiFate::unclosed
@@ -211,7 +209,8 @@ class MsiReading::Walk {
 
 bool MsiReading::isAligned(const MsiRow& row) const {
   const bool endsInLabel = !heading.columns().empty() && heading.columns().back() == Column::label;
-  return row.count == heading.count() || (endsInLabel && row.count == heading.count() - 1);
+  const int fields = RowFields(row.text).count();
+  return fields == heading.count() || (endsInLabel && fields == heading.count() - 1);
 }
 
 MsiReading::MsiReading(const ImportedText& file, const TextEncoding& encoding) {

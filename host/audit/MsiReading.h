@@ -29,7 +29,6 @@ struct MsiRow {
   MsiFate fate = MsiFate::arrived;
   bool isPlain = false;     // every reader reads its numbers alike
   bool isReadable = false;  // by the names of the heading
-  std::uint8_t count = 0;   // of fields, at most 255
 };
 
 struct MsiHeaderLine {

@@ -61,53 +61,78 @@ float valueOf(std::string_view digits, bool isHex) {
 
 }  // namespace
 
-RowFields::RowFields(std::string_view row) : m_row(row) {
+RowFields::RowFields(std::string_view row, int limit) : m_row(row) {
   const char* c = row.data();
   const char* const end = c + row.size();
   while (true) {
     while (c != end && isBlank(*c)) {
       ++c;
     }
-    if (c == end) {
+    m_hasMore = c != end && m_count == limit;
+    if (c == end || m_hasMore) {
       return;
     }
-    const char* const start = c;
-    c += *c == '-' || *c == '+' ? 1 : 0;
-    const char* const digits = c;
-    while (c != end && isDigit(*c)) {
-      ++c;
+    c = take(c, end, m_fields[m_count]);
+    ++m_count;
+  }
+}
+
+// Takes the field that begins at `c`, and returns what stands behind it.
+const char* RowFields::take(const char* c, const char* end, Field& field) {
+  field.start = c;
+  c += *c == '-' || *c == '+' ? 1 : 0;
+  const char* const first = c;
+  std::uint64_t digits = 0;
+  const auto takeDigits = [&] {
+    for (; c != end && isDigit(*c); ++c) {
+      digits = digits * 10 + static_cast<std::uint64_t>(*c - '0');
     }
-    auto kind = c != digits ? FieldKind::integer : FieldKind::other;
-    if (c != end && *c == '.' && kind == FieldKind::integer) {
-      kind = FieldKind::real;
-      for (++c; c != end && isDigit(*c);) {
-        ++c;
-      }
-    }
-    if (c != end && !isBlank(*c)) {
-      kind = FieldKind::other;
-      while (c != end && !isBlank(*c)) {
-        ++c;
-      }
-    }
-    const auto place = static_cast<std::size_t>(m_count++);
-    if (place < most) {
-      m_texts[place] = {start, static_cast<std::size_t>(c - start)};
-      m_kinds[place] = kind;
+  };
+  takeDigits();
+  field.kind = c != first ? FieldKind::integer : FieldKind::other;
+  field.decimals = 0;
+  if (c != end && *c == '.' && c != first) {
+    const char* const decimals = ++c;
+    takeDigits();
+    field.kind = FieldKind::real;
+    field.decimals = static_cast<std::uint32_t>(c - decimals);
+  }
+  field.digits = digits;
+  if (c != end && !isBlank(*c)) {
+    field.kind = FieldKind::other;
+    for (; c != end && !isBlank(*c); ++c) {
+      m_holdsMarks = m_holdsMarks || *c == '(' || *c == '/' || *c == '{' || *c == '}';
     }
   }
+  field.length = static_cast<std::size_t>(c - field.start);
+  return c;
 }
 
 bool RowFields::arePlain(int first, int count) const {
-  if (first + count > m_count || first + count > static_cast<int>(most)) {
+  if (first + count > m_count) {
     return false;
   }
-  const auto* const begin = m_kinds.begin() + first;
-  return std::none_of(begin, begin + count, [](FieldKind kind) { return kind == FieldKind::other; });
+  const Field* const begin = m_fields + first;
+  return std::none_of(begin, begin + count,
+                      [](const Field& field) { return field.kind == FieldKind::other; });
 }
 
+// The digits of a short plain number and the power of ten are exact as doubles, so that their quotient is
+// rounded once; with so few digits, rounding it once more, to single precision, gives what from_chars gives.
 std::optional<float> RowFields::number(int field) const {
-  return singleOf((*this)[field]);
+  constexpr std::size_t longest = 14;
+  constexpr double powers[longest] = {1e0, 1e1, 1e2, 1e3,  1e4,  1e5,  1e6,
+                                      1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13};
+  if (!has(field)) {
+    return std::nullopt;
+  }
+  const Field& found = m_fields[field];
+  if (found.kind == FieldKind::other || found.length > longest) {
+    return singleOf((*this)[field]);
+  }
+  const double magnitude =
+      static_cast<double>(static_cast<std::int64_t>(found.digits)) / powers[found.decimals];
+  return static_cast<float>(*found.start == '-' ? -magnitude : magnitude);
 }
 
 std::optional<int> RowFields::wholeNumber(int field) const {

@@ -1,7 +1,6 @@
 // The fields of a row: what stands between its blanks.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -13,21 +12,24 @@ enum class FieldKind : std::uint8_t { integer, real, other };  // digits; digits
 
 class RowFields {
  public:
-  static constexpr std::size_t most = 48;  // those behind are counted, not kept
+  static constexpr int most = 48;
 
-  // The row must outlive this.
-  explicit RowFields(std::string_view row);
+  // The row must outlive this. Fields behind the limit are not looked at, but for whether there are any.
+  explicit RowFields(std::string_view row, int limit = most);
 
-  [[nodiscard]] int count() const { return m_count; }
+  // At most one more than the limit.
+  [[nodiscard]] int count() const { return m_count + (m_hasMore ? 1 : 0); }
   // Empty when there is no such field.
   [[nodiscard]] std::string_view operator[](int field) const {
-    return isKept(field) ? m_texts[static_cast<std::size_t>(field)] : std::string_view();
+    return has(field) ? std::string_view(m_fields[field].start, m_fields[field].length) : std::string_view();
   }
   // Whether so many fields from one on are there and are plain numbers, which every reader reads alike.
   [[nodiscard]] bool arePlain(int first, int count) const;
   [[nodiscard]] bool isInteger(int field) const {
-    return isKept(field) && m_kinds[static_cast<std::size_t>(field)] == FieldKind::integer;
+    return has(field) && m_fields[field].kind == FieldKind::integer;
   }
+  // Whether a field that is no plain number holds one of ( / { }.
+  [[nodiscard]] bool holdsMarks() const { return m_holdsMarks; }
   // The whole field as a finite number in single precision.
   [[nodiscard]] std::optional<float> number(int field) const;
   // The whole field as an integer; "3.0" is one too.
@@ -36,14 +38,22 @@ class RowFields {
   [[nodiscard]] std::string_view from(int field) const;
 
  private:
-  [[nodiscard]] bool isKept(int field) const {
-    return field >= 0 && field < m_count && static_cast<std::size_t>(field) < most;
-  }
+  struct Field {
+    const char* start;
+    std::uint64_t digits;  // of a plain number, the point left out
+    std::size_t length;
+    std::uint32_t decimals;
+    FieldKind kind;
+  };
+
+  [[nodiscard]] bool has(int field) const { return field >= 0 && field < m_count; }
+  const char* take(const char* c, const char* end, Field& field);
 
   std::string_view m_row;
-  std::array<std::string_view, most> m_texts;
-  std::array<FieldKind, most> m_kinds;
+  Field m_fields[most];  // those behind the count hold nothing
   int m_count = 0;
+  bool m_hasMore = false;
+  bool m_holdsMarks = false;
 };
 
 // A whole text as a finite number in single precision; a "+" may stand in front.

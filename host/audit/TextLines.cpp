@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -68,11 +69,17 @@ std::string utf8OfUtf16(std::string_view bytes, bool isBigEndian) {
 }  // namespace
 
 bool isAscii(std::string_view text) {
-  unsigned char all = 0;
-  for (const char c : text) {
-    all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
+  constexpr std::uint64_t highBits = 0x8080808080808080;
+  std::uint64_t all = 0;
+  for (; text.size() >= sizeof all; text.remove_prefix(sizeof all)) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text.data(), sizeof eight);
+    all |= eight;
   }
-  return all < 0x80;
+  for (const char c : text) {
+    all |= static_cast<unsigned char>(c);
+  }
+  return (all & highBits) == 0;
 }
 
 TextEncoding::TextEncoding(std::string_view bytes) : m_text(bytes) {
@@ -98,7 +105,8 @@ CString TextEncoding::asMeant(std::string_view part) const {
 TextLines::TextLines(std::string_view text)
     : m_next(text.data()),
       m_end(text.data() + text.size()),
-      m_hasZeros(text.find('\0') != std::string_view::npos) {}
+      m_hasZeros(text.find('\0') != std::string_view::npos),
+      m_hasReturns(text.find('\r') != std::string_view::npos) {}
 
 void TextLines::skipLineEnds() {
   for (; m_next != m_end && (*m_next == '\n' || *m_next == '\r'); ++m_next) {
@@ -116,9 +124,11 @@ bool TextLines::next(TextLine& line) {
   const auto room = static_cast<std::size_t>((std::min)(m_end - m_next, longest));
   const auto* end = static_cast<const char*>(std::memchr(m_next, '\n', room));
   end = end != nullptr ? end : m_next + room;
-  const auto* carriage =
-      static_cast<const char*>(std::memchr(m_next, '\r', static_cast<std::size_t>(end - m_next)));
-  end = carriage != nullptr ? carriage : end;
+  if (m_hasReturns) {
+    const auto* carriage =
+        static_cast<const char*>(std::memchr(m_next, '\r', static_cast<std::size_t>(end - m_next)));
+    end = carriage != nullptr ? carriage : end;
+  }
   line.text = {m_next, static_cast<std::size_t>(end - m_next)};
   line.number = m_number;
   line.isClosed = end != m_end || end - m_next == longest;

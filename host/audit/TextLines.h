@@ -56,6 +56,7 @@ class TextLines {
   const char* m_end;
   int m_number = 1;
   bool m_hasZeros;
+  bool m_hasReturns;
 };
 
 }  // namespace host
