@@ -210,11 +210,11 @@ void CtfWalk::leave(const TextLine& line) {
 }
 
 void CtfWalk::takeDipoleLine(const TextLine& line) {
-  constexpr int dipoleFields = 8;
-  constexpr int movingFields = 12;
+  const int limit = section().kind == CtfKind::moving ? 12 : 8;  // fields of a usual row
   if (const std::optional<NumberedRow> row = numberedRow(line.text)) {
-    const RowFields fields(row->rest, section().kind == CtfKind::moving ? movingFields : dipoleFields);
-    if (!(fields.holdsMarks() || fields.count() > movingFields) || !holdsMarks(line.text)) {
+    const RowFields fields(row->rest, limit);
+    const bool mayHoldMarks = fields.holdsMarks() || fields.count() > limit;
+    if (!mayHoldMarks || !holdsMarks(line.text)) {
       takeRow(line, *row, fields);
       return;
     }

@@ -79,7 +79,7 @@ bool MsiAudit::isRepairedByRows() const {
   return m_pass.dipolesOfFile() == static_cast<int>(m_reading.repairedSlots.size());
 }
 
-// The dipoles of the rows that the import refused; none when not all of them can be told, or fit into the set.
+// The dipoles of the rows that the import refused; none when not all of them can be told, or fit in.
 std::vector<LateDipole> MsiAudit::refusedDipoles() const {
   const int room = DipoleTable::capacity - m_pass.file().firstSlot;
   std::vector<LateDipole> late;

@@ -40,14 +40,13 @@ class RowFields {
  private:
   struct Field {
     const char* start;
-    std::uint64_t digits;  // of a plain number, the point left out
     std::size_t length;
-    std::uint32_t decimals;
     FieldKind kind;
   };
 
   [[nodiscard]] bool has(int field) const { return field >= 0 && field < m_count; }
   const char* take(const char* c, const char* end, Field& field);
+  const char* takeLong(const char* c, const char* end, Field& field);
 
   std::string_view m_row;
   Field m_fields[most];  // those behind the count hold nothing
