@@ -26,11 +26,6 @@ void follow(CSpherezq& backup, const Place& before, const Place& now) {
 
 }  // namespace
 
-Place scaledPlace(const float (&values)[3], float factor) {
-  const auto scaled = [factor](float value) { return static_cast<double>(value * factor); };
-  return {scaled(values[1]), scaled(values[2]), scaled(values[0])};
-}
-
 std::string counted(std::size_t count, std::string_view one) {
   std::string text = std::to_string(count) + " ";
   text.append(one);
@@ -61,10 +56,6 @@ AuditReport AuditPass::takeReport() {
     return std::pair(a.code, a.line) < std::pair(b.code, b.line);
   });
   return {std::move(m_findings), std::move(m_unknown)};
-}
-
-Place placeOf(const CDipoleszq& dipole) {
-  return of3(dipole.m_location);
 }
 
 void setPlace(CDipoleszq& dipole, const Place& place) {

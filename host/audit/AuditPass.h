@@ -15,7 +15,10 @@ using Place = std::array<double, 3>;
 
 // Three values along a file's axes (x to the nose, y to the left ear, z up) along those of the set, each
 // multiplied or divided in single precision as the import does.
-[[nodiscard]] Place scaledPlace(const float (&values)[3], float factor);
+[[nodiscard]] inline Place scaledPlace(const float (&values)[3], float factor) {
+  const auto scaled = [factor](float value) { return static_cast<double>(value * factor); };
+  return {scaled(values[1]), scaled(values[2]), scaled(values[0])};
+}
 
 // "1 dipole", "7 dipoles".
 [[nodiscard]] std::string counted(std::size_t count, std::string_view one);
@@ -89,7 +92,9 @@ class AuditPass {
 
 // The dipole's location or orientation, as it is shown and as it was first; the latter follows only when it
 // was the same.
-[[nodiscard]] Place placeOf(const CDipoleszq& dipole);
+[[nodiscard]] inline Place placeOf(const CDipoleszq& dipole) {
+  return {dipole.m_location[0], dipole.m_location[1], dipole.m_location[2]};
+}
 void setPlace(CDipoleszq& dipole, const Place& place);
 [[nodiscard]] Place orientationOf(const CDipoleszq& dipole);
 void setOrientation(CDipoleszq& dipole, const Place& orientation);

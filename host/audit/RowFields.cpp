@@ -4,6 +4,7 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <system_error>
 
@@ -57,36 +58,13 @@ constexpr std::uint64_t markFirst(std::uint64_t bytes, unsigned char byte) {
   return (zeros - eight(0x01)) & ~zeros & eight(0x80);
 }
 
-// The length of a plain number that is shorter than eight bytes and ends at a blank or a tab, seen at one
-// look; 0 for anything else. Eight bytes must be there. Nearly all numbers of a row are such, and a loop over
-// their bytes would guess wrong at the end of each.
-std::size_t lengthOfShort(const char* start, FieldKind& kind) {
-  std::uint64_t bytes = 0;
-  for (unsigned i = 0; i < 8; ++i) {  // one load where the first byte is the lowest one
-    bytes |= std::uint64_t{static_cast<unsigned char>(start[i])} << (8 * i);
-  }
-  const std::uint64_t blankMarks = markFirst(bytes, ' ') | markFirst(bytes, '\t');
-  const bool hasSign = *start == '-' || *start == '+';
-  if (blankMarks == 0) {
-    return 0;
-  }
-  const auto length = static_cast<std::size_t>(std::countr_zero(blankMarks)) / 8;
-  const std::uint64_t kept = (std::uint64_t{1} << (8 * length)) - 1;
-  const std::uint64_t fromZero = (bytes ^ eight('0')) & kept;  // 0 to 9 for digits
-  std::uint64_t others = (((fromZero & eight(0x7F)) + eight(0x76)) | fromZero) & eight(0x80);
-  others &= ~(hasSign ? std::uint64_t{0x80} : std::uint64_t{0});
-  const std::size_t first = hasSign ? 1 : 0;
-  if (length <= first) {
-    return 0;
-  }
-  if (others == 0) {
-    kind = FieldKind::integer;
-    return length;
-  }
-  const auto point = static_cast<std::size_t>(std::countr_zero(others)) / 8;
-  const bool isAlone = (others & (others - 1)) == 0;
-  kind = FieldKind::real;
-  return isAlone && point > first && start[point] == '.' ? length : 0;
+// The number of eight digits without a branch; each byte holds one, 0 to 9, the first in the lowest byte.
+constexpr std::uint32_t valueOfEight(std::uint64_t digits) {
+  constexpr std::uint64_t twoOfFour = 0x000000FF000000FF;
+  const std::uint64_t pairs = digits * 10 + (digits >> 8U);
+  return static_cast<std::uint32_t>(((pairs & twoOfFour) * (100 + (1000000ULL << 32U)) +
+                                     ((pairs >> 16U) & twoOfFour) * (1 + (10000ULL << 32U))) >>
+                                    32U);
 }
 
 // A mantissa and, when there are digits for it, an exponent. Beyond single precision it is infinite or zero.
@@ -124,8 +102,41 @@ RowFields::RowFields(std::string_view row, int limit) : m_row(row) {
 // Takes the field that begins at `c`, and returns what stands behind it.
 const char* RowFields::take(const char* c, const char* end, Field& field) {
   field.start = c;
-  field.length = end - c >= 8 ? lengthOfShort(c, field.kind) : 0;
-  return field.length != 0 ? c + field.length : takeLong(c, end, field);
+  field.isShort = false;
+  constexpr bool isFirstLowest = std::endian::native == std::endian::little;
+  return isFirstLowest && end - c >= 8 && takeShort(field) ? c + field.length : takeLong(c, end, field);
+}
+
+// A plain number that is shorter than eight bytes and ends at a blank or a tab, at one look; false for
+// anything else. Eight bytes must be there. Nearly all numbers of a row are such, and a loop over their bytes
+// would guess wrong at the end of each.
+bool RowFields::takeShort(Field& field) {
+  const char* const start = field.start;
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, start, sizeof bytes);
+  const std::uint64_t blankMarks = markFirst(bytes, ' ') | markFirst(bytes, '\t');
+  if (blankMarks == 0) {
+    return false;
+  }
+  const auto length = static_cast<unsigned>(std::countr_zero(blankMarks)) / 8;
+  const unsigned sign = *start == '-' || *start == '+' ? 1 : 0;
+  const auto lowest = [](unsigned count) { return (std::uint64_t{1} << (8 * count)) - 1; };
+  const std::uint64_t digits = (bytes ^ eight('0')) & lowest(length) & ~lowest(sign);  // 0 to 9 for digits
+  const std::uint64_t others = (((digits & eight(0x7F)) + eight(0x76)) | digits) & eight(0x80);
+  // Without a point it is as if one stood behind the number.
+  const unsigned point = others == 0 ? length : static_cast<unsigned>(std::countr_zero(others)) / 8;
+  const bool isPoint = others == 0 || ((others & (others - 1)) == 0 && start[point] == '.');
+  if (!isPoint || point <= sign) {
+    return false;
+  }
+  field.isShort = true;
+  field.kind = others == 0 ? FieldKind::integer : FieldKind::real;
+  field.length = length;
+  field.decimals = others == 0 ? 0 : length - point - 1;
+  const std::uint64_t behind = others == 0 ? 0 : (digits >> (8 * point) >> 8U) << (8 * point);
+  const unsigned count = point + field.decimals;  // of bytes without the point
+  field.digits = valueOfEight(((digits & lowest(point)) | behind) << (8 * (8 - count)));
+  return true;
 }
 
 // Byte by byte.
@@ -148,45 +159,25 @@ const char* RowFields::takeLong(const char* c, const char* end, Field& field) {
       m_holdsMarks = m_holdsMarks || *c == '(' || *c == '/' || *c == '{' || *c == '}';
     }
   }
-  field.length = static_cast<std::size_t>(c - field.start);
+  field.length = static_cast<std::uint32_t>(c - field.start);
   return c;
 }
 
-bool RowFields::arePlain(int first, int count) const {
-  if (first + count > m_count) {
-    return false;
+// As number() says, of a field that is not short.
+std::optional<float> RowFields::longNumber(const Field& field) {
+  constexpr std::uint32_t longest = 14;
+  const std::string_view text(field.start, field.length);
+  if (field.kind == FieldKind::other || field.length > longest) {
+    return singleOf(text);
   }
-  const Field* const begin = m_fields + first;
-  return std::none_of(begin, begin + count,
-                      [](const Field& field) { return field.kind == FieldKind::other; });
-}
-
-// The digits of a short plain number and the power of ten are exact as doubles, so that their quotient is
-// rounded once; with so few digits, rounding it once more, to single precision, gives what from_chars gives.
-std::optional<float> RowFields::number(int field) const {
-  constexpr std::size_t longest = 14;
-  constexpr double powers[longest] = {1e0, 1e1, 1e2, 1e3,  1e4,  1e5,  1e6,
-                                      1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13};
-  if (!has(field)) {
-    return std::nullopt;
-  }
-  const Field& found = m_fields[field];
-  if (found.kind == FieldKind::other || found.length > longest) {
-    return singleOf((*this)[field]);
-  }
-  const char* c = found.start;
-  const char* const end = c + found.length;
-  c += isDigit(*c) ? 0 : 1;  // a sign
   std::int64_t digits = 0;
-  for (; c != end && *c != '.'; ++c) {
-    digits = digits * 10 + (*c - '0');
+  for (const char c : text) {
+    digits = isDigit(c) ? digits * 10 + (c - '0') : digits;
   }
-  std::size_t decimals = 0;
-  for (c += c != end ? 1 : 0; c != end; ++c, ++decimals) {
-    digits = digits * 10 + (*c - '0');
-  }
-  const double magnitude = static_cast<double>(digits) / powers[decimals];
-  return static_cast<float>(*found.start == '-' ? -magnitude : magnitude);
+  const std::size_t point = text.find('.');
+  const std::size_t decimals = point != std::string_view::npos ? text.size() - point - 1 : 0;
+  const double magnitude = static_cast<double>(digits) / powersOfTen[decimals];
+  return static_cast<float>(text.front() == '-' ? -magnitude : magnitude);
 }
 
 std::optional<int> RowFields::wholeNumber(int field) const {

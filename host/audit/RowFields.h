@@ -24,14 +24,32 @@ class RowFields {
     return has(field) ? std::string_view(m_fields[field].start, m_fields[field].length) : std::string_view();
   }
   // Whether so many fields from one on are there and are plain numbers, which every reader reads alike.
-  [[nodiscard]] bool arePlain(int first, int count) const;
+  [[nodiscard]] bool arePlain(int first, int count) const {
+    bool arePlain = first + count <= m_count;
+    for (int field = first; arePlain && field < first + count; ++field) {
+      arePlain = m_fields[field].kind != FieldKind::other;
+    }
+    return arePlain;
+  }
   [[nodiscard]] bool isInteger(int field) const {
     return has(field) && m_fields[field].kind == FieldKind::integer;
   }
   // Whether a field that is no plain number holds one of ( / { }.
   [[nodiscard]] bool holdsMarks() const { return m_holdsMarks; }
   // The whole field as a finite number in single precision.
-  [[nodiscard]] std::optional<float> number(int field) const;
+  [[nodiscard]] std::optional<float> number(int field) const {
+    // The digits of a short plain number and the power of ten are exact as doubles, so that their quotient is
+    // rounded once; with so few digits, rounding it once more, to single precision, gives from_chars' result.
+    if (!has(field)) {
+      return std::nullopt;
+    }
+    const Field& found = m_fields[field];
+    if (!found.isShort) {
+      return longNumber(found);
+    }
+    const double magnitude = static_cast<double>(found.digits) / powersOfTen[found.decimals];
+    return static_cast<float>(*found.start == '-' ? -magnitude : magnitude);
+  }
   // The whole field as an integer; "3.0" is one too.
   [[nodiscard]] std::optional<int> wholeNumber(int field) const;
   // The rest of the row from a field on, without blanks around.
@@ -40,12 +58,20 @@ class RowFields {
  private:
   struct Field {
     const char* start;
-    std::size_t length;
+    std::uint32_t length;
+    std::uint32_t digits;    // of a short number, sign and point left out
+    std::uint32_t decimals;  // likewise
+    bool isShort;
     FieldKind kind;
   };
 
   [[nodiscard]] bool has(int field) const { return field >= 0 && field < m_count; }
   const char* take(const char* c, const char* end, Field& field);
+  static bool takeShort(Field& field);
+  static std::optional<float> longNumber(const Field& field);
+
+  static constexpr double powersOfTen[] = {1e0, 1e1, 1e2, 1e3,  1e4,  1e5,  1e6,
+                                           1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13};
   const char* takeLong(const char* c, const char* end, Field& field);
 
   std::string_view m_row;
