@@ -1,17 +1,23 @@
 #include "tool/DrawCommand.h"
 
-#include <cmath>
+#include <algorithm>
+#include <cstddef>
 #include <filesystem>
+#include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <system_error>
 
-#include "host/head/NiftiReader.h"
+#include "host/dipoles/DipoleScene.h"
+#include "host/dipoles/SetFiducials.h"
+#include "host/dipoles/ValueColors.h"
+#include "host/head/HeadFile.h"
+#include "host/head/Limits.h"
 #include "host/paint/PngFile.h"
-#include "host/picture/SliceCaption.h"
-#include "host/text/Numbers.h"
+#include "host/panes/ShownDipoles.h"
 #include "host/text/PathText.h"
+#include "tool/ArgumentCheck.h"
 #include "tool/FiducialPoints.h"
-#include "tool/FileInfo.h"
 #include "tool/Output.h"
 #include "tool/SliceList.h"
 #include "tool/Text.h"
@@ -21,70 +27,28 @@ namespace {
 
 constexpr const char* help =
     R"(Axial and coronal pictures show the patient's left on the right. Slice positions are
-millimetres in the head frame: axial y (up), coronal z (front), sagittal x (left). Coronal
-and sagittal slices show the dipoles within the overlap of the slice; an axial slice shows
-all dipoles between the level of the ears and the slice.
+millimetres in the head frame: axial y (up), coronal z (front), sagittal x (left). A slice shows
+the dipoles up to 5 mm from it; --tolerance says otherwise. With --module-slab an axial slice
+shows all dipoles between the level of the ears and the slice. Without --slice the three slices
+run through the strongest dipole that is shown; --slices-through all, or numbers of dipoles such
+as 3,7, gives a row of three for each. --slice may be given several times.
 
 The fiducial points are scanner millimetres (right, anterior, superior positive), from a text
-file with the lines "nasion x y z", "left x y z", "right x y z", or as three triples.
+file with the lines "nasion x y z", "left x y z", "right x y z", or as three triples. Without
+--fiducials they come from the file beside the MRI (head.fiducials for head.nii.gz), or from the
+dipole file when it was made with this MRI.
 
-A 3D picture (--3d) shows every dipole that is switched on as a ball with an arrow, the sphere of
-the fit and its fiducial points; with an MRI also one slice for each view, by default behind all
-dipoles. --slice moves the slices; what they hide is told.
+A 3D picture (--3d) shows the dipoles as balls with arrows, the sphere of the fit and the
+fiducial points; with an MRI also slices through the strongest dipole or those that --slice
+gives. Dipoles behind a slice shine through it and are counted.
 
 Examples:
   dipole draw auditory.dip --mri ch2.nii.gz --fiducials ch2.fiducials -o auditory.png
   dipole draw spikes.dip --mri head.nii.gz --fiducials "0,87,-40 -86,-20,-48 86,-20,-48" \
-      --slice axial:30,coronal:25 -o spikes.png
+      --slice axial:30,coronal:25 --color-by latency --max-error 10 -o spikes.png
   dipole draw spikes.dip --3d --view left -o left.png)";
 
-constexpr double largestHeadDifference = 10.0;  // mm between fiducial points: more is another head
-
-const CDipoleszq* strongestShown(const CDipoleFace9File& collection) {
-  const CDipoleszq* strongest = nullptr;
-  for (int i = 0; i < collection.m_totalDipoles; ++i) {
-    const CDipoleszq* dipole = collection.getDipole(i);
-    const bool isCandidate = dipole != nullptr && dipole->m_display == 1 && std::isfinite(dipole->m_moment);
-    if (isCandidate && (strongest == nullptr || std::abs(dipole->m_moment) > std::abs(strongest->m_moment))) {
-      strongest = dipole;
-    }
-  }
-  return strongest;
-}
-
-void setGlyphSize(CDipoleFace9File& collection, int pixels) {
-  for (int i = 0; i < collection.m_totalDipoles; ++i) {
-    if (CDipoleszq* dipole = collection.getDipole(i)) {
-      dipole->m_size = pixels;
-    }
-  }
-}
-
-double distance(const Point& a, const Point& b) {
-  return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
-}
-
-Point pointOf(const host::Vector3& vector) {
-  return {vector.x, vector.y, vector.z};
-}
-
-// The files bring the distances between their own fiducial points: they have to be those of this head.
-void warnOfAnotherHead(const FileInfo& info, const host::Fiducials& given) {
-  if (!info.mriFiducials || !info.headFiducials) {
-    return;
-  }
-  const FiducialTriple head = {pointOf(given.nasion), pointOf(given.leftEar), pointOf(given.rightEar)};
-  double worst = 0.0;
-  for (std::size_t i = 0; i < head.size(); ++i) {
-    const std::size_t j = (i + 1) % head.size();
-    const double own = distance(info.headFiducials->at(i), info.headFiducials->at(j));
-    worst = std::fmax(worst, std::abs(own - distance(head.at(i), head.at(j))));
-  }
-  if (worst > largestHeadDifference) {
-    tell("warning: the distances between the fiducial points differ by " + host::fixed(worst, 0) +
-         " mm from those in the dipole file: is this the same head?");
-  }
-}
+constexpr std::size_t slicesInRow = 3;
 
 std::string titleOf(const std::vector<std::string>& files) {
   const std::string first = std::filesystem::path(files.front()).filename().string();
@@ -92,40 +56,63 @@ std::string titleOf(const std::vector<std::string>& files) {
   return printable(first) + more;
 }
 
-std::string checkSlices(std::string& text) {
-  try {
-    (void)parseSlices(text);
-    return {};
-  } catch (const std::invalid_argument& error) {
-    return printable(error.what());
+// Says what each pane shows and leaves out.
+void tellOf(const host::PaneTexts& pane) {
+  const std::string name = pane.title == "3D" ? "3D picture" : pane.title + " slice at " + pane.place;
+  for (const host::CaptionLine& line : pane.lines) {
+    tell(name + ": " + line.text);
+  }
+  for (const host::CaptionLine& warning : pane.warnings) {
+    tell("warning: " + name + ": " + warning.text);
   }
 }
 
-std::string nameOf(const host::OverlayReport& report) {
-  return std::string(host::nameOf(report.view)) + " slice at " +
-         host::positionText(report.view, report.position);
-}
-
-void warnOfMissing(const host::SceneReport& report) {
-  tell("3D picture: " + host::countText(report));
-  for (const std::string& text : host::warningTexts(report)) {
-    tell("warning: 3D picture: " + text);
+// "all", or the numbers of dipoles. Throws std::invalid_argument.
+std::vector<int> parseNumbers(const std::string& text) {
+  std::vector<int> numbers;
+  if (text == "all") {
+    return numbers;
   }
+  std::istringstream parts(text);
+  for (std::string part; std::getline(parts, part, ',');) {
+    const std::optional<double> number = finiteNumber(part);
+    if (!number || *number != static_cast<int>(*number)) {
+      throw std::invalid_argument("\"" + text + "\": write all, or numbers of dipoles such as 3,7");
+    }
+    numbers.push_back(static_cast<int>(*number));
+  }
+  if (numbers.empty() || text.back() == ',') {
+    throw std::invalid_argument("write all, or numbers of dipoles such as 3,7");
+  }
+  return numbers;
 }
 
-// Says what the picture leaves out: per view, and dipoles that stand in no view at all.
-void warnOfMissing(const host::SlicePicture& picture, const FileInfo& info) {
-  for (const host::OverlayReport& view : picture.views) {
-    tell(nameOf(view) + ": " + host::countText(view));
-    for (const std::string& text : host::warningTexts(view)) {
-      tell("warning: " + nameOf(view) + ": " + text);
+std::vector<int> slotsNumbered(const host::PaneContents& contents, const std::string& text) {
+  const std::vector<int> shown = host::shownSlots(contents);
+  if (text == "all") {
+    return shown;
+  }
+  std::vector<int> slots;
+  for (const int number : parseNumbers(text)) {
+    const auto isMeant = [&](int slot) { return contents.dipoles.m_dipoles[slot]->m_number == number; };
+    const std::size_t before = slots.size();
+    std::copy_if(shown.begin(), shown.end(), std::back_inserter(slots), isMeant);
+    if (slots.size() == before) {
+      throw std::runtime_error("no dipole with the number " + std::to_string(number) + " is shown");
     }
   }
-  if (info.shownOnSlices < info.dipoles) {
-    tell("warning: " + std::to_string(info.dipoles - info.shownOnSlices) + " of " +
-         std::to_string(info.dipoles) +
-         " dipoles are switched off for slices by the flags of their files and are in no view");
+  return slots;
+}
+
+std::vector<host::SliceRow> inRows(const std::vector<host::SliceRequest>& slices) {
+  std::vector<host::SliceRow> rows;
+  for (std::size_t i = 0; i < slices.size(); ++i) {
+    if (i % slicesInRow == 0) {
+      rows.emplace_back();
+    }
+    rows.back().slices.push_back(slices[i]);
   }
+  return rows;
 }
 
 }  // namespace
@@ -139,23 +126,20 @@ DrawCommand::DrawCommand(CLI::App& program)
     return m_command->add_option(name, value, text)->type_name(type);
   };
   CLI::Option* mri = add("--mri", m_mri, "FILE", "The MRI: a NIfTI file (.nii, .nii.gz)");
-  CLI::Option* fiducials = add("--fiducials", m_fiducials, "FILE|POINTS",
-                               "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"");
-  mri->needs(fiducials);
-  fiducials->needs(mri);
-  add("--slice", m_slices, "VIEW:MM,...",
-      "One to three slices; without it three through the strongest dipole")
-      ->check(CLI::Validator(checkSlices, ""));
+  add("--fiducials", m_fiducials, "FILE|POINTS",
+      "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
+      ->needs(mri);
+  CLI::Option* slices = add("--slice", m_slices, "VIEW:MM,...", "Slices; may be given several times")
+                            ->needs(mri)
+                            ->expected(1)
+                            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+                            ->check(argumentCheck(parseSlices));
+  add("--slices-through", m_through, "all|N,...", "Three slices through each of these dipoles that is shown")
+      ->needs(mri)
+      ->excludes(slices)
+      ->check(argumentCheck(parseNumbers));
   add("-o,--output", m_output, "FILE", "The picture to write")->required();
-  add("--overlap", m_overlapMm, "MM", "Show dipoles up to MM from coronal and sagittal slices; 0 to 1000")
-      ->check(CLI::Range(0.0, 1000.0).description(""))
-      ->capture_default_str();
-  add("--glyph", m_glyph, "PX", "Side of a dipole's square in pixels; 1 to 64")
-      ->check(CLI::Range(1, 64).description(""))
-      ->capture_default_str();
-  add("--mm-per-pixel", m_mmPerPixel, "MM", "Size of a pixel; 0.1 to 5")
-      ->check(CLI::Range(0.1, 5.0).description(""))
-      ->capture_default_str();
+  m_picture.addTo(*m_command);
   m_scene.addTo(*m_command);
   m_command->final_callback([this] { checkArguments(); });
 }
@@ -165,20 +149,15 @@ void DrawCommand::checkArguments() const {
   if (m_mri.empty() && !m_scene.isWanted()) {
     throw CLI::RequiredError("--mri");
   }
-  if (m_mri.empty() && !m_slices.empty()) {
-    throw CLI::RequiresError("--slice", "--mri");
-  }
 }
 
 bool DrawCommand::wouldOverwriteInput() const {
   std::vector<std::string> inputs = m_import.names();
-  if (!m_mri.empty()) {
-    inputs.push_back(m_mri);
-    inputs.push_back(m_fiducials);
-  }
+  inputs.push_back(m_mri);
+  inputs.push_back(m_fiducials);
   for (const std::string& input : inputs) {
     std::error_code error;  // one that does not exist is not overwritten
-    if (std::filesystem::equivalent(input, m_output, error)) {
+    if (!input.empty() && std::filesystem::equivalent(input, m_output, error)) {
       tell("the picture " + m_output + " would overwrite the input " + input);
       return true;
     }
@@ -186,82 +165,125 @@ bool DrawCommand::wouldOverwriteInput() const {
   return false;
 }
 
-std::vector<host::SliceRequest> DrawCommand::requests(const ImportSession& session) const {
+// With the points that are given, else those beside the MRI, else those that the dipole file brings.
+host::Head DrawCommand::readHead(const CDipoleFace& set) const {
+  if (m_mri.empty()) {
+    return host::noHead();
+  }
+  std::optional<host::Fiducials> points;
+  if (!m_fiducials.empty()) {
+    points = readFiducials(m_fiducials);
+    (void)host::HeadFrame(*points);  // a mistake in them is told before a large MRI is read
+  }
+  host::OpenedHead opened = host::openHead(host::textOf(std::filesystem::path(m_mri)));
+  host::Head& head = opened.head;
+  if (!points && !head.isRegistered()) {
+    try {
+      points = host::fiducialsOfSet(set, *head.volume);
+      tell("fiducial points: those of the dipole file");
+    } catch (const std::runtime_error& error) {
+      const std::string beside = opened.notice.empty() ? "no file of them is beside the MRI" : opened.notice;
+      throw std::runtime_error("no fiducial points: " + beside + "; " + error.what() +
+                               "; --fiducials gives them");
+    }
+  }
+  if (points) {
+    head.frame = host::frameIn(*head.volume, *points);
+    head.fiducials = points;
+  }
+  return std::move(opened.head);
+}
+
+std::vector<host::SliceRow> DrawCommand::rows(const host::PaneContents& contents) const {
   if (!m_slices.empty()) {
-    return parseSlices(m_slices);
+    std::vector<host::SliceRequest> slices;
+    for (const std::string& text : m_slices) {
+      const std::vector<host::SliceRequest> more = parseSlices(text);
+      slices.insert(slices.end(), more.begin(), more.end());
+    }
+    return inRows(slices);
   }
-  const CDipoleszq* dipole = strongestShown(session.collection());
-  if (dipole == nullptr) {
-    throw std::runtime_error("no dipole is shown on slices; choose the slices with --slice");
+  const std::string none = "no dipole is shown on slices; choose the slices with --slice";
+  if (m_through.empty()) {
+    const int strongest = host::strongestSlot(contents);
+    if (strongest < 0) {
+      throw std::runtime_error(none);
+    }
+    return {{"", host::slicesThrough(host::placeOf(*contents.dipoles.m_dipoles[strongest]))}};
   }
-  const double(&at)[3] = dipole->m_location;
-  return {{host::View::axial, at[1]}, {host::View::coronal, at[2]}, {host::View::sagittal, at[0]}};
+  std::vector<host::SliceRow> rows;
+  for (const int slot : slotsNumbered(contents, m_through)) {
+    rows.push_back(host::rowThrough(contents, slot));
+  }
+  if (rows.empty()) {
+    throw std::runtime_error(none);
+  }
+  return rows;
 }
 
-host::Volume DrawCommand::readMri() const {
-  host::Volume volume = host::readNifti(m_mri);
-  if (!volume.sidesStated()) {
-    tell("warning: " + m_mri + " does not say which side of it is left: sides in the picture are assumed");
+host::PageTexts DrawCommand::textsOf(const ImportSession& session, const host::PaneContents& contents) const {
+  host::PageTexts texts;
+  texts.title = titleOf(m_import.names());
+  texts.patientId = printable(session.patient());
+  texts.settings = host::filterTexts(contents);
+  if (!m_scene.isWanted()) {
+    texts.settings.push_back(host::toleranceText(contents));
   }
-  return volume;
+  if (contents.head.isRegistered()) {
+    if (const std::string mismatch = host::headMismatch(contents.dipoles, *contents.head.fiducials);
+        !mismatch.empty()) {
+      tell("warning: " + mismatch);
+      texts.wrong.push_back(mismatch);
+    }
+  }
+  return texts;
 }
 
-void DrawCommand::drawSlices(ImportSession& session, const host::Fiducials& fiducials) const {
-  const FileInfo info(m_import.names().front(), session);
-  const std::vector<host::SliceRequest> slices = requests(session);
-  const host::HeadFrame frame(fiducials);
-  warnOfAnotherHead(info, fiducials);
-  const host::Volume volume = readMri();
-  setGlyphSize(session.collection(), m_glyph);
-  host::SlicePictureOptions options;
-  options.mmPerPixel = m_mmPerPixel;
-  options.overlapMm = m_overlapMm;
-  options.title = titleOf(m_import.names());
-  options.patientId = printable(session.patient());
-  const host::SlicePicture picture = host::drawSlices(session.collection(), volume, frame, slices, options);
-  host::writePng(picture.image, host::textOf(m_output));
-  warnOfMissing(picture, info);
-}
-
-void DrawCommand::drawScene(const ImportSession& session,
-                            const std::optional<host::Fiducials>& fiducials) const {
-  host::ScenePictureOptions options = m_scene.picture();
-  options.mmPerPixel = m_mmPerPixel;
-  options.title = titleOf(m_import.names());
-  options.patientId = printable(session.patient());
-  if (!m_slices.empty()) {
-    options.slices = parseSlices(m_slices);
+host::DipolePicture DrawCommand::draw(const ImportSession& session, host::PaneContents& contents) const {
+  const host::PageTexts texts = textsOf(session, contents);
+  if (!m_scene.isWanted()) {
+    return host::slicesPicture(contents, rows(contents), m_picture.mmPerPixel(), texts);
   }
-  host::ScenePicture picture;
-  if (fiducials) {
-    const host::HeadFrame frame(*fiducials);
-    warnOfAnotherHead(FileInfo(m_import.names().front(), session), *fiducials);
-    const host::Volume volume = readMri();
-    picture = host::drawScene(session.collection(), host::SceneHead{volume, frame}, options);
-  } else {
-    picture = host::drawScene(session.collection(), std::nullopt, options);
+  if (const int strongest = host::strongestSlot(contents); strongest >= 0) {
+    contents.crosshair = host::placeOf(*contents.dipoles.m_dipoles[strongest]);
   }
-  host::writePng(picture.image, host::textOf(m_output));
-  warnOfMissing(picture.report);
+  std::vector<host::SliceRequest> slices;
+  if (!m_slices.empty() || !m_through.empty()) {
+    for (const host::SliceRow& row : rows(contents)) {
+      slices.insert(slices.end(), row.slices.begin(), row.slices.end());
+    }
+  }
+  const host::ViewAngles angles = m_scene.angles().value_or(host::sideOfDipoles(contents));
+  return host::scenePicture(contents, angles, slices, m_picture.mmPerPixel(), texts);
 }
 
 int DrawCommand::run() const {
   if (wouldOverwriteInput()) {
     return exitUsage;
   }
-  std::optional<host::Fiducials> fiducials;
-  if (!m_fiducials.empty()) {
-    fiducials = readFiducials(m_fiducials);
-  }
   ImportSession session(m_import.files(), m_import.answers());
-  if (session.collection().m_totalDipoles == 0) {
+  CDipoleFace9File& set = session.collection();
+  if (set.m_totalDipoles == 0) {
     tell("nothing to draw: no dipole was imported");
     return exitFailure;
   }
-  if (m_scene.isWanted()) {
-    drawScene(session, fiducials);
-  } else {
-    drawSlices(session, fiducials.value());
+  m_picture.applyTo(set);
+  const host::Head head = readHead(set);
+  if (!head.volume->sidesStated()) {
+    tell("warning: " + m_mri + " does not say which side of it is left: sides in the picture are assumed");
+  }
+  host::ViewSettings settings = m_picture.settings();
+  settings.ballRadius = m_scene.ballRadius();
+  std::optional<host::ValueColors> colours;
+  if (settings.colourBy) {
+    colours.emplace(set, *settings.colourBy);
+  }
+  host::PaneContents contents{set, head, settings, {}, head.volume->window(), colours ? &*colours : nullptr};
+  contents.scale = host::textScale(m_picture.mmPerPixel());
+  const host::DipolePicture picture = draw(session, contents);
+  host::writePng(picture.image, host::textOf(m_output));
+  for (const host::PaneTexts& pane : picture.panes) {
+    tellOf(pane);
   }
   return session.isComplete() ? exitDone : exitFailure;
 }

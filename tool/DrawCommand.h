@@ -2,13 +2,14 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "host/picture/SlicePicture.h"
+#include "host/head/Head.h"
+#include "host/panes/DipolePicture.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
+#include "tool/PictureOptions.h"
 #include "tool/SceneOptions.h"
 
 namespace tool {
@@ -27,22 +28,21 @@ class DrawCommand {
 
  private:
   void checkArguments() const;
-  void drawSlices(ImportSession& session, const host::Fiducials& fiducials) const;
-  void drawScene(const ImportSession& session, const std::optional<host::Fiducials>& fiducials) const;
-  host::Volume readMri() const;
-  std::vector<host::SliceRequest> requests(const ImportSession& session) const;
   bool wouldOverwriteInput() const;
+  host::Head readHead(const CDipoleFace& set) const;
+  std::vector<host::SliceRow> rows(const host::PaneContents& contents) const;
+  host::PageTexts textsOf(const ImportSession& session, const host::PaneContents& contents) const;
+  host::DipolePicture draw(const ImportSession& session, host::PaneContents& contents) const;
 
   CLI::App* m_command;
   ImportOptions m_import;
+  PictureOptions m_picture;
   SceneOptions m_scene;
   std::string m_mri;
   std::string m_fiducials;
-  std::string m_slices;
+  std::vector<std::string> m_slices;
+  std::string m_through;
   std::string m_output;
-  double m_overlapMm = 5.0;
-  int m_glyph = 7;  // pixels
-  double m_mmPerPixel = 0.5;
 };
 
 }  // namespace tool

@@ -1,12 +1,13 @@
 #include "tool/SceneOptions.h"
 
-#include <charconv>
 #include <cmath>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
 
-#include "tool/Text.h"
+#include "host/head/Limits.h"
+#include "tool/ArgumentCheck.h"
+#include "tool/PictureOptions.h"
 
 namespace tool {
 namespace {
@@ -37,24 +38,14 @@ host::ViewAngles anglesOf(std::string_view name) {
 }
 
 double degreesOf(const std::string& text, std::string_view part, double most) {
-  double value = 0.0;
-  const auto result = std::from_chars(part.data(), part.data() + part.size(), value);
-  if (result.ec != std::errc() || result.ptr != part.data() + part.size()) {
+  const std::optional<double> value = finiteNumber(part);
+  if (!value) {
     fail(text, "write YAW,PITCH in degrees, such as 60,20");
   }
-  if (!(std::abs(value) <= most)) {
+  if (std::abs(*value) > most) {
     fail(text, "yaw lies between -360 and 360, pitch between -90 and 90 degrees");
   }
-  return value;
-}
-
-std::string checkAngles(std::string& text) {
-  try {
-    (void)parseAngles(text);
-    return {};
-  } catch (const std::invalid_argument& error) {
-    return printable(error.what());
-  }
+  return *value;
 }
 
 }  // namespace
@@ -69,35 +60,32 @@ host::ViewAngles parseAngles(const std::string& text) {
 }
 
 void SceneOptions::addTo(CLI::App& command) {
-  CLI::Option* is3d =
-      command.add_flag("--3d", m_is3d, "Draw a 3D picture; --mri and --fiducials may be left out");
-  CLI::Option* view =
-      command.add_option("--view", m_view, "With --3d: from left, right, front, back, top or bottom")
-          ->type_name("SIDE")
-          ->check(CLI::IsMember(standpointNames()).description(""))
-          ->capture_default_str()
-          ->needs(is3d);
+  CLI::Option* is3d = command.add_flag("--3d", m_is3d, "Draw a 3D picture; --mri may be left out");
+  CLI::Option* view = command
+                          .add_option("--view", m_view,
+                                      "With --3d: from left, right, front, back, top or bottom; else from the "
+                                      "side where the dipoles lie")
+                          ->type_name("SIDE")
+                          ->check(CLI::IsMember(standpointNames()).description(""))
+                          ->needs(is3d);
   command
       .add_option("--angles", m_angles, "With --3d: yaw and pitch in degrees: 0,0 front, 90,0 left, 0,90 top")
       ->type_name("YAW,PITCH")
-      ->check(CLI::Validator(checkAngles, ""))
+      ->check(argumentCheck(parseAngles))
       ->needs(is3d)
       ->excludes(view);
   command.add_option("--ball", m_ballMm, "With --3d: radius of a dipole's ball in mm; 0.1 to 50")
       ->type_name("MM")
-      ->check(CLI::Range(0.1, 50.0).description(""))
+      ->check(CLI::Range(host::smallestBall, host::largestBall).description(""))
       ->capture_default_str()
       ->needs(is3d);
-  command.add_flag("--no-arrows", m_noArrows, "With --3d: no arrows along the orientations")->needs(is3d);
 }
 
-host::ScenePictureOptions SceneOptions::picture() const {
-  host::ScenePictureOptions options;
-  options.angles = m_angles.empty() ? anglesOf(m_view) : parseAngles(m_angles);
-  options.style.ballRadius = m_ballMm;
-  options.style.showArrows = !m_noArrows;
-  options.style.showCurrent = false;  // of no meaning outside of a viewer: the last dipole of the file
-  return options;
+std::optional<host::ViewAngles> SceneOptions::angles() const {
+  if (!m_angles.empty()) {
+    return parseAngles(m_angles);
+  }
+  return m_view.empty() ? std::nullopt : std::optional(anglesOf(m_view));
 }
 
 }  // namespace tool

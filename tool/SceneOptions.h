@@ -2,9 +2,10 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <string>
 
-#include "host/picture/ScenePicture.h"
+#include "host/paint/SceneCamera.h"
 
 namespace tool {
 
@@ -14,16 +15,15 @@ class SceneOptions {
   void addTo(CLI::App& command);
 
   bool isWanted() const { return m_is3d; }
-
-  // Angles, balls and arrows; all else as it is by default.
-  host::ScenePictureOptions picture() const;
+  double ballRadius() const { return m_ballMm; }
+  // Nothing: the side where the dipoles lie.
+  std::optional<host::ViewAngles> angles() const;
 
  private:
   bool m_is3d = false;
-  std::string m_view = "front";
-  std::string m_angles;  // empty: m_view tells
+  std::string m_view;
+  std::string m_angles;
   double m_ballMm = 2.5;
-  bool m_noArrows = false;
 };
 
 // "YAW,PITCH" in degrees, as host::ViewAngles has them: yaw -360 to 360, pitch -90 to 90. Throws

@@ -1,16 +1,16 @@
 #include "tool/SliceList.h"
 
-#include <charconv>
 #include <cmath>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
 
+#include "host/head/Limits.h"
+#include "tool/PictureOptions.h"
+
 namespace tool {
 namespace {
-
-constexpr double farthest = 300.0;  // mm: no head is larger
-constexpr std::size_t mostViews = 3;
 
 [[noreturn]] void fail(const std::string& part, const std::string& cause) {
   throw std::invalid_argument("slice \"" + part + "\": " + cause);
@@ -30,15 +30,14 @@ host::View viewOf(const std::string& part, std::string_view name) {
 }
 
 double positionOf(const std::string& part, std::string_view text) {
-  double value = 0.0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (result.ec != std::errc() || result.ptr != text.data() + text.size()) {
+  const std::optional<double> value = finiteNumber(text);
+  if (!value) {
     fail(part, "the position is a number of millimetres");
   }
-  if (!(std::abs(value) <= farthest)) {
+  if (std::abs(*value) > host::headReach) {
     fail(part, "the position lies between -300 and 300 mm");
   }
-  return value;
+  return *value;
 }
 
 host::SliceRequest parseSlice(const std::string& part) {
@@ -58,8 +57,8 @@ std::vector<host::SliceRequest> parseSlices(const std::string& text) {
   for (std::string part; std::getline(parts, part, ',');) {
     slices.push_back(parseSlice(part));
   }
-  if (slices.empty() || slices.size() > mostViews || text.back() == ',') {
-    throw std::invalid_argument("one to three slices can be drawn, separated by commas");
+  if (slices.empty() || text.back() == ',') {
+    throw std::invalid_argument("slices are separated by commas, such as axial:58,coronal:12");
   }
   return slices;
 }

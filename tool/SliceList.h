@@ -4,12 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "host/picture/SlicePicture.h"
+#include "host/picture/View.h"
 
 namespace tool {
 
-// One to three views, each with its position in mm in the head frame (axial y, coronal z, sagittal x), no
-// farther than 300 mm from the origin. Throws std::invalid_argument that names the part and the cause.
+// One view or more, each with its position in mm in the head frame (axial y, coronal z, sagittal x), no
+// farther from the origin than host::headReach. Throws std::invalid_argument that names the part and the
+// cause.
 std::vector<host::SliceRequest> parseSlices(const std::string& text);
 
 }  // namespace tool

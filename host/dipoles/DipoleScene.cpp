@@ -4,12 +4,13 @@
 #include <cmath>
 #include <cstdint>
 
+#include "host/head/Limits.h"
+
 namespace host {
 
 namespace {
 
 constexpr double farthestPlace = 100'000.0;  // mm
-constexpr double longestArrow = 1000.0;      // mm
 
 Vector3 vectorOf(const double (&values)[3]) {
   return {values[0], values[1], values[2]};
@@ -20,11 +21,11 @@ std::uint8_t byteOf(float part) {
   return part > 0.0F ? static_cast<std::uint8_t>(std::lround((std::min)(part * 256.0F, 255.0F))) : 0;
 }
 
-void addDipole(DipoleScene& scene, int slot, const CDipoleszq& dipole, Rgb colour) {
+void addDipole(DipoleScene& scene, int slot, const CDipoleszq& dipole, const SceneChoice& choice) {
   ++scene.shown;
   const Vector3 place = placeOf(dipole);
   if (isPlace(place))
-    scene.dipoles.push_back({slot, place, colour, arrowOf(dipole)});
+    scene.dipoles.push_back({slot, place, choice.colourOf(dipole), choice.arrowOf(dipole)});
   else
     ++scene.nowhere;
 }
@@ -81,7 +82,7 @@ Vector3 arrowOf(const CDipoles& dipole) {
       dipole.m_showOrientation != 0 && dipole.m_orientationLength > 0.0 && size > 0.0 && std::isfinite(size);
   if (!isDrawn)
     return {};
-  const double mm = (std::min)(dipole.m_orientationLength, longestArrow);
+  const double mm = (std::min)(dipole.m_orientationLength, longestLength);
   return Vector3{orientation.x / size, orientation.y / size, orientation.z / size} * mm;
 }
 
@@ -92,8 +93,8 @@ Rgb ownColour(const CDipoles& dipole) {
 
 DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles) {
   return sceneOf(
-      dipoles,
-      {[&](int slot, const CDipoleszq& dipole) { return isSwitchedOn(dipoles, slot, dipole); }, ownColour});
+      dipoles, {[&](int slot, const CDipoleszq& dipole) { return isSwitchedOn(dipoles, slot, dipole); },
+                ownColour, arrowOf});
 }
 
 DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles, const SceneChoice& choice) {
@@ -104,7 +105,7 @@ DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles, const SceneChoice& choi
       continue;
     ++scene.total;
     if (choice.isShown(slot, *dipole))
-      addDipole(scene, slot, *dipole, choice.colourOf(*dipole));
+      addDipole(scene, slot, *dipole, choice);
     else
       ++scene.switchedOff;
   }

@@ -67,6 +67,7 @@ struct DipoleScene {
 struct SceneChoice {
   std::function<bool(int slot, const CDipoleszq& dipole)> isShown;
   std::function<Rgb(const CDipoleszq& dipole)> colourOf;
+  std::function<Vector3(const CDipoleszq& dipole)> arrowOf;  // from the place to the tip; zero: none
 };
 [[nodiscard]] DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles, const SceneChoice& choice);
 

@@ -13,37 +13,17 @@ bool isInLatencyWindow(const CDipoleFace3On3DView& set, const CDipoleszq& dipole
           dipole.m_latency <= settings.latency.to);
 }
 
-Visibility judge(bool isOn, const CDipoleFace3On3DView& set, const CDipoleszq& dipole,
-                 const ViewSettings& settings) {
-  if (!isOn)
+}  // namespace
+
+Visibility visibilityOf(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
+                        const ViewSettings& settings) {
+  if (dipole.m_display != 1 || !isSwitchedOn(set, slot, dipole))
     return Visibility::switchedOff;
   const std::uint8_t unknown = settings.unknown == nullptr ? std::uint8_t{0} : settings.unknown->of(dipole);
   const bool isLatencyUnknown = (unknown & static_cast<std::uint8_t>(DipoleValue::latency)) != 0;
   if (!settings.filter.passes(dipole, unknown) || !isInLatencyWindow(set, dipole, isLatencyUnknown, settings))
     return Visibility::filtered;
   return isPlace(placeOf(dipole)) ? Visibility::shown : Visibility::nowhere;
-}
-
-}  // namespace
-
-Visibility visibilityOf(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
-                        const ViewSettings& settings) {
-  return judge(isSwitchedOn(set, slot, dipole), set, dipole, settings);
-}
-
-Visibility visibilityOnSlices(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
-                              const ViewSettings& settings) {
-  return judge(dipole.m_display == 1 && isSwitchedOn(set, slot, dipole), set, dipole, settings);
-}
-
-bool isVisible(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
-               const ViewSettings& settings) {
-  return visibilityOf(set, slot, dipole, settings) == Visibility::shown;
-}
-
-bool isVisibleOnSlices(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
-                       const ViewSettings& settings) {
-  return visibilityOnSlices(set, slot, dipole, settings) == Visibility::shown;
 }
 
 void VisibleCount::add(Visibility visibility) {

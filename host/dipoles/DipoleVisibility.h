@@ -1,4 +1,4 @@
-// Which dipoles the viewer shows: the module's switches first, then the user's filter and latency window.
+// Which dipoles are shown: the module's switches first, then the user's filter and latency window.
 #pragma once
 
 #include "host/dipoles/ViewSettings.h"
@@ -8,23 +8,16 @@ namespace host {
 
 enum class Visibility {
   shown,
-  switchedOff,  // by its own switch or that of the whole set, or not the current one while only that is shown
+  switchedOff,  // by its own switches or that of the whole set, or not the current one while only that is shown
   filtered,     // by the filter, or by the latency window
   nowhere       // a coordinate is not a number, or beyond 100 m
 };
 
-// In 3D. The latency window counts while the set's m_showDipoleLatencySelected is on; a latency that is not a
-// number is outside of it.
+// In all pictures alike. A dipole is switched on when the module shows it in 3D (see isSwitchedOn) and on
+// slices (its m_display is 1). The latency window counts while the set's m_showDipoleLatencySelected is on; a
+// latency that is not a number is outside of it.
 [[nodiscard]] Visibility visibilityOf(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
                                       const ViewSettings& settings);
-// On slices a dipole must be switched on by its m_display too, which is 1 then.
-[[nodiscard]] Visibility visibilityOnSlices(const CDipoleFace3On3DView& set, int slot,
-                                            const CDipoleszq& dipole, const ViewSettings& settings);
-
-[[nodiscard]] bool isVisible(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
-                             const ViewSettings& settings);
-[[nodiscard]] bool isVisibleOnSlices(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
-                                     const ViewSettings& settings);
 
 // total = shown + switchedOff + filtered + nowhere.
 struct VisibleCount {
@@ -39,7 +32,6 @@ struct VisibleCount {
   friend bool operator==(const VisibleCount&, const VisibleCount&) = default;
 };
 
-// In 3D.
 [[nodiscard]] VisibleCount countVisible(const CDipoleFace3On3DView& set, const ViewSettings& settings);
 
 }  // namespace host

@@ -24,11 +24,15 @@ struct ViewSettings {
   // How far from a slice a dipole may lie to be drawn on it, mm; nothing: any distance. While the set's
   // m_showDipole2DOverlap is off a slice shows its own dipoles only, whatever is chosen here.
   std::optional<double> toleranceMm = 5.0;
-  int glyphPixels = 9;      // side of a dipole's square on slices, 1 to 64
+  int glyphPixels = 9;      // side of a dipole's square on slices, see host/head/Limits.h
   double ballRadius = 2.5;  // mm, of a dipole in 3D
   // What of the set's dipoles is unknown, and so neither passes a filter nor has a colour; null: nothing.
   const UnknownDipoles* unknown = nullptr;
   double thinnestSlice = 1.0;  // mm; "only this slice" reaches half of it to both sides
+  // Axial slices show, by the module's own rule, all dipoles from the level of the ears up to the slice.
+  bool moduleSlab = false;
+  bool arrowsByMoment = false;  // see DipoleArrows
+  bool showLabels = false;      // beside each dipole, in all panes
 };
 
 }  // namespace host

@@ -26,6 +26,8 @@ class Affine {
   [[nodiscard]] const Vector3& column(int index) const { return m_columns[index]; }
   [[nodiscard]] const Vector3& shift() const { return m_shift; }
 
+  friend bool operator==(const Affine&, const Affine&) = default;
+
  private:
   [[nodiscard]] Vector3 turn(const Vector3& direction) const;
 

@@ -16,6 +16,7 @@ struct Head {
   HeadFrame frame;                       // provisional while there are no fiducials: good for looking around
   std::optional<Fiducials> fiducials;    // scanner mm
   bool isPhantom = false;                // made up: nobody's head, so none that dipoles could belong to
+  bool isAbsent = false;                 // there is no MRI; the volume is one dark voxel
 
   // Dipoles are drawn over the MRI only when it is: in a provisional frame they would lie in wrong places.
   [[nodiscard]] bool isRegistered() const { return fiducials.has_value(); }

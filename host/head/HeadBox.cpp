@@ -5,11 +5,13 @@
 #include <cmath>
 #include <cstddef>
 
+#include "host/head/Limits.h"
+
 namespace host {
 
 namespace {
 
-constexpr int reach = 300;  // mm to either side of the origin
+constexpr int reach = static_cast<int>(headReach);  // mm to either side of the origin
 constexpr double visible = 0.1;
 
 // How many bright voxels lie in each mm along one axis.

@@ -14,7 +14,7 @@ struct HeadBox {
 
 // The box around what is brighter than the dark tenth of the grey window. Scattered bright voxels in the air
 // do not count. Both corners are the origin when nothing is bright. What lies farther from the origin than
-// 300 mm is left out.
+// headReach is left out.
 [[nodiscard]] HeadBox findHead(const Volume& volume, const HeadFrame& frame);
 
 }  // namespace host

@@ -23,18 +23,11 @@ HeadBox boxOrUsual(const Head& head) {
 
 }  // namespace
 
-bool isSameFrame(const HeadFrame& one, const HeadFrame& other) {
-  const Affine& a = one.toScanner();
-  const Affine& b = other.toScanner();
-  return a.column(0) == b.column(0) && a.column(1) == b.column(1) && a.column(2) == b.column(2) &&
-         a.shift() == b.shift();
-}
-
 HeadBox headBoxOf(const Head& head) {
   static std::mutex mutex;
   static std::optional<LastBox> last;
   const std::lock_guard lock(mutex);
-  if (!last || last->volume.lock() != head.volume || !isSameFrame(last->frame, head.frame))
+  if (!last || last->volume.lock() != head.volume || last->frame != head.frame)
     last = LastBox{head.volume, head.frame, boxOrUsual(head)};
   return last->box;
 }

@@ -10,6 +10,4 @@ namespace host {
 // origin. The box of the last head is kept: asking again costs nothing while volume and frame are the same.
 [[nodiscard]] HeadBox headBoxOf(const Head& head);
 
-[[nodiscard]] bool isSameFrame(const HeadFrame& one, const HeadFrame& other);
-
 }  // namespace host

@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "host/head/FiducialFile.h"
 #include "host/head/NiftiReader.h"
@@ -105,6 +106,14 @@ Head phantomHead() {
     return Head{"Phantom", std::make_shared<const Volume>(std::move(phantom.volume)),
                 HeadFrame(phantom.fiducials), phantom.fiducials, true};
   });
+}
+
+Head noHead() {
+  auto volume = std::make_shared<const Volume>(std::array<int, 3>{1, 1, 1}, std::vector<float>{0.0F}, Affine());
+  const HeadFrame frame = provisionalFrame(*volume);
+  Head head{"", std::move(volume), frame, std::nullopt};
+  head.isAbsent = true;
+  return head;
 }
 
 }  // namespace host

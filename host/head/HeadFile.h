@@ -25,6 +25,9 @@ struct OpenedHead {
 // "Phantom", registered.
 [[nodiscard]] Head phantomHead();
 
+// For dipoles without an MRI: absent, not registered, and not to be drawn.
+[[nodiscard]] Head noHead();
+
 // Around the middle of a volume, its directions those of the scanner: for a head without fiducial points.
 [[nodiscard]] HeadFrame provisionalFrame(const Volume& volume);
 

@@ -30,6 +30,8 @@ class HeadFrame {
   [[nodiscard]] const Affine& toScanner() const { return m_toScanner; }
   [[nodiscard]] const Affine& fromScanner() const { return m_fromScanner; }
 
+  friend bool operator==(const HeadFrame&, const HeadFrame&) = default;
+
  private:
   Affine m_toScanner;
   Affine m_fromScanner;

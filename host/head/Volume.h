@@ -19,6 +19,8 @@ struct GreyWindow {
   double high = 1.0;
 
   [[nodiscard]] std::uint8_t grey(double value) const;
+
+  friend bool operator==(const GreyWindow&, const GreyWindow&) = default;
 };
 
 class Volume {

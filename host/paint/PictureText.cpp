@@ -1,27 +1,39 @@
 #include "host/paint/PictureText.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace host {
 
-const StrokeFont& headFont() {
-  static const StrokeFont font(20);
-  return font;
+namespace {
+
+StrokeFont fontOf(double lineHeight, double scale) {
+  constexpr double smallest = 0.6;
+  constexpr double largest = 8.0;
+  return StrokeFont(scaledPixels(lineHeight, std::clamp(scale, smallest, largest)));
 }
 
-const StrokeFont& textFont() {
-  static const StrokeFont font(17);
-  return font;
+}  // namespace
+
+int scaledPixels(double pixels, double scale) {
+  return (std::max)(static_cast<int>(std::lround(pixels * scale)), 1);
 }
 
-const StrokeFont& noteFont() {
-  static const StrokeFont font(15);
-  return font;
+StrokeFont headFont(double scale) {
+  return fontOf(20.0, scale);
 }
 
-const StrokeFont& letterFont() {
-  static const StrokeFont font(26);
-  return font;
+StrokeFont textFont(double scale) {
+  return fontOf(17.0, scale);
+}
+
+StrokeFont noteFont(double scale) {
+  return fontOf(15.0, scale);
+}
+
+StrokeFont letterFont(double scale) {
+  return fontOf(26.0, scale);
 }
 
 void drawEdged(Image& image, const StrokeFont& font, int left, int top, std::string_view text, Rgb colour) {
@@ -46,20 +58,20 @@ void drawEdged(Image& image, const StrokeFont& font, int left, int top, std::str
 
 void TextBlock::add(const StrokeFont& font, std::string_view text, Rgb colour) {
   for (std::string& line : font.wrap(text, m_widest))
-    m_lines.push_back({&font, std::move(line), colour});
+    m_lines.push_back({font, std::move(line), colour});
 }
 
 int TextBlock::height() const {
   int height = 0;
   for (const Line& line : m_lines)
-    height += line.font->lineHeight() + lineGap;
+    height += line.font.lineHeight() + lineGap;
   return height;
 }
 
 void TextBlock::draw(Image& image, int left, int top) const {
   for (const Line& line : m_lines) {
-    line.font->draw(image, left, top, line.text, line.colour);
-    top += line.font->lineHeight() + lineGap;
+    line.font.draw(image, left, top, line.text, line.colour);
+    top += line.font.lineHeight() + lineGap;
   }
 }
 

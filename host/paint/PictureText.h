@@ -17,10 +17,14 @@ constexpr Rgb warningInk{255, 190, 70};
 constexpr Rgb letterInk{255, 255, 255};
 constexpr Rgb edgeInk{0, 0, 0};  // around what stands over a picture
 
-[[nodiscard]] const StrokeFont& headFont();
-[[nodiscard]] const StrokeFont& textFont();
-[[nodiscard]] const StrokeFont& noteFont();
-[[nodiscard]] const StrokeFont& letterFont();  // of the side letters
+// `scale` makes texts and marks larger than they are on a screen of 96 dots per inch; 0.6 to 8, beyond the
+// nearer end.
+[[nodiscard]] StrokeFont headFont(double scale = 1.0);
+[[nodiscard]] StrokeFont textFont(double scale = 1.0);
+[[nodiscard]] StrokeFont noteFont(double scale = 1.0);
+[[nodiscard]] StrokeFont letterFont(double scale = 1.0);  // of the side letters
+// That many pixels in a picture of that scale, at least 1.
+[[nodiscard]] int scaledPixels(double pixels, double scale);
 
 // Text over anything: a dark border keeps it legible over bright skin.
 void drawEdged(Image& image, const StrokeFont& font, int left, int top, std::string_view text, Rgb colour);
@@ -38,7 +42,7 @@ class TextBlock {
 
  private:
   struct Line {
-    const StrokeFont* font;
+    StrokeFont font;
     std::string text;
     Rgb colour;
   };

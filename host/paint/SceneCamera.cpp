@@ -5,13 +5,14 @@
 #include <numbers>
 #include <stdexcept>
 
+#include "host/head/Limits.h"
+
 namespace host {
 
 namespace {
 
 constexpr double leastScale = 0.05;
 constexpr double mostScale = 20.0;
-constexpr double farthestPan = 1000.0;  // mm
 
 void mustBeFinite(bool isFine) {
   if (!isFine)
@@ -101,8 +102,8 @@ void SceneCamera::setScale(double pixelsPerMm) {
 
 void SceneCamera::pan(double columns, double rows) {
   mustBeFinite(std::isfinite(columns) && std::isfinite(rows));
-  m_panRight = std::clamp(m_panRight + columns / m_scale, -farthestPan, farthestPan);
-  m_panUp = std::clamp(m_panUp - rows / m_scale, -farthestPan, farthestPan);
+  m_panRight = std::clamp(m_panRight + columns / m_scale, -longestLength, longestLength);
+  m_panUp = std::clamp(m_panUp - rows / m_scale, -longestLength, longestLength);
 }
 
 Vector3 SceneCamera::unproject(double column, double row) const {

@@ -1,12 +1,9 @@
 #include "host/panes/GreySlice.h"
 
-#include "host/head/HeadBoxOf.h"
-
 namespace host {
 
 bool GreySlice::isSampled(const Head& head, const SampleGrid& grid) const {
-  return m_key && m_key->volume == head.volume && isSameFrame(m_key->frame, head.frame) &&
-         m_key->grid == grid;
+  return m_key && m_key->volume == head.volume && m_key->frame == head.frame && m_key->grid == grid;
 }
 
 const Image& GreySlice::picture(const Head& head, const SampleGrid& grid, const GreyWindow& window) {
@@ -15,7 +12,7 @@ const Image& GreySlice::picture(const Head& head, const SampleGrid& grid, const 
     m_key.reset();
     m_values = sampleSlice(*head.volume, head.frame, grid);
   }
-  if (isNew || m_window.low != window.low || m_window.high != window.high) {
+  if (isNew || m_window != window) {
     m_picture = greyPicture(m_values, grid.columns, grid.rows, window);
     m_window = window;
   }

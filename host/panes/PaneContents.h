@@ -23,6 +23,14 @@ struct PaneContents {
   const ValueColors* colours = nullptr;
   // Points that the user has placed for a registration to come: nasion, left ear, right ear.
   std::array<std::optional<Vector3>, 3> marks{};
+  bool showCursor = true;   // the crosshair, and the ring around the current dipole
+  bool showCaption = true;  // title, counts and warnings over the picture; without them see texts()
+  double scale = 1.0;       // of texts and marks, see host/paint/PictureText.h
 };
+
+// The colour of a dipole in all panes.
+[[nodiscard]] Rgb colourOf(const PaneContents& contents, const CDipoles& dipole);
+// Throws std::invalid_argument when a coordinate of the crosshair is not within longestLength.
+void checkCrosshair(const PaneContents& contents);
 
 }  // namespace host

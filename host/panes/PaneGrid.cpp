@@ -1,15 +1,22 @@
 #include "host/panes/PaneGrid.h"
 
 #include <cmath>
+#include <stdexcept>
+
+#include "host/head/Limits.h"
 
 namespace host {
 
 namespace {
 
-constexpr double reach = 300.0;  // mm
-
 int whole(double pixels) {
   return static_cast<int>(std::lround(pixels));
+}
+
+int cellsOf(double mmPerPixel) {
+  if (!(mmPerPixel >= finestPixel && mmPerPixel <= coarsestPixel))
+    throw std::invalid_argument("a pixel must be 0.1 to 5 mm wide");
+  return 2 * static_cast<int>(std::ceil(headReach / mmPerPixel));
 }
 
 }  // namespace
@@ -18,11 +25,12 @@ PaneGrid::PaneGrid(View view, int width, int height, double mmPerPixel, const Ve
     : m_view(view),
       m_width(width),
       m_height(height),
-      m_geometry(mmPerPixel, {reach, reach, reach}),
+      m_mmPerPixel(mmPerPixel),
+      m_cells(cellsOf(mmPerPixel)),
       m_position(middle[axesOf(view).slab]) {
   const ViewAxes axes = axesOf(view);
-  m_origin = {whole((middle[axes.column] + m_geometry.halfExtent(axes.column)) / mmPerPixel - width * 0.5),
-              whole((m_geometry.halfExtent(axes.row) - middle[axes.row]) / mmPerPixel - height * 0.5)};
+  m_origin = {whole((middle[axes.column] + halfExtent()) / mmPerPixel - width * 0.5),
+              whole((halfExtent() - middle[axes.row]) / mmPerPixel - height * 0.5)};
 }
 
 SampleGrid PaneGrid::samples() const {
@@ -31,19 +39,29 @@ SampleGrid PaneGrid::samples() const {
 }
 
 Vector3 PaneGrid::headPoint(int column, int row) const {
-  return m_geometry.headPoint(m_view, m_position, m_origin.column + column, m_origin.row + row);
+  const ViewAxes axes = axesOf(m_view);
+  Vector3 head;
+  head[axes.slab] = m_position;
+  head[axes.column] = (m_origin.column + column + 0.5) * m_mmPerPixel - halfExtent();
+  head[axes.row] = halfExtent() - (m_origin.row + row + 0.5) * m_mmPerPixel;
+  return head;
 }
 
 PixelPoint PaneGrid::pixelAt(const Vector3& head) const {
   const ViewAxes axes = axesOf(m_view);
-  const double across = (head[axes.column] + m_geometry.halfExtent(axes.column)) / mmPerPixel();
-  const double down = (m_geometry.halfExtent(axes.row) - head[axes.row]) / mmPerPixel();
+  const double across = (head[axes.column] + halfExtent()) / m_mmPerPixel;
+  const double down = (halfExtent() - head[axes.row]) / m_mmPerPixel;
   return {static_cast<int>(std::floor(across)) - m_origin.column,
           static_cast<int>(std::floor(down)) - m_origin.row};
 }
 
 bool PaneGrid::isInPane(const PixelPoint& pixel) const {
   return pixel.column >= 0 && pixel.row >= 0 && pixel.column < m_width && pixel.row < m_height;
+}
+
+bool PaneGrid::holds(const Vector3& head) const {
+  const ViewAxes axes = axesOf(m_view);
+  return std::abs(head[axes.column]) < halfExtent() && std::abs(head[axes.row]) < halfExtent();
 }
 
 }  // namespace host

@@ -1,12 +1,9 @@
-// The pixels of a slice pane: a window on the grid of SliceGeometry that reaches 300 mm to each side of the
-// head's origin, so that the module's drawing, moved by whole pixels, falls into the pane's own pixels.
+// The pixels of a slice pane: a window on a grid that reaches headReach to each side of the head's origin,
+// which is the module's volume too, so that its drawing, moved by whole pixels, falls into the pane's own.
 #pragma once
-
-#include <optional>
 
 #include "host/head/Vector3.h"
 #include "host/paint/Image.h"
-#include "host/picture/SliceGeometry.h"
 #include "host/picture/SliceSampler.h"
 #include "host/picture/View.h"
 
@@ -15,14 +12,17 @@ namespace host {
 class PaneGrid {
  public:
   // The pane shows `middle` (mm, head frame) as nearly in its middle as whole pixels allow; the coordinate
-  // along the view's slab axis is that of the plane. mmPerPixel: 0.1 to 5.
+  // along the view's slab axis is that of the plane. Throws std::invalid_argument for pixels that are not
+  // from finestPixel to coarsestPixel.
   PaneGrid(View view, int width, int height, double mmPerPixel, const Vector3& middle);
 
   [[nodiscard]] View view() const { return m_view; }
   [[nodiscard]] double position() const { return m_position; }
-  [[nodiscard]] double mmPerPixel() const { return m_geometry.mmPerPixel(); }
-  [[nodiscard]] const SliceGeometry& geometry() const { return m_geometry; }
-  // The pixel of the geometry's grid that is the pane's first.
+  [[nodiscard]] double mmPerPixel() const { return m_mmPerPixel; }
+  // Cells of the grid along each axis, an even number, and mm from the origin to its ends.
+  [[nodiscard]] int cells() const { return m_cells; }
+  [[nodiscard]] double halfExtent() const { return m_cells * m_mmPerPixel * 0.5; }
+  // The pixel of the grid that is the pane's first.
   [[nodiscard]] PixelPoint origin() const { return m_origin; }
 
   [[nodiscard]] SampleGrid samples() const;
@@ -32,14 +32,15 @@ class PaneGrid {
   // pane.
   [[nodiscard]] PixelPoint pixelAt(const Vector3& head) const;
   [[nodiscard]] bool isInPane(const PixelPoint& pixel) const;
-  // Whether the module can draw there: less than 300 mm from the origin along both axes of the picture.
-  [[nodiscard]] bool holds(const Vector3& head) const { return m_geometry.holds(m_view, head); }
+  // Whether the module can draw there: less than headReach from the origin along both axes of the picture.
+  [[nodiscard]] bool holds(const Vector3& head) const;
 
  private:
   View m_view;
   int m_width;
   int m_height;
-  SliceGeometry m_geometry;
+  double m_mmPerPixel;
+  int m_cells;
   double m_position;
   PixelPoint m_origin;
 };

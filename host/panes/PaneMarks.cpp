@@ -7,23 +7,21 @@
 
 #include "host/paint/PictureText.h"
 #include "host/paint/SceneLine.h"
-#include "host/picture/SceneMarks.h"
+#include "host/picture/PictureMarks.h"
 #include "host/picture/ScenePainter.h"
-#include "host/picture/SliceCaption.h"
 
 namespace host {
 
 namespace {
 
-constexpr int margin = 6;  // pixels between the texts and the border
 constexpr Rgb crosshairColour{90, 200, 130};
 
 ScreenPoint centreOf(const PixelPoint& pixel) {
   return {pixel.column + 0.5, pixel.row + 0.5, 0.0};
 }
 
-void drawFineArrow(Image& image, const SliceArrow& arrow) {
-  constexpr double longestHead = 9.0;
+void drawFineArrow(Image& image, const SliceArrow& arrow, double scale) {
+  const double longestHead = 9.0 * scale;
   constexpr double headSlope = 0.45;  // half its width to its length
   const double size = std::hypot(arrow.columns, arrow.rows);
   const ScreenPoint from = centreOf(arrow.from);
@@ -35,7 +33,8 @@ void drawFineArrow(Image& image, const SliceArrow& arrow) {
     return {tip.column - head * (along - side * headSlope * down),
             tip.row - head * (down + side * headSlope * along), 0.0};
   };
-  for (const LineStyle& line : {LineStyle{edgeInk, 4.0, 0.7}, LineStyle{arrow.colour, 2.0}}) {
+  for (const LineStyle& line :
+       {LineStyle{edgeInk, 4.0 * scale, 0.7}, LineStyle{arrow.colour, 2.0 * scale}}) {
     drawLine(image, from, tip, line);
     drawLine(image, barb(1.0), tip, line);
     drawLine(image, barb(-1.0), tip, line);
@@ -53,26 +52,22 @@ void drawThinArrow(Image& image, const SliceArrow& arrow) {
 }
 
 // Beside the point, off the lines of a crosshair through it.
-void drawFiducialLetter(Image& image, const PixelPoint& at, char letter) {
-  constexpr int beside = 7;
-  const StrokeFont& font = noteFont();
+void drawFiducialLetter(Image& image, const PixelPoint& at, char letter, double scale) {
+  const int beside = scaledPixels(7.0, scale);
+  const StrokeFont font = noteFont(scale);
   drawEdged(image, font, at.column + beside, at.row - beside - font.lineHeight(), std::string(1, letter),
             fiducialColour(letter));
 }
 
-// What a text beside the letters at the top or the bottom may take; up to three stand there in 3D.
-int roomBesideLetter(const Image& image) {
-  return image.width() / 2 - 2 * margin - letterFont().lineHeight();
-}
-
 // Returns the first row that the warnings take, or that of the letter below them.
-int drawWarnings(Image& image, const std::vector<CaptionLine>& warnings) {
-  const StrokeFont& font = noteFont();
+int drawWarnings(Image& image, const std::vector<CaptionLine>& warnings, double scale) {
+  const StrokeFont font = noteFont(scale);
+  const int margin = scaledPixels(markMargin, scale);
   std::vector<CaptionLine> lines;
   for (const CaptionLine& warning : warnings)
     for (std::string& line : font.wrap(warning.text, (std::max)(image.width() - 2 * margin, 1)))
       lines.push_back({std::move(line), warning.colour});
-  const int lowest = image.height() - 2 * margin - letterFont().lineHeight();
+  const int lowest = image.height() - 2 * margin - letterFont(scale).lineHeight();
   int top = lowest - static_cast<int>(lines.size()) * font.lineHeight();
   const int first = top;
   for (const CaptionLine& line : lines) {
@@ -84,22 +79,27 @@ int drawWarnings(Image& image, const std::vector<CaptionLine>& warnings) {
 
 // The title and the lines below it, above the row that is taken and in no more than the upper part of the
 // picture: the head is worth more than its caption.
-void drawCaption(Image& image, const PaneTexts& texts, int takenRow) {
+void drawCaption(Image& image, const PaneTexts& texts, int takenRow, double scale) {
   constexpr double upperPart = 0.3;
-  constexpr int small = 300;  // pixels
-  const int letterFoot = 2 * margin + letterFont().lineHeight();
+  const double small = 300.0 * scale;  // pixels
+  const int margin = scaledPixels(markMargin, scale);
+  const int letterFoot = 2 * margin + letterFont(scale).lineHeight();
   const int lowest = (std::min)(takenRow, static_cast<int>(image.height() * upperPart));
   const bool isSmall = (std::min)(image.width(), image.height()) < small;
-  const StrokeFont& titleFont = isSmall ? textFont() : headFont();
-  const StrokeFont& font = isSmall ? noteFont() : textFont();
+  const StrokeFont titleFont = isSmall ? textFont(scale) : headFont(scale);
+  const StrokeFont font = isSmall ? noteFont(scale) : textFont(scale);
+  const int beside = roomBesideLetters(image, scale);
   int top = margin;
-  if (titleFont.width(texts.title) > roomBesideLetter(image) || top + titleFont.lineHeight() > lowest)
+  if (titleFont.width(texts.title) > beside || top + titleFont.lineHeight() > lowest)
     return;
   drawEdged(image, titleFont, margin, top, texts.title, ink);
   top += titleFont.lineHeight() + margin;
-  for (const CaptionLine& line : texts.lines) {
+  std::vector<CaptionLine> lines = texts.lines;
+  if (!texts.place.empty())
+    lines.insert(lines.begin(), {texts.place, ink});
+  for (const CaptionLine& line : lines) {
     const int width = font.width(line.text);
-    if (width > roomBesideLetter(image))
+    if (width > beside)
       top = (std::max)(top, letterFoot);
     if (width > image.width() - 2 * margin || top + font.lineHeight() > lowest)
       return;
@@ -123,87 +123,46 @@ void drawCrosshair(Image& image, const PixelPoint& at) {
         image.blendPixel(at.column, row, crosshairColour, strength);
 }
 
-void drawArrows(Image& image, const std::vector<SliceArrow>& arrows) {
+void drawArrows(Image& image, const std::vector<SliceArrow>& arrows, double scale) {
   constexpr std::size_t mostFine = 400;
   constexpr double shortest = 1.0;
   for (const SliceArrow& arrow : arrows) {
     if (std::hypot(arrow.columns, arrow.rows) < shortest)
       continue;
     if (arrows.size() <= mostFine)
-      drawFineArrow(image, arrow);
+      drawFineArrow(image, arrow, scale);
     else
       drawThinArrow(image, arrow);
   }
 }
 
-void drawCurrentRing(Image& image, const PixelPoint& at, int glyphPixels) {
-  const double radius = glyphPixels * 0.71 + 4.0;
-  drawRing(image, centreOf(at), radius, {edgeInk, 4.0});
-  drawRing(image, centreOf(at), radius, {letterInk, 2.0});
+void drawCurrentRing(Image& image, const PixelPoint& at, int glyphPixels, double scale) {
+  drawEdgedRing(image, centreOf(at), glyphPixels * 0.71 + 4.0 * scale, letterInk, scale);
 }
 
-void drawFiducialRing(Image& image, const PixelPoint& at, char letter) {
-  constexpr double radius = 6.0;
-  drawRing(image, centreOf(at), radius, {edgeInk, 4.0});
-  drawRing(image, centreOf(at), radius, {fiducialColour(letter), 2.0});
-  drawFiducialLetter(image, at, letter);
+void drawFiducialRing(Image& image, const PixelPoint& at, char letter, double scale) {
+  drawEdgedRing(image, centreOf(at), 6.0 * scale, fiducialColour(letter), scale);
+  drawFiducialLetter(image, at, letter, scale);
 }
 
-void drawFiducialCross(Image& image, const PixelPoint& at, char letter) {
-  constexpr double from = 3.0;  // pixels from the point
-  constexpr double to = 9.0;
+void drawFiducialCross(Image& image, const PixelPoint& at, char letter, double scale) {
+  const double from = 3.0 * scale;  // pixels from the point
+  const double to = 9.0 * scale;
   const ScreenPoint centre = centreOf(at);
-  for (const LineStyle& line : {LineStyle{edgeInk, 4.0}, LineStyle{fiducialColour(letter), 2.0}})
-    for (const auto& [columns, rows] : {std::pair{1.0, 0.0}, {-1.0, 0.0}, {0.0, 1.0}, {0.0, -1.0}})
-      drawLine(image, {centre.column + columns * from, centre.row + rows * from},
-               {centre.column + columns * to, centre.row + rows * to}, line);
-  drawFiducialLetter(image, at, letter);
+  for (const auto& [columns, rows] : {std::pair{1.0, 0.0}, {-1.0, 0.0}, {0.0, 1.0}, {0.0, -1.0}})
+    drawEdgedLine(image, {centre.column + columns * from, centre.row + rows * from},
+                  {centre.column + columns * to, centre.row + rows * to}, fiducialColour(letter), scale);
+  drawFiducialLetter(image, at, letter, scale);
 }
 
-int letterBorder(int width, int height) {
+int letterBorder(int width, int height, double scale) {
   // In small panes the letters stand over the picture: the head is worth more than the border then.
-  return std::clamp((std::min)(width, height) / 10, margin, margin + letterFont().lineHeight());
+  const int margin = scaledPixels(markMargin, scale);
+  return std::clamp((std::min)(width, height) / 10, margin, margin + letterFont(scale).lineHeight());
 }
 
-void drawSides(Image& image, View view) {
-  const StrokeFont& font = letterFont();
-  const SideLetters letters = sideLetters(view);
-  const auto draw = [&](char letter, int left, int top) {
-    drawEdged(image, font, left, top, std::string(1, letter), letterInk);
-  };
-  const auto widthOf = [&](char letter) { return font.width(std::string(1, letter)); };
-  const int middleRow = (image.height() - font.lineHeight()) / 2;
-  const auto middleColumn = [&](char letter) { return (image.width() - widthOf(letter)) / 2; };
-  draw(letters.left, margin, middleRow);
-  draw(letters.right, image.width() - margin - widthOf(letters.right), middleRow);
-  draw(letters.top, middleColumn(letters.top), margin);
-  draw(letters.bottom, middleColumn(letters.bottom), image.height() - margin - font.lineHeight());
-}
-
-void drawScaleBar(Image& image, double mmPerPixel) {
-  constexpr int gap = 6;
-  constexpr double leastBar = 12.0;
-  constexpr double tick = 4.0;
-  const StrokeFont& font = noteFont();
-  const double room = roomBesideLetter(image) - font.width("100 mm") - gap;
-  const double mm = scaleBarMm(1.0 / mmPerPixel, (std::min)(room, image.width() * 0.25));
-  const double pixels = mm / mmPerPixel;
-  if (pixels < leastBar || pixels > room)
-    return;
-  const double left = margin + 1.5;
-  const double right = left + pixels;
-  const double y = image.height() - margin - font.lineHeight() * 0.5;
-  for (const LineStyle& line : {LineStyle{edgeInk, 4.0}, LineStyle{ink, 2.0}}) {
-    drawLine(image, {left, y}, {right, y}, line);
-    drawLine(image, {left, y - tick}, {left, y + tick}, line);
-    drawLine(image, {right, y - tick}, {right, y + tick}, line);
-  }
-  drawEdged(image, font, static_cast<int>(right) + gap, image.height() - margin - font.lineHeight(),
-            std::to_string(static_cast<int>(mm)) + " mm", ink);
-}
-
-void drawPaneTexts(Image& image, const PaneTexts& texts) {
-  drawCaption(image, texts, drawWarnings(image, texts.warnings));
+void drawPaneTexts(Image& image, const PaneTexts& texts, double scale) {
+  drawCaption(image, texts, drawWarnings(image, texts.warnings, scale), scale);
 }
 
 }  // namespace host

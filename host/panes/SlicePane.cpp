@@ -8,87 +8,25 @@
 #include <string>
 #include <utility>
 
+#include "host/dipoles/DipoleArrows.h"
 #include "host/dipoles/DipoleScene.h"
 #include "host/dipoles/DipoleVisibility.h"
 #include "host/head/HeadBoxOf.h"
-#include "host/paint/BitmapCanvas.h"
+#include "host/head/Limits.h"
 #include "host/paint/PictureText.h"
 #include "host/panes/PaneFiducials.h"
+#include "host/panes/PaneLabels.h"
 #include "host/panes/PaneLegend.h"
 #include "host/panes/PaneWarnings.h"
-#include "host/picture/DipoleOverlay.h"
-#include "host/picture/DisplayOverride.h"
+#include "host/panes/SliceRule.h"
+#include "host/picture/PictureMarks.h"
 #include "host/picture/SliceCaption.h"
 
 namespace host {
 
 namespace {
 
-constexpr double finest = 0.1;  // mm per pixel
-constexpr double coarsest = 5.0;
-constexpr double farthestMiddle = 300.0;  // mm
-constexpr double farthestSlice = 1000.0;  // mm
-constexpr int largestGlyph = 64;          // pixels
-constexpr int edgePixels = 1;             // around a square
-// Wider than any depth that a dipole can have: one slice holds them all.
-constexpr double endlessSpacing = 1e6;  // mm
-constexpr int pixelsPerCell = 1;
 constexpr int leastWidthForLegend = 600;  // pixels; in the small panes it would take the head's room
-
-double toleranceOf(const PaneContents& contents) {
-  const double own = contents.settings.thinnestSlice * 0.5;
-  if (contents.dipoles.getShowDipole2DOverlap() == 0)
-    return own;
-  return (std::max)(own, contents.settings.toleranceMm.value_or(std::numeric_limits<double>::infinity()));
-}
-
-Rgb colourOf(const PaneContents& contents, const CDipoleszq& dipole) {
-  return contents.colours != nullptr ? contents.colours->colorOf(dipole) : ownColour(dipole);
-}
-
-COLORREF colorRef(Rgb colour) {
-  return RGB(colour.red, colour.green, colour.blue);
-}
-
-// Dark around a bright square, bright around a dark one: seen over bone as over the ventricles.
-Rgb edgeColour(Rgb colour) {
-  constexpr int dark = 3 * 60;
-  return colour.red + colour.green + colour.blue < dark ? ink : edgeInk;
-}
-
-// The module's volume: the pane's grid in the plane, one slice along the third axis.
-void setVolume(CDipoleFace2On2DView& dipoles, const PaneGrid& grid) {
-  Vector3 spacing{grid.mmPerPixel(), grid.mmPerPixel(), grid.mmPerPixel()};
-  spacing[axesOf(grid.view()).slab] = endlessSpacing;
-  const SliceGeometry& geometry = grid.geometry();
-  dipoles.setDimensionXYZ(geometry.pixels(0), geometry.pixels(1), geometry.pixels(2));
-  dipoles.setSpaceXYZ(spacing.x, spacing.y, spacing.z);
-}
-
-// Every dipole that is switched on; on axial slices by the module's rule only those from the origin up.
-void drawWholeSet(CDipoleFace2On2DView& dipoles, CDC& dc, const PaneGrid& grid) {
-  const int slice = grid.geometry().pixels(axesOf(grid.view()).slab) / 2;
-  drawSlice(dipoles, dc, grid.view(), slice);
-}
-
-// The same square for one dipole, wherever it lies.
-void drawOne(CDipoleszq& dipole, CDC& dc, const PaneGrid& grid) {
-  const SliceGeometry& geometry = grid.geometry();
-  const double mm = grid.mmPerPixel();
-  dipole.setDimensionXYZ(geometry.pixels(0), geometry.pixels(1), geometry.pixels(2));
-  const Vector3 half{geometry.halfExtent(0), geometry.halfExtent(1), geometry.halfExtent(2)};
-  switch (grid.view()) {
-    case View::axial:
-      dipole.drawDipoleAxial(&dc, -endlessSpacing, endlessSpacing, pixelsPerCell, half.x, mm, half.z, mm);
-      return;
-    case View::coronal:
-      dipole.drawDipoleCoronal(&dc, -endlessSpacing, endlessSpacing, pixelsPerCell, half.x, mm, half.y, mm);
-      return;
-    case View::sagittal:
-      dipole.drawDipoleSagittal(&dc, -endlessSpacing, endlessSpacing, pixelsPerCell, half.y, mm, half.z, mm);
-      return;
-  }
-}
 
 }  // namespace
 
@@ -104,7 +42,7 @@ void SlicePane::zoom(double factor, int column, int row) {
   if (!(factor > 0.0 && std::isfinite(factor)))
     return;
   const double before = m_mmPerPixel;
-  m_mmPerPixel = std::clamp(before / factor, finest, coarsest);
+  m_mmPerPixel = std::clamp(before / factor, finestPixel, coarsestPixel);
   const ViewAxes axes = axesOf(m_view);
   // From the middle of the pane to the pixel, before and after.
   const double change = before - m_mmPerPixel;
@@ -116,27 +54,68 @@ void SlicePane::zoom(double factor, int column, int row) {
 void SlicePane::pan(int columns, int rows) {
   const ViewAxes axes = axesOf(m_view);
   const auto moved = [](double mm, double by) {
-    return std::clamp(mm + by, -farthestMiddle, farthestMiddle);
+    return std::clamp(mm + by, -headReach, headReach);
   };
   m_middle[axes.column] = moved(m_middle[axes.column], -columns * m_mmPerPixel);
   m_middle[axes.row] = moved(m_middle[axes.row], rows * m_mmPerPixel);
   m_isFitted = false;
 }
 
-void SlicePane::fitTo(const Head& head) {
-  const HeadBox box = headBoxOf(head);
+void SlicePane::fitTo(const PaneContents& contents) {
+  const HeadBox box = headBoxOf(contents.head);
   const ViewAxes axes = axesOf(m_view);
-  const int border = letterBorder(m_pictureWidth, m_height);
+  const int border = letterBorder(m_pictureWidth, m_height, contents.scale);
   const auto mmPerPixel = [&](int axis, int pixels) {
     return (box.high[axis] - box.low[axis]) / (std::max)(pixels - 2 * border, 1);
   };
-  m_mmPerPixel = std::clamp(
-      (std::max)(mmPerPixel(axes.column, m_pictureWidth), mmPerPixel(axes.row, m_height)), finest, coarsest);
+  m_mmPerPixel =
+      std::clamp((std::max)(mmPerPixel(axes.column, m_pictureWidth), mmPerPixel(axes.row, m_height)),
+                 finestPixel, coarsestPixel);
   m_middle = (box.low + box.high) * 0.5;
 }
 
+// The head, and every dipole of the slice with its square.
+HeadBox SlicePane::boxToShow(const PaneContents& contents) const {
+  HeadBox box = headBoxOf(contents.head);
+  if (!contents.head.isRegistered())
+    return box;
+  const SliceRule rule(contents, m_view, contents.crosshair[axesOf(m_view).slab]);
+  const double around = contents.settings.glyphPixels * m_mmPerPixel;
+  for (int slot = 0; slot < contents.dipoles.m_totalDipoles; ++slot) {
+    const CDipoleszq* dipole = contents.dipoles.m_dipoles[slot];
+    if (dipole == nullptr ||
+        visibilityOf(contents.dipoles, slot, *dipole, contents.settings) != Visibility::shown)
+      continue;
+    const Vector3 place = placeOf(*dipole);
+    const auto isWithin = [](double mm) { return std::abs(mm) < headReach; };
+    const ViewAxes axes = axesOf(m_view);
+    if (!rule.shows(place) || !isWithin(place[axes.column]) || !isWithin(place[axes.row]))
+      continue;
+    for (const int axis : {axes.column, axes.row}) {
+      box.low[axis] = (std::min)(box.low[axis], place[axis] - around);
+      box.high[axis] = (std::max)(box.high[axis], place[axis] + around);
+    }
+  }
+  return box;
+}
+
+void SlicePane::showWhole(const PaneContents& contents, double mmPerPixel) {
+  m_mmPerPixel = std::clamp(mmPerPixel, finestPixel, coarsestPixel);
+  const HeadBox box = boxToShow(contents);
+  const ViewAxes axes = axesOf(m_view);
+  const int border = scaledPixels(markMargin, contents.scale) + letterFont(contents.scale).lineHeight();
+  const auto pixels = [&](int axis) {
+    return static_cast<int>(std::ceil((box.high[axis] - box.low[axis]) / m_mmPerPixel)) + 2 * border;
+  };
+  resize(pixels(axes.column), pixels(axes.row));
+  m_middle = (box.low + box.high) * 0.5;
+  m_isFitted = false;
+  m_volume = contents.head.volume;
+  m_frame = contents.head.frame;
+}
+
 bool SlicePane::isSquareSeen(const PixelPoint& at) const {
-  const int before = (m_glyph - 1) / 2;
+  const int before = pixelsBefore(m_glyph);
   const int after = m_glyph - before;
   return at.column + after > 0 && at.row + after > 0 && at.column - before < m_pictureWidth &&
          at.row - before < m_height;
@@ -151,7 +130,7 @@ void SlicePane::drawFiducials(const PaneContents& contents) {
     for (const SceneFiducial& point : points)
       if (std::abs(point.place[slab] - position()) <= reach)
         if (const std::optional<PixelPoint> at = pixelOf(point.place))
-          draw(m_picture, *at, point.letter);
+          draw(m_picture, *at, point.letter, contents.scale);
   };
   drawEach(headFiducials(contents), drawFiducialRing);
   drawEach(placedFiducials(contents), drawFiducialCross);
@@ -164,22 +143,20 @@ void SlicePane::takeStock(const PaneContents& contents) {
   m_account.view = m_view;
   m_account.position = position();
   m_account.isRegistered = contents.head.isRegistered();
-  const int slab = axesOf(m_view).slab;
-  const double tolerance = toleranceOf(contents);
-  VisibleCount count;
+  const SliceRule rule(contents, m_view, position());
   for (int slot = 0; slot < contents.dipoles.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = contents.dipoles.m_dipoles[slot];
     if (dipole == nullptr)
       continue;
-    const Visibility visibility = visibilityOnSlices(contents.dipoles, slot, *dipole, contents.settings);
-    count.add(visibility);
+    const Visibility visibility = visibilityOf(contents.dipoles, slot, *dipole, contents.settings);
+    m_account.add(visibility);
     if (visibility != Visibility::shown)
       continue;
     const Vector3 place = placeOf(*dipole);
     if (!m_account.isRegistered) {
       ++m_account.unregistered;
-    } else if (!(std::abs(place[slab] - position()) <= tolerance)) {
-      ++m_account.away;
+    } else if (!rule.shows(place)) {
+      ++(rule.isNear(place) ? m_account.withheld : m_account.away);
     } else if (!m_grid.holds(place)) {
       ++m_account.outside;
     } else {
@@ -188,122 +165,85 @@ void SlicePane::takeStock(const PaneContents& contents) {
       if (!m_grid.isInPane(at))
         ++m_account.offPane;
       if (isSquareSeen(at))
-        m_drawn.push_back({slot, at});
+        m_drawn.push_back({slot, at, colourOf(contents, *dipole)});
     }
   }
-  m_account.total = count.total;
-  m_account.switchedOff = count.switchedOff;
-  m_account.filtered = count.filtered;
-  m_account.nowhere = count.nowhere;
-}
-
-// The squares of the dipoles that are switched on, centred on their pixels.
-void SlicePane::drawSquares(CDipoleFace9File& dipoles, CDC& dc, int size) const {
-  // The module hangs a square to the right of and below its pixel.
-  const int shift = (size - 1) / 2;
-  dc.SetViewportOrg(-m_grid.origin().column - shift, -m_grid.origin().row - shift);
-  drawWholeSet(dipoles, dc, m_grid);
-  CDipoleszq* current = nullptr;
-  for (const Drawn& drawn : m_drawn) {
-    CDipoleszq& dipole = *dipoles.m_dipoles[drawn.slot];
-    // The module's rule withholds what lies below the origin; a viewer must not lose it.
-    if (m_view == View::axial && dipole.m_location[1] < 0.0)
-      drawOne(dipole, dc, m_grid);
-    if (drawn.slot == dipoles.m_currentDipole)
-      current = &dipole;
-  }
-  // Nothing covers the current one.
-  if (current != nullptr)
-    drawOne(*current, dc, m_grid);
-}
-
-void SlicePane::drawDipoles(const PaneContents& contents) {
-  if (m_drawn.empty())
-    return;
-  CDipoleFace9File& dipoles = contents.dipoles;
-  BitmapCanvas canvas(m_picture);
-  {
-    DisplayOverride display(dipoles);
-    setVolume(dipoles, m_grid);
-    for (const int edge : {edgePixels, 0}) {
-      const int size = m_glyph + 2 * edge;
-      for (const Drawn& drawn : m_drawn) {
-        const Rgb colour = colourOf(contents, *dipoles.m_dipoles[drawn.slot]);
-        display.show(drawn.slot, size, colorRef(edge > 0 ? edgeColour(colour) : colour));
-      }
-      drawSquares(dipoles, canvas.dc(), size);
-    }
-  }
-  canvas.copyTo(m_picture);
 }
 
 // Zero long for a dipole without an arrow, and for one straight out of the slice.
-SliceArrow SlicePane::arrowOfDrawn(const PaneContents& contents, const Drawn& drawn) const {
-  const CDipoleszq& dipole = *contents.dipoles.m_dipoles[drawn.slot];
-  const Vector3 arrow = arrowOf(dipole);
+SliceArrow SlicePane::arrowOfDrawn(const PaneContents& contents, const DipoleArrows& arrows,
+                                   const SliceSquare& drawn) const {
+  const Vector3 arrow = arrows.of(*contents.dipoles.m_dipoles[drawn.slot]);
   const ViewAxes axes = axesOf(m_view);
-  return {drawn.at, arrow[axes.column] / mmPerPixel(), -arrow[axes.row] / mmPerPixel(),
-          colourOf(contents, dipole)};
+  return {drawn.at, arrow[axes.column] / mmPerPixel(), -arrow[axes.row] / mmPerPixel(), drawn.colour};
 }
 
-std::vector<SliceArrow> SlicePane::arrowsOf(const PaneContents& contents) const {
+// Squares over arrows: where a dipole lies comes first. The current one over all others.
+void SlicePane::drawDipoles(const PaneContents& contents) {
+  const DipoleArrows lengths(contents.dipoles, contents.settings.arrowsByMoment);
   std::vector<SliceArrow> arrows;
   arrows.reserve(m_drawn.size());
-  for (const Drawn& drawn : m_drawn)
-    arrows.push_back(arrowOfDrawn(contents, drawn));
-  return arrows;
-}
-
-void SlicePane::markCurrent(const PaneContents& contents) {
-  for (const Drawn& drawn : m_drawn)
-    if (drawn.slot == contents.dipoles.m_currentDipole) {
-      drawArrows(m_picture, {arrowOfDrawn(contents, drawn)});
-      drawCurrentRing(m_picture, drawn.at, m_glyph);
+  for (const SliceSquare& drawn : m_drawn)
+    arrows.push_back(arrowOfDrawn(contents, lengths, drawn));
+  drawArrows(m_picture, arrows, contents.scale);
+  drawSquares(m_picture, contents.dipoles, m_grid, m_drawn, m_glyph, scaledPixels(1.0, contents.scale));
+  if (!contents.showCursor)
+    return;
+  for (std::size_t i = 0; i < m_drawn.size(); ++i)
+    if (m_drawn[i].slot == contents.dipoles.m_currentDipole) {
+      drawArrows(m_picture, {arrows[i]}, contents.scale);
+      drawCurrentRing(m_picture, m_drawn[i].at, m_glyph, contents.scale);
     }
 }
 
-void SlicePane::drawTexts(const PaneContents& contents) {
-  PaneTexts texts;
-  texts.title = nameOf(m_view);
-  texts.lines.push_back({positionText(m_view, position()), ink});
-  texts.lines.push_back({countText(m_account), ink});
+void SlicePane::drawNames(const PaneContents& contents) {
+  if (!contents.settings.showLabels)
+    return;
+  std::vector<PaneLabel> labels;
+  for (const SliceSquare& drawn : m_drawn)
+    labels.push_back({drawn.at, labelOf(*contents.dipoles.m_dipoles[drawn.slot]), ink});
+  noteLabelsLeftOut(m_texts, drawLabels(m_picture, labels, m_glyph - pixelsBefore(m_glyph), contents.scale));
+}
+
+void SlicePane::gatherTexts(const PaneContents& contents) {
+  m_texts = {};
+  m_texts.title = nameOf(m_view);
+  m_texts.place = positionText(m_view, position());
+  m_texts.lines.push_back({countText(m_account), ink});
   if (const std::string choice = choiceText(m_account); !choice.empty())
-    texts.lines.push_back({choice, quietInk});
-  texts.warnings = headWarnings(contents.head, m_account.total);
+    m_texts.lines.push_back({choice, quietInk});
+  m_texts.warnings = headWarnings(contents.head, m_account.total);
   for (const std::string& warning : warningTexts(m_account))
-    texts.warnings.push_back({warning, warningInk});
-  drawPaneTexts(m_picture, texts);
-  drawScaleBar(m_picture, mmPerPixel());
+    m_texts.warnings.push_back({warning, warningInk});
 }
 
 const Image& SlicePane::paint(const PaneContents& contents) {
-  const double slice = contents.crosshair[axesOf(m_view).slab];
-  for (int axis = 0; axis < 3; ++axis)
-    if (!(std::abs(contents.crosshair[axis]) <= farthestSlice))
-      throw std::invalid_argument("the crosshair must lie within 1000 mm of the head's origin");
+  checkCrosshair(contents);
   const Image legend = m_width >= leastWidthForLegend ? legendOf(contents, m_width, m_height) : Image();
   m_pictureWidth = m_width - legend.width();
-  if (m_volume != contents.head.volume || !m_frame || !isSameFrame(*m_frame, contents.head.frame))
+  if (m_volume != contents.head.volume || m_frame != contents.head.frame)
     m_isFitted = true;
   m_volume = contents.head.volume;
   m_frame = contents.head.frame;
   if (m_isFitted)
-    fitTo(contents.head);
+    fitTo(contents);
   Vector3 middle = m_middle;
-  middle[axesOf(m_view).slab] = slice;
+  middle[axesOf(m_view).slab] = contents.crosshair[axesOf(m_view).slab];
   m_grid = PaneGrid(m_view, m_pictureWidth, m_height, m_mmPerPixel, middle);
-  m_glyph = std::clamp(contents.settings.glyphPixels, 1, largestGlyph);
+  m_glyph = std::clamp(contents.settings.glyphPixels, smallestGlyph, largestGlyph);
   takeStock(contents);
+  gatherTexts(contents);
 
   m_picture = m_grey.picture(contents.head, m_grid.samples(), contents.window);
-  drawCrosshair(m_picture, m_grid.pixelAt(contents.crosshair));
-  drawTexts(contents);  // below the dipoles: no caption hides one
+  if (contents.showCursor)
+    drawCrosshair(m_picture, m_grid.pixelAt(contents.crosshair));
+  if (contents.showCaption)
+    drawPaneTexts(m_picture, m_texts, contents.scale);  // below the dipoles: no caption hides one
+  drawScaleBar(m_picture, 1.0 / mmPerPixel(), contents.scale);
   drawFiducials(contents);
-  // Squares over arrows: where a dipole lies comes first. The current one over all others.
-  drawArrows(m_picture, arrowsOf(contents));
   drawDipoles(contents);
-  markCurrent(contents);
-  drawSides(m_picture, m_view);
+  drawNames(contents);
+  drawSides(m_picture, sideLetters(m_view), contents.scale);
   m_picture = withLegend(std::move(m_picture), legend);
   return m_picture;
 }
@@ -316,10 +256,10 @@ std::optional<PixelPoint> SlicePane::pixelOf(const Vector3& head) const {
 }
 
 int SlicePane::pick(const PaneContents& contents, int column, int row) const {
-  const int before = (m_glyph - 1) / 2;
+  const int before = pixelsBefore(m_glyph);
   int best = -1;
   int nearest = std::numeric_limits<int>::max();
-  for (const Drawn& drawn : m_drawn) {
+  for (const SliceSquare& drawn : m_drawn) {
     const int across = column - drawn.at.column;
     const int down = row - drawn.at.row;
     const bool isHit =

@@ -10,13 +10,16 @@
 #include <optional>
 #include <vector>
 
+#include "host/dipoles/DipoleArrows.h"
+#include "host/head/HeadBox.h"
 #include "host/head/Vector3.h"
 #include "host/paint/Image.h"
 #include "host/panes/GreySlice.h"
+#include "host/panes/PaneAccount.h"
 #include "host/panes/PaneContents.h"
 #include "host/panes/PaneGrid.h"
 #include "host/panes/PaneMarks.h"
-#include "host/panes/SliceAccount.h"
+#include "host/panes/SliceSquares.h"
 #include "host/picture/View.h"
 
 namespace host {
@@ -33,6 +36,9 @@ class SlicePane {
   // A factor that is not above 0 does nothing.
   void zoom(double factor, int column, int row);
   void pan(int columns, int rows);  // moves the picture to the right and down
+  // Takes the size, in pixels of that many mm, that holds the whole head, every dipole which the slice of
+  // these contents shows, and the letters around them.
+  void showWhole(const PaneContents& contents, double mmPerPixel);
 
   // Of the pane's size; kept until the next. With colours and a legend wished for, a pane of at least 600
   // pixels has the legend at its right border, beside the picture. Throws std::invalid_argument when a
@@ -55,22 +61,19 @@ class SlicePane {
   [[nodiscard]] double position() const { return m_grid.position(); }
   [[nodiscard]] double mmPerPixel() const { return m_grid.mmPerPixel(); }
   [[nodiscard]] const SliceAccount& account() const { return m_account; }
+  [[nodiscard]] const PaneTexts& texts() const { return m_texts; }
 
  private:
-  struct Drawn {
-    int slot;
-    PixelPoint at;
-  };
-  void fitTo(const Head& head);
+  void fitTo(const PaneContents& contents);
+  [[nodiscard]] HeadBox boxToShow(const PaneContents& contents) const;
   void takeStock(const PaneContents& contents);
-  void drawDipoles(const PaneContents& contents);
-  void drawSquares(CDipoleFace9File& dipoles, CDC& dc, int size) const;
+  void gatherTexts(const PaneContents& contents);
   void drawFiducials(const PaneContents& contents);
-  void drawTexts(const PaneContents& contents);
+  void drawDipoles(const PaneContents& contents);
+  void drawNames(const PaneContents& contents);
   [[nodiscard]] bool isSquareSeen(const PixelPoint& at) const;
-  void markCurrent(const PaneContents& contents);
-  [[nodiscard]] SliceArrow arrowOfDrawn(const PaneContents& contents, const Drawn& drawn) const;
-  [[nodiscard]] std::vector<SliceArrow> arrowsOf(const PaneContents& contents) const;
+  [[nodiscard]] SliceArrow arrowOfDrawn(const PaneContents& contents, const DipoleArrows& arrows,
+                                        const SliceSquare& drawn) const;
 
   View m_view;
   int m_width = 1;
@@ -85,9 +88,10 @@ class SlicePane {
   PaneGrid m_grid;
   GreySlice m_grey;
   Image m_picture;
-  std::vector<Drawn> m_drawn;
+  std::vector<SliceSquare> m_drawn;
   int m_glyph = 1;  // pixels
   SliceAccount m_account;
+  PaneTexts m_texts;
 };
 
 }  // namespace host

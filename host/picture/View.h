@@ -7,6 +7,7 @@
 //   sagittal  x (left)      z (front)       +y (up) down to -y
 #pragma once
 
+#include <array>
 #include <string_view>
 
 namespace host {
@@ -42,5 +43,15 @@ struct ViewAxes {
   }
   return "Sagittal";
 }
+
+inline constexpr std::array<View, 3> allViews{View::axial, View::coronal, View::sagittal};
+
+// A slice: mm in the head frame along the view's slab axis (y axial, z coronal, x sagittal).
+struct SliceRequest {
+  View view = View::axial;
+  double position = 0.0;
+
+  friend bool operator==(const SliceRequest&, const SliceRequest&) = default;
+};
 
 }  // namespace host

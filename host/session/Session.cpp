@@ -13,6 +13,7 @@
 #include "host/exchange/SetFile.h"
 #include "host/exchange/TableFile.h"
 #include "host/head/HeadFile.h"
+#include "host/head/Limits.h"
 #include "host/session/ImportOne.h"
 #include "host/text/Failure.h"
 #include "host/text/PathText.h"
@@ -22,7 +23,6 @@ namespace host {
 
 namespace {
 
-constexpr double crosshairReach = 300.0;  // mm
 // Where a registered head is looked at first: off the midline.
 constexpr Vector3 amidTheBrain{15.0, 45.0, 0.0};
 
@@ -173,7 +173,7 @@ void Session::setCrosshair(const Vector3& point) {
   if (!isFinite(point))
     return;
   for (int axis = 0; axis < 3; ++axis)
-    m_crosshair[axis] = std::clamp(point[axis], -crosshairReach, crosshairReach);
+    m_crosshair[axis] = std::clamp(point[axis], -headReach, headReach);
 }
 
 bool Session::goToCurrentDipole() {
@@ -182,7 +182,7 @@ bool Session::goToCurrentDipole() {
     return false;
   const Vector3 place{dipole->m_location[0], dipole->m_location[1], dipole->m_location[2]};
   for (int axis = 0; axis < 3; ++axis)
-    if (!(std::abs(place[axis]) <= crosshairReach))
+    if (!(std::abs(place[axis]) <= headReach))
       return false;
   m_crosshair = place;
   return true;

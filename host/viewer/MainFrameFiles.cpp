@@ -7,7 +7,7 @@
 #include "host/dipoles/HeaderText.h"
 #include "host/exchange/FileKind.h"
 #include "host/paint/PngFile.h"
-#include "host/panes/WholePicture.h"
+#include "host/panes/PicturePage.h"
 #include "host/text/PathText.h"
 #include "host/viewer/KeptMessages.h"
 #include "host/viewer/MainFrame.h"
@@ -293,7 +293,7 @@ void MainFrame::OnExportCsv() {
 
 // What the panes show, with what a reader of the picture must know.
 Image MainFrame::currentPicture() {
-  WholePictureTexts texts;
+  PageTexts texts;
   texts.patientId = patientOf(*m_dipoles);
   const CString& path = m_session->setPath();
   texts.files = {m_session->head().name, path.IsEmpty() ? std::string() : utf8Of(fileNameOf(path))};

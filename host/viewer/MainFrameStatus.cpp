@@ -4,6 +4,7 @@
 
 #include "host/dipoles/DipoleVisibility.h"
 #include "host/dipoles/HeaderText.h"
+#include "host/head/Limits.h"
 #include "host/text/PathText.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/Utf8.h"
@@ -35,9 +36,8 @@ CString placeText(const Vector3& head) {
 
 // Whether the crosshair can go there.
 bool hasPlace(const CDipoleszq& dipole) {
-  constexpr double farthest = 300.0;
   for (const double mm : dipole.m_location)
-    if (!(std::abs(mm) <= farthest))
+    if (!(std::abs(mm) <= headReach))
       return false;
   return true;
 }

@@ -1,0 +1,29 @@
+#include "host/dipoles/DipoleArrows.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/dipoles/DipoleScene.h"
+
+namespace host {
+
+DipoleArrows::DipoleArrows(const CDipoleFace& set, bool byMoment) : m_isByMoment(byMoment) {
+  if (!byMoment)
+    return;
+  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
+    const CDipoleszq* dipole = set.m_dipoles[slot];
+    if (dipole != nullptr && std::isfinite(dipole->m_moment))
+      m_strongest = (std::max)(m_strongest, std::abs(dipole->m_moment));
+  }
+}
+
+Vector3 DipoleArrows::of(const CDipoles& dipole) const {
+  const Vector3 arrow = arrowOf(dipole);
+  if (!m_isByMoment)
+    return arrow;
+  if (!std::isfinite(dipole.m_moment) || m_strongest == 0.0)
+    return {};
+  return arrow * (std::abs(dipole.m_moment) / m_strongest);
+}
+
+}  // namespace host

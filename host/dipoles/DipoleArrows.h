@@ -1,0 +1,25 @@
+// How long the dipoles' arrows are.
+#pragma once
+
+#include "host/head/Vector3.h"
+#include "module/dipole.h"
+
+namespace host {
+
+class DipoleArrows {
+ public:
+  // By moment: the arrow of the set's strongest dipole is as long as arrowOf says, others are shorter as
+  // their moments are smaller; a moment that is not a number has none. Else each is as arrowOf says.
+  explicit DipoleArrows(const CDipoleFace& set, bool byMoment = false);
+
+  // From the dipole's place to the tip, mm, head frame; zero: it has none.
+  [[nodiscard]] Vector3 of(const CDipoles& dipole) const;
+  // The moment whose arrow has the full length; 0 when arrows do not go by moment, or there is none.
+  [[nodiscard]] double strongest() const { return m_strongest; }
+
+ private:
+  bool m_isByMoment;
+  double m_strongest = 0.0;
+};
+
+}  // namespace host

@@ -1,0 +1,141 @@
+#include "tool/PictureOptions.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <functional>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "host/head/Limits.h"
+#include "host/panes/DipolePicture.h"
+#include "tool/ArgumentCheck.h"
+
+namespace tool {
+namespace {
+
+constexpr std::array<std::pair<const char*, host::DipoleValue>, 3> colourValues{
+    {{"latency", host::DipoleValue::latency},
+     {"error", host::DipoleValue::fitError},
+     {"moment", host::DipoleValue::moment}}};
+
+[[noreturn]] void fail(const std::string& text, const std::string& cause) {
+  throw std::invalid_argument("\"" + text + "\": " + cause);
+}
+
+std::optional<double> limitOf(const std::string& text, std::string_view part) {
+  if (part.empty()) {
+    return std::nullopt;
+  }
+  const std::optional<double> value = finiteNumber(part);
+  if (!value) {
+    fail(text, "write LEAST:MOST, such as 10:50, 10: or :50");
+  }
+  return value;
+}
+
+// No value: any distance.
+std::optional<double> parseTolerance(const std::string& text) {
+  if (text == "all") {
+    return std::nullopt;
+  }
+  const std::optional<double> mm = finiteNumber(text);
+  if (!mm || *mm < 0.0 || *mm > host::longestLength) {
+    fail(text, "the tolerance is a number of mm from 0 to 1000, or all");
+  }
+  return mm;
+}
+
+CLI::Validator between(double least, double most) {
+  return CLI::Range(least, most).description("");
+}
+
+}  // namespace
+
+std::optional<double> finiteNumber(std::string_view text) {
+  double value = 0.0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool isWhole = result.ec == std::errc() && result.ptr == text.data() + text.size();
+  return isWhole && std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
+host::ValueLimits parseLimits(const std::string& text) {
+  const std::size_t colon = text.find(':');
+  if (colon == std::string::npos || text.size() == 1) {
+    fail(text, "write LEAST:MOST, such as 10:50, 10: or :50");
+  }
+  const std::string_view all = text;
+  const host::ValueLimits limits{limitOf(text, all.substr(0, colon)), limitOf(text, all.substr(colon + 1))};
+  if (limits.least && limits.most && *limits.least > *limits.most) {
+    fail(text, "the first number is the smaller one");
+  }
+  return limits;
+}
+
+void PictureOptions::addTo(CLI::App& command) {
+  const auto add = [&](const std::string& name, auto& value, const char* type, const char* text) {
+    return command.add_option(name, value, text)->type_name(type);
+  };
+  std::vector<std::string> names;
+  for (const auto& [name, value] : colourValues) {
+    names.emplace_back(name);
+  }
+  add("--color-by", m_colourBy, "VALUE", "Colours by latency, error or moment, with a legend; else each its own")
+      ->check(CLI::IsMember(names).description(""));
+  add("--max-error", m_maxError, "PERCENT", "Only dipoles with a fit error of at most PERCENT");
+  add("--moment", m_moment, "A:B", "Only dipoles with a moment from A to B; its sign counts")
+      ->check(argumentCheck(parseLimits));
+  add("--latency", m_latency, "A:B", "Only dipoles from A to B ms")->check(argumentCheck(parseLimits));
+  add("--tolerance", m_tolerance, "MM|all", "Show dipoles up to MM from each slice, 5 unless given; or all")
+      ->check(argumentCheck(parseTolerance));
+  command.add_flag("--module-slab", m_isModuleSlab,
+                   "Axial slices show all dipoles from the level of the ears up to the slice");
+  command.add_flag("--label", m_showLabels, "Write its label beside each dipole, or its number");
+  CLI::Option* none = command.add_flag("--no-arrows", m_noArrows, "No arrows along the orientations");
+  command.add_flag("--arrows-by-moment", m_arrowsByMoment, "Arrows as long as the moments are large")
+      ->excludes(none);
+  add("--glyph", m_glyph, "PX", "Side of a dipole's square in pixels; 1 to 64; else as the pixels are small")
+      ->check(between(host::smallestGlyph, host::largestGlyph));
+  add("--mm-per-pixel", m_mmPerPixel, "MM", "Size of a pixel; 0.1 to 5")
+      ->check(between(host::finestPixel, host::coarsestPixel))
+      ->capture_default_str();
+}
+
+host::ViewSettings PictureOptions::settings() const {
+  host::ViewSettings settings;
+  for (const auto& [name, value] : colourValues) {
+    if (m_colourBy == name) {
+      settings.colourBy = value;
+    }
+  }
+  settings.filter.fitError.most = m_maxError;
+  if (!m_moment.empty()) {
+    settings.filter.moment = parseLimits(m_moment);
+  }
+  if (!m_latency.empty()) {
+    settings.filter.latency = parseLimits(m_latency);
+  }
+  if (!m_tolerance.empty()) {
+    settings.toleranceMm = parseTolerance(m_tolerance);
+  }
+  const double grown = settings.glyphPixels * host::textScale(m_mmPerPixel);
+  settings.glyphPixels = m_glyph.value_or(static_cast<int>(std::lround(grown)));
+  settings.thinnestSlice = m_mmPerPixel;
+  settings.moduleSlab = m_isModuleSlab;
+  settings.showLabels = m_showLabels;
+  settings.arrowsByMoment = m_arrowsByMoment;
+  return settings;
+}
+
+void PictureOptions::applyTo(CDipoleFace9File& set) const {
+  if (m_noArrows) {
+    set.setShowDipoleOrientationAll(0);
+  }
+  if (!m_tolerance.empty()) {
+    set.setShowDipole2DOverlap(1);
+  }
+  set.setShowDipoleLatencySelected(0);
+}
+
+}  // namespace tool
