@@ -1,9 +1,9 @@
-// The words for what a slice pane shows and what not.
+// The words for what a pane shows and what not.
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-#include "host/panes/SliceAccount.h"
+#include "host/panes/PaneAccount.h"
 
 using host::SliceAccount;
 using Texts = std::vector<std::string>;
@@ -30,11 +30,28 @@ TEST(SliceAccount, TellsWhatWasChosenToHide) {
 TEST(SliceAccount, WarnsOfWhatIsNotSeen) {
   SliceAccount account;
   account.isRegistered = false;
+  account.withheld = 1;
   account.offPane = 1;
   account.outside = 2;
   account.nowhere = 1;
   EXPECT_EQ(warningTexts(account),
             (Texts{"Not registered: dipoles are not drawn on this MRI",
+                   "1 dipole close to this slice not drawn: below the level of the ears",
                    "1 dipole on this slice beyond the borders of this view",
                    "2 dipoles more than 300 mm away, not drawn", "1 dipole without a valid location"}));
+}
+
+TEST(SceneAccount, TellsWhatIsSeenThroughASliceAndWhatIsNotSeen) {
+  host::SceneAccount account;
+  account.total = 5;
+  account.shown = 4;
+  EXPECT_EQ(countText(account), "dipoles: 4 of 5");
+  EXPECT_EQ(behindText(account), "");
+  EXPECT_EQ(warningTexts(account), Texts{});
+  account.behindSlice = 2;
+  account.offPane = 1;
+  account.nowhere = 3;
+  EXPECT_EQ(behindText(account), "2 dipoles behind a slice, seen through it");
+  EXPECT_EQ(warningTexts(account),
+            (Texts{"1 dipole beyond the borders of this view", "3 dipoles without a valid location"}));
 }

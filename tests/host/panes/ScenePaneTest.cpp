@@ -68,14 +68,15 @@ TEST_F(ScenePaneTest, OnlyVisibleDipolesAreDrawnAndCounted) {
   put({40, 20, 0}).m_fitError = 50.0;
   put({40, 20, 0}).m_latency = 900.0;
   put({std::numeric_limits<double>::quiet_NaN(), 0, 0});
-  put({-40, -20, 0}, RGB(0, 0, 255)).m_display = 0;
+  put({-40, -20, 0}, RGB(0, 0, 255));
+  put({-40, 20, 0}).m_display = 0;
   settings.filter.fitError.most = 20.0;
   settings.latency = {-1.0, 100.0};
   dipoles->setShowDipoleLatencySelected(1);
   const Image& image = paint();
   EXPECT_EQ(drawnWhere(image, isReddish).pixels, 0);
   EXPECT_GT(drawnWhere(image, isBluish).pixels, 100);
-  EXPECT_EQ(pane.count(), (host::VisibleCount{5, 1, 1, 2, 1}));
+  EXPECT_EQ(static_cast<const host::VisibleCount&>(pane.count()), (host::VisibleCount{6, 1, 2, 2, 1}));
 }
 
 TEST_F(ScenePaneTest, ColoursAreThoseOfTheValue) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "host/paint/PictureText.h"
+#include "host/picture/PictureMarks.h"
 #include "host/picture/SceneMarks.h"
 #include "tests/host/paint/SceneShapes.h"
 
@@ -24,12 +25,10 @@ Image marks(const host::DipoleScene& scene, const SceneCamera& camera, const hos
 }
 
 // Whether the letters of the edges' font stand there, their white strokes pixel by pixel.
-bool standsAt(const Image& image, const std::string& text, int centreX, int centreY) {
+bool standsAt(const Image& image, const std::string& text, int left, int top) {
   const host::StrokeFont& font = host::letterFont();
   Image pattern(font.width(text), font.lineHeight(), black);
   font.draw(pattern, 0, 0, text, host::letterInk);
-  const int left = centreX - font.width(text) / 2;
-  const int top = centreY - font.lineHeight() / 2;
   for (int row = 0; row < pattern.height(); ++row)
     for (int column = 0; column < pattern.width(); ++column)
       if (pattern.pixel(column, row) != image.pixel(left + column, top + row))
@@ -38,19 +37,6 @@ bool standsAt(const Image& image, const std::string& text, int centreX, int cent
 }
 
 }  // namespace
-
-TEST(SidesOf, NamesTheClosestSideFirst) {
-  EXPECT_EQ(host::sidesOf({1, 0, 0}), "L");
-  EXPECT_EQ(host::sidesOf({-1, 0, 0}), "R");
-  EXPECT_EQ(host::sidesOf({0, 1, 0}), "S");
-  EXPECT_EQ(host::sidesOf({0, -1, 0}), "I");
-  EXPECT_EQ(host::sidesOf({0, 0, 1}), "A");
-  EXPECT_EQ(host::sidesOf({0, 0, -1}), "P");
-  EXPECT_EQ(host::sidesOf({0.5, 0, -0.8}), "PL");
-  EXPECT_EQ(host::sidesOf({0.6, -0.5, 0.4}), "LIA");
-  EXPECT_EQ(host::sidesOf({10, 0, 2}), "L") << "11 degrees aside";
-  EXPECT_EQ(host::sidesOf({0.70710678118, 0, -0.70710678119}), "LP") << "halfway: the same in every run";
-}
 
 TEST(DrawMarks, EveryStandpointHasItsSideLetters) {
   struct Letters {
@@ -67,14 +53,17 @@ TEST(DrawMarks, EveryStandpointHasItsSideLetters) {
     SceneCamera camera(400, 300);
     camera.lookFrom(standpoint);
     const Image image = marks({}, camera);
-    const auto beside = [](const char* text) { return 10 + host::letterFont().width(text) / 2.0; };
-    const int leftX = static_cast<int>(std::lround(beside(letters.left)));
-    const int rightX = static_cast<int>(std::lround(400 - beside(letters.right)));
-    EXPECT_TRUE(standsAt(image, letters.left, leftX, 150)) << nameOf(standpoint);
-    EXPECT_TRUE(standsAt(image, letters.right, rightX, 150)) << nameOf(standpoint);
-    EXPECT_TRUE(standsAt(image, letters.top, 200, 23)) << nameOf(standpoint);
-    EXPECT_TRUE(standsAt(image, letters.bottom, 200, 277)) << nameOf(standpoint);
-    EXPECT_FALSE(standsAt(image, letters.left, rightX, 150)) << nameOf(standpoint);
+    const host::StrokeFont font = host::letterFont();
+    const int middle = (300 - font.lineHeight()) / 2;
+    const int right = 400 - host::markMargin - font.width(letters.right);
+    const auto centred = [&](const char* text) { return (400 - font.width(text)) / 2; };
+    EXPECT_TRUE(standsAt(image, letters.left, host::markMargin, middle)) << nameOf(standpoint);
+    EXPECT_TRUE(standsAt(image, letters.right, right, middle)) << nameOf(standpoint);
+    EXPECT_TRUE(standsAt(image, letters.top, centred(letters.top), host::markMargin)) << nameOf(standpoint);
+    EXPECT_TRUE(standsAt(image, letters.bottom, centred(letters.bottom),
+                         300 - host::markMargin - font.lineHeight()))
+        << nameOf(standpoint);
+    EXPECT_FALSE(standsAt(image, letters.left, right, middle)) << nameOf(standpoint);
   }
 }
 
@@ -137,11 +126,4 @@ TEST(ViewText, NamesTheStandardViewsElseTheAngles) {
   EXPECT_EQ(host::viewText({180, 90}), "from above");
   EXPECT_EQ(host::viewText({0, -90}), "from below");
   EXPECT_EQ(host::viewText({30, -12.5}), "yaw 30.0, pitch -12.5 degrees");
-}
-
-TEST(ScaleBarMm, IsTheLongestThatFits) {
-  EXPECT_EQ(host::scaleBarMm(2.0, 100.0), 50.0);
-  EXPECT_EQ(host::scaleBarMm(2.0, 99.0), 20.0);
-  EXPECT_EQ(host::scaleBarMm(20.0, 39.0), 1.0);
-  EXPECT_EQ(host::scaleBarMm(0.05, 100.0), 1000.0);
 }
