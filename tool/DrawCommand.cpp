@@ -126,8 +126,7 @@ DrawCommand::DrawCommand(CLI::App& program)
     return m_command->add_option(name, value, text)->type_name(type);
   };
   CLI::Option* mri = add("--mri", m_mri, "FILE", "The MRI: a NIfTI file (.nii, .nii.gz)");
-  add("--fiducials", m_fiducials, "FILE|POINTS",
-      "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
+  add("--fiducials", m_fiducials, "FILE|POINTS", "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
       ->needs(mri);
   CLI::Option* slices = add("--slice", m_slices, "VIEW:MM,...", "Slices; may be given several times")
                             ->needs(mri)

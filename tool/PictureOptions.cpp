@@ -81,7 +81,8 @@ void PictureOptions::addTo(CLI::App& command) {
   for (const auto& [name, value] : colourValues) {
     names.emplace_back(name);
   }
-  add("--color-by", m_colourBy, "VALUE", "Colours by latency, error or moment, with a legend; else each its own")
+  add("--color-by", m_colourBy, "VALUE",
+      "Colours by latency, error or moment, with a legend; else each its own")
       ->check(CLI::IsMember(names).description(""));
   add("--max-error", m_maxError, "PERCENT", "Only dipoles with a fit error of at most PERCENT");
   add("--moment", m_moment, "A:B", "Only dipoles with a moment from A to B; its sign counts")

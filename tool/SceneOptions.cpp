@@ -61,13 +61,14 @@ host::ViewAngles parseAngles(const std::string& text) {
 
 void SceneOptions::addTo(CLI::App& command) {
   CLI::Option* is3d = command.add_flag("--3d", m_is3d, "Draw a 3D picture; --mri may be left out");
-  CLI::Option* view = command
-                          .add_option("--view", m_view,
-                                      "With --3d: from left, right, front, back, top or bottom; else from the "
-                                      "side where the dipoles lie")
-                          ->type_name("SIDE")
-                          ->check(CLI::IsMember(standpointNames()).description(""))
-                          ->needs(is3d);
+  CLI::Option* view =
+      command
+          .add_option("--view", m_view,
+                      "With --3d: from left, right, front, back, top or bottom; else from the "
+                      "side where the dipoles lie")
+          ->type_name("SIDE")
+          ->check(CLI::IsMember(standpointNames()).description(""))
+          ->needs(is3d);
   command
       .add_option("--angles", m_angles, "With --3d: yaw and pitch in degrees: 0,0 front, 90,0 left, 0,90 top")
       ->type_name("YAW,PITCH")

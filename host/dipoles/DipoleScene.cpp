@@ -92,9 +92,9 @@ Rgb ownColour(const CDipoles& dipole) {
 }
 
 DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles) {
-  return sceneOf(
-      dipoles, {[&](int slot, const CDipoleszq& dipole) { return isSwitchedOn(dipoles, slot, dipole); },
-                ownColour, arrowOf});
+  return sceneOf(dipoles,
+                 {[&](int slot, const CDipoleszq& dipole) { return isSwitchedOn(dipoles, slot, dipole); },
+                  ownColour, arrowOf});
 }
 
 DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles, const SceneChoice& choice) {

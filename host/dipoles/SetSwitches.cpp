@@ -11,4 +11,14 @@ bool areArrowsShown(const CDipoleFace& set) {
   return false;
 }
 
+void switchAllOn(CDipoleFace9File& set) {
+  set.setShowAllDipole(1);
+  set.setShowDipoleArray(1);
+  set.setShowCurrentDipoleOnly(0);
+  set.setShowDipoleLatencySelected(0);
+  for (int slot = 0; slot < set.m_totalDipoles; ++slot)
+    if (CDipoleszq* dipole = set.m_dipoles[slot])
+      dipole->m_display = 1;
+}
+
 }  // namespace host

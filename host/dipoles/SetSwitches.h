@@ -9,4 +9,7 @@ namespace host {
 // set last for all, and nothing for dipoles that came afterwards.
 [[nodiscard]] bool areArrowsShown(const CDipoleFace& set);
 
+// Every dipole is shown in 3D and on slices, whatever its file or its user switched off.
+void switchAllOn(CDipoleFace9File& set);
+
 }  // namespace host

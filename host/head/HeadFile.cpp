@@ -109,7 +109,8 @@ Head phantomHead() {
 }
 
 Head noHead() {
-  auto volume = std::make_shared<const Volume>(std::array<int, 3>{1, 1, 1}, std::vector<float>{0.0F}, Affine());
+  auto volume =
+      std::make_shared<const Volume>(std::array<int, 3>{1, 1, 1}, std::vector<float>{0.0F}, Affine());
   const HeadFrame frame = provisionalFrame(*volume);
   Head head{"", std::move(volume), frame, std::nullopt};
   head.isAbsent = true;

@@ -66,8 +66,9 @@ Image besideLegend(Image panes, const PaneContents& contents) {
   if (contents.colours == nullptr || !contents.settings.showLegend)
     return panes;
   const int height = (std::min)(panes.height(), scaledPixels(420.0, contents.scale));
-  return gridOf({{std::move(panes), legendPicture(*contents.colours, height, scaledPixels(15.0, contents.scale))}},
-                scaledPixels(16.0, contents.scale));
+  return gridOf(
+      {{std::move(panes), legendPicture(*contents.colours, height, scaledPixels(15.0, contents.scale))}},
+      scaledPixels(16.0, contents.scale));
 }
 
 void addNotes(PageTexts& texts, const PaneContents& contents) {
@@ -121,7 +122,8 @@ SliceRow rowThrough(const PaneContents& contents, int slot) {
   const CDipoleszq& dipole = *contents.dipoles.m_dipoles[slot];
   const std::string unit = contents.dipoles.m_momentInNAm != 0 ? " nAm" : "";
   return {"Dipole " + std::to_string(slot + 1) + "  " + labelOf(dipole) + "   " + fixed(dipole.m_latency, 1) +
-              " ms   fit error " + fixed(dipole.m_fitError, 1) + " %   moment " + fixed(dipole.m_moment, 1) + unit,
+              " ms   fit error " + fixed(dipole.m_fitError, 1) + " %   moment " + fixed(dipole.m_moment, 1) +
+              unit,
           slicesThrough(placeOf(dipole))};
 }
 
@@ -160,8 +162,8 @@ DipolePicture slicesPicture(const PaneContents& contents, const std::vector<Slic
     for (std::size_t i = 0; i < pictures.size(); ++i)
       panels.push_back(panelOf(pictures[i], made.panes[first + i], height, contents.scale));
     if (!panels.empty())
-      grid.push_back({withHeading(gridOf({panels}, scaledPixels(28.0, contents.scale)), row.heading,
-                                  contents.scale)});
+      grid.push_back(
+          {withHeading(gridOf({panels}, scaledPixels(28.0, contents.scale)), row.heading, contents.scale)});
   }
   if (grid.empty())
     throw std::invalid_argument("there is no slice to draw");
@@ -169,8 +171,8 @@ DipolePicture slicesPicture(const PaneContents& contents, const std::vector<Slic
     texts.notes.push_back({radiologicalNote, quietInk});
   texts.notes.push_back({headFrameNote, quietInk});
   addNotes(texts, contents);
-  made.image = pageOf(besideLegend(gridOf(grid, scaledPixels(20.0, contents.scale)), contents), texts,
-                      contents.scale);
+  made.image =
+      pageOf(besideLegend(gridOf(grid, scaledPixels(20.0, contents.scale)), contents), texts, contents.scale);
   return made;
 }
 

@@ -49,12 +49,13 @@ std::vector<std::string> warningTexts(const SliceAccount& account) {
   if (!account.isRegistered)
     texts.emplace_back("Not registered: dipoles are not drawn on this MRI");
   if (account.withheld > 0)
-    texts.push_back(dipolesText(account.withheld, "close to this slice not drawn: below the level of the ears"));
+    texts.push_back(
+        dipolesText(account.withheld, "close to this slice not drawn: below the level of the ears"));
   if (account.offPane > 0)
     texts.push_back(dipolesText(account.offPane, "on this slice beyond the borders of this view"));
   if (account.outside > 0)
-    texts.push_back(dipolesText(account.outside, "more than " + std::to_string(std::lround(headReach)) +
-                                                     " mm away, not drawn"));
+    texts.push_back(dipolesText(
+        account.outside, "more than " + std::to_string(std::lround(headReach)) + " mm away, not drawn"));
   addNowhere(texts, account);
   return texts;
 }

@@ -80,9 +80,8 @@ int drawLabels(Image& image, const std::vector<PaneLabel>& labels, int around, d
     const auto boxAt = [&](const PixelPoint& corner) {
       return PixelBox{corner.column - 1, corner.row - 1, corner.column + width + 1, corner.row + height + 1};
     };
-    const auto at = std::find_if(std::begin(corners), std::end(corners), [&](const PixelPoint& corner) {
-      return taken.isFree(boxAt(corner));
-    });
+    const auto at = std::find_if(std::begin(corners), std::end(corners),
+                                 [&](const PixelPoint& corner) { return taken.isFree(boxAt(corner)); });
     if (at == std::end(corners)) {
       ++left;
       continue;

@@ -33,8 +33,7 @@ void drawFineArrow(Image& image, const SliceArrow& arrow, double scale) {
     return {tip.column - head * (along - side * headSlope * down),
             tip.row - head * (down + side * headSlope * along), 0.0};
   };
-  for (const LineStyle& line :
-       {LineStyle{edgeInk, 4.0 * scale, 0.7}, LineStyle{arrow.colour, 2.0 * scale}}) {
+  for (const LineStyle& line : {LineStyle{edgeInk, 4.0 * scale, 0.7}, LineStyle{arrow.colour, 2.0 * scale}}) {
     drawLine(image, from, tip, line);
     drawLine(image, barb(1.0), tip, line);
     drawLine(image, barb(-1.0), tip, line);

@@ -25,7 +25,8 @@ Vector3 middleOf(const PaneContents& contents) {
   return isPlace(place) ? place : Vector3{};
 }
 
-void addLimits(std::vector<std::string>& texts, const char* name, const char* unit, const ValueLimits& limits) {
+void addLimits(std::vector<std::string>& texts, const char* name, const char* unit,
+               const ValueLimits& limits) {
   std::string text = name;
   if (limits.least && limits.most)
     text += " " + shortest(*limits.least) + " to " + shortest(*limits.most);
@@ -87,10 +88,12 @@ ViewAngles sideOfDipoles(const PaneContents& contents) {
 
 std::string toleranceText(const PaneContents& contents) {
   const double tolerance = toleranceOf(contents);
-  const std::string text = std::isfinite(tolerance) ? "dipoles within " + formatMm(tolerance) + " mm of the slices"
-                                                    : "dipoles at any distance from the slices";
-  return text + (contents.settings.moduleSlab ? "; on axial ones all from the level of the ears up to the slice"
-                                              : "");
+  const std::string text = std::isfinite(tolerance)
+                               ? "dipoles within " + formatMm(tolerance) + " mm of the slices"
+                               : "dipoles at any distance from the slices";
+  return text + (contents.settings.moduleSlab
+                     ? "; on axial ones all from the level of the ears up to the slice"
+                     : "");
 }
 
 std::vector<std::string> filterTexts(const PaneContents& contents) {

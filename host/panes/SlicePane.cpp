@@ -53,9 +53,7 @@ void SlicePane::zoom(double factor, int column, int row) {
 
 void SlicePane::pan(int columns, int rows) {
   const ViewAxes axes = axesOf(m_view);
-  const auto moved = [](double mm, double by) {
-    return std::clamp(mm + by, -headReach, headReach);
-  };
+  const auto moved = [](double mm, double by) { return std::clamp(mm + by, -headReach, headReach); };
   m_middle[axes.column] = moved(m_middle[axes.column], -columns * m_mmPerPixel);
   m_middle[axes.row] = moved(m_middle[axes.row], rows * m_mmPerPixel);
   m_isFitted = false;

@@ -298,6 +298,8 @@ Image MainFrame::currentPicture() {
   const CString& path = m_session->setPath();
   texts.files = {m_session->head().name, path.IsEmpty() ? std::string() : utf8Of(fileNameOf(path))};
   texts.settings = {utf8Of(statusText(dipolePart)), utf8Of(statusText(countPart))};
+  if (const std::string mismatch = m_session->headMismatch(); !mismatch.empty())
+    texts.wrong.push_back(mismatch);
   return fourPanes(pane(0).picture(), pane(1).picture(), pane(2).picture(), pane(3).picture(), texts);
 }
 

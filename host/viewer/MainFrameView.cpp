@@ -98,10 +98,7 @@ void MainFrame::OnSwitch(UINT id) {
 
 void MainFrame::OnShowAll() {
   noteQuietChange();
-  m_dipoles->setShowAllDipole(1);
-  m_dipoles->setShowDipoleArray(1);
-  m_dipoles->setShowCurrentDipoleOnly(0);
-  m_dipoles->setShowDipoleLatencySelected(0);
+  switchAllOn(*m_dipoles);
   m_session->view().filter = DipoleFilter();
   m_dipoles->updateDipoleList();
   afterCommand(_T("Show All Dipoles"));

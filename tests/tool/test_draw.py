@@ -4,7 +4,8 @@ import os
 import stat
 import unittest
 
-from support import LEFT_FIRST, Png, ToolTest, dipole_file, example, head_volume, is_dipole_colour, run
+from support import (LEFT_FIRST, Png, ToolTest, dipole_file, example, head_volume, is_dipole_colour,
+                     moving_file, run)
 
 GREY_HEAD = None
 
@@ -28,7 +29,7 @@ def centre(pixels):
 class DrawTest(ToolTest):
     def draw_files(self, paths, *options, code=0, mri=None, fiducials=LEFT_FIRST):
         return self.end_with(code, "draw", *paths, "--mri", mri or grey_head(), "--fiducials", fiducials,
-                             "-o", self.path("out.png"), *options)
+                             "--no-arrows", "-o", self.path("out.png"), *options)
 
     def picture(self):
         with open(self.path("out.png"), "rb") as file:
@@ -54,7 +55,7 @@ class Places(DrawTest):
     def offset(self, view, first, second):
         """How many pixels right and down the second dipole stands from the first."""
         slice_at = {"axial": 90, "coronal": 0, "sagittal": 0}[view]
-        options = ("--slice", "%s:%g" % (view, slice_at), "--overlap", "100")
+        options = ("--slice", "%s:%g" % (view, slice_at), "--tolerance", "100")
         pixels, _, _ = self.dipole_pixels([first, second], "--glyph", "1", *options)
         alone = self.draw([first], "--glyph", "1", *options)[0].pixels(is_dipole_colour)
         self.assertEqual((len(pixels), len(alone)), (2, 1))
@@ -134,27 +135,38 @@ class Patients(DrawTest):
 
 
 class Warnings(DrawTest):
-    def test_overlap_decides_what_a_coronal_slice_shows(self):
+    def test_the_tolerance_decides_what_a_slice_shows(self):
         rows = [(0.4, 0, 3), (1.0, 3, 3)]
         pixels, _, result = self.dipole_pixels(rows, "--slice", "coronal:0", "--glyph", "1")
         self.assertEqual(len(pixels), 1)
         self.assertIn("1 of 2", result.err)
-        for overlap, count in (("3.5", 0), ("4", 1), ("10", 2), ("0", 0)):
-            options = ("--slice", "coronal:0", "--glyph", "1", "--overlap", overlap)
-            self.assertEqual(len(self.dipole_pixels(rows, *options)[0]), count, overlap)
+        for tolerance, count in (("3.5", 0), ("4", 1), ("10", 2), ("0", 0), ("all", 2)):
+            options = ("--slice", "coronal:0", "--glyph", "1", "--tolerance", tolerance)
+            self.assertEqual(len(self.dipole_pixels(rows, *options)[0]), count, tolerance)
 
-    def test_dipoles_that_an_axial_slice_withholds_are_told(self):
-        pixels, _, result = self.dipole_pixels([(0, 0, -0.3)], "--slice", "axial:-3")
+    def test_an_axial_slice_shows_what_lies_near_it_below_the_ears_too(self):
+        options = ("--slice", "axial:-3", "--glyph", "3")
+        self.assertEqual(len(self.dipole_pixels([(0, 0, -0.3)], *options)[0]), 9)
+        pixels, _, result = self.dipole_pixels([(0, 0, -0.3)], *options, "--module-slab")
         self.assertEqual(pixels, [])
-        self.assertIn("dipole: warning: Axial slice at y = -3.0 mm (down): ", result.err)
+        self.assertIn("dipole: warning: Axial slice at y = -3.0 mm (down): 1 dipole close to this slice not drawn",
+                      result.err)
+
+    def test_the_modules_slab_shows_all_from_the_ears_up_to_the_slice(self):
+        rows = [(0, 3, 1), (0, 0, 3), (0, -3, -1)]
+        self.assertEqual(len(self.dipole_pixels(rows, "--slice", "axial:60", "--glyph", "1")[0]), 0)
+        options = ("--slice", "axial:60", "--glyph", "1", "--module-slab")
+        self.assertEqual(len(self.dipole_pixels(rows, *options)[0]), 2)
 
     def test_dipoles_switched_off_by_flags_are_told_and_not_drawn(self):
         flags = "Dipole_Flags\n{\n1: 0 0 1 1 1\n2: 0 1 1 1 1\n}\n"
         path = self.write("f.dip", dipole_file([(0, 0, 3, 7, "a"), (0, 5, 3, 7, "b")]) + flags)
         result = self.draw_files([path], "--slice", "coronal:0", "--glyph", "5")
-        self.assertIn("dipole: warning: 1 of 2 dipoles are switched off for slices by the flags of their"
-                      " files and are in no view\n", result.err)
+        self.assertIn("dipole: Coronal slice at z = 0.0 mm (origin): 1 switched off\n", result.err)
         self.assertEqual(len(self.picture().pixels(is_dipole_colour)), 25)
+        scene = self.draw_files([path], "--3d", "--view", "front", "--mm-per-pixel", "2")
+        self.assertIn("dipole: 3D picture: dipoles: 1 of 2\n", scene.err)
+        self.assertIn("dipole: 3D picture: 1 switched off\n", scene.err)
 
     def test_another_head_is_told(self):
         warning = "dipole: warning: the distances between the fiducial points differ by 12 mm"
@@ -164,8 +176,71 @@ class Warnings(DrawTest):
 
     def test_a_volume_that_does_not_state_its_sides_is_told(self):
         mri = head_volume(self.path("plain.nii.gz"), size=20, spacing=12.0, sform=False)
-        _, result = self.draw([(0, 0, 3)], mri=mri)
+        _, result = self.draw([(0, 0, 3)], mri=mri, fiducials="120,220,120 40,120,120 200,120,120")
         self.assertIn("warning: %s does not say which side of it is left" % mri, result.err)
+
+
+class Choices(DrawTest):
+    def drawn(self, *options):
+        """How many of four dipoles, of moments 10 to 40 and latencies 100 to 400 ms, are on the slice."""
+        path = self.write("m.dip", moving_file([(0.1 * i, 2, 2 * i - 5, 3) for i in (1, 2, 3, 4)]))
+        result = self.draw_files([path], "--slice", "coronal:20", "--mm-per-pixel", "2", "--yes", *options)
+        return result.err
+
+    def test_limits_leave_out_what_is_beyond_them(self):
+        self.assertIn("dipoles: 4 of 4 on this slice", self.drawn())
+        err = self.drawn("--latency", "200:300")
+        self.assertIn("dipoles: 2 of 4 on this slice", err)
+        self.assertIn("2 filtered out", err)
+        self.assertIn("dipoles: 3 of 4 on this slice", self.drawn("--latency", ":300"))
+        self.assertIn("dipoles: 0 of 4 on this slice", self.drawn("--max-error", "5"))
+        self.assertIn("dipoles: 4 of 4 on this slice", self.drawn("--max-error", "5.5"))
+        self.assertIn("dipoles: 4 of 4 on this slice", self.drawn("--moment", "20:"))
+        self.assertIn("dipoles: 0 of 4 on this slice", self.drawn("--moment", "20.5:"))
+
+    def test_colours_by_value_come_with_a_legend(self):
+        rows = [(0, 5, 3), (0, -5, 3)]
+        plain = self.draw(rows, "--slice", "coronal:0")[0]
+        coloured = self.draw(rows, "--slice", "coronal:0", "--color-by", "moment")[0]
+        self.assertGreater(len(plain.pixels(is_dipole_colour)), 20)
+        self.assertEqual(coloured.pixels(is_dipole_colour), [])
+        self.assertGreater(coloured.width, plain.width)
+
+    def test_several_slice_options_make_rows(self):
+        one = self.draw([(0, 0, 3)], "--slice", "axial:30", "--mm-per-pixel", "2")
+        many = self.draw([(0, 0, 3)], "--slice", "axial:30,coronal:0", "--slice", "sagittal:0", "--slice",
+                         "axial:40", "--mm-per-pixel", "2")
+        self.assertGreater(many[0].height, one[0].height + 100)
+        self.assertEqual(many[1].err.count(" slice at "), 4)
+
+    def test_slices_run_through_each_chosen_dipole(self):
+        rows = [(0, 5, 3), (1, -5, 3), (2, 0, 4)]
+        _, result = self.draw(rows, "--slices-through", "1,3", "--mm-per-pixel", "2")
+        for place in ("Sagittal slice at x = 50.0 mm", "Sagittal slice at x = 0.0 mm", "Axial slice at y = 40.0"):
+            self.assertIn(place, result.err)
+        self.assertNotIn("x = -50.0", result.err)
+        _, result = self.draw(rows, "--slices-through", "all", "--mm-per-pixel", "2")
+        self.assertEqual(result.err.count("Coronal slice at"), 3)
+        path = self.path("d.dip")
+        missing = self.draw_files([path], "--slices-through", "7", code=1)
+        self.assertIn("no dipole with the number 7 is shown", missing.err)
+
+    def test_a_dipole_without_a_place_does_not_block_the_slices_of_default(self):
+        rows = [(0, "nan", 3, 900, "lost"), (0, 5, 3, 7, "a")]
+        path = self.write("n.dip", dipole_file(rows))
+        result = self.draw_files([path], "--mm-per-pixel", "2")
+        self.assertIn("Sagittal slice at x = 50.0 mm (left): dipoles: 1 of 2 on this slice", result.err)
+        self.assertIn("warning: Sagittal slice at x = 50.0 mm (left): 1 dipole without a valid location",
+                      result.err)
+
+    def test_the_points_beside_the_mri_serve_when_none_are_given(self):
+        mri = head_volume(self.path("own.nii.gz"), size=50, spacing=5.0)
+        dip = self.write("d.dip", dipole_file([(0, 0, 3, 7, "a")]))
+        attempt = ("draw", dip, "--mri", mri, "--slice", "coronal:0", "-o", self.path("out.png"))
+        self.assertIn("no fiducial points", self.end_with(1, *attempt).err)
+        self.assertFalse(os.path.exists(self.path("out.png")))
+        self.write("own.fiducials", "nasion 0 100 0\nleft -80 0 0\nright 80 0 0\n")
+        self.assertIn("dipoles: 1 of 1", self.end_with(0, *attempt).err)
 
 
 class Failures(DrawTest):
@@ -175,9 +250,9 @@ class Failures(DrawTest):
                              "-o", output or self.path("out.png"), *more)
 
     def test_bad_slices_sizes_and_overlaps_end_with_2(self):
-        slices = ("oblique:3", "axial", "axial:x", "axial:", "axial:nan", "axial:301", "axial:3,", ",", "",
-                  "axial:1,axial:2,axial:3,axial:4")
-        others = (("--glyph", "0"), ("--glyph", "65"), ("--overlap", "-1"), ("--mm-per-pixel", "0"),
+        slices = ("oblique:3", "axial", "axial:x", "axial:", "axial:nan", "axial:301", "axial:3,", ",", "")
+        others = (("--glyph", "0"), ("--glyph", "65"), ("--tolerance", "-1"), ("--tolerance", "some"), ("--moment", "5"), ("--latency", "9:1"),
+                  ("--moment", ":"), ("--color-by", "size"), ("--slices-through", "x"), ("--mm-per-pixel", "0"),
                   ("--mm-per-pixel", "6"))
         for more in [("--slice", text) for text in slices] + list(others):
             self.attempt(2, more=more)

@@ -67,7 +67,7 @@ TEST_F(DipoleVisibility, TheLatencyWindowCountsWhileItsSwitchIsOn) {
   const Visibility wanted[] = {out, in, in, in, out, out};
   for (int slot = 0; slot < 6; ++slot) {
     EXPECT_EQ(seen(slot), wanted[slot]) << slot;
-    }
+  }
 }
 
 TEST_F(DipoleVisibility, TheFilterHides) {

@@ -6,8 +6,8 @@
 #include "tests/host/paint/SceneShapes.h"
 
 using host::Image;
-using host::Rgb;
 using host::PageTexts;
+using host::Rgb;
 
 namespace {
 
@@ -23,8 +23,9 @@ constexpr Rgb four{250, 0, 250};
 }  // namespace
 
 TEST(PicturePage, EveryPaneIsWholeAndInItsCorner) {
-  const Image picture = fourPanes(Image(300, 200, one), Image(310, 210, two), Image(290, 180, three),
-                                  Image(305, 220, four), {"", "A-1", {"head.nii", "left.dip"}, {"all slices"}, {}, {}});
+  const Image picture =
+      fourPanes(Image(300, 200, one), Image(310, 210, two), Image(290, 180, three), Image(305, 220, four),
+                {"", "A-1", {"head.nii", "left.dip"}, {"all slices"}, {}, {}});
   EXPECT_EQ(where(picture, one).pixels, 300 * 200);
   EXPECT_EQ(where(picture, two).pixels, 310 * 210);
   EXPECT_EQ(where(picture, three).pixels, 290 * 180);
@@ -80,7 +81,8 @@ TEST(PicturePage, NotesStandBelowThePanes) {
 }
 
 TEST(PicturePage, TheColumnsOfAGridBeginAtOnePlace) {
-  const Image grid = host::gridOf({{Image(10, 5, one), Image(20, 5, two)}, {Image(30, 5, three), Image(5, 9, four)}}, 3);
+  const Image grid =
+      host::gridOf({{Image(10, 5, one), Image(20, 5, two)}, {Image(30, 5, three), Image(5, 9, four)}}, 3);
   EXPECT_EQ(grid.width(), 30 + 3 + 20);
   EXPECT_EQ(grid.height(), 5 + 3 + 9);
   EXPECT_EQ(grid.pixel(33, 0), two);

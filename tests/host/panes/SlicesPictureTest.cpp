@@ -38,7 +38,8 @@ TEST_F(SlicesPicture, ShowsThePatientsLeftUnderTheLetterL) {
     const Drawn leftDipole = dipoleIn(left);
     const Place letter = letterPlace(left, 'L');
     ASSERT_GT(letter.column, 0.0);
-    EXPECT_LT(std::abs(letter.column - leftDipole.column), std::abs(letterPlace(left, 'R').column - leftDipole.column));
+    EXPECT_LT(std::abs(letter.column - leftDipole.column),
+              std::abs(letterPlace(left, 'R').column - leftDipole.column));
     EXPECT_GT(leftDipole.column, left.width() * 0.5);
     const Image right = through(view, {-aside, 12, 10});
     EXPECT_LT(dipoleIn(right).column, right.width() * 0.5);
@@ -97,8 +98,9 @@ TEST_F(SlicesPicture, KeepsOneScaleForAllViews) {
   put({-aside, 5, 5}, RGB(0, 255, 255));
   const auto apart = [&](View view, double mmPerPixel) {
     const Image image = slices({{View::sagittal, 90.0}, {view, 5.0}}, mmPerPixel).image;
-    return dipoleIn(image).column -
-           drawnWhere(image, [](const Rgb& pixel) { return pixel == Rgb{0, 255, 255}; }).column;
+    return dipoleIn(image).column - drawnWhere(image, [](const Rgb& pixel) {
+                                      return pixel == Rgb{0, 255, 255};
+                                    }).column;
   };
   for (const View view : {View::axial, View::coronal}) {
     EXPECT_NEAR(apart(view, 0.5), 160.0, 1.0);
@@ -128,7 +130,8 @@ TEST_F(SlicesPicture, CropsToTheHead) {
 
 TEST_F(SlicesPicture, TellsOfItsPanesInTheirOrder) {
   put({30, 20, 10});
-  const host::DipolePicture picture = slices({{View::sagittal, 30.2}, {View::axial, 20}, {View::coronal, 50}});
+  const host::DipolePicture picture =
+      slices({{View::sagittal, 30.2}, {View::axial, 20}, {View::coronal, 50}});
   ASSERT_EQ(picture.panes.size(), 3U);
   EXPECT_EQ(picture.panes[0].title, "Sagittal");
   EXPECT_EQ(picture.panes[0].place, "x = 30.2 mm (left)");
@@ -230,7 +233,8 @@ TEST_F(SlicesPicture, RowsThroughEachDipoleHaveWhatIsKnownOfIt) {
   dipole.m_fitError = 5.0;
   dipole.m_moment = 20.0;
   const host::SliceRow row = host::rowThrough(contents(), 0);
-  EXPECT_EQ(row.slices, (std::vector<host::SliceRequest>{{View::axial, 20}, {View::coronal, 30}, {View::sagittal, 10}}));
+  EXPECT_EQ(row.slices,
+            (std::vector<host::SliceRequest>{{View::axial, 20}, {View::coronal, 30}, {View::sagittal, 10}}));
   EXPECT_NE(row.heading.find("spike   12.3 ms   fit error 5.0 %   moment 20.0"), std::string::npos)
       << row.heading;
   const Image one = host::slicesPicture(contents(), {row}, 0.5, {}).image;
@@ -303,8 +307,9 @@ TEST_F(SlicesPicture, ItsChoiceIsToldInWords) {
   settings.filter.fitError.most = 10.0;
   settings.filter.moment = {5.0, 50.5};
   settings.filter.latency.least = -3.0;
-  EXPECT_EQ(host::filterTexts(contents()),
-            (std::vector<std::string>{"fit error at most 10 %",
-                                      std::string("moment 5 to 50.5") + (dipoles->m_momentInNAm != 0 ? " nAm" : ""),
-                                      "latency at least -3 ms"}));
+  EXPECT_EQ(
+      host::filterTexts(contents()),
+      (std::vector<std::string>{"fit error at most 10 %",
+                                std::string("moment 5 to 50.5") + (dipoles->m_momentInNAm != 0 ? " nAm" : ""),
+                                "latency at least -3 ms"}));
 }

@@ -60,8 +60,8 @@ TEST(DrawMarks, EveryStandpointHasItsSideLetters) {
     EXPECT_TRUE(standsAt(image, letters.left, host::markMargin, middle)) << nameOf(standpoint);
     EXPECT_TRUE(standsAt(image, letters.right, right, middle)) << nameOf(standpoint);
     EXPECT_TRUE(standsAt(image, letters.top, centred(letters.top), host::markMargin)) << nameOf(standpoint);
-    EXPECT_TRUE(standsAt(image, letters.bottom, centred(letters.bottom),
-                         300 - host::markMargin - font.lineHeight()))
+    EXPECT_TRUE(
+        standsAt(image, letters.bottom, centred(letters.bottom), 300 - host::markMargin - font.lineHeight()))
         << nameOf(standpoint);
     EXPECT_FALSE(standsAt(image, letters.left, right, middle)) << nameOf(standpoint);
   }
