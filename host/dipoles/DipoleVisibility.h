@@ -8,7 +8,7 @@ namespace host {
 
 enum class Visibility {
   shown,
-  switchedOff,  // by its own switches or that of the whole set, or not the current one while only that is shown
+  switchedOff,  // by its own switches or the set's, or not the current one while only that is shown
   filtered,     // by the filter, or by the latency window
   nowhere       // a coordinate is not a number, or beyond 100 m
 };

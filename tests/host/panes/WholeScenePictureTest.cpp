@@ -1,5 +1,5 @@
-// In a finished 3D picture a dipole of the patient's left is on the side that carries the letter L, and nothing
-// is hidden without a word.
+// In a finished 3D picture a dipole of the patient's left is on the side that carries the letter L, and
+// nothing is hidden without a word.
 #include <cmath>
 #include <stdexcept>
 #include <string>
