@@ -10,6 +10,7 @@
 
 #include "host/dipoles/DipoleScene.h"
 #include "host/dipoles/SetFiducials.h"
+#include "host/dipoles/UnknownDipoles.h"
 #include "host/dipoles/ValueColors.h"
 #include "host/head/HeadFile.h"
 #include "host/head/Limits.h"
@@ -273,9 +274,12 @@ int DrawCommand::run() const {
   }
   host::ViewSettings settings = m_picture.settings();
   settings.ballRadius = m_scene.ballRadius();
+  host::UnknownDipoles unknown;
+  unknown.mark(set, session.unknown());
+  settings.unknown = &unknown;
   std::optional<host::ValueColors> colours;
   if (settings.colourBy) {
-    colours.emplace(set, *settings.colourBy);
+    colours.emplace(set, *settings.colourBy, &unknown);
   }
   host::PaneContents contents{set, head, settings, {}, head.volume->window(), colours ? &*colours : nullptr};
   contents.scale = host::textScale(m_picture.mmPerPixel());
