@@ -1,5 +1,5 @@
-// Pictures of dipoles for a page, made by the panes of a window: slices beside each other at one scale, or one
-// view in 3D.
+// Pictures of dipoles for a page, made by the panes of a window: slices beside each other at one scale, or
+// one view in 3D.
 #pragma once
 
 #include <string>

@@ -12,8 +12,8 @@ namespace host {
 // Those that are visible, see visibilityOf, ascending.
 [[nodiscard]] std::vector<int> shownSlots(const PaneContents& contents);
 
-// The shown dipole, within headReach, whose moment is the largest without its sign; a moment that is no number
-// counts as none. -1 when there is none.
+// The shown dipole, within headReach, whose moment is the largest without its sign; a moment that is no
+// number counts as none. -1 when there is none.
 [[nodiscard]] int strongestSlot(const PaneContents& contents);
 
 // The nearest of left, right, front and back to where the shown dipoles lie in the head, from the middle of
