@@ -27,7 +27,7 @@ bool isRowSelected(const CDipoleFace& face, int slot, const std::vector<bool>& s
          selectedRows[static_cast<std::size_t>(row)];
 }
 
-// A flag that is right is not written: in a full set that would be most of the work.
+// A flag that is right is not written: in a full set that would be most of the work. Asks for no memory.
 void mark(CDipoleFace& face, int slot, bool isSelected) {
   const CDipoleszq* dipole = dipoleIn(face, slot);
   if (dipole != nullptr && dipole->m_selected != isSelected) {
@@ -95,13 +95,12 @@ DipoleSlots dipolesOfRows(const CDipoleFace& face, const std::vector<bool>& sele
 }
 
 DipoleSlots markRows(CDipoleFace& face, const std::vector<bool>& selectedRows) {
-  DipoleSlots slots;
+  const DipoleSlots slots = dipolesOfRows(face, selectedRows);
+  auto next = slots.begin();
   for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
-    const bool isSelected = isRowSelected(face, slot, selectedRows);
-    if (isSelected) {
-      slots.push_back(slot);
-    }
+    const bool isSelected = next != slots.end() && *next == slot;
     mark(face, slot, isSelected);
+    next += isSelected ? 1 : 0;
   }
   return slots;
 }

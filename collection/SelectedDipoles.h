@@ -15,7 +15,8 @@ using DipoleSlots = std::vector<int>;
 // getDipoleListItemID, so deliberately none when the collection has no current dipole.
 DipoleSlots dipolesOfRows(const CDipoleFace& face, const std::vector<bool>& selectedRows);
 
-// Likewise; and the selection flag of every dipole is set for these, cleared for all others.
+// Likewise; and the selection flag of every dipole is set for these, cleared for all others. Without memory
+// no flag changes.
 DipoleSlots markRows(CDipoleFace& face, const std::vector<bool>& selectedRows);
 
 // Removes the dipoles, closing the gaps once.

@@ -34,9 +34,9 @@ void ColorButton::show(COLORREF color) {
 }
 
 LRESULT ColorButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-  const LRESULT result = CButton::WindowProc(message, wParam, lParam);
+  const LRESULT result = Guarded::WindowProc(message, wParam, lParam);
   if (m_hasColor && drawsTheButton(message)) {
-    paint();
+    tellWithoutMemory([this] { paint(); });
   }
   return result;
 }

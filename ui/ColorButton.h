@@ -3,7 +3,9 @@
 
 #include <afxwin.h>
 
-class ColorButton : public CButton {
+#include "ui/WithoutMemory.h"
+
+class ColorButton : public Guarded<CButton> {
  public:
   ColorButton();
   ~ColorButton() override;

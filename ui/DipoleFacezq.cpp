@@ -1,13 +1,12 @@
 #include "ui/DipoleFacezq.h"
 
-#include <initializer_list>
 #include <utility>
 
-#include "collection/WithinMemory.h"
 #include "ui/DlgDipoleCoordinate.h"
 #include "ui/DlgDipoleEditor.h"
 #include "ui/DlgDipoleManagerzq.h"
 #include "ui/WindowTools.h"
+#include "ui/WithoutMemory.h"
 #include "ui/resource.h"
 
 namespace {
@@ -43,14 +42,6 @@ void change(std::shared_ptr<Dialog>& dialog, const CDipoleFacezq* face, std::sha
     dialog->leaveCollection();
   }
   dialog = std::move(next);
-}
-
-// No exception leaves the module.
-template <typename Work>
-void tellWithoutMemory(Work work) {
-  if (!isWithinMemory(work)) {
-    AfxMessageBox(_T("Not enough memory"));
-  }
 }
 
 }  // namespace
@@ -150,20 +141,17 @@ int CDipoleFacezq::updateDipoleList() {
   return 1;
 }
 
-std::vector<CDlgDipoleEditor*> CDipoleFacezq::openEditors() const {
-  std::vector<CDlgDipoleEditor*> editors;
-  for (CDlgDipoleEditor* const editor :
-       {m_dlgDipoleEditor.get(), m_dlgDipoleList ? m_dlgDipoleList->m_pDlgEditor.get() : nullptr}) {
-    if (isOpen(editor)) {
-      editors.push_back(editor);
-    }
-  }
-  return editors;
+CDipoleFacezq::OpenEditors CDipoleFacezq::openEditors() const {
+  const auto openOrNone = [](CDlgDipoleEditor* editor) { return isOpen(editor) ? editor : nullptr; };
+  return {openOrNone(m_dlgDipoleEditor.get()),
+          openOrNone(m_dlgDipoleList ? m_dlgDipoleList->m_pDlgEditor.get() : nullptr)};
 }
 
 int CDipoleFacezq::updateDipoleEditor() {
   for (CDlgDipoleEditor* const editor : openEditors()) {
-    editor->follow();
+    if (editor != nullptr) {
+      editor->follow();
+    }
   }
   return 1;
 }

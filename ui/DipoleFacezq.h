@@ -15,8 +15,8 @@
 // message or a file dialog of the module is on the screen.
 #pragma once
 
+#include <array>
 #include <memory>
-#include <vector>
 
 #include "file/DipoleFace9File.h"
 
@@ -34,11 +34,12 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
 
   // Show a dialog. `host` is the window that this dialog, and no other, asks to repaint; null: none. A window
   // that is destroyed needs no word: the dialogs keep its handle, and which CWnd was attached to it, and ask
-  // the framework for both before they use it; they never follow the pointer. m_pParentWnd is the one given
-  // last, for the host to read: the module does not follow that one either. Without memory they say "Not
-  // enough memory". showDipoleList returns the manager, its list with the focus, or null when there is none;
-  // its callback gets the position (mm) and latency (ms) of a dipole that the user picks, null leaves it to
-  // the one set before.
+  // the framework for both before they use it; they never follow the pointer. So give the object to which the
+  // window is attached: of a temporary one the handle alone is known, which the system may use again.
+  // m_pParentWnd is the one given last, for the host to read: the module does not follow that one either.
+  // Without memory they say "Not enough memory". showDipoleList returns the manager, its list with the focus,
+  // or null when there is none; its callback gets the position (mm) and latency (ms) of a dipole that the
+  // user picks, null leaves it to the one set before.
   CDialog* showDipoleList(CWnd* host, int (*cbf)(double x, double y, double z, double latency));
   int dipoleEdit(CWnd* host);
   int setDipoleCoordinate(CWnd* host);
@@ -53,10 +54,10 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
   // Makes a dipole the current one, for a host whose user has picked it elsewhere, and shows it in the
   // windows that are open: in the manager's list its row alone is selected and in sight, the editors show
   // it. After a change of the set updateDipoleList comes first: a dipole that the list does not have yet is
-  // not selected, and no other one then. A manager that a copy has taken over is left alone. No callback is
-  // called, no window of the host repainted, and no dipole shown or hidden, also while the manager shows the
-  // current one only. -1: the current one as it is. Returns 0, and changes nothing, when there is no such
-  // dipole.
+  // not selected, and no other one then; nor is one that addDipolex has copied, whose row would stand for
+  // both. A manager that a copy has taken over is left alone. No callback is called, no window of the host
+  // repainted, and no dipole shown or hidden, also while the manager shows the current one only. -1: the
+  // current one as it is. Returns 0, and changes nothing, when there is no such dipole.
   int chooseDipole(int index);
 
   // Bring visible windows up to date with the collection. A host that changes the current dipole, or makes
@@ -69,7 +70,9 @@ class AFX_EXT_CLASS CDipoleFacezq : public CDipoleFace9File {
  private:
   friend class CDlgDipoleManagerzq;
 
-  std::vector<CDlgDipoleEditor*> openEditors() const;
+  using OpenEditors = std::array<CDlgDipoleEditor*, 2>;
+
+  OpenEditors openEditors() const;  // null: not open; asks for no memory
 
   std::shared_ptr<CDlgDipoleManagerzq> m_dlgDipoleList;
   std::shared_ptr<CDlgDipoleEditor> m_dlgDipoleEditor;

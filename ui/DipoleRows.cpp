@@ -2,13 +2,14 @@
 
 #include <iterator>
 
-DipoleRows::Row::Row(const CDipoleszq& dipole)
-    : number(dipole.m_number),
-      shown(dipole.m_show != 0),
-      values{dipole.m_latency,        dipole.m_location[0],    dipole.m_location[1],
-             dipole.m_location[2],    dipole.m_orientation[0], dipole.m_orientation[1],
-             dipole.m_orientation[2], dipole.m_fitError,       dipole.m_moment},
-      label(dipole.m_label) {}
+DipoleRows::Row::Row(const CDipoleszq& source)
+    : dipole(&source),
+      number(source.m_number),
+      shown(source.m_show != 0),
+      values{source.m_latency,        source.m_location[0],    source.m_location[1],
+             source.m_location[2],    source.m_orientation[0], source.m_orientation[1],
+             source.m_orientation[2], source.m_fitError,       source.m_moment},
+      label(source.m_label) {}
 
 LPCTSTR DipoleRows::heading(int column) {
   static constexpr LPCTSTR headings[] = {_T("Index"),          _T("Latency(ms)"),    _T("Position X(mm)"),
@@ -30,6 +31,10 @@ void DipoleRows::giveItemIds(CDipoleFace& face) const {
   for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
     face.setDipoleListItemID(slot, slot < count() ? slot : -1);
   }
+}
+
+bool DipoleRows::isOf(int row, const CDipoleszq* dipole) const {
+  return has(row) && m_rows[static_cast<std::size_t>(row)].dipole == dipole;
 }
 
 CString DipoleRows::text(int row, int column) const {

@@ -30,6 +30,7 @@ class DipoleRows {
 
   int count() const { return static_cast<int>(m_rows.size()); }
   bool has(int row) const { return row >= 0 && row < count(); }
+  bool isOf(int row, const CDipoleszq* dipole) const;  // whether there is such a row, made from this dipole
 
   // Of a row that there is. Numbers with four decimals.
   CString text(int row, int column) const;
@@ -41,7 +42,8 @@ class DipoleRows {
 
  private:
   struct Row {
-    explicit Row(const CDipoleszq& dipole);
+    explicit Row(const CDipoleszq& source);
+    const CDipoleszq* dipole;  // compared only: it may be gone
     int number;
     bool shown;
     double values[9];  // columns 1 to 9

@@ -8,7 +8,7 @@ BEGIN_MESSAGE_MAP(CDlgDipoleCoordinate, CDialog)
 ON_BN_CLICKED(IDC_COORDINATE_APPLY, &CDlgDipoleCoordinate::OnApply)
 END_MESSAGE_MAP()
 
-CDlgDipoleCoordinate::CDlgDipoleCoordinate(CWnd* parent) : CDialog(IDD_DIPOLE_COORDINATE, parent) {}
+CDlgDipoleCoordinate::CDlgDipoleCoordinate(CWnd* parent) : Guarded(IDD_DIPOLE_COORDINATE, parent) {}
 
 CDlgDipoleCoordinate::~CDlgDipoleCoordinate() {
   DestroyWindow();  // while this class still answers
@@ -53,14 +53,14 @@ void CDlgDipoleCoordinate::OnApply() {
   double y = 0.0;
   double z = 0.0;
   m_pDipoleFace->getAllDipoleLocational(x, y, z);
-  m_texts.store(*this, IDC_COORDINATE_LOCATION_X, m_locationX, x);
-  m_texts.store(*this, IDC_COORDINATE_LOCATION_Y, m_locationY, y);
-  m_texts.store(*this, IDC_COORDINATE_LOCATION_Z, m_locationZ, z);
+  m_texts.store(IDC_COORDINATE_LOCATION_X, m_locationX, x);
+  m_texts.store(IDC_COORDINATE_LOCATION_Y, m_locationY, y);
+  m_texts.store(IDC_COORDINATE_LOCATION_Z, m_locationZ, z);
   m_pDipoleFace->setAllDipoleLocational(x, y, z);
   m_pDipoleFace->getAllDipoleRotation(x, y, z);
-  m_texts.store(*this, IDC_COORDINATE_ROTATION_X, m_rotationX, x);
-  m_texts.store(*this, IDC_COORDINATE_ROTATION_Y, m_rotationY, y);
-  m_texts.store(*this, IDC_COORDINATE_ROTATION_Z, m_rotationZ, z);
+  m_texts.store(IDC_COORDINATE_ROTATION_X, m_rotationX, x);
+  m_texts.store(IDC_COORDINATE_ROTATION_Y, m_rotationY, y);
+  m_texts.store(IDC_COORDINATE_ROTATION_Z, m_rotationZ, z);
   m_pDipoleFace->setAllDipoleRotation(x, y, z);
   m_pHostWnd.repaint();
   refresh();

@@ -5,10 +5,11 @@
 
 #include "ui/EditTexts.h"
 #include "ui/HostView.h"
+#include "ui/WithoutMemory.h"
 
 class CDipoleFacezq;
 
-class CDlgDipoleCoordinate : public CDialog {
+class CDlgDipoleCoordinate : public Guarded<CDialog> {
  public:
   explicit CDlgDipoleCoordinate(CWnd* parent = nullptr);
   ~CDlgDipoleCoordinate() override;

@@ -1,7 +1,8 @@
 #include "ui/DlgDipoleEditor.h"
 
+#include <utility>
+
 #include "collection/SelectedDipoles.h"
-#include "collection/WithinMemory.h"
 #include "ui/DipoleFacezq.h"
 #include "ui/ListDipoleszq.h"
 #include "ui/OpenBeside.h"
@@ -47,7 +48,7 @@ ON_EN_CHANGE(IDC_EDITOR_MERGE_RADIUS, &CDlgDipoleEditor::OnChangeMergeRadius)
 ON_MESSAGE(WM_ACTIVATE, &CDlgDipoleEditor::OnActivation)
 END_MESSAGE_MAP()
 
-CDlgDipoleEditor::CDlgDipoleEditor(CWnd* parent) : CDialog(IDD_DIPOLE_EDITOR, parent) {}
+CDlgDipoleEditor::CDlgDipoleEditor(CWnd* parent) : Guarded(IDD_DIPOLE_EDITOR, parent) {}
 
 CDlgDipoleEditor::~CDlgDipoleEditor() {
   DestroyWindow();  // while this class still answers
@@ -82,16 +83,24 @@ int CDlgDipoleEditor::refresh() {
   if (m_pDipoleFace == nullptr) {
     return 0;
   }
-  SetWindowText(caption(*m_pDipoleFace));
+  m_isBehind = true;
+  const CDipoleszq* const dipole = m_pDipoleFace->getCurrentDipole();
+  // What asks for memory first: without it all fields and the caption still tell of the same dipole.
+  DipoleTable::Hold shown;
+  if (dipole != nullptr) {
+    shown = DipoleTable::Hold(m_pDipoleFace->m_dipoles, m_pDipoleFace->getCurrentDipoleID());
+  }
+  const CString text = caption(*m_pDipoleFace);
+  m_shown = std::move(shown);
+  SetWindowText(text);
   m_mergeRadius = m_pDipoleFace->m_mergeRadius;
-  m_shown = DipoleTable::Hold();
-  if (const CDipoleszq* dipole = m_pDipoleFace->getCurrentDipole()) {
-    m_shown = DipoleTable::Hold(m_pDipoleFace->m_dipoles, m_pDipoleFace->getCurrentDipoleID());
+  if (dipole != nullptr) {
     fillFrom(*dipole);
     m_colorButton.show(dipole->m_color);
   }
   UpdateData(FALSE);
   m_texts.remember(*this);
+  m_isBehind = false;
   return 1;
 }
 
@@ -99,7 +108,7 @@ void CDlgDipoleEditor::follow() {
   if (m_pDipoleFace == nullptr) {
     return;
   }
-  if (m_pDipoleFace->getCurrentDipole() == m_shown.get() && m_texts.isAnyChanged(*this)) {
+  if (!m_isBehind && m_pDipoleFace->getCurrentDipole() == m_shown.get() && m_texts.isAnyChanged(*this)) {
     SetWindowText(caption(*m_pDipoleFace));
   } else {
     refresh();
@@ -133,16 +142,17 @@ void CDlgDipoleEditor::fillFrom(const CDipoleszq& dipole) {
   m_showOrientation = dipole.m_showOrientation;
 }
 
+// The label first: it alone may run out of memory, and then nothing has been stored.
 void CDlgDipoleEditor::storeInto(CDipoleszq& dipole) const {
-  m_texts.store(*this, IDC_EDITOR_SIZE, m_size, dipole.m_size);
-  m_texts.store(*this, IDC_EDITOR_ORIENTATION_LENGTH, m_orientationLength, dipole.m_orientationLength);
-  m_texts.store(*this, IDC_EDITOR_LOCATION_X, m_locationX, dipole.m_location[0]);
-  m_texts.store(*this, IDC_EDITOR_LOCATION_Y, m_locationY, dipole.m_location[1]);
-  m_texts.store(*this, IDC_EDITOR_LOCATION_Z, m_locationZ, dipole.m_location[2]);
-  m_texts.store(*this, IDC_EDITOR_ORIENTATION_X, m_orientationX, dipole.m_orientation[0]);
-  m_texts.store(*this, IDC_EDITOR_ORIENTATION_Y, m_orientationY, dipole.m_orientation[1]);
-  m_texts.store(*this, IDC_EDITOR_ORIENTATION_Z, m_orientationZ, dipole.m_orientation[2]);
-  m_texts.store(*this, IDC_EDITOR_LABEL, m_label, dipole.m_label);
+  m_texts.store(IDC_EDITOR_LABEL, m_label, dipole.m_label);
+  m_texts.store(IDC_EDITOR_SIZE, m_size, dipole.m_size);
+  m_texts.store(IDC_EDITOR_ORIENTATION_LENGTH, m_orientationLength, dipole.m_orientationLength);
+  m_texts.store(IDC_EDITOR_LOCATION_X, m_locationX, dipole.m_location[0]);
+  m_texts.store(IDC_EDITOR_LOCATION_Y, m_locationY, dipole.m_location[1]);
+  m_texts.store(IDC_EDITOR_LOCATION_Z, m_locationZ, dipole.m_location[2]);
+  m_texts.store(IDC_EDITOR_ORIENTATION_X, m_orientationX, dipole.m_orientation[0]);
+  m_texts.store(IDC_EDITOR_ORIENTATION_Y, m_orientationY, dipole.m_orientation[1]);
+  m_texts.store(IDC_EDITOR_ORIENTATION_Z, m_orientationZ, dipole.m_orientation[2]);
   dipole.m_showOrientation = m_showOrientation;  // deliberately also an unchanged one
 }
 
@@ -150,14 +160,18 @@ CDlgDipoleEditor::Applied CDlgDipoleEditor::apply() {
   if (m_pDipoleFace == nullptr) {
     return Applied::nothing;
   }
+  if (m_isBehind) {
+    refresh();  // which broke off; the current dipole must not get what is shown of another one
+    return Applied::refused;
+  }
   if (!UpdateData(TRUE)) {
     return Applied::refused;
   }
-  m_pDipoleFace->m_showDipoleOrientationAll = m_showOrientation;  // deliberately also an unchanged one
-  m_texts.store(*this, IDC_EDITOR_MERGE_RADIUS, m_mergeRadius, m_pDipoleFace->m_mergeRadius);
   if (CDipoleszq* dipole = m_pDipoleFace->getCurrentDipole()) {
     storeInto(*dipole);
   }
+  m_pDipoleFace->m_showDipoleOrientationAll = m_showOrientation;  // deliberately also an unchanged one
+  m_texts.store(IDC_EDITOR_MERGE_RADIUS, m_mergeRadius, m_pDipoleFace->m_mergeRadius);
   m_texts.remember(*this);
   const Lifetime::Watch watch = m_lifetime.watch();
   if (isOpen(m_pList)) {
@@ -169,7 +183,10 @@ CDlgDipoleEditor::Applied CDlgDipoleEditor::apply() {
 }
 
 void CDlgDipoleEditor::OnApply() {
-  if (apply() == Applied::all) {
+  const Lifetime::Watch watch = m_lifetime.watch();
+  Applied applied = Applied::all;  // without memory: perhaps
+  tellWithoutMemory([&] { applied = apply(); });
+  if (!watch.isOver() && applied == Applied::all) {
     m_pHostWnd.repaint();
   }
 }
@@ -189,9 +206,9 @@ void CDlgDipoleEditor::changeSet(Change change) {
     return;
   }
   const Lifetime::Watch watch = m_lifetime.watch();
-  change(*m_pDipoleFace);
+  tellWithoutMemory([&] { change(*m_pDipoleFace); });
   if (!watch.isOver()) {
-    refresh();
+    tellWithoutMemory([this] { refresh(); });
   }
 }
 
@@ -235,9 +252,7 @@ void CDlgDipoleEditor::OnColor() {
     return;
   }
   const Lifetime::Watch watch = m_lifetime.watch();
-  if (!isWithinMemory([&] { chooseColor(watch); })) {
-    AfxMessageBox(_T("Not enough memory"));
-  }
+  tellWithoutMemory([&] { chooseColor(watch); });
   if (!watch.isOver()) {
     m_pHostWnd.repaint();
   }

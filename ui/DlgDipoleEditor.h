@@ -11,13 +11,14 @@
 #include "ui/EditTexts.h"
 #include "ui/HostView.h"
 #include "ui/Lifetime.h"
+#include "ui/WithoutMemory.h"
 
 class CDipoleFace;
 class CDipoleFacezq;
 class CDipoleszq;
 class CListDipoleszq;
 
-class CDlgDipoleEditor : public CDialog {
+class CDlgDipoleEditor : public Guarded<CDialog> {
  public:
   explicit CDlgDipoleEditor(CWnd* parent = nullptr);
   ~CDlgDipoleEditor() override;
@@ -82,6 +83,7 @@ class CDlgDipoleEditor : public CDialog {
   void step(CDipoleszq* (CDipoleFace::*direction)());
 
   DipoleTable::Hold m_shown;  // held, so that no other dipole can be mistaken for it
+  bool m_isBehind = false;    // a refresh broke off: what is shown need not be the current dipole
   bool m_isPlaced = false;
   bool m_isWriting = false;
   EditTexts m_texts;

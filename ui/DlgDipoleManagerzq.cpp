@@ -17,12 +17,13 @@ namespace {
 // They take no keys and clicks while it exists; each window may go before it.
 class DisabledEditors {
  public:
-  explicit DisabledEditors(const std::vector<CDlgDipoleEditor*>& editors) {
+  template <typename Editors>
+  explicit DisabledEditors(const Editors& editors) {
     m_windows.reserve(editors.size());
     for (const CDlgDipoleEditor* const editor : editors) {
       const HWND window = editor->GetSafeHwnd();
-      const bool restedBefore = ::EnableWindow(window, FALSE) != FALSE;
-      if (!restedBefore) {  // else for another reason, which may last longer
+      // One that rests already does so for another reason, which may last longer.
+      if (window != nullptr && ::EnableWindow(window, FALSE) == FALSE) {
         m_windows.push_back(window);
       }
     }
@@ -70,7 +71,7 @@ ON_BN_CLICKED(IDC_MANAGER_DYNAMIC_UPDATE, &CDlgDipoleManagerzq::OnDynamicUpdate)
 ON_BN_CLICKED(IDC_MANAGER_SHOW_ORIENTATION, &CDlgDipoleManagerzq::OnShowOrientation)
 END_MESSAGE_MAP()
 
-CDlgDipoleManagerzq::CDlgDipoleManagerzq(CWnd* parent) : CDialog(IDD_DIPOLE_MANAGER, parent) {
+CDlgDipoleManagerzq::CDlgDipoleManagerzq(CWnd* parent) : Guarded(IDD_DIPOLE_MANAGER, parent) {
   m_customColors.fill(RGB(255, 255, 255));
 }
 
@@ -180,13 +181,12 @@ int CDlgDipoleManagerzq::refresh() {
   return result;
 }
 
+// The editors first: without memory for the list they must not show a dipole that is current no longer.
 int CDlgDipoleManagerzq::refill() {
-  const Lifetime::Watch watch = m_lifetime.watch();
-  const int result = m_listDipoles.refill();
-  if (!watch.isOver() && m_pDipoleFace != nullptr) {
+  if (m_pDipoleFace != nullptr) {
     m_pDipoleFace->updateDipoleEditor();
   }
-  return result;
+  return m_listDipoles.refill();
 }
 
 // The last thing that a command does: the host may end this object.
@@ -203,14 +203,9 @@ void CDlgDipoleManagerzq::change(Change command) {
     return;
   }
   const Lifetime::Watch watch = m_lifetime.watch();
-  const bool inMemory = isWithinMemory([&] {
-    command(*m_pDipoleFace);
-    if (!watch.isOver()) {
-      refill();
-    }
-  });
-  if (!inMemory) {
-    AfxMessageBox(_T("Not enough memory"));
+  tellWithoutMemory([&] { command(*m_pDipoleFace); });
+  if (!watch.isOver()) {
+    tellWithoutMemory([this] { refill(); });
   }
   if (!watch.isOver()) {
     notify();
@@ -224,14 +219,11 @@ void CDlgDipoleManagerzq::ask(Dialog& dialog, Follow follow) {
   const Lifetime::Watch watch = m_lifetime.watch();
   std::optional<ChosenDipoles> chosen;
   INT_PTR answer = IDABORT;
-  const bool inMemory = isWithinMemory([&] {
+  const bool inMemory = tellWithoutMemory([&] {
     chosen.emplace(*m_pDipoleFace, m_listDipoles.selectedDipoles());
     const DisabledEditors resting(m_pDipoleFace->openEditors());
     answer = dialog.DoModal();
   });
-  if (!inMemory) {
-    AfxMessageBox(_T("Not enough memory"));
-  }
   if (watch.isOver()) {
     return;
   }

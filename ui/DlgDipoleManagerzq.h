@@ -17,10 +17,11 @@
 #include "ui/Lifetime.h"
 #include "ui/ListDipoleszq.h"
 #include "ui/OwnedIcon.h"
+#include "ui/WithoutMemory.h"
 
 class CDipoleFacezq;
 
-class CDlgDipoleManagerzq : public CDialog {
+class CDlgDipoleManagerzq : public Guarded<CDialog> {
  public:
   explicit CDlgDipoleManagerzq(CWnd* parent = nullptr);
   ~CDlgDipoleManagerzq() override;

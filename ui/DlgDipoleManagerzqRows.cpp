@@ -85,7 +85,7 @@ void CDlgDipoleManagerzq::chooseRow(int row, bool isChosen) {
   const Lifetime::Watch watch = m_lifetime.watch();
   bool isOtherDipole = isChosen;
   if (m_showCurrentOnly == FALSE) {
-    isOtherDipole = takeSelection() || isChosen;
+    tellWithoutMemory([&] { isOtherDipole = takeSelection() || isChosen; });
   } else if (isChosen) {
     showOnlyDipoleOfRow(chosen);
   }
@@ -100,6 +100,9 @@ void CDlgDipoleManagerzq::chooseRow(int row, bool isChosen) {
 // The manager's editor shows the choice whatever has been typed there.
 void CDlgDipoleManagerzq::showChosenInEditors() {
   for (CDlgDipoleEditor* const editor : m_pDipoleFace->openEditors()) {
+    if (editor == nullptr) {
+      continue;
+    }
     if (editor == m_pDlgEditor.get()) {
       editor->refresh();
     } else {
@@ -125,7 +128,7 @@ void CDlgDipoleManagerzq::showOnlyDipoleOfRow(int row) {
   }
   const Lifetime::Watch watch = m_lifetime.watch();
   m_listDipoles.setOneClickStyle();
-  m_listDipoles.refill();
+  tellWithoutMemory([this] { m_listDipoles.refill(); });  // the dipole is current without it too
   if (!watch.isOver() && m_dynamicUpdate == FALSE) {
     m_pHostWnd.repaint();
   }

@@ -6,7 +6,7 @@ BEGIN_MESSAGE_MAP(CDlgNewName, CDialog)
 ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
-CDlgNewName::CDlgNewName(CWnd* parent) : CDialog(IDD_NEW_NAME, parent) {}
+CDlgNewName::CDlgNewName(CWnd* parent) : Guarded(IDD_NEW_NAME, parent) {}
 
 CDlgNewName::~CDlgNewName() = default;
 

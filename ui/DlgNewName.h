@@ -3,7 +3,9 @@
 
 #include <afxwin.h>
 
-class CDlgNewName : public CDialog {
+#include "ui/WithoutMemory.h"
+
+class CDlgNewName : public Guarded<CDialog> {
  public:
   explicit CDlgNewName(CWnd* parent = nullptr);
   ~CDlgNewName() override;

@@ -26,7 +26,8 @@ class EditTexts {
   template <typename Value>
   void exchange(CDataExchange* direction, int field, Value& value) {
     Field& known = m_fields[field];
-    if (direction->m_bSaveAndValidate != FALSE && !isChanged(*direction->m_pDlgWnd, field)) {
+    known.isEntered = direction->m_bSaveAndValidate != FALSE && isChanged(*direction->m_pDlgWnd, field);
+    if (direction->m_bSaveAndValidate != FALSE && !known.isEntered) {
       direction->PrepareEditCtrl(field);  // a range check that follows belongs to this field
       value = std::get<Value>(known.shown);
     } else if (direction->m_bSaveAndValidate != FALSE) {
@@ -39,10 +40,12 @@ class EditTexts {
     known.exchanged = value;
   }
 
-  // What was entered goes to where it belongs, when its field was changed.
+  // What the last exchange has read goes to where it belongs, when its field was changed. Of memory it needs
+  // what the value needs: none for a number.
   template <typename Value>
-  void store(const CWnd& dialog, int field, const Value& entered, Value& target) const {
-    if (isChanged(dialog, field)) {
+  void store(int field, const Value& entered, Value& target) const {
+    const auto known = m_fields.find(field);
+    if (known != m_fields.end() && known->second.isEntered) {
       target = entered;
     }
   }
@@ -60,6 +63,7 @@ class EditTexts {
 
   struct Field {
     bool isRemembered = false;
+    bool isEntered = false;  // changed when it was last read
     CString text;
     AnyValue shown;      // what the text stands for
     AnyValue exchanged;  // what was last read or written

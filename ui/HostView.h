@@ -3,7 +3,9 @@
 // A host tells nobody when its window goes, and its CWnd may go with it. So the object is never followed:
 // what is kept is the window's handle, and which object the framework had attached to it. A window that died
 // (WM_NCDESTROY detaches its object) is no window any more; when the system gives its handle to a new one,
-// that one has another object, or none.
+// that one has another object, or none. A host that gives a temporary object, or one to which no window is
+// attached in the framework's map, leaves the handle alone to go by: a new window that got it would be taken
+// for the old one, and repainted.
 #pragma once
 
 #include <afxwin.h>
@@ -22,5 +24,5 @@ class HostView {
   bool isThere() const;
 
   HWND m_window = nullptr;
-  const CWnd* m_attached = nullptr;  // compared only: it may be gone; null when nothing was attached
+  const CWnd* m_attached = nullptr;  // compared only: it may be gone; null: the handle alone is compared
 };

@@ -1,6 +1,7 @@
 #include "ui/ListDipoles.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include "collection/WithinMemory.h"
@@ -189,6 +190,19 @@ int CListDipoles::rowOfCurrentDipole() const {
                                   : m_pDipoleFace->getDipoleListItemID(m_pDipoleFace->getCurrentDipoleID());
 }
 
+// A copied dipole has the row of its model until the list is filled again.
+bool CListDipoles::showsCurrentDipoleAlone(int row) const {
+  const CDipoleszq* const current = m_pDipoleFace->getCurrentDipole();
+  if (!m_rows.isOf(row, current)) {
+    return false;
+  }
+  int dipoles = 0;
+  for (int slot = 0; slot < m_pDipoleFace->m_totalDipoles; ++slot) {
+    dipoles += m_pDipoleFace->getDipoleListItemID(slot) == row ? 1 : 0;
+  }
+  return dipoles == 1;
+}
+
 void CListDipoles::showCurrentDipole() {
   if (m_pDipoleFace == nullptr) {
     return;
@@ -196,7 +210,7 @@ void CListDipoles::showCurrentDipole() {
   const Flag changing(m_changing);
   SetItemState(-1, 0, LVIS_SELECTED);
   const int row = rowOfCurrentDipole();
-  if (m_rows.has(row)) {
+  if (showsCurrentDipoleAlone(row)) {
     SetItemState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     SetSelectionMark(row);
     EnsureVisible(row, FALSE);
@@ -285,7 +299,7 @@ void CListDipoles::OnKeyDown(UINT key, UINT repeat, UINT flags) {
   }
   const auto goOn = [&] { CListCtrl::OnKeyDown(key, repeat, flags); };
   if (m_pOwnerDlg != nullptr) {
-    m_pOwnerDlg->asOneChoice(goOn);
+    m_pOwnerDlg->asOneChoice(std::ref(goOn));  // by itself it would be copied, for which memory may be short
   } else {
     goOn();
   }

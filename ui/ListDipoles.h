@@ -14,11 +14,12 @@
 #include "ui/HostView.h"
 #include "ui/Lifetime.h"
 #include "ui/TwoLineHeadings.h"
+#include "ui/WithoutMemory.h"
 
 class CDipoleFacezq;
 class CDlgDipoleManagerzq;
 
-class CListDipoles : public CListCtrl {
+class CListDipoles : public Guarded<CListCtrl> {
  public:
   CListDipoles();
   ~CListDipoles() override;
@@ -40,8 +41,9 @@ class CListDipoles : public CListCtrl {
   // The same; and the dipoles' selection flags become those of their rows.
   DipoleSlots markSelectedDipoles();
 
-  // Selects the row of the current dipole alone and brings it into view; no row when the dipole has none.
-  // Nobody is told: the user has not chosen it here.
+  // Selects the row of the current dipole alone and brings it into view; no row when the dipole has none, or
+  // when another dipole, as a copy does until the next refill, goes by that row too. Nobody is told: the user
+  // has not chosen it here.
   void showCurrentDipole();
 
   int m_type = 1;  // kept, without a meaning here
@@ -69,6 +71,7 @@ class CListDipoles : public CListCtrl {
   Refilled fillRows();
   void placeRows(int top, int focusBefore);
   int rowOfCurrentDipole() const;
+  bool showsCurrentDipoleAlone(int row) const;
   int focusedRow() const;
   std::vector<bool> selectedRows() const;
   bool step(UINT key);

@@ -5,7 +5,9 @@
 #include <afxcmn.h>
 #include <afxwin.h>
 
-class TwoLineHeadings : public CWnd {
+#include "ui/WithoutMemory.h"
+
+class TwoLineHeadings : public Guarded<CWnd> {
  public:
   TwoLineHeadings();
   ~TwoLineHeadings() override;

@@ -4,6 +4,8 @@
 
 #include "collection/SelectedDipoles.h"
 #include "tests/collection/FaceFixture.h"
+#include "tests/support/FailingNew.h"
+#include "tests/support/Thrown.h"
 
 namespace {
 
@@ -67,6 +69,23 @@ TEST(MarkRows, SetsTheFlagsOfTheseAndClearsAllOthers) {
   EXPECT_TRUE(face->getDipole(1)->m_selected);
   EXPECT_FALSE(face->getDipole(2)->m_selected);
   EXPECT_TRUE(face->getDipole(4)->m_selected);
+}
+
+TEST(MarkRows, WithoutMemoryLeavesEveryFlagAsItWas) {
+  for (int nth = 1; nth <= 3; ++nth) {
+    const auto face = listedFace(5);
+    face->setDipoleSelection(1, true);
+    const std::vector<bool> rows = {true, false, true, true, true};
+    bool isOut = false;
+    {
+      const FailingNew failing(nth);
+      isOut = runsOutOfMemory([&] { markRows(*face, rows); });
+    }
+    EXPECT_TRUE(isOut) << nth;
+    for (int slot = 0; slot < 5; ++slot) {
+      EXPECT_EQ(face->getDipole(slot)->m_selected, slot == 1) << nth << " " << slot;
+    }
+  }
 }
 
 TEST(MarkRows, ClearsAllFlagsWhenNoRowIsSelected) {

@@ -49,6 +49,15 @@ TEST(DipoleRows, ShowWhatIsNoNumberAsSuch) {
   EXPECT_EQ(cell(rows, 0, 3), "-inf");
 }
 
+TEST(DipoleRows, KnowWhichDipoleEachWasMadeFrom) {
+  const auto face = faceOf(2);
+  const DipoleRows rows(*face);
+  EXPECT_TRUE(rows.isOf(1, face->getDipole(1)));
+  EXPECT_FALSE(rows.isOf(0, face->getDipole(1)));
+  EXPECT_FALSE(rows.isOf(-1, face->getDipole(0)));
+  EXPECT_FALSE(rows.isOf(2, face->getDipole(1)));
+}
+
 TEST(DipoleRows, GiveEachDipoleItsRowAsListItem) {
   const auto face = faceOf(3);
   const DipoleRows rows(*face);

@@ -67,6 +67,36 @@ TEST_F(ChosenDipole, IsNotMistakenForTheSelectedOnesWhenTheListDoesNotHaveItYet)
   EXPECT_EQ(host.selectedRows(), Rows{60});
 }
 
+// A copy has its model's row until the list is filled again.
+TEST_F(ChosenDipole, IsNotMistakenForTheDipoleOfWhichItIsACopy) {
+  host.openManager();
+  host.click(5);
+  host.face->addDipolex(host.face->getDipole(0));
+  for (const int either : {60, 0}) {
+    EXPECT_EQ(host.face->chooseDipole(either), 1);
+    EXPECT_EQ(host.face->getCurrentDipoleID(), either);
+    EXPECT_EQ(host.selectedRows(), Rows{});
+    EXPECT_EQ(host.selected(), Rows{});
+    host.choose(ID_DIPOLE_DELETE);  // of none
+    EXPECT_EQ(host.face->getTotalDipoles(), 61U);
+    host.face->deleteDipole(60, 1);
+    host.face->addDipolex(host.face->getDipole(0));
+  }
+  host.face->updateDipoleList();
+  host.face->chooseDipole(60);
+  EXPECT_EQ(host.selectedRows(), Rows{60});
+  EXPECT_EQ(host.selected(), Rows{60});
+}
+
+TEST_F(ChosenDipole, HasNotTheRowOfADeletedOneOfWhichItIsACopy) {
+  host.openManager();
+  host.face->addDipolex(host.face->getDipole(3));
+  host.face->deleteDipole(3, 1);
+  host.face->chooseDipole(59);
+  EXPECT_EQ(host.selectedRows(), Rows{});
+  EXPECT_EQ(host.selected(), Rows{});
+}
+
 TEST_F(ChosenDipole, BehindAnEmptySlotHasNoRow) {
   host.openManager();
   host.face->deleteDipole(4, 0);

@@ -1,15 +1,16 @@
 // Memory that runs out at any point of a command: the user is told, list and set go on together, and the host
 // hears of it once.
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
 
 #include "tests/support/FailingNew.h"
 #include "tests/support/ScriptedOperator.h"
+#include "tests/ui/windows/DialogUser.h"
 #include "tests/ui/windows/Host.h"
 #include "ui/resource.h"
 
 namespace {
-
-using Texts = std::vector<std::string>;
 
 // What may be said, and how often.
 bool onlyTellsOfMemory(const Texts& texts) {
@@ -88,6 +89,193 @@ TEST(ColorOfTheEditorWithoutMemory, IsToldAndTheHostRepaints) {
   }
   EXPECT_GT(points, 1);
   EXPECT_LT(points, 300);
+}
+
+// What a user does besides commands of the menu. The editor is the manager's; it shows dipole 1, and a
+// location has been typed there.
+struct Step {
+  const char* name;
+  void (*act)(Host& host, HWND editor);
+};
+
+void PrintTo(const Step& step, std::ostream* stream) {
+  *stream << step.name;
+}
+
+void push(HWND editor, int button) {
+  ::SendMessageW(editor, WM_COMMAND, static_cast<WPARAM>(button), 0);
+}
+
+class StepWithoutMemory : public testing::TestWithParam<Step> {
+ protected:
+  static constexpr int typedAt = 1;
+
+  // Returns whether the n-th allocation was asked for.
+  static bool failAt(int nth, Lasting lasting) {
+    ScriptedOperator script;
+    Host host(4);
+    host.openManager();
+    host.choose(ID_DIPOLE_EDIT);
+    host.click(typedAt);
+    const HWND editor = host.editor();
+    type(editor, IDC_EDITOR_LOCATION_X, "77");
+    bool failed = false;
+    {
+      const FailingNew failing(nth, lasting);
+      GetParam().act(host, editor);
+      failed = failing.failed();
+    }
+    const Texts told = script.texts();
+    EXPECT_TRUE(lasting == Lasting::fromThenOn || onlyTellsOfMemory(told)) << nth;
+    EXPECT_EQ(std::count(told.begin(), told.end(), "Not enough memory"), std::ssize(told)) << nth;
+    EXPECT_TRUE(failed || told.empty()) << nth;
+    expectReadableRows(host);
+    expectTypedInNoOtherDipole(host, editor, nth);
+    host.face->updateDipoleList();
+    EXPECT_EQ(host.rows(), static_cast<int>(host.face->getTotalDipoles())) << nth;
+    return failed;
+  }
+
+ private:
+  static void expectTypedInNoOtherDipole(const Host& host, HWND editor, int nth) {
+    const CDipoleszq* const typedFor = host.face->getDipole(typedAt);
+    for (int i = 0; i < 2; ++i) {
+      push(editor, IDC_EDITOR_APPLY);
+    }
+    for (int slot = 0; slot < host.face->m_totalDipoles; ++slot) {
+      const CDipoleszq& dipole = host.dipole(slot);
+      EXPECT_TRUE(&dipole == typedFor || dipole.m_location[0] != 77.0) << nth << " in " << slot;
+    }
+  }
+};
+
+TEST_P(StepWithoutMemory, EndsWithAWordAndWhatWasTypedGoesToNoOtherDipole) {
+  for (const Lasting lasting : {Lasting::once, Lasting::fromThenOn}) {
+    int points = 0;
+    while (failAt(points + 1, lasting) && points < 600) {
+      ++points;
+    }
+    EXPECT_GT(points, 0);
+    EXPECT_LT(points, 600);
+    RecordProperty(lasting == Lasting::once ? "points" : "lastingPoints", points);
+  }
+}
+
+constexpr Step steps[] = {
+    {"Row", [](Host& host, HWND) { host.click(2); }},
+    {"RowWithTheCurrentOneShown",
+     [](Host& host, HWND) {
+       host.choose(ID_DIPOLE_SHOW_CURRENT_ONLY);
+       host.click(2);
+     }},
+    {"Range", [](Host& host, HWND) { host.click(3, false, true); }},
+    {"Arrow", [](Host& host, HWND) { host.key(VK_DOWN); }},
+    {"ArrowAtTheEnd",
+     [](Host& host, HWND) {
+       host.key(VK_END);
+       host.key(VK_DOWN);
+     }},
+    {"All", [](Host& host, HWND) { host.key('A', true); }},
+    {"Heading", [](Host& host, HWND) { host.clickHeading(1); }},
+    {"ShowCurrentOnly", [](Host& host, HWND) { host.choose(ID_DIPOLE_SHOW_CURRENT_ONLY); }},
+    {"Edit", [](Host& host, HWND) { host.choose(ID_DIPOLE_EDIT); }},
+    {"Next", [](Host&, HWND editor) { push(editor, IDC_EDITOR_NEXT); }},
+    {"Previous", [](Host&, HWND editor) { push(editor, IDC_EDITOR_PREVIOUS); }},
+    {"Apply", [](Host&, HWND editor) { push(editor, IDC_EDITOR_APPLY); }},
+    {"Exit", [](Host&, HWND editor) { push(editor, IDOK); }},
+    {"Add", [](Host&, HWND editor) { push(editor, IDC_EDITOR_ADD); }},
+    {"Delete", [](Host&, HWND editor) { push(editor, IDC_EDITOR_DELETE); }},
+    {"ShowOrientation", [](Host&, HWND editor) { push(editor, IDC_EDITOR_SHOW_ORIENTATION); }},
+    {"Activation", [](Host&, HWND editor) { ::SendMessageW(editor, WM_ACTIVATE, WA_ACTIVE, 0); }},
+};
+
+INSTANTIATE_TEST_SUITE_P(User, StepWithoutMemory, testing::ValuesIn(steps),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+TEST(ArrowWithoutMemory, TakesTheCurrentDipoleWhereverTheFocusGoes) {
+  bool failed = true;
+  for (int nth = 1; failed; ++nth) {
+    const ScriptedOperator script;
+    Host host(4);
+    host.openManager();
+    host.click(1);
+    {
+      const FailingNew failing(nth);
+      host.key(VK_DOWN);
+      failed = failing.failed();
+    }
+    EXPECT_EQ(host.face->getCurrentDipoleID(), 2) << nth;
+    EXPECT_EQ(host.focusedRow(), 2) << nth;
+    ASSERT_LT(nth, 100);
+  }
+}
+
+// Found by a user who goes on after the message: nothing brings the editor to the front meanwhile.
+TEST(NextWithoutMemory, LeavesNoCaptionAboveTheFieldsOfAnotherDipole) {
+  ScriptedOperator script;
+  Host host(3);
+  host.face->dipoleEdit(&host.window);
+  pump();
+  const HWND editor = host.editor();
+  {
+    const FailingNew failing(1, Lasting::fromThenOn);
+    push(editor, IDC_EDITOR_NEXT);
+  }
+  EXPECT_FALSE(script.texts().empty());
+  EXPECT_EQ(captionOf(editor), "Current dipole (Total dipoles):0(3)");
+  EXPECT_EQ(longTextOf(editor, IDC_EDITOR_LABEL), "d1");
+  push(editor, IDC_EDITOR_APPLY);  // shows it first
+  EXPECT_EQ(captionOf(editor), "Current dipole (Total dipoles):1(3)");
+  EXPECT_EQ(longTextOf(editor, IDC_EDITOR_LABEL), "d2");
+  EXPECT_EQ(host.labels(), (Texts{"d1", "d2", "d3"}));
+}
+
+TEST(ApplyWithoutMemory, StoresAllOrNothingAndRepaintsTheHost) {
+  const std::string label = "a label that is too long to be kept without asking for memory";
+  bool failed = true;
+  for (int nth = 1; failed; ++nth) {
+    const ScriptedOperator script;
+    Host host(2);
+    host.face->dipoleEdit(&host.window);
+    pump();
+    const HWND editor = host.editor();
+    type(editor, IDC_EDITOR_LOCATION_X, "77");
+    type(editor, IDC_EDITOR_LOCATION_Z, "88");
+    type(editor, IDC_EDITOR_LABEL, label);
+    host.forget();
+    {
+      const FailingNew failing(nth);
+      push(editor, IDC_EDITOR_APPLY);
+      failed = failing.failed();
+    }
+    const CDipoleszq& dipole = host.dipole(0);
+    const bool isStored = dipole.m_location[0] == 77.0;
+    EXPECT_EQ(dipole.m_location[2], isStored ? 88.0 : 100.0) << nth;
+    EXPECT_EQ(host.labels()[0], isStored ? label : "d1") << nth;
+    EXPECT_TRUE(host.wasRepainted()) << nth;
+    ASSERT_LT(nth, 300);
+  }
+}
+
+TEST(OpeningWithoutMemory, OfTheEditorsThrowsNothingAndCanBeTriedAgain) {
+  bool failed = true;
+  for (int nth = 1; failed; ++nth) {
+    const ScriptedOperator script;
+    Host host(3);
+    {
+      const FailingNew failing(nth);
+      host.face->dipoleEdit(&host.window);
+      host.face->setDipoleCoordinate(&host.window);
+      failed = failing.failed();
+    }
+    EXPECT_TRUE(onlyTellsOfMemory(script.texts())) << nth;
+    host.face->dipoleEdit(&host.window);
+    pump();
+    ASSERT_NE(host.editor(), nullptr) << nth;
+    EXPECT_EQ(longTextOf(host.editor(), IDC_EDITOR_LABEL), "d1") << nth;
+    EXPECT_EQ(longTextOf(host.editor(), IDC_EDITOR_LOCATION_Z), "100") << nth;
+    ASSERT_LT(nth, 600);
+  }
 }
 
 TEST(OpeningWithoutMemory, ThrowsNothingAtTheHostAndCanBeTriedAgain) {
