@@ -21,10 +21,9 @@ class DisabledEditors {
   explicit DisabledEditors(const Editors& editors) {
     m_windows.reserve(editors.size());
     for (const CDlgDipoleEditor* const editor : editors) {
-      const HWND window = editor->GetSafeHwnd();
       // One that rests already does so for another reason, which may last longer.
-      if (window != nullptr && ::EnableWindow(window, FALSE) == FALSE) {
-        m_windows.push_back(window);
+      if (editor != nullptr && ::EnableWindow(editor->GetSafeHwnd(), FALSE) == FALSE) {
+        m_windows.push_back(editor->GetSafeHwnd());
       }
     }
   }
