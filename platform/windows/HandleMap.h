@@ -32,11 +32,11 @@ class HandleMap {
     if (m_temporary.size() >= m_sweepAt) {
       sweep();
     }
-    std::unique_ptr<Temporary>& object = m_temporary[handle];
-    if (object == nullptr) {
-      object = std::make_unique<Temporary>(handle);
+    auto found = m_temporary.find(handle);
+    if (found == m_temporary.end()) {  // the object first: without memory there must be no entry without one
+      found = m_temporary.emplace(handle, std::make_unique<Temporary>(handle)).first;
     }
-    return object.get();
+    return found->second.get();
   }
 
   void add(Handle handle, Object* object) { m_permanent[handle] = object; }
@@ -45,6 +45,7 @@ class HandleMap {
   // Ends the temporary objects. They lose their handles at once, and their memory is not used again: whoever
   // has kept a pointer to one finds an object without a handle, every time.
   void drop() {
+    m_dropped.reserve(m_dropped.size() + m_temporary.size());  // all or, without memory, none
     for (auto& entry : m_temporary) {
       entry.second->loseHandle();
       m_dropped.push_back(std::move(entry.second));
