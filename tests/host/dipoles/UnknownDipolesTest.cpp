@@ -32,6 +32,10 @@ host::UnknownValues latencyOf(std::initializer_list<int> slots) {
   return values;
 }
 
+bool isShown(const CDipoleFace3On3DView& set, int slot, const host::ViewSettings& view) {
+  return host::visibilityOf(set, slot, *set.m_dipoles[slot], view) == host::Visibility::shown;
+}
+
 }  // namespace
 
 TEST(UnknownDipoles, ANewDipoleDoesNotInheritFromADeletedOne) {
@@ -85,17 +89,17 @@ TEST(UnknownDipoles, PassNoFilterOfThatValueAndHaveNoColour) {
   unknown.mark(*set, latencyOf({0}));
   host::ViewSettings view;
   view.unknown = &unknown;
-  EXPECT_TRUE(host::isVisible(*set, 0, *set->m_dipoles[0], view));
+  EXPECT_TRUE(isShown(*set, 0, view));
   view.filter.latency.most = 100.0;
-  EXPECT_FALSE(host::isVisible(*set, 0, *set->m_dipoles[0], view));
-  EXPECT_TRUE(host::isVisible(*set, 1, *set->m_dipoles[1], view));
+  EXPECT_FALSE(isShown(*set, 0, view));
+  EXPECT_TRUE(isShown(*set, 1, view));
   view.filter = {};
   view.filter.fitError.most = 100.0;
-  EXPECT_TRUE(host::isVisible(*set, 0, *set->m_dipoles[0], view));
+  EXPECT_TRUE(isShown(*set, 0, view));
   set->m_showDipoleLatencySelected = 1;
   view.latency = {0.0, 100.0};
-  EXPECT_FALSE(host::isVisible(*set, 0, *set->m_dipoles[0], view));
-  EXPECT_TRUE(host::isVisible(*set, 1, *set->m_dipoles[1], view));
+  EXPECT_FALSE(isShown(*set, 0, view));
+  EXPECT_TRUE(isShown(*set, 1, view));
 
   const host::ValueColors colours(*set, DipoleValue::latency, &unknown);
   EXPECT_EQ(colours.colorOf(*set->m_dipoles[0]), host::noValueColor);

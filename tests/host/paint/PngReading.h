@@ -67,9 +67,9 @@ struct Png {
       filters.insert(filter);
       std::vector<int> row(stride);
       for (std::size_t i = 0; i < stride; ++i) {
-        const int byte = static_cast<unsigned char>(raw[y * (stride + 1) + 1 + i]);
+        const int stored = static_cast<unsigned char>(raw[y * (stride + 1) + 1 + i]);
         const int left = i < 3 ? 0 : row[i - 3];
-        row[i] = (byte + foretold(filter, left, above[i], i < 3 ? 0 : above[i - 3])) & 255;
+        row[i] = (stored + foretold(filter, left, above[i], i < 3 ? 0 : above[i - 3])) & 255;
       }
       for (std::size_t x = 0; x < width; ++x) {
         pixels.push_back({static_cast<std::uint8_t>(row[3 * x]), static_cast<std::uint8_t>(row[3 * x + 1]),
