@@ -119,7 +119,7 @@ TEST(SetTable, ComesBackBitByBit) {
 TEST(SetTable, FullOneComesBack) {
   const Set set = setOf(DipoleTable::capacity);
   const host::TableSet back = host::readTable(host::tableOf(*set, {}, false, ','), ',', "t");
-  EXPECT_EQ(back.dipoles->m_totalDipoles, DipoleTable::capacity);
+  EXPECT_EQ(back.dipoles->m_totalDipoles, int{DipoleTable::capacity});
 }
 
 TEST(SetTable, ColumnsMayStandInAnyOrderAndSomeMayLack) {
