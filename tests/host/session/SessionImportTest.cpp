@@ -119,13 +119,13 @@ TEST(SessionImport, FilesThatBringNothingAreNamedAndLeaveNothing) {
   Viewer viewer;
   const TempFolder folder;
   const Paths bad = {folder.path("gone.dip"),
-                     folder.write("other.csv", "1,2,3"),
+                     folder.write("other.xls", "1,2,3"),
                      folder.makeFolder("folder.dip"),
                      folder.write("header.dip", "File_Info\n{\nPATIENT:\tSomebody\n}\n"),
                      folder.write("header.txt", "Disk Media:\nMRI/CT Patient: Somebody\n"),
                      folder.write("empty.txt", "")};
   const Texts causes = {
-      "gone.dip: it is not there",       "other.csv: its name ends neither in .dip nor in .txt",
+      "gone.dip: it is not there",       "other.xls: its name ends neither in .dip nor in .txt",
       "folder.dip: it is a folder",      "header.dip: it holds no dipoles",
       "header.txt: it holds no dipoles", "empty.txt: it holds no dipoles"};
   const WholeSet before = wholeSet(*viewer.set);

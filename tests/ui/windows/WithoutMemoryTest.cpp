@@ -13,6 +13,8 @@
 
 namespace {
 
+const std::string longLabel = "a label that is too long to be kept without asking for memory";
+
 // What may be said, and how often.
 bool onlyTellsOfMemory(const Texts& texts) {
   return texts.size() <= 1 && (texts.empty() || texts[0] == "Not enough memory");
@@ -93,7 +95,7 @@ TEST(ColorOfTheEditorWithoutMemory, IsToldAndTheHostRepaints) {
 }
 
 // What a user does besides commands of the menu. The editor is the manager's; it shows dipole 1, and a
-// location has been typed there.
+// location and a label have been typed there.
 struct Step {
   const char* name;
   void (*act)(Host& host, HWND editor);
@@ -120,6 +122,7 @@ class StepWithoutMemory : public testing::TestWithParam<Step> {
     host.click(typedAt);
     const HWND editor = host.editor();
     type(editor, IDC_EDITOR_LOCATION_X, "77");
+    type(editor, IDC_EDITOR_LABEL, longLabel);
     bool failed = false;
     {
       const FailingNew failing(nth, lasting);
@@ -148,6 +151,8 @@ class StepWithoutMemory : public testing::TestWithParam<Step> {
     for (int slot = 0; slot < host.face->m_totalDipoles; ++slot) {
       const CDipoleszq& dipole = host.dipole(slot);
       EXPECT_TRUE(&dipole == typedFor || dipole.m_location[0] != 77.0) << nth << " in " << slot;
+      EXPECT_TRUE(&dipole == typedFor || host.labels()[static_cast<std::size_t>(slot)] != longLabel)
+          << nth << " in " << slot;
     }
   }
 };
@@ -235,7 +240,6 @@ TEST(NextWithoutMemory, LeavesNoCaptionAboveTheFieldsOfAnotherDipole) {
 }
 
 TEST(ApplyWithoutMemory, StoresAllOrNothingAndRepaintsTheHost) {
-  const std::string label = "a label that is too long to be kept without asking for memory";
   bool failed = true;
   for (int nth = 1; failed; ++nth) {
     const ScriptedOperator script;
@@ -245,7 +249,7 @@ TEST(ApplyWithoutMemory, StoresAllOrNothingAndRepaintsTheHost) {
     const HWND editor = host.editor();
     type(editor, IDC_EDITOR_LOCATION_X, "77");
     type(editor, IDC_EDITOR_LOCATION_Z, "88");
-    type(editor, IDC_EDITOR_LABEL, label);
+    type(editor, IDC_EDITOR_LABEL, longLabel);
     host.forget();
     {
       const FailingNew failing(nth);
@@ -255,7 +259,7 @@ TEST(ApplyWithoutMemory, StoresAllOrNothingAndRepaintsTheHost) {
     const CDipoleszq& dipole = host.dipole(0);
     const bool isStored = dipole.m_location[0] == 77.0;
     EXPECT_EQ(dipole.m_location[2], isStored ? 88.0 : 100.0) << nth;
-    EXPECT_EQ(host.labels()[0], isStored ? label : "d1") << nth;
+    EXPECT_EQ(host.labels()[0], isStored ? longLabel : "d1") << nth;
     EXPECT_TRUE(host.wasRepainted()) << nth;
     ASSERT_LT(nth, 300);
   }
