@@ -2,6 +2,7 @@
 
 #include "headmodel/Triple.h"
 
+CSphere::CSphere() = default;
 CSphere::CSphere(const CSphere&) = default;
 CSphere& CSphere::operator=(const CSphere&) = default;
 CSphere::CSphere(CSphere&&) noexcept = default;

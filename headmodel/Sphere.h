@@ -10,7 +10,7 @@
 
 class AFX_EXT_CLASS CSphere {
  public:
-  CSphere() = default;  // here, for every dipole holds two
+  CSphere();
   CSphere(const CSphere&);
   CSphere& operator=(const CSphere&);
   CSphere(CSphere&&) noexcept;

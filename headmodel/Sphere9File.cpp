@@ -1,5 +1,6 @@
 #include "headmodel/Sphere9File.h"
 
+CSphere9File::CSphere9File() = default;
 CSphere9File::CSphere9File(const CSphere9File&) = default;
 CSphere9File& CSphere9File::operator=(const CSphere9File&) = default;
 CSphere9File::CSphere9File(CSphere9File&&) noexcept = default;

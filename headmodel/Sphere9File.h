@@ -5,7 +5,7 @@
 
 class AFX_EXT_CLASS CSphere9File : public CSphere {
  public:
-  CSphere9File() = default;
+  CSphere9File();
   CSphere9File(const CSphere9File&);
   CSphere9File& operator=(const CSphere9File&);
   CSphere9File(CSphere9File&&) noexcept;

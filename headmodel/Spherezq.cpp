@@ -1,5 +1,6 @@
 #include "headmodel/Spherezq.h"
 
+CSpherezq::CSpherezq() = default;
 CSpherezq::CSpherezq(const CSpherezq&) = default;
 CSpherezq& CSpherezq::operator=(const CSpherezq&) = default;
 CSpherezq::CSpherezq(CSpherezq&&) noexcept = default;

@@ -5,7 +5,7 @@
 
 class AFX_EXT_CLASS CSpherezq : public CSphere9File {
  public:
-  CSpherezq() = default;
+  CSpherezq();
   CSpherezq(const CSpherezq&);
   CSpherezq& operator=(const CSpherezq&);  // every member
   CSpherezq(CSpherezq&&) noexcept;
