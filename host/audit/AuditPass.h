@@ -1,7 +1,9 @@
 // One pass of an audit over a file and its dipoles, to look or to repair.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <set>
 #include <string>
 #include <string_view>
@@ -12,6 +14,12 @@
 namespace host {
 
 using Place = std::array<double, 3>;
+
+// Values that are no number are the same as each other.
+[[nodiscard]] inline bool isSame(const Place& a, const Place& b) {
+  return std::equal(a.begin(), a.end(), b.begin(),
+                    [](double x, double y) { return x == y || (std::isnan(x) && std::isnan(y)); });
+}
 
 // Three values along a file's axes (x to the nose, y to the left ear, z up) along those of the set, each
 // multiplied or divided in single precision as the import does.

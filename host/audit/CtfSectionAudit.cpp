@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 namespace host {
@@ -15,10 +16,10 @@ struct Steps {
 };
 
 // `make(first, second)` gives the value with each change done or not. Nothing when it is none of the four.
-template <typename Value, typename Make>
-std::optional<Steps> stepsOf(const Value& value, Make make) {
+template <typename Value, typename Make, typename IsSame = std::equal_to<>>
+std::optional<Steps> stepsOf(const Value& value, Make make, IsSame isSameValue = {}) {
   for (const Steps steps : {Steps{true, true}, Steps{true, false}, Steps{false, true}, Steps{false, false}}) {
-    if (value == make(steps.first, steps.second)) {
+    if (isSameValue(value, make(steps.first, steps.second))) {
       return steps;
     }
   }
@@ -158,7 +159,7 @@ void CtfSectionAudit::lookAtPlace(std::size_t local, const CtfRow& row, const fl
     return scaledPlace(hasColumns ? meant : row.place, hasUnit ? meantFactor(row) : importFactor(row));
   };
   const Place current = placeOf(dipole);
-  const std::optional<Steps> steps = stepsOf(current, make);
+  const std::optional<Steps> steps = stepsOf(current, make, isSame);
   const int slot = m_pass.slotOf(local);
   if (!steps) {
     m_misplaced.add(slot, row.line);
@@ -168,7 +169,7 @@ void CtfSectionAudit::lookAtPlace(std::size_t local, const CtfRow& row, const fl
   const bool isUnitSaid = m_pass.file().unit.has_value();
   const bool hasUnit = steps->second || (isUnitSaid && m_pass.repairs(FindingCode::unit));
   const Place wanted = make(hasColumns, hasUnit);
-  if (wanted != current) {
+  if (!isSame(wanted, current)) {
     setPlace(dipole, wanted);
     m_unit.changed += hasUnit != steps->second ? 1 : 0;
     m_columns.changed += hasColumns != steps->first ? 1 : 0;

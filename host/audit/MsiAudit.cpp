@@ -180,9 +180,9 @@ void MsiAudit::lookAtPlace(std::size_t local, const MsiRow& row, const Told& tol
     return scaledPlace(hasColumns ? told.place : row.place, hasUnit ? meantFactor() : importFactor);
   };
   const Place current = placeOf(dipole);
-  bool hasColumns = current == make(true, true) || current == make(true, false);
-  bool hasUnit = current == make(true, true) || current == make(false, true);
-  if (!hasColumns && !hasUnit && current != make(false, false)) {
+  bool hasColumns = isSame(current, make(true, true)) || isSame(current, make(true, false));
+  bool hasUnit = isSame(current, make(true, true)) || isSame(current, make(false, true));
+  if (!hasColumns && !hasUnit && !isSame(current, make(false, false))) {
     m_misplaced.add(slot, row.line);
     return;
   }
