@@ -37,8 +37,11 @@ struct Gathered {
   int line = 0;             // of the first one
   std::size_t changed = 0;  // by a repair
 
+  // In rising order; a slot that comes twice in turn counts once.
   void add(int slot, int atLine) {
-    slots.push_back(slot);
+    if (slots.empty() || slots.back() != slot) {
+      slots.push_back(slot);
+    }
     line = line == 0 ? atLine : line;
   }
   [[nodiscard]] bool isEmpty() const { return slots.empty(); }

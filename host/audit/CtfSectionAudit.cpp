@@ -206,8 +206,7 @@ void CtfSectionAudit::lookAtColumns(std::size_t local, const CtfRow& row, const 
   isSettled = m_pass.settle(code, dipole.m_label, label, isChanged) && isSettled;
   Gathered& gathered = m_hasOtherColumns ? m_columns : m_unnamed;
   gathered.changed += isChanged ? 1 : 0;
-  const bool isNoted = !gathered.isEmpty() && gathered.slots.back() == slot;  // for its place
-  if (!isSettled && !isNoted) {
+  if (!isSettled) {
     gathered.add(slot, row.line);
   }
   if (isSettled) {

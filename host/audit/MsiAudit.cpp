@@ -237,8 +237,7 @@ void MsiAudit::lookAtValues(std::size_t local, const MsiRow& row, const Told& to
     dipole.m_fitError = fitErrorOf(row.goodness, false);
   }
   m_columns.changed += isChanged ? 1 : 0;
-  const bool isNoted = !m_columns.isEmpty() && m_columns.slots.back() == slot;
-  if (!(isSettled && hasColumn) && !isNoted) {
+  if (!(isSettled && hasColumn)) {
     m_columns.add(slot, row.line);
   }
   if (!hasPercent) {
@@ -261,7 +260,7 @@ void MsiAudit::lookAtLabel(std::size_t local, const MsiRow& row, const Told& tol
   if (m_pass.repairs(code)) {
     dipole.m_label = meant;
     gathered.changed += isAnsi ? 1 : 0;
-  } else if (gathered.isEmpty() || gathered.slots.back() != slot) {
+  } else {
     gathered.add(slot, row.line);
   }
 }

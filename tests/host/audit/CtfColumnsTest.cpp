@@ -88,14 +88,6 @@ TEST(MovingColumns, ColumnsInAnotherOrderAreTakenByTheirNames) {
   EXPECT_EQ(a.dipole(0).m_fitError, 10.5);
 }
 
-TEST(MovingColumns, APlaceThatIsNoNumberIsTakenByTheNamesToo) {
-  Audited a = labelled("\t// Err(%)\txp (cm)\typ (cm)\tzp (cm)\txo\tyo\tzo\tMom(nAm)\n",
-                       {"1:\tnan\t1\t5\t6\t0\t0\t1\t20", "2:\t3\t1\t5\t6\t0\t0\t1\t20"});
-  EXPECT_EQ(a.only(FindingCode::movingColumns).slots, (std::vector{0, 1}));
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::movingColumns}).left), Lines());
-  EXPECT_EQ(a.place(0), (Place3{50, 60, 10}));
-}
-
 TEST(MovingColumns, RowsThatTheHeadingDoesNotFitHaveNoRemedy) {
   const Audited a = moving(ellipsoidHeading, {ellipsoidRow("10.5", "left"),
                                               "2:\t1\t401\t0.09\t1.2\t5.3\t5.6\t0\t0\t1\t20\t0.1\t0.2\t0.3"});
