@@ -8,6 +8,7 @@
 
 #include "host/dipoles/DipoleArrows.h"
 #include "host/dipoles/DipoleScene.h"
+#include "host/dipoles/UnknownDipoles.h"
 #include "host/head/Limits.h"
 #include "host/paint/PictureText.h"
 #include "host/panes/PaneFiducials.h"
@@ -121,9 +122,15 @@ std::vector<SliceRequest> slicesThrough(const Vector3& place) {
 SliceRow rowThrough(const PaneContents& contents, int slot) {
   const CDipoleszq& dipole = *contents.dipoles.m_dipoles[slot];
   const std::string unit = contents.dipoles.m_momentInNAm != 0 ? " nAm" : "";
-  return {"Dipole " + std::to_string(slot + 1) + "  " + labelOf(dipole) + "   " + fixed(dipole.m_latency, 1) +
-              " ms   fit error " + fixed(dipole.m_fitError, 1) + " %   moment " + fixed(dipole.m_moment, 1) +
-              unit,
+  const UnknownDipoles* unknown = contents.settings.unknown;
+  const auto known = [&](DipoleValue value, const std::string& unitOfIt) {
+    return unknown != nullptr && unknown->isUnknown(dipole, value)
+               ? "unknown"
+               : fixed(valueOf(dipole, value), 1) + unitOfIt;
+  };
+  return {"Dipole " + std::to_string(dipole.m_number) + "  " + labelOf(dipole) + "   latency " +
+              known(DipoleValue::latency, " ms") + "   fit error " + known(DipoleValue::fitError, " %") +
+              "   moment " + known(DipoleValue::moment, unit),
           slicesThrough(placeOf(dipole))};
 }
 

@@ -4,7 +4,7 @@
 #include <limits>
 #include <stdexcept>
 
-#include "host/head/Limits.h"
+#include "host/dipoles/UnknownDipoles.h"
 #include "host/panes/ShownDipoles.h"
 #include "tests/host/panes/PictureFixture.h"
 
@@ -235,8 +235,15 @@ TEST_F(SlicesPicture, RowsThroughEachDipoleHaveWhatIsKnownOfIt) {
   const host::SliceRow row = host::rowThrough(contents(), 0);
   EXPECT_EQ(row.slices,
             (std::vector<host::SliceRequest>{{View::axial, 20}, {View::coronal, 30}, {View::sagittal, 10}}));
-  EXPECT_NE(row.heading.find("spike   12.3 ms   fit error 5.0 %   moment 20.0"), std::string::npos)
+  EXPECT_NE(row.heading.find("spike   latency 12.3 ms   fit error 5.0 %   moment 20.0"), std::string::npos)
       << row.heading;
+  host::UnknownDipoles unknown;
+  host::UnknownValues values;
+  values.mark(0, host::DipoleValue::fitError);
+  unknown.mark(*dipoles, values);
+  settings.unknown = &unknown;
+  EXPECT_NE(host::rowThrough(contents(), 0).heading.find("fit error unknown   moment 20.0"),
+            std::string::npos);
   const Image one = host::slicesPicture(contents(), {row}, 0.5, {}).image;
   const Image two = host::slicesPicture(contents(), {row, row}, 0.5, {}).image;
   EXPECT_EQ(one.width(), two.width());
