@@ -102,7 +102,7 @@ TEST(NumberText, EverySingleIsGivenBack) {
   }
   std::mt19937 random(20);
   for (int i = 0; i < 20000; ++i) {
-    expectGivenBack(singleOf(random() % ((127U + 24U) << 23)));
+    expectGivenBack(singleOf(static_cast<std::uint32_t>(random() % ((127U + 24U) << 23))));
   }
 }
 

@@ -239,6 +239,33 @@ TEST(NextWithoutMemory, LeavesNoCaptionAboveTheFieldsOfAnotherDipole) {
   EXPECT_EQ(host.labels(), (Texts{"d1", "d2", "d3"}));
 }
 
+// A dipole of which only some fields were shown is shown whole as soon as there is memory:
+// what stands there is not what a user has typed.
+TEST(NextWithoutMemory, IsCaughtUpWithByTheNextUpdate) {
+  bool failed = true;
+  for (int nth = 1; failed; ++nth) {
+    const ScriptedOperator script;
+    Host host(2);
+    for (double& value : host.dipole(1).m_location) {
+      value = 1.0 / 3.0;  // whose text needs memory
+    }
+    host.face->dipoleEdit(&host.window);
+    pump();
+    const HWND editor = host.editor();
+    {
+      const FailingNew failing(nth, Lasting::fromThenOn);
+      push(editor, IDC_EDITOR_NEXT);
+      failed = failing.failed();
+    }
+    host.face->updateDipoleEditor();
+    EXPECT_EQ(captionOf(editor), "Current dipole (Total dipoles):1(2)") << nth;
+    EXPECT_EQ(longTextOf(editor, IDC_EDITOR_LOCATION_X), "0.333333333333333") << nth;
+    EXPECT_EQ(longTextOf(editor, IDC_EDITOR_LOCATION_Z), "0.333333333333333") << nth;
+    EXPECT_EQ(longTextOf(editor, IDC_EDITOR_LABEL), "d2") << nth;
+    ASSERT_LT(nth, 300);
+  }
+}
+
 TEST(ApplyWithoutMemory, StoresAllOrNothingAndRepaintsTheHost) {
   bool failed = true;
   for (int nth = 1; failed; ++nth) {
