@@ -14,19 +14,19 @@ constexpr const char* help =
   .csv     a table, UTF-8, with the units in the column names; commas, quoted as RFC 4180 says
   .tsv     the same with tabs, and with the same quotes
   .json    the same values with the same names
-Tables come back: IN may be such a .csv, .tsv or .json. A value that the file leaves open is
+Tables come back: FILE may be such a .csv, .tsv or .json. A value that the file leaves open is
 an empty cell, in JSON null; what is no number is nan, inf or -inf, in JSON a text. A text
 that a spreadsheet would take for a formula (= + - @) gets a ' in front, which reading takes
 off. A .dipset or .txt cannot hold that a value is open; a warning tells of it.
 
 The dipoles of several files follow each other; what belongs to a whole set is taken from the
-first. OUT may be one of the files. It is replaced at the end, and only when every dipole of
-every file arrived; else it stays as it was.
+first. With --force OUT may be one of the files. It is replaced at the end, and only when every
+dipole of every file arrived; else it stays as it was.
 
 Examples:
-  dipole convert spikes.dip spikes.csv
-  dipole convert --yes monday.dip tuesday.txt both.dipset
-  dipole convert --from 4d table.out --to json table)";
+  dipole convert spikes.dip -o spikes.csv
+  dipole convert --yes monday.dip tuesday.txt -o both.dipset
+  dipole convert --from 4d - --to json -o - < table.out)";
 
 }  // namespace
 

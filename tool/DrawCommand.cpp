@@ -22,6 +22,7 @@
 #include "tool/Output.h"
 #include "tool/SliceList.h"
 #include "tool/Text.h"
+#include "tool/UsageError.h"
 
 namespace tool {
 namespace {
@@ -258,6 +259,9 @@ host::DipolePicture DrawCommand::draw(const ImportSession& session, host::PaneCo
 }
 
 int DrawCommand::run() const {
+  if (!host::hasEnding(host::textOf(m_output), ".png")) {
+    throw UsageError(m_output + ": a picture is written as PNG; the name has to end in .png");
+  }
   if (wouldOverwriteInput()) {
     return exitUsage;
   }

@@ -1,26 +1,32 @@
 #include "tool/ImportOptions.h"
 
+#include <algorithm>
 #include <map>
 #include <stdexcept>
+
+#include "host/text/PathText.h"
+#include "tool/UsageError.h"
 
 namespace tool {
 
 namespace {
 
-const std::map<std::string, InputFormat>& formats() {
-  static const std::map<std::string, InputFormat> all = {
-      {"ctf", InputFormat::ctf}, {"4d", InputFormat::msi},  {"dipset", InputFormat::dipset},
-      {"csv", InputFormat::csv}, {"tsv", InputFormat::tsv}, {"json", InputFormat::json}};
+const std::map<std::string, host::DipoleFormat>& formats() {
+  static const std::map<std::string, host::DipoleFormat> all = {
+      {"csv", host::DipoleFormat::csv},   {"tsv", host::DipoleFormat::tsv},
+      {"json", host::DipoleFormat::json}, {"ctf", host::DipoleFormat::ctf},
+      {"4d", host::DipoleFormat::msi},    {"dipset", host::DipoleFormat::set}};
   return all;
 }
 
 }  // namespace
 
-void ImportOptions::addTo(CLI::App& command, const std::string& argument) {
+void ImportOptions::addTo(CLI::App& command) {
   command
-      .add_option(argument, m_names,
-                  "CTF dipole files (.dip), 4D/MSI dipole tables (.txt), dipole sets (.dipset), tables that "
-                  "this program wrote (.csv, .tsv, .json)")
+      .add_option(
+          "FILE", m_names,
+          "CTF dipole files (.dip), 4D/MSI dipole tables (.txt), dipole sets (.dipset), tables that this "
+          "program wrote (.csv, .tsv, .json); - is standard input")
       ->required()
       ->type_name("");
   command
@@ -28,18 +34,11 @@ void ImportOptions::addTo(CLI::App& command, const std::string& argument) {
                   "Format of the files, whatever their names: ctf, 4d, dipset, csv, tsv or json")
       ->type_name("FORMAT")
       ->transform(CLI::IsMember(&formats(), CLI::ignore_case).description(""));
+  command.add_flag_callback(
+      "-q,--quiet", [] { setQuiet(true); }, "Tell warnings and failures only");
   CLI::Option* yes = command.add_flag("--yes", m_yes, "Answer every question with yes");
   command.add_flag("--no", m_no, "Answer every question with no (the default without a terminal)")
       ->excludes(yes);
-}
-
-std::string ImportOptions::takeLastName() {
-  if (m_names.size() < 2) {
-    throw CLI::RequiredError("OUT");
-  }
-  std::string last = m_names.back();
-  m_names.pop_back();
-  return last;
 }
 
 Answers ImportOptions::answers() const {
@@ -50,17 +49,25 @@ Answers ImportOptions::answers() const {
 }
 
 std::vector<InputFile> ImportOptions::files() const {
+  const auto streams = std::count(m_names.begin(), m_names.end(), "-");
+  if (streams > 0 && m_from.empty()) {
+    throw UsageError("standard input (-) has no name that tells its format: --from does");
+  }
+  if (streams > 1) {
+    throw UsageError("standard input (-) can be read only once");
+  }
   std::vector<InputFile> files;
   for (const std::string& name : m_names) {
-    const InputFormat byEnding = inputFormatOf(name).value_or(InputFormat::ctf);
-    files.push_back({name, m_from.empty() ? byEnding : formats().at(m_from)});
+    const auto byEnding = host::dipoleFormatOf(host::textOf(name)).value_or(host::DipoleFormat::ctf);
+    files.push_back({name, m_from.empty() ? byEnding : formats().at(m_from), nullptr});
+    copyStream(files.back());
   }
   return files;
 }
 
 std::vector<InputFile> ImportOptions::knownFiles() const {
   for (const std::string& name : m_names) {
-    if (m_from.empty() && !inputFormatOf(name)) {
+    if (m_from.empty() && !host::dipoleFormatOf(host::textOf(name))) {
       throw std::runtime_error(name + ": the name tells no format; it ends in .dip (CTF), .txt (4D/MSI), " +
                                ".dipset, .csv, .tsv or .json, or --from says what it is");
     }

@@ -12,19 +12,16 @@ namespace tool {
 
 class ImportOptions {
  public:
-  // Adds the arguments to a command; this object has to live as long as the command. `argument` is what the
-  // help calls the files.
-  void addTo(CLI::App& command, const std::string& argument = "FILE");
+  // Adds the arguments to a command; this object has to live as long as the command.
+  void addTo(CLI::App& command);
 
   const std::vector<std::string>& names() const { return m_names; }
 
-  // Takes the last name away, for commands whose last argument is the file to write. Throws
-  // CLI::RequiredError when it is the only one.
-  std::string takeLastName();
-
   Answers answers() const;
 
-  // The files with their formats: --from, else by the ending, else CTF.
+  // The files with their formats: --from, else by the ending, else CTF. What can be read only once is read
+  // here. Throws UsageError when standard input has no --from or is named twice, and std::runtime_error when
+  // there is too much of it.
   std::vector<InputFile> files() const;
 
   // The same, but a name whose ending tells no format needs --from: throws std::runtime_error that names the

@@ -1,85 +1,55 @@
 #include "tool/ImportSession.h"
 
-#include <algorithm>
 #include <set>
+#include <utility>
 
 #include "host/dipoles/HeaderText.h"
 #include "host/dipoles/SortSet.h"
-#include "tool/Text.h"
+#include "host/exchange/ImportFile.h"
+#include "host/text/PathText.h"
 
 namespace tool {
-namespace {
-
-// Sets and tables keep the numbers of their dipoles.
-bool isNumberedOn(InputFormat format) {
-  return format == InputFormat::ctf || format == InputFormat::msi;
-}
-
-}  // namespace
 
 ImportSession::ImportSession(const std::vector<InputFile>& files, Answers answers) {
+  TerminalOperator op(answers);
+  const OperatorInCharge inCharge(op);
   for (const InputFile& file : files) {
-    add(file, answers);
+    add(file);
   }
+  m_unknown = m_joined.unknown();
+  for (const std::string& warning : m_joined.warnings()) {
+    warn(warning);
+  }
+  m_isComplete = m_isComplete && m_joined.leftOut() == 0;
   checkPatients();
-  checkUnits();
+  if (m_joined.hasMixedUnits()) {
+    warn("not all files say that their moments are nAm: they may differ in unit");
+  }
 }
 
-void ImportSession::add(const InputFile& file, Answers answers) {
-  FileImport import(file, answers);
-  m_messages.insert(m_messages.end(), import.messages().begin(), import.messages().end());
+void ImportSession::add(const InputFile& file) {
+  host::ImportedFile import = host::importFile(host::textOf(file.path()), file.format, file.name);
+  m_messages.insert(m_messages.end(), import.messages.begin(), import.messages.end());
   m_isComplete = m_isComplete && import.isComplete();
-  if (import.isReadable()) {
-    m_patients.push_back(host::headerText(import.collection().m_patient, patientKeyword(file.format)));
-  }
-  if (import.collection().m_totalDipoles > 0) {
-    m_units.push_back(import.collection().m_momentInNAm != 0);
-  }
-  if (m_collection == nullptr || m_collection->m_totalDipoles == 0) {
-    takeSet(import, file);
+  if (!import.failure.empty()) {
+    warn(file.name + ": " + import.failure);
   } else {
-    append(import, file);
+    m_patients.push_back(host::patientOf(*import.set));
   }
-}
-
-void ImportSession::takeSet(FileImport& import, const InputFile& file) {
-  const bool isBetter = m_collection == nullptr || import.collection().m_totalDipoles > 0;
-  if (isBetter) {
-    addUnknown(import, 0, import.collection().m_totalDipoles);
-    m_collection = import.takeCollection();
-    m_version = host::headerText(m_collection->m_fileVersion, versionKeyword(file.format));
-  }
-}
-
-void ImportSession::addUnknown(const FileImport& import, int first, int count) {
-  for (int slot = 0; slot < count; ++slot) {
-    m_unknown.markAll(first + slot, import.unknown().of(slot));
-  }
-}
-
-void ImportSession::append(FileImport& import, const InputFile& file) {
-  const CDipoleFace9File& more = import.collection();
-  const int first = m_collection->m_totalDipoles;
-  const int count = (std::min)(more.m_totalDipoles, DipoleTable::capacity - first);
-  for (int i = 0; i < count; ++i) {
-    if (const CDipoleszq* dipole = more.m_dipoles[i]) {
-      auto copy = std::make_unique<CDipoleszq>(*dipole);
-      copy->m_number += isNumberedOn(file.format) ? first : 0;
-      m_collection->m_dipoles.store(first + i, std::move(copy));
+  for (const host::Finding& finding : import.report.findings) {
+    if (isLoss(finding) || (finding.isAnswered && finding.severity == host::Severity::wrong)) {
+      warn(lineOf(finding));
     }
   }
-  m_collection->m_totalDipoles = first + count;
-  addUnknown(import, first, count);
-  if (count < more.m_totalDipoles) {
-    m_isComplete = false;
-    m_messages.push_back(warningOf(file.name + ": a set holds " + std::to_string(DipoleTable::capacity) +
-                                   " dipoles, " + std::to_string(more.m_totalDipoles - count) +
-                                   " of this file were left out"));
-  }
+  m_joined.add(std::move(import));
 }
 
 void ImportSession::sort(int key) {
-  host::sortSet(*m_collection, key, m_unknown);
+  host::sortSet(m_joined.set(), key, m_unknown);
+}
+
+std::string ImportSession::version() const {
+  return host::versionOf(m_joined.set());
 }
 
 void ImportSession::checkPatients() {
@@ -89,17 +59,12 @@ void ImportSession::checkPatients() {
   }
   patients.erase(std::string());  // a file that names nobody does not contradict the others
   if (patients.size() > 1) {
-    m_messages.push_back(warningOf("the files name different patients"));
+    warn("the files name different patients");
   }
 }
 
-void ImportSession::checkUnits() {
-  const auto known = std::count(m_units.begin(), m_units.end(), true);
-  const auto all = static_cast<std::ptrdiff_t>(m_units.size());
-  m_isMomentInNAm = all > 0 ? known == all : m_collection->m_momentInNAm != 0;
-  if (known > 0 && known < all) {
-    m_messages.push_back(warningOf("not all files say that their moments are nAm: they may differ in unit"));
-  }
+void ImportSession::warn(const std::string& text) {
+  m_messages.push_back(warningOf(text));
 }
 
 }  // namespace tool

@@ -1,36 +1,56 @@
 #include "tool/InputFile.h"
 
-#include <algorithm>
 #include <filesystem>
-#include <iterator>
-#include <string_view>
-#include <utility>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+#include <system_error>
+#include <vector>
 
 namespace tool {
+namespace {
 
-std::string endingOf(const std::string& name) {
-  std::string ending = std::filesystem::path(name).extension().string();
-  std::transform(ending.begin(), ending.end(), ending.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return ending;
+constexpr const char* copyName = "input";
+constexpr std::size_t mostBytes = std::size_t{1} << 28U;
+
+void copyAll(std::istream& from, std::ostream& to, const std::string& name) {
+  std::vector<char> block(65536);
+  std::size_t count = 0;
+  while (from) {
+    from.read(block.data(), static_cast<std::streamsize>(block.size()));
+    to.write(block.data(), from.gcount());
+    count += static_cast<std::size_t>(from.gcount());
+    if (count > mostBytes) {
+      throw std::runtime_error(name + ": there are more than 256 MiB of it");
+    }
+  }
+  if (from.bad() || !to.flush()) {
+    throw std::runtime_error(name + ": it could not be read");
+  }
 }
 
-std::optional<InputFormat> inputFormatOf(const std::string& name) {
-  const std::string ending = endingOf(name);
-  constexpr std::pair<std::string_view, InputFormat> formats[] = {
-      {".dip", InputFormat::ctf}, {".txt", InputFormat::msi}, {".dipset", InputFormat::dipset},
-      {".csv", InputFormat::csv}, {".tsv", InputFormat::tsv}, {".json", InputFormat::json}};
-  const auto* const found = std::find_if(std::begin(formats), std::end(formats),
-                                         [&](const auto& one) { return one.first == ending; });
-  return found != std::end(formats) ? std::optional(found->second) : std::nullopt;
+}  // namespace
+
+std::string InputFile::path() const {
+  return copy ? (copy->path() / copyName).string() : name;
 }
 
-const char* patientKeyword(InputFormat format) {
-  return format == InputFormat::msi ? "MRI/CT Patient:" : "PATIENT:";
-}
-
-const char* versionKeyword(InputFormat format) {
-  return format == InputFormat::msi ? "Dipole File:" : "VERSION:";
+void copyStream(InputFile& file) {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(file.name, error);
+  const bool isInPlace = !std::filesystem::exists(status) || is_regular_file(status) || is_directory(status);
+  if (file.name != "-" && isInPlace) {
+    return;
+  }
+  const auto folder = std::make_shared<const TemporaryFolder>();
+  std::ofstream copy(folder->path() / copyName, std::ios::binary);
+  if (file.name == "-") {
+    copyAll(std::cin, copy, "standard input");
+  } else {
+    std::ifstream stream(file.name, std::ios::binary);
+    copyAll(stream, copy, file.name);
+  }
+  file.copy = folder;
 }
 
 }  // namespace tool

@@ -1,28 +1,26 @@
 // A dipole file that a user named, and the format it is read as.
 #pragma once
 
-#include <optional>
+#include <memory>
 #include <string>
+
+#include "host/exchange/FileKind.h"
+#include "tool/TemporaryFolder.h"
 
 namespace tool {
 
-enum class InputFormat { ctf, msi, dipset, csv, tsv, json };
-
 struct InputFile {
-  std::string name;  // as the user wrote it
-  InputFormat format = InputFormat::ctf;
+  std::string name;  // as the user wrote it; "-" is standard input
+  host::DipoleFormat format = host::DipoleFormat::ctf;
+  // Where the bytes stand that can be read only once; null: in the file of that name.
+  std::shared_ptr<const TemporaryFolder> copy;
+
+  // Where to read it.
+  std::string path() const;
 };
 
-// The ending of a name's last part from its last point on (".dip"), ASCII letters in lower case; empty
-// without one.
-std::string endingOf(const std::string& name);
-
-// By the ending, whatever its case: .dip, .txt, .dipset, .csv, .tsv, .json.
-std::optional<InputFormat> inputFormatOf(const std::string& name);
-
-// The words that stand in front of the values that the module keeps from a header of this format; it may
-// leave their ends there (see headerText in host/dipoles/HeaderText.h).
-const char* patientKeyword(InputFormat format);
-const char* versionKeyword(InputFormat format);
+// Copies what can be read only once, such as standard input and pipes, and leaves other files where they are.
+// Throws std::runtime_error when there is more than 256 MiB of it.
+void copyStream(InputFile& file);
 
 }  // namespace tool

@@ -1,9 +1,13 @@
 #include "tool/OutputOptions.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <map>
 #include <stdexcept>
+#include <system_error>
 
-#include "tool/InputFile.h"
+#include "host/text/PathText.h"
+#include "tool/UsageError.h"
 
 namespace tool {
 namespace {
@@ -19,25 +23,35 @@ const std::map<std::string, OutputFormat>& formats() {
 
 }  // namespace
 
-// The parser would give a list of names every last one; so OUT is taken from it afterwards, and the help is
-// told.
 void OutputOptions::addTo(CLI::App& command, ImportOptions& input) {
-  input.addTo(command, "IN");
-  command.callback([this, &input] { m_target = input.takeLastName(); });
-  command.formatter_fn([](const CLI::App* app, const std::string& name, CLI::AppFormatMode mode) {
-    std::string text = CLI::Formatter().make_help(app, name, mode);
-    const std::string names = " IN...\n";
-    const std::size_t usage = text.find(names);
-    return usage == std::string::npos ? text : text.replace(usage, names.size(), " IN... OUT\n");
-  });
+  input.addTo(command);
+  m_command = command.get_name();
+  command.add_option("-o,--output", m_target, "The file to write; - is standard output")->type_name("OUT");
+  command.add_flag("--force", m_force, "Replace OUT when it is there already");
   command.add_option("--to", m_to, "Format of OUT, whatever its name: dipset, txt, csv, tsv or json")
       ->type_name("FORMAT")
       ->transform(CLI::IsMember(&formats(), CLI::ignore_case).description(""));
 }
 
+void OutputOptions::check() const {
+  if (m_target.empty()) {
+    throw UsageError(m_command + " needs -o OUT, the file to write");
+  }
+  if (isStandardOutput() && m_to.empty()) {
+    throw UsageError("-o - needs --to: standard output has no name that tells a format");
+  }
+  (void)format();
+  std::error_code error;
+  if (!m_force && !isStandardOutput() && std::filesystem::is_regular_file(m_target, error)) {
+    throw std::runtime_error("cannot write " + m_target + ": it is there already; --force replaces it");
+  }
+}
+
 OutputFormat OutputOptions::format() const {
-  const std::string ending = endingOf(m_target);
-  const auto found = formats().find(!m_to.empty() || ending.empty() ? m_to : ending.substr(1));
+  const CString target = host::textOf(m_target);
+  const auto found = std::find_if(formats().begin(), formats().end(), [&](const auto& format) {
+    return m_to.empty() ? host::hasEnding(target, "." + format.first) : m_to == format.first;
+  });
   if (found == formats().end()) {
     throw std::runtime_error(m_target +
                              ": the name tells no format; it ends in .dipset, .txt, .csv, .tsv or " +

@@ -12,18 +12,25 @@ enum class OutputFormat { dipset, text, csv, tsv, json };
 
 class OutputOptions {
  public:
-  // Adds the arguments to a command behind those of its input, whose last name becomes the file to write;
-  // both objects have to live as long as the command.
+  // Adds the arguments to a command behind those of its input; both objects have to live as long as the
+  // command.
   void addTo(CLI::App& command, ImportOptions& input);
 
+  // Before anything is read. Throws UsageError when there is no target, or standard output without a format,
+  // std::runtime_error when the name tells no format, or the file is there already and --force is not.
+  void check() const;
+
   const std::string& target() const { return m_target; }
+  bool isStandardOutput() const { return m_target == "-"; }
 
   // --to, else by the ending, whatever its case. Throws std::runtime_error that names the file and the
   // endings.
   OutputFormat format() const;
 
  private:
+  std::string m_command;
   std::string m_target;
+  bool m_force = false;
   std::string m_to;  // a name of a format, empty: the ending tells
 };
 

@@ -6,9 +6,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "host/exchange/SetFile.h"
 #include "host/head/FiducialFile.h"
-#include "host/text/PathText.h"
 #include "tool/FiducialPoints.h"
 #include "tool/TerminalOperator.h"
 
@@ -28,8 +26,8 @@ OUT is a .json file with the registration and the dipoles, or a .dipset file of 
 
 Examples:
   dipole register auditory.dip --rotate \
-      --fiducials "110,120,200 180,110,110 40,110,112" auditory.dipset
-  dipole register auditory.dip --by-sphere --dimension 256,256,256 --voxel 1,1,1 fit.json)";
+      --fiducials "110,120,200 180,110,110 40,110,112" -o auditory.dipset
+  dipole register auditory.dip --by-sphere --dimension 256,256,256 --voxel 1,1,1 -o fit.json)";
 
 CFiducialzq pointsOf(const host::Fiducials& given) {
   CFiducialzq points;
@@ -154,6 +152,7 @@ void RegisterCommand::registerBySphere(CDipoleFace9File& set) const {
 }
 
 int RegisterCommand::run() const {
+  m_output.check();
   const OutputFormat format = m_output.format();
   if (format != OutputFormat::dipset && format != OutputFormat::json) {
     throw std::runtime_error(m_output.target() + ": a registration is written as .dipset or .json");
@@ -166,11 +165,11 @@ int RegisterCommand::run() const {
     registerByFiducials(set);
   }
   if (format == OutputFormat::dipset) {
-    host::writeOldSet(set, host::textOf(m_output.target()));
+    writeOldSet(set, m_output);
   } else {
     Json document = documentOf(session, m_import.names());
     document["registration"] = registrationJson(set);
-    writeJson(document, m_output.target());
+    writeJson(document, m_output);
   }
   return exitDone;
 }

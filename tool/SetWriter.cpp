@@ -1,16 +1,45 @@
 #include "tool/SetWriter.h"
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 #include "host/exchange/SetFile.h"
 #include "host/exchange/SetJson.h"
+#include "host/exchange/SetTable.h"
 #include "host/text/PathText.h"
+#include "tool/TemporaryFolder.h"
 
 namespace tool {
+namespace {
+
+// What only files can be written of goes to standard output by way of one.
+template <typename Write>
+void writeTo(const OutputOptions& output, Write write) {
+  if (!output.isStandardOutput()) {
+    return write(host::textOf(output.target()));
+  }
+  const TemporaryFolder folder;
+  const std::filesystem::path path = folder.path() / "output";
+  write(host::textOf(path));
+  std::ifstream file(path, std::ios::binary);
+  writeResult(std::string(std::istreambuf_iterator<char>(file), {}));
+}
+
+void writeText(const OutputOptions& output, const std::string& text) {
+  if (output.isStandardOutput()) {
+    writeResult(text);
+  } else {
+    host::writeText(text, host::textOf(output.target()));
+  }
+}
+
+}  // namespace
 
 ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output) {
+  output.check();
   const std::vector<InputFile> files = input.knownFiles();
-  (void)output.format();
   ImportSession session(files, input.answers());
   if (!session.isComplete()) {
     throw std::runtime_error(output.target() + " was not written: not every dipole of every file arrived");
@@ -25,7 +54,6 @@ Json documentOf(const ImportSession& session, const std::vector<std::string>& fi
 
 void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output) {
   CDipoleFace9File& set = session.collection();
-  const CString target = host::textOf(output.target());
   const bool isInNAm = session.isMomentInNAm();
   const std::string loss = host::lossOf(session.unknown());
   const bool isLossy = output.format() == OutputFormat::dipset || output.format() == OutputFormat::text;
@@ -34,20 +62,24 @@ void writeSet(ImportSession& session, const std::vector<std::string>& files, con
   }
   switch (output.format()) {
     case OutputFormat::dipset:
-      return host::writeSet(set, target);
+      return writeTo(output, [&](const CString& path) { host::writeSet(set, path); });
     case OutputFormat::text:
-      return host::writeSpreadsheetText(set, target);
+      return writeTo(output, [&](const CString& path) { host::writeSpreadsheetText(set, path); });
     case OutputFormat::csv:
-      return host::writeText(host::tableOf(set, session.unknown(), isInNAm, ','), target);
+      return writeText(output, host::tableOf(set, session.unknown(), isInNAm, ','));
     case OutputFormat::tsv:
-      return host::writeText(host::tableOf(set, session.unknown(), isInNAm, '\t'), target);
+      return writeText(output, host::tableOf(set, session.unknown(), isInNAm, '\t'));
     case OutputFormat::json:
-      return writeJson(documentOf(session, files), output.target());
+      return writeJson(documentOf(session, files), output);
   }
 }
 
-void writeJson(const Json& json, const std::string& target) {
-  host::writeText(host::indented(json), host::textOf(target));
+void writeOldSet(CDipoleFace9File& set, const OutputOptions& output) {
+  writeTo(output, [&](const CString& path) { host::writeOldSet(set, path); });
+}
+
+void writeJson(const Json& json, const OutputOptions& output) {
+  writeText(output, host::indented(json));
 }
 
 }  // namespace tool

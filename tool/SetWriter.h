@@ -12,7 +12,7 @@
 namespace tool {
 
 // Imports what is to be written. Throws std::runtime_error when a name tells no format, before anything is
-// asked, and when not every dipole of every file arrived.
+// asked, and when not every dipole of every file arrived; otherwise as OutputOptions::check does.
 ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output);
 
 // The set as JSON, see host/exchange/SetJson.h.
@@ -23,7 +23,10 @@ Json documentOf(const ImportSession& session, const std::vector<std::string>& fi
 // host/text/SafeFile.h. Throws std::runtime_error that names the target and the cause.
 void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output);
 
+// A set file of version 20011118, in the same way.
+void writeOldSet(CDipoleFace9File& set, const OutputOptions& output);
+
 // JSON as a file, in the same way: UTF-8, indented, a line feed at its end.
-void writeJson(const Json& json, const std::string& target);
+void writeJson(const Json& json, const OutputOptions& output);
 
 }  // namespace tool

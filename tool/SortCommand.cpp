@@ -13,12 +13,12 @@ constexpr const char* help =
 The order is ascending; dipoles of which the value is unknown come last. Values that single
 precision cannot tell apart count as equal, and equal values need not keep their order: it
 is the order that the viewer's list shows. Which dipole is the current one stays as a place
-in the list. IN, OUT and the formats are those of
+in the list. FILE, OUT and the formats are those of
 "dipole convert".
 
 Examples:
-  dipole sort --by error spikes.dip spikes_by_error.csv
-  dipole sort --by latency spikes.dipset spikes.dipset)";
+  dipole sort --by error spikes.dip -o spikes_by_error.csv
+  dipole sort --by latency spikes.dipset -o spikes.dipset --force)";
 
 // The columns of CDipoleFace1Process::sortDipoles.
 const std::map<std::string, int>& keys() {

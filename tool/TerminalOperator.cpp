@@ -2,13 +2,14 @@
 
 #include <iostream>
 #include <unistd.h>
-#include <utility>
 
-#include "platform/Utf.h"
+#include "host/text/PathText.h"
 #include "tool/Text.h"
 
 namespace tool {
 namespace {
+
+bool isQuietSet = false;
 
 std::string withoutLineEnd(std::string text) {
   text.erase(text.find_last_not_of("\r\n") + 1);
@@ -40,14 +41,21 @@ void tell(const std::string& text) {
   std::cerr << "dipole: " << printable(text) << '\n';
 }
 
+void tellNote(const std::string& text) {
+  if (!isQuietSet) {
+    tell(text);
+  }
+}
+
+void setQuiet(bool isQuiet) {
+  isQuietSet = isQuiet;
+}
+
 Message warningOf(const std::string& text) {
   Message message{"warning: " + text, false, false};
   tell(message.text);
   return message;
 }
-
-TerminalOperator::TerminalOperator(std::vector<CString> files, Answers answers)
-    : m_files(std::move(files)), m_answers(answers) {}
 
 bool TerminalOperator::answerQuestion(const std::string& text) const {
   if (m_answers == Answers::ask && isAtTerminal()) {
@@ -61,24 +69,21 @@ bool TerminalOperator::answerQuestion(const std::string& text) const {
 }
 
 int TerminalOperator::answerMessage(LPCTSTR text, UINT type) {
-  Message message{withoutLineEnd(toUtf8(CString(text))), false, false};
-  const UINT buttons = type & MB_TYPEMASK;
-  int result = IDOK;
-  if (buttons == MB_YESNO || buttons == MB_YESNOCANCEL) {
-    message.isQuestion = true;
-    message.isYes = answerQuestion(message.text);
-    result = message.isYes ? IDYES : IDNO;
+  const std::string said = withoutLineEnd(host::utf8Of(text));
+  int answer = (type & MB_TYPEMASK) == MB_OK ? IDOK : IDCANCEL;
+  if (host::isQuestion(type)) {
+    answer = answerQuestion(said) ? IDYES : IDNO;
+  } else if (said.starts_with("Total imported dipoles:")) {
+    tellNote(said);
   } else {
-    tell(message.text);
-    result = buttons == MB_OK ? IDOK : IDCANCEL;
+    tell(said);
   }
-  m_messages.push_back(std::move(message));
-  return result;
+  host::ModuleMessages::note(text, type, answer);
+  return answer;
 }
 
-bool TerminalOperator::chooseFiles(const FileQuestion& /*question*/, std::vector<CString>& paths) {
-  paths = std::exchange(m_files, {});
-  return !paths.empty();
+bool TerminalOperator::chooseFiles(const FileQuestion& /*question*/, std::vector<CString>& /*paths*/) {
+  return false;
 }
 
 bool TerminalOperator::chooseColor(COLORREF /*initial*/, COLORREF& /*chosen*/) {

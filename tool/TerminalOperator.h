@@ -7,38 +7,29 @@
 #include <string>
 #include <vector>
 
+#include "host/exchange/ModuleMessages.h"
 #include "platform/Operator.h"
 
 namespace tool {
 
 enum class Answers { ask, yes, no };
 
-// One message box of the module.
-struct Message {
-  std::string text;         // UTF-8, without the line end that some texts carry
-  bool isQuestion = false;  // a yes/no question
-  bool isYes = false;       // how it was answered
-};
+using Message = host::ModuleMessage;
 
 class TerminalOperator : public Operator {
  public:
-  // The files are absolute paths, the answer to the next file dialog. With Answers::ask a question goes to
-  // the terminal; where there is none (standard input or standard error is something else) it is No.
-  TerminalOperator(std::vector<CString> files, Answers answers);
+  // With Answers::ask a question goes to the terminal; where there is none (standard input or standard error
+  // is something else) it is No. Every message is noted, see host/exchange/ModuleMessages.h.
+  explicit TerminalOperator(Answers answers) : m_answers(answers) {}
 
   int answerMessage(LPCTSTR text, UINT type) override;
   bool chooseFiles(const FileQuestion& question, std::vector<CString>& paths) override;
   bool chooseColor(COLORREF initial, COLORREF& chosen) override;
 
-  // Every message so far, in order.
-  const std::vector<Message>& messages() const { return m_messages; }
-
  private:
   bool answerQuestion(const std::string& text) const;
 
-  std::vector<CString> m_files;
   Answers m_answers;
-  std::vector<Message> m_messages;
 };
 
 // Puts an operator in charge for a scope.
@@ -55,6 +46,10 @@ class OperatorInCharge {
 
 // A line of the program's own on standard error, made printable.
 void tell(const std::string& text);
+
+// The same for what is neither a warning nor a failure: left out once quiet is set.
+void tellNote(const std::string& text);
+void setQuiet(bool isQuiet);
 
 // Tells a warning and returns it as a message, to be kept with those of the module.
 Message warningOf(const std::string& text);

@@ -1,7 +1,5 @@
-// Text of unknown origin, made fit for the terminal. All of it is UTF-8 (see platform/Utf.h).
+// Text of unknown origin, made fit for the terminal. All of it is UTF-8.
 #pragma once
-
-#include <afx.h>
 
 #include <string>
 #include <string_view>

@@ -29,4 +29,9 @@ std::string patientOf(const CDipoleFace& set) {
   return std::string(withoutKeyword(fromCtf, "MRI/CT Patient:"));
 }
 
+std::string versionOf(const CDipoleFace& set) {
+  const std::string fromCtf = headerText(set.m_fileVersion, "VERSION:");
+  return std::string(withoutKeyword(fromCtf, "Dipole File:"));
+}
+
 }  // namespace host

@@ -16,4 +16,7 @@ namespace host {
 // The patient's name or number, whatever kind of file it came from; empty when there is none.
 [[nodiscard]] std::string patientOf(const CDipoleFace& set);
 
+// The version of the file, likewise.
+[[nodiscard]] std::string versionOf(const CDipoleFace& set);
+
 }  // namespace host

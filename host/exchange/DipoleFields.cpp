@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "host/text/PathText.h"
+#include "host/text/Utf8.h"
 
 namespace host {
 
@@ -96,7 +97,7 @@ FieldValue labelOf(const CDipoleszq& dipole) {
   return utf8Of(dipole.m_label);
 }
 bool setLabel(CDipoleszq& dipole, const FieldValue& value) {
-  dipole.m_label = utf16Of(std::get<std::string>(value));
+  dipole.m_label = fromUtf8(std::get<std::string>(value));
   return true;
 }
 

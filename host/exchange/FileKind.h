@@ -1,7 +1,9 @@
-// What a file is, by the ending of its name.
+// What a file is, by the ending of its name; ASCII letters of an ending may be large or small.
 #pragma once
 
 #include <afx.h>
+
+#include <optional>
 
 namespace host {
 
@@ -13,5 +15,17 @@ enum class FileKind {
 };
 
 [[nodiscard]] FileKind kindOf(const CString& path);
+
+// The files of dipoles that can be read.
+enum class DipoleFormat {
+  ctf,  // .dip
+  msi,  // .txt, tables of 4D/MSI software
+  set,  // .dipset
+  csv,  // tables of this program, see host/exchange/TableFile.h
+  tsv,
+  json
+};
+
+[[nodiscard]] std::optional<DipoleFormat> dipoleFormatOf(const CString& path);
 
 }  // namespace host

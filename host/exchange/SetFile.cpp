@@ -29,13 +29,17 @@ bool isAtEnd(CArchive& archive) {
   return archive.Read(&byte, sizeof byte) == 0;
 }
 
-// The module's result does not tell everything: what it refuses of an old set, and a set that it cut short
-// for want of memory, count as done. A set that was read has a count, be it 0.
-bool readWhole(CDipoleFace9File& set, CArchive& archive, bool isOld) {
+// Why a set could not be read; empty when it was. The module's result does not tell everything: what it
+// refuses of an old set, and a set that it cut short for want of memory, count as done. A set that was read
+// has a count, be it 0.
+std::string whyNotWhole(CDipoleFace9File& set, CArchive& archive, bool isOld) {
   constexpr int untouched = -1;
   set.m_totalDipoles = untouched;
   const int result = isOld ? set.serializeObsolete20050630(archive) : set.serializeDipolesFace(archive);
-  return result != 0 && set.m_totalDipoles != untouched && isAtEnd(archive);
+  if (result == 0 || set.m_totalDipoles == untouched) {
+    return "it is no dipole set";
+  }
+  return isAtEnd(archive) ? "" : "it goes on behind the end of the dipole set";
 }
 
 // A bare `throw` has to pass on what the module threw, behind an archive that must write no more.
@@ -62,8 +66,16 @@ std::unique_ptr<CDipoleFace9File> readSet(const CString& path) {
     CFile file(path, CFile::modeRead | CFile::shareDenyWrite);
     const bool isOld = isHeaderless(file);
     CArchive archive(&file, CArchive::load);
-    if (!readWhole(*set, archive, isOld))
-      throwFileFailure("read", path, "it is no dipole set, or not the whole of one");
+    std::string cause;
+    try {
+      cause = whyNotWhole(*set, archive, isOld);
+    } catch (CArchiveException* exception) {
+      exception->Delete();
+      cause = "it could not be read to its end: it breaks off, or is damaged";
+    }
+    if (!cause.empty()) {
+      throwFileFailure("read", path, cause);
+    }
     archive.Close();
     file.Close();
     return set;

@@ -9,6 +9,7 @@
 #include "host/exchange/TableColumns.h"
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
+#include "host/text/Utf8.h"
 
 namespace host {
 
@@ -251,9 +252,9 @@ class SetReader {
       }
       m_unitIsNAm = !isNone;
     } else if (m_key == "patient" && isText) {
-      m_set->m_patient = utf16Of(value.text);
+      m_set->m_patient = fromUtf8(value.text);
     } else if (m_key == "version" && isText) {
-      m_set->m_fileVersion = utf16Of(value.text);
+      m_set->m_fileVersion = fromUtf8(value.text);
     }
   }
 

@@ -6,6 +6,7 @@
 #include "host/exchange/TableColumns.h"
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
+#include "host/text/Utf8.h"
 
 namespace host {
 

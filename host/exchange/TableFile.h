@@ -8,14 +8,15 @@
 #include <optional>
 #include <string>
 
+#include "host/exchange/FileKind.h"
 #include "host/exchange/SetTable.h"
 
 namespace host {
 
 enum class TableFormat { csv, tsv, json };
 
-// By the ending of its name, whatever its case.
-[[nodiscard]] std::optional<TableFormat> tableFormatOf(const CString& path);
+// Nothing for files that are no tables.
+[[nodiscard]] std::optional<TableFormat> tableFormatOf(DipoleFormat format);
 
 [[nodiscard]] TableSet readTableText(std::string_view text, TableFormat format, const std::string& name);
 
@@ -24,13 +25,8 @@ enum class TableFormat { csv, tsv, json };
 [[nodiscard]] TableSet readTableFile(const std::filesystem::path& path, TableFormat format,
                                      const std::string& name);
 
-// Adds the dipoles of a table to a set, behind those that it has, whole or not at all; marks what they leave
-// unknown by their slots in it. Unit, patient and version become those of the file as far as it names them.
-// Returns how many came. Throws as readTableFile, with a text that does not name the file, also when the set
-// has no room for all.
-int addTable(CDipoleFace9File& set, const CString& path, UnknownValues& unknown);
-
-// Patient and version as the set has them. Throws std::runtime_error that names the file and the cause.
+// By the ending of the name; .csv when that tells none. Patient and version as the set has them. Throws
+// std::runtime_error that names the file and the cause.
 void writeTable(const CDipoleFace& set, const UnknownValues& unknown, const CString& path);
 
 }  // namespace host

@@ -1,8 +1,6 @@
 #include "host/head/FiducialFile.h"
 
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <fstream>
 #include <stdexcept>
 #include <string>
@@ -11,6 +9,7 @@
 #include <vector>
 
 #include "host/text/Blanks.h"
+#include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 
 namespace host {
@@ -35,15 +34,6 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     text.remove_prefix(parts.back().size());
   }
   return parts;
-}
-
-std::optional<double> numberOf(std::string_view text) {
-  if (text.starts_with('+') && !text.starts_with("+-"))
-    text.remove_prefix(1);
-  double value = 0.0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  const bool isWhole = result.ec == std::errc() && result.ptr == text.data() + text.size();
-  return isWhole && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
 class Reader {

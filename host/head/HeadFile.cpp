@@ -23,19 +23,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Also an ending in capital letters is one.
-bool hasEnding(const fs::path& path, const char* wanted) {
-  std::string ending = utf8Of(textOf(path.extension()));
-  std::transform(ending.begin(), ending.end(), ending.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return ending == wanted;
-}
-
 fs::path fiducialsBeside(const fs::path& mri) {
   fs::path name = mri;
-  if (hasEnding(name, ".gz"))
+  if (hasEnding(textOf(name), ".gz"))
     name.replace_extension();
-  if (hasEnding(name, ".nii"))
+  if (hasEnding(textOf(name), ".nii"))
     name.replace_extension();
   name += ".fiducials";
   return name;

@@ -15,6 +15,7 @@
 #include "host/head/ByteReader.h"
 #include "host/head/ByteSource.h"
 #include "host/head/NiftiHeader.h"
+#include "host/text/PathText.h"
 
 namespace host {
 
@@ -110,11 +111,6 @@ void checkEnd(ByteSource& source, const NiftiHeader& header) {
     source.skip(longestTail);
 }
 
-std::string utf8(const std::filesystem::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
 }  // namespace
 
 Volume readNifti(const std::filesystem::path& path) {
@@ -125,9 +121,9 @@ Volume readNifti(const std::filesystem::path& path) {
     checkEnd(source, header);
     return {header.dimensions, std::move(voxels), header.toScanner, header.sidesStated};
   } catch (const std::bad_alloc&) {
-    throw std::runtime_error(utf8(path) + ": there is not enough memory for the volume");
+    throw std::runtime_error(utf8Of(textOf(path)) + ": there is not enough memory for the volume");
   } catch (const std::exception& error) {
-    throw std::runtime_error(utf8(path) + ": " + error.what());
+    throw std::runtime_error(utf8Of(textOf(path)) + ": " + error.what());
   }
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "host/paint/StrokeGlyphs.h"
+#include "host/text/Utf8.h"
 
 namespace host {
 
@@ -23,19 +24,10 @@ struct Segment {
 
 // The next character of a UTF-8 text; a byte that begins none stands for itself.
 char32_t nextCharacter(std::string_view& text) {
+  const Utf8Character next = firstCharacter(text);
   const auto first = static_cast<unsigned char>(text.front());
-  const std::size_t size = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : first >= 0xC0 ? 2 : 1;
-  char32_t value = size == 1 ? first : first & (0xFFU >> (size + 1));
-  for (std::size_t i = 1; i < size; ++i) {
-    const auto next = i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
-    if ((next & 0xC0U) != 0x80U) {
-      text.remove_prefix(1);
-      return first;
-    }
-    value = (value << 6U) | (next & 0x3FU);
-  }
-  text.remove_prefix(size);
-  return value;
+  text.remove_prefix((std::max)(next.length, std::size_t{1}));
+  return next.length == 0 ? first : next.point;
 }
 
 enum class Mark : unsigned char { none, grave, acute, circumflex, tilde, diaeresis, ring, cedilla, stroke };

@@ -10,11 +10,12 @@
 
 #include "host/dipoles/HeaderText.h"
 #include "host/dipoles/SetFiducials.h"
+#include "host/exchange/ImportFile.h"
+#include "host/exchange/JoinedSet.h"
 #include "host/exchange/SetFile.h"
 #include "host/exchange/TableFile.h"
 #include "host/head/HeadFile.h"
 #include "host/head/Limits.h"
-#include "host/session/ImportOne.h"
 #include "host/text/Failure.h"
 #include "host/text/PathText.h"
 #include "host/undo/SetBackup.h"
@@ -40,23 +41,6 @@ CString fullPath(const CString& path) {
 bool isThere(const CString& path) {
   std::error_code error;
   return std::filesystem::exists(pathOf(path), error) || error;
-}
-
-void addPatient(std::vector<std::string>& patients, const CDipoleFace& set) {
-  std::string patient = patientOf(set);
-  if (!patient.empty() && std::find(patients.begin(), patients.end(), patient) == patients.end())
-    patients.push_back(std::move(patient));
-}
-
-ImportedFile importAny(CDipoleFace9File& set, const CString& path, UnknownValues& unknown) {
-  if (!tableFormatOf(path))
-    return importOne(set, path);
-  try {
-    const int dipoles = addTable(set, path, unknown);
-    return {dipoles, dipoles == 0 ? "it holds no dipoles" : ""};
-  } catch (const std::runtime_error& problem) {
-    return {0, problem.what()};
-  }
 }
 
 }  // namespace
@@ -199,48 +183,81 @@ Session::ImportResult Session::importFiles(const std::vector<CString>& paths, co
   return result;
 }
 
-// All of them, or by an exception none.
 Session::ImportResult Session::importAll(const std::vector<CString>& paths, const Progress& progress) {
+  ImportResult result;
+  JoinedSet joined(m_dipoles.m_totalDipoles);
+  const int total = static_cast<int>(paths.size());
+  for (int done = 0; done < total && !result.cancelled; ++done) {
+    const CString& path = paths[static_cast<std::size_t>(done)];
+    if (progress && !progress(done, total, path)) {
+      result.cancelled = true;
+    } else {
+      importNext(path, joined, result);
+    }
+  }
+  result.files = static_cast<int>(joined.parts().size());
+  result.dipoles = joined.set().m_totalDipoles;
+  result.findings = joined.findings();
+  for (const Finding& finding : result.findings) {
+    if (finding.severity == Severity::wrong) {
+      result.told.push_back(lineOf(finding));
+    }
+  }
+  for (const std::string& warning : joined.warnings()) {
+    result.told.push_back(warning);
+  }
+  if (m_dipoles.m_totalDipoles > 0) {
+    addPatient(result.patients, patientOf(m_dipoles));
+  }
+  for (const std::string& patient : joined.patients()) {
+    addPatient(result.patients, patient);
+  }
+  result.mixesPatients = result.patients.size() > 1;
+  takeOver(joined);
+  return result;
+}
+
+void Session::importNext(const CString& path, JoinedSet& joined, ImportResult& result) {
+  const std::optional<DipoleFormat> format = dipoleFormatOf(path);
+  if (!format || *format == DipoleFormat::set) {
+    result.failed.push_back({path, "its name ends neither in .dip, .txt, .csv, .tsv nor .json"});
+    return;
+  }
+  ImportedFile file = importFile(path, *format, utf8Of(fileNameOf(path)));
+  for (const ModuleMessage& message : file.messages) {
+    if (!message.isQuestion && !message.text.starts_with("Total imported dipoles")) {
+      result.told.push_back(message.text);
+    }
+  }
+  if (file.dipoles() == 0) {
+    result.failed.push_back({path, file.failure.empty() ? "it holds no dipoles" : file.failure});
+    return;
+  }
+  if (file.set->m_totalDipoles > joined.room()) {
+    result.failed.push_back({path, "the set has room for " + std::to_string(joined.room()) +
+                                       " more dipoles, the file holds " +
+                                       std::to_string(file.set->m_totalDipoles)});
+    return;
+  }
+  if (result.headMismatch.empty() && m_head.isRegistered() && !m_head.isPhantom) {
+    result.headMismatch = host::headMismatch(*file.set, *m_head.fiducials);
+  }
+  joined.add(std::move(file));
+}
+
+// All of them, or by an exception none.
+void Session::takeOver(const JoinedSet& joined) {
+  if (joined.parts().empty()) {
+    return;
+  }
   SetBackup before(m_dipoles);
   try {
-    UnknownValues unknown;
-    ImportResult result = importEach(paths, progress, unknown);
-    m_history.unknown().mark(m_dipoles, unknown);
-    return result;
+    appendTo(m_dipoles, joined.set());
+    m_history.unknown().mark(m_dipoles, joined.unknown());
   } catch (...) {
     before.restore();
     throw;
   }
-}
-
-Session::ImportResult Session::importEach(const std::vector<CString>& paths, const Progress& progress,
-                                          UnknownValues& unknown) {
-  const int total = static_cast<int>(paths.size());
-  const int unitBefore = m_dipoles.m_momentInNAm;
-  bool isInNAm = m_dipoles.m_totalDipoles == 0 || unitBefore != 0;
-  ImportResult result;
-  if (m_dipoles.m_totalDipoles > 0)
-    addPatient(result.patients, m_dipoles);
-  for (int done = 0; done < total; ++done) {
-    const CString& path = paths[static_cast<std::size_t>(done)];
-    if (progress && !progress(done, total, path)) {
-      result.cancelled = true;
-      break;
-    }
-    m_dipoles.m_momentInNAm = 0;  // a file that does not say nAm leaves this as it is
-    ImportedFile file = importAny(m_dipoles, path, unknown);
-    if (file.dipoles == 0) {
-      result.failed.push_back({path, std::move(file.cause)});
-      continue;
-    }
-    ++result.files;
-    result.dipoles += file.dipoles;
-    isInNAm = isInNAm && m_dipoles.m_momentInNAm != 0;
-    addPatient(result.patients, m_dipoles);
-  }
-  m_dipoles.m_momentInNAm = result.files == 0 ? unitBefore : isInNAm ? 1 : 0;
-  result.mixesPatients = result.patients.size() > 1;
-  return result;
 }
 
 // The set becomes that of another collection, and has no history.

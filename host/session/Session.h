@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "host/audit/Finding.h"
 #include "host/dipoles/ValueColors.h"
 #include "host/dipoles/ViewSettings.h"
 #include "host/head/Head.h"
@@ -25,6 +26,8 @@
 #include "module/dipole.h"
 
 namespace host {
+
+class JoinedSet;
 
 enum class FiducialName { nasion, leftEar, rightEar };
 
@@ -91,13 +94,19 @@ class Session {
     // host/dipoles/HeaderText.h; each once, in that order.
     std::vector<std::string> patients;
     bool mixesPatients = false;  // there is more than one of them
+    // What the audits of the files that brought dipoles found, about the slots of this set.
+    std::vector<Finding> findings;
+    // What the module told of the files, without its totals, what is wrong with them, and what found no room.
+    std::vector<std::string> told;
+    std::string headMismatch;  // as headMismatch() would say it of the first file that is of another head
   };
   // Called before each file; false: stop before it. `done` files of `total` are behind.
   using Progress = std::function<bool(int done, int total, const CString& path)>;
   // Adds the dipoles of CTF files (.dip), 4D/MSI tables (.txt) and tables of this program (.csv, .tsv, .json)
-  // to the set, as one step to undo. The set's moments count as nAm only when those it had do and every file
-  // with dipoles says so. The current folder stays. What a progress function throws ends the import, and
-  // nothing has come.
+  // to the set, as one step to undo, each file whole or not at all. What belongs to the whole set stays that
+  // of a set with dipoles, see host/exchange/JoinedSet.h; its moments count as nAm only when those it had do
+  // and every file with dipoles says so. The current folder stays. What a progress function throws ends the
+  // import, and nothing has come.
   ImportResult importFiles(const std::vector<CString>& paths, const Progress& progress);
 
   // Replaces the set by that of a file; what belongs to the old one, the history too, is gone. A file that is
@@ -137,8 +146,8 @@ class Session {
   void setHead(Head head, std::string notice);
   void replaceSet(CDipoleFace9File& source, CString path);
   ImportResult importAll(const std::vector<CString>& paths, const Progress& progress);
-  ImportResult importEach(const std::vector<CString>& paths, const Progress& progress,
-                          UnknownValues& unknown);
+  void importNext(const CString& path, JoinedSet& joined, ImportResult& result);
+  void takeOver(const JoinedSet& joined);
   void markSaved();
 
   CDipoleFace9File& m_dipoles;

@@ -1,7 +1,6 @@
 #include "host/text/Failure.h"
 
 #include <iterator>
-#include <stdexcept>
 
 #include "host/text/PathText.h"
 
@@ -25,7 +24,7 @@ void throwNoMemory() {
 
 void throwFileFailure(const char* doing, const CString& path, const std::string& cause) {
   const char* const told = cause.empty() ? "the reason is not known" : cause.c_str();
-  throw std::runtime_error(std::string("cannot ") + doing + " " + utf8Of(path) + ": " + told);
+  throw FileFailure(std::string("cannot ") + doing + " " + utf8Of(path) + ": ", told);
 }
 
 }  // namespace host

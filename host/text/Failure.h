@@ -4,8 +4,10 @@
 
 #include <afx.h>
 
+#include <cstddef>
 #include <memory>
 #include <new>
+#include <stdexcept>
 #include <string>
 
 namespace host {
@@ -21,8 +23,33 @@ struct ExceptionDeleter {
 // std::runtime_error "not enough memory", which itself asks for none.
 [[noreturn]] void throwNoMemory();
 
-// Throws "cannot `doing` the file: cause", such as "cannot write /home/a/set.dipset: No space left".
+// What could not be done with a file, and why.
+class FileFailure : public std::runtime_error {
+ public:
+  FileFailure(const std::string& doing, const std::string& cause)
+      : std::runtime_error(doing + cause), m_causeAt(doing.size()) {}
+  // The end of what(), without what was being done.
+  [[nodiscard]] const char* cause() const { return what() + m_causeAt; }
+
+ private:
+  std::size_t m_causeAt;
+};
+
+// Throws the FileFailure "cannot `doing` the file: cause", such as "cannot write /home/a/set.dipset: No space left".
 [[noreturn]] void throwFileFailure(const char* doing, const CString& path, const std::string& cause);
+
+// Runs a piece of work; false when memory ran out in it.
+template <typename Work>
+[[nodiscard]] bool hasMemoryFor(Work work) {
+  try {
+    work();
+    return true;
+  } catch (CMemoryException* exception) {
+    exception->Delete();
+  } catch (const std::bad_alloc&) {
+  }
+  return false;
+}
 
 // Runs a piece of work; exhausted memory becomes that exception.
 template <typename Work>

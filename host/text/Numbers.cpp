@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <string_view>
+#include <system_error>
 
 namespace host {
 namespace {
@@ -60,6 +60,16 @@ double withShortestDigits(double value) {
     (void)std::from_chars(digits.data(), digits.data() + digits.size(), result);
   }
   return result;
+}
+
+std::optional<double> numberOf(std::string_view text) {
+  if (text.starts_with('+') && !text.starts_with("+-")) {
+    text.remove_prefix(1);
+  }
+  double value = 0.0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool isWhole = result.ec == std::errc() && result.ptr == text.data() + text.size();
+  return isWhole && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
 }  // namespace host

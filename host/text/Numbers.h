@@ -1,7 +1,9 @@
-// Numbers as text. Always with a point, whatever the locale of the process says.
+// Numbers as text, and text as numbers. Always with a point, whatever the locale of the process says.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace host {
 
@@ -17,5 +19,8 @@ std::string exact(double value);
 
 // The double that shortest() writes, for writers that format doubles themselves.
 double withShortestDigits(double value);
+
+// The finite number that a text is as a whole, with or without a sign; nothing when it is none.
+[[nodiscard]] std::optional<double> numberOf(std::string_view text);
 
 }  // namespace host

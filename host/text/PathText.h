@@ -16,12 +16,10 @@ namespace host {
 [[nodiscard]] CString textOf(const std::filesystem::path& path);
 [[nodiscard]] CString fileNameOf(const CString& path);  // without its folders
 
+// Whether the last part of a path ends so, with something in front; ASCII letters may be large or small.
+[[nodiscard]] bool hasEnding(const CString& path, std::string_view ending);
+
 // UTF-8 that any reader takes: a half of a surrogate pair that stands alone becomes U+FFFD.
 [[nodiscard]] std::string utf8Of(const CString& text);
-
-// The other way; a byte that is no UTF-8 becomes the unit DC00 + byte.
-[[nodiscard]] CString utf16Of(std::string_view utf8);
-// How many bytes at the front are UTF-8.
-[[nodiscard]] std::size_t utf8Length(std::string_view bytes);
 
 }  // namespace host

@@ -1,30 +1,13 @@
 #include "host/undo/UndoHistory.h"
 
 #include <algorithm>
-#include <new>
 #include <optional>
 #include <utility>
 
+#include "host/text/Failure.h"
 #include "host/undo/ChangeName.h"
 
 namespace host {
-
-namespace {
-
-// Whether there was memory enough for a piece of work.
-template <typename Work>
-bool hasMemoryFor(Work work) {
-  try {
-    work();
-    return true;
-  } catch (CMemoryException* exception) {
-    exception->Delete();
-  } catch (const std::bad_alloc&) {
-  }
-  return false;
-}
-
-}  // namespace
 
 UndoHistory::UndoHistory(DipoleSet& set, std::size_t budget)
     : m_set(set), m_budget(budget), m_known(imageOf(set)) {

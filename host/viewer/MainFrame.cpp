@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "host/viewer/Utf8.h"
+#include "host/text/Utf8.h"
 
 namespace host {
 

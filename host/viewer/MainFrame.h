@@ -88,7 +88,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   bool saveAsked();
   void openSet(const CString& path);
   void importFiles(const std::vector<CString>& paths);
-  void tellOfImport(const Session::ImportResult& result, const CString& told);
+  void tellOfImport(const Session::ImportResult& result);
   Image currentPicture();
   CString askForName(bool isOpen, LPCTSTR extension, LPCTSTR filter, LPCTSTR proposal = nullptr);
   std::vector<CString> askForNames(LPCTSTR filter);

@@ -3,8 +3,8 @@
 
 #include "host/head/FiducialFile.h"
 #include "host/text/PathText.h"
+#include "host/text/Utf8.h"
 #include "host/viewer/MainFrame.h"
-#include "host/viewer/Utf8.h"
 
 namespace host {
 

@@ -9,10 +9,9 @@
 #include "host/paint/PngFile.h"
 #include "host/panes/PicturePage.h"
 #include "host/text/PathText.h"
-#include "host/viewer/KeptMessages.h"
+#include "host/text/Utf8.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/ProgressWindow.h"
-#include "host/viewer/Utf8.h"
 
 namespace host {
 
@@ -39,15 +38,6 @@ CString listed(const std::vector<CString>& lines) {
     whole += more;
   }
   return whole;
-}
-
-// What the module told of the files, without the number of dipoles that it tells of each.
-CString otherMessages(const std::vector<CString>& messages) {
-  std::vector<CString> others;
-  for (const CString& message : messages)
-    if (message.Find(_T("Total imported dipoles")) != 0)
-      others.push_back(message);
-  return listed(others);
 }
 
 }  // namespace
@@ -139,25 +129,21 @@ bool MainFrame::openMri(const CString& path) {
 void MainFrame::importFiles(const std::vector<CString>& paths) {
   noteQuietChange();
   Session::ImportResult result;
-  CString told;
   try {
-    // The module tells of each file; of many that would be a message box for each.
-    KeptMessages messages;
     ProgressWindow progress(this);
     result = m_session->importFiles(
         paths, [&](int done, int total, const CString& path) { return progress.show(done, total, path); });
-    told = otherMessages(messages.texts());
   } catch (const std::exception& problem) {
     tell(problem);
   }
   refreshModuleWindows();
   showEverywhere();
-  tellOfImport(result, told);
+  tellOfImport(result);
 }
 
 // One message: first what must not be missed.
-void MainFrame::tellOfImport(const Session::ImportResult& result, const CString& told) {
-  CString text = result.dipoles > 0 ? fromUtf8(m_session->headMismatch()) : CString();
+void MainFrame::tellOfImport(const Session::ImportResult& result) {
+  CString text = fromUtf8(result.headMismatch);
   if (!text.IsEmpty())
     text += _T("\n\n");
   if (result.mixesPatients) {
@@ -166,8 +152,11 @@ void MainFrame::tellOfImport(const Session::ImportResult& result, const CString&
       text += _T(" ") + fromUtf8(patient);
     text += _T("\n\n");
   }
-  bool isWarning = !text.IsEmpty() || !told.IsEmpty();
-  text += told;
+  std::vector<CString> told;
+  for (const std::string& message : result.told)
+    told.push_back(fromUtf8(message));
+  bool isWarning = !text.IsEmpty() || !told.empty();
+  text += listed(told);
   std::vector<CString> failed;
   for (const Session::Failed& file : result.failed)
     failed.push_back(fileNameOf(file.path) + _T(": ") + fromUtf8(file.cause));

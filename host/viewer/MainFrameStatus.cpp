@@ -6,8 +6,8 @@
 #include "host/dipoles/HeaderText.h"
 #include "host/head/Limits.h"
 #include "host/text/PathText.h"
+#include "host/text/Utf8.h"
 #include "host/viewer/MainFrame.h"
-#include "host/viewer/Utf8.h"
 
 namespace host {
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <exception>
 
-#include "host/viewer/Utf8.h"
+#include "host/text/Utf8.h"
 
 namespace host {
 

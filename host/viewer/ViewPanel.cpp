@@ -10,6 +10,7 @@
 #include <string>
 
 #include "host/dipoles/SetSwitches.h"
+#include "host/text/Numbers.h"
 #include "host/viewer/ColorChoices.h"
 
 namespace host {
@@ -45,10 +46,9 @@ Typed readNumber(const CString& text, double& value) {
   }
   if (digits.empty())
     return Typed::nothing;
-  const auto end = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  const bool isNumber =
-      end.ec == std::errc() && end.ptr == digits.data() + digits.size() && std::isfinite(value);
-  return isNumber ? Typed::number : Typed::mistake;
+  const std::optional<double> number = numberOf(digits);
+  value = number.value_or(value);
+  return number ? Typed::number : Typed::mistake;
 }
 
 CString toleranceText(const ViewSettings& view) {

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "host/exchange/FileKind.h"
+#include "host/exchange/ModuleMessages.h"
 #include "host/text/PathText.h"
 #include "host/viewer/Benchmark.h"
-#include "host/viewer/KeptMessages.h"
 
 namespace host {
 
@@ -43,7 +43,11 @@ bool isForField(const MSG& message) {
 }  // namespace
 
 int ViewerApp::DoMessageBox(LPCTSTR text, UINT type, UINT helpId) {
-  return KeptMessages::keep(text, type) ? IDOK : CWinApp::DoMessageBox(text, type, helpId);
+  // The module tells of each file that it imports; of many that would be a message box for each.
+  const bool isKept = ModuleMessages::isNoting() && (type & MB_TYPEMASK) == MB_OK;
+  const int answer = isKept ? IDOK : CWinApp::DoMessageBox(text, type, helpId);
+  ModuleMessages::note(text, type, answer);
+  return answer;
 }
 
 BOOL ViewerApp::InitInstance() {

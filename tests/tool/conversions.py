@@ -4,7 +4,7 @@ import csv
 import io
 
 import dipset
-from support import ToolTest
+from support import ToolTest, with_output
 
 COLUMNS = ("number id fit_tag label x_left_mm y_up_mm z_front_mm orientation_x_left orientation_y_up "
            "orientation_z_front moment latency_ms fit_error_percent color color_3d_red color_3d_green "
@@ -19,7 +19,7 @@ def guarded(label):
 
 class ConvertTest(ToolTest):
     def convert(self, *arguments, code=0):
-        return self.end_with(code, "convert", *arguments)
+        return self.end_with(code, "convert", *with_output(arguments))
 
     def read(self, path):
         with open(path, "rb") as file:

@@ -30,6 +30,19 @@ def run(*arguments, **options):
     return subprocess.run([TOOL, *arguments], capture_output=True, **options)
 
 
+def with_output(arguments):
+    """The arguments with the last one that belongs to no option behind it as the file to write."""
+    arguments = list(arguments)
+    at = len(arguments) - 1
+    while at > 0 and str(arguments[at - 1]).startswith("--") and str(arguments[at - 1]) not in (
+            "--", "--yes", "--no", "--rotate", "--by-sphere"):
+        at -= 2
+    if at < 0:
+        return arguments
+    target = arguments.pop(at)
+    return ["--force", "--output=" + target] + arguments
+
+
 class ToolTest(unittest.TestCase):
     """Gives each test a folder of its own and says how the program ended when it is not as expected."""
 

@@ -152,7 +152,7 @@ class Inputs(ConvertTest):
             for files in ([example("auditory.dip"), cut], [cut, example("auditory.dip")]):
                 result = self.end_with(1, "list", "--csv", *files)
                 self.assertEqual(result.out, alone)
-                self.assertIn("warning: %s: the set could not be read to its end and is left out: " % cut, result.err)
+                self.assertIn("warning: %s: it could not be read to its end: " % cut, result.err)
             self.assertEqual(self.end_with(1, "list", "--csv", cut).out.count("\n"), 1)  # the heading
 
     def test_declined_moving_dipoles_alone_write_nothing(self):
@@ -197,7 +197,7 @@ class Inputs(ConvertTest):
         self.msi("sub/a.txt")
         self.set_of([{}], "sub/b.dipset")
         for inputs in (["sub/a.txt", "sub/b.dipset"], ["sub/b.dipset", "sub/a.txt"]):
-            result = run("convert", *inputs, "sub/out.csv", cwd=self.folder)
+            result = run("convert", *inputs, "--force", "-o", "sub/out.csv", cwd=self.folder)
             self.assertEqual(result.returncode, 0, result.stderr)
             self.assertEqual(len(self.table(self.path("sub/out.csv"))), 3)
 

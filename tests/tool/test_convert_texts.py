@@ -86,7 +86,7 @@ class Texts(ConvertTest):
         for locale in ("C", "C.UTF-8", "de_DE.UTF-8", "tr_TR.UTF-8"):
             environment = dict(os.environ, LC_ALL=locale)
             for ending in (".csv", ".txt", ".json"):
-                result = run("convert", example("spikes.dip"), self.path("o" + ending), env=environment)
+                result = run("convert", example("spikes.dip"), "--force", "-o", self.path("o" + ending), env=environment)
                 self.assertEqual(result.returncode, 0, result.stderr)
             found = [self.read(self.path("o" + ending)) for ending in (".csv", ".txt", ".json")]
             wanted = wanted or found

@@ -6,7 +6,7 @@ import os
 import unittest
 
 import dipset
-from support import ToolTest, dipole_file, example, single
+from support import ToolTest, dipole_file, example, single, with_output
 
 POINTS = {"nasion": [110.5, 120.25, 200.0], "left": [180.0, 110.0, 108.5], "right": [41.0, 112.0, 111.0]}
 GIVEN = " ".join(",".join(str(value) for value in POINTS[name]) for name in ("nasion", "left", "right"))
@@ -31,7 +31,7 @@ def registration(points, dimension, voxel):
 
 class Register(ToolTest):
     def register(self, *arguments, code=0):
-        return self.end_with(code, "register", *arguments)
+        return self.end_with(code, "register", *with_output(arguments))
 
     def document(self, *arguments):
         self.register(*arguments, self.path("o.json"))
@@ -79,7 +79,7 @@ class Register(ToolTest):
                          [wanted["nasion"], wanted["left"], wanted["right"]])
 
     def test_dipoles_stay_where_they_are(self):
-        self.succeed("convert", example("spikes.dip"), self.path("plain.json"))
+        self.succeed("convert", example("spikes.dip"), "-o", self.path("plain.json"))
         with open(self.path("plain.json"), encoding="utf-8") as file:
             plain = json.load(file)
         for rotate in ([], ["--rotate"]):

@@ -47,7 +47,7 @@ def random_dipoles(chance, count):
 
 class Sort(ToolTest):
     def sorted_by(self, key, source):
-        self.succeed("sort", "--by", key, source, self.path("o.dipset"))
+        self.succeed("sort", "--by", key, source, "--force", "-o", self.path("o.dipset"))
         with open(self.path("o.dipset"), "rb") as file:
             return dipset.unpack_set(file.read())
 
@@ -77,7 +77,7 @@ class Sort(ToolTest):
         self.assertEqual(found, [1.0, None, 2.0, None, 3.0])
 
     def test_an_example_to_a_table(self):
-        self.succeed("sort", "--by", "error", example("spikes.dip"), self.path("o.csv"))
+        self.succeed("sort", "--by", "error", example("spikes.dip"), "-o", self.path("o.csv"))
         with open(self.path("o.csv"), encoding="utf-8", newline="") as file:
             rows = list(csv.DictReader(io.StringIO(file.read())))
         errors = [float(row["fit_error_percent"]) for row in rows]
@@ -86,13 +86,13 @@ class Sort(ToolTest):
 
     def test_a_set_in_place(self):
         source = self.write("s.dipset", dipset.pack_set([{"moment": 2.0}, {"moment": 1.0}]))
-        self.succeed("sort", "--by", "moment", source, source)
+        self.succeed("sort", "--by", "moment", source, "--force", "-o", source)
         with open(source, "rb") as file:
             self.assertEqual([d["moment"] for d in dipset.unpack_set(file.read())[1]], [1.0, 2.0])
 
     def test_wrong_keys_end_with_2(self):
         for arguments in (["--by", "colour"], ["--by", "1"], ["--by", ""], []):
-            self.end_with(2, "sort", *arguments, example("spikes.dip"), self.path("o.csv"))
+            self.end_with(2, "sort", *arguments, example("spikes.dip"), "-o", self.path("o.csv"))
 
 
 if __name__ == "__main__":

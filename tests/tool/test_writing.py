@@ -11,14 +11,14 @@ import time
 import unittest
 
 import dipset
-from support import TOOL, ToolTest, example, run
+from support import TOOL, ToolTest, example, run, with_output
 
 NOBODY = 65534
 
 
 class WritingTest(ToolTest):
     def convert(self, *arguments, code=0, **options):
-        return self.end_with(code, "convert", *arguments, **options)
+        return self.end_with(code, "convert", *with_output(arguments), **options)
 
     def read(self, path):
         with open(path, "rb") as file:
@@ -118,9 +118,9 @@ class Target(WritingTest):
                 self.assertTrue(os.path.isfile(self.path(name + ending)), name + ending)
         raw = os.fsencode(self.folder) + b"/M\xfcller"
         for ending in (b".dipset", b".txt", b".csv"):
-            self.assertEqual(run("convert", example("auditory.dip"), raw + ending).returncode, 0)
+            self.assertEqual(run("convert", example("auditory.dip"), b"-o", raw + ending).returncode, 0)
             self.assertTrue(os.path.isfile(raw + ending))
-        self.assertEqual(run("convert", raw + b".dipset", self.path("o.csv")).returncode, 0)
+        self.assertEqual(run("convert", raw + b".dipset", "--force", "-o", self.path("o.csv")).returncode, 0)
 
     def test_a_lock_is_advice_and_its_holder_keeps_the_old_file(self):
         target = self.write("o.csv", "before")
@@ -207,7 +207,7 @@ class Ended(WritingTest):
             for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
                 signal.signal(number, signal.SIG_IGN if number in self.IGNORED else signal.SIG_DFL)
 
-        return subprocess.Popen([TOOL, "convert", source, target], stdin=subprocess.DEVNULL,
+        return subprocess.Popen([TOOL, "convert", source, "--force", "-o", target], stdin=subprocess.DEVNULL,
                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, preexec_fn=set_signals)
 
     def unfinished(self):

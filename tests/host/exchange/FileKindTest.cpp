@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <optional>
 
 #include "host/exchange/FileKind.h"
 
@@ -17,6 +18,14 @@ TEST(FileKind, EverythingElseIsForTheImporters) {
   for (const LPCTSTR path :
        {_T("spikes.dip"), _T("median.txt"), _T(""), _T("nii"), _T("head.nii.txt"), _T("head.gz")})
     EXPECT_EQ(kindOf(path), FileKind::dipoles);
+}
+
+TEST(FileKind, FilesOfDipolesTellTheirFormatInAnyCase) {
+  EXPECT_EQ(host::dipoleFormatOf(_T("a.DIP")), host::DipoleFormat::ctf);
+  EXPECT_EQ(host::dipoleFormatOf(_T("folder.dip/a.Txt")), host::DipoleFormat::msi);
+  EXPECT_EQ(host::dipoleFormatOf(_T("a.dip.dipSET")), host::DipoleFormat::set);
+  for (const LPCTSTR path : {_T("a.csv"), _T("dip"), _T(".dip"), _T("a.dip/b"), _T("")})
+    EXPECT_EQ(host::dipoleFormatOf(path), std::nullopt);
 }
 
 TEST(FileKind, HeadsComeFirstAndDipolesLast) {

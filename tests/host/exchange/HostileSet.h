@@ -14,6 +14,7 @@
 
 #include "host/dipoles/UnknownValues.h"
 #include "host/text/PathText.h"
+#include "host/text/Utf8.h"
 #include "tests/file/SetFixture.h"
 
 class HostileValues {
@@ -116,7 +117,7 @@ class HostileValues {
     }
     dipole.m_color = static_cast<COLORREF>(below(2) == 0 ? whole() : whole() & 0xFFFFFF);
     dipole.m_selected = below(2) == 0;
-    dipole.m_label = host::utf16Of(label());
+    dipole.m_label = host::fromUtf8(label());
   }
 
   std::mt19937 m_random;

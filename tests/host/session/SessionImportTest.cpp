@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>
+#include <system_error>
 
 #include "host/session/Session.h"
-#include "host/text/Failure.h"
 #include "platform/Utf.h"
 #include "tests/host/text/Failing.h"
 #include "tests/host/undo/WholeSet.h"
@@ -39,6 +39,13 @@ Texts told(const std::vector<Session::Failed>& failed) {
   }
   return texts;
 }
+
+// What the system says of a code of its own.
+std::string reason(int code) {
+  return std::error_code(code, std::system_category()).message();
+}
+
+constexpr int noSuchFile = 2;  // on both systems
 
 struct Viewer {
   Viewer() : set(std::make_unique<CDipoleFace9File>()), session(*set) {}
@@ -124,10 +131,12 @@ TEST(SessionImport, FilesThatBringNothingAreNamedAndLeaveNothing) {
                      folder.write("header.dip", "File_Info\n{\nPATIENT:\tSomebody\n}\n"),
                      folder.write("header.txt", "Disk Media:\nMRI/CT Patient: Somebody\n"),
                      folder.write("empty.txt", "")};
-  const Texts causes = {
-      "gone.dip: it is not there",       "other.xls: its name ends neither in .dip nor in .txt",
-      "folder.dip: it is a folder",      "header.dip: it holds no dipoles",
-      "header.txt: it holds no dipoles", "empty.txt: it holds no dipoles"};
+  const Texts causes = {"gone.dip: " + reason(noSuchFile),
+                        "other.xls: its name ends neither in .dip, .txt, .csv, .tsv nor .json",
+                        "folder.dip: it is a folder, not a file",
+                        "header.dip: it holds no dipoles",
+                        "header.txt: it holds no dipoles",
+                        "empty.txt: it holds no dipoles"};
   const WholeSet before = wholeSet(*viewer.set);
   auto result = viewer.session.importFiles(bad, nullptr);
   EXPECT_EQ(told(result.failed), causes);
@@ -159,7 +168,7 @@ TEST(SessionImport, FileThatBreaksOffLeavesNothing) {
     result = viewer.session.importFiles({path}, nullptr);
     EXPECT_TRUE(os.failed);
   }
-  EXPECT_EQ(told(result.failed), Texts{"long.dip: it could not be read to its end"});
+  EXPECT_EQ(told(result.failed), Texts{"long.dip: it could not be read to its end: " + reason(12345)});
   EXPECT_TRUE(isSame(wholeSet(*viewer.set), before));
   EXPECT_EQ(viewer.session.history().undoSteps(), 1U);
   EXPECT_EQ(viewer.session.importFiles({path}, nullptr).dipoles, 399);
@@ -174,8 +183,7 @@ TEST(SessionImport, FileThatCannotBeOpenedIsNamedWithTheSystemsCause) {
   const auto result = viewer.session.importFiles({path}, nullptr);
   os.stop();
   ASSERT_EQ(result.failed.size(), 1U);
-  CFileException denied(CFileException::accessDenied, 12345, path);
-  EXPECT_EQ(result.failed[0].cause, host::causeOf(denied));
+  EXPECT_EQ(result.failed[0].cause, reason(12345));
   EXPECT_EQ(viewer.set->m_totalDipoles, 0);
 }
 
@@ -189,7 +197,7 @@ TEST(SessionImport, NamesAreThoseOfTheFolderItWasCalledIn) {
   ASSERT_NE(SetCurrentDirectory(folder.path()), FALSE);
   const auto result = viewer.session.importFiles({_T("a/one.dip"), _T("two.dip"), _T("a/gone.dip")}, nullptr);
   EXPECT_EQ(result.files, 2);
-  EXPECT_EQ(told(result.failed), Texts{"gone.dip: it is not there"});
+  EXPECT_EQ(told(result.failed), Texts{"gone.dip: " + reason(noSuchFile)});
 }
 
 TEST(SessionImport, MomentsAreInNAmOnlyWhenEveryFileWithDipolesSaysSo) {

@@ -1,0 +1,200 @@
+#include "host/exchange/ImportFile.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+#include "host/exchange/SetFile.h"
+#include "host/exchange/TableFile.h"
+#include "host/text/Failure.h"
+#include "host/text/PathText.h"
+
+namespace host {
+
+namespace {
+
+constexpr int unreached = -1;
+constexpr std::uintmax_t mostBytes = std::uintmax_t{1} << 28U;  // 30000 dipoles have a fiftieth of it
+
+// The steps that the module's imports by dialog and by name are made of. They show what those show, but for a
+// file that cannot be read to its end, of which this one tells the caller.
+class Importer : public CDipoleFace9File {
+ public:
+  void importCtf(const CString& path) {
+    m_importFirst = m_totalDipoles;
+    parseCTFDipoles(path);
+    if (m_skipFiducialSetup == 0) {
+      setCtfFiducial();
+    }
+    finishImport();
+  }
+
+  // False when the import did not reach its end: the module then leaves the bounds of the import as they are.
+  bool importMsi(CString path) {
+    m_importEnd = unreached;
+    return import4DMSIDipolesX(path, false) != 0 && m_importEnd == m_totalDipoles;
+  }
+};
+
+// An import of a table makes the file's folder the current one; it is what it was after a scope.
+class CurrentFolderKept {
+ public:
+  CurrentFolderKept() {
+    std::error_code error;
+    m_folder = std::filesystem::current_path(error);
+  }
+  ~CurrentFolderKept() {
+    std::error_code error;
+    std::filesystem::current_path(m_folder, error);
+  }
+  CurrentFolderKept(const CurrentFolderKept&) = delete;
+  CurrentFolderKept& operator=(const CurrentFolderKept&) = delete;
+
+ private:
+  std::filesystem::path m_folder;
+};
+
+CString fullPath(const CString& path) {
+  std::error_code error;
+  const std::filesystem::path full = std::filesystem::absolute(pathOf(path), error);
+  return error ? path : textOf(full);
+}
+
+// As the system tells it, without the file's name.
+std::string reasonOf(const CFileException& fault) {
+  return std::error_code(fault.m_lOsError, std::system_category()).message();
+}
+
+// Why a file cannot be opened; empty when it can.
+std::string whyUnreadable(const CString& path) {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(pathOf(path), error);
+  if (std::filesystem::is_directory(status)) {
+    return "it is a folder, not a file";
+  }
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    return "it is not a regular file";
+  }
+  CFile file;
+  CFileException fault;
+  if (file.Open(path, CFile::modeRead | CFile::shareDenyNone, &fault) == FALSE) {
+    return reasonOf(fault);
+  }
+  const std::uintmax_t size = std::filesystem::file_size(pathOf(path), error);
+  return !error && size > mostBytes ? "it is larger than 256 MiB" : "";
+}
+
+// The module looks for the file of a table as for a pattern, and would take the first one that fits.
+bool isPattern(const CString& path) {
+  return fileNameOf(path).FindOneOf(_T("*?")) >= 0;
+}
+
+bool isText(DipoleFormat format) {
+  return format == DipoleFormat::ctf || format == DipoleFormat::msi;
+}
+
+// Gives the file its set, or says why there is none.
+std::string importInto(ImportedFile& file, const CString& path) {
+  if (file.format == DipoleFormat::set) {
+    file.set = readSet(path);
+    return {};
+  }
+  if (const std::optional<TableFormat> table = tableFormatOf(file.format)) {
+    TableSet read = readTableFile(pathOf(path), *table, {});
+    file.set = std::move(read.dipoles);
+    file.unknown = std::move(read.unknown);
+    return {};
+  }
+  auto importer = std::make_unique<Importer>();
+  if (file.format == DipoleFormat::ctf) {
+    importer->importCtf(path);
+  } else if (isPattern(path)) {
+    return "* and ? in the name of a 4D/MSI table cannot be told from a pattern";
+  } else if (!importer->importMsi(path)) {
+    return "it could not be read to its end";
+  }
+  file.set = std::move(importer);
+  return {};
+}
+
+std::string failureOfImport(ImportedFile& file, const CString& path) {
+  try {
+    return importInto(file, path);
+  } catch (const FileFailure& failure) {
+    return failure.cause();
+  } catch (const std::runtime_error& problem) {
+    return problem.what();  // of a table
+  } catch (CMemoryException* exception) {
+    exception->Delete();
+  } catch (CFileException* exception) {
+    const std::unique_ptr<CFileException, ExceptionDeleter> caught(exception);
+    return "it could not be read to its end: " + reasonOf(*caught);
+  }
+  throwNoMemory();
+}
+
+// What the module asked about the file's rows; it asks in fixed texts only.
+ImportAnswers answersIn(const std::vector<ModuleMessage>& messages) {
+  ImportAnswers answers;
+  for (const ModuleMessage& message : messages) {
+    if (message.isQuestion && message.text.starts_with("This is moving dipoles")) {
+      answers.moving.push_back(message.isYes);
+    } else if (message.isQuestion && message.text.starts_with("It seems the dipole location is wrong")) {
+      answers.distant.push_back(message.isYes);
+    }
+  }
+  return answers;
+}
+
+AuditReport reportOf(const ImportedFile& file, const CString& path, const std::string& name) {
+  std::ifstream stream(pathOf(path), std::ios::binary);
+  const std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+  const auto format = file.format == DipoleFormat::ctf ? DipoleTextFormat::ctf : DipoleTextFormat::msi;
+  return audit({name.empty() ? utf8Of(file.path) : name, text, format, answersIn(file.messages), 0, {}},
+               *file.set);
+}
+
+}  // namespace
+
+bool isLoss(const Finding& finding) {
+  const bool isOfRows = finding.code == FindingCode::lostRows || finding.code == FindingCode::sections;
+  return isOfRows && finding.severity == Severity::wrong && !finding.isAnswered;
+}
+
+bool ImportedFile::isComplete() const {
+  return dipoles() > 0 && std::none_of(report.findings.begin(), report.findings.end(), isLoss);
+}
+
+int ImportedFile::dipoles() const {
+  int count = 0;
+  for (int slot = 0; slot < set->m_totalDipoles; ++slot) {
+    count += set->m_dipoles[slot] != nullptr ? 1 : 0;
+  }
+  return count;
+}
+
+ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name) {
+  const CurrentFolderKept folder;
+  const ModuleMessages messages;
+  ImportedFile file{path, format, nullptr, {}, {}, {}, {}};
+  const CString full = fullPath(path);
+  file.failure = whyUnreadable(full);
+  if (file.failure.empty()) {
+    file.failure = failureOfImport(file, full);
+  }
+  if (!file.set) {
+    file.set = std::make_unique<CDipoleFace9File>();
+  }
+  file.messages = messages.all();
+  if (file.failure.empty() && isText(format)) {
+    file.report = reportOf(file, full, name);
+  }
+  return file;
+}
+
+}  // namespace host

@@ -1,0 +1,76 @@
+// The dipoles of several files as one set, one file after the other.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/exchange/ImportFile.h"
+#include "module/dipole.h"
+
+namespace host {
+
+class JoinedSet {
+ public:
+  // A file that brought dipoles, and which slots of the set are its.
+  struct Part {
+    CString path;
+    int firstSlot = 0;
+    int endSlot = 0;       // one past the last
+    std::string patient;   // see host/dipoles/HeaderText.h
+    bool isInNAm = false;  // whether it says that its moments are nAm
+  };
+
+  // For a set that has so many dipoles already, or for none: slots and numbers count on from there.
+  explicit JoinedSet(int before = 0);
+
+  // Appends what a file brought, as far as there is room. The dipoles of a text file are numbered on, as one
+  // import after the other numbers them; those of a set or a table keep their numbers. What belongs to the whole set is
+  // that of the first file with dipoles; its moments are nAm when every file says so.
+  void add(ImportedFile file);
+
+  [[nodiscard]] CDipoleFace9File& set() { return *m_set; }
+  [[nodiscard]] const CDipoleFace9File& set() const { return *m_set; }
+  [[nodiscard]] const std::vector<Part>& parts() const { return m_parts; }
+  [[nodiscard]] std::vector<std::string> patients() const;  // whom the parts name, each once, in order
+
+  // How many more there is room for.
+  [[nodiscard]] int room() const;
+
+  // What tables left open, and what the audits of the files found, about the slots behind those that the other
+  // set has.
+  [[nodiscard]] const UnknownValues& unknown() const { return m_unknown; }
+  [[nodiscard]] const std::vector<Finding>& findings() const { return m_findings; }
+  // Some files say that their moments are nAm, and some do not.
+  [[nodiscard]] bool hasMixedUnits() const { return m_hasMixedUnits; }
+  // What was left out for want of room, and spheres that differ; UTF-8, with the file's name.
+  [[nodiscard]] const std::vector<std::string>& warnings() const { return m_warnings; }
+  // How many dipoles found no room.
+  [[nodiscard]] int leftOut() const { return m_leftOut; }
+
+ private:
+  void takeFindings(ImportedFile& file, int first);
+  void append(const ImportedFile& file);
+
+  [[nodiscard]] int nextSlot() const;
+
+  int m_before;
+  bool m_hasMixedUnits = false;
+  int m_leftOut = 0;
+  std::unique_ptr<CDipoleFace9File> m_set;
+  std::vector<Part> m_parts;
+  UnknownValues m_unknown;
+  std::vector<Finding> m_findings;
+  std::vector<std::string> m_warnings;
+};
+
+// Adds a name to a list of patients, unless it is empty or there already.
+void addPatient(std::vector<std::string>& names, const std::string& patient);
+
+// Puts copies of the dipoles of a joined set that was made for this one behind its own, as the module's imports
+// into that set would: the last one is the current one. A set that had no dipoles gets what the files say about the
+// whole set; else it keeps its own, and its moments are nAm only when all of them are. There has to be room.
+// Throws what an allocation throws; the set may then hold a part.
+void appendTo(CDipoleFace9File& set, const CDipoleFace9File& more);
+
+}  // namespace host
