@@ -73,7 +73,7 @@ Image besideLegend(Image panes, const PaneContents& contents) {
 }
 
 void addNotes(PageTexts& texts, const PaneContents& contents) {
-  const DipoleArrows arrows(contents.dipoles, contents.settings.arrowsByMoment);
+  const DipoleArrows arrows(contents.dipoles, contents.settings.arrowsByMoment, contents.settings.unknown);
   if (arrows.strongest() > 0.0)
     texts.notes.push_back({"Arrows are as long as their moments are large; the longest is one of " +
                                shortest(arrows.strongest()) +

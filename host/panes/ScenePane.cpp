@@ -258,7 +258,7 @@ void ScenePane::gather(const PaneContents& contents) {
     m_count.add(visibility);
     return visibility == Visibility::shown;
   };
-  const DipoleArrows arrows(contents.dipoles, contents.settings.arrowsByMoment);
+  const DipoleArrows arrows(contents.dipoles, contents.settings.arrowsByMoment, contents.settings.unknown);
   m_scene = sceneOf(contents.dipoles,
                     {isShown, [&](const CDipoleszq& dipole) { return colourOf(contents, dipole); },
                      [&](const CDipoleszq& dipole) { return arrows.of(dipole); }});

@@ -178,7 +178,7 @@ SliceArrow SlicePane::arrowOfDrawn(const PaneContents& contents, const DipoleArr
 
 // Squares over arrows: where a dipole lies comes first. The current one over all others.
 void SlicePane::drawDipoles(const PaneContents& contents) {
-  const DipoleArrows lengths(contents.dipoles, contents.settings.arrowsByMoment);
+  const DipoleArrows lengths(contents.dipoles, contents.settings.arrowsByMoment, contents.settings.unknown);
   std::vector<SliceArrow> arrows;
   arrows.reserve(m_drawn.size());
   for (const SliceSquare& drawn : m_drawn)

@@ -1,7 +1,9 @@
 // What is unknown of a dipole stays with it, and with nothing else; filters, colours and sorts heed it.
+#include <array>
 #include <gtest/gtest.h>
 #include <memory>
 
+#include "host/dipoles/DipoleArrows.h"
 #include "host/dipoles/DipoleVisibility.h"
 #include "host/dipoles/SortSet.h"
 #include "host/dipoles/UnknownDipoles.h"
@@ -106,6 +108,26 @@ TEST(UnknownDipoles, PassNoFilterOfThatValueAndHaveNoColour) {
   EXPECT_NE(colours.colorOf(*set->m_dipoles[1]), host::noValueColor);
   ASSERT_TRUE(colours.range());
   EXPECT_EQ(colours.range()->high, 2.0);  // 3 is the unknown one's
+}
+
+TEST(UnknownDipoles, HaveNoArrowWithoutOrientationNorByAMomentThatIsUnknown) {
+  const Set set = setOf(3);
+  set->m_dipoles[0]->m_moment = 40.0;  // the strongest, if it were known
+  host::UnknownValues values;
+  values.mark(0, DipoleValue::moment);
+  values.mark(1, DipoleValue::orientation);
+  host::UnknownDipoles unknown;
+  unknown.mark(*set, values);
+  const auto hasArrow = [&](const host::DipoleArrows& arrows, int slot) {
+    return arrows.of(*set->m_dipoles[slot]) != host::Vector3{};
+  };
+  const host::DipoleArrows alike(*set, false, &unknown);
+  EXPECT_EQ((std::array{hasArrow(alike, 0), hasArrow(alike, 1), hasArrow(alike, 2)}),
+            (std::array{true, false, true}));
+  const host::DipoleArrows byMoment(*set, true, &unknown);
+  EXPECT_EQ((std::array{hasArrow(byMoment, 0), hasArrow(byMoment, 1), hasArrow(byMoment, 2)}),
+            (std::array{false, false, true}));
+  EXPECT_EQ(byMoment.strongest(), 1.0);
 }
 
 TEST(SortSet, WhatIsUnknownComesLastInItsOrder) {
