@@ -138,6 +138,25 @@ SlicePlane::Mapping SlicePlane::mappingTo(const SceneCamera& camera) const {
   return mapping;
 }
 
+SlicePlane::Between SlicePlane::between(double u, double v) const {
+  const int left = std::clamp(static_cast<int>(u - 0.5), 0, m_columns - 2);
+  const int low = std::clamp(static_cast<int>(v - 0.5), 0, m_rows - 2);
+  return {texel(left, low), static_cast<float>(std::clamp(u - 0.5 - left, 0.0, 1.0)),
+          static_cast<float>(std::clamp(v - 0.5 - low, 0.0, 1.0))};
+}
+
+bool SlicePlane::isSolid(const Between& at) const {
+  const std::uint8_t* solid = m_solid.data() + at.texel;
+  const int corners = solid[0] + solid[1] + solid[m_columns] + solid[m_columns + 1];
+  if (corners == 0 || corners == 4)
+    return corners == 4;
+  const auto part = [&](std::ptrdiff_t one) {
+    const auto from = static_cast<float>(solid[one]);
+    return from + (static_cast<float>(solid[one + 1]) - from) * at.du;
+  };
+  return part(0) + (part(m_columns) - part(0)) * at.dv >= 0.5F;
+}
+
 void SlicePlane::draw(DepthPicture& picture, const SceneCamera& camera) const {
   const Mapping mapping = mappingTo(camera);
   if (!mapping.isSeen)
@@ -166,19 +185,13 @@ void SlicePlane::draw(DepthPicture& picture, const SceneCamera& camera) const {
         continue;
       const double u = u0 + mapping.u.perColumn * x;
       const double v = v0 + mapping.v.perColumn * x;
-      const int i = std::clamp(static_cast<int>(u), 0, m_columns - 1);
-      const int j = std::clamp(static_cast<int>(v), 0, m_rows - 1);
-      if (m_solid[texel(i, j)] == 0)
+      const Between at = between(u, v);
+      if (!isSolid(at))
         continue;
-      // Between the centres of four texels.
-      const int left = std::clamp(static_cast<int>(u - 0.5), 0, m_columns - 2);
-      const int low = std::clamp(static_cast<int>(v - 0.5), 0, m_rows - 2);
-      const float* at = m_values.data() + texel(left, low);
-      const auto du = static_cast<float>(std::clamp(u - 0.5 - left, 0.0, 1.0));
-      const auto dv = static_cast<float>(std::clamp(v - 0.5 - low, 0.0, 1.0));
-      const float lower = at[0] + (at[1] - at[0]) * du;
-      const float upper = at[m_columns] + (at[m_columns + 1] - at[m_columns]) * du;
-      const std::uint8_t grey = greyOf(static_cast<double>((lower + (upper - lower) * dv) * light));
+      const float* value = m_values.data() + at.texel;
+      const float lower = value[0] + (value[1] - value[0]) * at.du;
+      const float upper = value[m_columns] + (value[m_columns + 1] - value[m_columns]) * at.du;
+      const std::uint8_t grey = greyOf(static_cast<double>((lower + (upper - lower) * at.dv) * light));
       depths[column] = depth;
       colours[column] = {grey, grey, grey};
     }
@@ -194,8 +207,7 @@ double SlicePlane::depthAt(const SceneCamera& camera, double column, double row)
   const double v = mapping.v(column, row);
   if (!(u >= 0.0 && u < m_columns && v >= 0.0 && v < m_rows))
     return nowhere;
-  const bool isSolid = m_solid[texel(static_cast<int>(u), static_cast<int>(v))] != 0;
-  return isSolid ? mapping.depth(column, row) : nowhere;
+  return isSolid(between(u, v)) ? mapping.depth(column, row) : nowhere;
 }
 
 }  // namespace host

@@ -2,6 +2,7 @@
 // in the head frame (x left, y up, z front).
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -41,6 +42,15 @@ class SlicePlane {
     return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_columns) +
            static_cast<std::size_t>(column);
   }
+  // Between the centres of four texels: the first of them, and how far to the next in each direction.
+  struct Between {
+    std::size_t texel;
+    float du;
+    float dv;
+  };
+  [[nodiscard]] Between between(double u, double v) const;
+  // The border between head and air runs smoothly between the texels.
+  [[nodiscard]] bool isSolid(const Between& at) const;
   void sample(const Volume& volume, const HeadFrame& frame);
   void cutAirAway(const GreyWindow& window);
   void showWith(const GreyWindow& window);

@@ -52,12 +52,12 @@ TEST(RowFieldsTest, NumbersAreThoseOfTheLibraryWhateverTheirLength) {
   std::mt19937 random(7);
   for (int i = 0; i < 200000; ++i) {
     std::string text = random() % 3 == 0 ? "-" : "";
-    for (unsigned digits = random() % 9 + 1; digits > 0; --digits) {
+    for (auto digits = random() % 9 + 1; digits > 0; --digits) {
       text += static_cast<char>('0' + random() % 10);
     }
     if (random() % 4 != 0) {
       text += '.';
-      for (unsigned digits = random() % 8; digits > 0; --digits) {
+      for (auto digits = random() % 8; digits > 0; --digits) {
         text += static_cast<char>('0' + random() % 10);
       }
     }
