@@ -118,4 +118,27 @@ struct LateDipole {
 };
 void insertDipoles(CDipoleFace9File& set, std::vector<LateDipole>&& late);
 
+// The dipoles of those rows of a reading that `isLate`, each made by `make`; none when one cannot be made, when
+// the set does not hold what the import took of the file, or has no room for all.
+template <typename Reading, typename IsLate, typename Make>
+std::vector<LateDipole> lateDipolesOf(const AuditPass& pass, const Reading& reading, IsLate isLate,
+                                      Make make) {
+  const int room = DipoleTable::capacity - pass.file().firstSlot;
+  std::vector<LateDipole> late;
+  if (pass.dipolesOfFile() != static_cast<int>(reading.slots.size()) ||
+      static_cast<int>(reading.repairedSlots.size()) > room) {
+    return late;
+  }
+  for (std::size_t local = 0; local < reading.repairedSlots.size(); ++local) {
+    const auto& row = reading.rows[static_cast<std::size_t>(reading.repairedSlots[local])];
+    if (isLate(row)) {
+      late.push_back({pass.slotOf(local), make(row)});
+      if (late.back().dipole == nullptr) {
+        return {};
+      }
+    }
+  }
+  return late;
+}
+
 }  // namespace host

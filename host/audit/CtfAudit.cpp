@@ -66,23 +66,11 @@ bool CtfAudit::isRepairedByRows() const {
 
 // The dipoles that only the encoding kept away; none when not all of them can be told, or fit into the set.
 std::vector<LateDipole> CtfAudit::unreadDipoles() const {
-  const int room = DipoleTable::capacity - m_pass.file().firstSlot;
-  std::vector<LateDipole> late;
-  if (m_pass.dipolesOfFile() != static_cast<int>(m_reading.slots.size()) ||
-      static_cast<int>(m_reading.repairedSlots.size()) > room) {
-    return late;
-  }
-  for (std::size_t local = 0; local < m_reading.repairedSlots.size(); ++local) {
-    const CtfRow& row = m_reading.rows[static_cast<std::size_t>(m_reading.repairedSlots[local])];
-    if (row.fate == RowFate::unread) {
-      const CtfSectionAudit section(m_pass, m_encoding, m_reading, row.section);
-      late.push_back({m_pass.slotOf(local), section.makeDipole(row)});
-      if (late.back().dipole == nullptr) {
-        return {};
-      }
-    }
-  }
-  return late;
+  return lateDipolesOf(
+      m_pass, m_reading, [](const CtfRow& row) { return row.fate == RowFate::unread; },
+      [this](const CtfRow& row) {
+        return CtfSectionAudit(m_pass, m_encoding, m_reading, row.section).makeDipole(row);
+      });
 }
 
 void CtfAudit::insertUnread() {

@@ -81,22 +81,9 @@ bool MsiAudit::isRepairedByRows() const {
 
 // The dipoles of the rows that the import refused; none when not all of them can be told, or fit in.
 std::vector<LateDipole> MsiAudit::refusedDipoles() const {
-  const int room = DipoleTable::capacity - m_pass.file().firstSlot;
-  std::vector<LateDipole> late;
-  if (m_pass.dipolesOfFile() != static_cast<int>(m_reading.slots.size()) ||
-      static_cast<int>(m_reading.repairedSlots.size()) > room) {
-    return late;
-  }
-  for (std::size_t local = 0; local < m_reading.repairedSlots.size(); ++local) {
-    const MsiRow& row = m_reading.rows[static_cast<std::size_t>(m_reading.repairedSlots[local])];
-    if (row.fate != MsiFate::arrived) {
-      late.push_back({m_pass.slotOf(local), makeDipole(row)});
-      if (late.back().dipole == nullptr) {
-        return {};
-      }
-    }
-  }
-  return late;
+  return lateDipolesOf(
+      m_pass, m_reading, [](const MsiRow& row) { return row.fate != MsiFate::arrived; },
+      [this](const MsiRow& row) { return makeDipole(row); });
 }
 
 void MsiAudit::insertRows() {
