@@ -38,7 +38,7 @@ draw median examples/median.txt
 say "Writing the examples as tables"
 for file in auditory.dip spikes.dip moving.dip median.txt; do
   table=out/${file%.*}.csv
-  "$dipole" convert --yes "examples/$file" "$table"
+  "$dipole" convert --yes --force "examples/$file" -o "$table"
   pictures="$pictures $table"
 done
 

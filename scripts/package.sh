@@ -50,7 +50,7 @@ build_example() {
 say "From the Debian package: the embedding example"
 build_example core linux/usr/share/doc/dipole -Ddipole_ROOT="$clean/linux/usr"
 core/core core.txt "$examples/auditory.dip" "$examples/median.txt"
-"$tool" convert --yes "$examples/auditory.dip" "$examples/median.txt" tool.txt
+"$tool" convert --yes "$examples/auditory.dip" "$examples/median.txt" -o tool.txt
 cmp core.txt tool.txt
 
 say "In the zip: programs and libraries need nothing but each other and Windows"
