@@ -118,8 +118,8 @@ struct LateDipole {
 };
 void insertDipoles(CDipoleFace9File& set, std::vector<LateDipole>&& late);
 
-// The dipoles of those rows of a reading that `isLate`, each made by `make`; none when one cannot be made, when
-// the set does not hold what the import took of the file, or has no room for all.
+// The dipoles of those rows of a reading that `isLate`, each made by `make`; none when one cannot be made,
+// when the set does not hold what the import took of the file, or has no room for all.
 template <typename Reading, typename IsLate, typename Make>
 std::vector<LateDipole> lateDipolesOf(const AuditPass& pass, const Reading& reading, IsLate isLate,
                                       Make make) {

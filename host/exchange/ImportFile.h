@@ -1,5 +1,5 @@
-// One file of dipoles in a set of its own, whole or not at all: what other programs write by the module's import,
-// sets by the module's reader, tables by that of this program.
+// One file of dipoles in a set of its own, whole or not at all: what other programs write by the module's
+// import, sets by the module's reader, tables by that of this program.
 #pragma once
 
 #include <afxwin.h>
@@ -37,8 +37,8 @@ struct ImportedFile {
 
 // Reads a file by the format given, whatever its name. The current folder stays. A file that cannot be opened
 // is told once, by `failure`: the module does not see it. Findings give the file's name as `name`, or as the
-// path when that is empty. Throws what an allocation throws, and std::runtime_error when memory ran out within
-// the module.
+// path when that is empty. Throws what an allocation throws, and std::runtime_error when memory ran out
+// within the module.
 [[nodiscard]] ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name = {});
 
 }  // namespace host

@@ -25,8 +25,8 @@ class JoinedSet {
   explicit JoinedSet(int before = 0);
 
   // Appends what a file brought, as far as there is room. The dipoles of a text file are numbered on, as one
-  // import after the other numbers them; those of a set or a table keep their numbers. What belongs to the whole set is
-  // that of the first file with dipoles; its moments are nAm when every file says so.
+  // import after the other numbers them; those of a set or a table keep their numbers. What belongs to the
+  // whole set is that of the first file with dipoles; its moments are nAm when every file says so.
   void add(ImportedFile file);
 
   [[nodiscard]] CDipoleFace9File& set() { return *m_set; }
@@ -37,8 +37,8 @@ class JoinedSet {
   // How many more there is room for.
   [[nodiscard]] int room() const;
 
-  // What tables left open, and what the audits of the files found, about the slots behind those that the other
-  // set has.
+  // What tables left open, and what the audits of the files found, about the slots behind those that the
+  // other set has.
   [[nodiscard]] const UnknownValues& unknown() const { return m_unknown; }
   [[nodiscard]] const std::vector<Finding>& findings() const { return m_findings; }
   // Some files say that their moments are nAm, and some do not.
@@ -67,10 +67,10 @@ class JoinedSet {
 // Adds a name to a list of patients, unless it is empty or there already.
 void addPatient(std::vector<std::string>& names, const std::string& patient);
 
-// Puts copies of the dipoles of a joined set that was made for this one behind its own, as the module's imports
-// into that set would: the last one is the current one. A set that had no dipoles gets what the files say about the
-// whole set; else it keeps its own, and its moments are nAm only when all of them are. There has to be room.
-// Throws what an allocation throws; the set may then hold a part.
+// Puts copies of the dipoles of a joined set that was made for this one behind its own, as the module's
+// imports into that set would: the last one is the current one. A set that had no dipoles gets what the
+// files say about the whole set; else it keeps its own, and its moments are nAm only when all of them are.
+// There has to be room. Throws what an allocation throws; the set may then hold a part.
 void appendTo(CDipoleFace9File& set, const CDipoleFace9File& more);
 
 }  // namespace host

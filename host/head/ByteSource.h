@@ -24,7 +24,8 @@ class ByteSource {
   ByteSource& operator=(const ByteSource&) = delete;
 
   // Fills the target and returns how many bytes it took; fewer only at the end. Throws std::runtime_error
-  // when the file cannot be read, or the packed data are cut off or damaged, or there are more of them than `most`.
+  // when the file cannot be read, or the packed data are cut off or damaged, or there are more of them than
+  // `most`.
   std::size_t read(std::span<std::byte> target);
   // Reads over bytes; returns how many there were, fewer only at the end.
   std::uint64_t skip(std::uint64_t count);

@@ -35,7 +35,8 @@ class FileFailure : public std::runtime_error {
   std::size_t m_causeAt;
 };
 
-// Throws the FileFailure "cannot `doing` the file: cause", such as "cannot write /home/a/set.dipset: No space left".
+// Throws the FileFailure "cannot `doing` the file: cause", such as "cannot write /home/a/set.dipset: No
+// space left".
 [[noreturn]] void throwFileFailure(const char* doing, const CString& path, const std::string& cause);
 
 // Runs a piece of work; false when memory ran out in it.
