@@ -301,10 +301,10 @@ class Failures(DrawTest):
         missing = self.path("nowhere/out.png")
         self.assertIn("dipole: cannot write %s: No such file or directory\n" % missing,
                       self.attempt(1, output=missing).err)
-        folder = self.path("folder")
+        folder = self.path("folder.png")
         os.mkdir(folder)
         self.assertIn("dipole: cannot write %s: " % folder, self.attempt(1, output=folder).err)
-        self.assertEqual(sorted(os.listdir(self.folder)), ["d.dip", "folder"])
+        self.assertEqual(sorted(os.listdir(self.folder)), ["d.dip", "folder.png"])
 
     def test_a_failure_leaves_the_picture_of_before(self):
         output = self.write("out.png", "before")
@@ -313,10 +313,11 @@ class Failures(DrawTest):
             self.assertEqual(file.read(), "before")
 
     def test_an_input_is_never_overwritten(self):
-        dip = self.write("d.dip", dipole_file([(0, 0, 3, 7, "a")]))
+        dip = self.write("d.png", dipole_file([(0, 0, 3, 7, "a")]))
         os.symlink(dip, self.path("link.png"))
         for output in (dip, self.path("link.png")):
-            self.assertIn("would overwrite the input", self.attempt(2, dip=dip, output=output).err)
+            result = self.attempt(2, dip=dip, output=output, more=("--from", "ctf"))
+            self.assertIn("would overwrite the input", result.err)
         self.assertEqual(run("list", dip).returncode, 0)
 
     def test_the_picture_has_the_usual_permissions(self):

@@ -60,7 +60,7 @@ class Values(ToolTest):
     def test_list_and_convert_write_the_same(self):
         for name in ("spikes.dip", "auditory.dip"):
             for form in ("csv", "json"):
-                self.succeed("convert", example(name), self.path("o." + form))
+                self.succeed("convert", "--force", example(name), "-o", self.path("o." + form))
                 with open(self.path("o." + form), "rb") as file:
                     self.assertEqual(self.succeed("list", "--" + form, example(name)).stdout, file.read())
 

@@ -145,7 +145,7 @@ class Unknown(ConvertTest):
         path = self.table_of(["3", "", "1", "", "2"])
         for ending, separator in FORMATS:
             self.convert(path, self.path("t" + ending))
-            self.succeed("sort", "--by", "latency", self.path("t" + ending), self.path("s.json"))
+            self.succeed("sort", "--by", "latency", "--force", self.path("t" + ending), "-o", self.path("s.json"))
             found = json.loads(self.read(self.path("s.json")))["dipoles"]
             self.assertEqual([d["latency_ms"] for d in found], [1, 2, 3, None, None])
             self.assertEqual([d["id"] for d in found][:3], [2, 4, 0])
@@ -169,17 +169,17 @@ class Bad(ConvertTest):
     def test_nothing_is_loaded_and_the_place_is_named(self):
         titles = "x_left_mm,y_up_mm,z_front_mm\n"
         for name, text, problem in (
-                ("a.csv", titles + "1,2\n", "a.csv, line 2, column 3: this line has 2 cells, the titles are 3"),
-                ("a.csv", "x,y,z\n1,2,3\n", 'a.csv, line 1, column 1: "x" is no column of a table of dipoles'),
-                ("a.csv", titles + "1,2,3\n1,zwei,3\n", 'a.csv, line 3, column 2: y_up_mm: "zwei" is no number, or one '
+                ("a.csv", titles + "1,2\n", "a.csv: line 2, column 3: this line has 2 cells, the titles are 3"),
+                ("a.csv", "x,y,z\n1,2,3\n", 'a.csv: line 1, column 1: "x" is no column of a table of dipoles'),
+                ("a.csv", titles + "1,2,3\n1,zwei,3\n", 'a.csv: line 3, column 2: y_up_mm: "zwei" is no number, or one '
                  "that does not fit"),
-                ("a.tsv", titles, 'a.tsv, line 1, column 1: "x_left_mm,y_up_mm,z_front_mm" is no column'),
-                ("a.csv", titles + '1,2,"3\n', "a.csv, line 2, column 3: the quote in front of this cell is not closed"),
-                ("a.csv", titles + "1,2,3\n" * 30001, "a.csv, line 30002: a set holds 30000 dipoles, this would be one "
+                ("a.tsv", titles, 'a.tsv: line 1, column 1: "x_left_mm,y_up_mm,z_front_mm" is no column'),
+                ("a.csv", titles + '1,2,"3\n', "a.csv: line 2, column 3: the quote in front of this cell is not closed"),
+                ("a.csv", titles + "1,2,3\n" * 30001, "a.csv: line 30002: a set holds 30000 dipoles, this would be one "
                  "more"),
-                ("a.json", '{"dipoles": [\n{"x_left_mm": "one"}]}', "a.json, line 2, column 15: x_left_mm: this is not "
+                ("a.json", '{"dipoles": [\n{"x_left_mm": "one"}]}', "a.json: line 2, column 15: x_left_mm: this is not "
                  "what the column holds"),
-                ("a.json", "[", "a.json, line 1, column 1: a document is an object")):
+                ("a.json", "[", "a.json: line 1, column 1: a document is an object")):
             path = self.write(name, text)
             result = self.end_with(1, "list", "--csv", path)
             self.assertIn(problem, result.err)

@@ -24,7 +24,10 @@ TEST(FileKind, FilesOfDipolesTellTheirFormatInAnyCase) {
   EXPECT_EQ(host::dipoleFormatOf(_T("a.DIP")), host::DipoleFormat::ctf);
   EXPECT_EQ(host::dipoleFormatOf(_T("folder.dip/a.Txt")), host::DipoleFormat::msi);
   EXPECT_EQ(host::dipoleFormatOf(_T("a.dip.dipSET")), host::DipoleFormat::set);
-  for (const LPCTSTR path : {_T("a.csv"), _T("dip"), _T(".dip"), _T("a.dip/b"), _T("")})
+  EXPECT_EQ(host::dipoleFormatOf(_T("a.Csv")), host::DipoleFormat::csv);
+  EXPECT_EQ(host::dipoleFormatOf(_T("a.TSV")), host::DipoleFormat::tsv);
+  EXPECT_EQ(host::dipoleFormatOf(_T("a.json")), host::DipoleFormat::json);
+  for (const LPCTSTR path : {_T("a.png"), _T("dip"), _T(".dip"), _T("a.dip/b"), _T("")})
     EXPECT_EQ(host::dipoleFormatOf(path), std::nullopt);
 }
 
