@@ -20,12 +20,12 @@ mkdir -p out
 draw() {
   picture=out/$1.png
   shift
-  "$dipole" draw "$@" --mri "$head" --fiducials examples/ch2.fiducials --yes -o "$picture"
+  "$dipole" draw "$@" --mri "$head" --fiducials examples/ch2.fiducials --yes --repair all -o "$picture"
   pictures="$pictures $picture"
 }
 
 say "What the examples hold"
-"$dipole" info --yes examples/auditory.dip examples/spikes.dip examples/moving.dip examples/median.txt
+"$dipole" info --yes --repair all examples/auditory.dip examples/spikes.dip examples/moving.dip examples/median.txt
 
 say "Drawing the examples on the T1 head of the package mricron-data"
 pictures=""
@@ -38,7 +38,7 @@ draw median examples/median.txt
 say "Writing the examples as tables"
 for file in auditory.dip spikes.dip moving.dip median.txt; do
   table=out/${file%.*}.csv
-  "$dipole" convert --yes --force "examples/$file" -o "$table"
+  "$dipole" convert --yes --repair all --force "examples/$file" -o "$table"
   pictures="$pictures $table"
 done
 

@@ -16,6 +16,7 @@
 #include "host/head/Limits.h"
 #include "host/paint/PngFile.h"
 #include "host/panes/ShownDipoles.h"
+#include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 #include "tool/ArgumentCheck.h"
 #include "tool/FiducialPoints.h"
@@ -77,7 +78,7 @@ std::vector<int> parseNumbers(const std::string& text) {
   }
   std::istringstream parts(text);
   for (std::string part; std::getline(parts, part, ',');) {
-    const std::optional<double> number = finiteNumber(part);
+    const std::optional<double> number = host::numberOf(part);
     if (!number || *number != static_cast<int>(*number)) {
       throw std::invalid_argument("\"" + text + "\": write all, or numbers of dipoles such as 3,7");
     }
@@ -230,12 +231,9 @@ host::PageTexts DrawCommand::textsOf(const ImportSession& session, const host::P
   if (!m_scene.isWanted()) {
     texts.settings.push_back(host::toleranceText(contents));
   }
-  if (contents.head.isRegistered()) {
-    if (const std::string mismatch = host::headMismatch(contents.dipoles, *contents.head.fiducials);
-        !mismatch.empty()) {
-      tell("warning: " + mismatch);
-      texts.wrong.push_back(mismatch);
-    }
+  texts.wrong = host::wrongTexts(session.findings());
+  for (const std::string& text : session.repaired()) {
+    texts.settings.push_back("repaired: " + text);
   }
   return texts;
 }
@@ -265,7 +263,7 @@ int DrawCommand::run() const {
   if (wouldOverwriteInput()) {
     return exitUsage;
   }
-  ImportSession session(m_import.files(), m_import.answers());
+  ImportSession session(m_import.files(), m_import.choices());
   CDipoleFace9File& set = session.collection();
   if (set.m_totalDipoles == 0) {
     tell("nothing to draw: no dipole was imported");
@@ -276,6 +274,7 @@ int DrawCommand::run() const {
   if (!head.volume->sidesStated()) {
     tell("warning: " + m_mri + " does not say which side of it is left: sides in the picture are assumed");
   }
+  session.add(host::findingsIn(head, session.joined()));
   host::ViewSettings settings = m_picture.settings();
   settings.ballRadius = m_scene.ballRadius();
   host::UnknownDipoles unknown;
@@ -292,7 +291,7 @@ int DrawCommand::run() const {
   for (const host::PaneTexts& pane : picture.panes) {
     tellOf(pane);
   }
-  return session.isComplete() ? exitDone : exitFailure;
+  return session.exitCode();
 }
 
 }  // namespace tool

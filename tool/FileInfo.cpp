@@ -64,9 +64,14 @@ FileInfo::FileInfo(std::string name, const ImportSession& session)
     for (std::size_t axis = 0; axis < position.size(); ++axis) {
       widen(position.at(axis), dipole->m_location[axis]);
     }
-    widen(latency, dipole->m_latency);
-    widen(moment, dipole->m_moment);
-    widen(fitError, dipole->m_fitError);
+    const auto widenKnown = [&](std::optional<Range>& range, host::DipoleValue value) {
+      if (!session.unknown().isUnknown(i, value)) {
+        widen(range, host::valueOf(*dipole, value));
+      }
+    };
+    widenKnown(latency, host::DipoleValue::latency);
+    widenKnown(moment, host::DipoleValue::moment);
+    widenKnown(fitError, host::DipoleValue::fitError);
   }
 }
 

@@ -39,7 +39,7 @@ struct FileInfo {
   int dipoles = 0;
   int shownOnSlices = 0;
   bool isMomentInNAm = false;
-  // Over all dipoles, values that are not numbers left out; empty without any.
+  // Over all dipoles, values that are unknown or not numbers left out; empty without any.
   std::array<std::optional<Range>, 3> position;  // mm, head frame
   std::optional<Range> latency;                  // ms
   std::optional<Range> moment;

@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
+#include <set>
+#include <sstream>
 #include <stdexcept>
 
 #include "host/text/PathText.h"
+#include "tool/ArgumentCheck.h"
 #include "tool/UsageError.h"
 
 namespace tool {
@@ -17,6 +21,30 @@ const std::map<std::string, host::DipoleFormat>& formats() {
       {"json", host::DipoleFormat::json}, {"ctf", host::DipoleFormat::ctf},
       {"4d", host::DipoleFormat::msi},    {"dipset", host::DipoleFormat::set}};
   return all;
+}
+
+constexpr const char* allCodes = "all";
+
+// "unit,labels". Throws std::invalid_argument with the codes that there are.
+std::set<host::FindingCode> parseCodes(const std::string& text) {
+  std::set<host::FindingCode> codes;
+  std::istringstream parts(text + ",");
+  for (std::string part; std::getline(parts, part, ',');) {
+    const std::optional<host::FindingCode> code = host::findingCodeNamed(part);
+    if (!code) {
+      std::string known;
+      for (const host::FindingMeaning& meaning : host::findingMeanings()) {
+        known += (known.empty() ? "" : ", ") + std::string(meaning.name);
+      }
+      throw std::invalid_argument("\"" + part + "\" is no code of a finding; there are: " + known);
+    }
+    codes.insert(*code);
+  }
+  return codes;
+}
+
+std::set<host::FindingCode> parseRepairs(const std::string& text) {
+  return text == allCodes ? host::allFindingCodes() : parseCodes(text);
 }
 
 }  // namespace
@@ -34,6 +62,16 @@ void ImportOptions::addTo(CLI::App& command) {
                   "Format of the files, whatever their names: ctf, 4d, dipset, csv, tsv or json")
       ->type_name("FORMAT")
       ->transform(CLI::IsMember(&formats(), CLI::ignore_case).description(""));
+  const auto add = [&](const char* name, std::string& value, const char* type, const char* text) {
+    return command.add_option(name, value, text)->type_name(type);
+  };
+  add("--repair", m_repair, "CODE,...|all",
+      "Apply the remedies of these findings to what is imported; see \"dipole check --help\"")
+      ->check(argumentCheck(parseRepairs));
+  add("--accept", m_accept, "CODE,...", "Go on although these findings are wrong")
+      ->check(argumentCheck(parseCodes));
+  add("--unit", m_unit, "cm|mm", "The unit of positions where the files leave it open")
+      ->check(CLI::IsMember({"cm", "mm"}).description(""));
   command.add_flag_callback(
       "-q,--quiet", [] { setQuiet(true); }, "Tell warnings and failures only");
   CLI::Option* yes = command.add_flag("--yes", m_yes, "Answer every question with yes");
@@ -41,11 +79,21 @@ void ImportOptions::addTo(CLI::App& command) {
       ->excludes(yes);
 }
 
-Answers ImportOptions::answers() const {
-  if (m_yes) {
-    return Answers::yes;
+ImportChoices ImportOptions::choices() const {
+  ImportChoices choices;
+  choices.answers = m_yes ? Answers::yes : m_no ? Answers::no : Answers::ask;
+  if (!m_repair.empty()) {
+    choices.repairs.codes = parseRepairs(m_repair);
   }
-  return m_no ? Answers::no : Answers::ask;
+  if (!m_accept.empty()) {
+    choices.accepted = parseCodes(m_accept);
+  }
+  if (!m_unit.empty()) {
+    choices.repairs.unit = m_unit == "cm" ? host::LengthUnit::centimetre : host::LengthUnit::millimetre;
+  } else if (m_repair != allCodes && choices.repairs.codes.contains(host::FindingCode::unit)) {
+    throw UsageError("--repair unit needs --unit cm or --unit mm: the file does not say it");
+  }
+  return choices;
 }
 
 std::vector<InputFile> ImportOptions::files() const {

@@ -1,12 +1,13 @@
-// The arguments that every command shares: which files, of which format, and how questions are answered.
+// The arguments that every command shares: which files, of which format, how questions are answered, and what
+// happens to what the audit finds.
 #pragma once
 
 #include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 
+#include "tool/ImportSession.h"
 #include "tool/InputFile.h"
-#include "tool/TerminalOperator.h"
 
 namespace tool {
 
@@ -17,7 +18,8 @@ class ImportOptions {
 
   const std::vector<std::string>& names() const { return m_names; }
 
-  Answers answers() const;
+  // Throws UsageError when a repair needs a unit that is not said.
+  ImportChoices choices() const;
 
   // The files with their formats: --from, else by the ending, else CTF. What can be read only once is read
   // here. Throws UsageError when standard input has no --from or is named twice, and std::runtime_error when
@@ -31,6 +33,9 @@ class ImportOptions {
  private:
   std::vector<std::string> m_names;
   std::string m_from;  // a name of a format, empty: the endings tell
+  std::string m_repair;
+  std::string m_accept;
+  std::string m_unit;
   bool m_yes = false;
   bool m_no = false;
 };

@@ -1,6 +1,7 @@
 // One or more dipole files as one set: each imported by itself, their dipoles one after the other.
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -11,33 +12,59 @@
 
 namespace tool {
 
+// What the user wants done on the way.
+struct ImportChoices {
+  Answers answers = Answers::ask;
+  host::Repairs repairs;
+  std::set<host::FindingCode> accepted;
+  bool tellsFindings = true;  // on standard error
+
+  // Whether the user knows: said so, or brought it about by an answer to the module's question.
+  bool accepts(const host::Finding& finding) const {
+    return finding.isAnswered || accepted.contains(finding.code);
+  }
+};
+
 class ImportSession {
  public:
-  // Imports the files in order; at least one. What the module says goes to standard error, as do warnings of
-  // the program: about dipoles that were in a file and did not arrive, files of different patients, moments
-  // in different units. Throws std::runtime_error when memory runs out.
-  ImportSession(const std::vector<InputFile>& files, Answers answers);
+  // Imports the files in order; at least one. What the module says goes to standard error, with the file's
+  // name, as do findings of the audit, what was repaired, and warnings of the program: about files that
+  // brought nothing, dipoles without room, moments in different units. Throws std::runtime_error when
+  // memory runs out.
+  ImportSession(const std::vector<InputFile>& files, ImportChoices choices);
 
   // See host/exchange/JoinedSet.h. Locations mm in the host's head frame (x to the left ear, y up, z to the
   // nose), latencies ms.
   CDipoleFace9File& collection() { return m_joined.set(); }
   const CDipoleFace9File& collection() const { return m_joined.set(); }
+  const host::JoinedSet& joined() const { return m_joined; }
 
-  // By a key of host/dipoles/SortSet.h.
+  // By a key of host/dipoles/SortSet.h. Findings keep the slots that were.
   void sort(int key);
 
   // By slot of the collection.
   const host::UnknownValues& unknown() const { return m_unknown; }
 
-  // What the audits of text files found; the files are named as the user wrote them.
-  const std::vector<host::Finding>& findings() const { return m_joined.findings(); }
+  // What the audits of the files found, what the files say of each other, and what was added; the files are
+  // named as the user wrote them.
+  const std::vector<host::Finding>& findings() const { return m_findings; }
+  void add(std::vector<host::Finding> findings);
+  bool accepts(const host::Finding& finding) const { return m_choices.accepts(finding); }
+
+  // What repairs changed, a sentence each, and why files brought nothing.
+  const std::vector<std::string>& repaired() const { return m_repaired; }
+  const std::vector<std::string>& failures() const { return m_failures; }
 
   // The module's messages and the program's own warnings.
   const std::vector<Message>& messages() const { return m_messages; }
 
-  // Whether every file could be read to its end, the audit found no rows or sections lost but by the
-  // user's answers, at least one dipole of each file arrived, and the set had room for all.
-  bool isComplete() const { return m_isComplete; }
+  // Whether a file could not be read to its end or brought no dipole, or the set had no room for all.
+  bool hasFailed() const { return !m_failures.empty(); }
+  // What is wrong and neither repaired nor accepted: "unit in a.dip, row-order in a.dip"; empty when
+  // nothing is.
+  std::string standing() const;
+  // exitDone when all came and nothing wrong stands.
+  int exitCode() const;
 
   // As the first file that gave dipoles names them; the patient's name or number is empty unless all files
   // give the same.
@@ -48,16 +75,20 @@ class ImportSession {
   bool isMomentInNAm() const { return m_joined.set().m_momentInNAm != 0; }
 
  private:
-  void add(const InputFile& file);
+  void import(const InputFile& file, TerminalOperator& op);
   void warn(const std::string& text);
-  void checkPatients();
+  void fail(const std::string& file, const std::string& cause);
+  void takePatient();
 
+  ImportChoices m_choices;
   host::JoinedSet m_joined;
   host::UnknownValues m_unknown;
+  std::vector<host::Finding> m_findings;
+  std::vector<std::string> m_repaired;
+  std::vector<std::string> m_failures;
   std::vector<Message> m_messages;
   std::vector<std::string> m_patients;  // of each file that could be read
   std::string m_patient;
-  bool m_isComplete = true;
 };
 
 }  // namespace tool

@@ -6,6 +6,7 @@
 
 #include "host/text/Numbers.h"
 #include "tool/FileInfo.h"
+#include "tool/FindingTexts.h"
 #include "tool/Output.h"
 #include "tool/Text.h"
 
@@ -77,7 +78,7 @@ std::string messageText(const Message& message) {
   return message.text + (message.isQuestion ? message.isYes ? " Answered: yes" : " Answered: no" : "");
 }
 
-std::string report(const FileInfo& info) {
+std::string report(const FileInfo& info, const ImportSession& session) {
   Report result;
   result.text(printable(info.file) + "\n");
   result.line("version", orDash(info.version));
@@ -100,6 +101,12 @@ std::string report(const FileInfo& info) {
   result.line("fit error", rangeText(info.fitError, "%"));
   for (const Message& message : info.messages) {
     result.line("message", printable(messageText(message)));
+  }
+  for (const std::string& text : session.repaired()) {
+    result.line("repaired", printable(text));
+  }
+  for (const host::Finding& finding : session.findings()) {
+    result.line("finding", printable(findingLine(finding)));
   }
   return result.result();
 }
@@ -141,6 +148,14 @@ Json jsonMessages(const std::vector<Message>& messages) {
   return result;
 }
 
+Json jsonFindings(const ImportSession& session) {
+  Json result = Json::array();
+  for (const host::Finding& finding : session.findings()) {
+    result.push_back(findingJson(finding, session.collection(), session.accepts(finding)));
+  }
+  return result;
+}
+
 Json jsonSphere(const std::optional<Sphere>& sphere) {
   if (!sphere) {
     return nullptr;
@@ -148,7 +163,7 @@ Json jsonSphere(const std::optional<Sphere>& sphere) {
   return {{"centre_mm", jsonPoint(sphere->centre)}, {"radius_mm", numberFor(sphere->radius)}};
 }
 
-Json jsonReport(const FileInfo& info) {
+Json jsonReport(const FileInfo& info, const ImportSession& session) {
   return {{"file", info.file},
           {"version", host::jsonText(info.version)},
           {"patient", host::jsonText(info.patient)},
@@ -167,7 +182,9 @@ Json jsonReport(const FileInfo& info) {
           {"moment", jsonRange(info.moment)},
           {"moment_unit", host::jsonText(info.isMomentInNAm ? "nAm" : "")},
           {"fit_error_percent", jsonRange(info.fitError)},
-          {"messages", jsonMessages(info.messages)}};
+          {"messages", jsonMessages(info.messages)},
+          {"repaired", session.repaired()},
+          {"findings", jsonFindings(session)}};
 }
 
 }  // namespace
@@ -180,22 +197,22 @@ InfoCommand::InfoCommand(CLI::App& program)
 }
 
 int InfoCommand::run() const {
-  bool isComplete = true;
+  int code = exitDone;
   std::string text;
   Json json = Json::array();
   for (const InputFile& file : m_import.files()) {
-    const ImportSession session({file}, m_import.answers());
+    const ImportSession session({file}, m_import.choices());
     const FileInfo info(file.name, session);
-    isComplete = isComplete && session.isComplete();
-    json.push_back(jsonReport(info));
-    text += (text.empty() ? "" : "\n") + report(info);
+    code = (std::max)(code, session.exitCode());
+    json.push_back(jsonReport(info, session));
+    text += (text.empty() ? "" : "\n") + report(info, session);
   }
   if (m_json) {
     writeResult(json);
   } else {
     writeResult(text);
   }
-  return isComplete ? exitDone : exitFailure;
+  return code;
 }
 
 }  // namespace tool

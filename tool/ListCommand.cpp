@@ -21,8 +21,7 @@ constexpr const char* help =
 midway between the ears. The moment is in nAm when the files say so. "Slices" tells whether
 slice pictures show the dipole. Numbers are rounded for the eye, and "-" is a value that the
 files leave open; --csv and --json write what "dipole convert" writes, every column in full.
-A .dip file without fit information gives the module's initial values: latency 0 ms, fit
-error 0.2 %.
+So are latency and fit error of a .dip file without fit information.
 
 Examples:
   dipole list auditory.dip
@@ -97,13 +96,13 @@ ListCommand::ListCommand(CLI::App& program)
 }
 
 int ListCommand::run() const {
-  const ImportSession session(m_import.files(), m_import.answers());
+  const ImportSession session(m_import.files(), m_import.choices());
   if (m_json) {
     writeResult(documentOf(session, m_import.names()));
   } else {
     writeResult(m_csv ? csvTable(session) : alignedTable(session));
   }
-  return session.isComplete() ? exitDone : exitFailure;
+  return session.exitCode();
 }
 
 }  // namespace tool

@@ -1,7 +1,6 @@
 #include "tool/PictureOptions.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <functional>
 #include <stdexcept>
@@ -10,6 +9,7 @@
 
 #include "host/head/Limits.h"
 #include "host/panes/DipolePicture.h"
+#include "host/text/Numbers.h"
 #include "tool/ArgumentCheck.h"
 
 namespace tool {
@@ -28,7 +28,7 @@ std::optional<double> limitOf(const std::string& text, std::string_view part) {
   if (part.empty()) {
     return std::nullopt;
   }
-  const std::optional<double> value = finiteNumber(part);
+  const std::optional<double> value = host::numberOf(part);
   if (!value) {
     fail(text, "write LEAST:MOST, such as 10:50, 10: or :50");
   }
@@ -40,7 +40,7 @@ std::optional<double> parseTolerance(const std::string& text) {
   if (text == "all") {
     return std::nullopt;
   }
-  const std::optional<double> mm = finiteNumber(text);
+  const std::optional<double> mm = host::numberOf(text);
   if (!mm || *mm < 0.0 || *mm > host::longestLength) {
     fail(text, "the tolerance is a number of mm from 0 to 1000, or all");
   }
@@ -52,13 +52,6 @@ CLI::Validator between(double least, double most) {
 }
 
 }  // namespace
-
-std::optional<double> finiteNumber(std::string_view text) {
-  double value = 0.0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  const bool isWhole = result.ec == std::errc() && result.ptr == text.data() + text.size();
-  return isWhole && std::isfinite(value) ? std::optional(value) : std::nullopt;
-}
 
 host::ValueLimits parseLimits(const std::string& text) {
   const std::size_t colon = text.find(':');

@@ -11,9 +11,6 @@
 
 namespace tool {
 
-// A finite number and nothing else, with a point.
-std::optional<double> finiteNumber(std::string_view text);
-
 // "A:B", "A:" or ":B". Throws std::invalid_argument that names the text and the cause.
 host::ValueLimits parseLimits(const std::string& text);
 

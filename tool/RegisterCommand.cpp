@@ -158,6 +158,10 @@ int RegisterCommand::run() const {
     throw std::runtime_error(m_output.target() + ": a registration is written as .dipset or .json");
   }
   ImportSession session = importToWrite(m_import, m_output);
+  if (!m_fiducials.empty()) {
+    session.add(host::otherHeads(session.joined().parts(), readFiducials(m_fiducials)));
+    refuseWrong(session, m_output);
+  }
   CDipoleFace9File& set = session.collection();
   if (m_bySphere) {
     registerBySphere(set);

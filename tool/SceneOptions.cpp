@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "host/head/Limits.h"
+#include "host/text/Numbers.h"
 #include "tool/ArgumentCheck.h"
-#include "tool/PictureOptions.h"
 
 namespace tool {
 namespace {
@@ -38,7 +38,7 @@ host::ViewAngles anglesOf(std::string_view name) {
 }
 
 double degreesOf(const std::string& text, std::string_view part, double most) {
-  const std::optional<double> value = finiteNumber(part);
+  const std::optional<double> value = host::numberOf(part);
   if (!value) {
     fail(text, "write YAW,PITCH in degrees, such as 60,20");
   }

@@ -40,11 +40,21 @@ void writeText(const OutputOptions& output, const std::string& text) {
 ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output) {
   output.check();
   const std::vector<InputFile> files = input.knownFiles();
-  ImportSession session(files, input.answers());
-  if (!session.isComplete()) {
-    throw std::runtime_error(output.target() + " was not written: not every dipole of every file arrived");
+  ImportSession session(files, input.choices());
+  if (session.hasFailed()) {
+    throw std::runtime_error(output.target() + " was not written: not every file arrived");
   }
+  refuseWrong(session, output);
   return session;
+}
+
+void refuseWrong(const ImportSession& session, const OutputOptions& output) {
+  const std::string standing = session.standing();
+  if (!standing.empty()) {
+    throw std::runtime_error(output.target() +
+                             " was not written: wrong, and neither repaired nor accepted: " + standing +
+                             " (--repair, --unit, --accept)");
+  }
 }
 
 Json documentOf(const ImportSession& session, const std::vector<std::string>& files) {

@@ -12,8 +12,11 @@
 namespace tool {
 
 // Imports what is to be written. Throws std::runtime_error when a name tells no format, before anything is
-// asked, and when not every dipole of every file arrived; otherwise as OutputOptions::check does.
+// asked, when a file brought nothing, and as refuseWrong; otherwise as OutputOptions::check does.
 ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output);
+
+// Throws std::runtime_error when something stands that is wrong and neither repaired nor accepted.
+void refuseWrong(const ImportSession& session, const OutputOptions& output);
 
 // The set as JSON, see host/exchange/SetJson.h.
 Json documentOf(const ImportSession& session, const std::vector<std::string>& files);

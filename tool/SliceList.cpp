@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "host/head/Limits.h"
-#include "tool/PictureOptions.h"
+#include "host/text/Numbers.h"
 
 namespace tool {
 namespace {
@@ -30,7 +30,7 @@ host::View viewOf(const std::string& part, std::string_view name) {
 }
 
 double positionOf(const std::string& part, std::string_view text) {
-  const std::optional<double> value = finiteNumber(text);
+  const std::optional<double> value = host::numberOf(text);
   if (!value) {
     fail(part, "the position is a number of millimetres");
   }

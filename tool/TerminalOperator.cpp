@@ -69,11 +69,12 @@ bool TerminalOperator::answerQuestion(const std::string& text) const {
 }
 
 int TerminalOperator::answerMessage(LPCTSTR text, UINT type) {
-  const std::string said = withoutLineEnd(host::utf8Of(text));
+  const std::string message = withoutLineEnd(host::utf8Of(text));
+  const std::string said = (m_file.empty() ? "" : m_file + ": ") + message;
   int answer = (type & MB_TYPEMASK) == MB_OK ? IDOK : IDCANCEL;
   if (host::isQuestion(type)) {
     answer = answerQuestion(said) ? IDYES : IDNO;
-  } else if (said.starts_with("Total imported dipoles:")) {
+  } else if (message.starts_with("Total imported dipoles:")) {
     tellNote(said);
   } else {
     tell(said);

@@ -22,6 +22,9 @@ class TerminalOperator : public Operator {
   // is something else) it is No. Every message is noted, see host/exchange/ModuleMessages.h.
   explicit TerminalOperator(Answers answers) : m_answers(answers) {}
 
+  // Of which the module speaks from now on.
+  void nameFile(const std::string& name) { m_file = name; }
+
   int answerMessage(LPCTSTR text, UINT type) override;
   bool chooseFiles(const FileQuestion& question, std::vector<CString>& paths) override;
   bool chooseColor(COLORREF initial, COLORREF& chosen) override;
@@ -30,6 +33,7 @@ class TerminalOperator : public Operator {
   bool answerQuestion(const std::string& text) const;
 
   Answers m_answers;
+  std::string m_file;
 };
 
 // Puts an operator in charge for a scope.

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "tool/CheckCommand.h"
 #include "tool/ConvertCommand.h"
 #include "tool/DrawCommand.h"
 #include "tool/InfoCommand.h"
@@ -30,8 +31,10 @@ constexpr const char* help =
     "MRI, and write them in other formats.";
 constexpr const char* moreHelp = R"("dipole help COMMAND" tells more about a command.
 
-The result goes to standard output or the named file, everything else to standard error. Exit status: 0 when
-all went well, 1 when no dipole was imported or something failed, 2 for wrong arguments.)";
+The result goes to standard output or the named file, everything else to standard error. Each file is
+checked for what arrives otherwise than it says. Exit status: 0 when nothing is wrong, 1 when something
+wrong is neither repaired (--repair, --unit) nor accepted (--accept), a file brought no dipole or something
+failed, 2 for wrong arguments.)";
 
 // The arguments, the last one first, as the parser takes them. It would take a file name in square brackets
 // for a list; a name that begins with its folder is only a name.
@@ -94,6 +97,7 @@ int runProgram(int argc, char** argv) {
   program.require_subcommand(1);
   tool::InfoCommand info(program);
   tool::ListCommand list(program);
+  tool::CheckCommand check(program);
   tool::DrawCommand draw(program);
   tool::ConvertCommand convert(program);
   tool::SortCommand sort(program);
@@ -113,7 +117,7 @@ int runProgram(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return program.exit(error) == 0 ? tool::exitDone : tool::exitUsage;
   }
-  return runChosen(info, list, draw, convert, sort, registration);
+  return runChosen(info, list, check, draw, convert, sort, registration);
 }
 
 }  // namespace

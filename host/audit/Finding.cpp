@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <set>
 
 namespace host {
 
@@ -61,6 +62,30 @@ std::string lineOf(const Finding& finding) {
   text += text.empty() ? "" : ": ";
   text.append(nameOf(finding.severity)).append(" (").append(nameOf(finding.code)).append("): ");
   return text + finding.sentence;
+}
+
+std::vector<std::string> wrongTexts(std::span<const Finding> findings) {
+  struct Said {
+    const Finding* finding;
+    std::set<std::string_view> files;
+  };
+  std::vector<Said> all;  // the same sentence of many files is one text
+  for (const Finding& finding : findings) {
+    if (finding.severity == Severity::wrong) {
+      const auto same = std::find_if(all.begin(), all.end(), [&](const Said& said) {
+        return said.finding->sentence == finding.sentence;
+      });
+      (same != all.end() ? *same : all.emplace_back(Said{&finding, {}})).files.insert(finding.file);
+    }
+  }
+  std::vector<std::string> texts;
+  for (const Said& said : all) {
+    const std::string_view file = said.finding->file;
+    std::string text(file.substr(file.find_last_of("/\\") + 1));
+    text += said.files.size() > 1 ? " and " + std::to_string(said.files.size() - 1) + " more" : "";
+    texts.push_back(text + (text.empty() ? "" : ": ") + said.finding->sentence);
+  }
+  return texts;
 }
 
 bool holdsWrong(std::span<const Finding> findings) {

@@ -65,6 +65,9 @@ struct Finding {
 // One line: "auditory.dip:12: wrong (unit): ..."; the remedy is not in it.
 [[nodiscard]] std::string lineOf(const Finding& finding);
 
+// What is wrong, for pictures of the dipoles: one text for each thing, with the files' names without folders.
+[[nodiscard]] std::vector<std::string> wrongTexts(std::span<const Finding> findings);
+
 [[nodiscard]] bool holdsWrong(std::span<const Finding> findings);
 
 }  // namespace host

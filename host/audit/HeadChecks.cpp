@@ -39,18 +39,20 @@ std::optional<Finding> outside(std::vector<int> slots, const std::string& file, 
   return finding;
 }
 
-std::optional<Finding> otherHead(const std::string& mismatch, std::string file) {
+std::optional<Finding> otherHead(const Fiducials& own, const std::string& file, const Fiducials& head,
+                                 const std::string& beside) {
+  const std::string mismatch = headMismatch(own, head);
   if (mismatch.empty()) {
     return std::nullopt;
   }
-  return Finding{FindingCode::otherHead, Severity::wrong, std::move(file), 0, {}, {}, mismatch, {}};
+  return Finding{FindingCode::otherHead, Severity::wrong, file, 0, {}, {}, beside + " " + mismatch, {}};
 }
 
 }  // namespace
 
 std::optional<Finding> findOutsideSphere(const CDipoleFace& set, int first, int end,
                                          const std::string& file) {
-  if (set.m_bCtfSphereSet == 0) {
+  if (set.m_bCtfSphereSet == 0 || set.m_sphereCtf.m_radius == 0.0) {  // a set file keeps that there was one
     return std::nullopt;
   }
   const double* const c = set.m_sphereCtf.m_center;
@@ -97,31 +99,13 @@ std::optional<Finding> findSeveralPatients(std::span<const FilePatient> files) {
   return finding;
 }
 
-std::optional<Finding> findOtherHead(const CDipoleFace& set, const Fiducials& head, const std::string& file) {
-  std::string mismatch = headMismatch(set, head);
-  if (!mismatch.empty()) {
-    mismatch = "For this MRI " + mismatch;
-  }
-  return otherHead(mismatch, file);
+std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& head) {
+  return otherHead(own, file, head, "For this MRI");
 }
 
-std::optional<Finding> findOtherHead(const CDipoleFace& set, const std::string& file,
-                                     const CDipoleFace& other, const std::string& otherFile) {
-  if (other.m_fiducialMri.getTotalFiduciaryPts(true) < 3) {
-    return std::nullopt;
-  }
-  Vector3 points[3];
-  for (const int point : {CFiducial::nasion, CFiducial::leftEar, CFiducial::rightEar}) {
-    if (other.m_fiducialCtf.m_points[point].getPosition(points[point].x, points[point].y, points[point].z) ==
-        0) {
-      return std::nullopt;
-    }
-  }
-  std::string mismatch = headMismatch(set, {points[0], points[1], points[2]});
-  if (!mismatch.empty()) {
-    mismatch = "Beside " + otherFile + " " + mismatch;
-  }
-  return otherHead(mismatch, file);
+std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& other,
+                                     const std::string& otherFile) {
+  return otherHead(own, file, other, "Beside " + otherFile);
 }
 
 }  // namespace host

@@ -31,13 +31,11 @@ struct FilePatient {
 };
 [[nodiscard]] std::optional<Finding> findSeveralPatients(std::span<const FilePatient> files);
 
-// Whether the fiducial points of the set's file (m_fiducialMri, m_fiducialCtf) are those of a head with these
-// points: each distance between two of them may differ by mostDifference. Nothing when the file gave none.
-[[nodiscard]] std::optional<Finding> findOtherHead(const CDipoleFace& set, const Fiducials& head,
-                                                   const std::string& file);
-
-// Likewise the points of two files' sets.
-[[nodiscard]] std::optional<Finding> findOtherHead(const CDipoleFace& set, const std::string& file,
-                                                   const CDipoleFace& other, const std::string& otherFile);
+// Whether the fiducial points of a dipole file (host/dipoles/SetFiducials.h, measuredPoints) are those of the
+// head of an MRI, or of another dipole file: each distance between two of them may differ by mostDifference.
+[[nodiscard]] std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file,
+                                                   const Fiducials& head);
+[[nodiscard]] std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file,
+                                                   const Fiducials& other, const std::string& otherFile);
 
 }  // namespace host

@@ -129,15 +129,25 @@ Fiducials fiducialsOfSet(const CDipoleFace& set, const Volume& volume) {
   return points;
 }
 
-std::string headMismatch(const CDipoleFace& set, const Fiducials& head) {
+std::optional<Fiducials> measuredPoints(const CDipoleFace& set) {
   const std::optional<Points> own = pointsOf(set.m_fiducialCtf);
   if (!own || !pointsOf(set.m_fiducialMri))
-    return {};
-  const double difference = differenceOf(*own, pointsOf(head));
+    return std::nullopt;
+  const auto& [nasion, leftEar, rightEar] = *own;
+  return Fiducials{nasion, leftEar, rightEar};
+}
+
+std::string headMismatch(const Fiducials& own, const Fiducials& head) {
+  const double difference = differenceOf(pointsOf(own), pointsOf(head));
   if (difference <= mostDifference)
     return {};
   return "the distances between the fiducial points differ by " + inMm(difference) +
          " from those in the dipole file: is this the same head?";
+}
+
+std::string headMismatch(const CDipoleFace& set, const Fiducials& head) {
+  const std::optional<Fiducials> own = measuredPoints(set);
+  return own ? headMismatch(*own, head) : std::string();
 }
 
 }  // namespace host

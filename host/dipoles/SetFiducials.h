@@ -11,6 +11,7 @@
 // made from these with voxels of 0.859375 mm, the same points in mm of the head frame (m_fiducialCtf).
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "host/head/HeadFrame.h"
@@ -28,8 +29,15 @@ inline constexpr double mostDifference = 10.0;
 // distances are not those of the set's head-frame points within mostDifference, and so not of this MRI.
 [[nodiscard]] Fiducials fiducialsOfSet(const CDipoleFace& set, const Volume& volume);
 
-// A warning (UTF-8) when the distances between the set's head-frame points differ from those of the given
-// ones by more than mostDifference; empty when they do not, or when the set's file gave no points.
+// The points in mm of the head frame; nothing when the set's file gave none of an MRI: those that an import
+// then makes up from the sphere are nobody's.
+[[nodiscard]] std::optional<Fiducials> measuredPoints(const CDipoleFace& set);
+
+// A warning (UTF-8) when a distance between two points of a dipole file (measuredPoints) differs from that of
+// the given ones by more than mostDifference; empty when none does.
+[[nodiscard]] std::string headMismatch(const Fiducials& own, const Fiducials& head);
+
+// The same of a set; empty when its file gave no points.
 [[nodiscard]] std::string headMismatch(const CDipoleFace& set, const Fiducials& head);
 
 }  // namespace host

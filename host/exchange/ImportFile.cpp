@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -94,10 +92,6 @@ bool isPattern(const CString& path) {
   return fileNameOf(path).FindOneOf(_T("*?")) >= 0;
 }
 
-bool isText(DipoleFormat format) {
-  return format == DipoleFormat::ctf || format == DipoleFormat::msi;
-}
-
 // Gives the file its set, or says why there is none.
 std::string importInto(ImportedFile& file, const CString& path) {
   if (file.format == DipoleFormat::set) {
@@ -138,25 +132,9 @@ std::string failureOfImport(ImportedFile& file, const CString& path) {
   throwNoMemory();
 }
 
-// What the module asked about the file's rows; it asks in fixed texts only.
-ImportAnswers answersIn(const std::vector<ModuleMessage>& messages) {
-  ImportAnswers answers;
-  for (const ModuleMessage& message : messages) {
-    if (message.isQuestion && message.text.starts_with("This is moving dipoles")) {
-      answers.moving.push_back(message.isYes);
-    } else if (message.isQuestion && message.text.starts_with("It seems the dipole location is wrong")) {
-      answers.distant.push_back(message.isYes);
-    }
-  }
-  return answers;
-}
-
-AuditReport reportOf(const ImportedFile& file, const CString& path, const std::string& name) {
-  std::ifstream stream(pathOf(path), std::ios::binary);
-  const std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-  const auto format = file.format == DipoleFormat::ctf ? DipoleTextFormat::ctf : DipoleTextFormat::msi;
-  return audit({name.empty() ? utf8Of(file.path) : name, text, format, answersIn(file.messages), 0, {}},
-               *file.set);
+void takeReport(ImportedFile& file, AuditReport report) {
+  file.findings = std::move(report.findings);
+  file.unknown = std::move(report.unknown);
 }
 
 }  // namespace
@@ -167,7 +145,7 @@ bool isLoss(const Finding& finding) {
 }
 
 bool ImportedFile::isComplete() const {
-  return dipoles() > 0 && std::none_of(report.findings.begin(), report.findings.end(), isLoss);
+  return dipoles() > 0 && std::none_of(findings.begin(), findings.end(), isLoss);
 }
 
 int ImportedFile::dipoles() const {
@@ -178,10 +156,23 @@ int ImportedFile::dipoles() const {
   return count;
 }
 
-ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name) {
+void ImportedFile::repair(const Repairs& repairs) {
+  if (!source || repairs.isEmpty()) {
+    return;
+  }
+  RepairReport report = repairImport(*source, *set, 0, repairs);
+  repaired.insert(repaired.end(), report.told.begin(), report.told.end());
+  takeReport(*this, std::move(report.left));
+}
+
+ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name,
+                        const Repairs& repairs) {
   const CurrentFolderKept folder;
   const ModuleMessages messages;
-  ImportedFile file{path, format, nullptr, {}, {}, {}, {}};
+  ImportedFile file;
+  file.path = path;
+  file.name = name.empty() ? utf8Of(path) : name;
+  file.format = format;
   const CString full = fullPath(path);
   file.failure = whyUnreadable(full);
   if (file.failure.empty()) {
@@ -191,8 +182,10 @@ ImportedFile importFile(const CString& path, DipoleFormat format, const std::str
     file.set = std::make_unique<CDipoleFace9File>();
   }
   file.messages = messages.all();
-  if (file.failure.empty() && isText(format)) {
-    file.report = reportOf(file, full, name);
+  if (file.failure.empty() && isAudited(format)) {
+    file.source = sourceOf(full, format, file.messages, file.name);
+    takeReport(file, auditImport(*file.source, *file.set, 0));
+    file.repair(repairs);
   }
   return file;
 }

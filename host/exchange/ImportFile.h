@@ -5,18 +5,21 @@
 #include <afxwin.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "host/audit/FileAudit.h"
+#include "host/dipoles/UnknownValues.h"
 #include "host/exchange/FileKind.h"
+#include "host/exchange/ImportAudit.h"
 #include "host/exchange/ModuleMessages.h"
 #include "module/dipole.h"
 
 namespace host {
 
 struct ImportedFile {
-  CString path;  // as it was given
+  CString path;      // as it was given
+  std::string name;  // as findings give it, UTF-8
   DipoleFormat format = DipoleFormat::ctf;
   // Never null. Locations mm in the head frame (x left, y up, z front), latencies ms. Empty when there was a
   // failure; a file that was read may hold no dipoles either.
@@ -24,21 +27,28 @@ struct ImportedFile {
   std::string failure;  // UTF-8: why nothing came, such as "No such file or directory"; else empty
   std::vector<ModuleMessage> messages;  // of the module, in order
 
-  UnknownValues unknown;  // by slot of `set`, of a table
-  AuditReport report;     // of a text file, about the slots of `set`
+  std::optional<ImportSource> source;  // of a text file that was read
+  UnknownValues unknown;               // by slot of `set`
+  std::vector<Finding> findings;  // what the audit says of a text file, as it is now; about slots of `set`
+  std::vector<std::string> repaired;  // UTF-8, a sentence for each thing that repairs changed
 
   [[nodiscard]] int dipoles() const;  // slots of the set may be empty
   // Whether all dipoles of the file are there, but for those that the user's answers left out; one at least.
   [[nodiscard]] bool isComplete() const;
+
+  // Applies remedies to `set`, which nobody has changed since the import; a set or a table has none. Throws
+  // what an allocation throws.
+  void repair(const Repairs& repairs);
 };
 
 // Whether a finding tells of dipoles that are missing, other than by what the user answered.
 [[nodiscard]] bool isLoss(const Finding& finding);
 
-// Reads a file by the format given, whatever its name. The current folder stays. A file that cannot be opened
-// is told once, by `failure`: the module does not see it. Findings give the file's name as `name`, or as the
-// path when that is empty. Throws what an allocation throws, and std::runtime_error when memory ran out
-// within the module.
-[[nodiscard]] ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name = {});
+// Reads a file by the format given, whatever its name, audits it and applies the remedies that are wanted.
+// The current folder stays. A file that cannot be opened is told once, by `failure`: the module does not
+// see it. Findings give the file's name as `name`, or as the path when that is empty. Throws what an
+// allocation throws, and std::runtime_error when memory ran out within the module.
+[[nodiscard]] ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name = {},
+                                      const Repairs& repairs = {});
 
 }  // namespace host

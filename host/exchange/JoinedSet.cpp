@@ -4,7 +4,9 @@
 #include <cmath>
 #include <utility>
 
+#include "host/audit/HeadChecks.h"
 #include "host/dipoles/HeaderText.h"
+#include "host/dipoles/SetFiducials.h"
 #include "host/text/PathText.h"
 
 namespace host {
@@ -84,7 +86,9 @@ int JoinedSet::room() const {
 
 void JoinedSet::add(ImportedFile file) {
   const int first = nextSlot();
-  takeFindings(file, first);
+  for (Finding& finding : file.findings) {
+    takeFinding(std::move(finding), first);
+  }
   if (file.dipoles() == 0) {
     if (m_parts.empty() && file.failure.empty()) {
       m_set = std::move(file.set);  // what it says about the whole set, until a file brings dipoles
@@ -101,10 +105,18 @@ void JoinedSet::add(ImportedFile file) {
   for (int slot = 0; slot < count; ++slot) {
     m_unknown.markAll(first + slot, file.unknown.of(slot));
   }
-  const bool isText = file.format == DipoleFormat::ctf || file.format == DipoleFormat::msi;
   cutAt(*file.set, count);
-  numberFrom(*file.set, isText ? first : 0);
-  Part part{file.path, first, first + count, patientOf(*file.set), file.set->m_momentInNAm != 0};
+  numberFrom(*file.set, isAudited(file.format) ? first : 0);
+  if (std::optional<Finding> outside = findOutsideSphere(*file.set, 0, count, file.name)) {
+    takeFinding(std::move(*outside), first);
+  }
+  Part part{file.path,
+            file.name,
+            first,
+            first + count,
+            patientOf(*file.set),
+            file.set->m_momentInNAm != 0,
+            measuredPoints(*file.set)};
   if (m_parts.empty()) {
     m_set = std::move(file.set);
   } else {
@@ -113,14 +125,13 @@ void JoinedSet::add(ImportedFile file) {
   m_parts.push_back(std::move(part));
 }
 
-void JoinedSet::takeFindings(ImportedFile& file, int first) {
-  for (Finding& finding : file.report.findings) {
-    for (int& slot : finding.slots) {
-      slot += first;
-    }
-    std::erase_if(finding.slots, [](int slot) { return slot >= DipoleTable::capacity; });
-    m_findings.push_back(std::move(finding));
+// Of a file whose first dipole comes to that slot.
+void JoinedSet::takeFinding(Finding finding, int first) {
+  for (int& slot : finding.slots) {
+    slot += first;
   }
+  std::erase_if(finding.slots, [](int slot) { return slot >= DipoleTable::capacity; });
+  m_findings.push_back(std::move(finding));
 }
 
 void JoinedSet::append(const ImportedFile& file) {
@@ -142,6 +153,55 @@ std::vector<std::string> JoinedSet::patients() const {
     addPatient(names, part.patient);
   }
   return names;
+}
+
+std::vector<Finding> findingsBetween(std::span<const JoinedSet::Part> parts) {
+  std::vector<Finding> findings;
+  const auto take = [&](std::optional<Finding> finding) {
+    if (finding) {
+      findings.push_back(std::move(*finding));
+    }
+  };
+  std::vector<FilePatient> patients;
+  const JoinedSet::Part* measured = nullptr;
+  for (const JoinedSet::Part& part : parts) {
+    patients.push_back({part.name, part.patient});
+    if (part.points && measured != nullptr) {
+      take(findOtherHead(*part.points, part.name, *measured->points, measured->name));
+    }
+    measured = part.points && measured == nullptr ? &part : measured;
+  }
+  take(findSeveralPatients(patients));
+  return findings;
+}
+
+std::vector<Finding> otherHeads(std::span<const JoinedSet::Part> parts, const Fiducials& head) {
+  std::vector<Finding> findings;
+  for (const JoinedSet::Part& part : parts) {
+    if (auto other = part.points ? findOtherHead(*part.points, part.name, head) : std::nullopt) {
+      findings.push_back(std::move(*other));
+    }
+  }
+  return findings;
+}
+
+std::vector<Finding> findingsIn(const Head& head, const JoinedSet& joined) {
+  if (!head.isRegistered() || head.isPhantom || head.isAbsent) {
+    return {};
+  }
+  std::vector<Finding> findings = otherHeads(joined.parts(), *head.fiducials);
+  const int before = joined.before();
+  for (const JoinedSet::Part& part : joined.parts()) {
+    if (std::optional<Finding> outside =
+            findOutsideMri(joined.set(), part.firstSlot - before, part.endSlot - before, *head.volume,
+                           head.frame, part.name)) {
+      for (int& slot : outside->slots) {
+        slot += before;
+      }
+      findings.push_back(std::move(*outside));
+    }
+  }
+  return findings;
 }
 
 void addPatient(std::vector<std::string>& names, const std::string& patient) {

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "host/exchange/ImportFile.h"
+#include "host/head/Head.h"
 #include "module/dipole.h"
 
 namespace host {
@@ -15,10 +18,12 @@ class JoinedSet {
   // A file that brought dipoles, and which slots of the set are its.
   struct Part {
     CString path;
+    std::string name;  // as findings give it, UTF-8
     int firstSlot = 0;
-    int endSlot = 0;       // one past the last
-    std::string patient;   // see host/dipoles/HeaderText.h
-    bool isInNAm = false;  // whether it says that its moments are nAm
+    int endSlot = 0;                  // one past the last
+    std::string patient;              // see host/dipoles/HeaderText.h
+    bool isInNAm = false;             // whether it says that its moments are nAm
+    std::optional<Fiducials> points;  // see host/dipoles/SetFiducials.h, measuredPoints
   };
 
   // For a set that has so many dipoles already, or for none: slots and numbers count on from there.
@@ -34,11 +39,14 @@ class JoinedSet {
   [[nodiscard]] const std::vector<Part>& parts() const { return m_parts; }
   [[nodiscard]] std::vector<std::string> patients() const;  // whom the parts name, each once, in order
 
+  // How many dipoles the other set has already: the slots of the parts and of findings count on from there.
+  [[nodiscard]] int before() const { return m_before; }
   // How many more there is room for.
   [[nodiscard]] int room() const;
 
-  // What tables left open, and what the audits of the files found, about the slots behind those that the
-  // other set has.
+  // What the files left open, and what is to be said of them: what their audits found, and dipoles that lie
+  // outside of their head sphere (host/audit/HeadChecks.h). About the slots behind those that the other set
+  // has.
   [[nodiscard]] const UnknownValues& unknown() const { return m_unknown; }
   [[nodiscard]] const std::vector<Finding>& findings() const { return m_findings; }
   // Some files say that their moments are nAm, and some do not.
@@ -49,7 +57,7 @@ class JoinedSet {
   [[nodiscard]] int leftOut() const { return m_leftOut; }
 
  private:
-  void takeFindings(ImportedFile& file, int first);
+  void takeFinding(Finding finding, int first);
   void append(const ImportedFile& file);
 
   [[nodiscard]] int nextSlot() const;
@@ -63,6 +71,16 @@ class JoinedSet {
   std::vector<Finding> m_findings;
   std::vector<std::string> m_warnings;
 };
+
+// What the parts say of each other: several patients, other heads. Of one set, or of several.
+[[nodiscard]] std::vector<Finding> findingsBetween(std::span<const JoinedSet::Part> parts);
+
+// Those parts whose points are not those of the head.
+[[nodiscard]] std::vector<Finding> otherHeads(std::span<const JoinedSet::Part> parts, const Fiducials& head);
+
+// What the parts say in an MRI: dipoles outside of it, points of another head. Nothing in a head that is not
+// registered, nor in the phantom, which is nobody's. Slots are as in JoinedSet::findings.
+[[nodiscard]] std::vector<Finding> findingsIn(const Head& head, const JoinedSet& joined);
 
 // Adds a name to a list of patients, unless it is empty or there already.
 void addPatient(std::vector<std::string>& names, const std::string& patient);

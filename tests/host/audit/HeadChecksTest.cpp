@@ -28,14 +28,8 @@ class HeadChecks : public testing::Test {
     return host::findOutsideSphere(*set, 0, set->m_totalDipoles, "a.dip");
   }
 
-  static void setHead(CDipoleFace& set, double width) {
-    set.m_fiducialMri.setNasionf(128, 100, 230);
-    set.m_fiducialMri.setLeftEarf(228, 91, 106);
-    set.m_fiducialMri.setRightEarf(28, 91, 106);
-    set.m_fiducialCtf.setNasionf(0, 0, 100);
-    set.m_fiducialCtf.setLeftEarf(width / 2, 0, 0);
-    set.m_fiducialCtf.setRightEarf(-width / 2, 0, 0);
-  }
+  // Points in the head frame, the ears so far from each other.
+  static host::Fiducials wide(double width) { return {{0, 0, 100}, {width / 2, 0, 0}, {-width / 2, 0, 0}}; }
 
   std::unique_ptr<CDipoleFace9File> set = std::make_unique<CDipoleFace9File>();
 };
@@ -62,6 +56,9 @@ TEST_F(HeadChecks, ADipoleMoreThanTwentyMillimetresOutsideOfTheSphereIsDoubtful)
 TEST_F(HeadChecks, ASphereThatNoFileGaveSaysNothing) {
   set->m_bCtfSphereSet = 0;
   add(1, 300, 4);
+  EXPECT_FALSE(findOutsideSphere());
+  set->m_bCtfSphereSet = 1;  // a set file keeps that there was a sphere, but not the sphere
+  set->m_sphereCtf.m_radius = 0.0;
   EXPECT_FALSE(findOutsideSphere());
 }
 
@@ -105,27 +102,22 @@ TEST_F(HeadChecks, FilesThatNameDifferentPatientsAreDoubtful) {
 }
 
 TEST_F(HeadChecks, FiducialPointsOfAnotherHeadAreWrong) {
-  setHead(*set, 140);
-  EXPECT_FALSE(host::findOtherHead(*set, points, "a.dip"));
-  setHead(*set, 149);  // within 10 mm
-  EXPECT_FALSE(host::findOtherHead(*set, points, "a.dip"));
-  setHead(*set, 151);
-  const std::optional<Finding> finding = host::findOtherHead(*set, points, "a.dip");
+  EXPECT_FALSE(host::findOtherHead(wide(140), "a.dip", points));
+  EXPECT_FALSE(host::findOtherHead(wide(149), "a.dip", points));  // within 10 mm
+  const std::optional<Finding> finding = host::findOtherHead(wide(151), "a.dip", points);
   ASSERT_TRUE(finding);
   EXPECT_EQ(finding->code, FindingCode::otherHead);
   EXPECT_EQ(finding->severity, Severity::wrong);
+  EXPECT_EQ(finding->file, "a.dip");
+  EXPECT_TRUE(finding->sentence.starts_with("For this MRI the distances")) << finding->sentence;
   EXPECT_NE(finding->sentence.find("11 mm"), std::string::npos) << finding->sentence;
 }
 
-TEST_F(HeadChecks, TwoFilesOfDifferentHeadsAreWrongAndFilesWithoutPointsSayNothing) {
-  const auto other = std::make_unique<CDipoleFace9File>();
-  setHead(*set, 140);
-  EXPECT_FALSE(host::findOtherHead(*set, "a.dip", *other, "b.dip"));
-  EXPECT_FALSE(host::findOtherHead(*other, "b.dip", *set, "a.dip"));
-  setHead(*other, 155);
-  const std::optional<Finding> finding = host::findOtherHead(*set, "a.dip", *other, "b.dip");
+TEST_F(HeadChecks, TwoFilesOfDifferentHeadsAreWrong) {
+  EXPECT_FALSE(host::findOtherHead(wide(140), "a.dip", wide(149), "b.dip"));
+  const std::optional<Finding> finding = host::findOtherHead(wide(140), "a.dip", wide(155), "b.dip");
   ASSERT_TRUE(finding);
   EXPECT_EQ(finding->severity, Severity::wrong);
-  EXPECT_NE(finding->sentence.find("b.dip"), std::string::npos);
+  EXPECT_TRUE(finding->sentence.starts_with("Beside b.dip the distances")) << finding->sentence;
   EXPECT_EQ(finding->file, "a.dip");
 }

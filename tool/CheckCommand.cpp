@@ -1,0 +1,112 @@
+#include "tool/CheckCommand.h"
+
+#include <string>
+#include <vector>
+
+#include "tool/FindingTexts.h"
+#include "tool/ImportSession.h"
+#include "tool/Output.h"
+
+namespace tool {
+namespace {
+
+constexpr const char* help =
+    R"(Each file is read a second time, by this program's own reader, and compared with what the
+import made of it. A finding is wrong (what is shown is not what the file says), doubtful (the
+file leaves it open) or a note. Dipoles are named by their numbers within the file. Nothing is
+printed when there is nothing to say. --repair and --unit change what is imported, never the
+file; what is left is printed then. docs/audit.md explains the codes and the JSON.
+
+Examples:
+  dipole check spikes.dip
+  dipole check --json *.dip
+  dipole check --unit cm --repair all old.dip
+
+Codes:
+)";
+
+// Every file by itself, so that any number of files can be checked.
+class Check {
+ public:
+  explicit Check(const ImportChoices& choices) : m_choices(choices) {
+    m_choices.tellsFindings = false;  // they are the result
+  }
+
+  void look(const InputFile& file) {
+    const ImportSession session({file}, m_choices);
+    m_hasFailed = m_hasFailed || session.hasFailed();
+    m_files.push_back(file.name);
+    for (const host::Finding& finding : session.findings()) {
+      add(finding, session.collection());
+    }
+    for (const std::string& text : session.repaired()) {
+      m_repaired.push_back({{"file", file.name}, {"text", text}});
+    }
+    for (const std::string& cause : session.failures()) {
+      m_failed.push_back({{"file", file.name}, {"reason", cause}});
+    }
+    m_parts.insert(m_parts.end(), session.joined().parts().begin(), session.joined().parts().end());
+  }
+
+  void compareFiles() {
+    const CDipoleFace none;
+    for (const host::Finding& finding : host::findingsBetween(m_parts)) {
+      add(finding, none);
+    }
+  }
+
+  int exitCode() const { return m_hasFailed || m_wrongLeft > 0 ? exitFailure : exitDone; }
+  const std::string& text() const { return m_text; }
+  Json json() const {
+    return {{"files", m_files},
+            {"findings", m_findings},
+            {"repaired", m_repaired},
+            {"failed", m_failed},
+            {"wrong_left", m_wrongLeft}};
+  }
+
+ private:
+  void add(const host::Finding& finding, const CDipoleFace& set) {
+    const bool isAccepted = m_choices.accepts(finding);
+    m_wrongLeft += finding.severity == host::Severity::wrong && !isAccepted ? 1 : 0;
+    m_text += findingReport(finding, set, isAccepted);
+    m_findings.push_back(findingJson(finding, set, isAccepted));
+  }
+
+  ImportChoices m_choices;
+  std::vector<host::JoinedSet::Part> m_parts;
+  std::vector<std::string> m_files;
+  Json m_findings = Json::array();
+  Json m_repaired = Json::array();
+  Json m_failed = Json::array();
+  std::string m_text;
+  int m_wrongLeft = 0;
+  bool m_hasFailed = false;
+};
+
+}  // namespace
+
+CheckCommand::CheckCommand(CLI::App& program)
+    : m_command(
+          program.add_subcommand("check", "Tell what of the files arrives otherwise than they say it")) {
+  m_command->footer(help + codesHelp());
+  m_import.addTo(*m_command);
+  m_command->add_flag("--json", m_json, "JSON");
+}
+
+int CheckCommand::run() const {
+  setQuiet(true);
+  Check check(m_import.choices());
+  for (const InputFile& file : m_import.files()) {
+    check.look(file);
+  }
+  check.compareFiles();
+  if (m_json) {
+    writeResult(check.json());
+  } else {
+    writeResult(check.text());
+  }
+  return check.exitCode();
+}
+
+}  // namespace tool
