@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/dipoles/HeaderText.h"
+#include "host/dipoles/ValueColors.h"
 #include "tool/Text.h"
 
 namespace tool {

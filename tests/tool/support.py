@@ -144,14 +144,14 @@ SPHERE = "MEG_Sphere\n{\nORIGIN_X: 0.0\nORIGIN_Y: 0.0\nORIGIN_Z: 5.0\nRADIUS: 8.
 def dipole_file(rows, head=SPHERE):
     """A dipole file with one section; each row is (x, y, z in cm, moment, label)."""
     lines = ["%d: %s %s %s 0 0 1 %s %s" % ((number,) + tuple(row)) for number, row in enumerate(rows, 1)]
-    return head + "Dipoles\n{\n// xp (cm) yp (cm) zp (cm) Mom(nAm)\n" + "\n".join(lines) + "\n}\n"
+    return head + "Dipoles\n{\n// xp (cm) yp (cm) zp (cm) xo yo zo Mom(nAm) Label\n" + "\n".join(lines) + "\n}\n"
 
 
 def moving_file(*sections):
     """Moving-dipole sections; each is a list of (latency in s, x, y, z in cm)."""
     text = SPHERE
     for rows in sections:
-        text += "Fit_Results\n{\n// Latency (s) xp (cm) Mom(nAm)\n"
+        text += "Fit_Results\n{\n// Trial Sample Latency (s) xp (cm) yp (cm) zp (cm) xo yo zo Mom(nAm) Err(%) Label\n"
         for number, row in enumerate(rows, 1):
             place = "\t".join(str(value) for value in row)
             text += "%d:\t1\t%d\t%s\t0\t0\t1\t20\t5.5\tm%d\n" % (number, number, place, number)

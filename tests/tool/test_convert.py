@@ -98,7 +98,7 @@ class Examples(ConvertTest):
 
     def output(self, name, ending):
         path = self.path("out" + ending)
-        self.convert("--yes", example(name), path)
+        self.convert("--yes", "--accept=moving-columns", example(name), path)
         return path
 
     def test_tables_hold_every_value(self):

@@ -169,9 +169,10 @@ class Warnings(DrawTest):
         self.assertIn("dipole: 3D picture: 1 switched off\n", scene.err)
 
     def test_another_head_is_told(self):
-        warning = "dipole: warning: the distances between the fiducial points differ by 12 mm"
+        warning = "wrong (other-head): For this MRI the distances between the fiducial points differ by 12 mm"
         files, own = [example("auditory.dip")], example("ch2.fiducials")
-        self.assertIn(warning, self.draw_files(files).err)
+        self.assertIn(warning, self.draw_files(files, code=1).err)
+        self.assertIn(warning, self.draw_files(files, "--accept", "other-head").err)
         self.assertNotIn("same head", self.draw_files(files, fiducials=own).err)
 
     def test_a_volume_that_does_not_state_its_sides_is_told(self):
@@ -228,7 +229,7 @@ class Choices(DrawTest):
     def test_a_dipole_without_a_place_does_not_block_the_slices_of_default(self):
         rows = [(0, "nan", 3, 900, "lost"), (0, 5, 3, 7, "a")]
         path = self.write("n.dip", dipole_file(rows))
-        result = self.draw_files([path], "--mm-per-pixel", "2")
+        result = self.draw_files([path], "--mm-per-pixel", "2", "--accept", "lost-rows")
         self.assertIn("Sagittal slice at x = 50.0 mm (left): dipoles: 1 of 2 on this slice", result.err)
         self.assertIn("warning: Sagittal slice at x = 50.0 mm (left): 1 dipole without a valid location",
                       result.err)

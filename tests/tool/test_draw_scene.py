@@ -103,7 +103,7 @@ class Reports(SceneTest):
         self.assertGreater(len(picture.pixels(is_yellow)), 50)
 
     def test_a_dipole_without_a_place_is_told(self):
-        _, result = self.draw([(0, 3, 3), (0, "nan", 3)])
+        _, result = self.draw([(0, 3, 3), (0, "nan", 3)], "--accept", "lost-rows")
         self.assertIn("dipole: warning: 3D picture: 1 dipole without a valid location\n", result.err)
         self.assertIn("dipoles: 1 of 2\n", result.err)
 
@@ -115,7 +115,7 @@ class Reports(SceneTest):
                 self.assertIn("dipoles: %d of %d\n" % (shown, count), result.err)
 
     def test_another_head_is_told(self):
-        result = self.succeed("draw", example("auditory.dip"), "--3d", "--mri", grey_head(), "--fiducials",
+        result = self.end_with(1, "draw", example("auditory.dip"), "--3d", "--mri", grey_head(), "--fiducials",
                               LEFT_FIRST, "-o", self.path("out.png"))
         self.assertIn("is this the same head?", result.err)
 

@@ -42,7 +42,8 @@ class Info(ToolTest):
 
     def test_ranges_leave_out_what_is_not_a_number(self):
         path = self.write("n.dip", dipole_file([("nan", 2, 3, 7, "a"), (1, 2, 3, 7, "b")]))
-        self.assertEqual(self.info(path)[0]["z_mm"], [10, 10])
+        entry, = json.loads(self.end_with(1, "info", "--json", path).out)
+        self.assertEqual(entry["z_mm"], [10, 10])
 
     def test_text_of_an_example(self):
         out = self.succeed("info", example("auditory.dip")).out

@@ -110,11 +110,11 @@ class Values(ToolTest):
 
     def test_what_is_no_number_is_told(self):
         path = self.write("n.dip", dipole_file([("nan", 2, 3, "inf", "a")]))
-        dipole = dipoles_of(self.succeed("list", "--json", path).out)[0]
+        dipole = dipoles_of(self.end_with(1, "list", "--json", path).out)[0]
         self.assertEqual(dipole["position_mm"], [20, 30, "nan"])
         self.assertEqual(dipole["moment"], "inf")
-        self.assertIn(",nan,", self.succeed("list", "--csv", path).out)
-        self.assertIn("inf", self.succeed("list", path).out)
+        self.assertIn(",nan,", self.end_with(1, "list", "--csv", path).out)
+        self.assertIn("inf", self.end_with(1, "list", path).out)
 
 
 class Texts(ToolTest):
@@ -124,7 +124,7 @@ class Texts(ToolTest):
         self.assertEqual(listed["dipoles"][0]["label"], "Höhe_µ")
         lines = self.succeed("list", path).out.split("\n")
         self.assertEqual([line[line.index("7.00"):] for line in lines[1:3]],
-                         ["7.00     0.20  Höhe_µ     yes", "7.00     0.20  b          yes"])
+                         ["7.00        -  Höhe_µ     yes", "7.00        -  b          yes"])
 
     def test_commas_and_quotes_are_quoted_in_csv(self):
         path = self.write("q.dip", dipole_file([(1, 2, 3, 7, 'say"a,b"')]))
@@ -190,7 +190,7 @@ class Large(ToolTest):
     def test_30000_dipoles_arrive(self):
         path = self.make(30000)
         result = self.succeed("list", "--json", path)
-        self.assertEqual(result.err, "dipole: Total imported dipoles:30000 (0-30000)\n")
+        self.assertEqual(result.err, "dipole: %s: Total imported dipoles:30000 (0-30000)\n" % path)
         dipoles = dipoles_of(result.out)
         expected = expected_dipoles(path)
         self.assertEqual(len(dipoles), 30000)
@@ -202,7 +202,7 @@ class Large(ToolTest):
     def test_the_30001st_is_reported_missing(self):
         path = self.make(30001)
         result = self.end_with(1, "list", "--csv", path)
-        self.assertIn("dipole: No dipole space\n", result.err)
+        self.assertIn("dipole: %s: No dipole space\n" % path, result.err)
         self.assertIn("wrong (lost-rows): 1 row of dipoles did not come: a set has room for 30000 dipoles.\n",
                       result.err)
         self.assertEqual(result.out.count("\n"), 30001)

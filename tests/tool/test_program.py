@@ -126,13 +126,14 @@ class Files(ToolTest):
         paths = [self.write("%s_%03d.dip" % ("n" * 100, number), text) for number in range(500)]
         result = self.succeed("list", "--csv", *paths)
         self.assertEqual(result.out.count("\n"), 501)
-        self.assertEqual(result.err, "dipole: Total imported dipoles:1 (0-1)\n" * 500)
+        for path in paths:
+            self.assertIn("dipole: %s: Total imported dipoles:1 (0-1)\n" % path, result.err)
         numbers = [line.split(",")[0] for line in result.out.splitlines()[1:]]
         self.assertEqual(numbers, [str(number) for number in range(1, 501)])
 
     def test_files_of_different_patients_are_told(self):
         result = self.succeed("list", example("auditory.dip"), example("spikes.dip"))
-        self.assertIn("warning: the files name different patients\n", result.err)
+        self.assertIn("doubtful (several-patients): The files name different patients: EXAMPLE_AUDITORY", result.err)
         self.assertNotIn("warning", self.succeed("list", example("spikes.dip"), example("spikes.dip")).err)
         nobody = self.write("nobody.dip", dipole_file([(1, 2, 3, 7, "a")]))
         self.assertNotIn("patients", self.succeed("list", nobody, example("spikes.dip")).err)

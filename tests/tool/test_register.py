@@ -10,6 +10,7 @@ from support import ToolTest, dipole_file, example, single, with_output
 
 POINTS = {"nasion": [110.5, 120.25, 200.0], "left": [180.0, 110.0, 108.5], "right": [41.0, 112.0, 111.0]}
 GIVEN = " ".join(",".join(str(value) for value in POINTS[name]) for name in ("nasion", "left", "right"))
+ELSEWHERE = ("--accept", "other-head", "--fiducials", GIVEN)  # no head of the examples
 DIMENSION, VOXEL = [200, 256, 220], [1.0, 0.9, 1.1]
 
 
@@ -50,7 +51,7 @@ class Register(ToolTest):
     def test_points_angles_and_sphere(self):
         wanted = registration(POINTS, DIMENSION, VOXEL)
         for rotate in ([], ["--rotate"]):
-            found = self.document(example("auditory.dip"), "--fiducials", GIVEN, *self.volume(),
+            found = self.document(example("auditory.dip"), *ELSEWHERE, *self.volume(),
                                   *rotate)["registration"]
             self.assertEqual(found["nasion_mm"], wanted["nasion"])
             self.assertEqual(found["left_ear_mm"], wanted["left"])
@@ -65,8 +66,8 @@ class Register(ToolTest):
     def test_points_from_a_file_are_the_same(self):
         lines = ["%s %s %s %s\n" % (name, *POINTS[name]) for name in POINTS]
         path = self.write("p.fiducials", "".join(lines))
-        self.assertEqual(self.document(example("auditory.dip"), "--fiducials", path, *self.volume()),
-                         self.document(example("auditory.dip"), "--fiducials", GIVEN, *self.volume()))
+        self.assertEqual(self.document(example("auditory.dip"), "--accept", "other-head", "--fiducials", path, *self.volume()),
+                         self.document(example("auditory.dip"), *ELSEWHERE, *self.volume()))
 
     def test_without_points_those_of_the_file_are_taken_as_voxels(self):
         # As `dipole info` shows them.
@@ -83,12 +84,12 @@ class Register(ToolTest):
         with open(self.path("plain.json"), encoding="utf-8") as file:
             plain = json.load(file)
         for rotate in ([], ["--rotate"]):
-            found = self.document(example("spikes.dip"), "--fiducials", GIVEN, *rotate)
+            found = self.document(example("spikes.dip"), *ELSEWHERE, *rotate)
             self.assertEqual(found["dipoles"], plain["dipoles"])
 
     def test_a_set_file_holds_the_registration(self):
         wanted = registration(POINTS, DIMENSION, VOXEL)
-        found = self.old_set(example("auditory.dip"), "--fiducials", GIVEN, *self.volume())
+        found = self.old_set(example("auditory.dip"), *ELSEWHERE, *self.volume())
         points = found["head_points"]
         self.assertEqual([point["at"] for point in points[:3]],
                          [wanted["nasion"], wanted["left"], wanted["right"]])
@@ -124,7 +125,7 @@ class Register(ToolTest):
     def test_wrong_arguments_end_with_2(self):
         for arguments in (["--dimension", "256,256"], ["--dimension", "0,1,1"], ["--dimension", "1.5,1,1"],
                           ["--voxel", "1,1,1,"], ["--voxel", "a,1,1"], ["--voxel", "nan,1,1"],
-                          ["--by-sphere", "--rotate"], ["--by-sphere", "--fiducials", GIVEN]):
+                          ["--by-sphere", "--rotate"], ["--by-sphere", *ELSEWHERE]):
             self.register(example("auditory.dip"), *arguments, self.path("o.json"), code=2)
 
 
