@@ -98,11 +98,11 @@ Image pageOf(const Image& content, const PageTexts& texts, double scale) {
 }
 
 Image fourPanes(const Image& axial, const Image& coronal, const Image& sagittal, const Image& scene,
-                PageTexts texts) {
-  constexpr int gap = 4;  // between the panes
+                PageTexts texts, double scale) {
+  const int gap = scaledPixels(4.0, scale);  // between the panes
   texts.notes.push_back({radiologicalNote, quietInk});
   texts.notes.push_back({headFrameNote, quietInk});
-  return pageOf(gridOf({{axial, coronal}, {sagittal, scene}}, gap), texts);
+  return pageOf(gridOf({{axial, coronal}, {sagittal, scene}}, gap), texts, scale);
 }
 
 }  // namespace host

@@ -35,6 +35,6 @@ inline constexpr const char* headFrameNote =
 
 // A viewer's panes: axial and coronal above, sagittal and 3D below, and how to read them.
 [[nodiscard]] Image fourPanes(const Image& axial, const Image& coronal, const Image& sagittal,
-                              const Image& scene, PageTexts texts);
+                              const Image& scene, PageTexts texts, double scale = 1.0);
 
 }  // namespace host

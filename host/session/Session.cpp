@@ -52,7 +52,8 @@ Session::Session(CDipoleFace9File& dipoles)
       m_crosshair(amidTheBrain),
       m_history(dipoles),
       m_savedState(m_history.state()),
-      m_recentSets(systemRule()) {
+      m_recentSets(systemRule()),
+      m_recentHeads(systemRule()) {
   resetView();
 }
 
@@ -76,8 +77,18 @@ void Session::setHead(Head head, std::string notice) {
 
 void Session::openMri(const CString& path) {
   withinMemory([&] {
-    OpenedHead opened = openHead(path);
-    setHead(std::move(opened.head), std::move(opened.notice));
+    const CString full = fullPath(path);
+    try {
+      RecentFiles recent = m_recentHeads;
+      recent.add(full);
+      OpenedHead opened = openHead(full);
+      setHead(std::move(opened.head), std::move(opened.notice));
+      m_recentHeads = std::move(recent);
+    } catch (const std::runtime_error&) {
+      if (!isThere(full))
+        m_recentHeads.remove(full);
+      throw;
+    }
   });
 }
 

@@ -124,6 +124,7 @@ class Session {
   // again.
   [[nodiscard]] bool isUnsaved() const;
   RecentFiles& recentSets() { return m_recentSets; }
+  RecentFiles& recentHeads() { return m_recentHeads; }
 
   // Values that are unknown from now on, by slots, beside those that are already; for noteChange to take note
   // of. They follow their dipoles, see host/dipoles/UnknownDipoles.h. Throws.
@@ -162,6 +163,7 @@ class Session {
   bool m_isUncertain = false;  // there was no memory to look for a change
   CString m_setPath;
   RecentFiles m_recentSets;
+  RecentFiles m_recentHeads;
   std::optional<ValueColors> m_colours;
   std::optional<DipoleValue> m_coloursOf;
 };

@@ -1,14 +1,16 @@
 #include "host/viewer/MainFrame.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "host/text/Utf8.h"
+#include "host/viewer/ScreenScale.h"
 
 namespace host {
 
 namespace {
 
-constexpr int gap = 2;  // pixels between the panes
+constexpr int paneGap = 2;  // between the panes, pixels at 96 dots per inch
 constexpr COLORREF gapColour = RGB(64, 70, 80);
 
 // How long the module must be quiet before what it did without telling becomes a step that can be undone.
@@ -45,6 +47,7 @@ ON_COMMAND(ID_FILE_EXPORT_CSV, &MainFrame::OnExportCsv)
 ON_COMMAND(ID_FILE_SAVE_PICTURE, &MainFrame::OnSavePicture)
 ON_COMMAND(ID_FILE_EXIT, &MainFrame::OnExit)
 ON_COMMAND_RANGE(ID_FILE_RECENT_FIRST, ID_FILE_RECENT_LAST, &MainFrame::OnRecent)
+ON_COMMAND_RANGE(ID_FILE_RECENT_MRI_FIRST, ID_FILE_RECENT_MRI_LAST, &MainFrame::OnRecentMri)
 ON_UPDATE_COMMAND_UI(ID_FILE_EXPORT_TEXT, &MainFrame::OnUpdateWithDipoles)
 ON_UPDATE_COMMAND_UI(ID_FILE_EXPORT_CSV, &MainFrame::OnUpdateWithDipoles)
 
@@ -191,6 +194,8 @@ BOOL MainFrame::OnCommand(WPARAM wParam, LPARAM lParam) {
 
 // The module's editor changes dipoles without a word when it is left.
 LRESULT MainFrame::OnActivate(WPARAM state, LPARAM /*other*/) {
+  if (LOWORD(state) == WA_INACTIVE && ::IsChild(m_hWnd, ::GetFocus()) != FALSE)
+    m_focusBefore = ::GetFocus();
   if (LOWORD(state) != WA_INACTIVE && m_session != nullptr && m_statusBar.m_hWnd != nullptr) {
     repaintPanes();
     showStatus();
@@ -209,6 +214,7 @@ void MainFrame::OnTimer(UINT_PTR id) {
 void MainFrame::onIdle() {
   if (m_session == nullptr)
     return;
+  m_panel.bringFocusIntoView();
   if (m_dipoles->getCurrentDipole() != m_followed || m_dipoles->m_currentDipole != m_followedSlot)
     followCurrentDipole();
 }
@@ -222,8 +228,13 @@ void MainFrame::followCurrentDipole() {
 }
 
 PaneContents MainFrame::paneContents() {
-  return {*m_dipoles,          m_session->head(),    m_session->view(),        m_session->crosshair(),
-          m_session->window(), m_session->colours(), m_session->placedPoints()};
+  m_viewOnScreen = m_session->view();
+  m_viewOnScreen.glyphPixels = onScreen(m_viewOnScreen.glyphPixels);
+  PaneContents contents = {
+      *m_dipoles,          m_session->head(),    m_viewOnScreen,           m_session->crosshair(),
+      m_session->window(), m_session->colours(), m_session->placedPoints()};
+  contents.scale = screenScale();
+  return contents;
 }
 
 void MainFrame::moveCrosshair(const Vector3& head) {
@@ -264,7 +275,7 @@ void MainFrame::layOut() {
   m_statusBar.GetWindowRect(&bar);
   const int height = area.Height() - bar.Height();
   const bool hasPanel = m_panel.IsWindowVisible() != FALSE;
-  const int panelWidth = hasPanel ? m_panel.width() : 0;
+  const int panelWidth = hasPanel ? m_panel.widthFor(height) : 0;
   const int width = area.Width() - panelWidth;
   if (hasPanel)
     m_panel.MoveWindow(width, 0, panelWidth, height);
@@ -272,6 +283,7 @@ void MainFrame::layOut() {
                                   -1};
   m_statusBar.SendMessage(SB_SETPARTS, statusParts, reinterpret_cast<LPARAM>(edges));
 
+  const int gap = onScreen(paneGap);
   const int paneWidth = (width - 3 * gap) / 2;
   const int paneHeight = (height - 3 * gap) / 2;
   for (int number = 0; number < paneCount; ++number) {
@@ -295,7 +307,7 @@ void MainFrame::OnSize(UINT /*type*/, int /*width*/, int /*height*/) {
 }
 
 void MainFrame::OnGetMinMaxInfo(MINMAXINFO* info) {
-  info->ptMinTrackSize = CPoint(640, 480);
+  info->ptMinTrackSize = CPoint(onScreen(640), onScreen(480));
 }
 
 // The module asks for this window to be painted when something has changed.
@@ -338,20 +350,27 @@ bool MainFrame::tell(const std::exception& problem) {
   return false;
 }
 
+// The keyboard returns to where it was before another window had it.
 void MainFrame::OnSetFocus(CWnd* /*before*/) {
+  if (::IsChild(m_hWnd, m_focusBefore) != FALSE && ::IsWindowVisible(m_focusBefore) != FALSE) {
+    ::SetFocus(m_focusBefore);
+    return;
+  }
   pane(m_singlePane < 0 ? 0 : m_singlePane).SetFocus();
 }
 
 // The wheel turns what the pointer is over, whatever has the keyboard.
 BOOL MainFrame::OnMouseWheel(UINT flags, short delta, CPoint at) {
-  for (const auto& window : m_panes) {
+  const auto turn = [&](CWnd& window) {
     CRect place;
-    window->GetWindowRect(&place);
-    if (window->IsWindowVisible() != FALSE && place.PtInRect(at) != FALSE) {
-      window->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(flags, delta), MAKELPARAM(at.x, at.y));
-      return TRUE;
-    }
-  }
+    window.GetWindowRect(&place);
+    const bool isMeant = window.IsWindowVisible() != FALSE && place.PtInRect(at) != FALSE;
+    if (isMeant)
+      window.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(flags, delta), MAKELPARAM(at.x, at.y));
+    return isMeant;
+  };
+  if (!turn(m_panel))
+    std::any_of(m_panes.begin(), m_panes.end(), [&](const auto& window) { return turn(*window); });
   return TRUE;
 }
 

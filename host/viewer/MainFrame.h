@@ -104,8 +104,8 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   afx_msg void OnExportCsv();
   afx_msg void OnSavePicture();
   afx_msg void OnRecent(UINT id);
+  afx_msg void OnRecentMri(UINT id);
   afx_msg void OnExit();
-  void showRecent(CMenu& menu);
   void readRecent();
   void writeRecent();
 
@@ -169,7 +169,9 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   std::array<std::unique_ptr<PaneWindow>, paneCount> m_panes;
   SceneWindow* m_scene = nullptr;  // the last of the panes
   ViewPanel m_panel;
+  ViewSettings m_viewOnScreen;  // the session's, in pixels of this screen
   CWnd m_statusBar;
+  HWND m_focusBefore = nullptr;            // in this window, when another one was activated
   int m_singlePane = -1;                   // the pane that is shown alone
   const CDipoleszq* m_followed = nullptr;  // the current dipole that the crosshair went to
   int m_followedSlot = -1;

@@ -12,6 +12,8 @@
 #include "host/text/Utf8.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/ProgressWindow.h"
+#include "host/viewer/RecentMenu.h"
+#include "host/viewer/ScreenScale.h"
 
 namespace host {
 
@@ -24,7 +26,8 @@ constexpr LPCTSTR dipoleFilter =
     _T("CTF dipole files (*.dip)|*.dip|4D/MSI dipole tables (*.txt)|*.txt|")
     _T("Tables (*.csv; *.tsv; *.json)|*.csv;*.tsv;*.json|All files (*.*)|*.*||");
 
-constexpr LPCTSTR recentSection = _T("Recent Dipole Sets");
+constexpr RecentMenu setMenu{_T("Recent Dipole Sets"), ID_FILE_RECENT_FIRST, ID_FILE_NO_RECENT};
+constexpr RecentMenu headMenu{_T("Recent MRI"), ID_FILE_RECENT_MRI_FIRST, ID_FILE_NO_RECENT_MRI};
 
 // A list for a message box: of many lines the first ones, so that the box fits the screen.
 CString listed(const std::vector<CString>& lines) {
@@ -118,6 +121,7 @@ bool MainFrame::openMri(const CString& path) {
     isOpen = tell(problem);
   }
   ::SetCursor(before);
+  writeRecent();
   showEverywhere();
   if (isOpen && !m_session->notice().empty())
     AfxMessageBox(fromUtf8(m_session->notice()), MB_ICONINFORMATION);
@@ -289,7 +293,8 @@ Image MainFrame::currentPicture() {
   texts.settings = {utf8Of(statusText(dipolePart)), utf8Of(statusText(countPart))};
   if (const std::string mismatch = m_session->headMismatch(); !mismatch.empty())
     texts.wrong.push_back(mismatch);
-  return fourPanes(pane(0).picture(), pane(1).picture(), pane(2).picture(), pane(3).picture(), texts);
+  return fourPanes(pane(0).picture(), pane(1).picture(), pane(2).picture(), pane(3).picture(), texts,
+                   screenScale());
 }
 
 void MainFrame::OnSavePicture() {
@@ -312,6 +317,12 @@ void MainFrame::OnRecent(UINT id) {
     openSet(path);
 }
 
+void MainFrame::OnRecentMri(UINT id) {
+  const std::size_t number = id - ID_FILE_RECENT_MRI_FIRST;
+  if (number < m_session->recentHeads().paths().size())
+    openMri(CString(m_session->recentHeads().paths()[number]));
+}
+
 void MainFrame::OnExit() {
   SendMessage(WM_CLOSE);
 }
@@ -327,48 +338,26 @@ BOOL MainFrame::OnQueryEndSession() {
   return !isBusy() && mayDropChanges() ? TRUE : FALSE;
 }
 
-// The recent sets stand in the menu only while it is open: the submenu is filled anew each time.
-void MainFrame::showRecent(CMenu& menu) {
-  while (menu.GetMenuItemCount() > 0)
-    menu.DeleteMenu(0, MF_BYPOSITION);
-  UINT id = ID_FILE_RECENT_FIRST;
-  for (const CString& path : m_session->recentSets().paths()) {
-    CString text;
-    text.Format(_T("&%u  "), id - ID_FILE_RECENT_FIRST + 1);
-    CString shown = path;
-    shown.Replace(_T("&"), _T("&&"));
-    menu.AppendMenu(MF_STRING, id++, text + shown);
-  }
-  if (m_session->recentSets().paths().empty())
-    menu.AppendMenu(MF_STRING | MF_GRAYED, ID_FILE_NO_RECENT, _T("(none)"));
-}
-
 void MainFrame::OnInitMenuPopup(CMenu* menu, UINT index, BOOL systemMenu) {
   if (!isBusy())
     noteQuietChange();  // the menu names the last change
   const UINT first = menu == nullptr ? 0 : menu->GetMenuItemID(0);
-  if (systemMenu == FALSE && (first == ID_FILE_NO_RECENT || first == ID_FILE_RECENT_FIRST))
-    showRecent(*menu);
+  if (systemMenu == FALSE && setMenu.beginsWith(first))
+    setMenu.show(*menu, m_session->recentSets());
+  else if (systemMenu == FALSE && headMenu.beginsWith(first))
+    headMenu.show(*menu, m_session->recentHeads());
   else
     CFrameWnd::OnInitMenuPopup(menu, index, systemMenu);
 }
 
 void MainFrame::readRecent() {
-  for (int number = static_cast<int>(RecentFiles::most); number > 0; --number) {
-    CString entry;
-    entry.Format(_T("File%d"), number);
-    m_session->recentSets().add(AfxGetApp()->GetProfileString(recentSection, entry));
-  }
+  setMenu.read(m_session->recentSets());
+  headMenu.read(m_session->recentHeads());
 }
 
 void MainFrame::writeRecent() {
-  const std::vector<CString>& paths = m_session->recentSets().paths();
-  for (std::size_t number = 0; number < RecentFiles::most; ++number) {
-    CString entry;
-    entry.Format(_T("File%u"), static_cast<unsigned>(number + 1));
-    AfxGetApp()->WriteProfileString(recentSection, entry,
-                                    number < paths.size() ? paths[number].GetString() : nullptr);
-  }
+  setMenu.write(m_session->recentSets());
+  headMenu.write(m_session->recentHeads());
 }
 
 }  // namespace host

@@ -5,13 +5,14 @@
 #include <exception>
 
 #include "host/text/Utf8.h"
+#include "host/viewer/ScreenScale.h"
 
 namespace host {
 
 namespace {
 
 constexpr COLORREF focusEdge = RGB(90, 150, 230);
-constexpr int clickReach = 3;  // pixels that a hand may tremble
+constexpr int clickReach = 3;  // that a hand may tremble, pixels at 96 dots per inch
 
 bool isDown(int key) {
   return ::GetKeyState(key) < 0;
@@ -165,7 +166,8 @@ void PaneWindow::OnMouseMove(UINT /*flags*/, CPoint at) {
   const CPoint by(at.x - m_last.x, at.y - m_last.y);
   if (m_drag == Drag::none || (by.x == 0 && by.y == 0))
     return;
-  m_isMoved = m_isMoved || std::abs(at.x - m_from.x) > clickReach || std::abs(at.y - m_from.y) > clickReach;
+  const int reach = onScreen(clickReach);
+  m_isMoved = m_isMoved || std::abs(at.x - m_from.x) > reach || std::abs(at.y - m_from.y) > reach;
   if (!m_isMoved)
     return;
   m_last = at;

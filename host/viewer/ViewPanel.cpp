@@ -12,6 +12,7 @@
 #include "host/dipoles/SetSwitches.h"
 #include "host/text/Numbers.h"
 #include "host/viewer/ColorChoices.h"
+#include "host/viewer/ScreenScale.h"
 
 namespace host {
 
@@ -25,6 +26,8 @@ constexpr int smallestGlyph = 3;  // pixels
 constexpr int largestGlyph = 31;
 constexpr int smallestBall = 2;  // half mm
 constexpr int largestBall = 16;
+
+constexpr int lineHeight = 16;  // pixels at 96 dots per inch, of a step of the scroll bar
 
 CString textOf(double value) {
   std::array<char, 32> digits{};
@@ -93,7 +96,10 @@ std::optional<double>* limitOf(DipoleFilter& filter, UINT field) {
 }  // namespace
 
 BEGIN_MESSAGE_MAP(ViewPanel, CDialog)
+ON_WM_SIZE()
 ON_WM_HSCROLL()
+ON_WM_VSCROLL()
+ON_WM_MOUSEWHEEL()
 ON_CBN_SELCHANGE(IDC_COLOR_BY, &ViewPanel::OnColorBy)
 ON_BN_CLICKED(IDC_FILTER_CLEAR, &ViewPanel::OnClearFilter)
 ON_CONTROL_RANGE(BN_CLICKED, ID_VIEW_SHOW_DIPOLES, ID_VIEW_LEGEND, &ViewPanel::OnSwitch)
@@ -107,6 +113,7 @@ BOOL ViewPanel::createIn(CWnd* frame) {
 
 BOOL ViewPanel::OnInitDialog() {
   CDialog::OnInitDialog();
+  GetClientRect(&m_whole);
   SendDlgItemMessage(IDC_TOLERANCE, TBM_SETRANGE, TRUE, MAKELPARAM(0, allDepths));
   SendDlgItemMessage(IDC_GLYPH_SIZE, TBM_SETRANGE, TRUE, MAKELPARAM(smallestGlyph, largestGlyph));
   SendDlgItemMessage(IDC_BALL_SIZE, TBM_SETRANGE, TRUE, MAKELPARAM(smallestBall, largestBall));
@@ -116,10 +123,77 @@ BOOL ViewPanel::OnInitDialog() {
   return FALSE;  // the focus stays where it is
 }
 
-int ViewPanel::width() const {
+int ViewPanel::widthFor(int height) const {
+  return m_whole.Width() + (height < m_whole.Height() ? ::GetSystemMetrics(SM_CXVSCROLL) : 0);
+}
+
+// The system takes the scroll bar away when everything is in sight.
+void ViewPanel::OnSize(UINT /*type*/, int /*width*/, int height) {
+  const SCROLLINFO info = {
+      sizeof info, SIF_RANGE | SIF_PAGE, 0, m_whole.Height() - 1, static_cast<UINT>(height), 0, 0};
+  ::SetScrollInfo(m_hWnd, SB_VERT, &info, TRUE);
+  scrollTo(m_top);
+}
+
+void ViewPanel::scrollTo(int top) {
+  CRect area;
+  GetClientRect(&area);
+  const int wanted = std::clamp(top, 0, (std::max)(0, m_whole.Height() - area.Height()));
+  if (wanted == m_top)
+    return;
+  ::ScrollWindow(m_hWnd, 0, m_top - wanted, nullptr, nullptr);
+  m_top = wanted;
+  const SCROLLINFO info = {sizeof info, SIF_POS, 0, 0, 0, m_top, 0};
+  ::SetScrollInfo(m_hWnd, SB_VERT, &info, TRUE);
+}
+
+void ViewPanel::OnVScroll(UINT code, UINT /*position*/, CScrollBar* /*control*/) {
+  SCROLLINFO info = {sizeof info, SIF_ALL, 0, 0, 0, 0, 0};
+  ::GetScrollInfo(m_hWnd, SB_VERT, &info);
+  const int page = static_cast<int>(info.nPage);
+  switch (code) {
+    case SB_LINEUP:
+      return scrollTo(m_top - onScreen(lineHeight));
+    case SB_LINEDOWN:
+      return scrollTo(m_top + onScreen(lineHeight));
+    case SB_PAGEUP:
+      return scrollTo(m_top - page);
+    case SB_PAGEDOWN:
+      return scrollTo(m_top + page);
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION:
+      return scrollTo(info.nTrackPos);
+    case SB_TOP:
+      return scrollTo(0);
+    case SB_BOTTOM:
+      return scrollTo(m_whole.Height());
+    default:
+      return;
+  }
+}
+
+BOOL ViewPanel::OnMouseWheel(UINT /*flags*/, short delta, CPoint /*at*/) {
+  constexpr int linesPerNotch = 3;
+  scrollTo(m_top - linesPerNotch * onScreen(lineHeight) * delta / WHEEL_DELTA);
+  return TRUE;
+}
+
+void ViewPanel::bringFocusIntoView() {
+  const HWND focus = ::GetFocus();
+  if (focus == m_focus)
+    return;
+  m_focus = focus;
+  if (focus == nullptr || ::IsChild(m_hWnd, focus) == FALSE)
+    return;
+  CRect area;
+  GetClientRect(&area);
   CRect place;
-  GetWindowRect(&place);
-  return place.Width();
+  ::GetWindowRect(focus, &place);
+  ScreenToClient(&place);
+  if (place.top < 0)
+    scrollTo(m_top + place.top);
+  else if (place.bottom > area.bottom)
+    scrollTo(m_top + place.bottom - area.bottom);
 }
 
 void ViewPanel::refresh() {

@@ -19,7 +19,10 @@ class ViewPanel : public CDialog {
       : m_session(session), m_onChange(std::move(onChange)) {}
 
   BOOL createIn(CWnd* frame);
-  int width() const;  // pixels
+  // Pixels that the panel takes when it is so high; in a low one a scroll bar stands beside the controls.
+  [[nodiscard]] int widthFor(int height) const;
+  // When the keyboard has gone to a control that is scrolled away: it comes back.
+  void bringFocusIntoView();
 
   // Brings the controls up to date with the session. What the user is typing stays.
   void refresh();
@@ -36,7 +39,12 @@ class ViewPanel : public CDialog {
   void showLimits();
   void changed();
 
+  void scrollTo(int top);
+
   afx_msg void OnSwitch(UINT id);
+  afx_msg void OnSize(UINT type, int width, int height);
+  afx_msg void OnVScroll(UINT code, UINT position, CScrollBar* control);
+  afx_msg BOOL OnMouseWheel(UINT flags, short delta, CPoint at);
   afx_msg void OnHScroll(UINT code, UINT position, CScrollBar* control);
   afx_msg void OnColorBy();
   afx_msg void OnLimit(UINT id);
@@ -47,6 +55,9 @@ class ViewPanel : public CDialog {
   Session& m_session;
   std::function<void()> m_onChange;
   bool m_isFilling = false;  // what the controls report is not the user's
+  CRect m_whole;             // where all controls are in sight, pixels
+  int m_top = 0;             // the row of it that is uppermost now
+  HWND m_focus = nullptr;    // that has been brought into view
 };
 
 }  // namespace host

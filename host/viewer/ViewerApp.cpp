@@ -10,6 +10,7 @@
 #include "host/exchange/ModuleMessages.h"
 #include "host/text/PathText.h"
 #include "host/viewer/Benchmark.h"
+#include "host/viewer/ScreenScale.h"
 
 namespace host {
 
@@ -62,8 +63,8 @@ BOOL ViewerApp::makeFrame() {
   m_pMainWnd = made;
   if (!made->create())
     return FALSE;
-  constexpr int width = 1280;
-  constexpr int height = 940;
+  const int width = onScreen(1280);
+  const int height = onScreen(940);
   CRect screen;
   ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
   made->SetWindowPos(nullptr, screen.left, screen.top, (std::min)(width, screen.Width()),

@@ -76,6 +76,21 @@ TEST(SessionMri, OpensWithItsPointsAndItsOwnGreyWindow) {
   expectPlace(viewer.session.crosshair(), {1, 2, 3});  // both are registered: the same place of the head
 }
 
+TEST(SessionMri, HeadsThatWereOpenedAreTheRecentOnes) {
+  const TempFolder folder;
+  Viewer viewer(1);
+  const CString gone = folder.path("gone.nii");
+  const CString bad = folder.write("bad.nii", "no head");
+  viewer.session.recentHeads().add(gone);
+  viewer.session.recentHeads().add(bad);
+  EXPECT_THROW(viewer.session.openMri(gone), std::runtime_error);
+  EXPECT_THROW(viewer.session.openMri(bad), std::runtime_error);
+  EXPECT_EQ(viewer.session.recentHeads().paths(), std::vector<CString>{bad});
+  const CString head = folder.write("head.nii", mri());
+  viewer.session.openMri(head);
+  EXPECT_EQ(viewer.session.recentHeads().paths(), (std::vector<CString>{head, bad}));
+}
+
 TEST(SessionMri, AnotherOneWithoutPointsIsNotRegistered) {
   const TempFolder folder;
   Viewer viewer(1);

@@ -184,6 +184,27 @@ TEST_F(ViewerDipoles, KeysOfTheMainWindowWorkInPanelAndManager) {
   EXPECT_EQ(set().m_totalDipoles, 2);
 }
 
+TEST_F(ViewerDipoles, KeysWorkAgainAfterAWindowOfTheModuleIsClosed) {
+  importExample("spikes.dip");
+  m_user.frame().pane(2).SetFocus();
+  for (const UINT open : {ID_DIPOLES_MANAGER, ID_DIPOLES_EDITOR, ID_DIPOLES_COORDINATES}) {
+    for (const bool byKey : {true, false}) {
+      m_user.choose(open);
+      const HWND window = ::GetActiveWindow();
+      ASSERT_NE(window, m_user.frame().m_hWnd) << open;
+      if (byKey) {
+        m_user.postKey(::GetFocus(), VK_ESCAPE, false);
+      } else {
+        ::PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+        m_user.run();
+      }
+      ASSERT_FALSE(::IsWindowVisible(window)) << open;
+      EXPECT_EQ(::GetActiveWindow(), m_user.frame().m_hWnd) << open;
+      EXPECT_EQ(::GetFocus(), m_user.frame().pane(2).m_hWnd) << open << " by key " << byKey;
+    }
+  }
+}
+
 TEST_F(ViewerDipoles, UndoInAFieldIsTheFields) {
   importExample("auditory.dip");
   const HWND field = ::GetDlgItem(m_user.panel(), IDC_FILTER_ERROR_MOST);

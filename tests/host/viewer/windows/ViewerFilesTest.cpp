@@ -283,4 +283,22 @@ TEST_F(ViewerFiles, RecentSetThatIsGoneIsToldAndLeavesTheMenu) {
   EXPECT_EQ(m_user.menuText(ID_FILE_RECENT_FIRST).find("gone.dipset"), std::string::npos);
 }
 
+TEST_F(ViewerFiles, RecentHeadsStandInTheMenuOpenAndLeaveItWhenTheyAreGone) {
+  const CString head = fromUtf8(exampleHead().c_str());
+  ASSERT_TRUE(m_user.frame().openMri(head));
+  const std::string fileName = toUtf8(head.Mid(head.ReverseFind(_T('/')) + 1));
+  const std::string name = m_user.session().head().name;
+  m_user.choose(ID_FILE_PHANTOM);
+  ASSERT_NE(m_user.session().head().name, name);
+  EXPECT_NE(m_user.menuText(ID_FILE_RECENT_MRI_FIRST).find(fileName), std::string::npos);
+  m_user.choose(ID_FILE_RECENT_MRI_FIRST);
+  EXPECT_EQ(m_user.session().head().name, name);
+
+  m_user.session().recentHeads().add(m_folder.path("gone.nii"));
+  m_user.choose(ID_FILE_RECENT_MRI_FIRST);
+  EXPECT_NE(lastMessage().find("gone.nii"), std::string::npos) << lastMessage();
+  EXPECT_NE(m_user.menuText(ID_FILE_RECENT_MRI_FIRST).find(fileName), std::string::npos);
+  EXPECT_EQ(m_user.session().head().name, name);
+}
+
 }  // namespace

@@ -159,6 +159,56 @@ TEST_F(ViewerView, PanelCanBeHidden) {
   EXPECT_GT(after.Width(), before.Width());
 }
 
+// Whether all of a window of the panel is within the panel.
+bool isInSight(HWND panel, HWND control) {
+  CRect area;
+  ::GetClientRect(panel, &area);
+  CRect place;
+  ::GetWindowRect(control, &place);
+  ::MapWindowPoints(nullptr, panel, reinterpret_cast<POINT*>(&place), 2);
+  return place.top >= area.top && place.bottom <= area.bottom && place.right <= area.right;
+}
+
+TEST_F(ViewerView, PanelScrollsInALowWindow) {
+  const HWND clear = ::GetDlgItem(m_user.panel(), IDC_FILTER_CLEAR);
+  const HWND first = ::GetDlgItem(m_user.panel(), ID_VIEW_SHOW_DIPOLES);
+  const auto isScrollable = [&] { return (::GetWindowLongW(m_user.panel(), GWL_STYLE) & WS_VSCROLL) != 0; };
+  EXPECT_FALSE(isScrollable());
+  EXPECT_TRUE(isInSight(m_user.panel(), clear));
+  m_user.frame().SetWindowPos(nullptr, 0, 0, 1000, 500, SWP_NOZORDER);
+  m_user.wait();
+  EXPECT_TRUE(isScrollable());
+  EXPECT_TRUE(isInSight(m_user.panel(), first));
+  EXPECT_FALSE(isInSight(m_user.panel(), clear));
+  ::SendMessageW(m_user.panel(), WM_VSCROLL, SB_BOTTOM, 0);
+  EXPECT_TRUE(isInSight(m_user.panel(), clear));
+  EXPECT_FALSE(isInSight(m_user.panel(), first));
+  ::SendMessageW(m_user.panel(), WM_VSCROLL, SB_PAGEUP, 0);
+  EXPECT_TRUE(isInSight(m_user.panel(), first));
+  EXPECT_FALSE(isInSight(m_user.panel(), clear));
+
+  CPoint overThePanel(20, 20);
+  ::ClientToScreen(m_user.panel(), &overThePanel);
+  for (int notch = 0; notch < 20; ++notch) {
+    m_user.frame().SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA),
+                               MAKELPARAM(overThePanel.x, overThePanel.y));
+  }
+  EXPECT_TRUE(isInSight(m_user.panel(), clear));
+
+  ::SetFocus(first);
+  m_user.wait();
+  EXPECT_TRUE(isInSight(m_user.panel(), first));
+  ::SetFocus(clear);
+  m_user.wait();
+  EXPECT_TRUE(isInSight(m_user.panel(), clear));
+
+  m_user.frame().SetWindowPos(nullptr, 0, 0, 1200, 1000, SWP_NOZORDER);
+  m_user.wait();
+  EXPECT_FALSE(isScrollable());
+  EXPECT_TRUE(isInSight(m_user.panel(), first));
+  EXPECT_TRUE(isInSight(m_user.panel(), clear));
+}
+
 TEST_F(ViewerView, HelpSaysWhatItIs) {
   m_user.choose(ID_HELP_KEYS);
   m_user.choose(ID_HELP_ABOUT);

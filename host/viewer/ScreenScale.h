@@ -1,0 +1,22 @@
+// Sizes on a screen whose dots per inch are not 96. The program is told of one such number for all screens, the
+// system's.
+#pragma once
+
+#include <afxwin.h>
+
+namespace host {
+
+// How many of this screen's pixels one of 96 dots per inch is.
+inline double screenScale() {
+  const HDC screen = ::GetDC(nullptr);
+  const int dotsPerInch = ::GetDeviceCaps(screen, LOGPIXELSX);
+  ::ReleaseDC(nullptr, screen);
+  return dotsPerInch / 96.0;
+}
+
+// `pixels` are those of 96 dots per inch.
+inline int onScreen(int pixels) {
+  return static_cast<int>(pixels * screenScale() + 0.5);
+}
+
+}  // namespace host
