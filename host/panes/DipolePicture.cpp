@@ -145,24 +145,32 @@ DipolePicture slicesPicture(const PaneContents& contents, const std::vector<Slic
   checkPixel(mmPerPixel);
   const ViewSettings settings = settingsOf(contents);
   PaneContents own = forPage(contents, settings);
+  const auto paneFor = [&](const SliceRequest& slice) {
+    own.crosshair = {};
+    own.crosshair[axesOf(slice.view).slab] = slice.position;
+    SlicePane pane(slice.view);
+    pane.showWhole(own, mmPerPixel);
+    return pane;
+  };
+  double pixels = 0.0;
+  for (const SliceRow& row : rows) {
+    for (const SliceRequest& slice : row.slices) {
+      pixels += paneFor(slice).pixels();
+    }
+  }
+  checkSize(pixels);
   DipolePicture made;
   std::vector<std::vector<Image>> grid;
-  double pixels = 0.0;
   bool isRadiological = false;
   for (const SliceRow& row : rows) {
     std::vector<Image> pictures;
     int height = 0;
     const std::size_t first = made.panes.size();
     for (const SliceRequest& slice : row.slices) {
-      own.crosshair = {};
-      own.crosshair[axesOf(slice.view).slab] = slice.position;
-      SlicePane pane(slice.view);
-      pane.showWhole(own, mmPerPixel);
+      SlicePane pane = paneFor(slice);
       pictures.push_back(pane.paint(own));
       made.panes.push_back(pane.texts());
       height = (std::max)(height, pictures.back().height());
-      pixels += static_cast<double>(pictures.back().width()) * pictures.back().height();
-      checkSize(pixels);
       isRadiological = isRadiological || slice.view != View::sagittal;
     }
     std::vector<Image> panels;

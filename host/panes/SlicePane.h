@@ -39,6 +39,8 @@ class SlicePane {
   // Takes the size, in pixels of that many mm, that holds the whole head, every dipole which the slice of
   // these contents shows, and the letters around them.
   void showWhole(const PaneContents& contents, double mmPerPixel);
+  // That the pane has, without the need to paint it.
+  [[nodiscard]] double pixels() const { return static_cast<double>(m_width) * m_height; }
 
   // Of the pane's size; kept until the next. With colours and a legend wished for, a pane of at least 600
   // pixels has the legend at its right border, beside the picture. Throws std::invalid_argument when a
