@@ -215,8 +215,20 @@ void MainFrame::onIdle() {
   if (m_session == nullptr)
     return;
   m_panel.bringFocusIntoView();
+  takeBackActivation();
   if (m_dipoles->getCurrentDipole() != m_followed || m_dipoles->m_currentDipole != m_followedSlot)
     followCurrentDipole();
+}
+
+// The system need not activate another window when the active one is hidden, as the module's are when they are
+// closed: then no window has the keyboard. When the user has gone to another program, the last one stays visible.
+void MainFrame::takeBackActivation() {
+  if (const HWND active = ::GetActiveWindow())
+    m_lastActive = active;
+  else if (m_lastActive != nullptr && ::IsWindowVisible(m_lastActive) == FALSE) {
+    m_lastActive = m_hWnd;
+    ::SetForegroundWindow(m_hWnd);
+  }
 }
 
 void MainFrame::followCurrentDipole() {

@@ -74,6 +74,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   void showEverywhere();  // after a change: panes, panel, status bar, title
   void showStatus();
   void showTitle();
+  void takeBackActivation();
   void followCurrentDipole();
   void noteQuietChange();  // what the module changed without telling
   void afterCommand(const CString& name);
@@ -172,6 +173,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   ViewSettings m_viewOnScreen;  // the session's, in pixels of this screen
   CWnd m_statusBar;
   HWND m_focusBefore = nullptr;            // in this window, when another one was activated
+  HWND m_lastActive = nullptr;             // of the windows of the program
   int m_singlePane = -1;                   // the pane that is shown alone
   const CDipoleszq* m_followed = nullptr;  // the current dipole that the crosshair went to
   int m_followedSlot = -1;
