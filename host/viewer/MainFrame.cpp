@@ -291,9 +291,7 @@ void MainFrame::layOut() {
   const int width = area.Width() - panelWidth;
   if (hasPanel)
     m_panel.MoveWindow(width, 0, panelWidth, height);
-  const int edges[statusParts] = {area.Width() * 23 / 100, area.Width() * 40 / 100, area.Width() * 76 / 100,
-                                  -1};
-  m_statusBar.SendMessage(SB_SETPARTS, statusParts, reinterpret_cast<LPARAM>(edges));
+  placeStatusParts();
 
   const int gap = onScreen(paneGap);
   const int paneWidth = (width - 3 * gap) / 2;

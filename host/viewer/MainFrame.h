@@ -73,6 +73,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   void repaintPanes();
   void showEverywhere();  // after a change: panes, panel, status bar, title
   void showStatus();
+  void placeStatusParts();
   void showTitle();
   void takeBackActivation();
   void followCurrentDipole();

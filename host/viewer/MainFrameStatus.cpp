@@ -1,4 +1,5 @@
 // The status bar and the title of the main window.
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -8,6 +9,7 @@
 #include "host/text/PathText.h"
 #include "host/text/Utf8.h"
 #include "host/viewer/MainFrame.h"
+#include "host/viewer/ScreenScale.h"
 
 namespace host {
 
@@ -76,6 +78,29 @@ CString MainFrame::statusText(int part) const {
   return text;
 }
 
+// The crosshair and the counts, with what they warn of, are always whole; the others share what is left.
+void MainFrame::placeStatusParts() {
+  CRect area;
+  GetClientRect(&area);
+  const HDC screen = ::GetDC(m_statusBar.m_hWnd);
+  const auto font = reinterpret_cast<HGDIOBJ>(m_statusBar.SendMessage(WM_GETFONT));
+  const HGDIOBJ before = font != nullptr ? ::SelectObject(screen, font) : nullptr;
+  const auto widthOf = [&](const CString& text) {
+    SIZE size = {};
+    ::GetTextExtentPoint32W(screen, text, text.GetLength(), &size);
+    return static_cast<int>(size.cx) + onScreen(14);  // with the part's edges
+  };
+  const int crosshair = widthOf(_T("Crosshair  ") + placeText({-188.8, -188.8, -188.8}));
+  const int counts = widthOf(statusText(countPart)) + ::GetSystemMetrics(SM_CXVSCROLL);  // the grip
+  if (before != nullptr)
+    ::SelectObject(screen, before);
+  ::ReleaseDC(m_statusBar.m_hWnd, screen);
+  const int rest = (std::max)(0, area.Width() - crosshair - counts);
+  const int pointer = rest * 2 / 5;
+  const int edges[statusParts] = {pointer, pointer + crosshair, rest + crosshair, -1};
+  m_statusBar.SendMessage(SB_SETPARTS, statusParts, reinterpret_cast<LPARAM>(edges));
+}
+
 void MainFrame::showStatus() {
   const auto show = [this](StatusPart part, const CString& text) {
     m_statusBar.SendMessage(SB_SETTEXTW, part, reinterpret_cast<LPARAM>(text.GetString()));
@@ -106,7 +131,10 @@ void MainFrame::showStatus() {
     dipoles += _T(" (filter)");
   if (!m_session->head().isRegistered())
     dipoles += _T("   MRI NOT REGISTERED");
-  show(countPart, dipoles);
+  if (dipoles != statusText(countPart)) {
+    show(countPart, dipoles);
+    placeStatusParts();
+  }
 }
 
 void MainFrame::showTitle() {

@@ -1,8 +1,10 @@
 // The commands of the menu View, and the view panel.
 #include <gtest/gtest.h>
 
+#include "platform/Utf.h"
 #include "tests/host/viewer/windows/ViewerUser.h"
 #include "tests/support/ScriptedOperator.h"
+#include "tests/support/TestPlaces.h"
 
 namespace {
 
@@ -207,6 +209,28 @@ TEST_F(ViewerView, PanelScrollsInALowWindow) {
   EXPECT_FALSE(isScrollable());
   EXPECT_TRUE(isInSight(m_user.panel(), first));
   EXPECT_TRUE(isInSight(m_user.panel(), clear));
+}
+
+TEST_F(ViewerView, StatusBarShowsCrosshairAndWarningsWholeInASmallWindow) {
+  m_operator.answerFilesUtf8({exampleHead()});
+  m_user.choose(ID_FILE_OPEN_MRI);
+  m_user.frame().SetWindowPos(nullptr, 0, 0, 800, 600, SWP_NOZORDER);
+  m_user.wait();
+  ASSERT_NE(count().find("MRI NOT REGISTERED"), std::string::npos) << count();
+  const HWND bar = ::GetDlgItem(m_user.frame().m_hWnd, IDC_STATUS_BAR);
+  const HDC context = ::GetDC(bar);
+  const HGDIOBJ before =
+      ::SelectObject(context, reinterpret_cast<HGDIOBJ>(::SendMessageW(bar, WM_GETFONT, 0, 0)));
+  for (const int part : {host::MainFrame::crosshairPart, host::MainFrame::countPart}) {
+    const CString text = m_user.frame().statusText(part);
+    SIZE size = {};
+    ::GetTextExtentPoint32W(context, text, text.GetLength(), &size);
+    CRect place;
+    ::SendMessageW(bar, SB_GETRECT, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(&place));
+    EXPECT_GT(place.Width(), size.cx) << toUtf8(text);
+  }
+  ::SelectObject(context, before);
+  ::ReleaseDC(bar, context);
 }
 
 TEST_F(ViewerView, HelpSaysWhatItIs) {
