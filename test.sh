@@ -51,12 +51,14 @@ stage build-windows build_windows
 windows='^dipole_(ui|viewer)_'
 start windows-layers wine_tests wine --exclude-regex "$windows"
 finish native-tests
-start windows-hands wine_tests wine-hands --tests-regex "$windows"
+start windows-hands wine_tests wine-hands --tests-regex "$windows" --exclude-regex _least
+start windows-least wine_tests wine-least --tests-regex "$windows.*_least"
 stage other-compiler scripts/check_mfc.py
 stage build-optimised build_optimised
 stage fuzzing fuzz/run.sh
 finish windows-layers
 finish windows-hands
+finish windows-least
 stage pictures scripts/screens.sh
 stage packages scripts/package.sh
 

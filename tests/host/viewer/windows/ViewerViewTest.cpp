@@ -204,7 +204,7 @@ TEST_F(ViewerView, PanelScrollsInALowWindow) {
   m_user.wait();
   EXPECT_TRUE(isInSight(m_user.panel(), clear));
 
-  m_user.frame().SetWindowPos(nullptr, 0, 0, 1200, 1000, SWP_NOZORDER);
+  m_user.frame().SetWindowPos(nullptr, 0, 0, 1200, 1500, SWP_NOZORDER);
   m_user.wait();
   EXPECT_FALSE(isScrollable());
   EXPECT_TRUE(isInSight(m_user.panel(), first));
