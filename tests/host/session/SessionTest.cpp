@@ -86,9 +86,9 @@ TEST(SessionMri, HeadsThatWereOpenedAreTheRecentOnes) {
   EXPECT_THROW(viewer.session.openMri(gone), std::runtime_error);
   EXPECT_THROW(viewer.session.openMri(bad), std::runtime_error);
   EXPECT_EQ(viewer.session.recentHeads().paths(), std::vector<CString>{bad});
-  const CString head = folder.write("head.nii", mri());
-  viewer.session.openMri(head);
-  EXPECT_EQ(viewer.session.recentHeads().paths(), (std::vector<CString>{head, bad}));
+  const CString mriFile = folder.write("head.nii", mri());
+  viewer.session.openMri(mriFile);
+  EXPECT_EQ(viewer.session.recentHeads().paths(), (std::vector<CString>{mriFile, bad}));
 }
 
 TEST(SessionMri, AnotherOneWithoutPointsIsNotRegistered) {
