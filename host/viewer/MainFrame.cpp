@@ -220,8 +220,9 @@ void MainFrame::onIdle() {
     followCurrentDipole();
 }
 
-// The system need not activate another window when the active one is hidden, as the module's are when they are
-// closed: then no window has the keyboard. When the user has gone to another program, the last one stays visible.
+// The system need not activate another window when the active one is hidden, as the module's are when they
+// are closed: then no window has the keyboard. When the user has gone to another program, the last one stays
+// visible.
 void MainFrame::takeBackActivation() {
   if (const HWND active = ::GetActiveWindow())
     m_lastActive = active;

@@ -1,5 +1,5 @@
-// Sizes on a screen whose dots per inch are not 96. The program is told of one such number for all screens, the
-// system's.
+// Sizes on a screen whose dots per inch are not 96. The program is told of one such number for all screens,
+// the system's.
 #pragma once
 
 #include <afxwin.h>
