@@ -6,7 +6,7 @@ import unittest
 
 from audits import (FIDUCIALS, FIT_HEADING, HEADING, MOVING_HEADING, MSI_HEADING, MSI_ROW, dipoles, fit_row,
                     section)
-from support import SPHERE, ToolTest, example, head_volume, run, single
+from support import SPHERE, Png, ToolTest, example, head_volume, run, single
 
 CODES = ("unit latency-unit moving-columns row-order no-fit msi-columns msi-percent fiducials sphere encoding labels "
          "lost-rows sections outside-head several-patients other-head").split()
@@ -260,6 +260,60 @@ class Heads(CheckTest):
         self.assertIn("other-head", self.end_with(1, "list", wide, narrow).err)
         self.assertIn("other-head", self.end_with(1, "register", wide, "-o", self.path("o.json"), "--fiducials",
                                                   "128,100,230 198,91,106 58,91,106").err)
+
+
+class Pictures(CheckTest):
+    """What is wrong stands in a red band above the picture, also when it was accepted."""
+
+    BAND = (168, 24, 32)
+
+    def band(self, code, *arguments):
+        """How many rows of the picture begin and end in the colour of the band; those are the first ones."""
+        self.end_with(code, "draw", *arguments, "-o", self.path("o.png"))
+        with open(self.path("o.png"), "rb") as file:
+            rows = Png(file.read()).rows
+        marked = [y for y, row in enumerate(rows) if tuple(row[:3]) == tuple(row[-3:]) == self.BAND]
+        self.assertEqual(marked, list(range(len(marked))))
+        return len(marked)
+
+    def test_a_wrong_finding_is_written_into_slices_and_3d(self):
+        wrong = self.write("w.dip", dipoles([EAR], Units.NO_UNIT))
+        sound = self.write("s.dip", dipoles([EAR]))
+        mri = head_volume(self.path("h.nii.gz"))
+        for view in (["--3d"], ["--mri", mri, "--fiducials", "0,100,0 -80,0,0 80,0,0", "--mm-per-pixel", "2"]):
+            band = self.band(1, wrong, *view)
+            self.assertGreater(band, 20)
+            self.assertEqual(self.band(0, wrong, *view, "--accept", "unit"), band)
+            self.assertEqual(self.band(0, wrong, *view, "--unit", "cm"), 0)
+            self.assertEqual(self.band(0, sound, *view), 0)
+
+    def test_what_the_head_says_is_told_and_written(self):
+        far = self.write("far.dip", dipoles(["1: 1 14 6 0 0 1 20 a"]))
+        mri = head_volume(self.path("h.nii.gz"))
+        result = self.succeed("draw", far, "--mri", mri, "--fiducials", "0,100,0 -80,0,0 80,0,0",
+                              "-o", self.path("o.png"))
+        self.assertIn("%s: doubtful (outside-head): 1 dipole lies more than 20 mm outside of the head sphere" % far,
+                      result.err)
+        self.assertIn("%s: doubtful (outside-head): 1 dipole lies outside of the MRI" % far, result.err)
+        other = ["--mri", mri, "--fiducials", "0,100,0 -60,0,0 60,0,0", "--mm-per-pixel", "2"]
+        self.assertGreater(self.band(1, example("auditory.dip"), *other), 20)
+        self.assertGreater(self.band(0, example("auditory.dip"), *other, "--accept", "other-head"), 20)
+
+    def test_unknown_latencies_have_no_value_among_the_colours(self):
+        path = self.write("n.dip", dipoles([EAR, "2: 1 -5 6 0 0 1 20 b", "3: 1 -3 6 0 0 1 20 c"],
+                                           fits=[fit_row(1, "0.1", 5), fit_row(2, "0.2", 6)]))
+        self.succeed("draw", path, "--3d", "--color-by", "latency", "--view", "top", "-o", self.path("o.png"))
+        with open(self.path("o.png"), "rb") as file:
+            with_unknown = Png(file.read())
+        whole = self.write("w.dip", dipoles([EAR, "2: 1 -5 6 0 0 1 20 b", "3: 1 -3 6 0 0 1 20 c"],
+                                            fits=[fit_row(1, "0.1", 5), fit_row(2, "0.2", 6), fit_row(3, "0", 6)]))
+        self.succeed("draw", whole, "--3d", "--color-by", "latency", "--view", "top", "-o", self.path("o.png"))
+        with open(self.path("o.png"), "rb") as file:
+            without = Png(file.read())
+
+        def is_turquoise(r, g, b):  # of "no value", lit or not
+            return g > 1.3 * r and b > 1.3 * r and g > 60
+        self.assertGreater(len(with_unknown.pixels(is_turquoise)), 60 + len(without.pixels(is_turquoise)))
 
 
 class Answers(CheckTest):

@@ -53,3 +53,15 @@ TEST(UnknownValuesTest, AreKeptForEachSlotAndValue) {
   EXPECT_EQ(unknown.of(5), 5);  // 1 for the latency, 4 for the moment
   EXPECT_EQ(unknown.end(), 6);
 }
+
+TEST(Findings, WhatIsWrongIsATextForPicturesOnceForAllFilesThatHaveIt) {
+  const auto of = [](host::Severity severity, const std::string& file, const std::string& sentence) {
+    return host::Finding{host::FindingCode::unit, severity, file, 3, {}, {}, sentence, {}};
+  };
+  const std::vector<host::Finding> findings = {
+      of(host::Severity::wrong, "folder/a.dip", "No unit."), of(host::Severity::doubtful, "a.dip", "Open."),
+      of(host::Severity::wrong, "b.dip", "No unit."),        of(host::Severity::wrong, "C:\\c.dip", "Lost."),
+      of(host::Severity::note, "a.dip", "A note."),          of(host::Severity::wrong, {}, "Two heads.")};
+  EXPECT_EQ(host::wrongTexts(findings),
+            (std::vector<std::string>{"a.dip and 1 more: No unit.", "c.dip: Lost.", "Two heads."}));
+}
