@@ -10,29 +10,15 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "fuzz/Check.h"
 #include "fuzz/FuzzFile.h"
 #include "fuzz/FuzzUser.h"
+#include "fuzz/import/CtfWords.h"
 #include "host/audit/FileAudit.h"
 #include "host/text/PathText.h"
 
 namespace {
-
-constexpr std::string_view messages[] = {
-    "Can't find dipole location unit is cm or mm!",
-    "Can't find latency unit is second or millisecond!",
-    "Can't set CTF dipole fiducial points without MEG sphere",
-    "It seems the CTF dipole file is not correct!",
-    "MEG Sphere reading error: not enough points",
-    "MRI fiducial point reading error: three integers expected",
-    "No dipole space",
-    "The different between new and old sphere model > 3 mm",
-    "Total imported dipoles:",
-};
-constexpr std::string_view questions[] = {"This is moving dipoles, would you like to import?",
-                                          "It seems the dipole location is wrong ("};
 
 enum : std::uint8_t { answerBits = 0x0F, msi = 0x10, noAnswers = 0x20, behindOthers = 0x40, changed = 0x80 };
 
@@ -100,7 +86,7 @@ std::string stateOf(const Set& set) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const FuzzFile file("input");
   static const CString path = host::textOf(file.path());
-  static FuzzUser user(messages, questions);
+  static FuzzUser user(ctfMessages, ctfQuestions);
   static const auto set = std::make_unique<Set>();
   if (size == 0) {
     return 0;
@@ -134,7 +120,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const bool hasAnswers = (mode & noAnswers) == 0;
   for (std::size_t i = 0; i < user.questions.size() && hasAnswers; ++i) {
-    const bool isMoving = user.questions[i].starts_with(questions[0]);
+    const bool isMoving = user.questions[i].starts_with(ctfQuestions[0]);
     (isMoving ? imported.answers.moving : imported.answers.distant)
         .push_back(FuzzUser::isYes(mode & answerBits, i));
   }

@@ -10,31 +10,16 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "fuzz/Check.h"
 #include "fuzz/FuzzFile.h"
 #include "fuzz/FuzzUser.h"
+#include "fuzz/import/CtfWords.h"
 #include "fuzz/import/FuzzCollection.h"
 #include "import/DipoleFace8Import01_CTF.h"
 #include "platform/Utf.h"
 
 namespace {
-
-constexpr std::string_view knownMessages[] = {
-    "Can't find dipole location unit is cm or mm!",
-    "Can't find latency unit is second or millisecond!",
-    "Can't set CTF dipole fiducial points without MEG sphere",
-    "It seems the CTF dipole file is not correct!",
-    "MEG Sphere reading error: not enough points",
-    "MRI fiducial point reading error: three integers expected",
-    "No dipole space",
-    "The different between new and old sphere model > 3 mm",
-    "Total imported dipoles:",
-};
-
-constexpr std::string_view knownQuestions[] = {"This is moving dipoles, would you like to import?",
-                                               "It seems the dipole location is wrong ("};
 
 class CtfCollection : public FuzzCollection<CDipoleFace8Import01_CTF> {
  public:
@@ -68,7 +53,7 @@ enum : std::uint8_t {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const FuzzFile file("input.dip");
   static const CString path = fromUtf8(file.path());
-  static FuzzUser user(knownMessages, knownQuestions);
+  static FuzzUser user(ctfMessages, ctfQuestions);
   static const auto smallCollection = std::make_unique<CtfCollection>(3);
   static const auto fullCollection = std::make_unique<CtfCollection>(DipoleTable::capacity - 6);
   if (size == 0) {

@@ -32,6 +32,31 @@ std::string counted(std::size_t count, std::string_view one) {
   return count == 1 ? text : text + "s";
 }
 
+const CString& noLabel() {
+  static const CString text(_T("Non"));
+  return text;
+}
+
+bool AuditPass::settleMoment(FindingCode code, CDipoleszq& dipole, double moment, const Place& orientation,
+                             bool& isChanged) {
+  const bool isSettled = settle(code, dipole.m_moment, moment, isChanged);
+  if (orientationOf(dipole) == orientation) {
+    return isSettled;
+  }
+  if (!repairs(code)) {
+    return false;
+  }
+  setOrientation(dipole, orientation);
+  isChanged = true;
+  return isSettled;
+}
+
+void AuditPass::tellOf(const Gathered& gathered, std::string_view what) {
+  if (gathered.changed > 0) {
+    tell(counted(gathered.changed, "dipole").append(": ").append(what).append("."));
+  }
+}
+
 void AuditPass::add(Finding finding) {
   finding.file = m_file.name;
   m_findings.push_back(std::move(finding));

@@ -28,6 +28,9 @@ using Place = std::array<double, 3>;
   return {scaled(values[1]), scaled(values[2]), scaled(values[0])};
 }
 
+// The label of a dipole that has none, as the import gives it.
+[[nodiscard]] const CString& noLabel();
+
 // "1 dipole", "7 dipoles".
 [[nodiscard]] std::string counted(std::size_t count, std::string_view one);
 
@@ -80,11 +83,17 @@ class AuditPass {
     return true;
   }
 
+  // Likewise moment and orientation of a dipole.
+  bool settleMoment(FindingCode code, CDipoleszq& dipole, double moment, const Place& orientation,
+                    bool& isChanged);
+
   void add(Finding finding);
   // A finding about dipoles, when there are any.
   void add(FindingCode code, Severity severity, std::string_view section, Gathered&& gathered,
            std::string sentence, std::string remedy);
   void tell(std::string sentence) { m_told.push_back(std::move(sentence)); }
+  // "7 dipoles: <what>." of those that were changed, when there are any.
+  void tellOf(const Gathered& gathered, std::string_view what);
   void markUnknown(int slot, DipoleValue value) { m_unknown.mark(slot, value); }
 
   // The findings by code and line.

@@ -45,9 +45,11 @@ void CtfAudit::run() {
   const auto come = static_cast<std::size_t>((std::max)(m_pass.dipolesOfFile(), 0));
   const std::vector<int>& slots = isRepairedByRows() ? m_reading.repairedSlots : m_reading.slots;
   if (slots.size() == come) {
-    lookAtDipoles(slots);
+    const CtfFollowers followers(m_reading, slots);
+    lookAtDipoles(followers, slots);
     lookAtForeign(slots);
-    lookAtFollowers(slots);
+    lookAtFlags(followers, slots);
+    lookAtFits(followers, slots);
   } else {
     sayProblem(FindingCode::lostRows, Severity::wrong, 0, {},
                counted(slots.size(), "dipole") + " should have come of this file, but " +
@@ -87,7 +89,7 @@ void CtfAudit::insertUnread() {
   insertDipoles(m_pass.target(), std::move(late));
 }
 
-void CtfAudit::lookAtDipoles(const std::vector<int>& slots) {
+void CtfAudit::lookAtDipoles(const CtfFollowers& followers, const std::vector<int>& slots) {
   std::map<int, CtfSectionAudit> sections;
   CtfSectionAudit* current = nullptr;
   int open = -1;
@@ -97,7 +99,7 @@ void CtfAudit::lookAtDipoles(const std::vector<int>& slots) {
       open = row.section;
       current = &sections.try_emplace(open, m_pass, m_encoding, m_reading, open).first->second;
     }
-    current->look(local, row);
+    current->look(local, row, followers);
   }
   for (auto& [section, audit] : sections) {
     audit.finish();

@@ -21,7 +21,7 @@ class CtfAudit {
   [[nodiscard]] bool isRepairedByRows() const;
   [[nodiscard]] std::vector<LateDipole> unreadDipoles() const;
   void insertUnread();
-  void lookAtDipoles(const std::vector<int>& slots);
+  void lookAtDipoles(const CtfFollowers& followers, const std::vector<int>& slots);
   void lookAtForeign(const std::vector<int>& slots);
   void lookAtLostRows();
   void lookAtProblems();
@@ -30,7 +30,6 @@ class CtfAudit {
                   std::string sentence);
 
   // In CtfFollowersAudit.cpp.
-  void lookAtFollowers(const std::vector<int>& slots);
   void lookAtFlags(const CtfFollowers& followers, const std::vector<int>& slots);
   void lookAtFits(const CtfFollowers& followers, const std::vector<int>& slots);
   [[nodiscard]] bool hasMoving() const;

@@ -179,4 +179,9 @@ std::optional<ToldFit> CtfFollowers::toldFit(const CtfFollower& row) const {
                  static_cast<double>(*error)};
 }
 
+std::optional<ToldFit> CtfFollowers::toldFit(std::size_t local) const {
+  const CtfFollower* const row = fit(local);
+  return row != nullptr ? toldFit(*row) : std::nullopt;
+}
+
 }  // namespace host

@@ -2,6 +2,7 @@
 // here the numbers in front of the rows decide.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -37,6 +38,7 @@ class CtfFollowers {
   // What a row says; nothing when its fields are no numbers.
   [[nodiscard]] static std::optional<ToldFlags> toldFlags(const CtfFollower& row);
   [[nodiscard]] std::optional<ToldFit> toldFit(const CtfFollower& row) const;
+  [[nodiscard]] std::optional<ToldFit> toldFit(std::size_t local) const;  // of a slot's row
 
   [[nodiscard]] int firstLine(CtfKind kind) const;  // of its first row; 0 when there is none
 

@@ -56,12 +56,6 @@ std::string openSentence(std::string_view what) {
 
 }  // namespace
 
-void CtfAudit::lookAtFollowers(const std::vector<int>& slots) {
-  const CtfFollowers followers(m_reading, slots);
-  lookAtFlags(followers, slots);
-  lookAtFits(followers, slots);
-}
-
 void CtfAudit::lookAtFlags(const CtfFollowers& followers, const std::vector<int>& slots) {
   const int line = followers.firstLine(CtfKind::flags);
   if (!followers.areFlagsCertain()) {
@@ -75,9 +69,7 @@ void CtfAudit::lookAtFlags(const CtfFollowers& followers, const std::vector<int>
     const ToldFlags told = row != nullptr ? CtfFollowers::toldFlags(*row).value_or(ToldFlags()) : ToldFlags();
     settle(m_pass, gathered, local, told, row != nullptr ? row->line : line);
   }
-  if (gathered.changed > 0) {
-    m_pass.tell(counted(gathered.changed, "dipole") + ": colour and visibility were taken from its own row.");
-  }
+  m_pass.tellOf(gathered, "colour and visibility were taken from its own row");
   const std::string who = counted(gathered.slots.size(), "dipole");
   m_pass.add(FindingCode::rowOrder, Severity::wrong, "Dipole_Flags", std::move(gathered),
              who + ": colour and visibility are those of another dipole, or of none.", std::string(remedy));
@@ -97,7 +89,7 @@ void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>&
     const CtfRow& dipole = m_reading.rows[static_cast<std::size_t>(slots[local])];
     const CtfSection& section = m_reading.sections[static_cast<std::size_t>(dipole.section)];
     const CtfFollower* const row = followers.fit(local);
-    const std::optional<ToldFit> told = row != nullptr ? followers.toldFit(*row) : std::nullopt;
+    const std::optional<ToldFit> told = followers.toldFit(local);
     if (dipole.isForeign || (section.kind == CtfKind::moving && !told)) {
       continue;  // moving dipoles bring their own
     }
@@ -109,9 +101,7 @@ void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>&
              row != nullptr ? row->line : line);
     }
   }
-  if (gathered.changed > 0) {
-    m_pass.tell(counted(gathered.changed, "dipole") + ": latency and fit error were taken from its own row.");
-  }
+  m_pass.tellOf(gathered, "latency and fit error were taken from its own row");
   const std::string who = counted(gathered.slots.size(), "dipole");
   m_pass.add(
       FindingCode::rowOrder, Severity::wrong, "Dipole_FitInfo", std::move(gathered),

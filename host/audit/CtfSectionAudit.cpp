@@ -26,11 +26,6 @@ std::optional<Steps> stepsOf(const Value& value, Make make, IsSame isSameValue =
   return std::nullopt;
 }
 
-const CString& noLabel() {
-  static const CString text(_T("Non"));
-  return text;
-}
-
 }  // namespace
 
 CtfSectionAudit::CtfSectionAudit(AuditPass& pass, const TextEncoding& encoding, const CtfReading& reading,
@@ -61,7 +56,7 @@ bool CtfSectionAudit::isUsual(const CtfRow& row) const {
   return m_isSimple && row.isPlain && hasUsualCount && row.isCentimetre && (row.isSecond || !m_isMoving);
 }
 
-void CtfSectionAudit::look(std::size_t local, const CtfRow& row) {
+void CtfSectionAudit::look(std::size_t local, const CtfRow& row, const CtfFollowers& followers) {
   const CDipoleszq* const dipole = m_pass.dipole(local);
   if (dipole == nullptr || row.isForeign ||
       (isUsual(row) && placeOf(*dipole) == scaledPlace(row.place, importFactor(row)))) {
@@ -75,11 +70,12 @@ void CtfSectionAudit::look(std::size_t local, const CtfRow& row) {
     return;
   }
   lookAtPlace(local, row, told->place);
+  const bool hasFit = m_isMoving && followers.toldFit(local);
   if (m_hasOtherColumns || hasUnnamedColumns(fields)) {
-    lookAtColumns(local, row, *told);
+    lookAtColumns(local, row, *told, hasFit);
     return;
   }
-  if (m_isMoving) {
+  if (m_isMoving && !hasFit) {
     lookAtLatency(local, row, fields);
   }
   lookAtLabel(local, row, fields);
@@ -185,20 +181,14 @@ void CtfSectionAudit::lookAtPlace(std::size_t local, const CtfRow& row, const fl
   }
 }
 
-void CtfSectionAudit::lookAtColumns(std::size_t local, const CtfRow& row, const Told& told) {
+void CtfSectionAudit::lookAtColumns(std::size_t local, const CtfRow& row, const Told& told, bool hasFit) {
   CDipoleszq& dipole = *m_pass.dipole(local);
   const int slot = m_pass.slotOf(local);
   constexpr FindingCode code = FindingCode::movingColumns;
+  const bool isFitHere = m_isMoving && !hasFit;
   bool isChanged = false;
-  bool isSettled = m_pass.settle(code, dipole.m_moment, told.moment, isChanged);
-  if (orientationOf(dipole) != told.orientation) {
-    isSettled = isSettled && m_pass.repairs(code);
-    if (m_pass.repairs(code)) {
-      setOrientation(dipole, told.orientation);
-      isChanged = true;
-    }
-  }
-  if (m_isMoving) {
+  bool isSettled = m_pass.settleMoment(code, dipole, told.moment, told.orientation, isChanged);
+  if (isFitHere) {
     isSettled = m_pass.settle(code, dipole.m_latency, told.latency, isChanged) && isSettled;
     isSettled = m_pass.settle(code, dipole.m_fitError, told.fitError, isChanged) && isSettled;
   }
@@ -213,8 +203,8 @@ void CtfSectionAudit::lookAtColumns(std::size_t local, const CtfRow& row, const 
     const std::pair<bool, DipoleValue> values[] = {
         {told.hasMoment, DipoleValue::moment},
         {told.hasOrientation, DipoleValue::orientation},
-        {told.hasError || !m_isMoving, DipoleValue::fitError},
-        {told.hasLatency || !m_isMoving, DipoleValue::latency},
+        {told.hasError || !isFitHere, DipoleValue::fitError},
+        {told.hasLatency || !isFitHere, DipoleValue::latency},
         {m_places.has(Column::label) && m_hasOtherColumns, DipoleValue::label}};
     for (const auto& [isKnown, value] : values) {
       if (!isKnown) {

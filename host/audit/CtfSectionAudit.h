@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/audit/AuditPass.h"
+#include "host/audit/CtfFollowers.h"
 #include "host/audit/CtfReading.h"
 
 namespace host {
@@ -14,8 +15,9 @@ class CtfSectionAudit {
  public:
   CtfSectionAudit(AuditPass& pass, const TextEncoding& encoding, const CtfReading& reading, int section);
 
-  // The dipole of the file's n-th slot beside its row.
-  void look(std::size_t local, const CtfRow& row);
+  // The dipole of the file's n-th slot beside its row. Latency and fit error of a dipole that has a row of fit
+  // information are of that row, and nothing is said here about them.
+  void look(std::size_t local, const CtfRow& row, const CtfFollowers& followers);
   // The findings about all of them.
   void finish();
 
@@ -47,14 +49,13 @@ class CtfSectionAudit {
   [[nodiscard]] bool isUnitOpen(const CtfRow& row) const;
 
   void lookAtPlace(std::size_t local, const CtfRow& row, const float (&meant)[3]);
-  void lookAtColumns(std::size_t local, const CtfRow& row, const Told& told);
+  void lookAtColumns(std::size_t local, const CtfRow& row, const Told& told, bool hasFit);
   void lookAtLatency(std::size_t local, const CtfRow& row, const RowFields& fields);
   void lookAtLabel(std::size_t local, const CtfRow& row, const RowFields& fields);
   void finishUnit();
   void finishLatency();
   void finishColumns();
   void finishLabels();
-  void tellOf(const Gathered& gathered, const std::string& what);
 
   AuditPass& m_pass;
   const TextEncoding& m_encoding;

@@ -5,12 +5,6 @@
 
 namespace host {
 
-void CtfSectionAudit::tellOf(const Gathered& gathered, const std::string& what) {
-  if (gathered.changed > 0) {
-    m_pass.tell(counted(gathered.changed, "dipole") + ": " + what + ".");
-  }
-}
-
 void CtfSectionAudit::finish() {
   finishUnit();
   finishLatency();
@@ -28,8 +22,8 @@ void CtfSectionAudit::finish() {
 }
 
 void CtfSectionAudit::finishUnit() {
-  tellOf(m_unit, m_pass.file().unit == LengthUnit::centimetre ? "the position was taken as cm"
-                                                              : "the position was taken as mm");
+  m_pass.tellOf(m_unit, m_pass.file().unit == LengthUnit::centimetre ? "the position was taken as cm"
+                                                                     : "the position was taken as mm");
   constexpr float largestInCentimetre = 15.0F;
   const bool isSmall = m_largest <= largestInCentimetre;
   const bool saysMillimetre = m_heading.lengthUnit() == ColumnUnit::millimetre && !m_section.isUnitBefore;
@@ -54,7 +48,7 @@ void CtfSectionAudit::finishUnit() {
 }
 
 void CtfSectionAudit::finishLatency() {
-  tellOf(m_latency, "the latency was taken in the unit that the heading names");
+  m_pass.tellOf(m_latency, "the latency was taken in the unit that the heading names");
   m_pass.add(FindingCode::latencyUnit, Severity::wrong, m_section.name, std::move(m_latency),
              "The latencies were taken in another unit than the one that the heading names, so they are "
              "wrong by a factor of 1000.",
@@ -66,8 +60,8 @@ void CtfSectionAudit::finishLatency() {
 }
 
 void CtfSectionAudit::finishColumns() {
-  tellOf(m_columns, "the values were taken from the columns that the heading names");
-  tellOf(m_unnamed, "fit error and label are unknown");
+  m_pass.tellOf(m_columns, "the values were taken from the columns that the heading names");
+  m_pass.tellOf(m_unnamed, "fit error and label are unknown");
   m_pass.add(FindingCode::movingColumns, Severity::wrong, m_section.name, std::move(m_columns),
              "The rows have other columns than the import takes for granted, so values of one kind are shown "
              "as another: a fit error that is shown may be an axis of an ellipsoid.",
@@ -85,9 +79,9 @@ void CtfSectionAudit::finishColumns() {
 }
 
 void CtfSectionAudit::finishLabels() {
-  tellOf(m_borrowed, "the label of the dipole before was taken off");
-  tellOf(m_cut, "the label is whole now");
-  tellOf(m_encoded, "the label was decoded as UTF-8");
+  m_pass.tellOf(m_borrowed, "the label of the dipole before was taken off");
+  m_pass.tellOf(m_cut, "the label is whole now");
+  m_pass.tellOf(m_encoded, "the label was decoded as UTF-8");
   m_pass.add(FindingCode::labels, Severity::wrong, m_section.name, std::move(m_borrowed),
              "Dipoles without a label of their own show that of a dipole before them.",
              "These dipoles have no label (\"Non\").");

@@ -10,11 +10,6 @@ namespace {
 
 constexpr float importFactor = 10.0F;  // always cm
 
-const CString& noLabel() {
-  static const CString text(_T("Non"));
-  return text;
-}
-
 }  // namespace
 
 MsiAudit::MsiAudit(AuditPass& pass, const TextEncoding& encoding)
@@ -194,14 +189,7 @@ void MsiAudit::lookAtValues(std::size_t local, const MsiRow& row, const Told& to
   const int slot = m_pass.slotOf(local);
   constexpr FindingCode columns = FindingCode::msiColumns;
   bool isChanged = false;
-  bool isSettled = m_pass.settle(columns, dipole.m_moment, told.moment, isChanged);
-  if (orientationOf(dipole) != told.orientation) {
-    isChanged = isChanged || m_pass.repairs(columns);
-    isSettled = isSettled && m_pass.repairs(columns);
-    if (m_pass.repairs(columns)) {
-      setOrientation(dipole, told.orientation);
-    }
-  }
+  const bool isSettled = m_pass.settleMoment(columns, dipole, told.moment, told.orientation, isChanged);
   const FindingCode latency = m_reading.hasOtherColumns ? columns : FindingCode::latencyUnit;
   bool isLatencyChanged = false;
   if (!m_pass.settle(latency, dipole.m_latency, told.latency, isLatencyChanged)) {

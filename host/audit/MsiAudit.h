@@ -46,7 +46,6 @@ class MsiAudit {
                     std::string_view what);
   void finish();
   void finishUnit();
-  void tellOf(const Gathered& gathered, const std::string& what);
 
   enum class Goodness { fraction, percent, open };
 

@@ -6,18 +6,12 @@
 
 namespace host {
 
-void MsiAudit::tellOf(const Gathered& gathered, const std::string& what) {
-  if (gathered.changed > 0) {
-    m_pass.tell(counted(gathered.changed, "dipole") + ": " + what + ".");
-  }
-}
-
 void MsiAudit::finish() {
   finishUnit();
-  tellOf(m_latency, "the latency was taken in the unit that the heading names");
-  tellOf(m_columns, "the values were taken from the columns that the heading names");
-  tellOf(m_percent, "the goodness of fit was taken as percent");
-  tellOf(m_encoded, "the label was decoded as UTF-8");
+  m_pass.tellOf(m_latency, "the latency was taken in the unit that the heading names");
+  m_pass.tellOf(m_columns, "the values were taken from the columns that the heading names");
+  m_pass.tellOf(m_percent, "the goodness of fit was taken as percent");
+  m_pass.tellOf(m_encoded, "the label was decoded as UTF-8");
   m_pass.add(FindingCode::latencyUnit, Severity::wrong, {}, std::move(m_latency),
              "The heading gives latencies in seconds, but they were taken as milliseconds.",
              "The latencies are taken in the unit of the heading.");
@@ -54,8 +48,8 @@ void MsiAudit::finish() {
 }
 
 void MsiAudit::finishUnit() {
-  tellOf(m_unit, m_pass.file().unit == LengthUnit::millimetre ? "the position was taken as mm"
-                                                              : "the position was taken as cm");
+  m_pass.tellOf(m_unit, m_pass.file().unit == LengthUnit::millimetre ? "the position was taken as mm"
+                                                                     : "the position was taken as cm");
   const bool isStated = m_reading.heading.lengthUnit() == ColumnUnit::millimetre;
   if (!isStated && !m_isUnitOpen) {
     return;

@@ -88,6 +88,33 @@ TEST(MovingColumns, ColumnsInAnotherOrderAreTakenByTheirNames) {
   EXPECT_EQ(a.dipole(0).m_fitError, 10.5);
 }
 
+TEST(MovingColumns, ADipoleCountsOnceWhosePlaceAndValuesAreOfOtherColumns) {
+  const std::string heading = "\t// Mom(nAm)\txp (cm)\typ (cm)\tzp (cm)\txo\tyo\tzo\tLabel\n";
+  Audited a = labelled(heading, {"1:\t20\t1\t5\t6\t0\t0\t1\tleft", "2:\t30\t1\t-5\t6\t0\t0\t1\tright"});
+  EXPECT_EQ(a.place(0), (Place3{10, 50, 200}));
+  EXPECT_EQ(a.dipole(0).m_moment, 1);
+  EXPECT_EQ(a.only(FindingCode::movingColumns).slots, (std::vector{0, 1}));
+  const host::RepairReport report = a.repair({FindingCode::movingColumns});
+  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(a.place(1), (Place3{-50, 60, 10}));
+  EXPECT_EQ(a.dipole(1).m_moment, 30);
+}
+
+// Its own latency and fit error are what the row of the fit information says, which the import reads last.
+TEST(MovingColumns, LatencyAndErrorOfADipoleWithARowOfFitInformationAreThoseOfTheRow) {
+  const std::string row = "1:\t1\t400\t0.1\t5\t4.5\t0\t0\t0\t1\ta.ds\n";
+  Audited a("a.dip",
+            ctfSphere + ctfSection("Fit_Results", ellipsoidHeading, {ellipsoidRow("10.5", "left")}) + ctfFit +
+                row + "}\n",
+            {"moving yes"});
+  EXPECT_EQ(a.outline(), Lines{"wrong moving-columns"});
+  EXPECT_EQ(Audited::outlineOf(a.repair(host::allFindingCodes()).left), Lines());
+  EXPECT_EQ(a.dipole(0).m_latency, 100);
+  EXPECT_EQ(a.dipole(0).m_fitError, 4.5);
+  EXPECT_EQ(a.label(0), "left");
+  EXPECT_EQ(a.repair(host::allFindingCodes()).told, Lines());
+}
+
 TEST(MovingColumns, RowsThatTheHeadingDoesNotFitHaveNoRemedy) {
   const Audited a = moving(ellipsoidHeading, {ellipsoidRow("10.5", "left"),
                                               "2:\t1\t401\t0.09\t1.2\t5.3\t5.6\t0\t0\t1\t20\t0.1\t0.2\t0.3"});

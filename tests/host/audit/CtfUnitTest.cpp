@@ -141,3 +141,12 @@ TEST(CtfLatencyUnit, MillisecondsBesideASecondElsewhereInTheHeadingAreWrongAndRe
   EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::latencyUnit}).left), Lines());
   EXPECT_EQ(a.dipole(0).m_latency, static_cast<double>(0.08F));
 }
+
+TEST(CtfLatencyUnit, ADipoleWithARowOfFitInformationHasTheLatencyOfThatRow) {
+  const std::string fitRow = ctfFit + "1:\t1\t400\t0.1\t5\t4.5\t0\t0\t0\t1\ta.ds\n}\n";
+  Audited a("a.dip", moving("Latency (ms)") + fitRow, {"moving yes"});
+  EXPECT_EQ(a.dipole(0).m_latency, 100);
+  EXPECT_EQ(a.outline(), Lines());
+  EXPECT_EQ(a.repair(host::allFindingCodes()).told, Lines());
+  EXPECT_EQ(a.dipole(0).m_latency, 100);
+}

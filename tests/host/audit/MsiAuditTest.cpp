@@ -52,6 +52,7 @@ TEST(MsiColumns, PlacesInOtherColumnsAreTakenByTheNames) {
             "20.0 0.75 1.5 5.0 6.0 9.0 2.0 -1.0 22.0 4.5 0.97 0.5 1 a b c 1 N20m\n");
   EXPECT_EQ(a.place(0), (Place3{15, 50, 7.5}));
   EXPECT_EQ(a.outline(), Lines{"wrong msi-columns"});
+  EXPECT_EQ(a.only(FindingCode::msiColumns).slots, std::vector{0});  // once, for place and values
   EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::msiColumns}).left), Lines());
   EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
   EXPECT_EQ(a.dipole(0).m_rawLocation.m_center[0], 50);
