@@ -213,7 +213,7 @@ void CtfWalk::takeDipoleLine(const TextLine& line) {
   const int limit = section().kind == CtfKind::moving ? 12 : 8;  // fields of a usual row
   if (const std::optional<NumberedRow> row = numberedRow(line.text)) {
     const RowFields fields(row->rest, limit);
-    const bool mayHoldMarks = fields.holdsMarks() || fields.count() > limit;
+    const bool mayHoldMarks = fields.mayHoldMarks() || fields.count() > limit;
     if (!mayHoldMarks || !holdsMarks(line.text)) {
       takeRow(line, *row, fields);
       return;

@@ -52,10 +52,35 @@ constexpr std::uint64_t eight(unsigned char byte) {
   return 0x0101010101010101U * byte;
 }
 
-// The high bit of the first byte that is the given one, and of none before it.
-constexpr std::uint64_t markFirst(std::uint64_t bytes, unsigned char byte) {
-  const std::uint64_t zeros = bytes ^ eight(byte);
-  return (zeros - eight(0x01)) & ~zeros & eight(0x80);
+// The high bit of the first byte below a limit, of at most 128, and of none before it.
+constexpr std::uint64_t markFirstBelow(std::uint64_t bytes, unsigned char limit) {
+  return (bytes - eight(limit)) & ~bytes & eight(0x80);
+}
+
+std::uint64_t eightBytesAt(const char* start) {
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, start, sizeof bytes);
+  return bytes;
+}
+
+// Without a branch: half of the numbers have a sign.
+constexpr unsigned signLength(char c) {
+  return static_cast<unsigned>(c == '-') | static_cast<unsigned>(c == '+');
+}
+
+// So many bytes, the first ones.
+constexpr std::uint64_t lowest(unsigned count) {
+  return (std::uint64_t{1} << (8 * count)) - 1;
+}
+
+// The bytes behind a sign up to a length less than eight, 0 to 9 for digits, and zeros around them.
+constexpr std::uint64_t digitsIn(std::uint64_t bytes, unsigned sign, unsigned length) {
+  return (bytes ^ eight('0')) & lowest(length) & ~lowest(sign);
+}
+
+// The high bits of those that are no digits.
+constexpr std::uint64_t othersIn(std::uint64_t digits) {
+  return (((digits & eight(0x7F)) + eight(0x76)) | digits) & eight(0x80);
 }
 
 // The number of eight digits without a branch; each byte holds one, 0 to 9, the first in the lowest byte.
@@ -104,7 +129,9 @@ const char* RowFields::take(const char* c, const char* end, Field& field) {
   field.start = c;
   field.isShort = false;
   constexpr bool isFirstLowest = std::endian::native == std::endian::little;
-  return isFirstLowest && end - c >= 8 && takeShort(field) ? c + field.length : takeLong(c, end, field);
+  const bool isTaken = isFirstLowest && ((end - c >= 8 && takeShort(field)) ||  //
+                                         (end - c >= 16 && takeMiddle(field)));
+  return isTaken ? c + field.length : takeLong(c, end, field);
 }
 
 // A plain number that is shorter than eight bytes and ends at a blank or a tab, at one look; false for
@@ -112,31 +139,64 @@ const char* RowFields::take(const char* c, const char* end, Field& field) {
 // would guess wrong at the end of each.
 bool RowFields::takeShort(Field& field) {
   const char* const start = field.start;
-  std::uint64_t bytes = 0;
-  std::memcpy(&bytes, start, sizeof bytes);
-  const std::uint64_t blankMarks = markFirst(bytes, ' ') | markFirst(bytes, '\t');
-  if (blankMarks == 0) {
+  const std::uint64_t bytes = eightBytesAt(start);
+  const std::uint64_t ends = markFirstBelow(bytes, ' ' + 1);
+  if (ends == 0) {
     return false;
   }
-  const auto length = static_cast<unsigned>(std::countr_zero(blankMarks)) / 8;
-  const unsigned sign = *start == '-' || *start == '+' ? 1 : 0;
-  const auto lowest = [](unsigned count) { return (std::uint64_t{1} << (8 * count)) - 1; };
-  const std::uint64_t digits = (bytes ^ eight('0')) & lowest(length) & ~lowest(sign);  // 0 to 9 for digits
-  const std::uint64_t others = (((digits & eight(0x7F)) + eight(0x76)) | digits) & eight(0x80);
+  const auto length = static_cast<unsigned>(std::countr_zero(ends)) / 8;
+  const std::uint64_t digits = digitsIn(bytes, signLength(*start), length);
+  const std::uint64_t others = othersIn(digits);
   // Without a point it is as if one stood behind the number.
   const unsigned point = others == 0 ? length : static_cast<unsigned>(std::countr_zero(others)) / 8;
   const bool isPoint = others == 0 || ((others & (others - 1)) == 0 && start[point] == '.');
-  if (!isPoint || point <= sign) {
+  if (!isPoint || point <= signLength(*start) || (start[length] != ' ' && start[length] != '\t')) {
     return false;
   }
   field.isShort = true;
   field.kind = others == 0 ? FieldKind::integer : FieldKind::real;
   field.length = length;
-  field.decimals = others == 0 ? 0 : length - point - 1;
-  const std::uint64_t behind = others == 0 ? 0 : (digits >> (8 * point) >> 8U) << (8 * point);
-  const unsigned count = point + field.decimals;  // of bytes without the point
-  field.digits = valueOfEight(((digits & lowest(point)) | behind) << (8 * (8 - count)));
+  field.point = static_cast<std::uint8_t>(point);
   return true;
+}
+
+// Likewise one of 8 to 15 bytes, of which sixteen must be there.
+bool RowFields::takeMiddle(Field& field) {
+  const char* const start = field.start;
+  const std::uint64_t front = eightBytesAt(start);
+  const std::uint64_t back = eightBytesAt(start + 8);
+  const std::uint64_t ends = markFirstBelow(back, ' ' + 1);
+  if (ends == 0) {
+    return false;
+  }
+  const auto length = static_cast<unsigned>(std::countr_zero(ends)) / 8;
+  const unsigned sign = signLength(*start);
+  const std::uint64_t frontOthers = othersIn((front ^ eight('0')) & ~lowest(sign));
+  const std::uint64_t backOthers = othersIn(digitsIn(back, 0, length));
+  const std::uint64_t others = frontOthers | backOthers;
+  const bool isPoint = (frontOthers == 0 || backOthers == 0) && (others & (others - 1)) == 0;
+  const unsigned at = static_cast<unsigned>(std::countr_zero(others)) / 8 + (frontOthers == 0 ? 8 : 0);
+  const bool isInteger = others == 0;
+  if (!isInteger && !(isPoint && at > sign && start[at] == '.')) {
+    return false;
+  }
+  field.kind = isInteger ? FieldKind::integer : FieldKind::real;
+  field.length = length + 8;
+  return start[field.length] == ' ' || start[field.length] == '\t';
+}
+
+// The digits of a short plain number and the power of ten are exact as doubles, so that their quotient is
+// rounded once; with so few digits, rounding it once more, to single precision, gives from_chars' result.
+float RowFields::shortNumber(const Field& field) {
+  const std::uint64_t digits = digitsIn(eightBytesAt(field.start), signLength(*field.start), field.length);
+  const unsigned point = field.point;
+  const unsigned decimals = point < field.length ? field.length - point - 1 : 0;
+  const std::uint64_t behind = (digits >> (8 * point) >> 8U) << (8 * point);
+  const unsigned count = point + decimals;  // of bytes without the point
+  const std::uint32_t value = valueOfEight(((digits & lowest(point)) | behind) << (8 * (8 - count)));
+  constexpr double factors[] = {1.0, -1.0};  // signs are hard to guess
+  return static_cast<float>(static_cast<double>(value) / powersOfTen[decimals] *
+                            factors[*field.start == '-' ? 1 : 0]);
 }
 
 // Byte by byte.
@@ -155,9 +215,11 @@ const char* RowFields::takeLong(const char* c, const char* end, Field& field) {
   }
   if (c != end && !isBlank(*c)) {
     field.kind = FieldKind::other;
+    bool mayHoldMarks = m_mayHoldMarks;
     for (; c != end && !isBlank(*c); ++c) {
-      m_holdsMarks = m_holdsMarks || *c == '(' || *c == '/' || *c == '{' || *c == '}';
+      mayHoldMarks = mayHoldMarks | (*c < '0') | (*c > 'z');  // all four stand there
     }
+    m_mayHoldMarks = mayHoldMarks;
   }
   field.length = static_cast<std::uint32_t>(c - field.start);
   return c;

@@ -34,21 +34,15 @@ class RowFields {
   [[nodiscard]] bool isInteger(int field) const {
     return has(field) && m_fields[field].kind == FieldKind::integer;
   }
-  // Whether a field that is no plain number holds one of ( / { }.
-  [[nodiscard]] bool holdsMarks() const { return m_holdsMarks; }
+  // Whether a field that is no plain number may hold one of ( / { }.
+  [[nodiscard]] bool mayHoldMarks() const { return m_mayHoldMarks; }
   // The whole field as a finite number in single precision.
   [[nodiscard]] std::optional<float> number(int field) const {
-    // The digits of a short plain number and the power of ten are exact as doubles, so that their quotient is
-    // rounded once; with so few digits, rounding it once more, to single precision, gives from_chars' result.
     if (!has(field)) {
       return std::nullopt;
     }
     const Field& found = m_fields[field];
-    if (!found.isShort) {
-      return longNumber(found);
-    }
-    const double magnitude = static_cast<double>(found.digits) / powersOfTen[found.decimals];
-    return static_cast<float>(*found.start == '-' ? -magnitude : magnitude);
+    return found.isShort ? shortNumber(found) : longNumber(found);
   }
   // The whole field as an integer; "3.0" is one too.
   [[nodiscard]] std::optional<int> wholeNumber(int field) const;
@@ -59,15 +53,16 @@ class RowFields {
   struct Field {
     const char* start;
     std::uint32_t length;
-    std::uint32_t digits;    // of a short number, sign and point left out
-    std::uint32_t decimals;  // likewise
-    bool isShort;
+    std::uint8_t point;  // of a short number: where it stands; without one behind it
+    bool isShort;        // a plain number of less than eight bytes, with as many to look at in the row
     FieldKind kind;
   };
 
   [[nodiscard]] bool has(int field) const { return field >= 0 && field < m_count; }
   const char* take(const char* c, const char* end, Field& field);
   static bool takeShort(Field& field);
+  static bool takeMiddle(Field& field);
+  static float shortNumber(const Field& field);
   static std::optional<float> longNumber(const Field& field);
 
   static constexpr double powersOfTen[] = {1e0, 1e1, 1e2, 1e3,  1e4,  1e5,  1e6,
@@ -78,7 +73,7 @@ class RowFields {
   Field m_fields[most];  // those behind the count hold nothing
   int m_count = 0;
   bool m_hasMore = false;
-  bool m_holdsMarks = false;
+  bool m_mayHoldMarks = false;
 };
 
 // A whole text as a finite number in single precision; a "+" may stand in front.
