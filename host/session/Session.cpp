@@ -8,17 +8,13 @@
 #include <system_error>
 #include <utility>
 
-#include "host/dipoles/HeaderText.h"
 #include "host/dipoles/SetFiducials.h"
-#include "host/exchange/ImportFile.h"
-#include "host/exchange/JoinedSet.h"
 #include "host/exchange/SetFile.h"
 #include "host/exchange/TableFile.h"
 #include "host/head/HeadFile.h"
 #include "host/head/Limits.h"
 #include "host/text/Failure.h"
 #include "host/text/PathText.h"
-#include "host/undo/SetBackup.h"
 
 namespace host {
 
@@ -51,6 +47,7 @@ Session::Session(CDipoleFace9File& dipoles)
       m_window(m_head.volume->window()),
       m_crosshair(amidTheBrain),
       m_history(dipoles),
+      m_audited(dipoles),
       m_savedState(m_history.state()),
       m_recentSets(systemRule()),
       m_recentHeads(systemRule()) {
@@ -70,6 +67,7 @@ void Session::setHead(Head head, std::string notice) {
   m_head = std::move(head);
   m_notice = std::move(notice);
   m_placed = {};
+  m_findings.reset();
   if (!staysRegistered)
     m_crosshair = m_head.isRegistered() ? amidTheBrain : Vector3{};
   resetWindow();
@@ -110,6 +108,7 @@ void Session::registerHead(const Fiducials& points) {
   const Vector3 place = m_head.frame.toScanner(m_crosshair);
   m_head.frame = frame;
   m_head.fiducials = points;
+  m_findings.reset();
   setCrosshair(frame.fromScanner(place));
 }
 
@@ -117,6 +116,7 @@ void Session::unregister() {
   const Vector3 place = m_head.frame.toScanner(m_crosshair);
   m_head.frame = provisionalFrame(*m_head.volume);
   m_head.fiducials.reset();
+  m_findings.reset();
   setCrosshair(m_head.frame.fromScanner(place));
 }
 
@@ -183,94 +183,6 @@ bool Session::goToCurrentDipole() {
   return true;
 }
 
-Session::ImportResult Session::importFiles(const std::vector<CString>& paths, const Progress& progress) {
-  noteChange();
-  CString name;
-  ImportResult result = withinMemory([&] {
-    name = _T("Import");
-    return importAll(paths, progress);
-  });
-  noteChange(name);
-  return result;
-}
-
-Session::ImportResult Session::importAll(const std::vector<CString>& paths, const Progress& progress) {
-  ImportResult result;
-  JoinedSet joined(m_dipoles.m_totalDipoles);
-  const int total = static_cast<int>(paths.size());
-  for (int done = 0; done < total && !result.cancelled; ++done) {
-    const CString& path = paths[static_cast<std::size_t>(done)];
-    if (progress && !progress(done, total, path)) {
-      result.cancelled = true;
-    } else {
-      importNext(path, joined, result);
-    }
-  }
-  result.files = static_cast<int>(joined.parts().size());
-  result.dipoles = joined.set().m_totalDipoles;
-  result.findings = joined.findings();
-  for (const Finding& finding : result.findings) {
-    if (finding.severity == Severity::wrong) {
-      result.told.push_back(lineOf(finding));
-    }
-  }
-  for (const std::string& warning : joined.warnings()) {
-    result.told.push_back(warning);
-  }
-  if (m_dipoles.m_totalDipoles > 0) {
-    addPatient(result.patients, patientOf(m_dipoles));
-  }
-  for (const std::string& patient : joined.patients()) {
-    addPatient(result.patients, patient);
-  }
-  result.mixesPatients = result.patients.size() > 1;
-  takeOver(joined);
-  return result;
-}
-
-void Session::importNext(const CString& path, JoinedSet& joined, ImportResult& result) {
-  const std::optional<DipoleFormat> format = dipoleFormatOf(path);
-  if (!format || *format == DipoleFormat::set) {
-    result.failed.push_back({path, "its name ends neither in .dip, .txt, .csv, .tsv nor .json"});
-    return;
-  }
-  ImportedFile file = importFile(path, *format, utf8Of(fileNameOf(path)));
-  for (const ModuleMessage& message : file.messages) {
-    if (!message.isQuestion && !message.text.starts_with("Total imported dipoles")) {
-      result.told.push_back(message.text);
-    }
-  }
-  if (file.dipoles() == 0) {
-    result.failed.push_back({path, file.failure.empty() ? "it holds no dipoles" : file.failure});
-    return;
-  }
-  if (file.set->m_totalDipoles > joined.room()) {
-    result.failed.push_back({path, "the set has room for " + std::to_string(joined.room()) +
-                                       " more dipoles, the file holds " +
-                                       std::to_string(file.set->m_totalDipoles)});
-    return;
-  }
-  if (result.headMismatch.empty() && m_head.isRegistered() && !m_head.isPhantom) {
-    result.headMismatch = host::headMismatch(*file.set, *m_head.fiducials);
-  }
-  joined.add(std::move(file));
-}
-
-// All of them, or by an exception none.
-void Session::takeOver(const JoinedSet& joined) {
-  if (joined.parts().empty()) {
-    return;
-  }
-  SetBackup before(m_dipoles);
-  try {
-    appendTo(m_dipoles, joined.set());
-    m_history.unknown().mark(m_dipoles, joined.unknown());
-  } catch (...) {
-    before.restore();
-    throw;
-  }
-}
-
 // The set becomes that of another collection, and has no history.
 void Session::replaceSet(CDipoleFace9File& source, CString path) {
   RecentFiles recent = m_recentSets;
@@ -279,6 +191,8 @@ void Session::replaceSet(CDipoleFace9File& source, CString path) {
   m_recentSets = std::move(recent);
   m_setPath = std::move(path);
   m_colours.reset();
+  m_audited.startAnew();
+  m_findings.reset();
   markSaved();
 }
 
@@ -346,17 +260,21 @@ bool Session::noteChange(const CString& command) {
   }
   m_isUncertain = recorded == UndoHistory::Recorded::noMemory;
   m_colours.reset();
+  m_findings.reset();
+  if (!m_isUncertain) {
+    m_audited.noteState(m_history);
+  }
   return true;
 }
 
-UndoHistory::Moved Session::undo() {
+UndoHistory::Moved Session::moveBy(UndoHistory::Moved (UndoHistory::*move)()) {
   m_colours.reset();
-  return m_history.undo();
-}
-
-UndoHistory::Moved Session::redo() {
-  m_colours.reset();
-  return m_history.redo();
+  m_findings.reset();
+  const UndoHistory::Moved moved = (m_history.*move)();
+  if (moved == UndoHistory::Moved::done) {
+    m_audited.noteMove(m_history);
+  }
+  return moved;
 }
 
 const ValueColors* Session::colours() {

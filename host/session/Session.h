@@ -17,10 +17,10 @@
 #include <string>
 #include <vector>
 
-#include "host/audit/Finding.h"
 #include "host/dipoles/ValueColors.h"
 #include "host/dipoles/ViewSettings.h"
 #include "host/head/Head.h"
+#include "host/session/AuditedSet.h"
 #include "host/text/RecentFiles.h"
 #include "host/undo/UndoHistory.h"
 #include "module/dipole.h"
@@ -94,9 +94,7 @@ class Session {
     // host/dipoles/HeaderText.h; each once, in that order.
     std::vector<std::string> patients;
     bool mixesPatients = false;  // there is more than one of them
-    // What the audits of the files that brought dipoles found, about the slots of this set.
-    std::vector<Finding> findings;
-    // What the module told of the files, without its totals, what is wrong with them, and what found no room.
+    // What the module told of the files, without its totals, and what found no room.
     std::vector<std::string> told;
     std::string headMismatch;  // as headMismatch() would say it of the first file that is of another head
   };
@@ -108,6 +106,14 @@ class Session {
   // and every file with dipoles says so. The current folder stays. What a progress function throws ends the
   // import, and nothing has come.
   ImportResult importFiles(const std::vector<CString>& paths, const Progress& progress);
+
+  // What is to be said of the files that the dipoles of the set came from, as they are now, and of the dipoles
+  // in this head; see host/session/AuditedSet.h. Valid until the next operation. Throws.
+  [[nodiscard]] const std::vector<StandingFinding>& findings() const;
+  [[nodiscard]] std::vector<Finding> shownFindings() const;  // those that bear on what is shown
+  // Applies remedies of a file that a finding names, as one step to undo. Returns a sentence (UTF-8) for each
+  // thing that was changed. Throws also when the dipoles have been changed since, see there.
+  std::vector<std::string> repair(std::size_t file, const Repairs& repairs);
 
   // Replaces the set by that of a file; what belongs to the old one, the history too, is gone. A file that is
   // not there any more leaves the list of recent ones.
@@ -135,8 +141,8 @@ class Session {
   // it after each of its commands, and whenever the module asks for its views to be drawn anew. Without a
   // name it is found, see host/undo/ChangeName.h.
   bool noteChange(const CString& command = CString());
-  UndoHistory::Moved undo();
-  UndoHistory::Moved redo();
+  UndoHistory::Moved undo() { return moveBy(&UndoHistory::undo); }
+  UndoHistory::Moved redo() { return moveBy(&UndoHistory::redo); }
   [[nodiscard]] const UndoHistory& history() const { return m_history; }
 
   // By the value that the view settings name; null when dipoles have their own colours. Valid until the next
@@ -147,8 +153,12 @@ class Session {
   void setHead(Head head, std::string notice);
   void replaceSet(CDipoleFace9File& source, CString path);
   ImportResult importAll(const std::vector<CString>& paths, const Progress& progress);
-  void importNext(const CString& path, JoinedSet& joined, ImportResult& result);
-  void takeOver(const JoinedSet& joined);
+  void importNext(const CString& path, JoinedSet& joined, std::vector<AuditedFile>& files,
+                  ImportResult& result);
+  void takeOver(const JoinedSet& joined, std::vector<AuditedFile> files);
+  template <typename Change>
+  void changeWhole(Change change);
+  UndoHistory::Moved moveBy(UndoHistory::Moved (UndoHistory::*move)());
   void markSaved();
 
   CDipoleFace9File& m_dipoles;
@@ -159,6 +169,8 @@ class Session {
   Vector3 m_crosshair;
   ViewSettings m_view;
   UndoHistory m_history;
+  AuditedSet m_audited;
+  mutable std::optional<std::vector<StandingFinding>> m_findings;  // none: to be looked for anew
   std::uint64_t m_savedState;
   bool m_isUncertain = false;  // there was no memory to look for a change
   CString m_setPath;

@@ -121,6 +121,14 @@ void UndoHistory::keepBudget(Steps& grown, Steps& other) {
   dropFarthest(grown, 0);
 }
 
+std::vector<std::uint64_t> UndoHistory::states() const {
+  std::vector<std::uint64_t> states = {m_state};
+  for (const Steps* steps : {&m_undo, &m_redo})
+    for (const Step& step : *steps)
+      states.push_back(step.state);
+  return states;
+}
+
 CString UndoHistory::undoText() const {
   return m_undo.empty() ? CString(_T("Undo")) : _T("Undo ") + m_undo.back().name;
 }

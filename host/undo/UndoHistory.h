@@ -63,6 +63,8 @@ class UndoHistory {
   // Which state the set was in at the last record, undo or redo: the same number whenever undo or redo come
   // back to it, and another one for every other state.
   [[nodiscard]] std::uint64_t state() const { return m_state; }
+  // That state, and those that undo and redo can still come to.
+  [[nodiscard]] std::vector<std::uint64_t> states() const;
 
   [[nodiscard]] std::size_t undoSteps() const { return m_undo.size(); }
   [[nodiscard]] std::size_t redoSteps() const { return m_redo.size(); }
