@@ -56,6 +56,7 @@ ON_COMMAND(ID_DIPOLES_REDO, &MainFrame::OnRedo)
 ON_COMMAND(ID_DIPOLES_MANAGER, &MainFrame::OnManager)
 ON_COMMAND(ID_DIPOLES_EDITOR, &MainFrame::OnEditor)
 ON_COMMAND(ID_DIPOLES_COORDINATES, &MainFrame::OnCoordinates)
+ON_COMMAND(ID_DIPOLES_FINDINGS, &MainFrame::OnFindings)
 ON_COMMAND(ID_DIPOLES_NEXT, &MainFrame::OnNextDipole)
 ON_COMMAND(ID_DIPOLES_PREVIOUS, &MainFrame::OnPreviousDipole)
 ON_COMMAND(ID_DIPOLES_GO_TO, &MainFrame::OnGoToDipole)
@@ -92,10 +93,14 @@ END_MESSAGE_MAP()
 MainFrame::MainFrame()
     : m_dipoles(std::make_unique<CDipoleFacezq>()),
       m_session(std::make_unique<Session>(*m_dipoles)),
-      m_panel(*m_session, [this] {
-        repaintPanes();
-        showStatus();
-      }) {
+      m_panel(*m_session,
+              [this] {
+                repaintPanes();
+                showStatus();
+              }),
+      m_warningBar([this] { OnFindings(); }),
+      m_findings(*m_session, [this](const std::vector<StandingFinding>& chosen,
+                                    std::optional<LengthUnit> unit) { repairFindings(chosen, unit); }) {
   PaneOwner& owner = *this;
   m_panes[0] = std::make_unique<SliceWindow>(owner, 0, View::axial);
   m_panes[1] = std::make_unique<SliceWindow>(owner, 1, View::coronal);
@@ -123,6 +128,8 @@ BOOL MainFrame::create() {
   if (!m_panel.createIn(this) ||
       !m_statusBar.Create(STATUSCLASSNAMEW, _T(""), WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, nowhere, this,
                           IDC_STATUS_BAR))
+    return FALSE;
+  if (!m_warningBar.createIn(this, IDC_WARNING_BAR, m_panel) || !m_findings.createIn(this))
     return FALSE;
   m_panel.ShowWindow(SW_SHOW);
   readRecent();
@@ -295,16 +302,18 @@ void MainFrame::layOut() {
   placeStatusParts();
 
   const int gap = onScreen(paneGap);
+  const int top = m_warningBar.height();
+  m_warningBar.MoveWindow(0, 0, width, top);
   const int paneWidth = (width - 3 * gap) / 2;
-  const int paneHeight = (height - 3 * gap) / 2;
+  const int paneHeight = (height - top - 3 * gap) / 2;
   for (int number = 0; number < paneCount; ++number) {
     PaneWindow& window = pane(number);
     if (m_singlePane >= 0) {
-      window.MoveWindow(gap, gap, width - 2 * gap, height - 2 * gap);
+      window.MoveWindow(gap, top + gap, width - 2 * gap, height - top - 2 * gap);
     } else {
       const int column = number % 2;
       const int row = number / 2;
-      window.MoveWindow(gap + column * (paneWidth + gap), gap + row * (paneHeight + gap), paneWidth,
+      window.MoveWindow(gap + column * (paneWidth + gap), top + gap + row * (paneHeight + gap), paneWidth,
                         paneHeight);
     }
     window.ShowWindow(m_singlePane < 0 || m_singlePane == number ? SW_SHOW : SW_HIDE);
@@ -343,6 +352,7 @@ void MainFrame::showEverywhere() {
   m_panel.refresh();
   showStatus();
   showTitle();
+  showFindings();
 }
 
 void MainFrame::refreshModuleWindows() {

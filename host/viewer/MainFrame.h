@@ -14,10 +14,12 @@
 #include <vector>
 
 #include "host/session/Session.h"
+#include "host/viewer/FindingsWindow.h"
 #include "host/viewer/PaneOwner.h"
 #include "host/viewer/SceneWindow.h"
 #include "host/viewer/SliceWindow.h"
 #include "host/viewer/ViewPanel.h"
+#include "host/viewer/WarningBar.h"
 #include "host/viewer/resource.h"
 #include "module/dipole.h"
 
@@ -47,8 +49,11 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   // For those who drive the viewer from a program.
   Session& session() { return *m_session; }
   CDipoleFacezq& dipoles() { return *m_dipoles; }
+  FindingsWindow& findingsWindow() { return m_findings; }
+  WarningBar& warningBar() { return m_warningBar; }
   PaneWindow& pane(int number) { return *m_panes[static_cast<std::size_t>(number)]; }
   [[nodiscard]] CString statusText(int part) const;
+  Image currentPicture();  // what the panes show, with what a reader of the picture must know
 
   static constexpr int paneCount = 4;  // axial, coronal, sagittal, 3D
   enum StatusPart { pointerPart, crosshairPart, dipolePart, countPart, statusParts };
@@ -91,7 +96,6 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   void openSet(const CString& path);
   void importFiles(const std::vector<CString>& paths);
   void tellOfImport(const Session::ImportResult& result);
-  Image currentPicture();
   CString askForName(bool isOpen, LPCTSTR extension, LPCTSTR filter, LPCTSTR proposal = nullptr);
   std::vector<CString> askForNames(LPCTSTR filter);
   void exportTo(LPCTSTR extension, LPCTSTR filter, void (Session::*write)(const CString&));
@@ -110,6 +114,15 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   afx_msg void OnExit();
   void readRecent();
   void writeRecent();
+
+  // Findings.
+  void showFindings();
+  void repairFindings(const std::vector<StandingFinding>& chosen, std::optional<LengthUnit> unit);
+  void takeOverManager();
+  void importCtf();
+  static LRESULT CALLBACK onManagerMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                           UINT_PTR id, DWORD_PTR unused);
+  afx_msg void OnFindings();
 
   // Dipoles.
   void step(UndoHistory::Moved (Session::*move)());
@@ -172,6 +185,8 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   SceneWindow* m_scene = nullptr;  // the last of the panes
   ViewPanel m_panel;
   ViewSettings m_viewOnScreen;  // the session's, in pixels of this screen
+  WarningBar m_warningBar;
+  FindingsWindow m_findings;
   CWnd m_statusBar;
   HWND m_focusBefore = nullptr;            // in this window, when another one was activated
   HWND m_lastActive = nullptr;             // of the windows of the program

@@ -10,6 +10,7 @@ namespace host {
 
 void MainFrame::OnManager() {
   m_dipoles->showDipoleList(this, &MainFrame::onPosition);
+  takeOverManager();
 }
 
 void MainFrame::OnEditor() {

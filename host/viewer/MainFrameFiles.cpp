@@ -132,6 +132,7 @@ bool MainFrame::openMri(const CString& path) {
 
 void MainFrame::importFiles(const std::vector<CString>& paths) {
   noteQuietChange();
+  const std::vector<StandingFinding> before = m_session->findings();
   Session::ImportResult result;
   try {
     ProgressWindow progress(this);
@@ -143,6 +144,8 @@ void MainFrame::importFiles(const std::vector<CString>& paths) {
   refreshModuleWindows();
   showEverywhere();
   tellOfImport(result);
+  if (!m_session->findings().empty() && m_session->findings() != before)
+    m_findings.open();
 }
 
 // One message: first what must not be missed.
@@ -284,15 +287,13 @@ void MainFrame::OnExportCsv() {
            &Session::exportTable);
 }
 
-// What the panes show, with what a reader of the picture must know.
 Image MainFrame::currentPicture() {
   PageTexts texts;
   texts.patientId = patientOf(*m_dipoles);
   const CString& path = m_session->setPath();
   texts.files = {m_session->head().name, path.IsEmpty() ? std::string() : utf8Of(fileNameOf(path))};
   texts.settings = {utf8Of(statusText(dipolePart)), utf8Of(statusText(countPart))};
-  if (const std::string mismatch = m_session->headMismatch(); !mismatch.empty())
-    texts.wrong.push_back(mismatch);
+  texts.wrong = wrongTexts(m_session->shownFindings());
   return fourPanes(pane(0).picture(), pane(1).picture(), pane(2).picture(), pane(3).picture(), texts,
                    screenScale());
 }

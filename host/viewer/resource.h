@@ -4,6 +4,7 @@
 #define IDR_MAINFRAME 100
 #define IDD_VIEW_PANEL 110
 #define IDD_PROGRESS 111
+#define IDD_FINDINGS 112
 
 #define ID_FILE_NEW_SET 1000
 #define ID_FILE_OPEN_MRI 1001
@@ -31,6 +32,7 @@
 #define ID_DIPOLES_NEXT 1105
 #define ID_DIPOLES_PREVIOUS 1106
 #define ID_DIPOLES_GO_TO 1107
+#define ID_DIPOLES_FINDINGS 1108
 #define ID_REGISTER_FROM_SET 1110
 #define ID_REGISTER_FROM_FILE 1111
 #define ID_REGISTER_NASION 1112
@@ -67,6 +69,7 @@
 // Panes and bars of the main window.
 #define IDC_PANE_FIRST 1400
 #define IDC_STATUS_BAR 1410
+#define IDC_WARNING_BAR 1411
 
 // The view panel.
 #define IDC_TOLERANCE 1500
@@ -89,3 +92,13 @@
 
 #define IDC_PROGRESS_TEXT 1530
 #define IDC_PROGRESS_BAR 1531
+
+// The findings.
+#define IDC_FINDING_LIST 1540
+#define IDC_FINDING_TEXT 1541
+#define IDC_FINDING_REPAIR 1542
+#define IDC_FINDING_CM 1543
+#define IDC_FINDING_MM 1544
+
+// "Import CTF" in the menu of the module's manager, which the viewer does itself.
+#define ID_MANAGER_IMPORT_CTF 20041
