@@ -15,8 +15,8 @@ class CtfSectionAudit {
  public:
   CtfSectionAudit(AuditPass& pass, const TextEncoding& encoding, const CtfReading& reading, int section);
 
-  // The dipole of the file's n-th slot beside its row. Latency and fit error of a dipole that has a row of fit
-  // information are of that row, and nothing is said here about them.
+  // The dipole of the file's n-th slot beside its row. Latency and fit error of a dipole that has a row of
+  // fit information are of that row, and nothing is said here about them.
   void look(std::size_t local, const CtfRow& row, const CtfFollowers& followers);
   // The findings about all of them.
   void finish();

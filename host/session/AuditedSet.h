@@ -1,8 +1,8 @@
-// What is to be said of the files that the dipoles of a set came from, wherever the dipoles go, in every state
-// that undo and redo come back to.
+// What is to be said of the files that the dipoles of a set came from, wherever the dipoles go, in every
+// state that undo and redo come back to.
 //
-// A dipole is known by its object, as in host/dipoles/UnknownDipoles.h; undo may make it anew, so each state of
-// the history has a note of which of its slots came from where.
+// A dipole is known by its object, as in host/dipoles/UnknownDipoles.h; undo may make it anew, so each state
+// of the history has a note of which of its slots came from where.
 #pragma once
 
 #include <cstdint>

@@ -108,8 +108,8 @@ void carry(Thing& now, Thing& before, Thing& after) {
       });
 }
 
-// `late` have the slots behind which they come. Numbers that are those of the slots stay so; else dipoles that
-// came get numbers that nobody has. The current dipole stays the current one.
+// `late` have the slots behind which they come. Numbers that are those of the slots stay so; else dipoles
+// that came get numbers that nobody has. The current dipole stays the current one.
 void insertLate(CDipoleFace9File& set, std::vector<LateDipole>&& late) {
   std::stable_sort(late.begin(), late.end(),
                    [](const LateDipole& a, const LateDipole& b) { return a.slot < b.slot; });

@@ -1,5 +1,5 @@
-// Carries what a repair changed in a file's own set over to the set in which its dipoles stand now. Whatever the
-// user has done to them since stays.
+// Carries what a repair changed in a file's own set over to the set in which its dipoles stand now. Whatever
+// the user has done to them since stays.
 #pragma once
 
 #include <vector>

@@ -107,8 +107,8 @@ class Session {
   // import, and nothing has come.
   ImportResult importFiles(const std::vector<CString>& paths, const Progress& progress);
 
-  // What is to be said of the files that the dipoles of the set came from, as they are now, and of the dipoles
-  // in this head; see host/session/AuditedSet.h. Valid until the next operation. Throws.
+  // What is to be said of the files that the dipoles of the set came from, as they are now, and of the
+  // dipoles in this head; see host/session/AuditedSet.h. Valid until the next operation. Throws.
   [[nodiscard]] const std::vector<StandingFinding>& findings() const;
   [[nodiscard]] std::vector<Finding> shownFindings() const;  // those that bear on what is shown
   // Applies remedies of a file that a finding names, as one step to undo. Returns a sentence (UTF-8) for each

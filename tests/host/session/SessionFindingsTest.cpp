@@ -1,4 +1,4 @@
-// What is found about imported files follows the dipoles through changes, undo and redo, and has its remedies.
+// What is found about imported files follows the dipoles through changes, undo and redo, and is repaired.
 #include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>

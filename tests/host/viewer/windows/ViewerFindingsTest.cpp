@@ -1,4 +1,4 @@
-// What is found about imported files reaches the eye, by whatever way they come, and is repaired by its buttons.
+// What is found about imported files reaches the eye, by whatever way they come, and is repaired by buttons.
 #include <gtest/gtest.h>
 
 #include "platform/Utf.h"
