@@ -220,10 +220,14 @@ TEST_F(SessionFindings, AnAnswerThatChangesNothingIsNoStep) {
   EXPECT_EQ(takeAs(LengthUnit::millimetre), Texts());
   EXPECT_EQ(outline(), Texts{"a.dip wrong labels 2"});
   EXPECT_EQ(m_session.history().undoSteps(), 1U);
+  m_session.undo();
+  m_session.redo();
+  EXPECT_EQ(outline(), Texts{"a.dip wrong labels 2"});  // the answer stays
 }
 
 TEST_F(SessionFindings, ASetThatIsSavedAndOpenedSaysNothing) {
   import("a.dip", noUnit);
+  dipole(0).m_label = _T("AverageDipole3");
   const CString path = m_folder.path("a.dipset");
   m_session.saveSet(path);
   EXPECT_EQ(outline(), unitAndLabel);
