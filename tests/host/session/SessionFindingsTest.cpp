@@ -7,6 +7,7 @@
 
 #include "host/session/Session.h"
 #include "platform/Utf.h"
+#include "tests/host/session/SmallMri.h"
 #include "tests/host/undo/WholeSet.h"
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
@@ -181,6 +182,14 @@ TEST_F(SessionFindings, RowsThatARepairBringsComeWhereTheyStandInTheFile) {
   EXPECT_EQ(outline().size(), 2U);
 }
 
+TEST_F(SessionFindings, RowsThatARepairBringsDoNotComeBesideDipolesThatWereMoved) {
+  import("a.txt", refusedRow);
+  dipole(0).m_location[1] += 5;
+  m_session.noteChange();
+  EXPECT_THROW(repair(FindingCode::msiColumns), std::runtime_error);
+  EXPECT_EQ(m_set->m_totalDipoles, 2);
+}
+
 TEST_F(SessionFindings, InASetInAnotherOrderTheyComeBehindTheOneBeforeAndNumbersStay) {
   import("a.txt", refusedRow);
   m_set->m_dipoles.swap(0, 1);
@@ -250,4 +259,41 @@ TEST_F(SessionFindings, SeveralPatientsStandAsLongAsBothAreThere) {
   m_set->deleteDipole(1, 1);
   m_session.noteChange();
   EXPECT_EQ(outline(), Texts{"a.dip note no-fit 0"});
+}
+
+TEST_F(SessionFindings, WhatTheHeadSaysIsLookedForAnewWithEveryMriAndRegistration) {
+  std::string far = noFit;
+  far.replace(far.find("5.2"), 3, "25");  // cm to the left
+  import("b.dip", far);
+  const Texts own = {"b.dip note no-fit 0"};
+  const Texts inMri = {"b.dip note no-fit 0", " doubtful outside-head 0"};
+  EXPECT_EQ(outline(), own);  // the phantom is nobody's head
+  m_folder.write("head.fiducials", points);
+  m_session.openMri(m_folder.write("head.nii", mri()));
+  EXPECT_EQ(outline(), inMri);
+  const host::Fiducials used = *m_session.head().fiducials;
+  m_session.unregister();
+  EXPECT_EQ(outline(), own);
+  m_session.registerHead(used);
+  EXPECT_EQ(outline(), inMri);
+  dipole(0).m_location[0] = 10;
+  m_session.noteChange();
+  EXPECT_EQ(outline(), own);
+  m_session.undo();
+  EXPECT_EQ(outline(), inMri);
+  m_session.usePhantom();
+  EXPECT_EQ(outline(), own);
+}
+
+TEST_F(SessionFindings, PointsOfAnotherHeadAreWrongInTheMri) {
+  const std::string fiducials = "MEG_Sphere\n{\nORIGIN_X: 0\nORIGIN_Y: 0\nORIGIN_Z: 5\nRADIUS: 8\n}\n";
+  const std::string own =
+      "Fid_Points\n{\nNASION: 128 40 128\nLEFT_EAR: 40 128 128\nRIGHT_EAR: 60 128 128\n}\n";
+  m_folder.write("head.fiducials", points);
+  m_session.openMri(m_folder.write("head.nii", mri()));
+  import("b.dip", fiducials + own + noFit);
+  EXPECT_EQ(outline(), (Texts{"b.dip note no-fit 0", "b.dip wrong other-head"}));
+  EXPECT_EQ(m_session.shownFindings().back().sentence.rfind("For this MRI ", 0), 0U);
+  m_session.usePhantom();
+  EXPECT_EQ(outline(), Texts{"b.dip note no-fit 0"});
 }

@@ -7,7 +7,7 @@
 
 #include "host/session/Session.h"
 #include "host/text/PathText.h"
-#include "tests/host/head/NiftiFile.h"
+#include "tests/host/session/SmallMri.h"
 #include "tests/host/text/Failing.h"
 #include "tests/host/undo/WholeSet.h"
 #include "tests/support/TempFolder.h"
@@ -18,17 +18,7 @@ using host::Session;
 using host::Vector3;
 using Paths = std::vector<CString>;
 
-constexpr const char* points = "nasion 0 95 -20\nleft -75 -10 -40\nright 75 -10 -40\n";
 const host::Fiducials head = {{0, 95, -20}, {-75, -10, -40}, {75, -10, -40}};
-
-std::string mri() {
-  NiftiFile file;
-  file.dim = {3, 40, 48, 44, 1, 1, 1, 1};
-  file.pixdim = {1, 5, 5, 5, 0, 0, 0, 0};
-  file.srow = {5, 0, 0, -100, 0, 5, 0, -120, 0, 0, 5, -110};
-  file.count();
-  return file.version1();
-}
 
 void expectPlace(const Vector3& place, const Vector3& expected) {
   EXPECT_NEAR(place.x, expected.x, 1e-9);
