@@ -45,7 +45,7 @@ std::string mri() {
 // Around the slices through (30, 40, 20): near and far ones, one below the ears, one that is switched off.
 constexpr const char* dipoleFile =
     "MEG_Sphere\n{\nORIGIN_X: 0.0\nORIGIN_Y: 0.0\nORIGIN_Z: 5.0\nRADIUS: 8.5\n}\n"
-    "Dipoles\n{\n// xp (cm) yp (cm) zp (cm) Mom(nAm)\n"
+    "Dipoles\n{\n// xp (cm) yp (cm) zp (cm) xo yo zo Mom(nAm) Label\n"
     "1: 2.0 3.0 4.0 0.6 0.0 0.8 10 a\n2: 2.1 -3.3 4.3 0.0 1.0 0.0 40 b\n3: -1.0 3.2 4.2 1.0 0.0 0.0 25 c\n"
     "4: 2.2 3.4 -0.3 0.0 0.0 1.0 30 d\n5: 0.0 0.0 9.0 0.0 0.0 1.0 35 e\n6: 2.0 1.0 4.0 0.0 0.0 1.0 55 f\n}\n"
     "Dipole_Flags\n{\n1: 0 0 1 1 1\n2: 0 0 1 1 1\n3: 0 0 1 1 1\n4: 0 0 1 1 1\n5: 0 0 1 1 1\n6: 0 1 1 1 "
