@@ -309,6 +309,7 @@ RepairReport AuditedSet::repair(std::size_t file, const Repairs& repairs) {
 std::vector<int> AuditedSet::slotsAfter(const std::vector<const CDipoleszq*>& dipoles) const {
   const auto now = slotsOf(m_dipoles);
   std::vector<int> slots;
+  slots.reserve(dipoles.size());
   for (const CDipoleszq* const dipole : dipoles) {
     slots.push_back(dipole != nullptr ? now.at(dipole) : gone);
   }
