@@ -131,9 +131,9 @@ void AuditedSet::keepState(const UndoHistory& history) {
     return std::find(reachable.begin(), reachable.end(), state.first) == reachable.end();
   });
   auto origins = std::make_shared<const Origins>(originsNow());
-  for (const auto& [number, state] : m_states) {
-    origins = *state.origins == *origins ? state.origins : origins;
-  }
+  const auto same = std::find_if(m_states.rbegin(), m_states.rend(),
+                                 [&](const auto& state) { return *state.second.origins == *origins; });
+  origins = same != m_states.rend() ? same->second.origins : origins;
   m_states[history.state()] = {m_files, std::move(origins)};
 }
 
