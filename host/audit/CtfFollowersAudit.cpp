@@ -88,8 +88,7 @@ void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>&
   for (std::size_t local = 0; local < slots.size(); ++local) {
     const CtfRow& dipole = m_reading.rows[static_cast<std::size_t>(slots[local])];
     const CtfSection& section = m_reading.sections[static_cast<std::size_t>(dipole.section)];
-    const CtfFollower* const row = followers.fit(local);
-    const std::optional<ToldFit> told = followers.toldFit(local);
+    const std::optional<ToldFit> told = line != 0 ? followers.toldFit(local) : std::nullopt;
     if (dipole.isForeign || (section.kind == CtfKind::moving && !told)) {
       continue;  // moving dipoles bring their own
     }
@@ -97,6 +96,7 @@ void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>&
       unfitted.push_back(m_pass.slotOf(local));
     }
     if (line != 0) {  // else nothing has given it a fit
+      const CtfFollower* const row = followers.fit(local);
       settle(m_pass, gathered, local, told.value_or(ToldFit{0, 0, 0.0, 0.2}),
              row != nullptr ? row->line : line);
     }
@@ -121,17 +121,18 @@ void CtfAudit::sayNoFit(std::vector<int>&& slots) {
   if (slots.empty()) {
     return;
   }
-  for (const int slot : slots) {
+  std::for_each(slots.rbegin(), slots.rend(), [this](int slot) {  // the last one makes room for all
     m_pass.markUnknown(slot, DipoleValue::latency);
     m_pass.markUnknown(slot, DipoleValue::fitError);
-  }
+  });
+  const std::string who = counted(slots.size(), "dipole");
   m_pass.add({FindingCode::noFit,
               Severity::note,
               {},
               0,
               "Dipole_FitInfo",
-              slots,
-              "The file gives no latency and no fit error for " + counted(slots.size(), "dipole") +
+              std::move(slots),
+              "The file gives no latency and no fit error for " + who +
                   "; the latency 0 ms and the fit error 0.2 % that a dipole then has are not fitted.",
               {}});
 }
