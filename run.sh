@@ -20,7 +20,7 @@ mkdir -p out
 draw() {
   picture=out/$1.png
   shift
-  "$dipole" draw "$@" --mri "$head" --fiducials examples/ch2.fiducials --yes --repair all -o "$picture"
+  "$dipole" draw "$@" --mri "$head" --fiducials examples/ch2.fiducials --yes --repair all --force -o "$picture"
   pictures="$pictures $picture"
 }
 

@@ -34,6 +34,11 @@ examples=linux/usr/share/doc/dipole/examples
 "$tool" draw "$examples/auditory.dip" --mri /usr/share/mricron/templates/ch2.nii.gz \
   --fiducials "$examples/ch2.fiducials" --yes -o auditory.png
 head -c 8 auditory.png | grep -q PNG || { echo "auditory.png is no picture" >&2; exit 1; }
+for file in man/man1/dipole.1 bash-completion/completions/dipole zsh/vendor-completions/_dipole; do
+  [ -s "linux/usr/share/$file" ] || { echo "$file is missing in the Debian package" >&2; exit 1; }
+done
+MANWIDTH=80 man --warnings=w -P cat -l linux/usr/share/man/man1/dipole.1 2>warnings | grep -q "^SYNOPSIS"
+[ ! -s warnings ] || { cat warnings >&2; exit 1; }
 
 # build_example NAME PACKAGE OPTION...: builds the example of an unpacked package into NAME.
 build_example() {
@@ -64,6 +69,13 @@ while read -r library; do
   esac
 done <needed
 ls windows/bin
+
+say "From the zip: the tool, alone in a folder, under Wine"
+mkdir alone
+cp windows/bin/dipole.exe alone
+wine alone/dipole.exe list --yes --csv windows/examples/auditory.dip >windows.csv 2>/dev/null
+"$tool" list --yes --csv windows/examples/auditory.dip >linux.csv
+cmp windows.csv linux.csv
 
 say "From the zip: the embedding example, under Wine"
 build_example host windows -Ddipole_ROOT="$clean/windows" \

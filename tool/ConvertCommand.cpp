@@ -8,10 +8,12 @@ namespace {
 
 constexpr const char* help =
     R"(The endings tell the formats. What is written to OUT:
-  .dipset  the module's set file, with every member of every dipole, but without the head
-           sphere and the fiducial points ("dipole register" writes those)
+  .dipset  the module's set file, with every member of every dipole, but
+           without the head sphere and the fiducial points ("dipole register"
+           writes those)
   .txt     the module's text for spreadsheets, UTF-16
-  .csv     a table, UTF-8, with the units in the column names; commas, quoted as RFC 4180 says
+  .csv     a table, UTF-8, with the units in the column names; commas,
+           quoted as RFC 4180 says
   .tsv     the same with tabs, and with the same quotes
   .json    the same values with the same names
 Tables come back: FILE may be such a .csv, .tsv or .json. A value that the file leaves open is
@@ -25,8 +27,8 @@ dipole of every file arrived; else it stays as it was.
 
 Examples:
   dipole convert spikes.dip -o spikes.csv
-  dipole convert --yes monday.dip tuesday.txt -o both.dipset
-  dipole convert --from 4d - --to json -o - < table.out)";
+  dipole convert --yes auditory.dip median.txt -o both.dipset
+  dipole convert --from 4d - --to json -o - < median.txt)";
 
 }  // namespace
 

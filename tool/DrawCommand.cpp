@@ -19,8 +19,9 @@
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 #include "tool/ArgumentCheck.h"
-#include "tool/FiducialPoints.h"
+#include "tool/FileNames.h"
 #include "tool/Output.h"
+#include "tool/OutputOptions.h"
 #include "tool/SliceList.h"
 #include "tool/Text.h"
 #include "tool/UsageError.h"
@@ -46,15 +47,17 @@ fiducial points; with an MRI also slices through the strongest dipole or those t
 gives. Dipoles behind a slice shine through it and are counted.
 
 Examples:
-  dipole draw auditory.dip --mri ch2.nii.gz --fiducials ch2.fiducials -o auditory.png
-  dipole draw spikes.dip --mri head.nii.gz --fiducials "0,87,-40 -86,-20,-48 86,-20,-48" \
-      --slice axial:30,coronal:25 --color-by latency --max-error 10 -o spikes.png
+  dipole draw auditory.dip --mri ch2.nii.gz --fiducials ch2.fiducials \
+      -o auditory.png
+  dipole draw spikes.dip --mri ch2.nii.gz --slice axial:30,coronal:25 \
+      --fiducials "0,87,-40 -86,-20,-48 86,-20,-48" \
+      --color-by latency --max-error 10 -o spikes.png
   dipole draw spikes.dip --3d --view left -o left.png)";
 
 constexpr std::size_t slicesInRow = 3;
 
 std::string titleOf(const std::vector<std::string>& files) {
-  const std::string first = std::filesystem::path(files.front()).filename().string();
+  const std::string first = host::utf8Of(host::fileNameOf(pathTextOf(files.front())));
   const std::string more = files.size() == 1 ? "" : " and " + std::to_string(files.size() - 1) + " more";
   return printable(first) + more;
 }
@@ -63,7 +66,7 @@ std::string titleOf(const std::vector<std::string>& files) {
 void tellOf(const host::PaneTexts& pane) {
   const std::string name = pane.title == "3D" ? "3D picture" : pane.title + " slice at " + pane.place;
   for (const host::CaptionLine& line : pane.lines) {
-    tell(name + ": " + line.text);
+    tellNote(name + ": " + line.text);
   }
   for (const host::CaptionLine& warning : pane.warnings) {
     tell("warning: " + name + ": " + warning.text);
@@ -128,9 +131,8 @@ DrawCommand::DrawCommand(CLI::App& program)
   const auto add = [this](const std::string& name, auto& value, const char* type, const char* text) {
     return m_command->add_option(name, value, text)->type_name(type);
   };
-  CLI::Option* mri = add("--mri", m_mri, "FILE", "The MRI: a NIfTI file (.nii, .nii.gz)");
-  add("--fiducials", m_fiducials, "FILE|POINTS", "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
-      ->needs(mri);
+  m_head.addTo(*m_command);
+  CLI::Option* const mri = m_head.mri();
   CLI::Option* slices = add("--slice", m_slices, "VIEW:MM,...", "Slices; may be given several times")
                             ->needs(mri)
                             ->expected(1)
@@ -140,7 +142,8 @@ DrawCommand::DrawCommand(CLI::App& program)
       ->needs(mri)
       ->excludes(slices)
       ->check(argumentCheck(parseNumbers));
-  add("-o,--output", m_output, "FILE", "The picture to write")->required();
+  add("-o,--output", m_output, "OUT", "The picture to write, .png; - is standard output")->required();
+  m_command->add_flag("--force", m_force, "Replace OUT when it is there already");
   m_picture.addTo(*m_command);
   m_scene.addTo(*m_command);
   m_command->final_callback([this] { checkArguments(); });
@@ -148,52 +151,42 @@ DrawCommand::DrawCommand(CLI::App& program)
 
 // Slices need a head to run through; a 3D picture does without.
 void DrawCommand::checkArguments() const {
-  if (m_mri.empty() && !m_scene.isWanted()) {
+  if (!m_head.isGiven() && !m_scene.isWanted()) {
     throw CLI::RequiredError("--mri");
   }
 }
 
-bool DrawCommand::wouldOverwriteInput() const {
+// Before anything is read: what is not to be replaced is not worth the work.
+void DrawCommand::checkOutput() const {
+  if (m_output == "-") {
+    if (isResultOnTerminal()) {
+      throw UsageError("-o - writes a picture to standard output, and that is a terminal");
+    }
+    return;
+  }
+  const std::filesystem::path output = pathOf(m_output);
   std::vector<std::string> inputs = m_import.names();
-  inputs.push_back(m_mri);
-  inputs.push_back(m_fiducials);
+  for (const std::string& file : m_head.files()) {
+    inputs.push_back(file);
+  }
+  std::error_code error;  // one that does not exist is not overwritten
   for (const std::string& input : inputs) {
-    std::error_code error;  // one that does not exist is not overwritten
-    if (!input.empty() && std::filesystem::equivalent(input, m_output, error)) {
-      tell("the picture " + m_output + " would overwrite the input " + input);
-      return true;
+    if (!input.empty() && std::filesystem::equivalent(pathOf(input), output, error)) {
+      throw UsageError("the picture " + m_output + " would overwrite the input " + input);
     }
   }
-  return false;
+  if (!host::hasEnding(host::textOf(output), ".png")) {
+    throw UsageError(m_output + ": a picture is written as PNG; the name has to end in .png");
+  }
+  refuseToReplace(m_output, m_force);
 }
 
-// With the points that are given, else those beside the MRI, else those that the dipole file brings.
-host::Head DrawCommand::readHead(const CDipoleFace& set) const {
-  if (m_mri.empty()) {
-    return host::noHead();
+void DrawCommand::writePicture(const host::Image& picture) const {
+  if (m_output == "-") {
+    writeResult(host::pngBytes(picture));
+  } else {
+    host::writePng(picture, pathTextOf(m_output));
   }
-  std::optional<host::Fiducials> points;
-  if (!m_fiducials.empty()) {
-    points = readFiducials(m_fiducials);
-    (void)host::HeadFrame(*points);  // a mistake in them is told before a large MRI is read
-  }
-  host::OpenedHead opened = host::openHead(host::textOf(std::filesystem::path(m_mri)));
-  host::Head& head = opened.head;
-  if (!points && !head.isRegistered()) {
-    try {
-      points = host::fiducialsOfSet(set, *head.volume);
-      tell("fiducial points: those of the dipole file");
-    } catch (const std::runtime_error& error) {
-      const std::string beside = opened.notice.empty() ? "no file of them is beside the MRI" : opened.notice;
-      throw std::runtime_error("no fiducial points: " + beside + "; " + error.what() +
-                               "; --fiducials gives them");
-    }
-  }
-  if (points) {
-    head.frame = host::frameIn(*head.volume, *points);
-    head.fiducials = points;
-  }
-  return std::move(opened.head);
 }
 
 std::vector<host::SliceRow> DrawCommand::rows(const host::PaneContents& contents) const {
@@ -257,12 +250,7 @@ host::DipolePicture DrawCommand::draw(const ImportSession& session, host::PaneCo
 }
 
 int DrawCommand::run() const {
-  if (!host::hasEnding(host::textOf(m_output), ".png")) {
-    throw UsageError(m_output + ": a picture is written as PNG; the name has to end in .png");
-  }
-  if (wouldOverwriteInput()) {
-    return exitUsage;
-  }
+  checkOutput();
   ImportSession session(m_import.files(), m_import.choices());
   CDipoleFace9File& set = session.collection();
   if (set.m_totalDipoles == 0) {
@@ -270,10 +258,7 @@ int DrawCommand::run() const {
     return exitFailure;
   }
   m_picture.applyTo(set);
-  const host::Head head = readHead(set);
-  if (!head.volume->sidesStated()) {
-    tell("warning: " + m_mri + " does not say which side of it is left: sides in the picture are assumed");
-  }
+  const host::Head head = m_head.isGiven() ? m_head.read(set) : host::noHead();
   session.add(host::findingsIn(head, session.joined()));
   host::ViewSettings settings = m_picture.settings();
   settings.ballRadius = m_scene.ballRadius();
@@ -287,7 +272,7 @@ int DrawCommand::run() const {
   host::PaneContents contents{set, head, settings, {}, head.volume->window(), colours ? &*colours : nullptr};
   contents.scale = host::textScale(m_picture.mmPerPixel());
   const host::DipolePicture picture = draw(session, contents);
-  host::writePng(picture.image, host::textOf(m_output));
+  writePicture(picture.image);
   for (const host::PaneTexts& pane : picture.panes) {
     tellOf(pane);
   }

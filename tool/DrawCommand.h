@@ -7,6 +7,7 @@
 
 #include "host/head/Head.h"
 #include "host/panes/DipolePicture.h"
+#include "tool/HeadOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
 #include "tool/PictureOptions.h"
@@ -28,21 +29,21 @@ class DrawCommand {
 
  private:
   void checkArguments() const;
-  bool wouldOverwriteInput() const;
-  host::Head readHead(const CDipoleFace& set) const;
+  void checkOutput() const;
+  void writePicture(const host::Image& picture) const;
   std::vector<host::SliceRow> rows(const host::PaneContents& contents) const;
   host::PageTexts textsOf(const ImportSession& session, const host::PaneContents& contents) const;
   host::DipolePicture draw(const ImportSession& session, host::PaneContents& contents) const;
 
   CLI::App* m_command;
   ImportOptions m_import;
+  HeadOptions m_head;
   PictureOptions m_picture;
   SceneOptions m_scene;
-  std::string m_mri;
-  std::string m_fiducials;
   std::vector<std::string> m_slices;
   std::string m_through;
   std::string m_output;
+  bool m_force = false;
 };
 
 }  // namespace tool

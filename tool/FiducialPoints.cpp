@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/head/FiducialFile.h"
+#include "tool/FileNames.h"
 
 namespace tool {
 namespace {
@@ -35,11 +36,11 @@ host::Fiducials readFiducials(const std::string& argument) {
   if (const auto given = triples(argument)) {
     return *given;
   }
-  if (!std::ifstream(argument)) {
+  if (!std::ifstream(pathOf(argument))) {
     throw std::runtime_error("fiducial points " + argument + ": cannot be opened (" + std::strerror(errno) +
                              "), and is not three triples nx,ny,nz lx,ly,lz rx,ry,rz either");
   }
-  return host::readFiducialFile(argument);
+  return host::readFiducialFile(pathOf(argument));
 }
 
 }  // namespace tool

@@ -7,8 +7,9 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "host/text/PathText.h"
 #include "tool/ArgumentCheck.h"
+#include "tool/Choice.h"
+#include "tool/FileNames.h"
 #include "tool/UsageError.h"
 
 namespace tool {
@@ -57,11 +58,7 @@ void ImportOptions::addTo(CLI::App& command) {
           "program wrote (.csv, .tsv, .json); - is standard input")
       ->required()
       ->type_name("");
-  command
-      .add_option("--from", m_from,
-                  "Format of the files, whatever their names: ctf, 4d, dipset, csv, tsv or json")
-      ->type_name("FORMAT")
-      ->transform(CLI::IsMember(&formats(), CLI::ignore_case).description(""));
+  addChoice(command, "--from", m_from, "Format of the files, whatever their names", formats());
   const auto add = [&](const char* name, std::string& value, const char* type, const char* text) {
     return command.add_option(name, value, text)->type_name(type);
   };
@@ -106,7 +103,7 @@ std::vector<InputFile> ImportOptions::files() const {
   }
   std::vector<InputFile> files;
   for (const std::string& name : m_names) {
-    const auto byEnding = host::dipoleFormatOf(host::textOf(name)).value_or(host::DipoleFormat::ctf);
+    const auto byEnding = host::dipoleFormatOf(pathTextOf(name)).value_or(host::DipoleFormat::ctf);
     files.push_back({name, m_from.empty() ? byEnding : formats().at(m_from), nullptr});
     copyStream(files.back());
   }
@@ -115,7 +112,7 @@ std::vector<InputFile> ImportOptions::files() const {
 
 std::vector<InputFile> ImportOptions::knownFiles() const {
   for (const std::string& name : m_names) {
-    if (m_from.empty() && !host::dipoleFormatOf(host::textOf(name))) {
+    if (m_from.empty() && !host::dipoleFormatOf(pathTextOf(name))) {
       throw std::runtime_error(name + ": the name tells no format; it ends in .dip (CTF), .txt (4D/MSI), " +
                                ".dipset, .csv, .tsv or .json, or --from says what it is");
     }

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "host/dipoles/HeaderText.h"
-#include "host/dipoles/SortSet.h"
 #include "host/exchange/ImportFile.h"
 #include "host/text/PathText.h"
 #include "tool/FindingTexts.h"
@@ -88,8 +87,8 @@ int ImportSession::exitCode() const {
   return hasFailed() || !standing().empty() ? exitFailure : exitDone;
 }
 
-void ImportSession::sort(int key) {
-  host::sortSet(m_joined.set(), key, m_unknown);
+void ImportSession::sort(int key, host::SortOrder order) {
+  host::sortSet(m_joined.set(), key, m_unknown, order);
 }
 
 std::string ImportSession::version() const {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/dipoles/SortSet.h"
 #include "host/exchange/JoinedSet.h"
 #include "module/dipole.h"
 #include "tool/InputFile.h"
@@ -40,7 +41,7 @@ class ImportSession {
   const host::JoinedSet& joined() const { return m_joined; }
 
   // By a key of host/dipoles/SortSet.h. Findings keep the slots that were.
-  void sort(int key);
+  void sort(int key, host::SortOrder order);
 
   // By slot of the collection.
   const host::UnknownValues& unknown() const { return m_unknown; }

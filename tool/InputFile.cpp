@@ -7,6 +7,8 @@
 #include <system_error>
 #include <vector>
 
+#include "tool/FileNames.h"
+
 namespace tool {
 namespace {
 
@@ -31,13 +33,13 @@ void copyAll(std::istream& from, std::ostream& to, const std::string& name) {
 
 }  // namespace
 
-std::string InputFile::path() const {
-  return copy ? (copy->path() / copyName).string() : name;
+std::filesystem::path InputFile::path() const {
+  return copy ? copy->path() / copyName : pathOf(name);
 }
 
 void copyStream(InputFile& file) {
   std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(file.name, error);
+  const std::filesystem::file_status status = std::filesystem::status(pathOf(file.name), error);
   const bool isInPlace = !std::filesystem::exists(status) || is_regular_file(status) || is_directory(status);
   if (file.name != "-" && isInPlace) {
     return;
@@ -47,7 +49,7 @@ void copyStream(InputFile& file) {
   if (file.name == "-") {
     copyAll(std::cin, copy, "standard input");
   } else {
-    std::ifstream stream(file.name, std::ios::binary);
+    std::ifstream stream(pathOf(file.name), std::ios::binary);
     copyAll(stream, copy, file.name);
   }
   file.copy = folder;

@@ -1,6 +1,7 @@
 // A dipole file that a user named, and the format it is read as.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -16,7 +17,7 @@ struct InputFile {
   std::shared_ptr<const TemporaryFolder> copy;
 
   // Where to read it.
-  std::string path() const;
+  std::filesystem::path path() const;
 };
 
 // Copies what can be read only once, such as standard input and pipes, and leaves other files where they are.

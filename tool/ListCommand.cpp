@@ -1,6 +1,10 @@
 #include "tool/ListCommand.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -18,7 +22,7 @@ namespace {
 
 constexpr const char* help =
     R"(Positions are millimetres in the head frame: x to the left ear, y up, z to the nose, origin
-midway between the ears. The moment is in nAm when the files say so. "Slices" tells whether
+midway between the ears; ox, oy, oz is the orientation. The moment is in nAm when the files say so. "Slices" tells whether
 slice pictures show the dipole. Numbers are rounded for the eye, and "-" is a value that the
 files leave open; --csv and --json write what "dipole convert" writes, every column in full.
 So are latency and fit error of a .dip file without fit information.
@@ -35,40 +39,43 @@ std::string rounded(std::size_t place, const CDipoleszq& dipole, std::uint8_t un
   return number != nullptr ? host::fixed(*number, decimals) : "-";
 }
 
+// The columns of a table file that a person looks for, in their order there; narrow enough for a terminal of 80
+// columns.
+struct ListColumn {
+  std::size_t place;
+  const char* title;
+  int decimals;
+};
+constexpr std::array<ListColumn, 9> numberColumns{{{host::fieldX, "x mm", 1},
+                                                   {host::fieldY, "y mm", 1},
+                                                   {host::fieldZ, "z mm", 1},
+                                                   {host::fieldOrientationX, "ox", 2},
+                                                   {host::fieldOrientationY, "oy", 2},
+                                                   {host::fieldOrientationZ, "oz", 2},
+                                                   {host::fieldMoment, "Moment", 1},
+                                                   {host::fieldLatency, "ms", 1},
+                                                   {host::fieldFitError, "Err %", 1}}};
+
 std::vector<std::string> cellsOf(const CDipoleszq& dipole, std::uint8_t unknown) {
-  std::vector<std::string> cells = {std::to_string(dipole.m_number), std::to_string(dipole.m_id),
-                                    rounded(host::fieldLatency, dipole, unknown, 2)};
-  for (const std::size_t place : {host::fieldX, host::fieldY, host::fieldZ}) {
-    cells.push_back(rounded(place, dipole, unknown, 2));
-  }
-  for (const std::size_t place :
-       {host::fieldOrientationX, host::fieldOrientationY, host::fieldOrientationZ}) {
-    cells.push_back(rounded(place, dipole, unknown, 4));
-  }
-  cells.push_back(rounded(host::fieldMoment, dipole, unknown, 2));
-  cells.push_back(rounded(host::fieldFitError, dipole, unknown, 2));
   const host::FieldValue label = host::fieldValue(host::fieldLabel, dipole, unknown);
   const std::string* const text = std::get_if<std::string>(&label);
-  cells.push_back(text != nullptr ? printable(*text) : "-");
+  std::vector<std::string> cells = {std::to_string(dipole.m_number), std::to_string(dipole.m_id),
+                                    text != nullptr ? printable(*text) : "-"};
+  for (const ListColumn& column : numberColumns) {
+    cells.push_back(rounded(column.place, dipole, unknown, column.decimals));
+  }
   cells.emplace_back(dipole.m_display == 1 ? "yes" : "no");
   return cells;
 }
 
 std::string alignedTable(const ImportSession& session) {
-  const char* moment = session.isMomentInNAm() ? "Moment nAm" : "Moment";
-  host::TextTable table({{"No"},
-                         {"Id"},
-                         {"Latency ms"},
-                         {"x mm"},
-                         {"y mm"},
-                         {"z mm"},
-                         {"ox"},
-                         {"oy"},
-                         {"oz"},
-                         {moment},
-                         {"Error %"},
-                         {"Label", host::TextTable::Align::left},
-                         {"Slices"}});
+  std::vector<host::TextTable::Column> columns = {{"No"}, {"Id"}, {"Label", host::TextTable::Align::left}};
+  for (const ListColumn& column : numberColumns) {
+    const bool isInNAm = column.place == host::fieldMoment && session.isMomentInNAm();
+    columns.push_back({isInNAm ? "nAm" : column.title});
+  }
+  columns.push_back({"Slices"});
+  host::TextTable table(std::move(columns));
   const CDipoleFace& set = session.collection();
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     if (const CDipoleszq* dipole = set.m_dipoles[slot]) {

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
-#include <unistd.h>
 
+#include "tool/Console.h"
 #include "tool/Text.h"
 
 namespace tool {
@@ -22,7 +22,7 @@ void writeResult(const Json& json) {
 }
 
 bool isResultOnTerminal() {
-  return ::isatty(STDOUT_FILENO) != 0;
+  return isTerminal(Stream::output);
 }
 
 }  // namespace tool

@@ -7,6 +7,9 @@
 #include <system_error>
 
 #include "host/text/PathText.h"
+#include "tool/Choice.h"
+#include "tool/FileNames.h"
+#include "tool/HelpText.h"
 #include "tool/UsageError.h"
 
 namespace tool {
@@ -23,14 +26,21 @@ const std::map<std::string, OutputFormat>& formats() {
 
 }  // namespace
 
+void refuseToReplace(const std::string& target, bool isForced) {
+  std::error_code error;
+  if (!isForced && std::filesystem::is_regular_file(pathOf(target), error)) {
+    throw std::runtime_error("cannot write " + target + ": it is there already; --force replaces it");
+  }
+}
+
 void OutputOptions::addTo(CLI::App& command, ImportOptions& input) {
   input.addTo(command);
   m_command = command.get_name();
-  command.add_option("-o,--output", m_target, "The file to write; - is standard output")->type_name("OUT");
+  command.add_option("-o,--output", m_target, "The file to write; - is standard output")
+      ->type_name("OUT")
+      ->group(neededGroup);
   command.add_flag("--force", m_force, "Replace OUT when it is there already");
-  command.add_option("--to", m_to, "Format of OUT, whatever its name: dipset, txt, csv, tsv or json")
-      ->type_name("FORMAT")
-      ->transform(CLI::IsMember(&formats(), CLI::ignore_case).description(""));
+  addChoice(command, "--to", m_to, "Format of OUT, whatever its name", formats());
 }
 
 void OutputOptions::check() const {
@@ -41,14 +51,13 @@ void OutputOptions::check() const {
     throw UsageError("-o - needs --to: standard output has no name that tells a format");
   }
   (void)format();
-  std::error_code error;
-  if (!m_force && !isStandardOutput() && std::filesystem::is_regular_file(m_target, error)) {
-    throw std::runtime_error("cannot write " + m_target + ": it is there already; --force replaces it");
+  if (!isStandardOutput()) {
+    refuseToReplace(m_target, m_force);
   }
 }
 
 OutputFormat OutputOptions::format() const {
-  const CString target = host::textOf(m_target);
+  const CString target = pathTextOf(m_target);
   const auto found = std::find_if(formats().begin(), formats().end(), [&](const auto& format) {
     return m_to.empty() ? host::hasEnding(target, "." + format.first) : m_to == format.first;
   });

@@ -10,6 +10,9 @@ namespace tool {
 
 enum class OutputFormat { dipset, text, csv, tsv, json };
 
+// Throws std::runtime_error when the file is there, and nobody forces it to go.
+void refuseToReplace(const std::string& target, bool isForced);
+
 class OutputOptions {
  public:
   // Adds the arguments to a command behind those of its input; both objects have to live as long as the

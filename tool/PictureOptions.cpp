@@ -1,24 +1,25 @@
 #include "tool/PictureOptions.h"
 
-#include <array>
 #include <cmath>
 #include <functional>
+#include <map>
 #include <stdexcept>
-#include <utility>
-#include <vector>
 
 #include "host/head/Limits.h"
 #include "host/panes/DipolePicture.h"
 #include "host/text/Numbers.h"
 #include "tool/ArgumentCheck.h"
+#include "tool/Choice.h"
 
 namespace tool {
 namespace {
 
-constexpr std::array<std::pair<const char*, host::DipoleValue>, 3> colourValues{
-    {{"latency", host::DipoleValue::latency},
-     {"error", host::DipoleValue::fitError},
-     {"moment", host::DipoleValue::moment}}};
+const std::map<std::string, host::DipoleValue>& colourValues() {
+  static const std::map<std::string, host::DipoleValue> all = {{"latency", host::DipoleValue::latency},
+                                                               {"error", host::DipoleValue::fitError},
+                                                               {"moment", host::DipoleValue::moment}};
+  return all;
+}
 
 [[noreturn]] void fail(const std::string& text, const std::string& cause) {
   throw std::invalid_argument("\"" + text + "\": " + cause);
@@ -70,13 +71,8 @@ void PictureOptions::addTo(CLI::App& command) {
   const auto add = [&](const std::string& name, auto& value, const char* type, const char* text) {
     return command.add_option(name, value, text)->type_name(type);
   };
-  std::vector<std::string> names;
-  for (const auto& [name, value] : colourValues) {
-    names.emplace_back(name);
-  }
-  add("--color-by", m_colourBy, "VALUE",
-      "Colours by latency, error or moment, with a legend; else each its own")
-      ->check(CLI::IsMember(names).description(""));
+  addChoice(command, "--color-by", m_colourBy, "Colours by a value, with a legend; else each its own",
+            colourValues());
   add("--max-error", m_maxError, "PERCENT", "Only dipoles with a fit error of at most PERCENT");
   add("--moment", m_moment, "A:B", "Only dipoles with a moment from A to B; its sign counts")
       ->check(argumentCheck(parseLimits));
@@ -98,10 +94,8 @@ void PictureOptions::addTo(CLI::App& command) {
 
 host::ViewSettings PictureOptions::settings() const {
   host::ViewSettings settings;
-  for (const auto& [name, value] : colourValues) {
-    if (m_colourBy == name) {
-      settings.colourBy = value;
-    }
+  if (!m_colourBy.empty()) {
+    settings.colourBy = chosen(colourValues(), m_colourBy);
   }
   settings.filter.fitError.most = m_maxError;
   if (!m_moment.empty()) {

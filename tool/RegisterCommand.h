@@ -3,8 +3,8 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <string>
 
+#include "tool/HeadOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/OutputOptions.h"
 #include "tool/SetWriter.h"
@@ -25,15 +25,12 @@ class RegisterCommand {
 
  private:
   void registerBySphere(CDipoleFace9File& set) const;
-  void registerByFiducials(CDipoleFace9File& set) const;
-  CFiducialzq mriPoints(const CDipoleFace9File& set) const;
+  void registerByFiducials(CDipoleFace9File& set, const host::Head& head) const;
 
   CLI::App* m_command;
   ImportOptions m_import;
   OutputOptions m_output;
-  std::string m_fiducials;                  // mm from the volume's corner; empty: those of the files
-  std::string m_dimension = "256,256,256";  // voxels
-  std::string m_voxel = "0.859375,0.859375,0.859375";  // mm
+  HeadOptions m_head;
   bool m_rotate = false;
   bool m_bySphere = false;
 };

@@ -3,11 +3,13 @@
 #include <cmath>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/head/Limits.h"
 #include "host/text/Numbers.h"
 #include "tool/ArgumentCheck.h"
+#include "tool/Choice.h"
 
 namespace tool {
 namespace {
@@ -15,22 +17,15 @@ namespace {
 constexpr double mostYaw = 360.0;   // degrees
 constexpr double mostPitch = 90.0;  // degrees
 
-std::vector<std::string> standpointNames() {
-  std::vector<std::string> names;
-  names.reserve(host::allStandpoints.size());
-  for (const host::Standpoint standpoint : host::allStandpoints) {
-    names.emplace_back(host::nameOf(standpoint));
-  }
-  return names;
-}
-
-host::ViewAngles anglesOf(std::string_view name) {
-  for (const host::Standpoint standpoint : host::allStandpoints) {
-    if (host::nameOf(standpoint) == name) {
-      return host::anglesOf(standpoint);
+const std::vector<std::pair<std::string, host::ViewAngles>>& sides() {
+  static const auto all = [] {
+    std::vector<std::pair<std::string, host::ViewAngles>> named;
+    for (const host::Standpoint standpoint : host::allStandpoints) {
+      named.emplace_back(host::nameOf(standpoint), host::anglesOf(standpoint));
     }
-  }
-  throw std::invalid_argument("there is no view of this name");
+    return named;
+  }();
+  return all;
 }
 
 [[noreturn]] void fail(const std::string& text, const std::string& cause) {
@@ -61,14 +56,9 @@ host::ViewAngles parseAngles(const std::string& text) {
 
 void SceneOptions::addTo(CLI::App& command) {
   CLI::Option* is3d = command.add_flag("--3d", m_is3d, "Draw a 3D picture; --mri may be left out");
-  CLI::Option* view =
-      command
-          .add_option("--view", m_view,
-                      "With --3d: from left, right, front, back, top or bottom; else from the "
-                      "side where the dipoles lie")
-          ->type_name("SIDE")
-          ->check(CLI::IsMember(standpointNames()).description(""))
-          ->needs(is3d);
+  CLI::Option* view = addChoice(command, "--view", m_view,
+                                "With --3d: from this side; else from where the dipoles lie", sides())
+                          ->needs(is3d);
   command
       .add_option("--angles", m_angles, "With --3d: yaw and pitch in degrees: 0,0 front, 90,0 left, 0,90 top")
       ->type_name("YAW,PITCH")
@@ -86,7 +76,7 @@ std::optional<host::ViewAngles> SceneOptions::angles() const {
   if (!m_angles.empty()) {
     return parseAngles(m_angles);
   }
-  return m_view.empty() ? std::nullopt : std::optional(anglesOf(m_view));
+  return m_view.empty() ? std::nullopt : std::optional(chosen(sides(), m_view));
 }
 
 }  // namespace tool

@@ -9,6 +9,7 @@
 #include "host/exchange/SetJson.h"
 #include "host/exchange/SetTable.h"
 #include "host/text/PathText.h"
+#include "tool/FileNames.h"
 #include "tool/TemporaryFolder.h"
 
 namespace tool {
@@ -18,7 +19,7 @@ namespace {
 template <typename Write>
 void writeTo(const OutputOptions& output, Write write) {
   if (!output.isStandardOutput()) {
-    return write(host::textOf(output.target()));
+    return write(pathTextOf(output.target()));
   }
   const TemporaryFolder folder;
   const std::filesystem::path path = folder.path() / "output";
@@ -31,7 +32,7 @@ void writeText(const OutputOptions& output, const std::string& text) {
   if (output.isStandardOutput()) {
     writeResult(text);
   } else {
-    host::writeText(text, host::textOf(output.target()));
+    host::writeText(text, pathTextOf(output.target()));
   }
 }
 

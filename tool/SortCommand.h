@@ -26,6 +26,7 @@ class SortCommand {
   ImportOptions m_import;
   OutputOptions m_output;
   std::string m_key;
+  bool m_isDescending = false;
 };
 
 }  // namespace tool

@@ -1,9 +1,9 @@
 #include "tool/TerminalOperator.h"
 
 #include <iostream>
-#include <unistd.h>
 
 #include "host/text/PathText.h"
+#include "tool/Console.h"
 #include "tool/Text.h"
 
 namespace tool {
@@ -17,7 +17,7 @@ std::string withoutLineEnd(std::string text) {
 }
 
 bool isAtTerminal() {
-  return ::isatty(STDIN_FILENO) != 0 && ::isatty(STDERR_FILENO) != 0;
+  return isTerminal(Stream::input) && isTerminal(Stream::error);
 }
 
 // Asks until the answer is understood; Return and the end of input mean No.
@@ -25,8 +25,11 @@ bool askTerminal(const std::string& text) {
   for (;;) {
     std::cerr << printable(text) << " [y/N] " << std::flush;
     std::string answer;
-    if (!std::getline(std::cin, answer) || answer.empty() || answer == "n" || answer == "N" ||
-        answer == "no") {
+    if (!std::getline(std::cin, answer)) {
+      return false;
+    }
+    answer = withoutLineEnd(answer);
+    if (answer.empty() || answer == "n" || answer == "N" || answer == "no") {
       return false;
     }
     if (answer == "y" || answer == "Y" || answer == "yes") {

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "host/head/HeadFile.h"
+#include "host/head/VoxelAxes.h"
 
 namespace host {
 
@@ -44,34 +45,6 @@ std::string inMm(double value) {
   return std::isfinite(value) && std::abs(value) < 1e6 ? std::to_string(std::lround(value)) + " mm"
                                                        : "a distance that is not a number";
 }
-
-// Which voxel axis lies nearest to each axis of the scanner, and whether it runs along it.
-struct VoxelAxes {
-  std::array<int, 3> axis{};
-  std::array<bool, 3> isAlong{};
-
-  explicit VoxelAxes(const Affine& toScanner) {
-    double best = -1.0;
-    std::array<int, 3> order = {0, 1, 2};
-    do {
-      double sum = 0.0;
-      for (int scanner = 0; scanner < 3; ++scanner)
-        sum += std::abs(direction(toScanner, order[static_cast<std::size_t>(scanner)])[scanner]);
-      if (sum > best) {
-        best = sum;
-        axis = order;
-      }
-    } while (std::next_permutation(order.begin(), order.end()));
-    for (std::size_t scanner = 0; scanner < 3; ++scanner)
-      isAlong[scanner] = direction(toScanner, axis[scanner])[static_cast<int>(scanner)] > 0;
-  }
-
- private:
-  static Vector3 direction(const Affine& toScanner, int axis) {
-    const Vector3& column = toScanner.column(axis);
-    return column * (1.0 / length(column));
-  }
-};
 
 // Slice numbers sagittal, coronal, axial.
 Vector3 slicesOf(const Vector3& stored) {

@@ -1,6 +1,7 @@
 #include "host/head/ByteSource.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
@@ -29,8 +30,8 @@ gzFile opened(const wchar_t* path) {
 File open(const std::filesystem::path& path) {
   std::error_code error;
   const auto status = std::filesystem::status(path, error);
-  if (status.type() == std::filesystem::file_type::not_found) {
-    throw std::runtime_error("there is no such file");
+  if (!std::filesystem::exists(status)) {
+    throw std::runtime_error(error.message());  // as the system tells it
   }
   if (std::filesystem::is_directory(status)) {
     throw std::runtime_error("this is a folder, not a file");
@@ -40,7 +41,7 @@ File open(const std::filesystem::path& path) {
   }
   File file(opened(path.c_str()));
   if (!file) {
-    throw std::runtime_error("the file cannot be opened");
+    throw std::runtime_error(std::generic_category().message(errno));
   }
   constexpr unsigned bufferSize = 131072;
   ::gzbuffer(file.get(), bufferSize);

@@ -1,7 +1,9 @@
 #include "host/head/FiducialFile.h"
 
 #include <array>
+#include <cstddef>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -17,6 +19,7 @@ namespace host {
 namespace {
 
 constexpr std::array<std::string_view, 3> names = {"nasion", "left", "right"};
+constexpr std::size_t mostBytes = 65536;
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";  // some editors begin a file with it
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
@@ -106,7 +109,13 @@ Fiducials readFiducialFile(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file)
     reader.fail("cannot be opened");
-  for (std::string line; std::getline(file, line);)
+  std::string text(mostBytes + 1, '\0');
+  file.read(text.data(), static_cast<std::streamsize>(text.size()));
+  text.resize(static_cast<std::size_t>(file.gcount()));
+  if (text.size() > mostBytes)
+    reader.fail("there are more than 64 KiB of it");
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);)
     reader.take(line);
   if (file.bad())
     reader.fail("cannot be read");

@@ -48,7 +48,7 @@ std::string TextTable::aligned() const {
   const auto line = [&](const std::vector<std::string>& cells) {
     std::string text;
     for (std::size_t i = 0; i < cells.size(); ++i) {
-      text += (i == 0 ? "" : "  ") + padded(cells[i], widths[i], m_columns[i].align);
+      text += (i == 0 ? "" : " ") + padded(cells[i], widths[i], m_columns[i].align);
     }
     text.erase(text.find_last_not_of(' ') + 1);
     return text + "\n";

@@ -19,7 +19,7 @@ class TextTable {
   // One cell per column.
   void addRow(std::vector<std::string> cells);
 
-  // Columns padded to the width of their longest text, two blanks between them, none at a line's end.
+  // Columns padded to the width of their longest text, a blank between them, none at a line's end.
   std::string aligned() const;
 
  private:

@@ -15,6 +15,8 @@ import zlib
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 EXAMPLES = os.path.join(ROOT, "examples")
 TOOL = os.environ.get("DIPOLE_TOOL", "")
+# With what runs a program of another system in front.
+PROGRAM = [*os.environ.get("DIPOLE_EMULATOR", "").split(), TOOL]
 
 LEFT_FIRST = "0,100,0 -80,0,0 80,0,0"  # fiducial points that make the head frame the scanner's, x mirrored
 
@@ -27,7 +29,7 @@ def run(*arguments, **options):
     """The program's result with standard input closed, as in a script."""
     options.setdefault("stdin", subprocess.DEVNULL)
     options.setdefault("timeout", 120)
-    return subprocess.run([TOOL, *arguments], capture_output=True, **options)
+    return subprocess.run([*PROGRAM, *arguments], capture_output=True, **options)
 
 
 def with_output(arguments):
@@ -157,6 +159,27 @@ def moving_file(*sections):
             text += "%d:\t1\t%d\t%s\t0\t0\t1\t20\t5.5\tm%d\n" % (number, number, place, number)
         text += "}\n"
     return text
+
+
+def empty_head(path, size, spacing, offset):
+    """A head of three numbers of voxels, sizes (mm) and places of the first voxel (scanner mm) that holds nothing:
+    the first index runs to the right, the second forward, the third up."""
+    header = bytearray(352)
+    struct.pack_into("<i", header, 0, 348)
+    struct.pack_into("<8h", header, 40, 3, *size, 1, 1, 1, 1)
+    struct.pack_into("<2h", header, 70, 2, 8)
+    struct.pack_into("<8f", header, 76, 1, *spacing, 0, 0, 0, 0)
+    struct.pack_into("<f", header, 108, 352)
+    struct.pack_into("<B", header, 123, 2)
+    struct.pack_into("<h", header, 254, 1)
+    for axis in range(3):
+        row = [0.0, 0.0, 0.0, offset[axis]]
+        row[axis] = spacing[axis]
+        struct.pack_into("<4f", header, 280 + 16 * axis, *row)
+    header[344:348] = b"n+1\0"
+    with gzip.open(path, "wb", compresslevel=1) as file:
+        file.write(bytes(header) + bytes(size[0] * size[1] * size[2]))
+    return path
 
 
 def head_volume(path, size=50, spacing=5.0, bright=None, sform=True):

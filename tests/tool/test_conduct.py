@@ -47,6 +47,35 @@ class Output(ToolTest):
             self.assertIn("%s: a picture is written as PNG; the name has to end in .png" % name, result.err)
         self.assertEqual(os.listdir(self.folder), [])
 
+    def test_a_picture_that_is_there_is_replaced_only_when_told_so(self):
+        target = self.write("o.png", "before")
+        for command in (["--3d"], ["--mri", "missing.nii"]):
+            result = self.end_with(1, "draw", SPIKES, *command, "-o", target)
+            self.assertEqual(result.err,
+                             "dipole: cannot write %s: it is there already; --force replaces it\n" % target)
+            self.assertEqual(self.read(target), b"before")
+        self.succeed("draw", SPIKES, "--3d", "--force", "-o", target)
+        self.assertEqual(self.read(target)[:4], b"\x89PNG")
+
+    def test_a_picture_goes_to_standard_output_with_the_bytes_of_a_file(self):
+        self.succeed("draw", SPIKES, "--3d", "-o", self.path("o.png"))
+        result = run("draw", SPIKES, "--3d", "-o", "-")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual(result.stdout, self.read(self.path("o.png")))
+        self.assertEqual(os.listdir(self.folder), ["o.png"])
+
+    def test_no_picture_goes_to_a_terminal(self):
+        import pty
+        main, side = pty.openpty()
+        try:
+            result = subprocess.run([TOOL, "draw", SPIKES, "--3d", "-o", "-"], stdout=side, stdin=subprocess.DEVNULL,
+                                    stderr=subprocess.PIPE, timeout=60)
+        finally:
+            os.close(main)
+            os.close(side)
+        self.assertEqual(result.returncode, 2)
+        self.assertIn(b"standard output, and that is a terminal\n", result.stderr)
+
     def test_standard_output_needs_a_format(self):
         result = self.end_with(2, "convert", SPIKES, "-o", "-")
         self.assertIn("-o - needs --to", result.err)
@@ -89,6 +118,19 @@ class Input(ToolTest):
                                "--fiducials", "0,87,-40 -86,-20,-48 86,-20,-48")
         self.assertIn("/dev/zero: this is not a regular file\n", result.err)
 
+    def test_fiducial_points_that_never_end_are_refused(self):
+        result = self.end_with(1, "draw", SPIKES, "--mri", "head.nii", "--fiducials", "/dev/zero",
+                               "-o", self.path("o.png"))
+        self.assertIn("fiducial points /dev/zero: there are more than 64 KiB of it\n", result.err)
+
+    def test_a_missing_head_is_told_once_with_the_systems_reason(self):
+        missing = self.path("head.nii")
+        result = self.end_with(1, "draw", "-q", SPIKES, "--mri", missing, "-o", self.path("o.png"),
+                               "--fiducials", "0,87,-40 -86,-20,-48 86,-20,-48")
+        told = [line for line in result.err.split("\n") if missing in line]
+        self.assertEqual(len(told), 1, result.err)
+        self.assertIn("No such file or directory", told[0])
+
     def test_a_set_with_bytes_behind_its_end_is_refused_by_every_command(self):
         path = self.write("a.dipset", dipset.pack_set([{"label": "a"}]) + b"\0")
         for command in (["info"], ["list"], ["convert", "-o", self.path("o.csv")]):
@@ -97,6 +139,7 @@ class Input(ToolTest):
 
     def test_quiet_leaves_warnings_and_failures(self):
         self.assertEqual(self.succeed("list", "--quiet", SPIKES).err, "")
+        self.assertEqual(self.succeed("draw", "--quiet", SPIKES, "--3d", "-o", self.path("o.png")).err, "")
         self.assertNotEqual(self.succeed("list", SPIKES).err, "")
         self.assertIn("No such file", self.end_with(1, "list", "-q", self.path("gone.dip")).err)
 

@@ -29,7 +29,7 @@ def centre(pixels):
 class DrawTest(ToolTest):
     def draw_files(self, paths, *options, code=0, mri=None, fiducials=LEFT_FIRST):
         return self.end_with(code, "draw", *paths, "--mri", mri or grey_head(), "--fiducials", fiducials,
-                             "--no-arrows", "-o", self.path("out.png"), *options)
+                             "--no-arrows", "--force", "-o", self.path("out.png"), *options)
 
     def picture(self):
         with open(self.path("out.png"), "rb") as file:
@@ -248,7 +248,7 @@ class Failures(DrawTest):
     def attempt(self, code, *, dip=None, mri=None, fiducials=LEFT_FIRST, output=None, more=()):
         dip = dip or self.write("d.dip", dipole_file([(0, 0, 3, 7, "a")]))
         return self.end_with(code, "draw", dip, "--mri", mri or grey_head(), "--fiducials", fiducials,
-                             "-o", output or self.path("out.png"), *more)
+                             "--force", "-o", output or self.path("out.png"), *more)
 
     def test_bad_slices_sizes_and_overlaps_end_with_2(self):
         slices = ("oblique:3", "axial", "axial:x", "axial:", "axial:nan", "axial:301", "axial:3,", ",", "")

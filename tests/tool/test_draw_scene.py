@@ -28,7 +28,7 @@ class SceneTest(ToolTest):
         """Draws these (x to the nose, y left, z up, cm) dipoles; returns (picture, result)."""
         path = self.write("d.dip", dipole_file([(x, y, z, 7, "a") for x, y, z in rows]))
         mri = ("--mri", grey_head(), "--fiducials", LEFT_FIRST) if head else ()
-        result = self.end_with(code, "draw", path, "--3d", "-o", self.path("out.png"), *mri, *options)
+        result = self.end_with(code, "draw", path, "--3d", "--force", "-o", self.path("out.png"), *mri, *options)
         return self.picture(), result
 
     def picture(self):
@@ -110,7 +110,7 @@ class Reports(SceneTest):
     def test_the_examples_are_drawn_from_every_side(self):
         for name, shown, count in (("auditory.dip", 2, 2), ("spikes.dip", 111, 120), ("median.txt", 9, 9)):
             for view in ("left", "right", "front", "back", "top", "bottom"):
-                result = self.succeed("draw", example(name), "--yes", "--3d", "--view", view,
+                result = self.succeed("draw", example(name), "--yes", "--3d", "--view", view, "--force",
                                       "-o", self.path("out.png"))
                 self.assertIn("dipoles: %d of %d\n" % (shown, count), result.err)
 

@@ -2,6 +2,7 @@
 
 import csv
 import io
+import json
 import math
 import random
 import unittest
@@ -89,6 +90,40 @@ class Sort(ToolTest):
         self.succeed("sort", "--by", "moment", source, "--force", "-o", source)
         with open(source, "rb") as file:
             self.assertEqual([d["moment"] for d in dipset.unpack_set(file.read())[1]], [1.0, 2.0])
+
+    def order(self, source, *arguments):
+        result = self.succeed("sort", *arguments, source, "--to", "json", "-o", "-")
+        return [dipole["id"] for dipole in json.loads(result.out)["dipoles"]]
+
+    def test_descending_is_the_reverse(self):
+        source = self.write("in.dipset", dipset.pack_set([{"id": i, "moment": m} for i, m in
+                                                          enumerate((2.0, 5.0, -1.0, 3.0))]))
+        self.assertEqual(self.order(source, "--by", "moment"), [2, 0, 3, 1])
+        self.assertEqual(self.order(source, "--by", "moment", "--descending"), [1, 3, 0, 2])
+
+    def test_what_is_no_number_comes_last_in_both_orders(self):
+        nan = math.nan
+        source = self.write("in.dipset", dipset.pack_set([{"id": i, "latency": m} for i, m in
+                                                          enumerate((nan, 5.0, -math.inf, nan, 3.0))]))
+        self.assertEqual(self.order(source, "--by", "latency"), [2, 4, 1, 0, 3])
+        self.assertEqual(self.order(source, "--by", "latency", "--descending"), [1, 4, 2, 0, 3])
+
+    def test_what_is_unknown_comes_last_in_both_orders(self):
+        names = ("number", "id", "label", "x_left_mm", "y_up_mm", "z_front_mm", "latency_ms")
+        rows = ["%d,%d,l%d,1,2,3,%s" % (i, i, i, latency) for i, latency in enumerate(("", "7", "", "-5"), 1)]
+        self.write("t.csv", "\n".join([",".join(names), *rows]) + "\n")
+        source = self.path("t.csv")
+        self.assertEqual(self.order(source, "--by", "latency"), [4, 2, 3, 1])
+        self.assertEqual(self.order(source, "--by", "latency", "--descending"), [2, 4, 3, 1])
+
+    def test_labels_sort_by_characters_and_the_numbers_in_them_by_size(self):
+        labels = ["spike_10", "", "spike_2", "A", "spike_2b", "spike_", "spike_02", "b", "Ä"]
+        source = self.write("in.dipset", dipset.pack_set([{"id": i, "label": l} for i, l in enumerate(labels)]))
+        def sorted_labels(*more):
+            return [labels[i] for i in self.order(source, "--by", "label", *more)]
+        rising = ["A", "b", "spike_", "spike_2", "spike_02", "spike_2b", "spike_10", "Ä"]
+        self.assertEqual(sorted_labels(), [*rising, ""])
+        self.assertEqual(sorted_labels("--descending"), [*reversed(rising), ""])
 
     def test_wrong_keys_end_with_2(self):
         for arguments in (["--by", "colour"], ["--by", "1"], ["--by", ""], []):

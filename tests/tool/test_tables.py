@@ -131,7 +131,7 @@ class Tables(ConvertTest):
         self.assertEqual([d["moment"] for d in listed], [None, None])
         self.assertEqual([d["label"] for d in listed], ['=a,"b"', "plain"])
         lines = self.succeed("list", path).out.split("\n")
-        self.assertEqual(lines[1].split(), ["1", "0", "-", "1.50", "-2.00", "30.00", "-", "-", "-", "-", "-", '=a,"b"', "yes"])
+        self.assertEqual(lines[1].split(), ["1", "0", '=a,"b"', "1.5", "-2.0", "30.0", "-", "-", "-", "-", "-", "-", "yes"])
 
 
 class Unknown(ConvertTest):

@@ -225,7 +225,9 @@ TEST(NiftiReader, NamesTheFileThatIsNotThere) {
     (void)host::readNifti(pathOf(folder, "none.nii"));
     FAIL();
   } catch (const std::runtime_error& error) {
-    EXPECT_EQ(std::string(error.what()), pathOf(folder, "none.nii").string() + ": there is no such file");
+    EXPECT_EQ(std::string(error.what()),
+              pathOf(folder, "none.nii").string() + ": " +
+                  std::make_error_code(std::errc::no_such_file_or_directory).message());
   }
 }
 

@@ -1,0 +1,17 @@
+// Where the program meets the system's console: what it is called with, what people read and type.
+//
+// Arguments and all texts are UTF-8. Standard input, output and error are bytes, also where the system knows
+// streams of text.
+#pragma once
+
+namespace tool {
+
+enum class Stream { input, output, error };
+
+// Before anything is read or written.
+void prepareConsole();
+
+// Whether a person sits at the stream.
+bool isTerminal(Stream stream);
+
+}  // namespace tool
