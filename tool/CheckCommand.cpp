@@ -17,13 +17,14 @@ file leaves it open) or a note. Dipoles are named by their numbers within the fi
 printed when there is nothing to say. --repair and --unit change what is imported, never the
 file; what is left is printed then. docs/audit.md explains the codes and the JSON.
 
-Examples:
-  dipole check spikes.dip
-  dipole check --json *.dip
-  dipole check --unit cm --repair all old.dip
-
 Codes:
 )";
+
+constexpr const char* examples = R"(
+Examples:
+  dipole check --yes moving.dip
+  dipole check --yes --json *.dip
+  dipole check --yes --repair all *.dip)";
 
 // Every file by itself, so that any number of files can be checked.
 class Check {
@@ -89,7 +90,7 @@ class Check {
 CheckCommand::CheckCommand(CLI::App& program)
     : m_command(
           program.add_subcommand("check", "Tell what of the files arrives otherwise than they say it")) {
-  m_command->footer(help + codesHelp());
+  m_command->footer(help + codesHelp() + examples);
   m_import.addTo(*m_command);
   m_command->add_flag("--json", m_json, "JSON");
 }

@@ -34,25 +34,6 @@ OptionText textOf(const CLI::Option& option) {
   return text;
 }
 
-// Lines that begin with a blank stay as they are, others are parts of a paragraph. An empty line ends both.
-std::vector<Paragraph> paragraphsOf(const std::string& text) {
-  std::vector<Paragraph> paragraphs;
-  std::istringstream lines(text);
-  bool isNew = true;
-  for (std::string line; std::getline(lines, line);) {
-    const bool isVerbatim = line.starts_with(' ');
-    if (line.empty()) {
-      isNew = true;
-    } else if (isNew || paragraphs.back().isVerbatim != isVerbatim) {
-      paragraphs.push_back({line, isVerbatim});
-      isNew = false;
-    } else {
-      paragraphs.back().text += (isVerbatim ? "\n" : " ") + line;
-    }
-  }
-  return paragraphs;
-}
-
 // Words in lines of the width; all lines but the first are indented.
 std::string filled(const std::string& text, std::size_t indent) {
   std::string result;
@@ -70,6 +51,36 @@ std::string filled(const std::string& text, std::size_t indent) {
     used += word.size();
   }
   return result;
+}
+
+// A line of a table, "  word  text": what is too wide goes on below the text.
+std::string fitted(const std::string& line) {
+  const std::size_t word = line.find_first_not_of(' ');
+  const std::size_t gap = line.find("  ", word);
+  const std::size_t text = line.find_first_not_of(' ', gap);
+  if (line.size() <= width || text == std::string::npos) {
+    return line;
+  }
+  return line.substr(0, text) + filled(line.substr(text), text);
+}
+
+// Lines that begin with a blank stay lines, others are parts of a paragraph. An empty line ends both.
+std::vector<Paragraph> paragraphsOf(const std::string& text) {
+  std::vector<Paragraph> paragraphs;
+  std::istringstream lines(text);
+  bool isNew = true;
+  for (std::string line; std::getline(lines, line);) {
+    const bool isVerbatim = line.starts_with(' ');
+    if (line.empty()) {
+      isNew = true;
+    } else if (isNew || paragraphs.back().isVerbatim != isVerbatim) {
+      paragraphs.push_back({isVerbatim ? fitted(line) : line, isVerbatim});
+      isNew = false;
+    } else {
+      paragraphs.back().text += isVerbatim ? "\n" + fitted(line) : " " + line;
+    }
+  }
+  return paragraphs;
 }
 
 std::string inColumns(const std::string& heading, const std::string& text) {

@@ -20,7 +20,7 @@ and from behind.
 
 Examples:
   dipole info auditory.dip
-  dipole info --json --yes *.dip)";
+  dipole info --json auditory.dip spikes.dip)";
 
 constexpr std::array<const char*, 3> pointNames = {"nasion", "left ear", "right ear"};
 constexpr std::array<const char*, 3> axisNames = {"x (left)", "y (up)", "z (front)"};

@@ -30,7 +30,7 @@ So are latency and fit error of a .dip file without fit information.
 Examples:
   dipole list auditory.dip
   dipole list --csv spikes.dip > spikes.csv
-  dipole list --yes --json moving.dip)";
+  dipole list --json median.txt)";
 
 // Rounded for the eye; "-" is unknown.
 std::string rounded(std::size_t place, const CDipoleszq& dipole, std::uint8_t unknown, int decimals) {
