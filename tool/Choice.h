@@ -8,7 +8,7 @@
 
 namespace tool {
 
-// `choices` are pairs of a word and what it means, and outlive the command. Large letters count as small ones.
+// `choices` are pairs of a word and what it means, and outlive the command. Large letters count as small.
 template <typename Choices>
 CLI::Option* addChoice(CLI::App& command, const std::string& name, std::string& word, const std::string& text,
                        const Choices& choices) {

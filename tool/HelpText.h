@@ -20,7 +20,7 @@ struct OptionText {
 
   // "-o, --output OUT"
   std::string heading() const;
-  // The words that may stand for the argument: small letters in it are words, large ones a place for something.
+  // The words that may stand for the argument: small letters are words, large ones a place for something.
   std::vector<std::string> words() const;
   // Whether a file may stand for the argument.
   bool takesFile() const;

@@ -22,8 +22,9 @@ namespace {
 
 constexpr const char* help =
     R"(Positions are millimetres in the head frame: x to the left ear, y up, z to the nose, origin
-midway between the ears; ox, oy, oz is the orientation. The moment is in nAm when the files say so. "Slices" tells whether
-slice pictures show the dipole. Numbers are rounded for the eye, and "-" is a value that the
+midway between the ears; ox, oy, oz is the orientation. The moment is in nAm when the files say so.
+"Slices" tells whether slice pictures show the dipole. Numbers are rounded for the eye, and "-" is a value
+that the
 files leave open; --csv and --json write what "dipole convert" writes, every column in full.
 So are latency and fit error of a .dip file without fit information.
 
@@ -39,8 +40,8 @@ std::string rounded(std::size_t place, const CDipoleszq& dipole, std::uint8_t un
   return number != nullptr ? host::fixed(*number, decimals) : "-";
 }
 
-// The columns of a table file that a person looks for, in their order there; narrow enough for a terminal of 80
-// columns.
+// The columns of a table file that a person looks for, in their order there; narrow enough for a terminal of
+// 80 columns.
 struct ListColumn {
   std::size_t place;
   const char* title;

@@ -36,8 +36,8 @@ failed, 2 for wrong arguments.
 The examples of the commands run in a folder that holds those of the package and, for an MRI, ch2.nii.gz of
 the package mricron-data.)";
 
-// As the parser takes them, the last one first. It would take a file name in square brackets for a list; a name
-// that begins with its folder is only a name.
+// As the parser takes them, the last one first. It would take a file name in square brackets for a list; a
+// name that begins with its folder is only a name.
 void turnForParser(std::vector<std::string>& arguments) {
   for (std::string& argument : arguments) {
     if (argument.starts_with('[') && argument.ends_with(']')) {

@@ -1,5 +1,5 @@
-// A volume as the module's registration counts in it: mm from the corner where its axes begin, a voxel's index
-// times its size; x to the left, y up, z to the front, each along the axis of the voxels that is nearest.
+// A volume as the module's registration counts in it: mm from the corner where its axes begin, a voxel's
+// index times its size; x to the left, y up, z to the front, each along the voxels' axis that is nearest.
 #pragma once
 
 #include <array>

@@ -1,6 +1,6 @@
 // What the classes and functions of an extension library are exported and imported with: the library defines
-// _AFXEXT while it is built, and whoever uses it does not. With PLATFORM_UNMARKED_CLASSES they carry no mark: such
-// code may be linked to the library, and as well to what the library is made of.
+// _AFXEXT while it is built, and whoever uses it does not. With PLATFORM_UNMARKED_CLASSES they carry no mark:
+// such code may be linked to the library, and as well to what the library is made of.
 //
 // Elsewhere than on Windows a library exports what it holds, and the marks say nothing.
 #pragma once

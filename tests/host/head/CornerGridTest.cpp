@@ -1,5 +1,5 @@
-// Claim: a place in scanner mm is counted from the corner of the volume to the left, up and to the front, whichever
-// way the voxels' axes lie.
+// Claim: a place in scanner mm is counted from the corner of the volume to the left, up and to the front,
+// whichever way the voxels' axes lie.
 
 #include <gtest/gtest.h>
 #include <vector>
