@@ -116,7 +116,8 @@ struct ToolAndViewer : testing::Test {
     }
     const std::string out = folder.pathUtf8("out.png");
     const std::string command = std::string(tool) + " draw " + folder.pathUtf8("d.dip") + " --mri " +
-                                folder.pathUtf8("head.nii") + " -o " + out + " " + options + " 2>/dev/null";
+                                folder.pathUtf8("head.nii") + " --force -o " + out + " " + options +
+                                " 2>/dev/null";
     EXPECT_EQ(std::system(command.c_str()), 0) << command;
     std::ifstream file(out, std::ios::binary);
     const Png png(std::string(std::istreambuf_iterator<char>(file), {}));
