@@ -4,7 +4,7 @@
 // docs/file-formats.md tells the layouts of the set file byte by byte. The host opens the file and the
 // archive. A file that breaks off raises CArchiveException*, a file fault between two dipoles
 // CFileException*, and memory may run out in the set's own texts; the collection then holds what was read
-// whole. Export and import throw nothing.
+// whole. Imports and exportExelFile throw nothing.
 #pragma once
 
 #include "import/DipoleFace8Import02_4DMSI.h"

@@ -18,9 +18,9 @@ from readings import ROOT, Includes, Passed
 STAMPS = ROOT / "build/check_tidy"
 PLATFORM = ROOT / "platform"
 FOLDERS = ["headmodel", "record", "collection", "import", "file", "ui", "module", "platform", "host", "tool",
-           "tests", "bench", "fuzz"]
+           "tests", "bench", "fuzz", "examples"]
 OTHERWISE_CHECKED = "tests/mfc/"  # by check_mfc.py, against other declarations
-WINDOWS = re.compile(r"^(ui|module|host/viewer|tests/(ui|host/viewer|module)|bench/ui)/|/windows/")
+WINDOWS = re.compile(r"^(ui|module|host/viewer|tests/(ui|host/viewer|module)|bench/ui|examples/embed/host)[/.]|/windows/")
 # Tests, benchmarks and fuzzers may be slow themselves, print without asking whether it worked, and use the C library's
 # conversions as oracles.
 TRIALS = re.compile(r"^(tests|bench|fuzz)/")

@@ -45,16 +45,22 @@ wait_for() {
   local status=0
   wait "$2" || status=$?
   [ ! -e "$stage_folder/$1.log" ] || cat "$stage_folder/$1.log"
-  [ "$status" -eq 0 ] || { echo "The stage $1 failed with $status." >&2; exit 1; }
+  if [ "$status" -ne 0 ]; then
+    stage_table
+    echo "The stage $1 failed with $status." >&2
+    exit 1
+  fi
 }
 
 stage_table() {
   say "What each stage took, in seconds"
   python3 - "$stage_folder" "${stage_names[@]}" <<'PYTHON'
-import re, sys
+import os, re, sys
 folder, *names = sys.argv[1:]
 rows = []
 for name in names:
+    if not os.path.exists(f"{folder}/{name}.times"):
+        continue  # it has not ended
     *processor, clock = open(f"{folder}/{name}.times").read().splitlines()
     spent = sum(int(m) * 60 + float(s) for line in processor for m, s in re.findall(r"(\d+)m([\d.]+)s", line))
     begin, end = map(float, clock.split())

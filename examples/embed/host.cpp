@@ -99,7 +99,7 @@ void HostWindow::OnDestroy() {
 
 void HostWindow::save(LPCTSTR path) {
   CFile file(path, CFile::modeCreate | CFile::modeWrite);  // a true viewer: another name first, then rename
-  CArchive archive(&file, CArchive::store);
+  CArchive archive(&file, CArchive::store, CDipoleFace9File::archiveBuffer);
   m_dipoles->serializeDipolesFace(archive);
   archive.Close();
   file.Close();

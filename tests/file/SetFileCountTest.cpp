@@ -155,7 +155,7 @@ TEST_F(SetFileCount, OfMoreThanTheFileHoldsEndsInTheArchiveExceptionWithTheDipol
   EXPECT_EQ(user.texts(), Texts{});
 }
 
-TEST_F(SetFileCount, ThatLiesCostsNoMemory) {
+TEST_F(SetFileCount, ThatLiesMakesNoDipolesBeforehand) {
   for (const Form& form : allForms()) {
     const std::string bytes = patched(upToTheLastDipole(form), form.place, 30000);
     const Set set = filledSet(0);

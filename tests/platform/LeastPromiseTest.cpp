@@ -269,6 +269,15 @@ TEST_F(LeastPromiseDeathTest, WhatIsNotAllowedEndsTheProgram) {
       "open already");
 }
 
+TEST_F(LeastPromiseDeathTest, NoApplicationObjectIsMadeForAProgramThatHasNone) {
+  EXPECT_DEATH(
+      {
+        AfxGetApp()->~CWinApp();  // that of the tests
+        AfxMessageBox(_T("text"));
+      },
+      "a message without an application object");
+}
+
 #endif
 
 // The use of more than is promised: a path put together from GetRoot as if a separator closed it.

@@ -104,4 +104,64 @@ TEST_F(LeastPromiseWindows, NameOfAWindowClassLastsUntilTheNext) {
   EXPECT_NE(kept, CString(name));
 }
 
+// What blinks and what is painted is no news: an idle program is not told that it is idle again.
+class IdleProgram : public CWinApp {
+ public:
+  explicit IdleProgram(HWND window) : m_window(window) {}
+  int timesIdle = 0;
+
+  BOOL OnIdle(LONG /*count*/) override {
+    if (++timesIdle == 1) {
+      constexpr UINT caretTimer = 0x118;
+      ::PostMessageW(m_window, caretTimer, 0, 0);
+      ::SetTimer(m_window, 1, 100, [](HWND window, UINT, UINT_PTR id, DWORD) {
+        ::KillTimer(window, id);
+        ::PostQuitMessage(0);
+      });
+    }
+    return FALSE;
+  }
+
+ private:
+  HWND m_window;
+};
+
+TEST_F(LeastPromiseWindows, ProgramIsIdleOnceBeforeARedundantMessageAndNotBehindIt) {
+  pump();
+  IdleProgram least(m_dialog.m_hWnd);
+  least.Run();
+  EXPECT_EQ(least.timesIdle, 1);
+  const Promising more(Promising::more);
+  IdleProgram eager(m_dialog.m_hWnd);
+  eager.Run();
+  EXPECT_GT(eager.timesIdle, 1);
+}
+
+#if GTEST_HAS_DEATH_TEST
+
+class ThrowingWindow : public CWnd {
+ public:
+  LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+    if (message == WM_APP) {
+      throw new CMemoryException;
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
+  }
+};
+
+using LeastPromiseWindowsDeathTest = LeastPromiseWindows;
+
+void throwOutOfAHandler() {
+  ThrowingWindow window;
+  const RECT place = {0, 0, 10, 10};
+  window.CreateEx(0, AfxRegisterWndClass(0), _T(""), WS_POPUP, place, nullptr, 0);
+  window.SendMessage(WM_APP);
+}
+
+TEST_F(LeastPromiseWindowsDeathTest, ExceptionThatLeavesAHandlerEndsTheProgram) {
+  EXPECT_DEATH(throwOutOfAHandler(), "an exception leaves a handler");
+}
+
+#endif
+
 }  // namespace
