@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "file/ObsoleteFace.h"
-#include "record/ArchiveTransfer.h"
+#include "headmodel/ArchiveTransfer.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-#include "record/ArchiveTransfer.h"
+#include "headmodel/ArchiveTransfer.h"
 
 namespace {
 

@@ -1,5 +1,7 @@
 #include "headmodel/Fiducial9File.h"
 
+#include "headmodel/ArchiveTransfer.h"
+
 CFiducial9File::CFiducial9File() = default;
 CFiducial9File::CFiducial9File(const CFiducial9File&) = default;
 CFiducial9File& CFiducial9File::operator=(const CFiducial9File&) = default;
@@ -11,20 +13,7 @@ int CFiducial9File::serialize(CArchive& archive) {
   for (CFiduciaryPtzq& point : m_points) {
     point.serialize(archive);
   }
-  if (archive.IsStoring()) {
-    for (const int value : m_ints) {
-      archive << value;
-    }
-    for (const LONGLONG value : m_tail) {
-      archive << value;
-    }
-  } else {
-    for (int& value : m_ints) {
-      archive >> value;
-    }
-    for (LONGLONG& value : m_tail) {
-      archive >> value;
-    }
-  }
+  const ArchiveTransfer transfer(archive);
+  transfer(m_ints, m_tail);
   return 1;
 }

@@ -1,6 +1,6 @@
 #include "record/Dipoles4File.h"
 
-#include "record/ArchiveTransfer.h"
+#include "headmodel/ArchiveTransfer.h"
 
 namespace {
 

@@ -3,6 +3,8 @@
 
 #include <afx.h>
 
+#include <utility>
+
 // Reads the text in front of a stand-alone form; case does not count.
 inline bool startsWith(CArchive& archive, const CString& magic) {
   CString found;
@@ -11,7 +13,8 @@ inline bool startsWith(CArchive& archive, const CString& magic) {
 }
 
 // Called with a member, it writes or reads it, as the archive is meant. A flag takes one byte: any value but
-// 0 is true.
+// 0 is true. A member that cannot be read whole stays as it is, which MFC does not promise of a value that it
+// is handed.
 class ArchiveTransfer {
  public:
   explicit ArchiveTransfer(CArchive& archive) : m_archive(archive), m_isStoring(archive.IsStoring() != 0) {}
@@ -30,7 +33,9 @@ class ArchiveTransfer {
     if (m_isStoring) {
       m_archive << value;
     } else {
-      m_archive >> value;
+      Value whole{};
+      m_archive >> whole;
+      value = std::move(whole);
     }
   }
 
