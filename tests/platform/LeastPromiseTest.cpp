@@ -272,6 +272,7 @@ TEST_F(LeastPromiseDeathTest, WhatIsNotAllowedEndsTheProgram) {
 TEST_F(LeastPromiseDeathTest, NoApplicationObjectIsMadeForAProgramThatHasNone) {
   EXPECT_DEATH(
       {
+        const ScriptedOperator user;
         AfxGetApp()->~CWinApp();  // that of the tests
         AfxMessageBox(_T("text"));
       },

@@ -9,6 +9,7 @@
 #include "tests/platform/windows/Robot.h"
 #include "tests/platform/windows/ids.h"
 #include "tests/support/Promising.h"
+#include "tests/support/ScriptedOperator.h"
 
 namespace {
 
@@ -152,6 +153,7 @@ class ThrowingWindow : public CWnd {
 using LeastPromiseWindowsDeathTest = LeastPromiseWindows;
 
 void throwOutOfAHandler() {
+  const ScriptedOperator user;  // whom the framework would tell
   ThrowingWindow window;
   const RECT place = {0, 0, 10, 10};
   window.CreateEx(0, AfxRegisterWndClass(0), _T(""), WS_POPUP, place, nullptr, 0);
