@@ -7,22 +7,22 @@
 #include <system_error>
 #include <vector>
 
+#include "host/exchange/ImportFile.h"
 #include "tool/FileNames.h"
 
 namespace tool {
 namespace {
 
 constexpr const char* copyName = "input";
-constexpr std::size_t mostBytes = std::size_t{1} << 28U;
 
 void copyAll(std::istream& from, std::ostream& to, const std::string& name) {
   std::vector<char> block(65536);
-  std::size_t count = 0;
+  std::uintmax_t count = 0;
   while (from) {
     from.read(block.data(), static_cast<std::streamsize>(block.size()));
     to.write(block.data(), from.gcount());
-    count += static_cast<std::size_t>(from.gcount());
-    if (count > mostBytes) {
+    count += static_cast<std::uintmax_t>(from.gcount());
+    if (count > host::mostFileBytes) {
       throw std::runtime_error(name + ": there are more than 256 MiB of it");
     }
   }

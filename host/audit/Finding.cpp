@@ -88,9 +88,4 @@ std::vector<std::string> wrongTexts(std::span<const Finding> findings) {
   return texts;
 }
 
-bool holdsWrong(std::span<const Finding> findings) {
-  return std::any_of(findings.begin(), findings.end(),
-                     [](const Finding& finding) { return finding.severity == Severity::wrong; });
-}
-
 }  // namespace host

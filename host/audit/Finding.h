@@ -68,6 +68,4 @@ struct Finding {
 // What is wrong, for pictures of the dipoles: one text for each thing, with the files' names without folders.
 [[nodiscard]] std::vector<std::string> wrongTexts(std::span<const Finding> findings);
 
-[[nodiscard]] bool holdsWrong(std::span<const Finding> findings);
-
 }  // namespace host

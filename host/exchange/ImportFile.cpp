@@ -1,7 +1,5 @@
 #include "host/exchange/ImportFile.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
@@ -17,7 +15,6 @@ namespace host {
 namespace {
 
 constexpr int unreached = -1;
-constexpr std::uintmax_t mostBytes = std::uintmax_t{1} << 28U;  // 30000 dipoles have a fiftieth of it
 
 // The steps that the module's imports by dialog and by name are made of. They show what those show, but for a
 // file that cannot be read to its end, of which this one tells the caller.
@@ -84,7 +81,7 @@ std::string whyUnreadable(const CString& path) {
     return reasonOf(fault);
   }
   const std::uintmax_t size = std::filesystem::file_size(pathOf(path), error);
-  return !error && size > mostBytes ? "it is larger than 256 MiB" : "";
+  return !error && size > mostFileBytes ? "it is larger than 256 MiB" : "";
 }
 
 // The module looks for the file of a table as for a pattern, and would take the first one that fits.
@@ -138,15 +135,6 @@ void takeReport(ImportedFile& file, AuditReport report) {
 }
 
 }  // namespace
-
-bool isLoss(const Finding& finding) {
-  const bool isOfRows = finding.code == FindingCode::lostRows || finding.code == FindingCode::sections;
-  return isOfRows && finding.severity == Severity::wrong && !finding.isAnswered;
-}
-
-bool ImportedFile::isComplete() const {
-  return dipoles() > 0 && std::none_of(findings.begin(), findings.end(), isLoss);
-}
 
 int ImportedFile::dipoles() const {
   int count = 0;

@@ -4,6 +4,7 @@
 
 #include <afxwin.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,6 +17,9 @@
 #include "module/dipole.h"
 
 namespace host {
+
+// Larger files are refused; 30000 dipoles have a fiftieth of it.
+inline constexpr std::uintmax_t mostFileBytes = std::uintmax_t{1} << 28U;
 
 struct ImportedFile {
   CString path;      // as it was given
@@ -33,16 +37,11 @@ struct ImportedFile {
   std::vector<std::string> repaired;  // UTF-8, a sentence for each thing that repairs changed
 
   [[nodiscard]] int dipoles() const;  // slots of the set may be empty
-  // Whether all dipoles of the file are there, but for those that the user's answers left out; one at least.
-  [[nodiscard]] bool isComplete() const;
 
   // Applies remedies to `set`, which nobody has changed since the import; a set or a table has none. Throws
   // what an allocation throws.
   void repair(const Repairs& repairs);
 };
-
-// Whether a finding tells of dipoles that are missing, other than by what the user answered.
-[[nodiscard]] bool isLoss(const Finding& finding);
 
 // Reads a file by the format given, whatever its name, audits it and applies the remedies that are wanted.
 // The current folder stays. A file that cannot be opened is told once, by `failure`: the module does not

@@ -74,7 +74,14 @@ bool differ(const CSpherezq& one, const CSpherezq& other) {
 
 }  // namespace
 
-JoinedSet::JoinedSet(int before) : m_before(before), m_set(std::make_unique<CDipoleFace9File>()) {}
+JoinedSet::JoinedSet(int before) : m_before(before) {}
+
+CDipoleFace9File& JoinedSet::madeSet() const {
+  if (!m_set) {
+    m_set = std::make_unique<CDipoleFace9File>();
+  }
+  return *m_set;
+}
 
 int JoinedSet::nextSlot() const {
   return m_before + (m_parts.empty() ? 0 : m_set->m_totalDipoles);

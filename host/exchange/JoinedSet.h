@@ -34,8 +34,8 @@ class JoinedSet {
   // whole set is that of the first file with dipoles; its moments are nAm when every file says so.
   void add(ImportedFile file);
 
-  [[nodiscard]] CDipoleFace9File& set() { return *m_set; }
-  [[nodiscard]] const CDipoleFace9File& set() const { return *m_set; }
+  [[nodiscard]] CDipoleFace9File& set() { return madeSet(); }
+  [[nodiscard]] const CDipoleFace9File& set() const { return madeSet(); }
   [[nodiscard]] const std::vector<Part>& parts() const { return m_parts; }
   [[nodiscard]] std::vector<std::string> patients() const;  // whom the parts name, each once, in order
 
@@ -59,13 +59,14 @@ class JoinedSet {
  private:
   void takeFinding(Finding finding, int first);
   void append(const ImportedFile& file);
+  CDipoleFace9File& madeSet() const;
 
   [[nodiscard]] int nextSlot() const;
 
   int m_before;
   bool m_hasMixedUnits = false;
   int m_leftOut = 0;
-  std::unique_ptr<CDipoleFace9File> m_set;
+  mutable std::unique_ptr<CDipoleFace9File> m_set;  // a quarter of a megabyte, so made when it is needed
   std::vector<Part> m_parts;
   UnknownValues m_unknown;
   std::vector<Finding> m_findings;

@@ -31,15 +31,6 @@ TEST(Findings, ALineTellsFileLineSeverityCodeAndSentence) {
   EXPECT_EQ(host::lineOf(finding), "doubtful (row-order): Mixed up.");
 }
 
-TEST(Findings, OnlyAWrongOneIsWrong) {
-  const Finding note{FindingCode::noFit, Severity::note, {}, 0, {}, {}, {}, {}};
-  const Finding doubtful{FindingCode::unit, Severity::doubtful, {}, 0, {}, {}, {}, {}};
-  const Finding wrong{FindingCode::unit, Severity::wrong, {}, 0, {}, {}, {}, {}};
-  EXPECT_FALSE(host::holdsWrong({}));
-  EXPECT_FALSE(host::holdsWrong(std::vector{note, doubtful}));
-  EXPECT_TRUE(host::holdsWrong(std::vector{note, wrong, doubtful}));
-}
-
 TEST(UnknownValuesTest, AreKeptForEachSlotAndValue) {
   host::UnknownValues unknown;
   EXPECT_TRUE(unknown.isEmpty());

@@ -262,9 +262,9 @@ TEST_F(SessionFindings, SeveralPatientsStandAsLongAsBothAreThere) {
 }
 
 TEST_F(SessionFindings, WhatTheHeadSaysIsLookedForAnewWithEveryMriAndRegistration) {
-  std::string far = noFit;
-  far.replace(far.find("5.2"), 3, "25");  // cm to the left
-  import("b.dip", far);
+  std::string distant = noFit;
+  distant.replace(distant.find("5.2"), 3, "25");  // cm to the left
+  import("b.dip", distant);
   const Texts own = {"b.dip note no-fit 0"};
   const Texts inMri = {"b.dip note no-fit 0", " doubtful outside-head 0"};
   EXPECT_EQ(outline(), own);  // the phantom is nobody's head
