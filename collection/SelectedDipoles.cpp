@@ -95,10 +95,10 @@ DipoleSlots dipolesOfRows(const CDipoleFace& face, const std::vector<bool>& sele
 }
 
 DipoleSlots markRows(CDipoleFace& face, const std::vector<bool>& selectedRows) {
-  const DipoleSlots slots = dipolesOfRows(face, selectedRows);
-  auto next = slots.begin();
+  DipoleSlots slots = dipolesOfRows(face, selectedRows);
+  auto next = slots.cbegin();
   for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
-    const bool isSelected = next != slots.end() && *next == slot;
+    const bool isSelected = next != slots.cend() && *next == slot;
     mark(face, slot, isSelected);
     next += isSelected ? 1 : 0;
   }

@@ -94,7 +94,7 @@ std::vector<int> parseNumbers(const std::string& text) {
 }
 
 std::vector<int> slotsNumbered(const host::PaneContents& contents, const std::string& text) {
-  const std::vector<int> shown = host::shownSlots(contents);
+  std::vector<int> shown = host::shownSlots(contents);
   if (text == "all") {
     return shown;
   }

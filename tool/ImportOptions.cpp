@@ -35,7 +35,7 @@ std::set<host::FindingCode> parseCodes(const std::string& text) {
     if (!code) {
       std::string known;
       for (const host::FindingMeaning& meaning : host::findingMeanings()) {
-        known += (known.empty() ? "" : ", ") + std::string(meaning.name);
+        known.append(known.empty() ? "" : ", ").append(meaning.name);
       }
       throw std::invalid_argument("\"" + part + "\" is no code of a finding; there are: " + known);
     }

@@ -20,6 +20,7 @@ constexpr double mostPitch = 90.0;  // degrees
 const std::vector<std::pair<std::string, host::ViewAngles>>& sides() {
   static const auto all = [] {
     std::vector<std::pair<std::string, host::ViewAngles>> named;
+    named.reserve(host::allStandpoints.size());
     for (const host::Standpoint standpoint : host::allStandpoints) {
       named.emplace_back(host::nameOf(standpoint), host::anglesOf(standpoint));
     }

@@ -156,7 +156,8 @@ void CtfAudit::lookAtProblems() {
     std::string sentence;
     switch (problem.kind) {
       case CtfProblemKind::swallowed:
-        sentence = "The section before " + text + " has no end, so " + text + " was not read.";
+        sentence.append("The section before ").append(text).append(" has no end, so ").append(text);
+        sentence.append(" was not read.");
         break;
       case CtfProblemKind::endsInside:
         sentence = "The file ends inside of a section; its end may be missing.";

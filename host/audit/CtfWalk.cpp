@@ -300,7 +300,7 @@ bool CtfWalk::arrives(CtfRow& row, const RowFields& fields, bool hasGap) {
                 (!isMoving || (fields.isInteger(0) && fields.isInteger(1))) && !(isMoving && hasGap);
   if (row.isPlain) {
     for (int axis = 0; axis < 3; ++axis) {
-      row.place[axis] = fields.number(first + axis).value_or(std::numeric_limits<float>::infinity());
+      row.place[axis] = fields.plainNumber(first + axis);
     }
     return true;
   }

@@ -57,9 +57,12 @@ class MsiReading::Walk {
   void take(const TextLine& line) {
     if (m_reading.hasTable) {
       takeTableLine(line);
-    } else if (!line.isClosed) {
       return;
-    } else if (m_isFileInfo) {
+    }
+    if (!line.isClosed) {
+      return;
+    }
+    if (m_isFileInfo) {
       takeFileInfo(line);
     } else if (isLegendLine(line.text)) {
       takeHiddenHeading(line);
@@ -145,7 +148,7 @@ class MsiReading::Walk {
                   fields.isInteger(reals) && fields.isInteger(msiLabelPlace - 1);
     if (row.isPlain) {
       for (int axis = 0; axis < 3; ++axis) {
-        row.place[axis] = fields.number(axis + 1).value_or(std::numeric_limits<float>::infinity());
+        row.place[axis] = fields.plainNumber(axis + 1);
       }
       return true;
     }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -43,6 +44,11 @@ class RowFields {
     }
     const Field& found = m_fields[field];
     return found.isShort ? shortNumber(found) : longNumber(found);
+  }
+  // A plain number; beyond single precision it is infinite, with its sign.
+  [[nodiscard]] float plainNumber(int field) const {
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    return number(field).value_or((*this)[field].starts_with('-') ? -infinity : infinity);
   }
   // The whole field as an integer; "3.0" is one too.
   [[nodiscard]] std::optional<int> wholeNumber(int field) const;

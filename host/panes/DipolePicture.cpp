@@ -114,6 +114,7 @@ void checkSize(double pixels) {
 
 std::vector<SliceRequest> slicesThrough(const Vector3& place) {
   std::vector<SliceRequest> slices;
+  slices.reserve(allViews.size());
   for (const View view : allViews)
     slices.push_back({view, place[axesOf(view).slab]});
   return slices;

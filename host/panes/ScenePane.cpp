@@ -223,6 +223,7 @@ std::vector<SliceRequest> ScenePane::wantedSlices(const PaneContents& contents) 
   if (!m_slices.empty())
     return m_slices;
   std::vector<SliceRequest> slices;
+  slices.reserve(allViews.size());
   for (const View view : allViews)
     slices.push_back({view, contents.crosshair[axesOf(view).slab]});
   return slices;

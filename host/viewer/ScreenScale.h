@@ -4,6 +4,8 @@
 
 #include <afxwin.h>
 
+#include <cmath>
+
 namespace host {
 
 // How many of this screen's pixels one of 96 dots per inch is.
@@ -16,7 +18,7 @@ inline double screenScale() {
 
 // `pixels` are those of 96 dots per inch.
 inline int onScreen(int pixels) {
-  return static_cast<int>(pixels * screenScale() + 0.5);
+  return static_cast<int>(std::lround(pixels * screenScale()));
 }
 
 }  // namespace host

@@ -1,4 +1,5 @@
 // Rows and sections of a CTF file that do not arrive.
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -200,4 +201,12 @@ TEST(CtfAudit, OtherLineEndsAreTheSameFile) {
   EXPECT_EQ(Audited("a.dip", old).outline(), Lines());
   windows.replace(windows.find("5.20"), 4, "5,20");
   EXPECT_EQ(Audited("a.dip", windows).only(FindingCode::lostRows).line, 39);
+}
+
+TEST(LostRows, APlaceBeyondAllNumbersKeepsItsSign) {
+  const std::string many(100, '2');
+  const Audited a("a.dip", ctfSphere + ctfSection("Dipoles", ctfHeading, {"1: -" + many + " 1 2 0 0 1 9 a"}));
+  EXPECT_EQ(a.set->m_totalDipoles, 1);  // the import asks only about places far to the positive side
+  const std::vector<std::string> outline = a.outline();
+  EXPECT_EQ(std::count(outline.begin(), outline.end(), "wrong lost-rows"), 0);
 }

@@ -63,7 +63,7 @@ struct Png {
     ASSERT_EQ(size, raw.size());
     std::vector<int> above(stride);
     for (std::size_t y = 0; y < height; ++y) {
-      const int filter = raw[y * (stride + 1)];
+      const int filter = static_cast<unsigned char>(raw[y * (stride + 1)]);
       filters.insert(filter);
       std::vector<int> row(stride);
       for (std::size_t i = 0; i < stride; ++i) {

@@ -279,7 +279,7 @@ TEST(SessionFiles, ASavedSetReachesItsFileInPiecesOfTheLargeBuffer) {
   os.failAt(FailingOs::Call::write, 1000, CFileException::diskFull);
   viewer.session.saveSet(path);
   const std::size_t size = viewer.folder.read("large.dipset").size();
-  ASSERT_GT(size, std::size_t{2 * CDipoleFace9File::archiveBuffer});
+  ASSERT_GT(size, std::size_t{CDipoleFace9File::archiveBuffer} * 2);
   EXPECT_EQ(os.calls, static_cast<int>(size / CDipoleFace9File::archiveBuffer) + 1);
 }
 
