@@ -33,11 +33,13 @@ std::set<host::FindingCode> parseCodes(const std::string& text) {
   for (std::string part; std::getline(parts, part, ',');) {
     const std::optional<host::FindingCode> code = host::findingCodeNamed(part);
     if (!code) {
-      std::string known;
+      std::string problem = '"' + part + "\" is no code of a finding; there are";
+      const char* before = ": ";
       for (const host::FindingMeaning& meaning : host::findingMeanings()) {
-        known.append(known.empty() ? "" : ", ").append(meaning.name);
+        problem.append(before).append(meaning.name);
+        before = ", ";
       }
-      throw std::invalid_argument("\"" + part + "\" is no code of a finding; there are: " + known);
+      throw std::invalid_argument(problem);
     }
     codes.insert(*code);
   }
