@@ -39,6 +39,19 @@ bool isThere(const CString& path) {
   return std::filesystem::exists(pathOf(path), error) || error;
 }
 
+// Opens a file; one that cannot be opened because it is not there any more leaves the recent ones.
+template <typename Open>
+void forgettingWhatIsGone(RecentFiles& recent, const CString& path, Open open) {
+  try {
+    open();
+  } catch (const std::runtime_error&) {
+    if (!isThere(path)) {
+      recent.remove(path);
+    }
+    throw;
+  }
+}
+
 }  // namespace
 
 Session::Session(CDipoleFace9File& dipoles)
@@ -76,17 +89,13 @@ void Session::setHead(Head head, std::string notice) {
 void Session::openMri(const CString& path) {
   withinMemory([&] {
     const CString full = fullPath(path);
-    try {
+    forgettingWhatIsGone(m_recentHeads, full, [&] {
       RecentFiles recent = m_recentHeads;
       recent.add(full);
       OpenedHead opened = openHead(full);
       setHead(std::move(opened.head), std::move(opened.notice));
       m_recentHeads = std::move(recent);
-    } catch (const std::runtime_error&) {
-      if (!isThere(full))
-        m_recentHeads.remove(full);
-      throw;
-    }
+    });
   });
 }
 
@@ -199,13 +208,7 @@ void Session::replaceSet(CDipoleFace9File& source, CString path) {
 void Session::openSet(const CString& path) {
   withinMemory([&] {
     const CString full = fullPath(path);
-    try {
-      replaceSet(*readSet(full), full);
-    } catch (const std::runtime_error&) {
-      if (!isThere(full))
-        m_recentSets.remove(full);
-      throw;
-    }
+    forgettingWhatIsGone(m_recentSets, full, [&] { replaceSet(*readSet(full), full); });
   });
 }
 
