@@ -14,7 +14,8 @@ constexpr const char* help =
     R"(Each file is read a second time, by this program's own reader, and compared with what the
 import made of it. A finding is wrong (what is shown is not what the file says), doubtful (the
 file leaves it open) or a note. Dipoles are named by their numbers within the file. Nothing is
-printed when there is nothing to say. --repair and --unit change what is imported, never the
+printed when there is nothing to say. Questions of the import are answered with yes unless
+--no says otherwise: nothing is kept. --repair and --unit change what is imported, never the
 file; what is left is printed then. docs/audit.md explains the codes and the JSON.
 
 Codes:
@@ -22,9 +23,9 @@ Codes:
 
 constexpr const char* examples = R"(
 Examples:
-  dipole check --yes moving.dip
-  dipole check --yes --json *.dip
-  dipole check --yes --repair all *.dip)";
+  dipole check moving.dip
+  dipole check --json *.dip
+  dipole check --repair all *.dip)";
 
 // Every file by itself, so that any number of files can be checked.
 class Check {
@@ -97,7 +98,11 @@ CheckCommand::CheckCommand(CLI::App& program)
 
 int CheckCommand::run() const {
   setQuiet(true);
-  Check check(m_import.choices());
+  ImportChoices choices = m_import.choices();
+  if (choices.answers == Answers::ask) {
+    choices.answers = Answers::lookOnly;
+  }
+  Check check(choices);
   for (const InputFile& file : m_import.files()) {
     check.look(file);
   }

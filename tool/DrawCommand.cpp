@@ -220,6 +220,9 @@ host::PageTexts DrawCommand::textsOf(const ImportSession& session, const host::P
   host::PageTexts texts;
   texts.title = titleOf(m_import.names());
   texts.patientId = printable(session.patient());
+  if (m_head.isGiven()) {
+    texts.files.push_back("MRI " + printable(contents.head.name));
+  }
   texts.settings = host::filterTexts(contents);
   if (!m_scene.isWanted()) {
     texts.settings.push_back(host::toleranceText(contents));

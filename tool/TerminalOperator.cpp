@@ -64,11 +64,20 @@ bool TerminalOperator::answerQuestion(const std::string& text) const {
   if (m_answers == Answers::ask && isAtTerminal()) {
     return askTerminal(text);
   }
-  const bool isYes = m_answers == Answers::yes;
-  tell(text + (isYes                      ? " Answered: yes (--yes)"
-               : m_answers == Answers::no ? " Answered: no (--no)"
-                                          : " Answered: no (--yes accepts)"));
-  return isYes;
+  switch (m_answers) {
+    case Answers::yes:
+      tell(text + " Answered: yes (--yes)");
+      return true;
+    case Answers::lookOnly:
+      tellNote(text + " Answered: yes (to look at it; --no refuses)");
+      return true;
+    case Answers::no:
+      tell(text + " Answered: no (--no)");
+      return false;
+    default:
+      tell(text + " Answered: no (--yes accepts)");
+      return false;
+  }
 }
 
 int TerminalOperator::answerMessage(LPCTSTR text, UINT type) {

@@ -12,7 +12,8 @@
 
 namespace tool {
 
-enum class Answers { ask, yes, no };
+// lookOnly: yes, because what is imported is looked at and not kept.
+enum class Answers { ask, yes, no, lookOnly };
 
 using Message = host::ModuleMessage;
 

@@ -418,6 +418,13 @@ class Answers(CheckTest):
         asked = self.succeed("list", "--no", self.write("f.dip", dipoles([EAR, "2: 250 2 3 0 0 1 20 far"]))).err
         self.assertIn(self.path("f.dip") + ": It seems the dipole location is wrong", asked)
 
+    def test_moving_dipoles_are_looked_at_without_an_answer(self):
+        asked = self.check(1, example("moving.dip"))
+        self.assertEqual(asked, self.check(1, "--yes", example("moving.dip")))
+        self.assertNotEqual(asked["findings"], [])
+        refused = self.end_with(1, "check", "--no", example("moving.dip"))
+        self.assertIn("it brought no dipole", refused.err)
+
     def test_the_examples_are_sound_but_for_the_columns_of_the_moving_ones(self):
         for name in ("auditory.dip", "spikes.dip", "median.txt"):
             self.assertEqual(self.check(0, example(name))["findings"], [], name)
