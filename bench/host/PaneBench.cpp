@@ -83,7 +83,7 @@ class HeadFile {
     std::minstd_rand random(3);
     std::vector<std::int16_t> slice(std::size_t{extent} * extent);
     for (int k = 0; k < extent; ++k) {
-      for (int j = 0; j < extent; ++j)
+      for (int j = 0; j < extent; ++j) {
         for (int i = 0; i < extent; ++i) {
           const double middle = 0.5 * (extent - 1);
           const double radius = std::hypot(i - middle, j - middle, k - middle);
@@ -92,6 +92,7 @@ class HeadFile {
           slice[static_cast<std::size_t>(j) * extent + static_cast<std::size_t>(i)] =
               static_cast<std::int16_t>(value);
         }
+      }
       file.write(reinterpret_cast<const char*>(slice.data()),
                  static_cast<std::streamsize>(slice.size() * sizeof(slice[0])));
     }
@@ -128,14 +129,16 @@ host::Head headOf(const std::filesystem::path& path) {
 
 struct Window {
   Window() {
-    for (SlicePane* pane : {&axial, &coronal, &sagittal})
+    for (SlicePane* pane : {&axial, &coronal, &sagittal}) {
       pane->resize(side, side);
+    }
     scene.resize(side, side);
   }
 
   void paint(const host::PaneContents& contents) {
-    for (SlicePane* pane : {&axial, &coronal, &sagittal})
+    for (SlicePane* pane : {&axial, &coronal, &sagittal}) {
       keep(pane->paint(contents));
+    }
     keep(scene.paint(contents));
   }
 

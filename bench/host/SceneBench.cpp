@@ -37,8 +37,9 @@ std::unique_ptr<CDipoleFace8Import01_CTF> fullSet() {
 host::Volume volume() {
   constexpr int extent = 90;
   std::vector<float> voxels(std::size_t{extent} * extent * extent);
-  for (std::size_t i = 0; i < voxels.size(); ++i)
+  for (std::size_t i = 0; i < voxels.size(); ++i) {
     voxels[i] = static_cast<float>(100 + i % 90);
+  }
   return {{extent, extent, extent}, std::move(voxels), {{-2, 0, 0}, {0, 2, 0}, {0, 0, 2}, {89, -89, -89}}};
 }
 
@@ -82,8 +83,9 @@ bool benchScene() {
   const host::Volume head = volume();
   const host::HeadFrame frame({{0, 90, 0}, {-75, 0, 0}, {75, 0, 0}});
   std::vector<host::SlicePlane> planes;
-  for (const host::View view : {host::View::axial, host::View::coronal, host::View::sagittal})
+  for (const host::View view : {host::View::axial, host::View::coronal, host::View::sagittal}) {
     planes.emplace_back(head, frame, findHead(head, frame), view, 0.0);
+  }
   bool allMet = benchView("whole head", scene, {}, 3.0);
   allMet &= benchView("whole head, three slices", scene, planes, 3.0);
   allMet &= benchView("enlarged ten times", scene, planes, 30.0);

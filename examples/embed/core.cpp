@@ -50,17 +50,20 @@ int run(int count, char** arguments) {
   // All paths before the first import, which changes the current folder.
   const CString table = absolute(arguments[1]);
   std::vector<CString> files;
-  for (int i = 2; i < count; ++i)
+  for (int i = 2; i < count; ++i) {
     files.push_back(absolute(arguments[i]));
+  }
 
   const auto dipoles = std::make_unique<CDipoleFace9File>();  // large: on the heap
   for (CString& file : files) {
-    if (dipoles->importDipoleX(file, false) == 0)  // goes by the ending, and adds to what is there
+    if (dipoles->importDipoleX(file, false) == 0) {  // goes by the ending, and adds to what is there
       std::cerr << toUtf8(file) << " was not imported\n";
+    }
   }
   for (int slot = 0; slot < dipoles->m_totalDipoles; ++slot) {
-    if (const CDipoleszq* dipole = dipoles->getDipole(slot))  // a slot may be empty
+    if (const CDipoleszq* dipole = dipoles->getDipole(slot)) {  // a slot may be empty
       print(*dipole);
+    }
   }
   dipoles->exportExelFileX(table);  // a table that cannot be written is an exception
   return dipoles->m_totalDipoles > 0 ? 0 : 1;

@@ -67,8 +67,9 @@ void HostWindow::show(LPCTSTR path, bool isOnce) {
   CString file = path;
   m_dipoles->importDipoleX(file, false);
   m_dipoles->showDipoleList(this, &moveCrosshair);
-  if (isOnce)
+  if (isOnce) {
     SetTimer(closing, 1000, nullptr);
+  }
 }
 
 // The slice of the current dipole. When the user chooses another one the module has this window repainted.
@@ -120,8 +121,9 @@ class HostApp : public CWinApp {
 HostApp theApp;  // the program's life: AfxWinMain calls InitInstance, Run and ExitInstance
 
 BOOL HostApp::InitInstance() {
-  if (__argc < 3)
+  if (__argc < 3) {
     return FALSE;
+  }
   m_isOnce = __argc > 3;
   m_window = std::make_unique<HostWindow>();
   m_pMainWnd = m_window.get();
@@ -131,8 +133,9 @@ BOOL HostApp::InitInstance() {
 
 int HostApp::ExitInstance() {
   try {
-    if (m_window)
+    if (m_window) {
       m_window->save(__wargv[2]);
+    }
   } catch (CException* fault) {  // by pointer, as in MFC
     fault->ReportError();
     fault->Delete();
@@ -143,8 +146,9 @@ int HostApp::ExitInstance() {
 
 // All messages of the module pass here. With --once nobody is there to answer: No, where there is a No.
 int HostApp::DoMessageBox(LPCTSTR text, UINT type, UINT help) {
-  if (!m_isOnce)
+  if (!m_isOnce) {
     return CWinApp::DoMessageBox(text, type, help);
+  }
   return (type & MB_TYPEMASK) == MB_OK ? IDOK : IDNO;
 }
 

@@ -57,8 +57,9 @@ Oklab oklabOf(Rgb colour) {
 }
 
 Rgb scaleColor(double place) {
-  if (std::isnan(place))
+  if (std::isnan(place)) {
     return noValueColor;
+  }
   const double part = std::clamp(place, 0.0, 1.0);
   const double hue = std::lerp(firstHue, lastHue, part) * std::numbers::pi / 180.0;
   return rgbOf(

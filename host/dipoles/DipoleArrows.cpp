@@ -9,12 +9,14 @@ namespace host {
 
 DipoleArrows::DipoleArrows(const CDipoleFace& set, bool byMoment, const UnknownDipoles* unknown)
     : m_isByMoment(byMoment), m_unknown(unknown) {
-  if (!byMoment)
+  if (!byMoment) {
     return;
+  }
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = set.m_dipoles[slot];
-    if (dipole != nullptr && std::isfinite(dipole->m_moment) && !isUnknown(*dipole, DipoleValue::moment))
+    if (dipole != nullptr && std::isfinite(dipole->m_moment) && !isUnknown(*dipole, DipoleValue::moment)) {
       m_strongest = (std::max)(m_strongest, std::abs(dipole->m_moment));
+    }
   }
 }
 
@@ -23,13 +25,16 @@ bool DipoleArrows::isUnknown(const CDipoles& dipole, DipoleValue value) const {
 }
 
 Vector3 DipoleArrows::of(const CDipoles& dipole) const {
-  if (isUnknown(dipole, DipoleValue::orientation))
+  if (isUnknown(dipole, DipoleValue::orientation)) {
     return {};
+  }
   const Vector3 arrow = arrowOf(dipole);
-  if (!m_isByMoment)
+  if (!m_isByMoment) {
     return arrow;
-  if (!std::isfinite(dipole.m_moment) || m_strongest == 0.0 || isUnknown(dipole, DipoleValue::moment))
+  }
+  if (!std::isfinite(dipole.m_moment) || m_strongest == 0.0 || isUnknown(dipole, DipoleValue::moment)) {
     return {};
+  }
   return arrow * (std::abs(dipole.m_moment) / m_strongest);
 }
 

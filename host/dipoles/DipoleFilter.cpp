@@ -21,8 +21,9 @@ std::vector<int> passingSlots(const CDipoleFace& set, const DipoleFilter& filter
   std::vector<int> slots;
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = set.m_dipoles[slot];
-    if (dipole != nullptr && filter.passes(*dipole))
+    if (dipole != nullptr && filter.passes(*dipole)) {
       slots.push_back(slot);
+    }
   }
   return slots;
 }

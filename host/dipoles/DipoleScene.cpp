@@ -24,10 +24,11 @@ std::uint8_t byteOf(float part) {
 void addDipole(DipoleScene& scene, int slot, const CDipoleszq& dipole, const SceneChoice& choice) {
   ++scene.shown;
   const Vector3 place = placeOf(dipole);
-  if (isPlace(place))
+  if (isPlace(place)) {
     scene.dipoles.push_back({slot, place, choice.colourOf(dipole), choice.arrowOf(dipole)});
-  else
+  } else {
     ++scene.nowhere;
+  }
 }
 
 void addFiducials(DipoleScene& scene, const CDipoleFace3On3DView& dipoles) {
@@ -35,34 +36,40 @@ void addFiducials(DipoleScene& scene, const CDipoleFace3On3DView& dipoles) {
     CFiducial::PointIndex index;
     char letter;
   };
-  if (dipoles.getShowFiducialPt() == 0)
+  if (dipoles.getShowFiducialPt() == 0) {
     return;
+  }
   for (const Point& point :
        {Point{CFiducial::nasion, 'N'}, {CFiducial::leftEar, 'L'}, {CFiducial::rightEar, 'R'}}) {
     Vector3 place;
     const CFiduciaryPtzq& stored = dipoles.m_fiducialCtf.m_points[point.index];
-    if (stored.getPosition(place.x, place.y, place.z) != 0 && isPlace(place))
+    if (stored.getPosition(place.x, place.y, place.z) != 0 && isPlace(place)) {
       scene.fiducials.push_back({point.letter, place});
+    }
   }
 }
 
 std::optional<SceneSphere> sphereOf(const CDipoleFace3On3DView& dipoles) {
   const auto isRadius = [](double mm) { return mm > 0.0 && mm <= farthestPlace; };
   const SceneSphere fitted{vectorOf(dipoles.m_sphereCtf.m_center), dipoles.m_sphereCtf.m_radius};
-  if (isRadius(fitted.radius) && isPlace(fitted.centre))
+  if (isRadius(fitted.radius) && isPlace(fitted.centre)) {
     return fitted;
-  if (isRadius(dipoles.m_sphereLocational.m_radius))
+  }
+  if (isRadius(dipoles.m_sphereLocational.m_radius)) {
     return SceneSphere{{}, dipoles.m_sphereLocational.m_radius};
+  }
   return std::nullopt;
 }
 
 }  // namespace
 
 bool isSwitchedOn(const CDipoleFace3On3DView& dipoles, int slot, const CDipoleszq& dipole) {
-  if (dipoles.showAllDipole() == 0)
+  if (dipoles.showAllDipole() == 0) {
     return false;
-  if (dipoles.m_showCurrentDipoleOnly != 0)
+  }
+  if (dipoles.m_showCurrentDipoleOnly != 0) {
     return slot == dipoles.m_currentDipole;
+  }
   return dipole.m_show != 0;
 }
 
@@ -80,8 +87,9 @@ Vector3 arrowOf(const CDipoles& dipole) {
   const double size = std::hypot(orientation.x, orientation.y, orientation.z);
   const bool isDrawn =
       dipole.m_showOrientation != 0 && dipole.m_orientationLength > 0.0 && size > 0.0 && std::isfinite(size);
-  if (!isDrawn)
+  if (!isDrawn) {
     return {};
+  }
   const double mm = (std::min)(dipole.m_orientationLength, longestLength);
   return Vector3{orientation.x / size, orientation.y / size, orientation.z / size} * mm;
 }
@@ -101,16 +109,19 @@ DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles, const SceneChoice& choi
   DipoleScene scene;
   for (int slot = 0; slot < dipoles.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = dipoles.m_dipoles[slot];
-    if (dipole == nullptr)
+    if (dipole == nullptr) {
       continue;
+    }
     ++scene.total;
-    if (choice.isShown(slot, *dipole))
+    if (choice.isShown(slot, *dipole)) {
       addDipole(scene, slot, *dipole, choice);
-    else
+    } else {
       ++scene.switchedOff;
+    }
   }
-  if (findDipole(scene, dipoles.m_currentDipole) != nullptr)
+  if (findDipole(scene, dipoles.m_currentDipole) != nullptr) {
     scene.currentSlot = dipoles.m_currentDipole;
+  }
   addFiducials(scene, dipoles);
   scene.sphere = sphereOf(dipoles);
   return scene;

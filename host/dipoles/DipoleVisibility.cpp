@@ -17,12 +17,15 @@ bool isInLatencyWindow(const CDipoleFace3On3DView& set, const CDipoleszq& dipole
 
 Visibility visibilityOf(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
                         const ViewSettings& settings) {
-  if (dipole.m_display != 1 || !isSwitchedOn(set, slot, dipole))
+  if (dipole.m_display != 1 || !isSwitchedOn(set, slot, dipole)) {
     return Visibility::switchedOff;
+  }
   const std::uint8_t unknown = settings.unknown == nullptr ? std::uint8_t{0} : settings.unknown->of(dipole);
   const bool isLatencyUnknown = (unknown & static_cast<std::uint8_t>(DipoleValue::latency)) != 0;
-  if (!settings.filter.passes(dipole, unknown) || !isInLatencyWindow(set, dipole, isLatencyUnknown, settings))
+  if (!settings.filter.passes(dipole, unknown) ||
+      !isInLatencyWindow(set, dipole, isLatencyUnknown, settings)) {
     return Visibility::filtered;
+  }
   return isPlace(placeOf(dipole)) ? Visibility::shown : Visibility::nowhere;
 }
 
@@ -46,9 +49,11 @@ void VisibleCount::add(Visibility visibility) {
 
 VisibleCount countVisible(const CDipoleFace3On3DView& set, const ViewSettings& settings) {
   VisibleCount count;
-  for (int slot = 0; slot < set.m_totalDipoles; ++slot)
-    if (const CDipoleszq* dipole = set.m_dipoles[slot])
+  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
+    if (const CDipoleszq* dipole = set.m_dipoles[slot]) {
       count.add(visibilityOf(set, slot, *dipole, settings));
+    }
+  }
   return count;
 }
 

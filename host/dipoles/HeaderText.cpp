@@ -9,11 +9,12 @@ namespace {
 
 std::string_view withoutKeyword(std::string_view text, std::string_view keyword) {
   std::string_view rest = withoutBlanks(text);
-  for (std::string_view end = keyword; !end.empty(); end.remove_prefix(1))
+  for (std::string_view end = keyword; !end.empty(); end.remove_prefix(1)) {
     if (rest.starts_with(end)) {
       rest.remove_prefix(end.size());
       break;
     }
+  }
   return withoutBlanks(rest);
 }
 

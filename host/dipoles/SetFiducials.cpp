@@ -24,8 +24,9 @@ std::optional<Points> pointsOf(const CFiducial& set) {
   Points points;
   for (std::size_t i = 0; i < points.size(); ++i) {
     Vector3& point = points[i];
-    if (set.m_points[i].getPosition(point.x, point.y, point.z) == 0)
+    if (set.m_points[i].getPosition(point.x, point.y, point.z) == 0) {
       return std::nullopt;
+    }
   }
   return points;
 }
@@ -60,9 +61,10 @@ Vector3 placeOf(const Vector3& slices, const Volume& volume, const VoxelAxes& ax
     const auto axis = static_cast<std::size_t>(axes.axis[scanner]);
     const double slice = slices[static_cast<int>(scanner)];
     const double last = volume.dimensions()[axis] - 1.0;
-    if (!(slice >= 0.0 && slice <= last))
+    if (!(slice >= 0.0 && slice <= last)) {
       throw std::runtime_error(
           "the fiducial points of the dipole file lie outside of this MRI: they are of another one");
+    }
     index[static_cast<int>(axis)] = axes.isAlong[scanner] == growsAlong[scanner] ? slice : last - slice;
   }
   return volume.toScanner()(index);
@@ -73,13 +75,16 @@ Vector3 placeOf(const Vector3& slices, const Volume& volume, const VoxelAxes& ax
 Fiducials fiducialsOfSet(const CDipoleFace& set, const Volume& volume) {
   const std::optional<Points> stored = pointsOf(set.m_fiducialMri);
   const std::optional<Points> head = pointsOf(set.m_fiducialCtf);
-  if (!stored)
+  if (!stored) {
     throw std::runtime_error("the dipole file gave no fiducial points of an MRI");
-  if (!head)
+  }
+  if (!head) {
     throw std::runtime_error("the dipole file gave no head sphere, so its fiducial points cannot be checked");
-  if (!volume.sidesStated())
+  }
+  if (!volume.sidesStated()) {
     throw std::runtime_error(
         "this MRI does not state its sides: the fiducial points of the dipole file cannot be placed in it");
+  }
   Points slices;
   std::transform(stored->begin(), stored->end(), slices.begin(), slicesOf);
   const bool isFromLeft = slices[1].x < slices[2].x;
@@ -89,9 +94,10 @@ Fiducials fiducialsOfSet(const CDipoleFace& set, const Volume& volume) {
   std::transform(slices.begin(), slices.end(), places.begin(),
                  [&](const Vector3& point) { return placeOf(point, volume, axes, growsAlong); });
   const double difference = differenceOf(places, *head);
-  if (!(difference <= mostDifference))
+  if (!(difference <= mostDifference)) {
     throw std::runtime_error("the distances between the fiducial points of the dipole file differ by " +
                              inMm(difference) + " in this MRI: it is not the one they were set in");
+  }
   const Fiducials points = {places[0], places[1], places[2]};
   try {
     (void)frameIn(volume, points);
@@ -104,16 +110,18 @@ Fiducials fiducialsOfSet(const CDipoleFace& set, const Volume& volume) {
 
 std::optional<Fiducials> measuredPoints(const CDipoleFace& set) {
   const std::optional<Points> own = pointsOf(set.m_fiducialCtf);
-  if (!own || !pointsOf(set.m_fiducialMri))
+  if (!own || !pointsOf(set.m_fiducialMri)) {
     return std::nullopt;
+  }
   const auto& [nasion, leftEar, rightEar] = *own;
   return Fiducials{nasion, leftEar, rightEar};
 }
 
 std::string headMismatch(const Fiducials& own, const Fiducials& head) {
   const double difference = differenceOf(pointsOf(own), pointsOf(head));
-  if (difference <= mostDifference)
+  if (difference <= mostDifference) {
     return {};
+  }
   return "the distances between the fiducial points differ by " + inMm(difference) +
          " from those in the dipole file: is this the same head?";
 }

@@ -15,10 +15,12 @@ bool isUnknown(const UnknownDipoles* unknown, const CDipoles& dipole, DipoleValu
 
 std::vector<double> valuesOf(const CDipoleFace& set, DipoleValue value, const UnknownDipoles* unknown) {
   std::vector<double> values;
-  for (int slot = 0; slot < set.m_totalDipoles; ++slot)
+  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     if (const CDipoleszq* dipole = set.m_dipoles[slot];
-        dipole != nullptr && !isUnknown(unknown, *dipole, value))
+        dipole != nullptr && !isUnknown(unknown, *dipole, value)) {
       values.push_back(valueOf(*dipole, value));
+    }
+  }
   return values;
 }
 
@@ -57,8 +59,9 @@ std::string titleOf(DipoleValue value, const CDipoleFace& set) {
 
 std::optional<ValueRange> robustRange(std::vector<double> values) {
   std::erase_if(values, [](double value) { return !std::isfinite(value); });
-  if (values.empty())
+  if (values.empty()) {
     return std::nullopt;
+  }
   std::sort(values.begin(), values.end());
   const std::size_t cut = (values.size() - 1) / 50;  // whole dipoles within two of a hundred
   const double low = values[cut];
@@ -76,16 +79,20 @@ Rgb ValueColors::colorOf(const CDipoles& dipole) const {
 }
 
 Rgb ValueColors::colorOf(double value) const {
-  if (!m_range)
+  if (!m_range) {
     return noValueColor;
-  if (m_range->low == m_range->high && value == m_range->low)
+  }
+  if (m_range->low == m_range->high && value == m_range->low) {
     return scaleColor(0.5);
+  }
   // By halves, because the width of the range may be beyond the largest number.
   const double width = m_range->high / 2.0 - m_range->low / 2.0;
-  if (value <= m_range->low)
+  if (value <= m_range->low) {
     return scaleColor(0.0);
-  if (value >= m_range->high)
+  }
+  if (value >= m_range->high) {
     return scaleColor(1.0);
+  }
   return scaleColor((value / 2.0 - m_range->low / 2.0) / width);
 }
 

@@ -19,8 +19,9 @@ bool isHeaderless(CFile& file) {
   const UINT count = file.Read(bytes, sizeof bytes);
   file.SeekToBegin();
   std::uint32_t number = 0;
-  for (unsigned i = 0; i < 4; ++i)
+  for (unsigned i = 0; i < 4; ++i) {
     number |= std::uint32_t{bytes[i]} << (8U * i);
+  }
   return count == sizeof bytes && (number <= 1 || number == 20010901 || number == 20011118);
 }
 
@@ -48,8 +49,9 @@ void writeArchive(const CString& path, Store store) {
   writeSafely(path, [&](CFile& file) {
     CArchive archive(&file, CArchive::store, CDipoleFace9File::archiveBuffer);
     try {
-      if (store(archive) == 0)
+      if (store(archive) == 0) {
         throwFileFailure("write", path, "the set could not be stored");
+      }
       archive.Close();
     } catch (...) {
       archive.Abort();
@@ -104,11 +106,13 @@ std::string lossOf(const UnknownValues& unknown) {
   std::string values;
   for (const auto& [value, name] : names) {
     int count = 0;
-    for (int slot = 0; slot < unknown.end(); ++slot)
+    for (int slot = 0; slot < unknown.end(); ++slot) {
       count += unknown.isUnknown(slot, value) ? 1 : 0;
-    if (count > 0)
+    }
+    if (count > 0) {
       values += (values.empty() ? "" : ", ") + std::string(name) + " of " + std::to_string(count) +
                 (count == 1 ? " dipole" : " dipoles");
+    }
   }
   return values.empty()
              ? values

@@ -21,8 +21,9 @@ std::optional<Affine> Affine::inverse() const {
   // The ratio is the volume of the unit cell against that of a box with the same edges: free of the unit.
   constexpr double flattest = 1e-6;
   if (!std::isfinite(determinant) || !std::isfinite(size) || !isFinite(m_shift) || !(size > 0.0) ||
-      std::abs(determinant) < flattest * size)
+      std::abs(determinant) < flattest * size) {
     return std::nullopt;
+  }
   // The rows of the inverse are the cross products of the columns over the determinant.
   const double scale = 1.0 / determinant;
   const Vector3 row0 = cross(b, c) * scale;
@@ -31,8 +32,9 @@ std::optional<Affine> Affine::inverse() const {
   Affine result({row0.x, row1.x, row2.x}, {row0.y, row1.y, row2.y}, {row0.z, row1.z, row2.z}, {});
   result.m_shift = result.turn(m_shift) * -1.0;
   if (!isFinite(result.m_columns[0]) || !isFinite(result.m_columns[1]) || !isFinite(result.m_columns[2]) ||
-      !isFinite(result.m_shift))
+      !isFinite(result.m_shift)) {
     return std::nullopt;
+  }
   return result;
 }
 

@@ -15,8 +15,9 @@ template <typename Number>
 [[nodiscard]] Number numberAt(std::span<const std::byte> bytes, std::size_t offset, std::endian order) {
   std::array<std::byte, sizeof(Number)> raw;
   std::memcpy(raw.data(), bytes.data() + offset, raw.size());
-  if (order != std::endian::native)
+  if (order != std::endian::native) {
     std::reverse(raw.begin(), raw.end());
+  }
   return std::bit_cast<Number>(raw);
 }
 

@@ -45,22 +45,28 @@ class Reader {
 
   void take(std::string_view line) {
     ++m_line;
-    if (m_line == 1 && line.starts_with(byteOrderMark))
+    if (m_line == 1 && line.starts_with(byteOrderMark)) {
       line.remove_prefix(byteOrderMark.size());
+    }
     line = withoutBlanks(line.substr(0, line.find('#')));
-    if (line.empty())
+    if (line.empty()) {
       return;
+    }
     const std::string_view name = line.substr(0, line.find_first_of(blanks));
-    for (std::size_t i = 0; i < names.size(); ++i)
-      if (name == names.at(i))
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (name == names.at(i)) {
         return set(i, line.substr(name.size()));
+      }
+    }
     fail(where() + "begins with neither nasion, left nor right");
   }
 
   [[nodiscard]] Fiducials result() const {
-    for (std::size_t i = 0; i < names.size(); ++i)
-      if (!m_points.at(i))
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (!m_points.at(i)) {
         fail("no line gives the point " + std::string(names.at(i)));
+      }
+    }
     return {*m_points[0], *m_points[1], *m_points[2]};
   }
 
@@ -73,11 +79,13 @@ class Reader {
 
   void set(std::size_t index, std::string_view values) {
     const std::string name(names.at(index));
-    if (m_points.at(index))
+    if (m_points.at(index)) {
       fail(where() + "gives the point " + name + " a second time");
+    }
     m_points.at(index) = readCoordinates(values, ' ');
-    if (!m_points.at(index))
+    if (!m_points.at(index)) {
       fail(where() + "needs three numbers after " + name);
+    }
   }
 
   std::string m_file;
@@ -89,13 +97,15 @@ class Reader {
 
 std::optional<Vector3> readCoordinates(std::string_view text, char separator) {
   const std::vector<std::string_view> parts = split(text, separator);
-  if (parts.size() != 3)
+  if (parts.size() != 3) {
     return std::nullopt;
+  }
   Vector3 result;
   for (int axis = 0; axis < 3; ++axis) {
     const std::optional<double> value = numberOf(parts[static_cast<std::size_t>(axis)]);
-    if (!value)
+    if (!value) {
       return std::nullopt;
+    }
     result[axis] = *value;
   }
   return result;
@@ -104,21 +114,26 @@ std::optional<Vector3> readCoordinates(std::string_view text, char separator) {
 Fiducials readFiducialFile(const std::filesystem::path& path) {
   Reader reader(utf8Of(textOf(path)));
   std::error_code error;
-  if (std::filesystem::is_directory(path, error))
+  if (std::filesystem::is_directory(path, error)) {
     reader.fail("a folder, not a file");
+  }
   std::ifstream file(path, std::ios::binary);
-  if (!file)
+  if (!file) {
     reader.fail("cannot be opened");
+  }
   std::string text(mostBytes + 1, '\0');
   file.read(text.data(), static_cast<std::streamsize>(text.size()));
   text.resize(static_cast<std::size_t>(file.gcount()));
-  if (text.size() > mostBytes)
+  if (text.size() > mostBytes) {
     reader.fail("there are more than 64 KiB of it");
+  }
   std::istringstream lines(text);
-  for (std::string line; std::getline(lines, line);)
+  for (std::string line; std::getline(lines, line);) {
     reader.take(line);
-  if (file.bad())
+  }
+  if (file.bad()) {
     reader.fail("cannot be read");
+  }
   return reader.result();
 }
 

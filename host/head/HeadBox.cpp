@@ -19,8 +19,9 @@ class Profile {
  public:
   void add(double mm) {
     const double bin = std::floor(mm) + reach;
-    if (bin >= 0.0 && bin < static_cast<double>(m_counts.size()))
+    if (bin >= 0.0 && bin < static_cast<double>(m_counts.size())) {
       ++m_counts[static_cast<std::size_t>(bin)];
+    }
   }
 
   // First and last mm that hold more than a thousandth of what the fullest holds.
@@ -29,8 +30,9 @@ class Profile {
     const auto counts = [most](std::size_t count) { return count > most / 1000; };
     const auto first = std::find_if(m_counts.begin(), m_counts.end(), counts);
     const auto last = std::find_if(m_counts.rbegin(), m_counts.rend(), counts).base();
-    if (first == m_counts.end())
+    if (first == m_counts.end()) {
       return;
+    }
     low = static_cast<double>(first - m_counts.begin()) - reach;
     high = static_cast<double>(last - m_counts.begin()) - reach;
   }
@@ -49,18 +51,23 @@ HeadBox findHead(const Volume& volume, const HeadFrame& frame) {
   // Large volumes are looked at in steps: the box needs no more than a mm or two.
   const int step = volume.voxels().size() > 16'000'000 ? 2 : 1;
   std::array<Profile, 3> profiles;
-  for (int k = 0; k < depth; k += step)
-    for (int j = 0; j < height; j += step)
+  for (int k = 0; k < depth; k += step) {
+    for (int j = 0; j < height; j += step) {
       for (int i = 0; i < width; i += step) {
-        if (static_cast<double>(volume.voxel(i, j, k)) < threshold)
+        if (static_cast<double>(volume.voxel(i, j, k)) < threshold) {
           continue;
+        }
         const Vector3 mm = toHead({static_cast<double>(i), static_cast<double>(j), static_cast<double>(k)});
-        for (int axis = 0; axis < 3; ++axis)
+        for (int axis = 0; axis < 3; ++axis) {
           profiles[static_cast<std::size_t>(axis)].add(mm[axis]);
+        }
       }
+    }
+  }
   HeadBox box;
-  for (int axis = 0; axis < 3; ++axis)
+  for (int axis = 0; axis < 3; ++axis) {
     profiles[static_cast<std::size_t>(axis)].bounds(box.low[axis], box.high[axis]);
+  }
   return box;
 }
 

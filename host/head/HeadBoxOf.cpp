@@ -27,8 +27,9 @@ HeadBox headBoxOf(const Head& head) {
   static std::mutex mutex;
   static std::optional<LastBox> last;
   const std::lock_guard lock(mutex);
-  if (!last || last->volume.lock() != head.volume || last->frame != head.frame)
+  if (!last || last->volume.lock() != head.volume || last->frame != head.frame) {
     last = LastBox{head.volume, head.frame, boxOrUsual(head)};
+  }
   return last->box;
 }
 

@@ -25,10 +25,12 @@ namespace fs = std::filesystem;
 
 fs::path fiducialsBeside(const fs::path& mri) {
   fs::path name = mri;
-  if (hasEnding(textOf(name), ".gz"))
+  if (hasEnding(textOf(name), ".gz")) {
     name.replace_extension();
-  if (hasEnding(textOf(name), ".nii"))
+  }
+  if (hasEnding(textOf(name), ".nii")) {
     name.replace_extension();
+  }
   name += ".fiducials";
   return name;
 }
@@ -43,8 +45,9 @@ Head unregistered(const fs::path& file) {
 double distanceTo(const Volume& volume, const Vector3& scanner) {
   const Vector3 index = volume.fromScanner()(scanner);
   Vector3 nearest;
-  for (int axis = 0; axis < 3; ++axis)
+  for (int axis = 0; axis < 3; ++axis) {
     nearest[axis] = std::clamp(index[axis], 0.0, volume.dimensions()[static_cast<std::size_t>(axis)] - 1.0);
+  }
   return length(volume.toScanner()(nearest) - scanner);
 }
 
@@ -74,9 +77,11 @@ HeadFrame frameIn(const Volume& volume, const Fiducials& points) {
   HeadFrame frame(points);
   const std::array<std::pair<const char*, Vector3>, 3> named = {
       {{"the nasion", points.nasion}, {"the left ear", points.leftEar}, {"the right ear", points.rightEar}}};
-  for (const auto& [name, point] : named)
-    if (!(distanceTo(volume, point) <= fiducialMargin))
+  for (const auto& [name, point] : named) {
+    if (!(distanceTo(volume, point) <= fiducialMargin)) {
       throw std::invalid_argument(std::string(name) + " lies outside of this MRI");
+    }
+  }
   return frame;
 }
 
@@ -86,8 +91,9 @@ OpenedHead openHead(const CString& path) {
     OpenedHead opened{unregistered(file), {}};
     const fs::path points = fiducialsBeside(file);
     std::error_code error;
-    if (fs::exists(points, error))
+    if (fs::exists(points, error)) {
       takeFiducials(points, opened);
+    }
     return opened;
   });
 }

@@ -17,25 +17,31 @@ void refuse(const char* cause) {
 }
 
 Affine frameOf(const Fiducials& points) {
-  if (!isFinite(points.nasion) || !isFinite(points.leftEar) || !isFinite(points.rightEar))
+  if (!isFinite(points.nasion) || !isFinite(points.leftEar) || !isFinite(points.rightEar)) {
     refuse("a fiducial coordinate is not a number");
+  }
   const Vector3 origin = (points.leftEar + points.rightEar) * 0.5;
   const Vector3 front = points.nasion - origin;
   const Vector3 left = points.leftEar - points.rightEar;
   const double depth = length(front);
   const double width = length(left);
-  if (width < smallestHead || depth < smallestHead)
+  if (width < smallestHead || depth < smallestHead) {
     refuse("the fiducials lie too close together (they are expected in mm)");
-  if (width > largestHead || depth > largestHead)
+  }
+  if (width > largestHead || depth > largestHead) {
     refuse("the fiducials lie too far apart (they are expected in mm)");
-  if (length(cross(front, left)) < smallestSine * depth * width)
+  }
+  if (length(cross(front, left)) < smallestSine * depth * width) {
     refuse("the fiducials lie nearly on one line");
-  if (points.leftEar.x >= points.rightEar.x)
+  }
+  if (points.leftEar.x >= points.rightEar.x) {
     refuse(
         "the left ear is not on the left of the right ear: the ears are exchanged, or left is given as "
         "positive");
-  if (points.nasion.y <= origin.y)
+  }
+  if (points.nasion.y <= origin.y) {
     refuse("the nasion is not in front of the ears: points are exchanged, or back is given as positive");
+  }
 
   const Vector3 z = front * (1.0 / depth);
   const Vector3 across = left - z * dot(left, z);

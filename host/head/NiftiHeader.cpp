@@ -48,15 +48,18 @@ bool textAt(std::span<const std::byte> bytes, std::size_t offset, std::string_vi
 template <typename Number, std::size_t count, typename Result>
 void take(std::span<const std::byte> bytes, std::size_t offset, std::endian order,
           std::array<Result, count>& target) {
-  for (std::size_t i = 0; i < count; ++i)
+  for (std::size_t i = 0; i < count; ++i) {
     target[i] = static_cast<Result>(numberAt<Number>(bytes, offset + i * sizeof(Number), order));
+  }
 }
 
 Fields fieldsOfVersion1(std::span<const std::byte> bytes) {
-  if (textAt(bytes, 344, "ni1\0"sv))
+  if (textAt(bytes, 344, "ni1\0"sv)) {
     refuse("a NIfTI header without voxels: pairs of .hdr and .img are not read, only single .nii files");
-  if (!textAt(bytes, 344, "n+1\0"sv))
+  }
+  if (!textAt(bytes, 344, "n+1\0"sv)) {
     refuse("not a NIfTI file: the header does not end with the mark n+1");
+  }
   Fields fields;
   const std::endian order = fields.order = orderOf(bytes, nifti1HeaderSize);
   take<std::int16_t>(bytes, 40, order, fields.dim);
@@ -75,10 +78,12 @@ Fields fieldsOfVersion1(std::span<const std::byte> bytes) {
 }
 
 Fields fieldsOfVersion2(std::span<const std::byte> bytes) {
-  if (textAt(bytes, 4, "ni2\0"sv))
+  if (textAt(bytes, 4, "ni2\0"sv)) {
     refuse("a NIfTI header without voxels: pairs of .hdr and .img are not read, only single .nii files");
-  if (!textAt(bytes, 4, "n+2\0\r\n\x1A\n"sv))
+  }
+  if (!textAt(bytes, 4, "n+2\0\r\n\x1A\n"sv)) {
     refuse("not a NIfTI file: the header does not bear the mark n+2");
+  }
   Fields fields;
   const std::endian order = fields.order = orderOf(bytes, nifti2HeaderSize);
   fields.type = numberAt<std::int16_t>(bytes, 12, order);
@@ -98,22 +103,26 @@ Fields fieldsOfVersion2(std::span<const std::byte> bytes) {
 
 void takeDimensions(const Fields& fields, NiftiHeader& header) {
   const std::int64_t count = fields.dim[0];
-  if (count < 3 || count > 7)
+  if (count < 3 || count > 7) {
     refuse("not a volume: the file names " + std::to_string(count) + " dimensions");
+  }
   std::uint64_t voxels = 1;
   for (std::size_t axis = 0; axis < 3; ++axis) {
     const std::int64_t extent = fields.dim[axis + 1];
-    if (extent < 1)
+    if (extent < 1) {
       refuse("an extent of " + std::to_string(extent) + " voxels");
+    }
     if (extent > std::numeric_limits<std::int32_t>::max() ||
-        voxels > mostVoxels / static_cast<std::uint64_t>(extent))
+        voxels > mostVoxels / static_cast<std::uint64_t>(extent)) {
       refuse("the volume is too large: more than " + std::to_string(mostVoxels) + " voxels");
+    }
     voxels *= static_cast<std::uint64_t>(extent);
     header.dimensions[axis] = static_cast<int>(extent);
   }
   for (std::size_t axis = 4; axis <= static_cast<std::size_t>(count); ++axis) {
-    if (fields.dim[axis] < 0)
+    if (fields.dim[axis] < 0) {
       refuse("an extent of " + std::to_string(fields.dim[axis]) + " volumes");
+    }
     header.series = header.series || fields.dim[axis] > 1;
   }
 }
@@ -134,8 +143,9 @@ NiftiType typeOf(int code) {
   }
   constexpr int rgb = 128;
   constexpr int rgba = 2304;
-  if (code == rgb || code == rgba)
+  if (code == rgb || code == rgba) {
     refuse("the voxels are colours (type " + std::to_string(code) + "), not grey values");
+  }
   refuse("the voxel type " + std::to_string(code) + " cannot be read");
 }
 
@@ -202,22 +212,25 @@ void takeMap(const Fields& fields, NiftiHeader& header) {
   const double scale = unitScale(fields.units);
   header.toScanner =
       Affine(map.column(0) * scale, map.column(1) * scale, map.column(2) * scale, map.shift() * scale);
-  if (!header.toScanner.inverse())
+  if (!header.toScanner.inverse()) {
     refuse("the map from voxels to mm cannot be inverted");
+  }
 }
 
 void takeOffset(const Fields& fields, std::size_t headerSize, NiftiHeader& header) {
   // Extensions may stand between header and voxels; nobody's are this long.
   constexpr double longest = 268435456.0;
-  if (!(fields.voxelOffset >= static_cast<double>(headerSize)) || fields.voxelOffset > longest)
+  if (!(fields.voxelOffset >= static_cast<double>(headerSize)) || fields.voxelOffset > longest) {
     refuse("the place of the voxels in the file makes no sense");
+  }
   header.voxelOffset = static_cast<std::uint64_t>(fields.voxelOffset);
 }
 
 void takeScale(const Fields& fields, NiftiHeader& header) {
   // A slope of 0 says that the values are not scaled.
-  if (fields.slope == 0.0 || !std::isfinite(fields.slope) || !std::isfinite(fields.intercept))
+  if (fields.slope == 0.0 || !std::isfinite(fields.slope) || !std::isfinite(fields.intercept)) {
     return;
+  }
   header.slope = fields.slope;
   header.intercept = fields.intercept;
 }
@@ -226,8 +239,9 @@ void takeScale(const Fields& fields, NiftiHeader& header) {
 
 std::uint64_t NiftiHeader::voxelCount() const {
   std::uint64_t count = 1;
-  for (const int extent : dimensions)
+  for (const int extent : dimensions) {
     count *= static_cast<std::uint64_t>(extent);
+  }
   return count;
 }
 
@@ -252,8 +266,9 @@ std::size_t niftiHeaderSize(std::span<const std::byte, 4> start) {
   for (const std::endian order : {std::endian::little, std::endian::big}) {
     const auto size = numberAt<std::int32_t>(start, 0, order);
     if (size == static_cast<std::int32_t>(nifti1HeaderSize) ||
-        size == static_cast<std::int32_t>(nifti2HeaderSize))
+        size == static_cast<std::int32_t>(nifti2HeaderSize)) {
       return static_cast<std::size_t>(size);
+    }
   }
   return 0;
 }

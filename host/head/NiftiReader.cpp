@@ -29,21 +29,26 @@ std::string cutOff(std::uint64_t found, std::uint64_t wanted) {
 NiftiHeader readHeader(ByteSource& source) {
   std::array<std::byte, nifti2HeaderSize> bytes{};
   const std::span all(bytes);
-  if (source.read(all.first(4)) < 4)
+  if (source.read(all.first(4)) < 4) {
     throw std::runtime_error("not a NIfTI file: it ends before its header");
+  }
   const std::size_t size = niftiHeaderSize(all.first<4>());
-  if (size == 0)
+  if (size == 0) {
     throw std::runtime_error("not a NIfTI file: it does not begin with the size of a header");
-  if (source.read(all.subspan(4, size - 4)) < size - 4)
+  }
+  if (source.read(all.subspan(4, size - 4)) < size - 4) {
     throw std::runtime_error("the file is cut off within its header");
+  }
   NiftiHeader header = parseNiftiHeader(all.first(size));
 
   const std::uint64_t gap = header.voxelOffset - size;
   const std::uint64_t wanted = header.voxelCount() * header.bytesPerVoxel();
-  if (const auto plain = source.plainSize(); plain && *plain < header.voxelOffset + wanted)
+  if (const auto plain = source.plainSize(); plain && *plain < header.voxelOffset + wanted) {
     throw std::runtime_error(cutOff(*plain - (std::min)(*plain, header.voxelOffset), wanted));
-  if (source.skip(gap) < gap)
+  }
+  if (source.skip(gap) < gap) {
     throw std::runtime_error(cutOff(0, wanted));
+  }
   return header;
 }
 
@@ -90,14 +95,16 @@ std::vector<float> readVoxels(ByteSource& source, const NiftiHeader& header) {
   const std::uint64_t wanted = count * header.bytesPerVoxel();
   std::vector<float> voxels;
   // A plain file was weighed already. A packed one may promise anything: its voxels are taken as they arrive.
-  if (source.plainSize())
+  if (source.plainSize()) {
     voxels.reserve(static_cast<std::size_t>(count));
+  }
   std::vector<std::byte> block(std::size_t{1} << 20U);
   for (std::uint64_t done = 0; done < wanted;) {
     const auto piece = static_cast<std::size_t>((std::min<std::uint64_t>)(wanted - done, block.size()));
     const std::size_t got = source.read(std::span(block).first(piece));
-    if (got < piece)
+    if (got < piece) {
       throw std::runtime_error(cutOff(done + got, wanted));
+    }
     append(std::span(block).first(piece), header, voxels);
     done += piece;
   }
@@ -107,8 +114,9 @@ std::vector<float> readVoxels(ByteSource& source, const NiftiHeader& header) {
 // The check sum of packed data stands at their end: read on to it, unless a long series follows.
 void checkEnd(ByteSource& source, const NiftiHeader& header) {
   constexpr std::uint64_t longestTail = std::uint64_t{1} << 24U;
-  if (!header.series && !source.plainSize())
+  if (!header.series && !source.plainSize()) {
     source.skip(longestTail);
+  }
 }
 
 }  // namespace

@@ -79,8 +79,9 @@ double cortex(const Vector3& p) {
 
 double brainAt(const Vector3& p, double brainDepth) {
   double value = 165.0;
-  if (brainDepth > -12.0)
+  if (brainDepth > -12.0) {
     value = blend(165.0, 108.0, brainDepth + cortex(p));
+  }
   value = blend(40.0, value, (std::max)(p.x - 1.0, -core.depth(p)));  // between the halves
   value = blend(150.0, value, brainstem.depth(p));
   const double stripes = 118.0 + 22.0 * std::sin(p.z * 1.1 + p.y * 0.25);
@@ -97,8 +98,9 @@ double headAt(const Vector3& p, double skinDepth) {
   double value = blend(125.0, 205.0, skinDepth + 5.0);  // muscle below the fat of the skin
   value = blend(28.0, value, (std::max)(skull, base - 6.0));
   value = blend(42.0, value, fluid);
-  if (brainDepth < voxelSize)
+  if (brainDepth < voxelSize) {
     value = blend(brainAt(p, brainDepth), value, brainDepth);
+  }
   value = blend(55.0, value, eye.depth(p));
   value = blend(220.0, value, std::abs(eye.depth(p)) - 1.0);
   return blend(15.0, value, airway.depth(p));
@@ -115,8 +117,9 @@ double valueAt(const Vector3& p) {
 void addRow(double y, double z, std::vector<float>& voxels) {
   constexpr int middle = dimensions[0] / 2;
   std::array<double, middle + 1> half{};
-  for (int i = 0; i <= middle; ++i)
+  for (int i = 0; i <= middle; ++i) {
     half.at(static_cast<std::size_t>(i)) = valueAt({i * voxelSize, y, z});
+  }
   for (int i = -middle; i <= middle; ++i) {
     const double value = half.at(static_cast<std::size_t>(std::abs(i)));
     const bool isNearCapsule = i < 0 && length(Vector3{i * voxelSize, y, z} - capsulePlace) < 12.0;
@@ -131,9 +134,11 @@ Phantom makePhantom() {
   const Affine toScanner({voxelSize, 0, 0}, {0, voxelSize, 0}, {0, 0, voxelSize}, firstVoxel);
   std::vector<float> voxels;
   voxels.reserve(static_cast<std::size_t>(dimensions[0]) * dimensions[1] * dimensions[2]);
-  for (int k = 0; k < dimensions[2]; ++k)
-    for (int j = 0; j < dimensions[1]; ++j)
+  for (int k = 0; k < dimensions[2]; ++k) {
+    for (int j = 0; j < dimensions[1]; ++j) {
       addRow(firstVoxel.y + j * voxelSize, firstVoxel.z + k * voxelSize, voxels);
+    }
+  }
   return {{dimensions, std::move(voxels), toScanner}, points, capsulePlace};
 }
 

@@ -12,8 +12,9 @@ namespace {
 std::size_t voxelCount(const std::array<int, 3>& dimensions) {
   std::size_t count = 1;
   for (const int extent : dimensions) {
-    if (extent < 1)
+    if (extent < 1) {
       throw std::invalid_argument("a volume needs at least one voxel along each axis");
+    }
     count *= static_cast<std::size_t>(extent);
   }
   return count;
@@ -21,8 +22,9 @@ std::size_t voxelCount(const std::array<int, 3>& dimensions) {
 
 Affine invert(const Affine& toScanner) {
   const auto inverse = toScanner.inverse();
-  if (!inverse)
+  if (!inverse) {
     throw std::invalid_argument("the map from voxels to mm cannot be inverted");
+  }
   return *inverse;
 }
 
@@ -38,11 +40,14 @@ GreyWindow findWindow(const std::vector<float>& voxels, double background) {
   constexpr std::size_t enough = 1'000'000;
   const std::size_t step = (voxels.size() / enough) | 1U;
   std::vector<float> values;
-  for (std::size_t i = 0; i < voxels.size(); i += step)
-    if (static_cast<double>(voxels[i]) != background)
+  for (std::size_t i = 0; i < voxels.size(); i += step) {
+    if (static_cast<double>(voxels[i]) != background) {
       values.push_back(voxels[i]);
-  if (values.empty())
+    }
+  }
+  if (values.empty()) {
     return {background, background + 1.0};
+  }
   const double low = percentile(values, 0.02);
   const double high = percentile(values, 0.995);
   // A volume of one value besides the background shows that value as white.
@@ -63,12 +68,14 @@ Volume::Volume(const std::array<int, 3>& dimensions, std::vector<float> voxels, 
       m_toScanner(toScanner),
       m_fromScanner(invert(toScanner)),
       m_sidesStated(sidesStated) {
-  if (m_voxels.size() != voxelCount(m_dimensions))
+  if (m_voxels.size() != voxelCount(m_dimensions)) {
     throw std::invalid_argument("the number of voxels does not agree with the dimensions");
+  }
   float lowest = 0.0F;
   for (float& value : m_voxels) {
-    if (!std::isfinite(value))
+    if (!std::isfinite(value)) {
       value = 0.0F;
+    }
     lowest = (std::min)(lowest, value);
   }
   m_background = static_cast<double>(lowest);
@@ -82,9 +89,11 @@ double Volume::voxelOrBackground(int i, int j, int k) const {
 }
 
 double Volume::sampleIndex(const Vector3& index) const {
-  for (int axis = 0; axis < 3; ++axis)
-    if (!(index[axis] > -1.0 && index[axis] < m_dimensions[static_cast<std::size_t>(axis)]))
+  for (int axis = 0; axis < 3; ++axis) {
+    if (!(index[axis] > -1.0 && index[axis] < m_dimensions[static_cast<std::size_t>(axis)])) {
       return m_background;
+    }
+  }
   const double floorX = std::floor(index.x);
   const double floorY = std::floor(index.y);
   const double floorZ = std::floor(index.z);

@@ -14,16 +14,19 @@ BitmapCanvas::BitmapCanvas(const Image& picture) : m_bytes(picture.pixels().size
     *byte++ = 0;
   }
   if (!m_bitmap.CreateBitmap(picture.width(), picture.height(), 1, 32, m_bytes.data()) ||
-      !m_dc.CreateCompatibleDC(nullptr))
+      !m_dc.CreateCompatibleDC(nullptr)) {
     throw std::runtime_error("there is no surface to draw the dipoles on");
+  }
   m_previous = m_dc.SelectObject(&m_bitmap);
-  if (m_previous == nullptr)
+  if (m_previous == nullptr) {
     throw std::runtime_error("there is no surface to draw the dipoles on");
+  }
 }
 
 BitmapCanvas::~BitmapCanvas() {
-  if (m_previous != nullptr)
+  if (m_previous != nullptr) {
     m_dc.SelectObject(m_previous);
+  }
 }
 
 void BitmapCanvas::copyTo(Image& picture) {
@@ -31,8 +34,9 @@ void BitmapCanvas::copyTo(Image& picture) {
   const std::uint8_t* byte = m_bytes.data();
   for (int row = 0; row < picture.height(); ++row) {
     Rgb* pixels = picture.row(row);
-    for (int column = 0; column < picture.width(); ++column, byte += 4)
+    for (int column = 0; column < picture.width(); ++column, byte += 4) {
       pixels[column] = {byte[2], byte[1], byte[0]};
+    }
   }
 }
 

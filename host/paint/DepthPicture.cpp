@@ -16,8 +16,9 @@ int tileOf(double place, int tileSide, int tiles) {
 
 float farthestOf(const float* depths, int count) {
   float farthest = depths[0];
-  for (int i = 1; i < count; ++i)
+  for (int i = 1; i < count; ++i) {
     farthest = (std::max)(farthest, depths[i]);
+  }
   return farthest;
 }
 
@@ -40,22 +41,26 @@ void DepthPicture::summarise() {
   std::fill(m_farthest.begin(), m_farthest.end(), -endless);
   for (int row = 0; row < height(); ++row) {
     float* tile = m_farthest.data() + toSize(row / tileSide) * toSize(m_tileColumns);
-    for (int left = 0; left < width(); left += tileSide, ++tile)
+    for (int left = 0; left < width(); left += tileSide, ++tile) {
       *tile = (std::max)(*tile, farthestOf(depths(row) + left, (std::min)(tileSide, width() - left)));
+    }
   }
 }
 
 bool DepthPicture::hides(double left, double top, double right, double bottom, double nearest) const {
-  if (!(right > 0.0 && left < width() && bottom > 0.0 && top < height()))
+  if (!(right > 0.0 && left < width() && bottom > 0.0 && top < height())) {
     return true;
+  }
   const int lastRow = tileOf(bottom, tileSide, m_tileRows);
   const int lastColumn = tileOf(right, tileSide, m_tileColumns);
   const int firstColumn = tileOf(left, tileSide, m_tileColumns);
   for (int row = tileOf(top, tileSide, m_tileRows); row <= lastRow; ++row) {
     const float* tiles = m_farthest.data() + toSize(row) * toSize(m_tileColumns);
-    for (int column = firstColumn; column <= lastColumn; ++column)
-      if (static_cast<double>(tiles[column]) > nearest)
+    for (int column = firstColumn; column <= lastColumn; ++column) {
+      if (static_cast<double>(tiles[column]) > nearest) {
         return false;
+      }
+    }
   }
   return true;
 }
@@ -63,8 +68,9 @@ bool DepthPicture::hides(double left, double top, double right, double bottom, d
 bool hidesAll(std::span<const float> depths, float nearest) {
   // Counted to the end, without a way out of the loop: so the compiler looks at several at once.
   int open = 0;
-  for (const float depth : depths)
+  for (const float depth : depths) {
     open += nearest < depth ? 1 : 0;
+  }
   return open == 0;
 }
 

@@ -43,28 +43,33 @@ void drawEdged(Image& image, const StrokeFont& font, int left, int top, std::str
   Image mask(font.width(text) + 4 * edge, font.lineHeight() + 4 * edge, {});
   font.draw(mask, 2 * edge, 2 * edge, text, {255, 255, 255});
   const auto strokeAt = [&](int column, int row) { return mask.pixel(column, row).red / full; };
-  for (int row = edge; row < mask.height() - edge; ++row)
+  for (int row = edge; row < mask.height() - edge; ++row) {
     for (int column = edge; column < mask.width() - edge; ++column) {
       const double open = (1.0 - strokeAt(column - edge, row)) * (1.0 - strokeAt(column + edge, row)) *
                           (1.0 - strokeAt(column, row - edge)) * (1.0 - strokeAt(column, row + edge));
       const int x = left + column - 2 * edge;
       const int y = top + row - 2 * edge;
-      if (open < 1.0)
+      if (open < 1.0) {
         image.blendPixel(x, y, edgeInk, 1.0 - open);
-      if (const double stroke = strokeAt(column, row); stroke > 0.0)
+      }
+      if (const double stroke = strokeAt(column, row); stroke > 0.0) {
         image.blendPixel(x, y, colour, stroke);
+      }
     }
+  }
 }
 
 void TextBlock::add(const StrokeFont& font, std::string_view text, Rgb colour) {
-  for (std::string& line : font.wrap(text, m_widest))
+  for (std::string& line : font.wrap(text, m_widest)) {
     m_lines.push_back({font, std::move(line), colour});
+  }
 }
 
 int TextBlock::height() const {
   int height = 0;
-  for (const Line& line : m_lines)
+  for (const Line& line : m_lines) {
     height += line.font.lineHeight() + lineGap;
+  }
   return height;
 }
 

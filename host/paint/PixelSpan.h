@@ -25,12 +25,13 @@ class PixelSpan {
 
   // Keeps what lies inside of the border; x counts pixels from the left edge of the row.
   void keep(const RowBorder& border, double start) {
-    if (border.slope() > 0.0)
+    if (border.slope() > 0.0) {
       m_from = (std::max)(m_from, border.crossing(start));
-    else if (border.slope() < 0.0)
+    } else if (border.slope() < 0.0) {
       m_to = (std::min)(m_to, border.crossing(start));
-    else if (!(start >= 0.0))
+    } else if (!(start >= 0.0)) {
       m_to = m_from - 1.0;
+    }
   }
   void keepBetween(double from, double to) {
     m_from = (std::max)(m_from, from);

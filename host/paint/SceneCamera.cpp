@@ -15,17 +15,20 @@ constexpr double leastScale = 0.05;
 constexpr double mostScale = 20.0;
 
 void mustBeFinite(bool isFine) {
-  if (!isFine)
+  if (!isFine) {
     throw std::invalid_argument("a number of the view is not finite");
+  }
 }
 
 // Exact where the standard views need it, so that a slice seen from its edge has no width.
 double sine(double degrees) {
   const double turns = std::remainder(degrees, 360.0);
-  if (turns == 90.0 || turns == -90.0)
+  if (turns == 90.0 || turns == -90.0) {
     return turns / 90.0;
-  if (std::abs(turns) == 180.0)
+  }
+  if (std::abs(turns) == 180.0) {
     return 0.0;
+  }
   return std::sin(turns * (std::numbers::pi / 180.0));
 }
 

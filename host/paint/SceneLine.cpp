@@ -17,8 +17,9 @@ struct Piece {
   // Keeps where low <= start + step * t <= high.
   void keep(double start, double step, double low, double high) {
     if (step == 0.0) {
-      if (!(start >= low && start <= high))
+      if (!(start >= low && start <= high)) {
         to = from - 1.0;
+      }
       return;
     }
     const double a = (low - start) / step;
@@ -39,8 +40,9 @@ std::optional<Piece> inside(const Image& picture, const ScreenPoint& from, const
   Piece piece;
   piece.keep(from.column, to.column - from.column, -margin, picture.width() + margin);
   piece.keep(from.row, to.row - from.row, -margin, picture.height() + margin);
-  if (!(piece.from <= piece.to))
+  if (!(piece.from <= piece.to)) {
     return std::nullopt;
+  }
   return piece;
 }
 
@@ -50,8 +52,9 @@ void stroke(Image& picture, const ScreenPoint& from, const ScreenPoint& to, cons
             const IsHidden& isHidden) {
   const double reach = style.width * 0.5 + 0.5;  // the last half pixel fades
   const std::optional<Piece> piece = inside(picture, from, to, reach);
-  if (!piece)
+  if (!piece) {
     return;
+  }
   const ScreenPoint a = between(from, to, piece->from);
   const ScreenPoint b = between(from, to, piece->to);
   const double across = b.column - a.column;
@@ -79,8 +82,9 @@ void stroke(Image& picture, const ScreenPoint& from, const ScreenPoint& to, cons
       const double y = row + 0.5 - a.row;
       const double part = square > 0.0 ? std::clamp((x * across + y * down) / square, 0.0, 1.0) : 0.0;
       const double cover = reach - std::hypot(x - part * across, y - part * down);
-      if (cover <= 0.0)
+      if (cover <= 0.0) {
         continue;
+      }
       const bool hidden = isHidden(column, row, std::lerp(a.depth, b.depth, part));
       const double strength = hidden ? style.hidden : style.visible;
       picture.blendPixel(column, row, style.colour, (std::min)(cover, 1.0) * strength);
@@ -106,8 +110,9 @@ void drawRing(Image& image, const ScreenPoint& centre, double radius, const Line
     const double angle = 2.0 * std::numbers::pi * i / corners;
     return {centre.column + radius * std::cos(angle), centre.row + radius * std::sin(angle), 0.0};
   };
-  for (int i = 0; i < corners; ++i)
+  for (int i = 0; i < corners; ++i) {
     drawLine(image, corner(i), corner(i + 1), style);
+  }
 }
 
 }  // namespace host

@@ -48,8 +48,9 @@ struct Rows {
   int end = 0;
 };
 Rows rowsBetween(double top, double bottom, int height) {
-  if (!(top <= bottom))
+  if (!(top <= bottom)) {
     return {};
+  }
   return {static_cast<int>(std::ceil(std::clamp(top, 0.0, static_cast<double>(height)) - 0.5)),
           static_cast<int>(std::floor(std::clamp(bottom, 0.0, static_cast<double>(height)) - 0.5)) + 1};
 }
@@ -128,14 +129,16 @@ void drawRound(DepthPicture& picture, const RoundEnd& a, const RoundEnd& b, doub
     span.keep(otherSide, radius0 + beside0);
     const int first = span.first();
     const int end = span.end();
-    if (first >= end)
+    if (first >= end) {
       continue;
+    }
     float* depths = picture.depths(row);
     const double depth0 = a.at.depth + depthSlope * along0;
     const double axisNearest = depth0 + (std::min)(depthStep * (first + 0.5), depthStep * (end - 0.5));
     const double nearest = (std::max)(axisNearest - widest * nearness, nearestEnd);
-    if (end - first > shortRow && hidesAll(part(depths, first, end), static_cast<float>(nearest)))
+    if (end - first > shortRow && hidesAll(part(depths, first, end), static_cast<float>(nearest))) {
       continue;
+    }
     Rgb* colours = picture.colours(row);
     // From here in single precision and from the row's first pixel: both are small numbers.
     const double x0 = first + 0.5;
@@ -147,13 +150,15 @@ void drawRound(DepthPicture& picture, const RoundEnd& a, const RoundEnd& b, doub
       const auto x = static_cast<float>(column - first);
       const float radius = radiusFirst + radiusStep * x;
       const float axis = depthFirst + depthStepF * x;
-      if (axis - radius * nearnessF >= depths[column])
+      if (axis - radius * nearnessF >= depths[column]) {
         continue;
+      }
       const float s = besideFirst - uyF * x;
       const float round = std::sqrt((std::max)(radius * radius - s * s, 0.0F));
       const float depth = (std::max)(axis - round * nearnessF, nearestEndF);
-      if (!(depth < depths[column]))
+      if (!(depth < depths[column])) {
         continue;
+      }
       depths[column] = depth;
       const float inverse = radius > 1e-6F ? 1.0F / radius : 0.0F;
       colours[column] = shading(colour, (s * besideF + round * facingF) * inverse);
@@ -186,8 +191,9 @@ void drawDisc(DepthPicture& picture, const ScreenPoint& at, double radius, const
     for (int column = span.first(); column < end; ++column) {
       const double x = column + 0.5 - at.column;
       const auto depth = static_cast<float>(at.depth + acrossSlope * x + downSlope * y);
-      if (!(depth < depths[column]))
+      if (!(depth < depths[column])) {
         continue;
+      }
       depths[column] = depth;
       colours[column] = lit;
     }
@@ -204,8 +210,9 @@ void drawShaft(DepthPicture& picture, const ScreenPoint& start, const ScreenPoin
   ScreenPoint from = start;
   for (int piece = 1; piece <= pieces; ++piece) {
     const ScreenPoint to = between(start, end, static_cast<double>(piece) / pieces);
-    if (!isHidden(picture, from, to, radius, scale))
+    if (!isHidden(picture, from, to, radius, scale)) {
       drawRound(picture, {from, radius * scale}, {to, radius * scale}, foreshortened, scale, colour);
+    }
     from = to;
   }
 }
@@ -216,34 +223,39 @@ void drawBall(DepthPicture& picture, const ScreenPoint& centre, double radiusPix
               Rgb colour) {
   const double mmPerPixel = radiusMm / radiusPixels;
   if (picture.hides(centre.column - radiusPixels, centre.row - radiusPixels, centre.column + radiusPixels,
-                    centre.row + radiusPixels, centre.depth - radiusMm))
+                    centre.row + radiusPixels, centre.depth - radiusMm)) {
     return;
+  }
   const auto perRadius = static_cast<float>(1.0 / radiusPixels);
   const Rows rows = rowsBetween(centre.row - radiusPixels, centre.row + radiusPixels, picture.height());
   for (int row = rows.first; row < rows.end; ++row) {
     const double y = row + 0.5 - centre.row;
     const double halfSquare = radiusPixels * radiusPixels - y * y;
-    if (halfSquare < 0.0)
+    if (halfSquare < 0.0) {
       continue;
+    }
     const double half = std::sqrt(halfSquare);
     PixelSpan span(picture.width());
     span.keepBetween(centre.column - half, centre.column + half);
     const int first = span.first();
     const int end = span.end();
-    if (first >= end)
+    if (first >= end) {
       continue;
+    }
     float* depths = picture.depths(row);
     const auto nearest = static_cast<float>(centre.depth - half * mmPerPixel);
-    if (end - first > shortRow && hidesAll(part(depths, first, end), nearest))
+    if (end - first > shortRow && hidesAll(part(depths, first, end), nearest)) {
       continue;
+    }
     Rgb* colours = picture.colours(row);
     const double lightOfRow = -y * toLight.y;
     for (int column = first; column < end; ++column) {
       const double x = column + 0.5 - centre.column;
       const double bulge = std::sqrt((std::max)(halfSquare - x * x, 0.0));
       const auto depth = static_cast<float>(centre.depth - bulge * mmPerPixel);
-      if (!(depth < depths[column]))
+      if (!(depth < depths[column])) {
         continue;
+      }
       depths[column] = depth;
       const auto light = static_cast<float>(x * toLight.x + lightOfRow + bulge * toLight.z);
       colours[column] = shading(colour, light * perRadius);
@@ -255,8 +267,9 @@ void drawArrow(DepthPicture& picture, const SceneCamera& camera, const Vector3& 
                const ArrowShape& shape, Rgb colour) {
   const Vector3 vector = to - from;
   const double extent = length(vector);
-  if (!(extent > 0.0))
+  if (!(extent > 0.0)) {
     return;
+  }
   const Vector3 direction = vector * (1.0 / extent);
   const Vector3 onScreen{dot(direction, camera.right()), dot(direction, camera.up()),
                          dot(direction, camera.toViewer())};
@@ -270,14 +283,18 @@ void drawArrow(DepthPicture& picture, const SceneCamera& camera, const Vector3& 
   constexpr double leastFacing = 0.05;
   const double foreshortened = std::sqrt(onScreen.x * onScreen.x + onScreen.y * onScreen.y);
   const bool fromSide = foreshortened > leastForeshortened;
-  if (fromSide)
+  if (fromSide) {
     drawShaft(picture, start, middle, shape.shaftRadius, foreshortened, scale, colour);
-  if (isHidden(picture, middle, tip, shape.headRadius, scale))
+  }
+  if (isHidden(picture, middle, tip, shape.headRadius, scale)) {
     return;
-  if (fromSide)
+  }
+  if (fromSide) {
     drawRound(picture, {middle, shape.headRadius * scale}, {tip, 0.0}, foreshortened, scale, colour);
-  if (std::abs(onScreen.z) > leastFacing)
+  }
+  if (std::abs(onScreen.z) > leastFacing) {
     drawDisc(picture, middle, shape.headRadius * scale, onScreen, scale, colour);
+  }
 }
 
 }  // namespace host

@@ -49,11 +49,13 @@ Mark markOf(char sign) {
 }
 
 Letter takeApart(char32_t character) {
-  if (character < firstAccented || character >= firstAccented + accentedBases.size())
+  if (character < firstAccented || character >= firstAccented + accentedBases.size()) {
     return {character};
+  }
   const std::size_t index = character - firstAccented;
-  if (accentedBases[index] == ' ')
+  if (accentedBases[index] == ' ') {
     return {character};
+  }
   const char base = accentedBases[index];
   return {static_cast<char32_t>(base), markOf(accentedMarks[index])};
 }
@@ -95,11 +97,13 @@ class Drawing {
       const char command = m_rest.front();
       m_rest.remove_prefix(1);
       const Point first = point();
-      if (command == 'L')
+      if (command == 'L') {
         take(Segment{pen, first});
+      }
       const Point end = command == 'Q' ? point() : first;
-      if (command == 'Q')
+      if (command == 'Q') {
         curve(pen, first, end, take);
+      }
       pen = end;
     }
   }
@@ -126,8 +130,9 @@ class Drawing {
   }
 
   int number() {
-    while (!m_rest.empty() && m_rest.front() == ' ')
+    while (!m_rest.empty() && m_rest.front() == ' ') {
       m_rest.remove_prefix(1);
+    }
     int value = 0;
     const auto result = std::from_chars(m_rest.data(), m_rest.data() + m_rest.size(), value);
     m_rest.remove_prefix(static_cast<std::size_t>(result.ptr - m_rest.data()));
@@ -162,18 +167,21 @@ class CoverageMap {
     const int right = bound((std::max)(segment.from.x, segment.to.x) + reach + 1, m_width);
     const int top = bound((std::min)(segment.from.y, segment.to.y) - reach, m_height);
     const int bottom = bound((std::max)(segment.from.y, segment.to.y) + reach + 1, m_height);
-    for (int row = top; row < bottom; ++row)
+    for (int row = top; row < bottom; ++row) {
       for (int column = left; column < right; ++column) {
         const double away = distance({column + 0.5, row + 0.5}, segment);
         double& value = m_values[offset(column, row)];
         value = (std::max)(value, std::clamp(halfWidth + 0.5 - away, 0.0, 1.0));
       }
+    }
   }
 
   void blend(Image& image, int left, int top, Rgb colour) const {
-    for (int row = 0; row < m_height; ++row)
-      for (int column = 0; column < m_width; ++column)
+    for (int row = 0; row < m_height; ++row) {
+      for (int column = 0; column < m_width; ++column) {
         image.blendPixel(left + column, top + row, colour, m_values[offset(column, row)]);
+      }
+    }
   }
 
  private:
@@ -193,8 +201,9 @@ class CoverageMap {
 // Units from the left end of the text to the right end of its last gap.
 int unitsWide(std::string_view text) {
   int units = 0;
-  while (!text.empty())
+  while (!text.empty()) {
     units += strokeGlyph(takeApart(nextCharacter(text)).base).width + glyphGap;
+  }
   return units;
 }
 
@@ -248,18 +257,21 @@ std::vector<std::string> StrokeFont::wrap(std::string_view text, int widest) con
       const std::size_t start = text.size() - rest.size();
       const char32_t character = nextCharacter(rest);
       const std::size_t next = text.size() - rest.size();
-      if (character == U' ')
+      if (character == U' ') {
         space = start;
-      if (end > 0 && character != U' ' && width(text.substr(0, next)) > widest)
+      }
+      if (end > 0 && character != U' ' && width(text.substr(0, next)) > widest) {
         break;
+      }
       end = next;
     }
     const bool all = end == text.size();
     const std::size_t cut = all || space == 0 ? end : space;
     lines.emplace_back(text.substr(0, cut));
     text.remove_prefix(cut);
-    while (!text.empty() && text.front() == ' ')
+    while (!text.empty() && text.front() == ' ') {
       text.remove_prefix(1);
+    }
   }
   return lines;
 }

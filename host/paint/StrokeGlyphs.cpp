@@ -116,8 +116,9 @@ constexpr std::array<StrokeGlyph, lastPrintable - firstPrintable + 1> printable{
 }  // namespace
 
 StrokeGlyph strokeGlyph(char32_t character) {
-  if (character >= firstPrintable && character <= lastPrintable)
+  if (character >= firstPrintable && character <= lastPrintable) {
     return printable[character - firstPrintable];
+  }
   switch (character) {
     case U'\u00A0':
       return printable[0];

@@ -35,10 +35,12 @@ Image panelOf(const Image& picture, const PaneTexts& texts, int pictureHeight, d
   const int count = texts.lines.empty() ? 0 : font.width(texts.lines.front().text);
   const int width = (std::max)({picture.width(), title, count});
   TextBlock below(width);
-  for (const CaptionLine& line : texts.lines)
+  for (const CaptionLine& line : texts.lines) {
     below.add(font, line.text, line.colour);
-  for (const CaptionLine& warning : texts.warnings)
+  }
+  for (const CaptionLine& warning : texts.warnings) {
     below.add(font, warning.text, warning.colour);
+  }
 
   const int top = titleFont.lineHeight() + gap;
   Image panel(width, top + pictureHeight + gap + below.height(), pictureBackground);
@@ -51,8 +53,9 @@ Image panelOf(const Image& picture, const PaneTexts& texts, int pictureHeight, d
 }
 
 Image withHeading(Image row, const std::string& heading, double scale) {
-  if (heading.empty())
+  if (heading.empty()) {
     return row;
+  }
   TextBlock text(row.width());
   text.add(textFont(scale), heading, ink);
   const int top = text.height() + scaledPixels(lineGap, scale);
@@ -64,8 +67,9 @@ Image withHeading(Image row, const std::string& heading, double scale) {
 
 // One for the whole picture, beside the panes.
 Image besideLegend(Image panes, const PaneContents& contents) {
-  if (contents.colours == nullptr || !contents.settings.showLegend)
+  if (contents.colours == nullptr || !contents.settings.showLegend) {
     return panes;
+  }
   const int height = (std::min)(panes.height(), scaledPixels(420.0, contents.scale));
   return gridOf(
       {{std::move(panes), legendPicture(*contents.colours, height, scaledPixels(15.0, contents.scale))}},
@@ -74,13 +78,15 @@ Image besideLegend(Image panes, const PaneContents& contents) {
 
 void addNotes(PageTexts& texts, const PaneContents& contents) {
   const DipoleArrows arrows(contents.dipoles, contents.settings.arrowsByMoment, contents.settings.unknown);
-  if (arrows.strongest() > 0.0)
+  if (arrows.strongest() > 0.0) {
     texts.notes.push_back({"Arrows are as long as their moments are large; the longest is one of " +
                                shortest(arrows.strongest()) +
                                (contents.dipoles.m_momentInNAm != 0 ? " nAm." : "."),
                            quietInk});
-  if (!headFiducials(contents).empty())
+  }
+  if (!headFiducials(contents).empty()) {
     texts.notes.push_back({"Rings N, L, R: nasion, left and right ear.", quietInk});
+  }
 }
 
 // Panes without captions of their own, and without a legend each.
@@ -99,15 +105,17 @@ PaneContents forPage(const PaneContents& all, const ViewSettings& settings) {
 }
 
 void checkPixel(double mmPerPixel) {
-  if (!(mmPerPixel >= finestPixel && mmPerPixel <= coarsestPixel))
+  if (!(mmPerPixel >= finestPixel && mmPerPixel <= coarsestPixel)) {
     throw std::invalid_argument("a pixel must be 0.1 to 5 mm wide");
+  }
 }
 
 void checkSize(double pixels) {
   constexpr double most = 250e6;
-  if (pixels > most)
+  if (pixels > most) {
     throw std::runtime_error(
         "the picture would be too large: choose fewer slices or dipoles, or larger pixels");
+  }
 }
 
 }  // namespace
@@ -115,8 +123,9 @@ void checkSize(double pixels) {
 std::vector<SliceRequest> slicesThrough(const Vector3& place) {
   std::vector<SliceRequest> slices;
   slices.reserve(allViews.size());
-  for (const View view : allViews)
+  for (const View view : allViews) {
     slices.push_back({view, place[axesOf(view).slab]});
+  }
   return slices;
 }
 
@@ -175,16 +184,20 @@ DipolePicture slicesPicture(const PaneContents& contents, const std::vector<Slic
       isRadiological = isRadiological || slice.view != View::sagittal;
     }
     std::vector<Image> panels;
-    for (std::size_t i = 0; i < pictures.size(); ++i)
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
       panels.push_back(panelOf(pictures[i], made.panes[first + i], height, contents.scale));
-    if (!panels.empty())
+    }
+    if (!panels.empty()) {
       grid.push_back(
           {withHeading(gridOf({panels}, scaledPixels(28.0, contents.scale)), row.heading, contents.scale)});
+    }
   }
-  if (grid.empty())
+  if (grid.empty()) {
     throw std::invalid_argument("there is no slice to draw");
-  if (isRadiological)
+  }
+  if (isRadiological) {
     texts.notes.push_back({radiologicalNote, quietInk});
+  }
   texts.notes.push_back({headFrameNote, quietInk});
   addNotes(texts, contents);
   made.image =
@@ -204,11 +217,14 @@ DipolePicture scenePicture(const PaneContents& contents, const ViewAngles& angle
   DipolePicture made;
   made.panes.push_back(pane.texts());
   std::string places;
-  if (contents.head.isRegistered())
-    for (const SliceRequest& slice : slices.empty() ? slicesThrough(contents.crosshair) : slices)
+  if (contents.head.isRegistered()) {
+    for (const SliceRequest& slice : slices.empty() ? slicesThrough(contents.crosshair) : slices) {
       places += (places.empty() ? "Slices " : ", ") + positionText(slice.view, slice.position);
-  if (!places.empty())
+    }
+  }
+  if (!places.empty()) {
     texts.notes.push_back({places + ".", quietInk});
+  }
   texts.notes.push_back({"The letters at the edges are the patient's sides.", quietInk});
   addNotes(texts, contents);
   const Image panel = panelOf(picture, pane.texts(), picture.height(), contents.scale);

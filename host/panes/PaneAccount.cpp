@@ -17,8 +17,9 @@ std::string partText(int part, int total) {
 }
 
 void addNowhere(std::vector<std::string>& texts, const VisibleCount& count) {
-  if (count.nowhere > 0)
+  if (count.nowhere > 0) {
     texts.push_back(dipolesText(count.nowhere, "without a valid location"));
+  }
 }
 
 }  // namespace
@@ -33,10 +34,12 @@ std::string countText(const SceneAccount& account) {
 
 std::string choiceText(const VisibleCount& count) {
   std::string text;
-  if (count.switchedOff > 0)
+  if (count.switchedOff > 0) {
     text = std::to_string(count.switchedOff) + " switched off";
-  if (count.filtered > 0)
+  }
+  if (count.filtered > 0) {
     text += (text.empty() ? "" : ", ") + std::to_string(count.filtered) + " filtered out";
+  }
   return text;
 }
 
@@ -46,24 +49,29 @@ std::string behindText(const SceneAccount& account) {
 
 std::vector<std::string> warningTexts(const SliceAccount& account) {
   std::vector<std::string> texts;
-  if (!account.isRegistered)
+  if (!account.isRegistered) {
     texts.emplace_back("Not registered: dipoles are not drawn on this MRI");
-  if (account.withheld > 0)
+  }
+  if (account.withheld > 0) {
     texts.push_back(
         dipolesText(account.withheld, "close to this slice not drawn: below the level of the ears"));
-  if (account.offPane > 0)
+  }
+  if (account.offPane > 0) {
     texts.push_back(dipolesText(account.offPane, "on this slice beyond the borders of this view"));
-  if (account.outside > 0)
+  }
+  if (account.outside > 0) {
     texts.push_back(dipolesText(
         account.outside, "more than " + std::to_string(std::lround(headReach)) + " mm away, not drawn"));
+  }
   addNowhere(texts, account);
   return texts;
 }
 
 std::vector<std::string> warningTexts(const SceneAccount& account) {
   std::vector<std::string> texts;
-  if (account.offPane > 0)
+  if (account.offPane > 0) {
     texts.push_back(dipolesText(account.offPane, "beyond the borders of this view"));
+  }
   addNowhere(texts, account);
   return texts;
 }

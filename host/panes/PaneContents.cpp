@@ -13,9 +13,11 @@ Rgb colourOf(const PaneContents& contents, const CDipoles& dipole) {
 }
 
 void checkCrosshair(const PaneContents& contents) {
-  for (int axis = 0; axis < 3; ++axis)
-    if (!(std::abs(contents.crosshair[axis]) <= longestLength))
+  for (int axis = 0; axis < 3; ++axis) {
+    if (!(std::abs(contents.crosshair[axis]) <= longestLength)) {
       throw std::invalid_argument("the crosshair must lie within 1000 mm of the head's origin");
+    }
+  }
 }
 
 }  // namespace host

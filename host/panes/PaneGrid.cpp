@@ -14,8 +14,9 @@ int whole(double pixels) {
 }
 
 int cellsOf(double mmPerPixel) {
-  if (!(mmPerPixel >= finestPixel && mmPerPixel <= coarsestPixel))
+  if (!(mmPerPixel >= finestPixel && mmPerPixel <= coarsestPixel)) {
     throw std::invalid_argument("a pixel must be 0.1 to 5 mm wide");
+  }
   return 2 * static_cast<int>(std::ceil(headReach / mmPerPixel));
 }
 

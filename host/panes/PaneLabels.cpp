@@ -19,12 +19,14 @@ class TakenPixels {
         m_taken(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {}
 
   [[nodiscard]] bool isFree(const PixelBox& box) const {
-    if (box.left < 0 || box.top < 0 || box.right > m_width || box.bottom > m_height)
+    if (box.left < 0 || box.top < 0 || box.right > m_width || box.bottom > m_height) {
       return false;
+    }
     for (int row = box.top; row < box.bottom; ++row) {
       const auto first = m_taken.begin() + offset(box.left, row);
-      if (std::find(first, first + box.width(), true) != first + box.width())
+      if (std::find(first, first + box.width(), true) != first + box.width()) {
         return false;
+      }
     }
     return true;
   }
@@ -32,8 +34,9 @@ class TakenPixels {
   void take(const PixelBox& box) {
     const int left = std::clamp(box.left, 0, m_width);
     const int right = std::clamp(box.right, left, m_width);
-    for (int row = (std::max)(box.top, 0); row < (std::min)(box.bottom, m_height); ++row)
+    for (int row = (std::max)(box.top, 0); row < (std::min)(box.bottom, m_height); ++row) {
       std::fill_n(m_taken.begin() + offset(left, row), right - left, true);
+    }
   }
 
  private:
@@ -50,8 +53,9 @@ class TakenPixels {
 
 std::string labelOf(const CDipoleszq& dipole) {
   constexpr int longest = 32;
-  if (dipole.m_label.IsEmpty())
+  if (dipole.m_label.IsEmpty()) {
     return "#" + std::to_string(dipole.m_number);
+  }
   return utf8Of(dipole.m_label.GetLength() > longest ? dipole.m_label.Left(longest) + _T("...")
                                                      : dipole.m_label);
 }
@@ -60,9 +64,10 @@ int drawLabels(Image& image, const std::vector<PaneLabel>& labels, int around, d
   const StrokeFont font = noteFont(scale);
   const int gap = scaledPixels(3.0, scale);
   TakenPixels taken(image.width(), image.height());
-  for (const PaneLabel& label : labels)
+  for (const PaneLabel& label : labels) {
     taken.take({label.at.column - around, label.at.row - around, label.at.column + around + 1,
                 label.at.row + around + 1});
+  }
   int left = 0;
   for (const PaneLabel& label : labels) {
     const int width = font.width(label.text);
@@ -93,9 +98,10 @@ int drawLabels(Image& image, const std::vector<PaneLabel>& labels, int around, d
 }
 
 void noteLabelsLeftOut(PaneTexts& texts, int labels) {
-  if (labels > 0)
+  if (labels > 0) {
     texts.lines.push_back(
         {std::to_string(labels) + (labels == 1 ? " label has no room" : " labels have no room"), quietInk});
+  }
 }
 
 }  // namespace host

@@ -45,8 +45,9 @@ void drawThinArrow(Image& image, const SliceArrow& arrow) {
   for (int step = 0; step <= steps; ++step) {
     const int column = static_cast<int>(std::floor(arrow.from.column + 0.5 + arrow.columns * step / steps));
     const int row = static_cast<int>(std::floor(arrow.from.row + 0.5 + arrow.rows * step / steps));
-    if (column >= 0 && row >= 0 && column < image.width() && row < image.height())
+    if (column >= 0 && row >= 0 && column < image.width() && row < image.height()) {
       image.setPixel(column, row, arrow.colour);
+    }
   }
 }
 
@@ -63,9 +64,11 @@ int drawWarnings(Image& image, const std::vector<CaptionLine>& warnings, double 
   const StrokeFont font = noteFont(scale);
   const int margin = scaledPixels(markMargin, scale);
   std::vector<CaptionLine> lines;
-  for (const CaptionLine& warning : warnings)
-    for (std::string& line : font.wrap(warning.text, (std::max)(image.width() - 2 * margin, 1)))
+  for (const CaptionLine& warning : warnings) {
+    for (std::string& line : font.wrap(warning.text, (std::max)(image.width() - 2 * margin, 1))) {
       lines.push_back({std::move(line), warning.colour});
+    }
+  }
   const int lowest = image.height() - 2 * margin - letterFont(scale).lineHeight();
   int top = lowest - static_cast<int>(lines.size()) * font.lineHeight();
   const int first = top;
@@ -89,19 +92,23 @@ void drawCaption(Image& image, const PaneTexts& texts, int takenRow, double scal
   const StrokeFont font = isSmall ? noteFont(scale) : textFont(scale);
   const int beside = roomBesideLetters(image, scale);
   int top = margin;
-  if (titleFont.width(texts.title) > beside || top + titleFont.lineHeight() > lowest)
+  if (titleFont.width(texts.title) > beside || top + titleFont.lineHeight() > lowest) {
     return;
+  }
   drawEdged(image, titleFont, margin, top, texts.title, ink);
   top += titleFont.lineHeight() + margin;
   std::vector<CaptionLine> lines = texts.lines;
-  if (!texts.place.empty())
+  if (!texts.place.empty()) {
     lines.insert(lines.begin(), {texts.place, ink});
+  }
   for (const CaptionLine& line : lines) {
     const int width = font.width(line.text);
-    if (width > beside)
+    if (width > beside) {
       top = (std::max)(top, letterFoot);
-    if (width > image.width() - 2 * margin || top + font.lineHeight() > lowest)
+    }
+    if (width > image.width() - 2 * margin || top + font.lineHeight() > lowest) {
       return;
+    }
     drawEdged(image, font, margin, top, line.text, line.colour);
     top += font.lineHeight() + 1;
   }
@@ -112,26 +119,34 @@ void drawCaption(Image& image, const PaneTexts& texts, int takenRow, double scal
 void drawCrosshair(Image& image, const PixelPoint& at) {
   constexpr int gap = 14;
   constexpr double strength = 0.75;
-  if (at.row >= 0 && at.row < image.height())
-    for (int column = 0; column < image.width(); ++column)
-      if (std::abs(column - at.column) > gap)
+  if (at.row >= 0 && at.row < image.height()) {
+    for (int column = 0; column < image.width(); ++column) {
+      if (std::abs(column - at.column) > gap) {
         image.blendPixel(column, at.row, crosshairColour, strength);
-  if (at.column >= 0 && at.column < image.width())
-    for (int row = 0; row < image.height(); ++row)
-      if (std::abs(row - at.row) > gap)
+      }
+    }
+  }
+  if (at.column >= 0 && at.column < image.width()) {
+    for (int row = 0; row < image.height(); ++row) {
+      if (std::abs(row - at.row) > gap) {
         image.blendPixel(at.column, row, crosshairColour, strength);
+      }
+    }
+  }
 }
 
 void drawArrows(Image& image, const std::vector<SliceArrow>& arrows, double scale) {
   constexpr std::size_t mostFine = 400;
   constexpr double shortest = 1.0;
   for (const SliceArrow& arrow : arrows) {
-    if (std::hypot(arrow.columns, arrow.rows) < shortest)
+    if (std::hypot(arrow.columns, arrow.rows) < shortest) {
       continue;
-    if (arrows.size() <= mostFine)
+    }
+    if (arrows.size() <= mostFine) {
       drawFineArrow(image, arrow, scale);
-    else
+    } else {
       drawThinArrow(image, arrow);
+    }
   }
 }
 
@@ -148,9 +163,10 @@ void drawFiducialCross(Image& image, const PixelPoint& at, char letter, double s
   const double from = 3.0 * scale;  // pixels from the point
   const double to = 9.0 * scale;
   const ScreenPoint centre = centreOf(at);
-  for (const auto& [columns, rows] : {std::pair{1.0, 0.0}, {-1.0, 0.0}, {0.0, 1.0}, {0.0, -1.0}})
+  for (const auto& [columns, rows] : {std::pair{1.0, 0.0}, {-1.0, 0.0}, {0.0, 1.0}, {0.0, -1.0}}) {
     drawEdgedLine(image, {centre.column + columns * from, centre.row + rows * from},
                   {centre.column + columns * to, centre.row + rows * to}, fiducialColour(letter), scale);
+  }
   drawFiducialLetter(image, at, letter, scale);
 }
 

@@ -13,31 +13,40 @@ constexpr Rgb bandColour{168, 24, 32};
 
 std::string joined(const std::vector<std::string>& parts) {
   std::string text;
-  for (const std::string& part : parts)
-    if (!part.empty())
+  for (const std::string& part : parts) {
+    if (!part.empty()) {
       text += (text.empty() ? "" : ", ") + part;
+    }
+  }
   return text;
 }
 
 TextBlock bandOf(const PageTexts& texts, int width, double scale) {
   TextBlock band(width);
-  for (const std::string& text : texts.wrong)
-    if (!text.empty())
+  for (const std::string& text : texts.wrong) {
+    if (!text.empty()) {
       band.add(headFont(scale), "WRONG: " + text, letterInk);
+    }
+  }
   return band;
 }
 
 TextBlock headerOf(const PageTexts& texts, int width, double scale) {
   TextBlock header(width);
-  if (!texts.title.empty())
+  if (!texts.title.empty()) {
     header.add(headFont(scale), texts.title, ink);
-  if (!texts.patientId.empty())
+  }
+  if (!texts.patientId.empty()) {
     header.add(texts.title.empty() ? headFont(scale) : textFont(scale), "Patient " + texts.patientId, ink);
-  for (const std::string& file : texts.files)
-    if (!file.empty())
+  }
+  for (const std::string& file : texts.files) {
+    if (!file.empty()) {
       header.add(textFont(scale), file, ink);
-  if (const std::string settings = joined(texts.settings); !settings.empty())
+    }
+  }
+  if (const std::string settings = joined(texts.settings); !settings.empty()) {
     header.add(noteFont(scale), settings, quietInk);
+  }
   return header;
 }
 
@@ -49,16 +58,18 @@ Image gridOf(const std::vector<std::vector<Image>>& rows, int gap) {
   for (const std::vector<Image>& row : rows) {
     heights.push_back(0);
     for (std::size_t column = 0; column < row.size(); ++column) {
-      if (column == widths.size())
+      if (column == widths.size()) {
         widths.push_back(0);
+      }
       widths[column] = (std::max)(widths[column], row[column].width());
       heights.back() = (std::max)(heights.back(), row[column].height());
     }
   }
   const auto total = [&](const std::vector<int>& extents) {
     int sum = extents.empty() ? 0 : gap * (static_cast<int>(extents.size()) - 1);
-    for (const int extent : extents)
+    for (const int extent : extents) {
       sum += extent;
+    }
     return sum;
   };
   Image image(total(widths), total(heights), pictureBackground);
@@ -81,8 +92,9 @@ Image pageOf(const Image& content, const PageTexts& texts, double scale) {
   const TextBlock band = bandOf(texts, width, scale);
   const TextBlock header = headerOf(texts, width, scale);
   TextBlock footer(width);
-  for (const CaptionLine& note : texts.notes)
+  for (const CaptionLine& note : texts.notes) {
     footer.add(noteFont(scale), note.text, note.colour);
+  }
 
   const int bandHeight = band.height() > 0 ? band.height() + 2 * gap : 0;
   const int headerTop = bandHeight + margin;

@@ -48,13 +48,16 @@ class Bounds {
 
 // The middle of the head, else of the sphere, else of the dipoles.
 Vector3 centreOf(const DipoleScene& scene, const std::optional<HeadBox>& head) {
-  if (head)
+  if (head) {
     return (head->low + head->high) * 0.5;
-  if (scene.sphere)
+  }
+  if (scene.sphere) {
     return scene.sphere->centre;
+  }
   Bounds bounds;
-  for (const SceneDipole& dipole : scene.dipoles)
+  for (const SceneDipole& dipole : scene.dipoles) {
     bounds.add(dipole.place, 0.0);
+  }
   return bounds.isEmpty() ? Vector3{} : bounds.middle();
 }
 
@@ -67,35 +70,46 @@ Bounds viewBounds(const DipoleScene& scene, const std::optional<HeadBox>& head, 
     const Vector3 from = point - camera.centre();
     const double right = dot(from, camera.right());
     const double up = dot(from, camera.up());
-    if (std::abs(right) <= headReach && std::abs(up) <= headReach)
+    if (std::abs(right) <= headReach && std::abs(up) <= headReach) {
       bounds.add({right, up, 0.0}, around);
+    }
   };
   add(camera.centre(), leastHalf);
-  if (head)
-    for (const double x : {head->low.x, head->high.x})
-      for (const double y : {head->low.y, head->high.y})
-        for (const double z : {head->low.z, head->high.z})
+  if (head) {
+    for (const double x : {head->low.x, head->high.x}) {
+      for (const double y : {head->low.y, head->high.y}) {
+        for (const double z : {head->low.z, head->high.z}) {
           add({x, y, z}, 0.0);
-  if (style.showSphere && scene.sphere && scene.sphere->radius <= headReach)
+        }
+      }
+    }
+  }
+  if (style.showSphere && scene.sphere && scene.sphere->radius <= headReach) {
     add(scene.sphere->centre, scene.sphere->radius);
+  }
   for (const SceneDipole& dipole : scene.dipoles) {
     add(dipole.place, style.ballRadius);
-    if (style.showArrows)
+    if (style.showArrows) {
       add(dipole.place + dipole.arrow, style.ballRadius);
+    }
   }
-  for (const SceneFiducial& fiducial : scene.fiducials)
+  for (const SceneFiducial& fiducial : scene.fiducials) {
     add(fiducial.place, fiducialRadius);
+  }
   return bounds;
 }
 
 // The smallest box around everything that is drawn; the whole picture when nothing is.
 PixelBox contentOf(const Image& image, Rgb background) {
   PixelBox box{image.width(), image.height(), 0, 0};
-  for (int row = 0; row < image.height(); ++row)
-    for (int column = 0; column < image.width(); ++column)
-      if (image.pixel(column, row) != background)
+  for (int row = 0; row < image.height(); ++row) {
+    for (int column = 0; column < image.width(); ++column) {
+      if (image.pixel(column, row) != background) {
         box = {(std::min)(box.left, column), (std::min)(box.top, row), (std::max)(box.right, column + 1),
                (std::max)(box.bottom, row + 1)};
+      }
+    }
+  }
   return box.right > box.left ? box : PixelBox{0, 0, image.width(), image.height()};
 }
 
@@ -103,7 +117,7 @@ PixelBox contentOf(const Image& image, Rgb background) {
 Image halved(const Image& large) {
   Image image(large.width() / 2, large.height() / 2, {});
   const auto mean = [](int sum) { return static_cast<std::uint8_t>((sum + 2) / 4); };
-  for (int row = 0; row < image.height(); ++row)
+  for (int row = 0; row < image.height(); ++row) {
     for (int column = 0; column < image.width(); ++column) {
       const Rgb a = large.pixel(2 * column, 2 * row);
       const Rgb b = large.pixel(2 * column + 1, 2 * row);
@@ -113,6 +127,7 @@ Image halved(const Image& large) {
                      {mean(a.red + b.red + c.red + d.red), mean(a.green + b.green + c.green + d.green),
                       mean(a.blue + b.blue + c.blue + d.blue)});
     }
+  }
   return image;
 }
 
@@ -140,8 +155,9 @@ void ScenePane::turn(int columns, int rows) {
 }
 
 void ScenePane::zoom(double factor) {
-  if (!(factor > 0.0 && std::isfinite(factor)))
+  if (!(factor > 0.0 && std::isfinite(factor))) {
     return;
+  }
   m_camera.zoom(factor);
   m_isFitted = false;
 }
@@ -178,8 +194,9 @@ void ScenePane::fitTo(const PaneContents& contents) {
 
 void ScenePane::aimAtAll(const PaneContents& contents, double mmPerPixel) {
   std::optional<HeadBox> box;
-  if (isHeadShown(contents))
+  if (isHeadShown(contents)) {
     box = headBoxOf(contents.head);
+  }
   SceneCamera camera(1, 1);
   camera.lookFrom(m_camera.angles());
   camera.setCentre(centreOf(m_scene, box));
@@ -218,14 +235,17 @@ bool ScenePane::isHeadShown(const PaneContents& contents) const {
 }
 
 std::vector<SliceRequest> ScenePane::wantedSlices(const PaneContents& contents) const {
-  if (!isHeadShown(contents))
+  if (!isHeadShown(contents)) {
     return {};
-  if (!m_slices.empty())
+  }
+  if (!m_slices.empty()) {
     return m_slices;
+  }
   std::vector<SliceRequest> slices;
   slices.reserve(allViews.size());
-  for (const View view : allViews)
+  for (const View view : allViews) {
     slices.push_back({view, contents.crosshair[axesOf(view).slab]});
+  }
   return slices;
 }
 
@@ -235,17 +255,20 @@ void ScenePane::renewPlanes(const PaneContents& contents) {
   const std::vector<SliceRequest> wanted = wantedSlices(contents);
   const bool isKept = m_planeKey && m_planeKey->volume == head.volume && m_planeKey->frame == head.frame &&
                       m_planeKey->window == contents.window;
-  if (!isKept || wanted.size() < m_planes.size())
+  if (!isKept || wanted.size() < m_planes.size()) {
     m_planes.clear();
+  }
   for (std::size_t i = 0; i < wanted.size(); ++i) {
     const SliceRequest& slice = wanted[i];
-    if (i < m_planes.size() && m_planes[i].view() == slice.view && m_planes[i].position() == slice.position)
+    if (i < m_planes.size() && m_planes[i].view() == slice.view && m_planes[i].position() == slice.position) {
       continue;
+    }
     SlicePlane plane(*head.volume, head.frame, headBoxOf(head), slice.view, slice.position, contents.window);
-    if (i < m_planes.size())
+    if (i < m_planes.size()) {
       m_planes[i] = std::move(plane);
-    else
+    } else {
       m_planes.push_back(std::move(plane));
+    }
   }
   m_planeKey = PlaneKey{head.volume, head.frame, contents.window};
 }
@@ -264,30 +287,35 @@ void ScenePane::gather(const PaneContents& contents) {
                     {isShown, [&](const CDipoleszq& dipole) { return colourOf(contents, dipole); },
                      [&](const CDipoleszq& dipole) { return arrows.of(dipole); }});
   // The set's are made up from the head sphere where its file gave none.
-  if (contents.head.isRegistered())
+  if (contents.head.isRegistered()) {
     m_scene.fiducials = headFiducials(contents);
+  }
   renewPlanes(contents);
 }
 
 // In the head that they were placed in, or nowhere.
 void ScenePane::drawPlaced(Image& image, const PaneContents& contents) const {
-  if (!isHeadShown(contents))
+  if (!isHeadShown(contents)) {
     return;
+  }
   for (const SceneFiducial& point : placedFiducials(contents)) {
     const ScreenPoint at = m_camera.project(point.place);
-    if (isInside(at, m_camera))
+    if (isInside(at, m_camera)) {
       drawFiducialCross(image, pixelOf(at), point.letter, contents.scale);
+    }
   }
 }
 
 void ScenePane::drawNames(Image& image, const PaneContents& contents, const SceneStyle& style) {
-  if (!contents.settings.showLabels)
+  if (!contents.settings.showLabels) {
     return;
+  }
   std::vector<PaneLabel> labels;
   for (const SceneDipole& dipole : m_scene.dipoles) {
     const ScreenPoint at = m_camera.project(dipole.place);
-    if (isInside(at, m_camera))
+    if (isInside(at, m_camera)) {
       labels.push_back({pixelOf(at), labelOf(*contents.dipoles.m_dipoles[dipole.slot]), ink});
+    }
   }
   const int around = static_cast<int>(std::ceil(ballRadiusIn(m_camera, style) * m_camera.scale()));
   noteLabelsLeftOut(m_texts, drawLabels(image, labels, around, contents.scale));
@@ -298,22 +326,27 @@ void ScenePane::gatherTexts(const PaneContents& contents) {
   m_texts.title = "3D";
   m_texts.place = viewText(m_camera.angles());
   m_texts.lines.push_back({countText(m_count), ink});
-  for (const std::string& text : {choiceText(m_count), behindText(m_count)})
-    if (!text.empty())
+  for (const std::string& text : {choiceText(m_count), behindText(m_count)}) {
+    if (!text.empty()) {
       m_texts.lines.push_back({text, quietInk});
+    }
+  }
   m_texts.warnings = headWarnings(contents.head, m_count.total);
-  if (!isHeadShown(contents) && !contents.head.isAbsent)
+  if (!isHeadShown(contents) && !contents.head.isAbsent) {
     m_texts.warnings.push_back({"Not registered: the MRI is not shown with the dipoles", warningInk});
-  for (const std::string& warning : warningTexts(m_count))
+  }
+  for (const std::string& warning : warningTexts(m_count)) {
     m_texts.warnings.push_back({warning, warningInk});
+  }
 }
 
 void ScenePane::drawOver(Image& image, const PaneContents& contents, const SceneStyle& style) {
   gatherTexts(contents);
   drawMarks(image, m_scene, m_planes, m_camera, style, contents.scale);
   drawPlaced(image, contents);
-  if (contents.showCaption)
+  if (contents.showCaption) {
     drawPaneTexts(image, m_texts, contents.scale);
+  }
   drawNames(image, contents, style);
 }
 
@@ -321,17 +354,20 @@ const Image& ScenePane::paint(const PaneContents& contents) {
   const Image legend = legendOf(contents, m_width, m_height);
   const int width = m_width - legend.width();
   m_camera.resize(width, m_height);
-  if (m_volume != contents.head.volume || m_frame != contents.head.frame)
+  if (m_volume != contents.head.volume || m_frame != contents.head.frame) {
     m_isFitted = true;
+  }
   m_volume = contents.head.volume;
   m_frame = contents.head.frame;
-  if (m_isFitted)
+  if (m_isFitted) {
     fitTo(contents);
+  }
   gather(contents);
 
   const SceneStyle style = styleOf(contents);
-  if (!m_depths || m_depths->width() != width || m_depths->height() != m_height)
+  if (!m_depths || m_depths->width() != width || m_depths->height() != m_height) {
     m_depths.emplace(width, m_height, style.background);
+  }
   m_painter.paint(*m_depths, m_scene, m_planes, m_camera, style);
   Image scene = m_depths->image();
   drawOver(scene, contents, style);
@@ -355,11 +391,13 @@ Image ScenePane::paintSmoothly(SceneStyle style) {
 }
 
 void ScenePane::countHidden(const SceneStyle& style) {
-  for (const SceneDipole& dipole : m_scene.dipoles)
-    if (!isInside(m_camera.project(dipole.place), m_camera))
+  for (const SceneDipole& dipole : m_scene.dipoles) {
+    if (!isInside(m_camera.project(dipole.place), m_camera)) {
       ++m_count.offPane;
-    else if (isBehindSlice(dipole, m_planes, m_camera, style))
+    } else if (isBehindSlice(dipole, m_planes, m_camera, style)) {
       ++m_count.behindSlice;
+    }
+  }
 }
 
 const Image& ScenePane::paintWhole(const PaneContents& contents, double mmPerPixel) {
@@ -377,8 +415,9 @@ const Image& ScenePane::paintWhole(const PaneContents& contents, double mmPerPix
 }
 
 int ScenePane::pick(const PaneContents& contents, int column, int row) const {
-  if (column < 0 || row < 0 || column >= m_camera.width() || row >= m_camera.height())
+  if (column < 0 || row < 0 || column >= m_camera.width() || row >= m_camera.height()) {
     return -1;
+  }
   const int slot = pickDipole(m_scene, m_planes, m_camera, styleOf(contents), column, row);
   return slot >= 0 && contents.dipoles.getDipole(slot) != nullptr ? slot : -1;
 }

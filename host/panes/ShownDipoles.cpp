@@ -28,14 +28,15 @@ Vector3 middleOf(const PaneContents& contents) {
 void addLimits(std::vector<std::string>& texts, const char* name, const char* unit,
                const ValueLimits& limits) {
   std::string text = name;
-  if (limits.least && limits.most)
+  if (limits.least && limits.most) {
     text += " " + shortest(*limits.least) + " to " + shortest(*limits.most);
-  else if (limits.least)
+  } else if (limits.least) {
     text += " at least " + shortest(*limits.least);
-  else if (limits.most)
+  } else if (limits.most) {
     text += " at most " + shortest(*limits.most);
-  else
+  } else {
     return;
+  }
   texts.push_back(text + unit);
 }
 
@@ -46,8 +47,9 @@ std::vector<int> shownSlots(const PaneContents& contents) {
   for (int slot = 0; slot < contents.dipoles.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = contents.dipoles.m_dipoles[slot];
     if (dipole != nullptr &&
-        visibilityOf(contents.dipoles, slot, *dipole, contents.settings) == Visibility::shown)
+        visibilityOf(contents.dipoles, slot, *dipole, contents.settings) == Visibility::shown) {
       slots.push_back(slot);
+    }
   }
   return slots;
 }
@@ -57,8 +59,9 @@ int strongestSlot(const PaneContents& contents) {
   double most = -1.0;
   for (const int slot : shownSlots(contents)) {
     const Vector3 place = placeOf(*contents.dipoles.m_dipoles[slot]);
-    if ((std::max)({std::abs(place.x), std::abs(place.y), std::abs(place.z)}) > headReach)
+    if ((std::max)({std::abs(place.x), std::abs(place.y), std::abs(place.z)}) > headReach) {
       continue;
+    }
     const double moment = contents.dipoles.m_dipoles[slot]->m_moment;
     const double strength = std::isfinite(moment) ? std::abs(moment) : 0.0;
     if (strength > most) {
@@ -73,16 +76,20 @@ ViewAngles sideOfDipoles(const PaneContents& contents) {
   constexpr double clearly = 15.0;  // mm from the middle
   constexpr ViewAngles leftFront{35.0, 20.0};
   const std::vector<int> slots = shownSlots(contents);
-  if (slots.empty())
+  if (slots.empty()) {
     return leftFront;
+  }
   Vector3 sum;
-  for (const int slot : slots)
+  for (const int slot : slots) {
     sum = sum + placeOf(*contents.dipoles.m_dipoles[slot]);
+  }
   const Vector3 aside = sum * (1.0 / static_cast<double>(slots.size())) - middleOf(contents);
-  if (std::hypot(aside.x, aside.z) < clearly)
+  if (std::hypot(aside.x, aside.z) < clearly) {
     return leftFront;
-  if (std::abs(aside.x) >= std::abs(aside.z))
+  }
+  if (std::abs(aside.x) >= std::abs(aside.z)) {
     return anglesOf(aside.x > 0.0 ? Standpoint::left : Standpoint::right);
+  }
   return anglesOf(aside.z > 0.0 ? Standpoint::front : Standpoint::back);
 }
 
@@ -102,8 +109,9 @@ std::vector<std::string> filterTexts(const PaneContents& contents) {
   addLimits(texts, "fit error", " %", filter.fitError);
   addLimits(texts, "moment", contents.dipoles.m_momentInNAm != 0 ? " nAm" : "", filter.moment);
   addLimits(texts, "latency", " ms", filter.latency);
-  if (contents.dipoles.m_showDipoleLatencySelected != 0)
+  if (contents.dipoles.m_showDipoleLatencySelected != 0) {
     addLimits(texts, "latency", " ms", {contents.settings.latency.from, contents.settings.latency.to});
+  }
   return texts;
 }
 

@@ -39,8 +39,9 @@ void SlicePane::resize(int width, int height) {
 }
 
 void SlicePane::zoom(double factor, int column, int row) {
-  if (!(factor > 0.0 && std::isfinite(factor)))
+  if (!(factor > 0.0 && std::isfinite(factor))) {
     return;
+  }
   const double before = m_mmPerPixel;
   m_mmPerPixel = std::clamp(before / factor, finestPixel, coarsestPixel);
   const ViewAxes axes = axesOf(m_view);
@@ -75,20 +76,23 @@ void SlicePane::fitTo(const PaneContents& contents) {
 // The head, and every dipole of the slice with its square.
 HeadBox SlicePane::boxToShow(const PaneContents& contents) const {
   HeadBox box = headBoxOf(contents.head);
-  if (!contents.head.isRegistered())
+  if (!contents.head.isRegistered()) {
     return box;
+  }
   const SliceRule rule(contents, m_view, contents.crosshair[axesOf(m_view).slab]);
   const double around = contents.settings.glyphPixels * m_mmPerPixel;
   for (int slot = 0; slot < contents.dipoles.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = contents.dipoles.m_dipoles[slot];
     if (dipole == nullptr ||
-        visibilityOf(contents.dipoles, slot, *dipole, contents.settings) != Visibility::shown)
+        visibilityOf(contents.dipoles, slot, *dipole, contents.settings) != Visibility::shown) {
       continue;
+    }
     const Vector3 place = placeOf(*dipole);
     const auto isWithin = [](double mm) { return std::abs(mm) < headReach; };
     const ViewAxes axes = axesOf(m_view);
-    if (!rule.shows(place) || !isWithin(place[axes.column]) || !isWithin(place[axes.row]))
+    if (!rule.shows(place) || !isWithin(place[axes.column]) || !isWithin(place[axes.row])) {
       continue;
+    }
     for (const int axis : {axes.column, axes.row}) {
       box.low[axis] = (std::min)(box.low[axis], place[axis] - around);
       box.high[axis] = (std::max)(box.high[axis], place[axis] + around);
@@ -125,10 +129,13 @@ void SlicePane::drawFiducials(const PaneContents& contents) {
   const int slab = axesOf(m_view).slab;
   const double reach = (std::max)(toleranceOf(contents), leastReach);
   const auto drawEach = [&](const std::vector<SceneFiducial>& points, const auto& draw) {
-    for (const SceneFiducial& point : points)
-      if (std::abs(point.place[slab] - position()) <= reach)
-        if (const std::optional<PixelPoint> at = pixelOf(point.place))
+    for (const SceneFiducial& point : points) {
+      if (std::abs(point.place[slab] - position()) <= reach) {
+        if (const std::optional<PixelPoint> at = pixelOf(point.place)) {
           draw(m_picture, *at, point.letter, contents.scale);
+        }
+      }
+    }
   };
   drawEach(headFiducials(contents), drawFiducialRing);
   drawEach(placedFiducials(contents), drawFiducialCross);
@@ -144,12 +151,14 @@ void SlicePane::takeStock(const PaneContents& contents) {
   const SliceRule rule(contents, m_view, position());
   for (int slot = 0; slot < contents.dipoles.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = contents.dipoles.m_dipoles[slot];
-    if (dipole == nullptr)
+    if (dipole == nullptr) {
       continue;
+    }
     const Visibility visibility = visibilityOf(contents.dipoles, slot, *dipole, contents.settings);
     m_account.add(visibility);
-    if (visibility != Visibility::shown)
+    if (visibility != Visibility::shown) {
       continue;
+    }
     const Vector3 place = placeOf(*dipole);
     if (!m_account.isRegistered) {
       ++m_account.unregistered;
@@ -160,10 +169,12 @@ void SlicePane::takeStock(const PaneContents& contents) {
     } else {
       ++m_account.onSlice;
       const PixelPoint at = m_grid.pixelAt(place);
-      if (!m_grid.isInPane(at))
+      if (!m_grid.isInPane(at)) {
         ++m_account.offPane;
-      if (isSquareSeen(at))
+      }
+      if (isSquareSeen(at)) {
         m_drawn.push_back({slot, at, colourOf(contents, *dipole)});
+      }
     }
   }
 }
@@ -181,25 +192,30 @@ void SlicePane::drawDipoles(const PaneContents& contents) {
   const DipoleArrows lengths(contents.dipoles, contents.settings.arrowsByMoment, contents.settings.unknown);
   std::vector<SliceArrow> arrows;
   arrows.reserve(m_drawn.size());
-  for (const SliceSquare& drawn : m_drawn)
+  for (const SliceSquare& drawn : m_drawn) {
     arrows.push_back(arrowOfDrawn(contents, lengths, drawn));
+  }
   drawArrows(m_picture, arrows, contents.scale);
   drawSquares(m_picture, contents.dipoles, m_grid, m_drawn, m_glyph, scaledPixels(1.0, contents.scale));
-  if (!contents.showCursor)
+  if (!contents.showCursor) {
     return;
-  for (std::size_t i = 0; i < m_drawn.size(); ++i)
+  }
+  for (std::size_t i = 0; i < m_drawn.size(); ++i) {
     if (m_drawn[i].slot == contents.dipoles.m_currentDipole) {
       drawArrows(m_picture, {arrows[i]}, contents.scale);
       drawCurrentRing(m_picture, m_drawn[i].at, m_glyph, contents.scale);
     }
+  }
 }
 
 void SlicePane::drawNames(const PaneContents& contents) {
-  if (!contents.settings.showLabels)
+  if (!contents.settings.showLabels) {
     return;
+  }
   std::vector<PaneLabel> labels;
-  for (const SliceSquare& drawn : m_drawn)
+  for (const SliceSquare& drawn : m_drawn) {
     labels.push_back({drawn.at, labelOf(*contents.dipoles.m_dipoles[drawn.slot]), ink});
+  }
   noteLabelsLeftOut(m_texts, drawLabels(m_picture, labels, m_glyph - pixelsBefore(m_glyph), contents.scale));
 }
 
@@ -208,23 +224,27 @@ void SlicePane::gatherTexts(const PaneContents& contents) {
   m_texts.title = nameOf(m_view);
   m_texts.place = positionText(m_view, position());
   m_texts.lines.push_back({countText(m_account), ink});
-  if (const std::string choice = choiceText(m_account); !choice.empty())
+  if (const std::string choice = choiceText(m_account); !choice.empty()) {
     m_texts.lines.push_back({choice, quietInk});
+  }
   m_texts.warnings = headWarnings(contents.head, m_account.total);
-  for (const std::string& warning : warningTexts(m_account))
+  for (const std::string& warning : warningTexts(m_account)) {
     m_texts.warnings.push_back({warning, warningInk});
+  }
 }
 
 const Image& SlicePane::paint(const PaneContents& contents) {
   checkCrosshair(contents);
   const Image legend = m_width >= leastWidthForLegend ? legendOf(contents, m_width, m_height) : Image();
   m_pictureWidth = m_width - legend.width();
-  if (m_volume != contents.head.volume || m_frame != contents.head.frame)
+  if (m_volume != contents.head.volume || m_frame != contents.head.frame) {
     m_isFitted = true;
+  }
   m_volume = contents.head.volume;
   m_frame = contents.head.frame;
-  if (m_isFitted)
+  if (m_isFitted) {
     fitTo(contents);
+  }
   Vector3 middle = m_middle;
   middle[axesOf(m_view).slab] = contents.crosshair[axesOf(m_view).slab];
   m_grid = PaneGrid(m_view, m_pictureWidth, m_height, m_mmPerPixel, middle);
@@ -233,10 +253,12 @@ const Image& SlicePane::paint(const PaneContents& contents) {
   gatherTexts(contents);
 
   m_picture = m_grey.picture(contents.head, m_grid.samples(), contents.window);
-  if (contents.showCursor)
+  if (contents.showCursor) {
     drawCrosshair(m_picture, m_grid.pixelAt(contents.crosshair));
-  if (contents.showCaption)
+  }
+  if (contents.showCaption) {
     drawPaneTexts(m_picture, m_texts, contents.scale);  // below the dipoles: no caption hides one
+  }
   drawScaleBar(m_picture, 1.0 / mmPerPixel(), contents.scale);
   drawFiducials(contents);
   drawDipoles(contents);
@@ -247,8 +269,9 @@ const Image& SlicePane::paint(const PaneContents& contents) {
 }
 
 std::optional<PixelPoint> SlicePane::pixelOf(const Vector3& head) const {
-  if (!isPlace(head))
+  if (!isPlace(head)) {
     return std::nullopt;
+  }
   const PixelPoint at = m_grid.pixelAt(head);
   return m_grid.isInPane(at) ? std::optional(at) : std::nullopt;
 }

@@ -8,8 +8,9 @@ namespace host {
 
 double toleranceOf(const PaneContents& contents) {
   const double own = contents.settings.thinnestSlice * 0.5;
-  if (contents.dipoles.getShowDipole2DOverlap() == 0)
+  if (contents.dipoles.getShowDipole2DOverlap() == 0) {
     return own;
+  }
   return (std::max)(own, contents.settings.toleranceMm.value_or(std::numeric_limits<double>::infinity()));
 }
 
@@ -24,8 +25,9 @@ bool SliceRule::isNear(const Vector3& place) const {
 }
 
 bool SliceRule::shows(const Vector3& place) const {
-  if (!m_isModuleSlab)
+  if (!m_isModuleSlab) {
     return isNear(place);
+  }
   return place[m_axis] >= 0.0 && place[m_axis] <= m_position + m_tolerance;
 }
 

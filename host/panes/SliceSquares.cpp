@@ -76,30 +76,35 @@ void drawSwitchedOn(CDipoleFace9File& dipoles, CDC& dc, const PaneGrid& grid,
   for (const SliceSquare& square : squares) {
     CDipoleszq& dipole = *dipoles.m_dipoles[square.slot];
     // The module's rule withholds what lies below the origin; a host must not lose it.
-    if (grid.view() == View::axial && dipole.m_location[1] < 0.0)
+    if (grid.view() == View::axial && dipole.m_location[1] < 0.0) {
       drawOne(dipole, dc, grid);
-    if (square.slot == dipoles.m_currentDipole)
+    }
+    if (square.slot == dipoles.m_currentDipole) {
       current = &dipole;
+    }
   }
   // Nothing covers the current one.
-  if (current != nullptr)
+  if (current != nullptr) {
     drawOne(*current, dc, grid);
+  }
 }
 
 }  // namespace
 
 void drawSquares(Image& image, CDipoleFace9File& dipoles, const PaneGrid& grid,
                  const std::vector<SliceSquare>& squares, int size, int edge) {
-  if (squares.empty())
+  if (squares.empty()) {
     return;
+  }
   BitmapCanvas canvas(image);
   {
     DisplayOverride display(dipoles);
     setVolume(dipoles, grid);
     for (const int around : {edge, 0}) {
       const int side = size + 2 * around;
-      for (const SliceSquare& square : squares)
+      for (const SliceSquare& square : squares) {
         display.show(square.slot, side, colorRef(around > 0 ? edgeColour(square.colour) : square.colour));
+      }
       drawSwitchedOn(dipoles, canvas.dc(), grid, squares, side);
     }
   }

@@ -28,9 +28,10 @@ class Legend {
     // Title, the scale between two half lines, "no value".
     m_top = gap() + m_line + m_line;
     m_bottom = m_height - gap() - m_line - m_line;
-    if (const auto& range = colors.range())
+    if (const auto& range = colors.range()) {
       m_ticks =
           niceTicks(range->low, range->high, (std::max)((m_bottom - m_top) / (linesPerTick * m_line), 2));
+    }
   }
 
   Image draw() const {
@@ -38,8 +39,9 @@ class Legend {
     m_font.draw(image, gap(), gap(), m_colors.title(), ink);
     if (m_colors.range()) {
       drawScale(image, *m_colors.range());
-      for (const Tick& tick : m_ticks)
+      for (const Tick& tick : m_ticks) {
         drawTick(image, tick, *m_colors.range());
+      }
     }
     const int top = m_height - gap() - m_line;
     image.fill({gap(), top, gap() + barWidth(), top + m_line}, noValueColor);
@@ -55,8 +57,9 @@ class Legend {
   int width() const {
     int right = (std::max)(gap() + m_font.width(m_colors.title()),
                            gap() + barWidth() + gap() + m_font.width(noValueText));
-    for (const Tick& tick : m_ticks)
+    for (const Tick& tick : m_ticks) {
       right = (std::max)(right, textLeft() + m_font.width(tick.text));
+    }
     return right + gap();
   }
 
@@ -66,23 +69,27 @@ class Legend {
   }
 
   int rowOf(double value, const ValueRange& range) const {
-    if (range.low == range.high)
+    if (range.low == range.high) {
       return (m_top + m_bottom - 1) / 2;
+    }
     const double part = (value - range.low) / (range.high - range.low);
     return m_bottom - 1 - static_cast<int>(std::lround(part * (m_bottom - 1 - m_top)));
   }
 
   void drawScale(Image& image, const ValueRange& range) const {
     const int left = gap();
-    for (int row = m_top; row < m_bottom; ++row)
+    for (int row = m_top; row < m_bottom; ++row) {
       image.fill({left, row, left + barWidth(), row + 1}, m_colors.colorOf(valueAt(row, range)));
+    }
     for (int step = 0; step < barWidth() / 2; ++step) {
       const PixelBox above{left + step + 1, m_top - step - 1, left + barWidth() - step - 1, m_top - step};
       const PixelBox below{above.left, m_bottom + step, above.right, m_bottom + step + 1};
-      if (range.isCutHigh)
+      if (range.isCutHigh) {
         image.fill(above, m_colors.colorOf(range.high));
-      if (range.isCutLow)
+      }
+      if (range.isCutLow) {
         image.fill(below, m_colors.colorOf(range.low));
+      }
     }
   }
 

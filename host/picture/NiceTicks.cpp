@@ -13,8 +13,9 @@ struct Step {
   int exponent;
 
   [[nodiscard]] Step next() const {
-    if (digit == 1)
+    if (digit == 1) {
       return {2, exponent};
+    }
     return digit == 2 ? Step{5, exponent} : Step{1, exponent + 1};
   }
 
@@ -48,22 +49,26 @@ std::string textOf(double value, Form... form) {
 
 std::string textOf(double value, const Step& step) {
   constexpr int mostDigits = 6;  // what is larger or smaller is told in the shortest way that is exact
-  if (step.exponent < -mostDigits || std::fabs(value) >= 1e7)
+  if (step.exponent < -mostDigits || std::fabs(value) >= 1e7) {
     return textOf(value);
+  }
   return textOf(value, std::chars_format::fixed, step.exponent < 0 ? -step.exponent : 0);
 }
 
 }  // namespace
 
 std::vector<Tick> niceTicks(double low, double high, int most) {
-  if (!std::isfinite(low) || !std::isfinite(high - low) || high < low)
+  if (!std::isfinite(low) || !std::isfinite(high - low) || high < low) {
     return {};
+  }
   constexpr double leastWidth = 1e-300;  // below it a step would have no exact power of ten
-  if (high - low < leastWidth)
+  if (high - low < leastWidth) {
     return {{low, textOf(low)}};
+  }
   Step step{1, static_cast<int>(std::floor(std::log10((high - low) / most)))};
-  while (Multiples(step, low, high).count() > most)
+  while (Multiples(step, low, high).count() > most) {
     step = step.next();
+  }
   const Multiples multiples(step, low, high);
   std::vector<Tick> ticks;
   const auto count = static_cast<int>(multiples.count());

@@ -36,9 +36,11 @@ std::string sidesOf(const Vector3& direction) {
   std::stable_sort(sides.begin(), sides.end(),
                    [&](const Side& one, const Side& other) { return closeness(one) > closeness(other); });
   std::string text;
-  for (const Side& side : sides)
-    if (std::abs(side.part) > leastPart * length(direction))
+  for (const Side& side : sides) {
+    if (std::abs(side.part) > leastPart * length(direction)) {
       text += side.letter;
+    }
+  }
   return text;
 }
 
@@ -67,9 +69,11 @@ void drawSides(Image& image, const SideLetters& letters, double scale) {
 
 double scaleBarMm(double pixelsPerMm, double mostPixels) {
   double best = 1.0;
-  for (const double mm : {2.0, 5.0, 10.0, 20.0, 50.0, 100.0, 200.0, 500.0, 1000.0})
-    if (mm * pixelsPerMm <= mostPixels)
+  for (const double mm : {2.0, 5.0, 10.0, 20.0, 50.0, 100.0, 200.0, 500.0, 1000.0}) {
+    if (mm * pixelsPerMm <= mostPixels) {
       best = mm;
+    }
+  }
   return best;
 }
 
@@ -88,8 +92,9 @@ void drawScaleBar(Image& image, double pixelsPerMm, double scale) {
   const double room = roomBesideLetters(image, scale) - font.width("100 mm") - gap;
   const double mm = scaleBarMm(pixelsPerMm, (std::min)(room, image.width() * share));
   const double pixels = mm * pixelsPerMm;
-  if (pixels < leastBar || pixels > room)
+  if (pixels < leastBar || pixels > room) {
     return;
+  }
   const double left = margin + 1.5;
   const double right = left + pixels;
   const double y = image.height() - margin - font.lineHeight() * 0.5;

@@ -19,8 +19,9 @@ constexpr Rgb axisColour(int axis) {
 
 void drawText(Image& image, const StrokeFont& font, double centreX, double centreY, const std::string& text,
               Rgb colour) {
-  if (!(std::abs(centreX) < 40'000.0 && std::abs(centreY) < 40'000.0))
+  if (!(std::abs(centreX) < 40'000.0 && std::abs(centreY) < 40'000.0)) {
     return;  // far outside
+  }
   drawEdged(image, font, static_cast<int>(std::lround(centreX)) - font.width(text) / 2,
             static_cast<int>(std::lround(centreY)) - font.lineHeight() / 2, text, colour);
 }
@@ -32,8 +33,9 @@ void drawAxes(Image& image, const SceneCamera& camera, double scale) {
   const double fromBorder = letterReach + 18.0 * scale;
   constexpr int leastPicture = 220;  // pixels: in a smaller one they would stand over the head
   constexpr double leastSeen = 0.2;  // an axis along the line of sight has no direction in the picture
-  if ((std::min)(image.width(), image.height()) < leastPicture * scale)
+  if ((std::min)(image.width(), image.height()) < leastPicture * scale) {
     return;
+  }
   const double x = image.width() - fromBorder;
   const double y = image.height() - fromBorder;
   constexpr std::array<const char*, 3> letters{"L", "S", "A"};
@@ -41,8 +43,9 @@ void drawAxes(Image& image, const SceneCamera& camera, double scale) {
     const double right = camera.right()[axis];
     const double down = -camera.up()[axis];
     const double seen = std::hypot(right, down);
-    if (seen < leastSeen)
+    if (seen < leastSeen) {
       continue;
+    }
     drawLine(image, {x, y}, {x + right * reach, y + down * reach}, {axisColour(axis), 2.5 * scale});
     const double letterAt = reach * seen + (letterReach - reach);
     drawText(image, noteFont(scale), x + right / seen * letterAt, y + down / seen * letterAt,
@@ -81,8 +84,9 @@ void drawFiducialNames(Image& image, const DipoleScene& scene, const std::vector
   const StrokeFont font = textFont(scale);
   for (const SceneFiducial& fiducial : scene.fiducials) {
     const ScreenPoint at = faceOf(fiducial.place, fiducialRadius, camera);
-    if (isHidden(at, scene, planes, camera, style))
+    if (isHidden(at, scene, planes, camera, style)) {
       continue;
+    }
     const double above = fiducialRadiusIn(camera, style) * camera.scale() + font.lineHeight() * 0.5;
     drawText(image, font, at.column, at.row - above, std::string(1, fiducial.letter),
              fiducialColour(fiducial.letter));
@@ -92,8 +96,9 @@ void drawFiducialNames(Image& image, const DipoleScene& scene, const std::vector
 void markCurrent(Image& image, const DipoleScene& scene, const std::vector<SlicePlane>& planes,
                  const SceneCamera& camera, const SceneStyle& style, double scale) {
   const SceneDipole* current = findDipole(scene, scene.currentSlot);
-  if (current == nullptr)
+  if (current == nullptr) {
     return;
+  }
   const ScreenPoint at = camera.project(current->place);
   const double radius = ballRadiusIn(camera, style) * camera.scale() + 4.0 * scale;
   const ScreenPoint face = faceOf(current->place, ballRadiusIn(camera, style), camera);
@@ -124,16 +129,18 @@ std::string textOf(Standpoint standpoint) {
 std::string viewText(const ViewAngles& angles) {
   for (const Standpoint standpoint : allStandpoints) {
     const ViewAngles standard = anglesOf(standpoint);
-    if (angles.pitch == standard.pitch && std::remainder(angles.yaw - standard.yaw, 360.0) == 0.0)
+    if (angles.pitch == standard.pitch && std::remainder(angles.yaw - standard.yaw, 360.0) == 0.0) {
       return textOf(standpoint);
+    }
   }
   return "yaw " + formatMm(angles.yaw) + ", pitch " + formatMm(angles.pitch) + " degrees";
 }
 
 void drawMarks(Image& image, const DipoleScene& scene, const std::vector<SlicePlane>& planes,
                const SceneCamera& camera, const SceneStyle& style, double scale) {
-  if (style.showCurrent)
+  if (style.showCurrent) {
     markCurrent(image, scene, planes, camera, style, scale);
+  }
   drawFiducialNames(image, scene, planes, camera, style, scale);
   drawSides(image, sideLetters(camera.right(), camera.up()), scale);
   drawAxes(image, camera, scale);

@@ -70,9 +70,10 @@ void drawFiducials(DepthPicture& picture, const SceneCamera& camera, const Dipol
   std::sort(fiducials.begin(), fiducials.end(), [&](const SceneFiducial& one, const SceneFiducial& other) {
     return camera.project(one.place).depth > camera.project(other.place).depth;
   });
-  for (const SceneFiducial& fiducial : fiducials)
+  for (const SceneFiducial& fiducial : fiducials) {
     drawCircle(picture, camera, {fiducial.place, radius}, camera.right(), camera.up(),
                {fiducialColour(fiducial.letter), 1.5 * style.lineWidth, 1.0, 0.0});
+  }
 }
 
 }  // namespace
@@ -99,8 +100,9 @@ double fiducialRadiusIn(const SceneCamera& camera, const SceneStyle& style) {
 
 void ScenePainter::place(const DipoleScene& scene, const SceneCamera& camera) {
   m_placed.clear();
-  for (const SceneDipole& dipole : scene.dipoles)
+  for (const SceneDipole& dipole : scene.dipoles) {
     m_placed.push_back({&dipole, camera.project(dipole.place)});
+  }
   // The nearest first: what they hide costs little then. Equals stay in the order of their slots.
   std::sort(m_placed.begin(), m_placed.end(), [](const Placed& one, const Placed& other) {
     return one.at.depth != other.at.depth ? one.at.depth < other.at.depth
@@ -122,32 +124,37 @@ void ScenePainter::drawDipoles(DepthPicture& picture, const DipoleScene& scene, 
       nextSummary += nextSummary / 2;
     }
     const Rgb colour = faded(placed.dipole->colour, placed.at.depth, style);
-    if (!isInPlaceOf(placed.at, last))
+    if (!isInPlaceOf(placed.at, last)) {
       drawBall(picture, placed.at, radius * camera.scale(), radius, colour);
+    }
     last = placed.at;
-    if (style.showArrows)
+    if (style.showArrows) {
       drawArrow(picture, camera, placed.dipole->place, placed.dipole->place + placed.dipole->arrow, shape,
                 colour);
+    }
   }
 }
 
 // Over dipoles that are there: where a slice is nearer, it lets a part of their colour through.
 void ScenePainter::laySlicesOver(DepthPicture& picture, const std::vector<SlicePlane>& planes,
                                  const SceneCamera& camera, const SceneStyle& style) {
-  if (!m_slices || m_slices->width() != picture.width() || m_slices->height() != picture.height())
+  if (!m_slices || m_slices->width() != picture.width() || m_slices->height() != picture.height()) {
     m_slices.emplace(picture.width(), picture.height(), style.background);
-  else
+  } else {
     m_slices->clear(style.background);
-  for (const SlicePlane& plane : planes)
+  }
+  for (const SlicePlane& plane : planes) {
     plane.draw(*m_slices, camera);
+  }
   for (int row = 0; row < picture.height(); ++row) {
     float* depths = picture.depths(row);
     Rgb* colours = picture.colours(row);
     const float* sliceDepths = m_slices->depths(row);
     const Rgb* sliceColours = m_slices->colours(row);
     for (int column = 0; column < picture.width(); ++column) {
-      if (!(sliceDepths[column] < depths[column]))
+      if (!(sliceDepths[column] < depths[column])) {
         continue;
+      }
       const Rgb slice = sliceColours[column];
       const Rgb behind = colours[column];
       const bool isDipole = depths[column] < std::numeric_limits<float>::infinity();
@@ -165,15 +172,19 @@ void ScenePainter::paint(DepthPicture& picture, const DipoleScene& scene,
                          const SceneStyle& style) {
   const bool isSeenThrough = style.seeThrough > 0.0 && !planes.empty();
   picture.clear(style.background);
-  if (!isSeenThrough)
-    for (const SlicePlane& plane : planes)
+  if (!isSeenThrough) {
+    for (const SlicePlane& plane : planes) {
       plane.draw(picture, camera);
+    }
+  }
   drawDipoles(picture, scene, camera, style);
-  if (isSeenThrough)
+  if (isSeenThrough) {
     laySlicesOver(picture, planes, camera, style);
+  }
   drawFiducials(picture, camera, scene, style);
-  if (style.showSphere && scene.sphere)
+  if (style.showSphere && scene.sphere) {
     drawSphere(picture, camera, *scene.sphere, style.lineWidth);
+  }
 }
 
 int pickDipole(const DipoleScene& scene, const std::vector<SlicePlane>& planes, const SceneCamera& camera,
@@ -187,16 +198,18 @@ int pickDipole(const DipoleScene& scene, const std::vector<SlicePlane>& planes, 
   for (const SceneDipole& dipole : scene.dipoles) {
     const ScreenPoint at = camera.project(dipole.place);
     const double square = pixels * pixels - (x - at.column) * (x - at.column) - (y - at.row) * (y - at.row);
-    if (!(square >= 0.0))
+    if (!(square >= 0.0)) {
       continue;
+    }
     const double depth = at.depth - std::sqrt(square) / camera.scale();
     if (depth < nearest) {
       nearest = depth;
       slot = dipole.slot;
     }
   }
-  if (style.seeThrough > 0.0)
+  if (style.seeThrough > 0.0) {
     return slot;
+  }
   const auto hides = [&](const SlicePlane& plane) { return plane.depthAt(camera, x, y) < nearest; };
   return std::any_of(planes.begin(), planes.end(), hides) ? -1 : slot;
 }

@@ -42,8 +42,9 @@ std::string formatMm(double mm) {
 
 std::string positionText(View view, double position) {
   const std::string text = std::string(1, axisName(view)) + " = " + formatMm(position) + " mm";
-  if (position == 0.0)
+  if (position == 0.0) {
     return text + " (origin)";
+  }
   return text + " (" + sideWord(axesOf(view).slab, position > 0.0) + ")";
 }
 

@@ -43,8 +43,9 @@ struct SlicePlane::Mapping {
 SlicePlane::SlicePlane(const Volume& volume, const HeadFrame& frame, const HeadBox& head, View view,
                        double position, const GreyWindow& window)
     : m_view(view), m_position(position) {
-  if (!std::isfinite(position))
+  if (!std::isfinite(position)) {
     throw std::invalid_argument("the position of a slice is not a number");
+  }
   const ViewAxes axes = axesOf(view);
   m_corner[axes.slab] = position;
   m_corner[axes.column] = head.low[axes.column] - border;
@@ -73,8 +74,9 @@ void SlicePlane::sample(const Volume& volume, const HeadFrame& frame) {
 }
 
 void SlicePlane::showWith(const GreyWindow& window) {
-  for (float& value : m_values)
+  for (float& value : m_values) {
     value = static_cast<float>(window.grey(static_cast<double>(value)));
+  }
 }
 
 // Air is what is dark and connected to the border. Dark parts inside of the head (the skull, the ventricles)
@@ -87,11 +89,13 @@ void SlicePlane::cutAirAway(const GreyWindow& window) {
   };
   std::vector<Texel> open;
   const auto visit = [&](int column, int row) {
-    if (column < 0 || row < 0 || column >= m_columns || row >= m_rows)
+    if (column < 0 || row < 0 || column >= m_columns || row >= m_rows) {
       return;
+    }
     const std::size_t at = texel(column, row);
-    if (m_solid[at] == 0 || window.grey(static_cast<double>(m_values[at])) >= airThreshold)
+    if (m_solid[at] == 0 || window.grey(static_cast<double>(m_values[at])) >= airThreshold) {
       return;
+    }
     m_solid[at] = 0;
     open.push_back({column, row});
   };
@@ -117,8 +121,9 @@ SlicePlane::Mapping SlicePlane::mappingTo(const SceneCamera& camera) const {
   constexpr double leastFacing = 1e-3;
   const ViewAxes axes = axesOf(m_view);
   const double facing = camera.toViewer()[axes.slab];
-  if (std::abs(facing) < leastFacing)
+  if (std::abs(facing) < leastFacing) {
     return {};
+  }
   Mapping mapping;
   mapping.isSeen = true;
   mapping.light = 0.7 + 0.3 * std::abs(facing);
@@ -148,8 +153,9 @@ SlicePlane::Between SlicePlane::between(double u, double v) const {
 bool SlicePlane::isSolid(const Between& at) const {
   const std::uint8_t* solid = m_solid.data() + at.texel;
   const int corners = solid[0] + solid[1] + solid[m_columns] + solid[m_columns + 1];
-  if (corners == 0 || corners == 4)
+  if (corners == 0 || corners == 4) {
     return corners == 4;
+  }
   const auto part = [&](std::ptrdiff_t one) {
     const auto from = static_cast<float>(solid[one]);
     return from + (static_cast<float>(solid[one + 1]) - from) * at.du;
@@ -159,8 +165,9 @@ bool SlicePlane::isSolid(const Between& at) const {
 
 void SlicePlane::draw(DepthPicture& picture, const SceneCamera& camera) const {
   const Mapping mapping = mappingTo(camera);
-  if (!mapping.isSeen)
+  if (!mapping.isSeen) {
     return;
+  }
   const auto light = static_cast<float>(mapping.light);
   const RowBorder fromLeft(mapping.u.perColumn);
   const RowBorder toRight(-mapping.u.perColumn);
@@ -181,13 +188,15 @@ void SlicePlane::draw(DepthPicture& picture, const SceneCamera& camera) const {
     for (int column = span.first(); column < span.end(); ++column) {
       const double x = column + 0.5;
       const auto depth = static_cast<float>(depth0 + mapping.depth.perColumn * x);
-      if (!(depth < depths[column]))
+      if (!(depth < depths[column])) {
         continue;
+      }
       const double u = u0 + mapping.u.perColumn * x;
       const double v = v0 + mapping.v.perColumn * x;
       const Between at = between(u, v);
-      if (!isSolid(at))
+      if (!isSolid(at)) {
         continue;
+      }
       const float* value = m_values.data() + at.texel;
       const float lower = value[0] + (value[1] - value[0]) * at.du;
       const float upper = value[m_columns] + (value[m_columns + 1] - value[m_columns]) * at.du;
@@ -201,12 +210,14 @@ void SlicePlane::draw(DepthPicture& picture, const SceneCamera& camera) const {
 double SlicePlane::depthAt(const SceneCamera& camera, double column, double row) const {
   constexpr double nowhere = std::numeric_limits<double>::infinity();
   const Mapping mapping = mappingTo(camera);
-  if (!mapping.isSeen)
+  if (!mapping.isSeen) {
     return nowhere;
+  }
   const double u = mapping.u(column, row);
   const double v = mapping.v(column, row);
-  if (!(u >= 0.0 && u < m_columns && v >= 0.0 && v < m_rows))
+  if (!(u >= 0.0 && u < m_columns && v >= 0.0 && v < m_rows)) {
     return nowhere;
+  }
   return isSolid(between(u, v)) ? mapping.depth(column, row) : nowhere;
 }
 

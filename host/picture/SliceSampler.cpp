@@ -36,20 +36,25 @@ class RowSampler {
 
   void sample(const IndexRow& row, int columns, float* values) const {
     const Columns inside = columnsInside(row, columns);
-    for (int column = 0; column < inside.first; ++column)
+    for (int column = 0; column < inside.first; ++column) {
       values[column] = static_cast<float>(m_volume.sampleIndex(row.at(column)));
-    for (int column = inside.first; column < inside.end; ++column)
+    }
+    for (int column = inside.first; column < inside.end; ++column) {
       values[column] = static_cast<float>(between(row.at(column)));
-    for (int column = inside.end; column < columns; ++column)
+    }
+    for (int column = inside.end; column < columns; ++column) {
       values[column] = static_cast<float>(m_volume.sampleIndex(row.at(column)));
+    }
   }
 
  private:
   // Whether all eight voxels around an index are there.
   [[nodiscard]] bool isInside(const Vector3& index) const {
-    for (int axis = 0; axis < 3; ++axis)
-      if (!(index[axis] >= 0.0 && index[axis] < m_volume.dimensions()[static_cast<std::size_t>(axis)] - 1))
+    for (int axis = 0; axis < 3; ++axis) {
+      if (!(index[axis] >= 0.0 && index[axis] < m_volume.dimensions()[static_cast<std::size_t>(axis)] - 1)) {
         return false;
+      }
+    }
     return true;
   }
 
@@ -60,21 +65,25 @@ class RowSampler {
     for (int axis = 0; axis < 3; ++axis) {
       const double last = m_volume.dimensions()[static_cast<std::size_t>(axis)] - 1.0;
       const double step = row.step[axis];
-      if (step == 0.0)
+      if (step == 0.0) {
         continue;
+      }
       const double one = -row.start[axis] / step;
       const double other = (last - row.start[axis]) / step;
       low = (std::max)(low, (std::min)(one, other));
       high = (std::min)(high, (std::max)(one, other));
     }
-    if (!(low <= high))
+    if (!(low <= high)) {
       return {0, 0};
+    }
     Columns run{static_cast<int>(std::ceil(low)), static_cast<int>(std::floor(high)) + 1};
     // The ends by the very numbers that the samples are taken at.
-    while (run.first < run.end && !isInside(row.at(run.first)))
+    while (run.first < run.end && !isInside(row.at(run.first))) {
       ++run.first;
-    while (run.first < run.end && !isInside(row.at(run.end - 1)))
+    }
+    while (run.first < run.end && !isInside(row.at(run.end - 1))) {
       --run.end;
+    }
     return run;
   }
 

@@ -74,15 +74,17 @@ void Session::resetView() {
 
 void Session::setHead(Head head, std::string notice) {
   const std::array<std::optional<Vector3>, 3> unused = placedPoints();
-  if (std::any_of(unused.begin(), unused.end(), [](const auto& point) { return point.has_value(); }))
+  if (std::any_of(unused.begin(), unused.end(), [](const auto& point) { return point.has_value(); })) {
     notice += std::string(notice.empty() ? "" : "\n") + "The fiducial points that were set are forgotten";
+  }
   const bool staysRegistered = m_head.isRegistered() && head.isRegistered();
   m_head = std::move(head);
   m_notice = std::move(notice);
   m_placed = {};
   m_findings.reset();
-  if (!staysRegistered)
+  if (!staysRegistered) {
     m_crosshair = m_head.isRegistered() ? amidTheBrain : Vector3{};
+  }
   resetWindow();
 }
 
@@ -104,8 +106,9 @@ void Session::usePhantom() {
 }
 
 void Session::setWindow(const GreyWindow& window) {
-  if (std::isfinite(window.low) && std::isfinite(window.high) && window.low < window.high)
+  if (std::isfinite(window.low) && std::isfinite(window.high) && window.low < window.high) {
     m_window = window;
+  }
 }
 
 void Session::resetWindow() {
@@ -145,13 +148,17 @@ std::array<std::optional<Vector3>, 3> Session::placedPoints() const {
   std::array<std::optional<Vector3>, 3> points = m_placed;
   if (const std::optional<Fiducials>& used = m_head.fiducials) {
     const std::array<Vector3, 3> own = {used->nasion, used->leftEar, used->rightEar};
-    for (std::size_t i = 0; i < points.size(); ++i)
-      if (points.at(i) == own.at(i))
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      if (points.at(i) == own.at(i)) {
         points.at(i).reset();
+      }
+    }
   }
-  for (std::optional<Vector3>& point : points)
-    if (point)
+  for (std::optional<Vector3>& point : points) {
+    if (point) {
       point = m_head.frame.fromScanner(*point);
+    }
+  }
   return points;
 }
 
@@ -160,34 +167,42 @@ void Session::registerPlaced() {
                                                   "the left ear has not been placed yet",
                                                   "the right ear has not been placed yet"};
   withinMemory([&] {
-    for (std::size_t i = 0; i < missing.size(); ++i)
-      if (!m_placed.at(i))
+    for (std::size_t i = 0; i < missing.size(); ++i) {
+      if (!m_placed.at(i)) {
         throw std::invalid_argument(missing.at(i));
+      }
+    }
   });
   registerHead({*m_placed[0], *m_placed[1], *m_placed[2]});
 }
 
 std::string Session::headMismatch() const {
-  if (!m_head.isRegistered() || m_head.isPhantom)
+  if (!m_head.isRegistered() || m_head.isPhantom) {
     return {};
+  }
   return withinMemory([&] { return host::headMismatch(m_dipoles, *m_head.fiducials); });
 }
 
 void Session::setCrosshair(const Vector3& point) {
-  if (!isFinite(point))
+  if (!isFinite(point)) {
     return;
-  for (int axis = 0; axis < 3; ++axis)
+  }
+  for (int axis = 0; axis < 3; ++axis) {
     m_crosshair[axis] = std::clamp(point[axis], -headReach, headReach);
+  }
 }
 
 bool Session::goToCurrentDipole() {
   const CDipoleszq* dipole = m_dipoles.getCurrentDipole();
-  if (dipole == nullptr)
+  if (dipole == nullptr) {
     return false;
+  }
   const Vector3 place{dipole->m_location[0], dipole->m_location[1], dipole->m_location[2]};
-  for (int axis = 0; axis < 3; ++axis)
-    if (!(std::abs(place[axis]) <= headReach))
+  for (int axis = 0; axis < 3; ++axis) {
+    if (!(std::abs(place[axis]) <= headReach)) {
       return false;
+    }
+  }
   m_crosshair = place;
   return true;
 }
@@ -281,8 +296,9 @@ UndoHistory::Moved Session::moveBy(UndoHistory::Moved (UndoHistory::*move)()) {
 }
 
 const ValueColors* Session::colours() {
-  if (!m_view.colourBy)
+  if (!m_view.colourBy) {
     return nullptr;
+  }
   if (!m_colours || m_coloursOf != m_view.colourBy) {
     withinMemory([&] { m_colours.emplace(m_dipoles, *m_view.colourBy, &unknown()); });
     m_coloursOf = m_view.colourBy;

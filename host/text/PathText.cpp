@@ -42,17 +42,19 @@ std::basic_string_view<TCHAR> viewOf(const CString& text) {
 
 [[maybe_unused]] std::filesystem::path pathOfUnits(std::u16string_view units) {
   return {encoded(units, [](std::string& bytes, char32_t lone) {
-    if (lone >= 0xDC80 && lone <= 0xDCFF)
+    if (lone >= 0xDC80 && lone <= 0xDCFF) {
       bytes += static_cast<char>(static_cast<unsigned char>(lone - 0xDC00));
-    else
+    } else {
       appendUtf8(bytes, lone);
+    }
   })};
 }
 
 [[maybe_unused]] CString textOfPath(std::wstring_view units) {
   CString text;
-  for (const wchar_t unit : units)
+  for (const wchar_t unit : units) {
     text += static_cast<TCHAR>(unit);
+  }
   return text;
 }
 

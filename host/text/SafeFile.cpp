@@ -21,8 +21,9 @@ std::string randomName() {
   constexpr int length = 16;
   std::random_device random;
   std::string name = unfinishedPrefix();
-  for (int i = 0; i < length; ++i)
+  for (int i = 0; i < length; ++i) {
     name += digits.at(random() % 16U);
+  }
   return name + ".tmp";
 }
 
@@ -31,21 +32,24 @@ fs::path behindLinks(const fs::path& path) {
   constexpr int mostLinks = 40;
   fs::path target = path;
   std::error_code error;
-  for (int i = 0; i < mostLinks && fs::is_symlink(target, error); ++i)
+  for (int i = 0; i < mostLinks && fs::is_symlink(target, error); ++i) {
     target = target.parent_path() / fs::read_symlink(target);
+  }
   return target;
 }
 
 void refuseWhatMustStay(const CString& name, const fs::path& target) {
   const auto refuseIf = [&](bool isSo, const std::string& cause) {
-    if (isSo)
+    if (isSo) {
       throwFileFailure("write", name, cause);
+    }
   };
   const fs::file_status status = fs::status(target);
   refuseIf(target.filename().empty(), "the name of a file is missing");
   refuseIf(fs::is_directory(status), "it is a folder");
-  if (!fs::exists(status))
+  if (!fs::exists(status)) {
     return;
+  }
   refuseIf(!fs::is_regular_file(status), "it is not a regular file");
   const std::string cause = whyReadOnly(target);
   refuseIf(!cause.empty(), cause);
@@ -55,8 +59,9 @@ void refuseWhatMustStay(const CString& name, const fs::path& target) {
 // The content has to be on the disk before the name points to it.
 void flush(const CString& target, const CString& path) {
   CFile file(path, CFile::modeReadWrite | CFile::shareExclusive);
-  if (file.GetLength() == 0)
+  if (file.GetLength() == 0) {
     throwFileFailure("write", target, "nothing was written");
+  }
   file.Flush();
   file.Close();
 }

@@ -19,10 +19,12 @@ struct MemberChanges {
 
   [[nodiscard]] CString name() const {
     const int kinds = int{isNamed} + int{isColoured} + int{isShown} + int{isEdited};
-    if (isMoved && kinds == 0)
+    if (isMoved && kinds == 0) {
       return _T("Sort");
-    if (kinds != 1 || isEdited)
+    }
+    if (kinds != 1 || isEdited) {
       return kinds == 0 ? _T("Set") : _T("Edit");
+    }
     return isNamed ? _T("Name") : isColoured ? _T("Color") : _T("Show/Hide");
   }
 };
@@ -30,16 +32,18 @@ struct MemberChanges {
 // Where the members of a kind stand in the image of a dipole.
 template <typename Take>
 void markColumns(const DipoleImage& before, const DipoleImage& after, Take take) {
-  if (before.numbers == after.numbers)
+  if (before.numbers == after.numbers) {
     return;
+  }
   std::size_t offset = 0;
   std::size_t index = 0;
   std::apply(
       [&](auto... member) {
         const auto compare = [&](auto one) {
           const std::size_t size = members::sizeOfOne(one);
-          if (std::memcmp(before.numbers.data() + offset, after.numbers.data() + offset, size) != 0)
+          if (std::memcmp(before.numbers.data() + offset, after.numbers.data() + offset, size) != 0) {
             take(index);
+          }
           offset += size;
           ++index;
         };
@@ -47,8 +51,9 @@ void markColumns(const DipoleImage& before, const DipoleImage& after, Take take)
       },
       members::ofDipole);
   if (std::memcmp(before.numbers.data() + offset, after.numbers.data() + offset,
-                  before.numbers.size() - offset) != 0)
+                  before.numbers.size() - offset) != 0) {
     take(index);
+  }
 }
 
 template <typename Member>
@@ -58,10 +63,12 @@ constexpr std::size_t placeOf(Member wanted) {
   std::apply(
       [&](auto... member) {
         const auto look = [&](auto one) {
-          if constexpr (std::is_same_v<decltype(one), Member>)
+          if constexpr (std::is_same_v<decltype(one), Member>) {
             isFound = isFound || one == wanted;
-          if (!isFound)
+          }
+          if (!isFound) {
             ++place;
+          }
         };
         (look(member), ...);
       },
@@ -72,15 +79,17 @@ constexpr std::size_t placeOf(Member wanted) {
 void compare(const DipoleImage& before, const DipoleImage& after, MemberChanges& changes) {
   constexpr std::size_t windowColumns = 2;  // list row and selection: notes of the windows
   markColumns(before, after, [&](std::size_t column) {
-    if (column < windowColumns)
+    if (column < windowColumns) {
       return;
-    if (column == placeOf(&CDipoles::m_color) || column == placeOf(&CDipoles::m_colorF))
+    }
+    if (column == placeOf(&CDipoles::m_color) || column == placeOf(&CDipoles::m_colorF)) {
       changes.isColoured = true;
-    else if (column == placeOf(&CDipoles::m_show) || column == placeOf(&CDipoles::m_showOrientation) ||
-             column == placeOf(&CDipoles::m_display))
+    } else if (column == placeOf(&CDipoles::m_show) || column == placeOf(&CDipoles::m_showOrientation) ||
+               column == placeOf(&CDipoles::m_display)) {
       changes.isShown = true;
-    else
+    } else {
       changes.isEdited = true;
+    }
   });
   changes.isNamed = changes.isNamed || !isSameText(before.texts[0], after.texts[0]);
   changes.isEdited = changes.isEdited || !isSameText(before.texts[1], after.texts[1]) ||
@@ -103,16 +112,18 @@ bool isAverage(const CString& label) {
 // An average stands behind the other dipoles. It may have got the memory, and so seem to be the object, of
 // one that it replaces; its label tells.
 bool endsInNewAverage(const SetImage& before, const SetImage& after, const std::vector<int>& sources) {
-  if (sources.empty() || !isAverage(after.dipoles.back().texts[0]))
+  if (sources.empty() || !isAverage(after.dipoles.back().texts[0])) {
     return false;
+  }
   const int source = sources.back();
   return source < 0 || !isSameText(before.dipoles[static_cast<std::size_t>(source)].texts[0],
                                    after.dipoles.back().texts[0]);
 }
 
 CString nameOfComing(const SetImage& before, const SetImage& after, std::size_t come, std::size_t gone) {
-  if (gone > 0)
+  if (gone > 0) {
     return _T("Replace");
+  }
   return isImport(before, after) || come > 1 ? _T("Import") : _T("Add");
 }
 
@@ -122,12 +133,15 @@ CString nameOfChange(const SetImage& before, const SetImage& after) {
   const std::vector<int> sources = entriesFor(after, before);
   const auto come = static_cast<std::size_t>(std::count(sources.begin(), sources.end(), -1));
   const std::size_t gone = before.dipoles.size() + come - after.dipoles.size();
-  if (come <= 1 && come + gone > 0 && endsInNewAverage(before, after, sources))
+  if (come <= 1 && come + gone > 0 && endsInNewAverage(before, after, sources)) {
     return _T("Average");
-  if (come > 0)
+  }
+  if (come > 0) {
     return nameOfComing(before, after, come, gone);
-  if (gone > 0)
+  }
+  if (gone > 0) {
     return after.dipoles.empty() ? _T("Clear") : _T("Delete");
+  }
   MemberChanges changes;
   for (std::size_t i = 0; i < sources.size(); ++i) {
     const auto source = static_cast<std::size_t>(sources[i]);

@@ -91,12 +91,14 @@ void visitSetNumbers(Set& set, Visit& visit) {
   members::visitEach(set, members::ofFace, visit);
   members::visitEach(set, members::ofImport, visit);
   for (auto* sphere :
-       {&set.m_sphereLocational, &set.m_sphereCtf, &set.m_sphereRotation, &set.m_sphereMriAngles})
+       {&set.m_sphereLocational, &set.m_sphereCtf, &set.m_sphereRotation, &set.m_sphereMriAngles}) {
     members::visitEach(*sphere, members::ofSphere, visit);
+  }
   for (auto* fiducials : {&set.m_fiducialMri, &set.m_fiducialCtf}) {
     members::visitEach(*fiducials, members::ofFiducials, visit);
-    for (auto& point : fiducials->m_points)
+    for (auto& point : fiducials->m_points) {
       members::visitEach(point, members::ofPoint, visit);
+    }
   }
 }
 
@@ -106,11 +108,14 @@ void visitSetTexts(Set& set, Visit visit) {
   visit(set.m_patient);
   visit(set.m_mriFile);
   for (auto* sphere :
-       {&set.m_sphereLocational, &set.m_sphereCtf, &set.m_sphereRotation, &set.m_sphereMriAngles})
+       {&set.m_sphereLocational, &set.m_sphereCtf, &set.m_sphereRotation, &set.m_sphereMriAngles}) {
     visit(sphere->m_auxText);
-  for (auto* fiducials : {&set.m_fiducialMri, &set.m_fiducialCtf})
-    for (auto& point : fiducials->m_points)
+  }
+  for (auto* fiducials : {&set.m_fiducialMri, &set.m_fiducialCtf}) {
+    for (auto& point : fiducials->m_points) {
       visit(point.m_label);
+    }
+  }
 }
 
 // The numbers of a thing one behind the other without gaps, and its texts.
@@ -207,9 +212,11 @@ inline bool isSameText(const CString& a, const CString& b) {
 
 template <std::size_t count>
 bool areSameTexts(const std::array<CString, count>& a, const std::array<CString, count>& b) {
-  for (std::size_t i = 0; i < count; ++i)
-    if (!isSameText(a[i], b[i]))
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!isSameText(a[i], b[i])) {
       return false;
+    }
+  }
   return true;
 }
 

@@ -19,8 +19,9 @@ class PackedColumn {
   template <typename Value>
   static PackedColumn of(const std::vector<Value>& values) {
     std::vector<std::byte> bytes(values.size() * sizeof(Value));
-    if (!values.empty())
+    if (!values.empty()) {
       std::memcpy(bytes.data(), values.data(), bytes.size());
+    }
     return {bytes, sizeof(Value)};
   }
 
@@ -31,8 +32,9 @@ class PackedColumn {
   [[nodiscard]] std::vector<Value> values() const {
     const std::vector<std::byte> unpacked = bytes();
     std::vector<Value> result(m_count);
-    if (!unpacked.empty())
+    if (!unpacked.empty()) {
       std::memcpy(result.data(), unpacked.data(), unpacked.size());
+    }
     return result;
   }
 

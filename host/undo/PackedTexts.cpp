@@ -33,8 +33,9 @@ std::vector<CString> PackedTexts::texts() const {
     texts.emplace_back(from, static_cast<int>(length));
     from += length;
   }
-  if (!texts.empty() && texts.size() < m_count)
+  if (!texts.empty() && texts.size() < m_count) {
     texts.resize(m_count, CString(texts.front()));
+  }
   return texts;
 }
 

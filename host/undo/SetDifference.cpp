@@ -39,22 +39,25 @@ struct DipoleNotes {
   std::array<TextNotes, 3> texts;
 
   void addNumbers(std::size_t entry, const DipoleImage& kept, const DipoleImage& other) {
-    if (kept.numbers == other.numbers)
+    if (kept.numbers == other.numbers) {
       return;
+    }
     for (std::size_t i = 0; i < numbers.size(); ++i) {
       const auto [offset, width] = dipoleColumns.all[i];
       const std::byte* value = kept.numbers.data() + offset;
-      if (std::memcmp(value, other.numbers.data() + offset, width) != 0)
+      if (std::memcmp(value, other.numbers.data() + offset, width) != 0) {
         numbers[i].add(entry, value, width);
+      }
     }
   }
 
   void addTexts(std::size_t entry, const DipoleImage& kept, const DipoleImage& other) {
-    for (std::size_t i = 0; i < texts.size(); ++i)
+    for (std::size_t i = 0; i < texts.size(); ++i) {
       if (!isSameText(kept.texts[i], other.texts[i])) {
         texts[i].entries.push_back(static_cast<std::uint16_t>(entry));
         texts[i].values.push_back(&kept.texts[i]);
       }
+    }
   }
 };
 
@@ -68,28 +71,34 @@ SetDifference::SetDifference(const SetImage& kept, const SetImage& other) {
 }
 
 SetDifference::Shared SetDifference::share(PackedColumn column) {
-  for (const Shared& known : m_columns)
-    if (*known == column)
+  for (const Shared& known : m_columns) {
+    if (*known == column) {
       return known;
+    }
+  }
   m_columns.push_back(std::make_shared<const PackedColumn>(std::move(column)));
   return m_columns.back();
 }
 
 void SetDifference::noteSetWide(const SetImage& kept, const SetImage& other) {
-  if (kept.wide.numbers != other.wide.numbers || !areSameTexts(kept.wide.texts, other.wide.texts))
+  if (kept.wide.numbers != other.wide.numbers || !areSameTexts(kept.wide.texts, other.wide.texts)) {
     m_wide = std::make_unique<const SetWideImage>(kept.wide);
+  }
 }
 
 void SetDifference::noteOrder(const SetImage& kept, const SetImage& other, const std::vector<int>& sources) {
   bool isSame = kept.slots == other.slots;
-  for (std::size_t i = 0; i < sources.size() && isSame; ++i)
+  for (std::size_t i = 0; i < sources.size() && isSame; ++i) {
     isSame = sources[i] == static_cast<int>(i);
-  if (isSame)
+  }
+  if (isSame) {
     return;
+  }
   std::vector<std::uint16_t> packed;
   packed.reserve(sources.size());
-  for (const int source : sources)
+  for (const int source : sources) {
     packed.push_back(source < 0 ? madeAnew : static_cast<std::uint16_t>(source));
+  }
   m_slots = share(PackedColumn::of(kept.slots));
   m_sources = share(PackedColumn::of(packed));
 }
@@ -105,23 +114,26 @@ void SetDifference::noteDipoles(const SetImage& kept, const SetImage& other,
   }
   for (std::size_t i = 0; i < notes->numbers.size(); ++i) {
     ColumnNotes& column = notes->numbers[i];
-    if (column.entries.empty())
+    if (column.entries.empty()) {
       continue;
+    }
     Shared entries = share(PackedColumn::of(column.entries));
     m_numbers.push_back({i, std::move(entries), share({column.values, dipoleColumns.all[i].width})});
     column = {};
   }
   for (std::size_t i = 0; i < notes->texts.size(); ++i) {
     const TextNotes& column = notes->texts[i];
-    if (column.entries.empty())
+    if (column.entries.empty()) {
       continue;
+    }
     m_texts.push_back({i, share(PackedColumn::of(column.entries)), PackedTexts(column.values)});
   }
 }
 
 SetImage SetDifference::orderedFrom(const SetImage& other) const {
-  if (!m_slots)
+  if (!m_slots) {
     return other;
+  }
   SetImage image;
   image.wide = other.wide;
   image.slots = m_slots->values<std::uint16_t>();
@@ -137,8 +149,9 @@ SetImage SetDifference::orderedFrom(const SetImage& other) const {
 
 SetImage SetDifference::appliedTo(const SetImage& other) const {
   SetImage image = orderedFrom(other);
-  if (m_wide)
+  if (m_wide) {
     image.wide = *m_wide;
+  }
   for (const Numbers& numbers : m_numbers) {
     const auto [offset, width] = dipoleColumns.all[numbers.column];
     const std::vector<std::byte> values = numbers.values->bytes();
@@ -151,8 +164,9 @@ SetImage SetDifference::appliedTo(const SetImage& other) const {
   for (const Texts& texts : m_texts) {
     std::vector<CString> values = texts.values.texts();
     auto from = values.begin();
-    for (const std::uint16_t entry : texts.entries->values<std::uint16_t>())
+    for (const std::uint16_t entry : texts.entries->values<std::uint16_t>()) {
       image.dipoles[entry].texts[texts.text] = std::move(*from++);
+    }
   }
   return image;
 }
@@ -160,14 +174,17 @@ SetImage SetDifference::appliedTo(const SetImage& other) const {
 std::size_t SetDifference::bytes() const {
   std::size_t bytes = sizeof *this + m_numbers.capacity() * sizeof(Numbers) +
                       m_texts.capacity() * sizeof(Texts) + m_columns.capacity() * sizeof(Shared);
-  for (const Shared& column : m_columns)
+  for (const Shared& column : m_columns) {
     bytes += column->memory();
-  for (const Texts& texts : m_texts)
+  }
+  for (const Texts& texts : m_texts) {
     bytes += texts.values.memory();
+  }
   if (m_wide) {
     bytes += sizeof *m_wide;
-    for (const CString& text : m_wide->texts)
+    for (const CString& text : m_wide->texts) {
       bytes += static_cast<std::size_t>(text.GetLength() + 1) * sizeof(TCHAR);
+    }
   }
   return bytes;
 }

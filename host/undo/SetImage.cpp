@@ -11,17 +11,21 @@ namespace {
 // An empty slot of the table is left out, wherever it is.
 template <typename Visit>
 void visitFilledSlots(const DipoleSet& set, Visit visit) {
-  for (int slot = 0; slot < DipoleTable::capacity; ++slot)
-    if (const CDipoleszq* dipole = set.m_dipoles[slot])
+  for (int slot = 0; slot < DipoleTable::capacity; ++slot) {
+    if (const CDipoleszq* dipole = set.m_dipoles[slot]) {
       visit(slot, *dipole);
+    }
+  }
 }
 
 template <std::size_t count>
 std::size_t textBytes(const std::array<CString, count>& texts) {
   std::size_t bytes = 0;
-  for (const CString& text : texts)
-    if (!text.IsEmpty())
+  for (const CString& text : texts) {
+    if (!text.IsEmpty()) {
       bytes += (static_cast<std::size_t>(text.GetLength()) + 1) * sizeof(TCHAR);
+    }
+  }
   return bytes;
 }
 
@@ -29,9 +33,11 @@ std::size_t textBytes(const std::array<CString, count>& texts) {
 template <std::size_t count>
 void planTexts(const std::array<CString, count>& now, const std::array<CString, count>& wanted,
                const std::array<CString*, count>& places, std::vector<std::pair<CString*, CString>>& plan) {
-  for (std::size_t i = 0; i < count; ++i)
-    if (!isSameText(now[i], wanted[i]))
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!isSameText(now[i], wanted[i])) {
       plan.emplace_back(places[i], wanted[i]);
+    }
+  }
 }
 
 template <std::size_t count, typename Collect>
@@ -76,8 +82,9 @@ void writeNumbers(const DipoleImage& image, CDipoleszq& dipole) {
 std::size_t SetImage::bytes() const {
   std::size_t bytes = sizeof *this + textBytes(wide.texts) + slots.capacity() * sizeof slots[0] +
                       dipoles.capacity() * sizeof dipoles[0] + objects.capacity() * sizeof(void*);
-  for (const DipoleImage& dipole : dipoles)
+  for (const DipoleImage& dipole : dipoles) {
     bytes += textBytes(dipole.texts);
+  }
   return bytes;
 }
 
@@ -114,8 +121,9 @@ std::vector<int> entriesFor(const SetImage& image, const SetImage& other) {
   const auto find = [&](const CDipoleszq* object) {
     if (byObject.empty()) {
       byObject.reserve(other.objects.size());
-      for (const CDipoleszq* known : other.objects)
+      for (const CDipoleszq* known : other.objects) {
         byObject.emplace_back(known, static_cast<int>(byObject.size()));
+      }
       std::sort(byObject.begin(), byObject.end(), [](const auto& a, const auto& b) {
         return std::less<const CDipoleszq*>()(a.first, b.first);
       });
@@ -128,8 +136,9 @@ std::vector<int> entriesFor(const SetImage& image, const SetImage& other) {
   };
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const CDipoleszq* object = image.objects[i];
-    if (object == nullptr)
+    if (object == nullptr) {
       continue;
+    }
     const bool isThere = i < other.objects.size() && other.objects[i] == object;
     entries[i] = isThere ? static_cast<int>(i) : find(object);
   }
@@ -142,15 +151,17 @@ SetRestoration::SetRestoration(DipoleSet& set, const SetImage& now, const SetIma
       m_slotOf(now.slots.begin(), now.slots.end()),
       m_entryAt(DipoleTable::capacity, none),
       m_made(target.slots.size()) {
-  for (std::size_t entry = 0; entry < now.slots.size(); ++entry)
+  for (std::size_t entry = 0; entry < now.slots.size(); ++entry) {
     m_entryAt[now.slots[entry]] = static_cast<int>(entry);
+  }
   planTexts(now.wide.texts, target.wide.texts, textsOf(set), m_texts);
   for (std::size_t i = 0; i < target.slots.size(); ++i) {
     if (m_entries[i] == none) {
       m_made[i] = std::make_unique<CDipoleszq>();
       const std::array<CString*, 3> places = textsOf(*m_made[i]);
-      for (std::size_t text = 0; text < places.size(); ++text)
+      for (std::size_t text = 0; text < places.size(); ++text) {
         *places[text] = target.dipoles[i].texts[text];
+      }
       continue;
     }
     const auto entry = static_cast<std::size_t>(m_entries[i]);
@@ -177,8 +188,9 @@ void SetRestoration::carryOut(SetImage& target) noexcept {
   bringToSlots(target.slots);
   emptyOtherSlots();
   place(target);
-  for (auto& [text, wanted] : m_texts)
+  for (auto& [text, wanted] : m_texts) {
     *text = std::move(wanted);
+  }
   BitWriter writer{target.wide.numbers.data()};
   visitSetNumbers(m_set, writer);
 }
@@ -187,35 +199,43 @@ void SetRestoration::carryOut(SetImage& target) noexcept {
 // again: later exchanges are between a slot of their own and one that holds a dipole still to be moved.
 void SetRestoration::bringToSlots(const std::vector<std::uint16_t>& targetSlots) noexcept {
   for (std::size_t i = 0; i < targetSlots.size(); ++i) {
-    if (m_entries[i] == none)
+    if (m_entries[i] == none) {
       continue;
+    }
     int& from = m_slotOf[static_cast<std::size_t>(m_entries[i])];
     const int to = targetSlots[i];
-    if (from == to)
+    if (from == to) {
       continue;
+    }
     m_set.m_dipoles.swap(from, to);
     std::swap(m_entryAt[static_cast<std::size_t>(from)], m_entryAt[static_cast<std::size_t>(to)]);
     const int displaced = m_entryAt[static_cast<std::size_t>(from)];
-    if (displaced != none)
+    if (displaced != none) {
       m_slotOf[static_cast<std::size_t>(displaced)] = from;
+    }
     from = to;
   }
 }
 
 void SetRestoration::emptyOtherSlots() noexcept {
-  for (const int entry : m_entries)
-    if (entry != none)
+  for (const int entry : m_entries) {
+    if (entry != none) {
       m_entryAt[static_cast<std::size_t>(m_slotOf[static_cast<std::size_t>(entry)])] = none;
-  for (int slot = 0; slot < DipoleTable::capacity; ++slot)
-    if (m_entryAt[static_cast<std::size_t>(slot)] != none)
+    }
+  }
+  for (int slot = 0; slot < DipoleTable::capacity; ++slot) {
+    if (m_entryAt[static_cast<std::size_t>(slot)] != none) {
       m_set.m_dipoles.clear(slot);
+    }
+  }
 }
 
 void SetRestoration::place(SetImage& target) noexcept {
   for (std::size_t i = 0; i < target.slots.size(); ++i) {
     const int slot = target.slots[i];
-    if (m_made[i])
+    if (m_made[i]) {
       m_set.m_dipoles.store(slot, std::move(m_made[i]));
+    }
     writeNumbers(target.dipoles[i], *m_set.m_dipoles[slot]);
     target.objects[i] = m_set.m_dipoles[slot];
   }

@@ -43,10 +43,11 @@ UndoHistory::Recorded UndoHistory::record(const CString& name) {
   const bool isDone = hasMemoryFor([&] {
     m_unknown.follow(m_set);
     SetImage now = imageOf(m_set, &m_unknown);
-    if (isSame(now, m_known))
+    if (isSame(now, m_known)) {
       m_known = std::move(now);  // it knows the objects of today
-    else if (!isSameButForWindows(now, m_known))
+    } else if (!isSameButForWindows(now, m_known)) {
       outcome = addStep(name, std::move(now));
+    }
   });
   return isDone ? outcome : Recorded::noMemory;
 }
@@ -58,8 +59,9 @@ UndoHistory::Recorded UndoHistory::addStep(const CString& name, SetImage now) {
   m_state = ++m_lastState;
   m_redo.clear();
   m_undo.push_back(std::move(step));
-  if (m_undo.size() > mostSteps)
+  if (m_undo.size() > mostSteps) {
     m_undo.erase(m_undo.begin());
+  }
   keepBudget(m_undo, m_redo);
   return m_undo.empty() ? Recorded::tooLarge : Recorded::step;
 }
@@ -73,8 +75,9 @@ UndoHistory::Moved UndoHistory::redo() {
 }
 
 UndoHistory::Moved UndoHistory::move(Steps& from, Steps& to) {
-  if (from.empty())
+  if (from.empty()) {
     return Moved::nothing;
+  }
   const bool isDone = hasMemoryFor([&] {
     m_unknown.follow(m_set);
     const SetImage now = imageOf(m_set, &m_unknown);
@@ -84,8 +87,9 @@ UndoHistory::Moved UndoHistory::move(Steps& from, Steps& to) {
                   isSameButForWindows(now, m_known) ? m_state : m_lastState + 1};
     // The next step the other way round starts from the set as it was known.
     std::optional<SetDifference> fromNow;
-    if (!to.empty() && !isSame(now, m_known))
+    if (!to.empty() && !isSame(now, m_known)) {
       fromNow.emplace(to.back().back.appliedTo(m_known), now);
+    }
     SetRestoration restoration(m_set, now, target);
     UnknownDipoles unknown = restoration.unknownIn(target);
     // From here on nothing can fail.
@@ -96,12 +100,14 @@ UndoHistory::Moved UndoHistory::move(Steps& from, Steps& to) {
     m_lastState = (std::max)(m_lastState, opposite.state);
     m_state = from.back().state;
     from.pop_back();
-    if (fromNow)
+    if (fromNow) {
       to.back().back = std::move(*fromNow);
+    }
     to.push_back(std::move(opposite));
   });
-  if (!isDone)
+  if (!isDone) {
     return Moved::noMemory;
+  }
   keepBudget(to, from);
   return Moved::done;
 }
@@ -123,9 +129,11 @@ void UndoHistory::keepBudget(Steps& grown, Steps& other) {
 
 std::vector<std::uint64_t> UndoHistory::states() const {
   std::vector<std::uint64_t> states = {m_state};
-  for (const Steps* steps : {&m_undo, &m_redo})
-    for (const Step& step : *steps)
+  for (const Steps* steps : {&m_undo, &m_redo}) {
+    for (const Step& step : *steps) {
       states.push_back(step.state);
+    }
+  }
   return states;
 }
 
@@ -143,9 +151,11 @@ std::size_t UndoHistory::bytesOf(const Step& step) {
 
 std::size_t UndoHistory::bytes() const {
   std::size_t bytes = sizeof *this + m_known.bytes();
-  for (const Steps* steps : {&m_undo, &m_redo})
-    for (const Step& step : *steps)
+  for (const Steps* steps : {&m_undo, &m_redo}) {
+    for (const Step& step : *steps) {
       bytes += bytesOf(step);
+    }
+  }
   return bytes;
 }
 

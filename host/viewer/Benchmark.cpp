@@ -42,8 +42,9 @@ class Report {
   void add(const char* what, int times, const std::function<void()>& work) {
     std::vector<double> spent;
     spent.reserve(static_cast<std::size_t>(times));
-    for (int i = 0; i < times; ++i)
+    for (int i = 0; i < times; ++i) {
       spent.push_back(millisecondsOf(work));
+    }
     std::sort(spent.begin(), spent.end());
     std::array<char, 160> line{};
     static_cast<void>(std::snprintf(line.data(), line.size(), "%s: median %.1f ms, longest %.1f ms\r\n", what,
@@ -75,13 +76,15 @@ void writeHead(const std::filesystem::path& path) {
   std::memcpy(header.data() + 344, "n+1", 4);
   std::vector<std::int16_t> voxels;
   voxels.reserve(std::size_t{side} * side * side);
-  for (int k = 0; k < side; ++k)
-    for (int j = 0; j < side; ++j)
+  for (int k = 0; k < side; ++k) {
+    for (int j = 0; j < side; ++j) {
       for (int i = 0; i < side; ++i) {
         const double distance = std::hypot(i - half, j - half, k - half);
         voxels.push_back(distance < 95.0 ? static_cast<std::int16_t>(600 + (i * 7 + j * 5 + k * 3) % 200)
                                          : 0);
       }
+    }
+  }
   std::ofstream file(path, std::ios::binary);
   file.write(header.data(), header.size());
   file.write(reinterpret_cast<const char*>(voxels.data()),
@@ -93,13 +96,15 @@ void fillSet(CDipoleFacezq& set) {
   std::uniform_real_distribution<float> place(-65.0F, 65.0F);
   set.cleanDipoles();
   while (set.m_totalDipoles < manyDipoles &&
-         set.addDipoleF(place(chance), place(chance) + 40.0F, place(chance)) != 0)
+         set.addDipoleF(place(chance), place(chance) + 40.0F, place(chance)) != 0) {
     set.getCurrentDipole()->setDipoleOrientation(place(chance), place(chance), place(chance));
+  }
 }
 
 void draw(MainFrame& frame) {
-  for (int pane = 0; pane < MainFrame::paneCount; ++pane)
+  for (int pane = 0; pane < MainFrame::paneCount; ++pane) {
     frame.pane(pane).UpdateWindow();
+  }
 }
 
 }  // namespace

@@ -118,19 +118,24 @@ MainFrame::~MainFrame() {
 }
 
 BOOL MainFrame::create() {
-  if (!LoadFrame(IDR_MAINFRAME, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN))
+  if (!LoadFrame(IDR_MAINFRAME, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN)) {
     return FALSE;
+  }
   UINT id = IDC_PANE_FIRST;
-  for (const auto& pane : m_panes)
-    if (!pane->createIn(this, id++))
+  for (const auto& pane : m_panes) {
+    if (!pane->createIn(this, id++)) {
       return FALSE;
+    }
+  }
   const RECT nowhere = {0, 0, 1, 1};
   if (!m_panel.createIn(this) ||
       !m_statusBar.Create(STATUSCLASSNAMEW, _T(""), WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, nowhere, this,
-                          IDC_STATUS_BAR))
+                          IDC_STATUS_BAR)) {
     return FALSE;
-  if (!m_warningBar.createIn(this, IDC_WARNING_BAR, m_panel) || !m_findings.createIn(this))
+  }
+  if (!m_warningBar.createIn(this, IDC_WARNING_BAR, m_panel) || !m_findings.createIn(this)) {
     return FALSE;
+  }
   m_panel.ShowWindow(SW_SHOW);
   readRecent();
   DragAcceptFiles();
@@ -150,14 +155,16 @@ void MainFrame::OnDestroy() {
 
 // The coordinates are zeros by design; the current dipole says where it is.
 int MainFrame::onPosition(double /*x*/, double /*y*/, double /*z*/, double /*latency*/) {
-  if (theFrame != nullptr && theFrame->m_session != nullptr)
+  if (theFrame != nullptr && theFrame->m_session != nullptr) {
     theFrame->followCurrentDipole();
+  }
   return 1;
 }
 
 int MainFrame::onSetChanged(bool /*unused*/) {
-  if (theFrame != nullptr && theFrame->m_session != nullptr)
+  if (theFrame != nullptr && theFrame->m_session != nullptr) {
     theFrame->afterCommand(CString());
+  }
   return 1;
 }
 
@@ -183,8 +190,9 @@ void MainFrame::noteLater() {
 bool MainFrame::isBusy() {
   bool isWaiting = false;
   const auto look = [](HWND window, LPARAM parameter) -> BOOL {
-    if (::IsWindowVisible(window) != FALSE && ::IsWindowEnabled(window) == FALSE)
+    if (::IsWindowVisible(window) != FALSE && ::IsWindowEnabled(window) == FALSE) {
       *reinterpret_cast<bool*>(parameter) = true;
+    }
     return TRUE;
   };
   ::EnumThreadWindows(::GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&isWaiting));
@@ -193,16 +201,18 @@ bool MainFrame::isBusy() {
 
 // The module's own messages and dialogs stand before its windows and leave this one enabled.
 BOOL MainFrame::OnCommand(WPARAM wParam, LPARAM lParam) {
-  if (!isBusy())
+  if (!isBusy()) {
     return CFrameWnd::OnCommand(wParam, lParam);
+  }
   ::MessageBeep(MB_OK);
   return TRUE;
 }
 
 // The module's editor changes dipoles without a word when it is left.
 LRESULT MainFrame::OnActivate(WPARAM state, LPARAM /*other*/) {
-  if (LOWORD(state) == WA_INACTIVE && ::IsChild(m_hWnd, ::GetFocus()) != FALSE)
+  if (LOWORD(state) == WA_INACTIVE && ::IsChild(m_hWnd, ::GetFocus()) != FALSE) {
     m_focusBefore = ::GetFocus();
+  }
   if (LOWORD(state) != WA_INACTIVE && m_session != nullptr && m_statusBar.m_hWnd != nullptr) {
     repaintPanes();
     showStatus();
@@ -212,28 +222,31 @@ LRESULT MainFrame::OnActivate(WPARAM state, LPARAM /*other*/) {
 }
 
 void MainFrame::OnTimer(UINT_PTR id) {
-  if (id == quietTimer && isBusy())
+  if (id == quietTimer && isBusy()) {
     noteLater();  // the work is not done yet: half of it would become a step
-  else if (id == quietTimer)
+  } else if (id == quietTimer) {
     noteQuietChange();
+  }
 }
 
 void MainFrame::onIdle() {
-  if (m_session == nullptr)
+  if (m_session == nullptr) {
     return;
+  }
   m_panel.bringFocusIntoView();
   takeBackActivation();
-  if (m_dipoles->getCurrentDipole() != m_followed || m_dipoles->m_currentDipole != m_followedSlot)
+  if (m_dipoles->getCurrentDipole() != m_followed || m_dipoles->m_currentDipole != m_followedSlot) {
     followCurrentDipole();
+  }
 }
 
 // The system need not activate another window when the active one is hidden, as the module's are when they
 // are closed: then no window has the keyboard. When the user has gone to another program, the last one stays
 // visible.
 void MainFrame::takeBackActivation() {
-  if (const HWND active = ::GetActiveWindow())
+  if (const HWND active = ::GetActiveWindow()) {
     m_lastActive = active;
-  else if (m_lastActive != nullptr && ::IsWindowVisible(m_lastActive) == FALSE) {
+  } else if (m_lastActive != nullptr && ::IsWindowVisible(m_lastActive) == FALSE) {
     m_lastActive = m_hWnd;
     ::SetForegroundWindow(m_hWnd);
   }
@@ -265,8 +278,9 @@ void MainFrame::moveCrosshair(const Vector3& head) {
 
 // The editors and the manager's list show it; the crosshair follows.
 void MainFrame::takeDipole(int slot) {
-  if (isBusy())
+  if (isBusy()) {
     return;
+  }
   m_dipoles->chooseDipole(slot);
   followCurrentDipole();
 }
@@ -286,8 +300,9 @@ void MainFrame::toggleSinglePane(int pane) {
 }
 
 void MainFrame::layOut() {
-  if (m_statusBar.m_hWnd == nullptr)
+  if (m_statusBar.m_hWnd == nullptr) {
     return;
+  }
   CRect area;
   GetClientRect(&area);
   CRect bar;
@@ -297,8 +312,9 @@ void MainFrame::layOut() {
   const bool hasPanel = m_panel.IsWindowVisible() != FALSE;
   const int panelWidth = hasPanel ? m_panel.widthFor(height) : 0;
   const int width = area.Width() - panelWidth;
-  if (hasPanel)
+  if (hasPanel) {
     m_panel.MoveWindow(width, 0, panelWidth, height);
+  }
   placeStatusParts();
 
   const int gap = onScreen(paneGap);
@@ -322,8 +338,9 @@ void MainFrame::layOut() {
 }
 
 void MainFrame::OnSize(UINT /*type*/, int /*width*/, int /*height*/) {
-  if (m_session != nullptr)
+  if (m_session != nullptr) {
     layOut();
+  }
 }
 
 void MainFrame::OnGetMinMaxInfo(MINMAXINFO* info) {
@@ -342,9 +359,11 @@ void MainFrame::OnPaint() {
 }
 
 void MainFrame::repaintPanes() {
-  for (const auto& window : m_panes)
-    if (window->m_hWnd != nullptr)
+  for (const auto& window : m_panes) {
+    if (window->m_hWnd != nullptr) {
       window->Invalidate(FALSE);
+    }
+  }
 }
 
 void MainFrame::showEverywhere() {
@@ -362,8 +381,9 @@ void MainFrame::refreshModuleWindows() {
 
 void MainFrame::warnOfOtherHead() {
   const CString mismatch = fromUtf8(m_session->headMismatch());
-  if (!mismatch.IsEmpty())
+  if (!mismatch.IsEmpty()) {
     AfxMessageBox(mismatch, MB_ICONEXCLAMATION);
+  }
 }
 
 bool MainFrame::tell(const std::exception& problem) {
@@ -386,12 +406,14 @@ BOOL MainFrame::OnMouseWheel(UINT flags, short delta, CPoint at) {
     CRect place;
     window.GetWindowRect(&place);
     const bool isMeant = window.IsWindowVisible() != FALSE && place.PtInRect(at) != FALSE;
-    if (isMeant)
+    if (isMeant) {
       window.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(flags, delta), MAKELPARAM(at.x, at.y));
+    }
     return isMeant;
   };
-  if (!turn(m_panel))
+  if (!turn(m_panel)) {
     std::any_of(m_panes.begin(), m_panes.end(), [&](const auto& window) { return turn(*window); });
+  }
   return TRUE;
 }
 

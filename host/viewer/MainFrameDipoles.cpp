@@ -24,8 +24,9 @@ void MainFrame::OnCoordinates() {
 // Dipoles that come back are new objects, so every window of the module is brought up to date.
 void MainFrame::step(UndoHistory::Moved (Session::*move)()) {
   noteQuietChange();
-  if ((m_session.get()->*move)() == UndoHistory::Moved::noMemory)
+  if ((m_session.get()->*move)() == UndoHistory::Moved::noMemory) {
     AfxMessageBox(_T("Not enough memory"), MB_ICONEXCLAMATION);
+  }
   refreshModuleWindows();
   m_dipoles->updateDipoleEditor();
   showEverywhere();
@@ -40,8 +41,9 @@ void MainFrame::OnRedo() {
 }
 
 void MainFrame::stepDipole(CDipoleszq* (CDipoleFace::*next)()) {
-  if ((m_dipoles.get()->*next)() != nullptr)
+  if ((m_dipoles.get()->*next)() != nullptr) {
     takeDipole(m_dipoles->m_currentDipole);
+  }
 }
 
 void MainFrame::OnNextDipole() {
@@ -67,8 +69,9 @@ bool MainFrame::registerBy(Registration registration) {
   }
   OnFit();
   showEverywhere();
-  if (isDone)
+  if (isDone) {
     warnOfOtherHead();
+  }
   return isDone;
 }
 
@@ -83,8 +86,9 @@ bool MainFrame::registerFromFile(const CString& path) {
 void MainFrame::OnRegisterFromFile() {
   const CString path =
       askForName(true, nullptr, _T("Fiducial points (*.fiducials)|*.fiducials|All files (*.*)|*.*||"));
-  if (!path.IsEmpty())
+  if (!path.IsEmpty()) {
     registerFromFile(path);
+  }
 }
 
 void MainFrame::OnPlaceFiducial(UINT id) {

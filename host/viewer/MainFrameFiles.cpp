@@ -33,8 +33,9 @@ constexpr RecentMenu headMenu{_T("Recent MRI"), ID_FILE_RECENT_MRI_FIRST, ID_FIL
 CString listed(const std::vector<CString>& lines) {
   constexpr std::size_t most = 15;
   CString whole;
-  for (std::size_t number = 0; number < (std::min)(lines.size(), most); ++number)
+  for (std::size_t number = 0; number < (std::min)(lines.size(), most); ++number) {
     whole += lines[number] + _T("\n");
+  }
   if (lines.size() > most) {
     CString more;
     more.Format(_T("and %u more\n"), static_cast<unsigned>(lines.size() - most));
@@ -58,17 +59,20 @@ std::vector<CString> MainFrame::askForNames(LPCTSTR filter) {
   dialog.m_ofn.lpstrFile = names.data();
   dialog.m_ofn.nMaxFile = static_cast<DWORD>(names.size());
   std::vector<CString> paths;
-  if (dialog.DoModal() == IDOK)
-    for (POSITION at = dialog.GetStartPosition(); at != nullptr;)
+  if (dialog.DoModal() == IDOK) {
+    for (POSITION at = dialog.GetStartPosition(); at != nullptr;) {
       paths.push_back(dialog.GetNextPathName(at));
+    }
+  }
   return paths;
 }
 
 // False: the user wants to keep them, or they could not be saved.
 bool MainFrame::mayDropChanges() {
   noteQuietChange();
-  if (!m_session->isUnsaved())
+  if (!m_session->isUnsaved()) {
     return true;
+  }
   const CString& path = m_session->setPath();
   const CString name = path.IsEmpty() ? CString(_T("the new dipole set")) : fileNameOf(path);
   const int answer =
@@ -83,8 +87,9 @@ bool MainFrame::save(const CString& path) {
     writeRecent();
     showTitle();
     const std::string loss = m_session->lossOfSaving();
-    if (!loss.empty())
+    if (!loss.empty()) {
       AfxMessageBox(fromUtf8(loss), MB_ICONINFORMATION);
+    }
     return true;
   } catch (const std::exception& problem) {
     return tell(problem);
@@ -93,8 +98,9 @@ bool MainFrame::save(const CString& path) {
 
 bool MainFrame::saveAsked() {
   const CString& path = m_session->setPath();
-  if (!path.IsEmpty())
+  if (!path.IsEmpty()) {
     return save(path);
+  }
   const CString chosen = askForName(false, _T("dipset"), setFilter);
   return !chosen.IsEmpty() && save(chosen);
 }
@@ -115,18 +121,21 @@ bool MainFrame::openMri(const CString& path) {
   bool isOpen = true;
   try {
     m_session->openMri(path);
-    for (const auto& window : m_panes)
+    for (const auto& window : m_panes) {
       window->fit();
+    }
   } catch (const std::exception& problem) {
     isOpen = tell(problem);
   }
   ::SetCursor(before);
   writeRecent();
   showEverywhere();
-  if (isOpen && !m_session->notice().empty())
+  if (isOpen && !m_session->notice().empty()) {
     AfxMessageBox(fromUtf8(m_session->notice()), MB_ICONINFORMATION);
-  if (isOpen)
+  }
+  if (isOpen) {
     warnOfOtherHead();
+  }
   return isOpen;
 }
 
@@ -144,35 +153,41 @@ void MainFrame::importFiles(const std::vector<CString>& paths) {
   refreshModuleWindows();
   showEverywhere();
   tellOfImport(result);
-  if (!m_session->findings().empty() && m_session->findings() != before)
+  if (!m_session->findings().empty() && m_session->findings() != before) {
     m_findings.open();
+  }
 }
 
 // One message: first what must not be missed.
 void MainFrame::tellOfImport(const Session::ImportResult& result) {
   CString text = fromUtf8(result.headMismatch);
-  if (!text.IsEmpty())
+  if (!text.IsEmpty()) {
     text += _T("\n\n");
+  }
   if (result.mixesPatients) {
     text += _T("The set holds dipoles of different patients:");
-    for (const std::string& patient : result.patients)
+    for (const std::string& patient : result.patients) {
       text += _T(" ") + fromUtf8(patient);
+    }
     text += _T("\n\n");
   }
   std::vector<CString> told;
-  for (const std::string& message : result.told)
+  for (const std::string& message : result.told) {
     told.push_back(fromUtf8(message));
+  }
   bool isWarning = !text.IsEmpty() || !told.empty();
   text += listed(told);
   std::vector<CString> failed;
-  for (const Session::Failed& file : result.failed)
+  for (const Session::Failed& file : result.failed) {
     failed.push_back(fileNameOf(file.path) + _T(": ") + fromUtf8(file.cause));
+  }
   if (!failed.empty()) {
     text += _T("These files brought no dipoles:\n") + listed(failed) + _T("\n");
     isWarning = true;
   }
-  if (result.cancelled)
+  if (result.cancelled) {
     text += _T("The import was cancelled; the other files were not read.\n");
+  }
   CString sum;
   sum.Format(_T("%d dipoles from %d %s."), result.dipoles, result.files,
              result.files == 1 ? _T("file") : _T("files"));
@@ -183,15 +198,17 @@ void MainFrame::openFiles(const std::vector<CString>& paths) {
   std::vector<CString> dipoleFiles;
   for (const CString& path : paths) {
     const FileKind kind = kindOf(path);
-    if (kind == FileKind::mri)
+    if (kind == FileKind::mri) {
       openMri(path);
-    else if (kind == FileKind::dipoles)
+    } else if (kind == FileKind::dipoles) {
       dipoleFiles.push_back(path);
-    else if (mayDropChanges())
+    } else if (mayDropChanges()) {
       openSet(path);
+    }
   }
-  if (!dipoleFiles.empty())
+  if (!dipoleFiles.empty()) {
     importFiles(dipoleFiles);
+  }
 }
 
 void MainFrame::OnDropFiles(HDROP files) {
@@ -214,8 +231,9 @@ void MainFrame::OnDropFiles(HDROP files) {
 }
 
 void MainFrame::OnNewSet() {
-  if (!mayDropChanges())
+  if (!mayDropChanges()) {
     return;
+  }
   try {
     m_session->newSet();
   } catch (const std::exception& problem) {
@@ -227,8 +245,9 @@ void MainFrame::OnNewSet() {
 
 void MainFrame::OnOpenMri() {
   const CString path = askForName(true, nullptr, mriFilter);
-  if (!path.IsEmpty())
+  if (!path.IsEmpty()) {
     openMri(path);
+  }
 }
 
 void MainFrame::OnPhantom() {
@@ -239,22 +258,26 @@ void MainFrame::OnPhantom() {
   }
   OnFit();
   showEverywhere();
-  if (!m_session->notice().empty())
+  if (!m_session->notice().empty()) {
     AfxMessageBox(fromUtf8(m_session->notice()), MB_ICONINFORMATION);
+  }
 }
 
 void MainFrame::OnOpenSet() {
-  if (!mayDropChanges())
+  if (!mayDropChanges()) {
     return;
+  }
   const CString path = askForName(true, nullptr, setFilter);
-  if (!path.IsEmpty())
+  if (!path.IsEmpty()) {
     openSet(path);
+  }
 }
 
 void MainFrame::OnImport() {
   const std::vector<CString> paths = askForNames(dipoleFilter);
-  if (!paths.empty())
+  if (!paths.empty()) {
     importFiles(paths);
+  }
 }
 
 void MainFrame::OnSaveSet() {
@@ -263,14 +286,16 @@ void MainFrame::OnSaveSet() {
 
 void MainFrame::OnSaveSetAs() {
   const CString path = askForName(false, _T("dipset"), setFilter, fileNameOf(m_session->setPath()));
-  if (!path.IsEmpty())
+  if (!path.IsEmpty()) {
     save(path);
+  }
 }
 
 void MainFrame::exportTo(LPCTSTR extension, LPCTSTR filter, void (Session::*write)(const CString&)) {
   const CString path = askForName(false, extension, filter);
-  if (path.IsEmpty())
+  if (path.IsEmpty()) {
     return;
+  }
   try {
     (m_session.get()->*write)(path);
   } catch (const std::exception& problem) {
@@ -300,8 +325,9 @@ Image MainFrame::currentPicture() {
 
 void MainFrame::OnSavePicture() {
   const CString path = askForName(false, _T("png"), _T("PNG pictures (*.png)|*.png|All files (*.*)|*.*||"));
-  if (path.IsEmpty())
+  if (path.IsEmpty()) {
     return;
+  }
   try {
     writePng(currentPicture(), path);
   } catch (const std::exception& problem) {
@@ -311,17 +337,20 @@ void MainFrame::OnSavePicture() {
 
 void MainFrame::OnRecent(UINT id) {
   const std::size_t number = id - ID_FILE_RECENT_FIRST;
-  if (number >= m_session->recentSets().paths().size())
+  if (number >= m_session->recentSets().paths().size()) {
     return;
+  }
   const CString path = m_session->recentSets().paths()[number];  // before a save moves the list
-  if (mayDropChanges())
+  if (mayDropChanges()) {
     openSet(path);
+  }
 }
 
 void MainFrame::OnRecentMri(UINT id) {
   const std::size_t number = id - ID_FILE_RECENT_MRI_FIRST;
-  if (number < m_session->recentHeads().paths().size())
+  if (number < m_session->recentHeads().paths().size()) {
     openMri(CString(m_session->recentHeads().paths()[number]));
+  }
 }
 
 void MainFrame::OnExit() {
@@ -329,10 +358,11 @@ void MainFrame::OnExit() {
 }
 
 void MainFrame::OnClose() {
-  if (isBusy())
+  if (isBusy()) {
     ::MessageBeep(MB_OK);
-  else if (mayDropChanges())
+  } else if (mayDropChanges()) {
     CFrameWnd::OnClose();
+  }
 }
 
 BOOL MainFrame::OnQueryEndSession() {
@@ -340,15 +370,17 @@ BOOL MainFrame::OnQueryEndSession() {
 }
 
 void MainFrame::OnInitMenuPopup(CMenu* menu, UINT index, BOOL systemMenu) {
-  if (!isBusy())
+  if (!isBusy()) {
     noteQuietChange();  // the menu names the last change
+  }
   const UINT first = menu == nullptr ? 0 : menu->GetMenuItemID(0);
-  if (systemMenu == FALSE && setMenu.beginsWith(first))
+  if (systemMenu == FALSE && setMenu.beginsWith(first)) {
     setMenu.show(*menu, m_session->recentSets());
-  else if (systemMenu == FALSE && headMenu.beginsWith(first))
+  } else if (systemMenu == FALSE && headMenu.beginsWith(first)) {
     headMenu.show(*menu, m_session->recentHeads());
-  else
+  } else {
     CFrameWnd::OnInitMenuPopup(menu, index, systemMenu);
+  }
 }
 
 void MainFrame::readRecent() {

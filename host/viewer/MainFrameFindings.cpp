@@ -25,10 +25,13 @@ void MainFrame::OnFindings() {
 void MainFrame::showFindings() {
   const std::vector<std::string> wrong = wrongTexts(m_session->shownFindings());
   CString count;
-  if (wrong.size() > 1)
+  if (wrong.size() > 1) {
     count.Format(_T(" (1 of %u)"), static_cast<unsigned>(wrong.size()));
-  if (m_warningBar.show(wrong.empty() ? CString() : _T("WRONG") + count + _T(": ") + fromUtf8(wrong.front())))
+  }
+  if (m_warningBar.show(wrong.empty() ? CString()
+                                      : _T("WRONG") + count + _T(": ") + fromUtf8(wrong.front()))) {
     layOut();
+  }
   m_findings.refresh();
 }
 
@@ -44,11 +47,13 @@ void MainFrame::repairFindings(const std::vector<StandingFinding>& chosen, std::
   std::set<std::pair<std::size_t, FindingCode>> done;
   for (const StandingFinding& standing : chosen) {
     const FindingCode code = standing.finding.code;
-    if (!done.insert({standing.file, code}).second)
+    if (!done.insert({standing.file, code}).second) {
       continue;
+    }
     try {
-      for (const std::string& sentence : m_session->repair(standing.file, {{code}, unit}))
+      for (const std::string& sentence : m_session->repair(standing.file, {{code}, unit})) {
         told += fromUtf8(standing.finding.file + ": " + sentence) + _T("\n");
+      }
     } catch (const std::exception& problem) {
       failed += fromUtf8(problem.what()) + _T("\n");
     }
@@ -56,17 +61,19 @@ void MainFrame::repairFindings(const std::vector<StandingFinding>& chosen, std::
   refreshModuleWindows();
   m_dipoles->updateDipoleEditor();
   showEverywhere();
-  if (!failed.IsEmpty())
+  if (!failed.IsEmpty()) {
     AfxMessageBox(failed + told, MB_ICONEXCLAMATION);
-  else
+  } else {
     AfxMessageBox(told.IsEmpty() ? CString(_T("No value had to be changed.")) : told, MB_ICONINFORMATION);
+  }
 }
 
 // A window of the manager's has the viewer as its listener as long as it lives.
 void MainFrame::takeOverManager() {
   const CDialog* const manager = m_dipoles->getDlgDipoleList();
-  if (manager != nullptr && manager->m_hWnd != nullptr)
+  if (manager != nullptr && manager->m_hWnd != nullptr) {
     ::SetWindowSubclass(manager->m_hWnd, &MainFrame::onManagerMessage, managerSubclass, 0);
+  }
 }
 
 // "Import CTF" imports as the viewer does: each file by itself, audited, as one step, or not at all.
@@ -76,8 +83,9 @@ LRESULT CALLBACK MainFrame::onManagerMessage(HWND window, UINT message, WPARAM w
     theFrame->importCtf();
     return 0;
   }
-  if (message == WM_NCDESTROY)
+  if (message == WM_NCDESTROY) {
     ::RemoveWindowSubclass(window, &MainFrame::onManagerMessage, id);
+  }
   return ::DefSubclassProc(window, message, wParam, lParam);
 }
 
@@ -87,8 +95,9 @@ void MainFrame::importCtf() {
     return;
   }
   const std::vector<CString> paths = askForNames(_T("CTF dipole files (*.dip)|*.dip|All files (*.*)|*.*||"));
-  if (!paths.empty())
+  if (!paths.empty()) {
     importFiles(paths);
+  }
 }
 
 }  // namespace host

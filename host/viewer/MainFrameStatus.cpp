@@ -38,9 +38,11 @@ CString placeText(const Vector3& head) {
 
 // Whether the crosshair can go there.
 bool hasPlace(const CDipoleszq& dipole) {
-  for (const double mm : dipole.m_location)
-    if (!(std::abs(mm) <= headReach))
+  for (const double mm : dipole.m_location) {
+    if (!(std::abs(mm) <= headReach)) {
       return false;
+    }
+  }
   return true;
 }
 
@@ -54,8 +56,9 @@ void MainFrame::showPointer(const Vector3& head) {
   const int voxel[3] = {static_cast<int>(std::lround(index.x)), static_cast<int>(std::lround(index.y)),
                         static_cast<int>(std::lround(index.z))};
   bool isInside = true;
-  for (std::size_t axis = 0; axis < 3; ++axis)
+  for (std::size_t axis = 0; axis < 3; ++axis) {
     isInside = isInside && voxel[axis] >= 0 && voxel[axis] < size[axis];
+  }
   if (isInside) {
     CString place;
     place.Format(_T("   voxel %d %d %d = %g"), voxel[0], voxel[1], voxel[2],
@@ -92,8 +95,9 @@ void MainFrame::placeStatusParts() {
   };
   const int crosshair = widthOf(_T("Crosshair  ") + placeText({-188.8, -188.8, -188.8}));
   const int counts = widthOf(statusText(countPart)) + ::GetSystemMetrics(SM_CXVSCROLL);  // the grip
-  if (before != nullptr)
+  if (before != nullptr) {
     ::SelectObject(screen, before);
+  }
   ::ReleaseDC(m_statusBar.m_hWnd, screen);
   const int rest = (std::max)(0, area.Width() - crosshair - counts);
   const int pointer = rest * 2 / 5;
@@ -127,10 +131,12 @@ void MainFrame::showStatus() {
   const VisibleCount count = countVisible(*m_dipoles, m_session->view());
   CString dipoles;
   dipoles.Format(_T("Dipoles shown: %d of %d"), count.shown, count.total);
-  if (count.filtered > 0)
+  if (count.filtered > 0) {
     dipoles += _T(" (filter)");
-  if (!m_session->head().isRegistered())
+  }
+  if (!m_session->head().isRegistered()) {
     dipoles += _T("   MRI NOT REGISTERED");
+  }
   if (dipoles != statusText(countPart)) {
     show(countPart, dipoles);
     placeStatusParts();
@@ -148,9 +154,10 @@ void MainFrame::showTitle() {
 
 void MainFrame::tellOfDroppedSteps() {
   const std::size_t dropped = m_session->history().droppedSteps();
-  if (dropped > m_droppedSteps)
+  if (dropped > m_droppedSteps) {
     m_statusBar.SendMessage(SB_SETTEXTW, pointerPart,
                             reinterpret_cast<LPARAM>(_T("The oldest steps can no longer be undone")));
+  }
   m_droppedSteps = dropped;
 }
 

@@ -74,8 +74,9 @@ LatencyWindow latenciesOf(const CDipoleFace& set, const UnknownDipoles& unknown)
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = set.getDipole(slot);
     if (dipole == nullptr || !std::isfinite(dipole->m_latency) ||
-        unknown.isUnknown(*dipole, DipoleValue::latency))
+        unknown.isUnknown(*dipole, DipoleValue::latency)) {
       continue;
+    }
     window.from = isEmpty ? dipole->m_latency : (std::min)(window.from, dipole->m_latency);
     window.to = isEmpty ? dipole->m_latency : (std::max)(window.to, dipole->m_latency);
     isEmpty = false;
@@ -90,8 +91,9 @@ void MainFrame::OnSwitch(UINT id) {
   noteQuietChange();
   const bool wasOn = isOn(*m_dipoles, id);
   LatencyWindow& latency = m_session->view().latency;
-  if (id == ID_VIEW_LATENCY_WINDOW && !wasOn && latency.from == 0.0 && latency.to == 0.0)
+  if (id == ID_VIEW_LATENCY_WINDOW && !wasOn && latency.from == 0.0 && latency.to == 0.0) {
     latency = latenciesOf(*m_dipoles, m_session->unknown());
+  }
   turn(*m_dipoles, id, wasOn ? 0 : 1);
   afterCommand(nameOf(id));
 }
@@ -120,8 +122,9 @@ void MainFrame::OnPanel() {
 }
 
 void MainFrame::OnFit() {
-  for (const auto& window : m_panes)
+  for (const auto& window : m_panes) {
     window->fit();
+  }
 }
 
 void MainFrame::OnResetGrey() {

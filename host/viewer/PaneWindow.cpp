@@ -105,8 +105,9 @@ BOOL PaneWindow::OnEraseBkgnd(CDC* /*context*/) {
 }
 
 void PaneWindow::OnSize(UINT /*type*/, int width, int height) {
-  if (width > 0 && height > 0)
+  if (width > 0 && height > 0) {
     resize(width, height);
+  }
   Invalidate(FALSE);
 }
 
@@ -121,22 +122,25 @@ void PaneWindow::begin(Drag drag, CPoint at) {
 
 void PaneWindow::end() {
   m_drag = Drag::none;
-  if (GetCapture() == this)
+  if (GetCapture() == this) {
     ::ReleaseCapture();
+  }
 }
 
 void PaneWindow::OnLButtonDown(UINT flags, CPoint at) {
   const bool isPan = (flags & MK_SHIFT) != 0;
   begin(isPan ? Drag::pan : Drag::left, at);
-  if (!isPan)
+  if (!isPan) {
     press(at);
+  }
 }
 
 void PaneWindow::OnLButtonUp(UINT /*flags*/, CPoint at) {
   const bool isClick = m_drag == Drag::left && !m_isMoved;
   end();
-  if (isClick)
+  if (isClick) {
     click(at);
+  }
 }
 
 void PaneWindow::OnLButtonDblClk(UINT /*flags*/, CPoint /*at*/) {
@@ -164,12 +168,14 @@ void PaneWindow::OnMouseMove(UINT /*flags*/, CPoint at) {
   ::TrackMouseEvent(&leaving);
   point(at);
   const CPoint by(at.x - m_last.x, at.y - m_last.y);
-  if (m_drag == Drag::none || (by.x == 0 && by.y == 0))
+  if (m_drag == Drag::none || (by.x == 0 && by.y == 0)) {
     return;
+  }
   const int reach = onScreen(clickReach);
   m_isMoved = m_isMoved || std::abs(at.x - m_from.x) > reach || std::abs(at.y - m_from.y) > reach;
-  if (!m_isMoved)
+  if (!m_isMoved) {
     return;
+  }
   m_last = at;
   if (m_drag == Drag::left) {
     dragLeft(at, by);
@@ -190,18 +196,21 @@ LRESULT PaneWindow::OnMouseLeave(WPARAM /*wParam*/, LPARAM /*lParam*/) {
 BOOL PaneWindow::OnMouseWheel(UINT flags, short delta, CPoint at) {
   CRect place;
   GetWindowRect(&place);
-  if (place.PtInRect(at) == FALSE)
+  if (place.PtInRect(at) == FALSE) {
     return CWnd::OnMouseWheel(flags, delta, at);
+  }
   m_wheel += delta;
   const int notches = m_wheel / WHEEL_DELTA;
   m_wheel -= notches * WHEEL_DELTA;
-  if (notches == 0)
+  if (notches == 0) {
     return TRUE;
+  }
   ScreenToClient(&at);
   if ((flags & MK_CONTROL) != 0) {
     constexpr double perNotch = 1.2;
-    for (int notch = 0; notch != std::abs(notches); ++notch)
+    for (int notch = 0; notch != std::abs(notches); ++notch) {
       zoom(notches > 0 ? perNotch : 1.0 / perNotch, at);
+    }
     Invalidate(FALSE);
   } else {
     turnWheel(notches);
@@ -210,8 +219,9 @@ BOOL PaneWindow::OnMouseWheel(UINT flags, short delta, CPoint at) {
 }
 
 void PaneWindow::OnCaptureChanged(CWnd* next) {
-  if (next != this)
+  if (next != this) {
     m_drag = Drag::none;
+  }
 }
 
 void PaneWindow::OnKeyDown(UINT key, UINT repeat, UINT flags) {

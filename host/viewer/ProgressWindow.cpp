@@ -5,8 +5,9 @@
 namespace host {
 
 ProgressWindow::ProgressWindow(CWnd* parent) {
-  if (!Create(IDD_PROGRESS, parent))
+  if (!Create(IDD_PROGRESS, parent)) {
     return;
+  }
   const auto disable = [](HWND window, LPARAM parameter) -> BOOL {
     auto& progress = *reinterpret_cast<ProgressWindow*>(parameter);
     if (window != progress.m_hWnd && ::IsWindowVisible(window) != FALSE &&
@@ -22,14 +23,16 @@ ProgressWindow::ProgressWindow(CWnd* parent) {
 
 ProgressWindow::~ProgressWindow() {
   // First, so that one of them becomes the active window again.
-  for (const HWND window : m_disabled)
+  for (const HWND window : m_disabled) {
     ::EnableWindow(window, TRUE);
+  }
   DestroyWindow();
 }
 
 bool ProgressWindow::show(int done, int total, const CString& path) {
-  if (m_hWnd == nullptr)
+  if (m_hWnd == nullptr) {
     return true;  // no window, no cancelling
+  }
   CString text;
   text.Format(_T("File %d of %d: %s"), done + 1, total, static_cast<LPCTSTR>(path));
   SetDlgItemText(IDC_PROGRESS_TEXT, text);

@@ -43,8 +43,9 @@ void SceneWindow::dragRight(CPoint by) {
 
 void SceneWindow::click(CPoint at) {
   const int slot = m_pane.pick(owner().paneContents(), at.x, at.y);
-  if (slot >= 0)
+  if (slot >= 0) {
     owner().takeDipole(slot);
+  }
 }
 
 void SceneWindow::point(CPoint /*at*/) {

@@ -23,8 +23,9 @@ void SliceWindow::turnWheel(int notches) {
 
 // Beside the slice, on the legend, there is no head.
 void SliceWindow::press(CPoint at) {
-  if (m_pane.isInPicture(at.x, at.y))
+  if (m_pane.isInPicture(at.x, at.y)) {
     owner().moveCrosshair(m_pane.headPoint(at.x, at.y));
+  }
 }
 
 void SliceWindow::dragLeft(CPoint at, CPoint /*by*/) {
@@ -39,15 +40,17 @@ void SliceWindow::dragRight(CPoint by) {
 
 void SliceWindow::click(CPoint at) {
   const int slot = m_pane.pick(owner().paneContents(), at.x, at.y);
-  if (slot >= 0)
+  if (slot >= 0) {
     owner().takeDipole(slot);
+  }
 }
 
 void SliceWindow::point(CPoint at) {
-  if (!m_pane.isInPicture(at.x, at.y))
+  if (!m_pane.isInPicture(at.x, at.y)) {
     owner().hidePointer();
-  else
+  } else {
     owner().showPointer(m_pane.headPoint(at.x, at.y));
+  }
 }
 
 bool SliceWindow::handleKey(UINT key, bool shift) {

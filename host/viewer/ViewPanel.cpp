@@ -42,34 +42,41 @@ Typed readNumber(const CString& text, double& value) {
   std::string digits;
   for (int i = 0; i < text.GetLength(); ++i) {
     const TCHAR unit = text[i];
-    if (unit == _T(','))
+    if (unit == _T(',')) {
       digits += '.';
-    else if (unit != _T(' '))
+    } else if (unit != _T(' ')) {
       digits += unit < 128 ? static_cast<char>(unit) : '?';
+    }
   }
-  if (digits.empty())
+  if (digits.empty()) {
     return Typed::nothing;
+  }
   const std::optional<double> number = numberOf(digits);
   value = number.value_or(value);
   return number ? Typed::number : Typed::mistake;
 }
 
 CString toleranceText(const ViewSettings& view) {
-  if (!view.toleranceMm)
+  if (!view.toleranceMm) {
     return _T("in all depths");
-  if (*view.toleranceMm == 0.0)
+  }
+  if (*view.toleranceMm == 0.0) {
     return _T("on this slice only");
+  }
   return _T("within ") + textOf(*view.toleranceMm) + _T(" mm of the slice");
 }
 
 int sliderStop(const std::optional<double>& tolerance) {
-  if (!tolerance)
+  if (!tolerance) {
     return allDepths;
+  }
   int nearest = 0;
-  for (int stop = 1; stop < allDepths; ++stop)
+  for (int stop = 1; stop < allDepths; ++stop) {
     if (std::abs(tolerances[static_cast<std::size_t>(stop)] - *tolerance) <
-        std::abs(tolerances[static_cast<std::size_t>(nearest)] - *tolerance))
+        std::abs(tolerances[static_cast<std::size_t>(nearest)] - *tolerance)) {
       nearest = stop;
+    }
+  }
   return nearest;
 }
 
@@ -117,8 +124,9 @@ BOOL ViewPanel::OnInitDialog() {
   SendDlgItemMessage(IDC_TOLERANCE, TBM_SETRANGE, TRUE, MAKELPARAM(0, allDepths));
   SendDlgItemMessage(IDC_GLYPH_SIZE, TBM_SETRANGE, TRUE, MAKELPARAM(smallestGlyph, largestGlyph));
   SendDlgItemMessage(IDC_BALL_SIZE, TBM_SETRANGE, TRUE, MAKELPARAM(smallestBall, largestBall));
-  for (const LPCTSTR choice : {_T("Each dipole's own"), _T("Latency"), _T("Fit error"), _T("Moment")})
+  for (const LPCTSTR choice : {_T("Each dipole's own"), _T("Latency"), _T("Fit error"), _T("Moment")}) {
     SendDlgItemMessage(IDC_COLOR_BY, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(choice));
+  }
   refresh();
   return FALSE;  // the focus stays where it is
 }
@@ -139,8 +147,9 @@ void ViewPanel::scrollTo(int top) {
   CRect area;
   GetClientRect(&area);
   const int wanted = std::clamp(top, 0, (std::max)(0, m_whole.Height() - area.Height()));
-  if (wanted == m_top)
+  if (wanted == m_top) {
     return;
+  }
   ::ScrollWindow(m_hWnd, 0, m_top - wanted, nullptr, nullptr);
   m_top = wanted;
   const SCROLLINFO info = {sizeof info, SIF_POS, 0, 0, 0, m_top, 0};
@@ -180,20 +189,23 @@ BOOL ViewPanel::OnMouseWheel(UINT /*flags*/, short delta, CPoint /*at*/) {
 
 void ViewPanel::bringFocusIntoView() {
   const HWND focus = ::GetFocus();
-  if (focus == m_focus)
+  if (focus == m_focus) {
     return;
+  }
   m_focus = focus;
-  if (focus == nullptr || ::IsChild(m_hWnd, focus) == FALSE)
+  if (focus == nullptr || ::IsChild(m_hWnd, focus) == FALSE) {
     return;
+  }
   CRect area;
   GetClientRect(&area);
   CRect place;
   ::GetWindowRect(focus, &place);
   ScreenToClient(&place);
-  if (place.top < 0)
+  if (place.top < 0) {
     scrollTo(m_top + place.top);
-  else if (place.bottom > area.bottom)
+  } else if (place.bottom > area.bottom) {
     scrollTo(m_top + place.bottom - area.bottom);
+  }
 }
 
 void ViewPanel::refresh() {
@@ -245,22 +257,27 @@ void ViewPanel::showLimits() {
     GetDlgItemText(field, text);
     double number = 0.0;
     const Typed typed = readNumber(text, number);
-    if (typed == Typed::mistake)
+    if (typed == Typed::mistake) {
       mistake = text;
-    if (GetFocus() == GetDlgItem(field))
+    }
+    if (GetFocus() == GetDlgItem(field)) {
       return;
+    }
     const bool isShown = value ? typed == Typed::number && number == *value : typed != Typed::number;
-    if (!isShown)
+    if (!isShown) {
       SetDlgItemText(field, value ? textOf(*value) : CString());
+    }
   };
   show(IDC_LATENCY_FROM, view.latency.from);
   show(IDC_LATENCY_TO, view.latency.to);
-  for (int field = IDC_FILTER_ERROR_LEAST; field <= IDC_FILTER_LATENCY_MOST; ++field)
+  for (int field = IDC_FILTER_ERROR_LEAST; field <= IDC_FILTER_LATENCY_MOST; ++field) {
     show(field, *limitOf(view.filter, static_cast<UINT>(field)));
-  if (!mistake.IsEmpty())
+  }
+  if (!mistake.IsEmpty()) {
     SetDlgItemText(IDC_FILTER_TEXT, _T("Not a number: ") + mistake);
-  else
+  } else {
     SetDlgItemText(IDC_FILTER_TEXT, view.filter.isSet() ? _T("Filter is on") : _T(""));
+  }
 }
 
 void ViewPanel::changed() {
@@ -273,15 +290,17 @@ void ViewPanel::OnSwitch(UINT id) {
 }
 
 void ViewPanel::OnHScroll(UINT /*code*/, UINT /*position*/, CScrollBar* control) {
-  if (control == nullptr)
+  if (control == nullptr) {
     return;
+  }
   ViewSettings& view = m_session.view();
   const int position = static_cast<int>(control->SendMessage(TBM_GETPOS));
   switch (control->GetDlgCtrlID()) {
     case IDC_TOLERANCE:
       view.toleranceMm.reset();
-      if (position < allDepths)
+      if (position < allDepths) {
         view.toleranceMm = tolerances[static_cast<std::size_t>(position)];
+      }
       break;
     case IDC_GLYPH_SIZE:
       view.glyphPixels = position;
@@ -295,14 +314,16 @@ void ViewPanel::OnHScroll(UINT /*code*/, UINT /*position*/, CScrollBar* control)
 
 void ViewPanel::OnColorBy() {
   const LRESULT chosen = SendDlgItemMessage(IDC_COLOR_BY, CB_GETCURSEL);
-  if (chosen >= 0)
+  if (chosen >= 0) {
     m_session.view().colourBy = colorChoices[static_cast<std::size_t>(chosen)];
+  }
   changed();
 }
 
 void ViewPanel::OnLimit(UINT id) {
-  if (m_isFilling)
+  if (m_isFilling) {
     return;
+  }
   CString text;
   GetDlgItemText(static_cast<int>(id), text);
   double number = 0.0;
@@ -319,14 +340,16 @@ void ViewPanel::OnLimit(UINT id) {
 
 // A latency window that was left without a number shows again what counts.
 void ViewPanel::OnLeaveField(UINT /*id*/) {
-  if (!m_isFilling)
+  if (!m_isFilling) {
     refresh();
+  }
 }
 
 void ViewPanel::OnClearFilter() {
   m_session.view().filter = DipoleFilter();
-  for (int field = IDC_FILTER_ERROR_LEAST; field <= IDC_FILTER_LATENCY_MOST; ++field)
+  for (int field = IDC_FILTER_ERROR_LEAST; field <= IDC_FILTER_LATENCY_MOST; ++field) {
     SetDlgItemText(field, _T(""));
+  }
   changed();
 }
 

@@ -20,8 +20,9 @@ std::vector<CString> arguments() {
   int count = 0;
   LPWSTR* const words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
   std::vector<CString> texts;
-  for (int i = 1; i < count; ++i)
+  for (int i = 1; i < count; ++i) {
     texts.emplace_back(words[i]);
+  }
   ::LocalFree(words);
   return texts;
 }
@@ -61,8 +62,9 @@ BOOL ViewerApp::makeFrame() {
   SetRegistryKey(_T("Dipole"));
   auto* const made = new MainFrame;  // ends itself with its window
   m_pMainWnd = made;
-  if (!made->create())
+  if (!made->create()) {
     return FALSE;
+  }
   const int width = onScreen(1280);
   const int height = onScreen(940);
   CRect screen;
@@ -82,23 +84,26 @@ BOOL ViewerApp::openArguments() {
   const std::vector<CString> words = arguments();
   for (std::size_t i = 0; i < words.size(); ++i) {
     const bool isFollowed = i + 1 < words.size();
-    if (words[i] == _T("--fiducials") && isFollowed)
+    if (words[i] == _T("--fiducials") && isFollowed) {
       fiducials = wholePath(words[++i]);
-    else if (words[i] == _T("--benchmark") && isFollowed)
+    } else if (words[i] == _T("--benchmark") && isFollowed) {
       report = wholePath(words[++i]);
-    else if (!words[i].IsEmpty())
+    } else if (!words[i].IsEmpty()) {
       files.push_back(wholePath(words[i]));
+    }
   }
   std::stable_sort(files.begin(), files.end(),
                    [](const CString& left, const CString& right) { return kindOf(left) < kindOf(right); });
   const auto firstOther = std::find_if(files.begin(), files.end(),
                                        [](const CString& path) { return kindOf(path) != FileKind::mri; });
   frame()->openFiles({files.begin(), firstOther});
-  if (!fiducials.IsEmpty())
+  if (!fiducials.IsEmpty()) {
     frame()->registerFromFile(fiducials);
+  }
   frame()->openFiles({firstOther, files.end()});
-  if (report.IsEmpty())
+  if (report.IsEmpty()) {
     return TRUE;
+  }
   writeBenchmark(*frame(), report);
   return FALSE;
 }
@@ -107,20 +112,24 @@ BOOL ViewerApp::openArguments() {
 // except those that mean something in a field.
 BOOL ViewerApp::PreTranslateMessage(MSG* message) {
   const bool isKey = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN;
-  if (frame() == nullptr)
+  if (frame() == nullptr) {
     return CWinApp::PreTranslateMessage(message);
+  }
   if (isKey && !MainFrame::isBusy() && !isForField(*message) &&
-      frame()->PreTranslateMessage(message) != FALSE)
+      frame()->PreTranslateMessage(message) != FALSE) {
     return TRUE;
+  }
   const bool isInput = isKey || message->message == WM_LBUTTONUP || message->message == WM_LBUTTONDBLCLK;
-  if (isInput && ::GetAncestor(message->hwnd, GA_ROOT) != frame()->m_hWnd)
+  if (isInput && ::GetAncestor(message->hwnd, GA_ROOT) != frame()->m_hWnd) {
     frame()->noteLater();
+  }
   return CWinApp::PreTranslateMessage(message);
 }
 
 BOOL ViewerApp::OnIdle(LONG count) {
-  if (frame() != nullptr)
+  if (frame() != nullptr) {
     frame()->onIdle();
+  }
   return CWinApp::OnIdle(count);
 }
 

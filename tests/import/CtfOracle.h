@@ -119,21 +119,25 @@ class CtfOracle {
     std::string line;
     while (readLine(line)) {
       if (sameName(line, "File_Info")) {
-        if (!readFileInfo())
+        if (!readFileInfo()) {
           return;
+        }
       } else if (sameName(line, "Model")) {
-        if (!readModel())
+        if (!readModel()) {
           return;
+        }
       } else if (sameName(line, "MEG_Sphere")) {
         readSphere();
       } else if (sameName(line, "Dipoles")) {
-        if (readDipoles() == 0)
+        if (readDipoles() == 0) {
           return;
+        }
       } else if (sameName(line, "Fit_Results")) {
         if (ask(movingQuestion)) {
           total = first;
-          if (readMoving() == 0)
+          if (readMoving() == 0) {
             return;
+          }
         }
       } else if (sameName(line, "Dipole_Flags")) {
         readDetails(first, true);
@@ -148,14 +152,18 @@ class CtfOracle {
   bool readFileInfo() {
     std::string line;
     while (readLine(line)) {
-      if (isPassedOver(line))
+      if (isPassedOver(line)) {
         continue;
-      if (has(line, "}"))
+      }
+      if (has(line, "}")) {
         return true;
-      if (has(line, "VERSION:"))
+      }
+      if (has(line, "VERSION:")) {
         version = line = line.substr(8);
-      if (has(line, "PATIENT:"))
+      }
+      if (has(line, "PATIENT:")) {
         patient = line = line.substr(8);
+      }
     }
     return false;
   }
@@ -163,14 +171,18 @@ class CtfOracle {
   bool readModel() {
     std::string line;
     while (readLine(line)) {
-      if (isPassedOver(line))
+      if (isPassedOver(line)) {
         continue;
-      if (has(line, "}"))
+      }
+      if (has(line, "}")) {
         return true;
-      if (has(line, "MODEL_TYPE:") && has(line, "MEG_ONLY"))
+      }
+      if (has(line, "MODEL_TYPE:") && has(line, "MEG_ONLY")) {
         megOnly = 1;
-      if (has(line, "MRI_FILE:"))
+      }
+      if (has(line, "MRI_FILE:")) {
         mri = line = line.substr(9);
+      }
     }
     return false;
   }
@@ -180,24 +192,28 @@ class CtfOracle {
     int count = 0;
     std::string line;
     while (readLine(line)) {
-      if (isPassedOver(line))
+      if (isPassedOver(line)) {
         continue;
-      if (has(line, "}"))
+      }
+      if (has(line, "}")) {
         break;
+      }
       const int which = has(line, "ORIGIN_X:")   ? 0
                         : has(line, "ORIGIN_Y:") ? 1
                         : has(line, "ORIGIN_Z:") ? 2
                         : has(line, "RADIUS:")   ? 3
                                                  : -1;
-      if (which < 0)
+      if (which < 0) {
         continue;
+      }
       char token[2049];
       std::sscanf(line.c_str(), "%s  %f", token, &values[which]);
       values[which] *= 10.0F;
       ++count;
     }
-    if (count < 4)
+    if (count < 4) {
       messages.push_back(fewSphereValues);
+    }
     const std::array<double, 3> origin = {values[1], values[2], values[0]};
     const double radius = values[3];
     if (!sphereSet) {
@@ -210,8 +226,9 @@ class CtfOracle {
     for (std::size_t axis = 0; axis < 3; ++axis) {
       differs = differs || std::fabs(origin[axis] - sphereOrigin[axis]) > 3.0;
     }
-    if (differs)
+    if (differs) {
       messages.push_back(sphereDiffers);
+    }
   }
 
   // New axes from the file's.
@@ -225,20 +242,24 @@ class CtfOracle {
       if (has(line, "(cm)")) {
         cm = true;
         coordinateType = 3;
-        if (has(line, "(nAm)"))
+        if (has(line, "(nAm)")) {
           momentInNAm = 1;
+        }
         continue;
       }
-      if (isPassedOver(line))
+      if (isPassedOver(line)) {
         continue;
-      if (has(line, "}"))
+      }
+      if (has(line, "}")) {
         return endDipoles(cm);
+      }
       int number;
       float p[3], q[3], moment;
       const int fields = std::sscanf(line.c_str(), "%d : %f %f %f   %f %f %f   %f  %s", &number, &p[0], &p[1],
                                      &p[2], &q[0], &q[1], &q[2], &moment, label);
-      if (fields != 8 && fields != 9)
+      if (fields != 8 && fields != 9) {
         continue;
+      }
       if (total >= capacity) {
         messages.push_back(noSpace);
         return endDipoles(cm);
@@ -251,8 +272,9 @@ class CtfOracle {
         std::snprintf(question, sizeof question,
                       "It seems the dipole location is wrong (%.3f x %.3f x %.3f), do you like to import?",
                       double{p[0]}, double{p[1]}, double{p[2]});
-        if (!ask(question))
+        if (!ask(question)) {
           continue;
+        }
       }
       OracleDipole dipole;
       current = total++;
@@ -267,8 +289,9 @@ class CtfOracle {
   }
 
   int endDipoles(bool cm) {
-    if (!cm)
+    if (!cm) {
       messages.push_back(unitMissing);
+    }
     return total;
   }
 
@@ -280,24 +303,29 @@ class CtfOracle {
       if (has(line, "(cm)")) {
         cm = true;
         coordinateType = 3;
-        if (has(line, "(nAm)"))
+        if (has(line, "(nAm)")) {
           momentInNAm = 1;
-        if (has(line, "(s)"))
+        }
+        if (has(line, "(s)")) {
           seconds = true;
+        }
         continue;
       }
-      if (isPassedOver(line))
+      if (isPassedOver(line)) {
         continue;
-      if (has(line, "}"))
+      }
+      if (has(line, "}")) {
         return endMoving(cm, seconds);
+      }
       int number, id, tag;
       float latency, p[3], q[3], moment, error;
       char label[2049];
       const int fields =
           std::sscanf(line.c_str(), "%d: %d %d %f  %f %f %f   %f %f %f   %f  %f %s", &number, &id, &tag,
                       &latency, &p[0], &p[1], &p[2], &q[0], &q[1], &q[2], &moment, &error, label);
-      if (fields != 12 && fields != 13)
+      if (fields != 12 && fields != 13) {
         continue;
+      }
       if (total >= capacity) {
         messages.push_back(noSpace);
         return endMoving(cm, seconds);
@@ -321,10 +349,12 @@ class CtfOracle {
   }
 
   int endMoving(bool cm, bool seconds) {
-    if (!cm)
+    if (!cm) {
       messages.push_back(unitMissing);
-    if (!seconds)
+    }
+    if (!seconds) {
       messages.push_back(latencyUnitMissing);
+    }
     return total;
   }
 
@@ -335,8 +365,9 @@ class CtfOracle {
     bool isOpen = true;
     std::string line;
     while (isOpen && readLine(line)) {
-      if (isPassedOver(line))
+      if (isPassedOver(line)) {
         continue;
+      }
       if (has(line, "}")) {
         isOpen = false;
         continue;
@@ -348,8 +379,9 @@ class CtfOracle {
           areFlags ? std::sscanf(line.c_str(), "%d: %d %d %d %d %d", &a[0], &a[1], &a[2], &a[3], &a[4], &a[5])
                    : std::sscanf(line.c_str(), "%d: %d %d %f %d %f %d %d %d %s", &a[0], &a[1], &a[2],
                                  &latency, &a[3], &error, &a[4], &a[5], &a[6], text);
-      if (areFlags ? fields != 6 : fields != 9 && fields != 10)
+      if (areFlags ? fields != 6 : fields != 9 && fields != 10) {
         continue;
+      }
       if (slot >= capacity) {
         messages.push_back(noSpace);
         isOpen = false;
@@ -370,26 +402,31 @@ class CtfOracle {
         dipole.fitError = error;
       }
     }
-    if (!isOpen && (slot != total || made))
+    if (!isOpen && (slot != total || made)) {
       messages.push_back(fileNotCorrect);
+    }
   }
 
   void readPoints() {
     mriPoints.clear();
     std::string line;
     while (readLine(line)) {
-      if (isPassedOver(line))
+      if (isPassedOver(line)) {
         continue;
-      if (has(line, "}"))
+      }
+      if (has(line, "}")) {
         return;
-      if (!has(line, ":"))
+      }
+      if (!has(line, ":")) {
         continue;
+      }
       const int which = has(line, "NASION:")     ? 0
                         : has(line, "LEFT_EAR")  ? 1
                         : has(line, "RIGHT_EAR") ? 2
                                                  : -1;
-      if (which < 0)
+      if (which < 0) {
         continue;
+      }
       int a, b, c;
       if (std::sscanf(line.substr(line.find(':') + 1).c_str(), "%d %d %d", &a, &b, &c) < 3) {
         messages.push_back("MRI fiducial point reading error: three integers expected");

@@ -27,8 +27,9 @@ std::unique_ptr<Dipoles> threeDipoles() {
 
 std::vector<int> slotsOf(const DipoleScene& scene) {
   std::vector<int> slots;
-  for (const host::SceneDipole& dipole : scene.dipoles)
+  for (const host::SceneDipole& dipole : scene.dipoles) {
     slots.push_back(dipole.slot);
+  }
   return slots;
 }
 
@@ -116,7 +117,7 @@ TEST(DipoleScene, ShowsAsManyAsTheModuleCounts) {
 }
 
 TEST(DipoleScene, DipolesWithoutAPlaceAreCountedNotDrawn) {
-  for (const double bad : {noNumber, infinite, -infinite, 1e300, -100'001.0})
+  for (const double bad : {noNumber, infinite, -infinite, 1e300, -100'001.0}) {
     for (int axis = 0; axis < 3; ++axis) {
       const auto dipoles = threeDipoles();
       dipoles->getDipole(1)->m_location[axis] = bad;
@@ -125,6 +126,7 @@ TEST(DipoleScene, DipolesWithoutAPlaceAreCountedNotDrawn) {
       EXPECT_EQ(scene.nowhere, 1);
       EXPECT_EQ(scene.shown, 3);
     }
+  }
 }
 
 TEST(DipoleScene, EmptySlotsAreNoDipoles) {

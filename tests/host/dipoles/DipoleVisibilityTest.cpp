@@ -58,8 +58,9 @@ TEST_F(DipoleVisibility, TheCurrentOneAloneIsShownEvenWhenItIsSwitchedOff) {
 
 TEST_F(DipoleVisibility, TheLatencyWindowCountsWhileItsSwitchIsOn) {
   settings.latency = {100.0, 110.0};
-  for (const double latency : {99.9, 100.0, 105.0, 110.0, 110.1, notANumber})
+  for (const double latency : {99.9, 100.0, 105.0, 110.0, 110.1, notANumber}) {
     add(1, 2, 3).m_latency = latency;
+  }
   EXPECT_EQ(countVisible(*dipoles, settings), (VisibleCount{6, 6, 0, 0, 0}));
   dipoles->setShowDipoleLatencySelected(1);
   const Visibility out = Visibility::filtered;
@@ -113,28 +114,33 @@ TEST_F(DipoleVisibility, CountsAgreeWithAPlainModel) {
     dipoles->setShowDipoleArray(coin(5) == 0 ? 0 : 1);
     dipoles->setShowDipoleLatencySelected(coin(2));
     settings.latency = {95.0, 110.0};
-    if (coin(2) == 0)
+    if (coin(2) == 0) {
       settings.filter.fitError.most = 12.0;
+    }
 
     VisibleCount wanted{total, 0, 0, 0, 0};
     for (int i = 0; i < total; ++i) {
       const CDipoleszq& dipole = *dipoles->getDipole(i);
       bool isOn = dipoles->m_showDipoleArray != 0 && dipole.m_display == 1;
-      if (dipoles->m_showCurrentDipoleOnly != 0)
+      if (dipoles->m_showCurrentDipoleOnly != 0) {
         isOn = isOn && i == dipoles->m_currentDipole;
-      else
+      } else {
         isOn = isOn && dipole.m_show != 0;
+      }
       bool passes = !settings.filter.fitError.most || dipole.m_fitError <= 12.0;
-      if (dipoles->m_showDipoleLatencySelected != 0 && (dipole.m_latency < 95.0 || dipole.m_latency > 110.0))
+      if (dipoles->m_showDipoleLatencySelected != 0 &&
+          (dipole.m_latency < 95.0 || dipole.m_latency > 110.0)) {
         passes = false;
-      if (!isOn)
+      }
+      if (!isOn) {
         ++wanted.switchedOff;
-      else if (!passes)
+      } else if (!passes) {
         ++wanted.filtered;
-      else if (std::isnan(dipole.m_location[0]))
+      } else if (std::isnan(dipole.m_location[0])) {
         ++wanted.nowhere;
-      else
+      } else {
         ++wanted.shown;
+      }
     }
     ASSERT_EQ(countVisible(*dipoles, settings), wanted) << "round " << round;
   }

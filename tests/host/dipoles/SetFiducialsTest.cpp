@@ -82,8 +82,9 @@ void expectUsual(const host::Fiducials& points, double angle = 0.0) {
 }
 
 Slices countedFromTheRight(Slices slices) {
-  for (Vector3& point : slices)
+  for (Vector3& point : slices) {
     point.x = extents[0] - 1 - point.x;
+  }
   return slices;
 }
 
@@ -102,8 +103,9 @@ TEST(SetFiducials, StandInTheirPlacesForEveryOrderAndDirectionOfVoxelAxes) {
   const auto set = setOf(usual);
   std::array<int, 3> order = {0, 1, 2};
   do {
-    for (unsigned along = 0; along < 8; ++along)
+    for (unsigned along = 0; along < 8; ++along) {
       expectUsual(host::fiducialsOfSet(*set, volumeOf(order, along)));
+    }
   } while (std::next_permutation(order.begin(), order.end()));
 }
 
@@ -121,8 +123,9 @@ TEST(SetFiducials, SlicesOfAnMriWithLeftOnRightCountFromTheRight) {
 }
 
 TEST(SetFiducials, MriMayBeTilted) {
-  for (const double angle : {0.4, -0.7})
+  for (const double angle : {0.4, -0.7}) {
     expectUsual(host::fiducialsOfSet(*setOf(usual), volumeOf({1, 2, 0}, 2, angle)), angle);
+  }
 }
 
 TEST(SetFiducials, RefusedWithoutPoints) {
@@ -146,13 +149,14 @@ TEST(SetFiducials, RefusedWhereSidesAreOnlyAssumed) {
 }
 
 TEST(SetFiducials, RefusedOutsideOfTheMri) {
-  for (int axis = 0; axis < 3; ++axis)
+  for (int axis = 0; axis < 3; ++axis) {
     for (const double number : {-1.0, static_cast<double>(extents[static_cast<std::size_t>(axis)])}) {
       Slices slices = usual;
       slices[0][axis] = number;
       EXPECT_EQ(causeOf(*setOf(slices), plain()),
                 "the fiducial points of the dipole file lie outside of this MRI: they are of another one");
     }
+  }
 }
 
 TEST(SetFiducials, RefusedWhenTheDistancesAreOfAnotherMri) {

@@ -16,8 +16,9 @@ TEST(FileKind, EndingsTellInAnyCase) {
 
 TEST(FileKind, EverythingElseIsForTheImporters) {
   for (const LPCTSTR path :
-       {_T("spikes.dip"), _T("median.txt"), _T(""), _T("nii"), _T("head.nii.txt"), _T("head.gz")})
+       {_T("spikes.dip"), _T("median.txt"), _T(""), _T("nii"), _T("head.nii.txt"), _T("head.gz")}) {
     EXPECT_EQ(kindOf(path), FileKind::dipoles);
+  }
 }
 
 TEST(FileKind, FilesOfDipolesTellTheirFormatInAnyCase) {
@@ -27,8 +28,9 @@ TEST(FileKind, FilesOfDipolesTellTheirFormatInAnyCase) {
   EXPECT_EQ(host::dipoleFormatOf(_T("a.Csv")), host::DipoleFormat::csv);
   EXPECT_EQ(host::dipoleFormatOf(_T("a.TSV")), host::DipoleFormat::tsv);
   EXPECT_EQ(host::dipoleFormatOf(_T("a.json")), host::DipoleFormat::json);
-  for (const LPCTSTR path : {_T("a.png"), _T("dip"), _T(".dip"), _T("a.dip/b"), _T("")})
+  for (const LPCTSTR path : {_T("a.png"), _T("dip"), _T(".dip"), _T("a.dip/b"), _T("")}) {
     EXPECT_EQ(host::dipoleFormatOf(path), std::nullopt);
+  }
 }
 
 TEST(FileKind, HeadsComeFirstAndDipolesLast) {

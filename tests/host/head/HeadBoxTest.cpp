@@ -19,10 +19,13 @@ TEST(HeadBox, SurroundsTheHeadAndItsBlob) {
 TEST(HeadBox, DoesNotGrowForScatteredVoxels) {
   const host::HeadFrame frame({{0, 100, 0}, {-80, 0, 0}, {80, 0, 0}});
   std::vector<float> voxels(std::size_t{100} * 100 * 100, 0.0F);
-  for (std::size_t k = 20; k < 80; ++k)
-    for (std::size_t j = 20; j < 80; ++j)
-      for (std::size_t i = 20; i < 80; ++i)
+  for (std::size_t k = 20; k < 80; ++k) {
+    for (std::size_t j = 20; j < 80; ++j) {
+      for (std::size_t i = 20; i < 80; ++i) {
         voxels[(k * 100 + j) * 100 + i] = static_cast<float>(100 + i);
+      }
+    }
+  }
   voxels[5] = 200.0F;
   voxels[999'990] = 200.0F;
   const host::Affine toScanner({1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {-50, -50, -50});

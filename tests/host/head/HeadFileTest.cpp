@@ -108,8 +108,9 @@ TEST(HeadFile, ExhaustedMemoryIsTold) {
       try {
         const host::OpenedHead opened = host::openHead(path);
         isOpen = opened.head.isRegistered();
-        if (!memory.failed())
+        if (!memory.failed()) {
           break;
+        }
       } catch (const std::runtime_error& error) {
         const MemoryTruce truce;
         failure = error.what();

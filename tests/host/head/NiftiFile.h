@@ -16,8 +16,9 @@ template <typename Number>
 void put(std::string& bytes, std::size_t offset, Number value, std::endian order) {
   char* place = bytes.data() + offset;
   std::memcpy(place, &value, sizeof(Number));
-  if (order != std::endian::native)
+  if (order != std::endian::native) {
     std::reverse(place, place + sizeof(Number));
+  }
 }
 
 struct NiftiFile {
@@ -48,18 +49,21 @@ struct NiftiFile {
   // Voxels 0, 1, 2, ... of type float for the first three dimensions.
   void count() {
     const auto total = dim[1] * dim[2] * dim[3];
-    for (std::int64_t i = 0; i < total; ++i)
+    for (std::int64_t i = 0; i < total; ++i) {
       add(static_cast<float>(i));
+    }
   }
 
   [[nodiscard]] std::string version1() const {
     std::string bytes(352, '\0');
     put(bytes, 0, std::int32_t{348}, order);
-    for (std::size_t i = 0; i < 8; ++i)
+    for (std::size_t i = 0; i < 8; ++i) {
       put(bytes, 40 + 2 * i, static_cast<std::int16_t>(dim[i]), order);
+    }
     put(bytes, 70, static_cast<std::int16_t>(type), order);
-    for (std::size_t i = 0; i < 8; ++i)
+    for (std::size_t i = 0; i < 8; ++i) {
       put(bytes, 76 + 4 * i, static_cast<float>(pixdim[i]), order);
+    }
     put(bytes, 108, static_cast<float>(voxelOffset == 0.0 ? 352.0 : voxelOffset), order);
     put(bytes, 112, static_cast<float>(slope), order);
     put(bytes, 116, static_cast<float>(intercept), order);
@@ -70,8 +74,9 @@ struct NiftiFile {
       put(bytes, 256 + 4 * i, static_cast<float>(quaternion[i]), order);
       put(bytes, 268 + 4 * i, static_cast<float>(qoffset[i]), order);
     }
-    for (std::size_t i = 0; i < 12; ++i)
+    for (std::size_t i = 0; i < 12; ++i) {
       put(bytes, 280 + 4 * i, static_cast<float>(srow[i]), order);
+    }
     bytes.replace(344, 4, magic.empty() ? std::string("n+1\0", 4) : magic);
     return bytes + voxels;
   }
@@ -94,8 +99,9 @@ struct NiftiFile {
       put(bytes, 352 + 8 * i, quaternion[i], order);
       put(bytes, 376 + 8 * i, qoffset[i], order);
     }
-    for (std::size_t i = 0; i < 12; ++i)
+    for (std::size_t i = 0; i < 12; ++i) {
       put(bytes, 400 + 8 * i, srow[i], order);
+    }
     put(bytes, 500, units, order);
     return bytes + voxels;
   }
@@ -104,8 +110,9 @@ struct NiftiFile {
 // Packed as gzip does it, as one member.
 inline std::string gzip(const std::string& bytes) {
   z_stream stream{};
-  if (deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY) != Z_OK)
+  if (deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY) != Z_OK) {
     throw std::runtime_error("deflateInit2");
+  }
   std::string plain = bytes;
   std::string packed(deflateBound(&stream, static_cast<uLong>(bytes.size())), '\0');
   stream.next_in = reinterpret_cast<Bytef*>(plain.data());
@@ -115,7 +122,8 @@ inline std::string gzip(const std::string& bytes) {
   const int result = deflate(&stream, Z_FINISH);
   packed.resize(stream.total_out);
   deflateEnd(&stream);
-  if (result != Z_STREAM_END)
+  if (result != Z_STREAM_END) {
     throw std::runtime_error("deflate");
+  }
   return packed;
 }

@@ -59,16 +59,19 @@ std::vector<float> readBack(std::endian order, bool second, int type, const std:
   file.order = order;
   file.type = type;
   file.dim = {3, static_cast<std::int64_t>(values.size()), 1, 1, 1, 1, 1, 1};
-  for (const Number value : values)
+  for (const Number value : values) {
     file.add(value);
+  }
   return read(second ? file.version2() : file.version1()).voxels();
 }
 
 template <typename Number>
 void expectRead(int type, const std::vector<Number>& values, const std::vector<float>& expected) {
-  for (const std::endian order : {std::endian::little, std::endian::big})
-    for (const bool second : {false, true})
+  for (const std::endian order : {std::endian::little, std::endian::big}) {
+    for (const bool second : {false, true}) {
       EXPECT_EQ(readBack(order, second, type, values), expected) << type << ' ' << second;
+    }
+  }
 }
 
 void expectNear(const Vector3& found, const Vector3& expected) {
@@ -195,8 +198,9 @@ TEST(NiftiReader, SkipsExtensionsBeforeTheVoxels) {
 TEST(NiftiReader, ReadsTheFirstOfSeveralVolumes) {
   NiftiFile file = counted();
   file.dim = {4, 2, 3, 4, 2, 1, 1, 1};
-  for (int i = 0; i < 24; ++i)
+  for (int i = 0; i < 24; ++i) {
     file.add(-1.0F);
+  }
   EXPECT_EQ(read(file.version1()).voxel(1, 2, 3), 23.0F);
   EXPECT_EQ(read(gzip(file.version1())).voxels().size(), 24U);
 }
@@ -254,8 +258,9 @@ TEST(NiftiReader, RefusesEveryTruncation) {
 
 TEST(NiftiReader, RefusesEveryTruncationOfPackedData) {
   const std::string whole = gzip(counted().version1());
-  for (std::size_t size = 0; size < whole.size(); ++size)
+  for (std::size_t size = 0; size < whole.size(); ++size) {
     EXPECT_NE(causeOf(whole.substr(0, size)), "was read") << size << " of " << whole.size();
+  }
 }
 
 TEST(NiftiReader, SaysHowMuchIsMissing) {

@@ -22,8 +22,8 @@ inline host::Volume phantom(const host::HeadFrame& frame, const host::Vector3& b
   const host::Affine toScanner({-2, 0, 0}, {0, -2, 0}, {0, 0, 2}, {100, 100, -110});
   std::vector<float> voxels;
   voxels.reserve(static_cast<std::size_t>(extent) * extent * extent);
-  for (int k = 0; k < extent; ++k)
-    for (int j = 0; j < extent; ++j)
+  for (int k = 0; k < extent; ++k) {
+    for (int j = 0; j < extent; ++j) {
       for (int i = 0; i < extent; ++i) {
         const host::Vector3 index{static_cast<double>(i), static_cast<double>(j), static_cast<double>(k)};
         const host::Vector3 head = frame.fromScanner(toScanner(index));
@@ -32,5 +32,7 @@ inline host::Volume phantom(const host::HeadFrame& frame, const host::Vector3& b
         const float ball = (i + j + k) % 10 == 0 ? 20.0F : static_cast<float>(300.0 + head.x);
         voxels.push_back(inBlob ? 600.0F : inBall ? ball : 0.0F);
       }
+    }
+  }
   return {{extent, extent, extent}, std::move(voxels), toScanner};
 }

@@ -31,14 +31,17 @@ TEST(Phantom, BothSidesAreAlikeButForTheCapsule) {
   const auto [width, height, depth] = volume.dimensions();
   const host::Vector3 capsule = phantomOnce().capsule;
   int different = 0;
-  for (int k = 0; k < depth; ++k)
-    for (int j = 0; j < height; ++j)
-      for (int i = 0; i < width / 2; ++i)
+  for (int k = 0; k < depth; ++k) {
+    for (int j = 0; j < height; ++j) {
+      for (int i = 0; i < width / 2; ++i) {
         if (volume.voxel(i, j, k) != volume.voxel(width - 1 - i, j, k)) {
           ++different;
           const host::Vector3 index{static_cast<double>(i), static_cast<double>(j), static_cast<double>(k)};
           ASSERT_LT(length(volume.toScanner()(index) - capsule), 14.0);
         }
+      }
+    }
+  }
   EXPECT_GT(different, 20);
 }
 

@@ -63,8 +63,9 @@ TEST(Volume, MakesVoxelsThatAreNotFiniteZero) {
 
 TEST(Volume, WindowsFromThe2ndToThe995thOfAThousand) {
   std::vector<float> values(2000, 0.0F);  // half of it is background, which does not count
-  for (int i = 0; i < 1000; ++i)
+  for (int i = 0; i < 1000; ++i) {
     values[static_cast<std::size_t>(i) * 2] = static_cast<float>(i + 1);
+  }
   const Volume volume({2000, 1, 1}, values, identity);
   EXPECT_EQ(volume.window().low, 20.0);    // the value of rank 19.98, cut, from 0
   EXPECT_EQ(volume.window().high, 995.0);  // of rank 994.005

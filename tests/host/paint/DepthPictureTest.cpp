@@ -27,9 +27,11 @@ TEST(DepthPicture, IsEmptyAtFirstAndAfterClear) {
 
 TEST(DepthPicture, HidesOnlyBehindAFullPart) {
   DepthPicture picture(64, 64, {});
-  for (int row = 0; row < 64; ++row)
-    for (int column = 0; column < 64; ++column)
+  for (int row = 0; row < 64; ++row) {
+    for (int column = 0; column < 64; ++column) {
       picture.depths(row)[column] = 10.0F;
+    }
+  }
   EXPECT_FALSE(picture.hides(20, 20, 40, 40, 11.0)) << "before the summary";
   picture.summarise();
   EXPECT_TRUE(picture.hides(20, 20, 40, 40, 11.0));
@@ -55,9 +57,11 @@ TEST(DepthPicture, NeverHidesWhatAPixelWouldShow) {
   std::uniform_real_distribution<float> depths(0.0F, 20.0F);
   std::uniform_int_distribution<int> places(0, 74);
   DepthPicture picture(75, 75, {});
-  for (int row = 0; row < 75; ++row)
-    for (int column = 0; column < 75; ++column)
+  for (int row = 0; row < 75; ++row) {
+    for (int column = 0; column < 75; ++column) {
       picture.depths(row)[column] = depths(random);
+    }
+  }
   picture.summarise();
   for (int round = 0; round < 2000; ++round) {
     const int left = places(random);
@@ -65,11 +69,14 @@ TEST(DepthPicture, NeverHidesWhatAPixelWouldShow) {
     const int right = left + 1 + places(random) % 5;
     const int bottom = top + 1 + places(random) % 5;
     const float nearest = 15.0F + depths(random) * 0.25F;
-    if (!picture.hides(left, top, right, bottom, static_cast<double>(nearest)))
+    if (!picture.hides(left, top, right, bottom, static_cast<double>(nearest))) {
       continue;
-    for (int row = top; row < (std::min)(bottom, 75); ++row)
-      for (int column = left; column < (std::min)(right, 75); ++column)
+    }
+    for (int row = top; row < (std::min)(bottom, 75); ++row) {
+      for (int column = left; column < (std::min)(right, 75); ++column) {
         ASSERT_LE(picture.depth(column, row), nearest);
+      }
+    }
   }
 }
 

@@ -14,8 +14,9 @@ constexpr Rgb red{255, 0, 0};
 
 int countOf(const Image& image, Rgb colour) {
   int count = 0;
-  for (const Rgb& pixel : image.pixels())
+  for (const Rgb& pixel : image.pixels()) {
     count += pixel == colour ? 1 : 0;
+  }
   return count;
 }
 

@@ -70,15 +70,17 @@ TEST(SceneCamera, YawGoesToThePatientsLeftAndPitchUp) {
 TEST(SceneCamera, StandardViewsAreExact) {
   for (const Standpoint standpoint : host::allStandpoints) {
     const SceneCamera camera = cameraAt(standpoint);
-    for (const Vector3& axis : {camera.right(), camera.up(), camera.toViewer()})
-      for (int i = 0; i < 3; ++i)
+    for (const Vector3& axis : {camera.right(), camera.up(), camera.toViewer()}) {
+      for (int i = 0; i < 3; ++i) {
         EXPECT_TRUE(axis[i] == 0.0 || axis[i] == 1.0 || axis[i] == -1.0) << nameOf(standpoint);
+      }
+    }
   }
 }
 
 TEST(SceneCamera, NeverMirrorsTheHead) {
   SceneCamera camera(10, 10);
-  for (int column = -24; column <= 24; ++column)
+  for (int column = -24; column <= 24; ++column) {
     for (int row = -12; row <= 12; ++row) {
       const double yaw = column * 7.5;
       const double pitch = row * 7.5;
@@ -89,6 +91,7 @@ TEST(SceneCamera, NeverMirrorsTheHead) {
       EXPECT_NEAR(length(camera.up()), 1.0, 1e-12);
       EXPECT_NEAR(dot(camera.right(), camera.up()), 0.0, 1e-12);
     }
+  }
 }
 
 TEST(SceneCamera, TurnsAroundItsCentre) {

@@ -41,8 +41,9 @@ TEST(DrawLine, IsTheSameFromEitherEnd) {
 
 TEST(DrawLine, IsPaleWhereItIsHidden) {
   DepthPicture picture(40, 20, black);
-  for (int column = 0; column < 20; ++column)
+  for (int column = 0; column < 20; ++column) {
     picture.depths(10)[column] = 5.0F;
+  }
   const host::LineStyle style{white, 1.0, 1.0, 0.2};
   drawLine(picture, {0, 10.5, 6}, {40, 10.5, 6}, style);
   EXPECT_EQ(picture.image().pixel(10, 10), (Rgb{51, 51, 51}));
@@ -55,8 +56,9 @@ TEST(DrawLine, IsPaleWhereItIsHidden) {
 
 TEST(DrawLine, ItsDepthRunsFromEndToEnd) {
   DepthPicture picture(100, 3, black);
-  for (int column = 0; column < 100; ++column)
+  for (int column = 0; column < 100; ++column) {
     picture.depths(1)[column] = 50.0F;
+  }
   drawLine(picture, {0, 1.5, 0}, {100, 1.5, 100}, {white, 1.0, 1.0, 0.0});
   EXPECT_EQ(picture.image().pixel(48, 1), white);
   EXPECT_EQ(picture.image().pixel(51, 1), black);
@@ -65,8 +67,9 @@ TEST(DrawLine, ItsDepthRunsFromEndToEnd) {
 TEST(DrawLine, IsCutAtTheBorder) {
   Image image(30, 30, black);
   drawLine(image, {-1e7, -1e7, 0}, {1e7, 1e7, 0}, {white, 1.0});
-  for (int i = 0; i < 30; ++i)
+  for (int i = 0; i < 30; ++i) {
     EXPECT_EQ(image.pixel(i, i), white);
+  }
   Image outside(30, 30, black);
   drawLine(outside, {-50, 100, 0}, {100, 100, 0}, {white, 1.0});
   drawLine(outside, {-5, -5, 0}, {-5, 100, 0}, {white, 1.0});

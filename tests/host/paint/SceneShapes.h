@@ -16,8 +16,9 @@ inline double depthOfBall(const host::SceneCamera& camera, const host::Vector3& 
   const host::Vector3 forward = camera.toViewer() * -1.0;
   const double along = dot(toCentre, forward);
   const double beside = dot(toCentre, toCentre) - along * along;
-  if (beside > radius * radius)
+  if (beside > radius * radius) {
     return std::numeric_limits<double>::infinity();
+  }
   return along - std::sqrt(radius * radius - beside);
 }
 
@@ -31,13 +32,15 @@ struct Drawn {
 template <typename Test>
 Drawn drawnWhere(const host::Image& image, const Test& test) {
   Drawn drawn;
-  for (int row = 0; row < image.height(); ++row)
-    for (int column = 0; column < image.width(); ++column)
+  for (int row = 0; row < image.height(); ++row) {
+    for (int column = 0; column < image.width(); ++column) {
       if (test(image.pixel(column, row))) {
         ++drawn.pixels;
         drawn.column += column + 0.5;
         drawn.row += row + 0.5;
       }
+    }
+  }
   if (drawn.pixels > 0) {
     drawn.column /= drawn.pixels;
     drawn.row /= drawn.pixels;

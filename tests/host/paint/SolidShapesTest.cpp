@@ -44,7 +44,7 @@ TEST(DrawBall, AgreesWithLinesOfSight) {
     const double radius = radii(random);
     DepthPicture picture(90, 70, black);
     ball(picture, camera, centre, radius, red);
-    for (int row = 0; row < 70; ++row)
+    for (int row = 0; row < 70; ++row) {
       for (int column = 0; column < 90; ++column) {
         const double expected = depthOfBall(camera, centre, radius, column, row);
         ASSERT_EQ(isDrawn(picture.image().pixel(column, row)), expected < endless);
@@ -52,6 +52,7 @@ TEST(DrawBall, AgreesWithLinesOfSight) {
           ASSERT_NEAR(static_cast<double>(picture.depth(column, row)), expected, 1e-3);
         }
       }
+    }
   }
 }
 
@@ -71,13 +72,14 @@ TEST(DrawBall, TwoThatCutEachOtherShareTheMiddle) {
   DepthPicture picture(80, 60, black);
   ball(picture, camera, {-4, 0, 0}, 8, red);
   ball(picture, camera, {4, 0, 0}, 8, blue);
-  for (int row = 0; row < 60; ++row)
+  for (int row = 0; row < 60; ++row) {
     for (int column = 0; column < 80; ++column) {
       const Rgb pixel = picture.image().pixel(column, row);
       if (isDrawn(pixel)) {
         ASSERT_EQ(pixel.red > pixel.blue, column < 40) << column << ' ' << row;
       }
     }
+  }
 }
 
 TEST(DrawBall, IsCutAtEveryBorder) {
@@ -88,9 +90,11 @@ TEST(DrawBall, IsCutAtEveryBorder) {
     DepthPicture picture(50, 40, black);
     ball(picture, camera, centre, 10, red);
     int expected = 0;
-    for (int row = 0; row < 40; ++row)
-      for (int column = 0; column < 50; ++column)
+    for (int row = 0; row < 40; ++row) {
+      for (int column = 0; column < 50; ++column) {
         expected += depthOfBall(camera, centre, 10, column, row) < endless ? 1 : 0;
+      }
+    }
     EXPECT_GT(expected, 0);
     EXPECT_EQ(drawnWhere(picture.image(), isDrawn).pixels, expected);
   }
@@ -117,8 +121,8 @@ TEST(DrawArrow, ReachesFromItsStartToItsTip) {
     double nearest = endless;
     double farthest = -endless;
     double widest = 0.0;
-    for (int row = 0; row < 200; ++row)
-      for (int column = 0; column < 200; ++column)
+    for (int row = 0; row < 200; ++row) {
+      for (int column = 0; column < 200; ++column) {
         if (isDrawn(picture.image().pixel(column, row))) {
           const double x = column + 0.5 - 100.0;
           const double y = row + 0.5 - 100.0;
@@ -126,6 +130,8 @@ TEST(DrawArrow, ReachesFromItsStartToItsTip) {
           farthest = (std::max)(farthest, (x * across + y * down) / extent);
           widest = (std::max)(widest, std::abs(x * down - y * across) / extent);
         }
+      }
+    }
     EXPECT_NEAR(nearest, 0.0, 1.0);
     EXPECT_NEAR(farthest, extent, 2.5);
     EXPECT_NEAR(widest, 4.0, 1.0) << "the head's radius of 2 mm";
@@ -139,8 +145,9 @@ TEST(DrawArrow, TheHeadIsAtTheTip) {
   drawArrow(picture, camera, {-40, 0, 0}, {40, 0, 0}, {}, red);
   const auto tall = [&](int column) {
     int count = 0;
-    for (int row = 0; row < 100; ++row)
+    for (int row = 0; row < 100; ++row) {
       count += isDrawn(picture.image().pixel(column, row)) ? 1 : 0;
+    }
     return count;
   };
   EXPECT_NEAR(tall(30), 3.2, 1.0) << "the shaft's width: 1.6 mm";

@@ -20,15 +20,17 @@ std::vector<int> greys(const StrokeFont& font, const std::string& text) {
   Image image(font.width(text), font.lineHeight(), black);
   font.draw(image, 0, 0, text, white);
   std::vector<int> values;
-  for (const Rgb& pixel : image.pixels())
+  for (const Rgb& pixel : image.pixels()) {
     values.push_back(pixel.green);
+  }
   return values;
 }
 
 int inkOf(const StrokeFont& font, const std::string& text) {
   int sum = 0;
-  for (const int grey : greys(font, text))
+  for (const int grey : greys(font, text)) {
     sum += grey;
+  }
   return sum;
 }
 
@@ -55,8 +57,9 @@ TEST(StrokeFont, KeepsWithinItsLine) {
   font.draw(image, border, border, text, white);
   Image inside = image.cropped({border, border, image.width() - border, image.height() - border});
   image.fill({border, border, image.width() - border, image.height() - border}, black);
-  for (const Rgb& pixel : image.pixels())
+  for (const Rgb& pixel : image.pixels()) {
     ASSERT_EQ(pixel, black);
+  }
   // Nothing is cut off either: at the line's own edges the strokes fade out.
   for (int column = 0; column < inside.width(); ++column) {
     EXPECT_LT(inside.pixel(column, 0).green, 128) << column;
@@ -66,8 +69,9 @@ TEST(StrokeFont, KeepsWithinItsLine) {
 
 TEST(StrokeFont, IsSmoothAtItsEdges) {
   int between = 0;
-  for (const int grey : greys(StrokeFont(20), "O"))
+  for (const int grey : greys(StrokeFont(20), "O")) {
     between += grey > 0 && grey < 255 ? 1 : 0;
+  }
   EXPECT_GT(between, 20);
 }
 
@@ -80,8 +84,9 @@ TEST(StrokeFont, AddsUpTheWidthsOfItsCharacters) {
 
 TEST(StrokeFont, GivesAllDigitsOneWidth) {
   const StrokeFont font(17);
-  for (char c = '0'; c <= '9'; ++c)
+  for (char c = '0'; c <= '9'; ++c) {
     EXPECT_EQ(font.width(std::string(1, c)), font.width("0"));
+  }
 }
 
 TEST(StrokeFont, PutsAccentedLettersTogether) {

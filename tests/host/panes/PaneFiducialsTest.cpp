@@ -43,9 +43,11 @@ struct PaneFiducials : SlicePaneFixture {
     host::SlicePane pane = widePane(view);
     const Image& image = pane.paint(contents());
     std::string all;
-    for (const char letter : letters)
-      if (inkOf(image, letter) > 0)
+    for (const char letter : letters) {
+      if (inkOf(image, letter) > 0) {
         all += letter;
+      }
+    }
     return all;
   }
 
@@ -155,8 +157,9 @@ TEST_F(PaneFiducials, In3DARegisteredHeadShowsItsOwnAndAnotherTheSets) {
   crosshair = {0, 0, -60};  // no slice before them
   host::ScenePane pane = scenePane();
   const Image registered = pane.paint(contents());
-  for (const char letter : letters)
+  for (const char letter : letters) {
     EXPECT_GT(inkAt(registered, pixelIn(pane, place(letter)), letter), 10) << letter;
+  }
   EXPECT_EQ(inkAt(registered, pixelIn(pane, other), 'N'), 0);
   dipoles->setShowFiducialPt(0);
   EXPECT_EQ(inkOf(pane.paint(contents()), 'N'), 0);

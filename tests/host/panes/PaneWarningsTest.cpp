@@ -38,8 +38,9 @@ TEST_F(PaneWarnings, DipolesInThePhantomAreWarnedOf) {
 TEST_F(PaneWarnings, StandInEverySliceAndIn3D) {
   const auto warned = [&] {
     std::vector<bool> panes;
-    for (const host::View view : allViews)
+    for (const host::View view : allViews) {
       panes.push_back(count(paneOf(view).paint(contents()), host::warningInk) > 50);
+    }
     host::ScenePane scene;
     scene.resize(400, 360);
     panes.push_back(count(scene.paint(contents()), host::warningInk) > 50);

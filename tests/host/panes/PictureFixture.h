@@ -36,20 +36,26 @@ struct PictureFixture : testing::Test, PaneFixture {
     const host::StrokeFont font = host::letterFont();
     host::Image pattern(font.width(text), font.lineHeight(), {});
     font.draw(pattern, 0, 0, text, host::letterInk);
-    for (int top = 0; top + pattern.height() <= image.height(); ++top)
-      for (int left = 0; left + pattern.width() <= image.width(); ++left)
-        if (isThere(image, pattern, left, top))
+    for (int top = 0; top + pattern.height() <= image.height(); ++top) {
+      for (int left = 0; left + pattern.width() <= image.width(); ++left) {
+        if (isThere(image, pattern, left, top)) {
           return {left + pattern.width() * 0.5, top + pattern.height() * 0.5};
+        }
+      }
+    }
     return {};
   }
 
  private:
   static bool isThere(const host::Image& image, const host::Image& pattern, int left, int top) {
-    for (int row = 0; row < pattern.height(); ++row)
-      for (int column = 0; column < pattern.width(); ++column)
+    for (int row = 0; row < pattern.height(); ++row) {
+      for (int column = 0; column < pattern.width(); ++column) {
         if ((pattern.pixel(column, row) == host::letterInk) !=
-            (image.pixel(left + column, top + row) == host::letterInk))
+            (image.pixel(left + column, top + row) == host::letterInk)) {
           return false;
+        }
+      }
+    }
     return true;
   }
 };

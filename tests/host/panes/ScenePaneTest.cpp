@@ -183,9 +183,11 @@ TEST_F(ScenePaneTest, TheLegendStandsAtTheRightBorderBesideTheScene) {
   const Image legend = legendPicture(byError, 360, 15);
   ASSERT_EQ(legend.height(), 360);
   EXPECT_EQ(pane.camera().width(), 500 - legend.width());
-  for (int row = 0; row < 360; ++row)
-    for (int column = 0; column < legend.width(); ++column)
+  for (int row = 0; row < 360; ++row) {
+    for (int column = 0; column < legend.width(); ++column) {
       ASSERT_EQ(image.pixel(500 - legend.width() + column, row), legend.pixel(column, row));
+    }
+  }
   EXPECT_EQ(pane.pick(contents(), 499, 180), -1);
   settings.showLegend = false;
   paint();
@@ -216,7 +218,7 @@ TEST_F(ScenePaneTest, FitShowsTheWholeHeadFromEverySide) {
   for (const Standpoint standpoint : host::allStandpoints) {
     pane.lookFrom(standpoint);
     paint();
-    for (int axis = 0; axis < 3; ++axis)
+    for (int axis = 0; axis < 3; ++axis) {
       for (const double end : {-60.0, 60.0}) {
         Vector3 place;
         place[axis] = end;
@@ -226,6 +228,7 @@ TEST_F(ScenePaneTest, FitShowsTheWholeHeadFromEverySide) {
         EXPECT_GT(at.row, 20.0);
         EXPECT_LT(at.row, 340.0);
       }
+    }
   }
   EXPECT_GT(pane.camera().scale() * 120.0, 240.0) << "and not smaller than need be";
 }
@@ -234,8 +237,9 @@ TEST_F(ScenePaneTest, ZoomAndPanStayUntilTheNextFit) {
   paint();
   const double fitted = pane.camera().scale();
   pane.zoom(1.5);
-  for (const double nonsense : {0.0, -2.0, std::numeric_limits<double>::quiet_NaN()})
+  for (const double nonsense : {0.0, -2.0, std::numeric_limits<double>::quiet_NaN()}) {
     pane.zoom(nonsense);
+  }
   paint();
   EXPECT_DOUBLE_EQ(pane.camera().scale(), fitted * 1.5);
   const double column = pane.camera().project({}).column;
@@ -249,8 +253,9 @@ TEST_F(ScenePaneTest, ZoomAndPanStayUntilTheNextFit) {
 }
 
 TEST_F(ScenePaneTest, TheSetIsAsBefore) {
-  for (int i = 0; i < 10; ++i)
+  for (int i = 0; i < 10; ++i) {
     put({i * 4.0, 0, 0}).m_showOrientation = 1;
+  }
   dipoles->m_currentDipole = 3;
   const WholeSet before = wholeSet(*dipoles);
   paint();
@@ -266,10 +271,11 @@ TEST_F(ScenePaneTest, ACrosshairThatIsNoPlaceIsRefused) {
 
 TEST_F(ScenePaneTest, PanesOfAnySizeArePainted) {
   put({40, 20, 0}).m_showOrientation = 1;
-  for (const int width : {1, 2, 30, 200})
+  for (const int width : {1, 2, 30, 200}) {
     for (const int height : {1, 5, 100}) {
       pane.resize(width, height);
       EXPECT_EQ(paint().width(), width);
       EXPECT_EQ(paint().height(), height);
     }
+  }
 }

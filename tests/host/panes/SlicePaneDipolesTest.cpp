@@ -30,7 +30,7 @@ TEST_F(SlicePaneDipoles, TheToleranceHoldsAtBothEdges) {
   };
   crosshair = {5, 6, 7};
   settings.toleranceMm = 4.0;
-  for (const View view : allViews)
+  for (const View view : allViews) {
     for (const double side : {-1.0, 1.0}) {
       dipoles->cleanDipoles();
       put(shifted(view, side * 4.0));
@@ -43,14 +43,16 @@ TEST_F(SlicePaneDipoles, TheToleranceHoldsAtBothEdges) {
       EXPECT_EQ(pane.account().onSlice, 0);
       EXPECT_EQ(pane.account().away, 1);
     }
+  }
 }
 
 TEST_F(SlicePaneDipoles, WithoutOverlapASliceShowsItsOwnDipolesOnly) {
   dipoles->setShowDipole2DOverlap(0);
   settings.toleranceMm.reset();
   settings.thinnestSlice = 2.0;
-  for (const double mm : {-1.001, -1.0, 0.0, 1.0, 1.001})
+  for (const double mm : {-1.001, -1.0, 0.0, 1.0, 1.001}) {
     put({0, mm, 0});
+  }
   EXPECT_EQ(paintedAccount(View::axial).onSlice, 3);
   dipoles->setShowDipole2DOverlap(1);
   EXPECT_EQ(paintedAccount(View::axial).onSlice, 5);
@@ -59,8 +61,9 @@ TEST_F(SlicePaneDipoles, WithoutOverlapASliceShowsItsOwnDipolesOnly) {
 TEST_F(SlicePaneDipoles, AToleranceOfNothingReachesHalfAThinSlice) {
   settings.toleranceMm = 0.0;
   settings.thinnestSlice = 1.0;
-  for (const double mm : {-0.501, -0.5, 0.0, 0.5, 0.501})
+  for (const double mm : {-0.501, -0.5, 0.0, 0.5, 0.501}) {
     put({0, mm, 0});
+  }
   EXPECT_EQ(paintedAccount(View::axial).onSlice, 3);
   settings.toleranceMm = 0.501;
   EXPECT_EQ(paintedAccount(View::axial).onSlice, 5);
@@ -147,10 +150,12 @@ TEST_F(SlicePaneDipoles, SwitchesDisplayStateFilterAndLatencyHideAndAreCounted) 
 TEST_F(SlicePaneDipoles, BeyondThreeHundredMmNothingIsDrawnInAWrongPlace) {
   SlicePane pane = paneOf(View::axial);
   pane.paint(contents());
-  for (int i = 0; i < 20; ++i)
+  for (int i = 0; i < 20; ++i) {
     pane.zoom(0.5, 200, 180);
-  for (const Vector3& place : {Vector3{300.0, 0, 0}, {-301.0, 0, 0}, {0, 0, 450.0}, {0, 0, -300.0}})
+  }
+  for (const Vector3& place : {Vector3{300.0, 0, 0}, {-301.0, 0, 0}, {0, 0, 450.0}, {0, 0, -300.0}}) {
     put(place);
+  }
   put({299.0, 0, -299.0});
   EXPECT_EQ(count(pane.paint(contents()), orange), 81);
   EXPECT_EQ(pane.account().outside, 4);
@@ -189,8 +194,9 @@ TEST_F(SlicePaneDipoles, ARingStandsAroundTheCurrentDipole) {
 
 TEST_F(SlicePaneDipoles, TheCurrentDipoleIsNotCoveredByLaterOnes) {
   const CDipoleszq& current = put({20, 0, 0});
-  for (int i = 0; i < 5; ++i)
+  for (int i = 0; i < 5; ++i) {
     put({20, 0, 0}).setColorValue(RGB(0, 0, 200));
+  }
   SlicePane pane = paneOf(View::axial);
   pane.paint(contents());
   const PixelPoint at = pane.pixelOf({20, 0, 0}).value();
@@ -315,11 +321,12 @@ TEST_F(SlicePaneDipoles, PickFindsTheDipoleUnderThePixelAndNoOther) {
   SlicePane pane = paneOf(View::axial);
   pane.paint(contents());
   const PixelPoint at = pane.pixelOf({20, 0, 0}).value();
-  for (int across = -6; across <= 6; ++across)
+  for (int across = -6; across <= 6; ++across) {
     for (int down = -6; down <= 6; ++down) {
       const bool isInside = std::abs(across) <= 4 && std::abs(down) <= 4;
       EXPECT_EQ(pane.pick(contents(), at.column + across, at.row + down), isInside ? 1 : -1);
     }
+  }
   const PixelPoint right = pane.pixelOf({-20, 0, 0}).value();
   EXPECT_EQ(pane.pick(contents(), right.column, right.row), 0);
 }
@@ -345,8 +352,9 @@ TEST_F(SlicePaneDipoles, DipolesBeyondTheBordersOfThePaneAreCounted) {
   SlicePane pane = paneOf(View::axial);
   pane.paint(contents());
   const PixelPoint at = pane.pixelOf({0, 0, 0}).value();
-  for (int i = 0; i < 3; ++i)
+  for (int i = 0; i < 3; ++i) {
     pane.zoom(2.0, at.column, at.row);
+  }
   pane.paint(contents());
   EXPECT_EQ(pane.account().onSlice, 2);
   EXPECT_EQ(pane.account().offPane, 1);
@@ -365,12 +373,15 @@ TEST_F(SlicePaneDipoles, ADipoleAtTheBorderIsCutNotLost) {
 TEST_F(SlicePaneDipoles, CaptionsDoNotCoverDipoles) {
   SlicePane pane = paneOf(View::axial);
   pane.paint(contents());
-  for (const int row : {12, 40, 60})
-    for (int column = 6; column < 150; column += 9)
+  for (const int row : {12, 40, 60}) {
+    for (int column = 6; column < 150; column += 9) {
       put(pane.headPoint(column + 4, row));
+    }
+  }
   const Image& image = pane.paint(contents());
-  for (const int row : {12, 40, 60})
+  for (const int row : {12, 40, 60}) {
     EXPECT_EQ(count(image, orange, {6, row - 4, 150, row + 5}), 144 * 9) << row;
+  }
 }
 
 }  // namespace

@@ -14,9 +14,11 @@ inline constexpr host::Rgb orange{255, 128, 0};
 
 inline int count(const host::Image& image, host::Rgb colour, host::PixelBox box) {
   int pixels = 0;
-  for (int row = (std::max)(box.top, 0); row < (std::min)(box.bottom, image.height()); ++row)
-    for (int column = (std::max)(box.left, 0); column < (std::min)(box.right, image.width()); ++column)
+  for (int row = (std::max)(box.top, 0); row < (std::min)(box.bottom, image.height()); ++row) {
+    for (int column = (std::max)(box.left, 0); column < (std::min)(box.right, image.width()); ++column) {
       pixels += image.pixel(column, row) == colour ? 1 : 0;
+    }
+  }
   return pixels;
 }
 

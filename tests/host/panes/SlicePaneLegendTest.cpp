@@ -27,10 +27,13 @@ struct SlicePaneLegend : SlicePaneFixture {
 // The column where the picture ends and the legend begins; -1 when the legend is not at the right border.
 int legendBegin(const Image& image, const Image& legend) {
   const int begin = image.width() - legend.width();
-  for (int row = 0; row < legend.height(); ++row)
-    for (int column = 0; column < legend.width(); ++column)
-      if (image.pixel(begin + column, row) != legend.pixel(column, row))
+  for (int row = 0; row < legend.height(); ++row) {
+    for (int column = 0; column < legend.width(); ++column) {
+      if (image.pixel(begin + column, row) != legend.pixel(column, row)) {
         return -1;
+      }
+    }
+  }
   return begin;
 }
 
@@ -81,8 +84,9 @@ TEST_F(SlicePaneLegend, LeavesDipolesInTheirPlacesAndTheWholeHeadInThePicture) {
   const int left = pane.pixelOf({-60, 0, 0}).value().column;
   const int right = pane.pixelOf({60, 0, 0}).value().column;
   int picture = 700;
-  while (picture > 0 && !pane.isInPicture(picture - 1, 300))
+  while (picture > 0 && !pane.isInPicture(picture - 1, 300)) {
     --picture;
+  }
   EXPECT_LT(picture, 660);
   EXPECT_NEAR((left + right) * 0.5, pane.pixelOf({0, 0, 0}).value().column, 1.0);
   EXPECT_GT(left, 10);

@@ -65,7 +65,7 @@ TEST_F(SlicePaneView, AnUpperDipoleIsAboveInCoronalAndSagittalPictures) {
 TEST_F(SlicePaneView, ASquareIsCentredOnThePixelOfItsDipole) {
   std::mt19937 random(4);
   std::uniform_real_distribution<double> place(-55.0, 55.0);
-  for (int i = 0; i < 20; ++i)
+  for (int i = 0; i < 20; ++i) {
     for (const View view : allViews) {
       dipoles->cleanDipoles();
       const Vector3 at{place(random), place(random), place(random)};
@@ -85,6 +85,7 @@ TEST_F(SlicePaneView, ASquareIsCentredOnThePixelOfItsDipole) {
       EXPECT_EQ(image.pixel(box.left - 1, pixel->row), (Rgb{0, 0, 0}));
       EXPECT_EQ(image.pixel(box.right, pixel->row), (Rgb{0, 0, 0}));
     }
+  }
 }
 
 TEST_F(SlicePaneView, HeadPointAndPixelAreInverse) {
@@ -96,12 +97,13 @@ TEST_F(SlicePaneView, HeadPointAndPixelAreInverse) {
     pane.pan(13, -7);
     pane.paint(contents());
     EXPECT_EQ(pane.position(), crosshair[axesOf(view).slab]);
-    for (int row = 0; row < 200; row += 7)
+    for (int row = 0; row < 200; row += 7) {
       for (int column = 0; column < 301; column += 7) {
         const Vector3 place = pane.headPoint(column, row);
         EXPECT_EQ(place[axesOf(view).slab], pane.position());
         EXPECT_EQ(pane.pixelOf(place), (PixelPoint{column, row}));
       }
+    }
   }
 }
 
@@ -126,8 +128,9 @@ TEST_F(SlicePaneView, GreysAreThoseOfTheVolume) {
       const int column = 60 + static_cast<int>(random() % 280);
       const int row = 120 + static_cast<int>(random() % 180);
       const PixelPoint cross = pane.pixelOf(crosshair).value();
-      if (column == cross.column || row == cross.row)
+      if (column == cross.column || row == cross.row) {
         continue;
+      }
       const Vector3 scanner = head.frame.toScanner(pane.headPoint(column, row));
       const std::uint8_t grey = window.grey(head.volume->sampleScanner(scanner));
       ASSERT_NEAR(image.pixel(column, row).red, grey, 1) << column << ' ' << row;
@@ -192,17 +195,20 @@ TEST_F(SlicePaneView, ZoomingInAndOutComesBackWithoutDrift) {
 
 TEST_F(SlicePaneView, ZoomEndsAtATenthAndAtFiveMm) {
   SlicePane pane = paneOf(View::sagittal);
-  for (int i = 0; i < 30; ++i)
+  for (int i = 0; i < 30; ++i) {
     pane.zoom(2.0, 5, 5);
+  }
   pane.paint(contents());
   // Before the first picture there is nothing that a zoom could keep: the head is fitted first.
   EXPECT_GT(pane.mmPerPixel(), 0.1);
-  for (int i = 0; i < 30; ++i)
+  for (int i = 0; i < 30; ++i) {
     pane.zoom(2.0, 5, 5);
+  }
   pane.paint(contents());
   EXPECT_EQ(pane.mmPerPixel(), 0.1);
-  for (int i = 0; i < 30; ++i)
+  for (int i = 0; i < 30; ++i) {
     pane.zoom(0.5, 5, 5);
+  }
   pane.paint(contents());
   EXPECT_EQ(pane.mmPerPixel(), 5.0);
   for (const double nonsense : {0.0, -1.0, notANumber, std::numeric_limits<double>::infinity()}) {
@@ -222,7 +228,7 @@ TEST_F(SlicePaneView, PanMovesThePicture) {
 }
 
 TEST_F(SlicePaneView, FitShowsTheWholeHeadBetweenTheLetters) {
-  for (const auto& [width, height] : {std::pair{400, 360}, {300, 700}, {900, 250}, {200, 200}})
+  for (const auto& [width, height] : {std::pair{400, 360}, {300, 700}, {900, 250}, {200, 200}}) {
     for (const View view : allViews) {
       SlicePane pane = paneOf(view, width, height);
       pane.paint(contents());
@@ -246,6 +252,7 @@ TEST_F(SlicePaneView, FitShowsTheWholeHeadBetweenTheLetters) {
       }
       EXPECT_GT(largest, 0.65) << width << " x " << height;
     }
+  }
 }
 
 TEST_F(SlicePaneView, TheHeadStaysFittedWhenThePaneGrowsUntilTheUserZooms) {
@@ -292,7 +299,7 @@ TEST_F(SlicePaneView, TheCrosshairIsOpenAroundItsPoint) {
 
 TEST_F(SlicePaneView, LettersStandAtTheBordersOfPanesOfAnySize) {
   const Rgb white{255, 255, 255};
-  for (const auto& [width, height] : {std::pair{200, 200}, {500, 450}, {120, 300}})
+  for (const auto& [width, height] : {std::pair{200, 200}, {500, 450}, {120, 300}}) {
     for (const View view : allViews) {
       SlicePane pane = paneOf(view, width, height);
       const Image& image = pane.paint(contents());
@@ -303,19 +310,22 @@ TEST_F(SlicePaneView, LettersStandAtTheBordersOfPanesOfAnySize) {
       EXPECT_GT(count(image, white, {x - 12, 0, x + 12, 34}), 4);
       EXPECT_GT(count(image, white, {x - 12, height - 34, x + 12, height}), 4);
     }
+  }
 }
 
 TEST_F(SlicePaneView, PanesOfAnySizeArePainted) {
   put({0, 0, 0}).m_showOrientation = 1;
   head.fiducials.reset();
-  for (const int width : {1, 2, 17, 60, 150})
-    for (const int height : {1, 3, 40, 90})
+  for (const int width : {1, 2, 17, 60, 150}) {
+    for (const int height : {1, 3, 40, 90}) {
       for (const View view : allViews) {
         SlicePane pane = paneOf(view, width, height);
         const Image& image = pane.paint(contents());
         EXPECT_EQ(image.width(), width);
         EXPECT_EQ(image.height(), height);
       }
+    }
+  }
 }
 
 }  // namespace

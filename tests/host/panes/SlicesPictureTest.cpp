@@ -80,13 +80,15 @@ TEST_F(SlicesPicture, ADipoleStandsOnTheBlobAtItsPlace) {
       return std::hypot(column - dipole.column, row - dipole.row) < 40.0;
     };
     Drawn white;
-    for (int row = 0; row < plain.height(); ++row)
-      for (int column = 0; column < plain.width(); ++column)
+    for (int row = 0; row < plain.height(); ++row) {
+      for (int column = 0; column < plain.width(); ++column) {
         if (plain.pixel(column, row) == Rgb{255, 255, 255} && isNear(column, row)) {
           ++white.pixels;
           white.column += column + 0.5;
           white.row += row + 0.5;
         }
+      }
+    }
     ASSERT_GT(white.pixels, 1000);
     EXPECT_NEAR(white.column / white.pixels, dipole.column, 1.5);
     EXPECT_NEAR(white.row / white.pixels, dipole.row, 1.5);
@@ -110,8 +112,8 @@ TEST_F(SlicesPicture, KeepsOneScaleForAllViews) {
 
 TEST_F(SlicesPicture, NeverCutsADipoleOff) {
   settings.glyphPixels = 9;
-  for (const View view : {View::axial, View::coronal, View::sagittal})
-    for (const double distance : {-150.0, 150.0, -90.0, 90.0})
+  for (const View view : {View::axial, View::coronal, View::sagittal}) {
+    for (const double distance : {-150.0, 150.0, -90.0, 90.0}) {
       for (const int axis : {host::axesOf(view).column, host::axesOf(view).row}) {
         Vector3 place{1, 1, 1};
         place[axis] = distance;
@@ -121,6 +123,8 @@ TEST_F(SlicesPicture, NeverCutsADipoleOff) {
         EXPECT_EQ(dipoleIn(picture.image).pixels, 81);
         EXPECT_TRUE(picture.panes.at(0).warnings.empty());
       }
+    }
+  }
 }
 
 TEST_F(SlicesPicture, CropsToTheHead) {
@@ -141,8 +145,9 @@ TEST_F(SlicesPicture, TellsOfItsPanesInTheirOrder) {
 }
 
 TEST_F(SlicesPicture, TheModulesSlabShowsAllFromTheEarsUpToTheSlice) {
-  for (const double y : {-0.5, 0.0, 20.0, 44.0, 46.0})
+  for (const double y : {-0.5, 0.0, 20.0, 44.0, 46.0}) {
     put({0, y, 0});
+  }
   const auto onSlice = [&](double position) {
     return slices({{View::axial, position}}).panes.at(0).lines.at(0).text;
   };
@@ -184,19 +189,22 @@ TEST_F(SlicesPicture, LabelsStandBesideTheirDipoles) {
   const Drawn dipole = dipoleIn(without);
   EXPECT_EQ(dipoleIn(with).pixels, dipole.pixels) << "no label covers a square";
   int changed = 0;
-  for (int row = 0; row < with.height(); ++row)
-    for (int column = 0; column < with.width(); ++column)
+  for (int row = 0; row < with.height(); ++row) {
+    for (int column = 0; column < with.width(); ++column) {
       if (with.pixel(column, row) != without.pixel(column, row)) {
         ++changed;
         EXPECT_LT(std::abs(row - dipole.row), 15.0);
         EXPECT_GT(column, dipole.column);
       }
+    }
+  }
   EXPECT_GT(changed, 150);
 }
 
 TEST_F(SlicesPicture, LabelsWithoutRoomAreCounted) {
-  for (int i = 0; i < 40; ++i)
+  for (int i = 0; i < 40; ++i) {
     put({0.1 * i, 5, 5}).m_label = _T("spike");
+  }
   settings.showLabels = true;
   const std::string last = slices({{View::axial, 5.0}}).panes.at(0).lines.back().text;
   EXPECT_NE(last.find("labels have no room"), std::string::npos) << last;
@@ -212,10 +220,13 @@ TEST_F(SlicesPicture, ArrowsByMomentAreAsLongAsTheMomentsAreLarge) {
     dipole.setDipoleOrientation(1, 0, 0);
     const Image image = slices({{View::axial, 5.0}}).image;
     int last = 0;
-    for (int row = 0; row < image.height(); ++row)
-      for (int column = 0; column < image.width(); ++column)
-        if (image.pixel(column, row) == magenta)
+    for (int row = 0; row < image.height(); ++row) {
+      for (int column = 0; column < image.width(); ++column) {
+        if (image.pixel(column, row) == magenta) {
           last = (std::max)(last, column);
+        }
+      }
+    }
     return last;
   };
   const int full = reach(100.0);
@@ -281,8 +292,9 @@ TEST_F(SlicesPicture, WarnsWhenTheVolumeDoesNotStateItsSides) {
 TEST_F(SlicesPicture, RefusesWhatCannotBeDrawn) {
   EXPECT_THROW((void)slices({}), std::invalid_argument);
   EXPECT_THROW((void)slices({{View::axial, 1e7}}), std::invalid_argument);
-  for (const double bad : {0.0, 0.09, 5.1, std::nan("")})
+  for (const double bad : {0.0, 0.09, 5.1, std::nan("")}) {
     EXPECT_THROW((void)slices({{View::axial, 1.0}}, bad), std::invalid_argument);
+  }
 }
 
 TEST_F(SlicesPicture, APictureThatWouldBeTooLargeIsRefusedBeforeItIsMade) {

@@ -60,15 +60,16 @@ TEST_F(WholeScenePicture, DipolesAreOnTheSidesOfTheirLettersInEveryView) {
   const host::Head known = head;
   dipoles->setShowFiducialPt(0);  // their colours are red and blue
   int checked = 0;
-  for (const bool withHead : {false, true})
+  for (const bool withHead : {false, true}) {
     for (const Standpoint standpoint : host::allStandpoints) {
       head = withHead ? known : host::noHead();
       host::SceneCamera camera(1, 1);
       camera.lookFrom(standpoint);
       crosshair = camera.toViewer() * -50.0;  // behind all dipoles
       for (const Axis& axis : axes) {
-        if (std::abs(dot(axis.positive, camera.toViewer())) > 1.0)
-          continue;                    // along the line of sight
+        if (std::abs(dot(axis.positive, camera.toViewer())) > 1.0) {
+          continue;  // along the line of sight
+        }
         const Vector3 aside{7, 9, 5};  // so that nothing is symmetrical
         pair(axis.positive + aside, axis.positive * -1.0 + aside);
         expectBetween(draw(anglesOf(standpoint)).image, axis.letter, axis.opposite,
@@ -76,6 +77,7 @@ TEST_F(WholeScenePicture, DipolesAreOnTheSidesOfTheirLettersInEveryView) {
         ++checked;
       }
     }
+  }
   EXPECT_EQ(checked, 24);
 }
 
@@ -113,8 +115,9 @@ TEST_F(WholeScenePicture, WhatIsBehindASliceShinesThroughAndIsCounted) {
 
 TEST_F(WholeScenePicture, CountsWhatItLeavesOut) {
   pair({30, 0, 0}, {-30, 0, 0});
-  for (int i = 0; i < 4; ++i)
+  for (int i = 0; i < 4; ++i) {
     put({0, 0, 0});
+  }
   dipoles->getDipole(2)->m_show = 0;
   dipoles->getDipole(3)->m_location[1] = std::nan("");
   dipoles->getDipole(4)->m_location[0] = 5000.0;
@@ -144,8 +147,9 @@ TEST_F(WholeScenePicture, WhatIsWrongStandsInThePicture) {
 }
 
 TEST_F(WholeScenePicture, RefusesPixelsOutOfRange) {
-  for (const double bad : {0.0, 0.09, 5.1, std::nan("")})
+  for (const double bad : {0.0, 0.09, 5.1, std::nan("")}) {
     EXPECT_THROW((void)host::scenePicture(contents(), {}, {}, bad, {}), std::invalid_argument);
+  }
 }
 
 TEST_F(WholeScenePicture, IsSeenFromTheSideWhereTheDipolesLie) {

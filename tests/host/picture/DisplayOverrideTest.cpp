@@ -32,11 +32,12 @@ struct DisplayOverride : testing::Test, PaneFixture {
   }
 
   void change(host::DisplayOverride& display) {
-    for (int slot = 0; slot < dipoles->m_totalDipoles; ++slot)
+    for (int slot = 0; slot < dipoles->m_totalDipoles; ++slot) {
       if (dipoles->getDipole(slot) != nullptr) {
         display.show(slot, 9, RGB(1, 2, 3));
         dipoles->getDipole(slot)->setDimensionXYZ(5, 6, 7);
       }
+    }
     dipoles->setDimensionXYZ(1, 2, 3);
     dipoles->setSpaceXYZ(4, 5, 6);
   }
@@ -71,10 +72,11 @@ TEST_F(DisplayOverride, RestoresWhenAnExceptionPasses) {
 TEST_F(DisplayOverride, ShowsNoneUntilItIsTold) {
   fill();
   host::DisplayOverride display(*dipoles);
-  for (int slot = 0; slot < dipoles->m_totalDipoles; ++slot)
+  for (int slot = 0; slot < dipoles->m_totalDipoles; ++slot) {
     if (const CDipoleszq* dipole = dipoles->getDipole(slot)) {
       EXPECT_EQ(dipole->m_display, 0);
     }
+  }
   display.show(4, 9, RGB(1, 2, 3));
   EXPECT_EQ(dipoles->getDipole(4)->m_display, 1);
   EXPECT_EQ(dipoles->getDipole(4)->m_size, 9.0);

@@ -74,11 +74,13 @@ TEST(PictureMarks, TheScaleBarIsAsLongAsItSays) {
   // 50 mm: 100 pixels, a quarter of the picture.
   const auto isInk = [&](int column) { return image.pixel(column, 286).red > 150; };
   int first = 0;
-  while (first < 400 && !isInk(first))
+  while (first < 400 && !isInk(first)) {
     ++first;
+  }
   int last = first;
-  while (last < 399 && isInk(last + 1))
+  while (last < 399 && isInk(last + 1)) {
     ++last;
+  }
   EXPECT_NEAR(last - first + 1, 100, 3);
 }
 

@@ -29,10 +29,13 @@ bool standsAt(const Image& image, const std::string& text, int left, int top) {
   const host::StrokeFont& font = host::letterFont();
   Image pattern(font.width(text), font.lineHeight(), black);
   font.draw(pattern, 0, 0, text, host::letterInk);
-  for (int row = 0; row < pattern.height(); ++row)
-    for (int column = 0; column < pattern.width(); ++column)
-      if (pattern.pixel(column, row) != image.pixel(left + column, top + row))
+  for (int row = 0; row < pattern.height(); ++row) {
+    for (int column = 0; column < pattern.width(); ++column) {
+      if (pattern.pixel(column, row) != image.pixel(left + column, top + row)) {
         return false;
+      }
+    }
+  }
   return true;
 }
 
@@ -96,9 +99,11 @@ TEST(DrawMarks, NamesStandOnlyAtFiducialsThatAreSeen) {
     const Rgb colour = host::fiducialColour(letter);
     const Image image = marks(scene, camera);
     int count = 0;
-    for (int row = 100; row < 160; ++row)  // the axes' letters have the same colours, farther down
-      for (int column = 150; column < 250; ++column)
+    for (int row = 100; row < 160; ++row) {  // the axes' letters have the same colours, farther down
+      for (int column = 150; column < 250; ++column) {
         count += image.pixel(column, row) == colour ? 1 : 0;
+      }
+    }
     return count;
   };
   EXPECT_GT(coloured('L'), 5);

@@ -25,8 +25,9 @@ constexpr double endless = std::numeric_limits<double>::infinity();
 
 DipoleScene sceneWith(const std::vector<Vector3>& places) {
   DipoleScene scene;
-  for (const Vector3& place : places)
+  for (const Vector3& place : places) {
     scene.dipoles.push_back({static_cast<int>(scene.dipoles.size()), place, {230, 0, 0}, {}});
+  }
   return scene;
 }
 
@@ -69,8 +70,9 @@ struct Chance {
 DipoleScene randomScene(Chance& chance, int count) {
   std::vector<Vector3> places;
   places.reserve(static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i)
+  for (int i = 0; i < count; ++i) {
     places.push_back({chance(-60, 60), chance(-60, 60), chance(-60, 60)});
+  }
   return sceneWith(places);
 }
 
@@ -105,8 +107,9 @@ TEST(PickDipole, IsWhatThePainterDraws) {
   Chance chance(23);
   for (int round = 0; round < 6; ++round) {
     DipoleScene scene = randomScene(chance, 700);  // more than the painter's first summary
-    for (host::SceneDipole& dipole : scene.dipoles)
+    for (host::SceneDipole& dipole : scene.dipoles) {
       dipole.colour = dipole.slot % 2 == 0 ? Rgb{230, 0, 0} : Rgb{0, 0, 230};
+    }
     SceneCamera camera(120, 120);
     camera.lookFrom({chance(-180, 180), chance(-90, 90)});
     camera.setScale(chance(0.5, 4.0));
@@ -114,7 +117,7 @@ TEST(PickDipole, IsWhatThePainterDraws) {
     style.ballRadius = chance(2.0, 20.0);
     style.fade = 0.0;
     const DepthPicture picture = paint(scene, camera, style);
-    for (int row = 0; row < 120; ++row)
+    for (int row = 0; row < 120; ++row) {
       for (int column = 0; column < 120; ++column) {
         const int slot = pickDipole(scene, {}, camera, style, column, row);
         const Rgb pixel = picture.image().pixel(column, row);
@@ -123,6 +126,7 @@ TEST(PickDipole, IsWhatThePainterDraws) {
           ASSERT_EQ(pixel.red >= pixel.blue, slot % 2 == 0) << column << ' ' << row;
         }
       }
+    }
   }
 }
 
@@ -273,7 +277,7 @@ TEST(ScenePainter, AFullSetOfTheWorstValuesIsDrawnInEveryView) {
   const DipoleScene scene = host::sceneOf(*dipoles);
   EXPECT_EQ(scene.nowhere + static_cast<int>(scene.dipoles.size()), int{DipoleTable::capacity});
   EXPECT_GT(scene.dipoles.size(), 1000U);
-  for (const double scale : {0.05, 2.0, 20.0})
+  for (const double scale : {0.05, 2.0, 20.0}) {
     for (const host::Standpoint standpoint : host::allStandpoints) {
       SceneCamera camera(160, 120);
       camera.lookFrom(standpoint);
@@ -281,12 +285,14 @@ TEST(ScenePainter, AFullSetOfTheWorstValuesIsDrawnInEveryView) {
       EXPECT_GT(drawnWhere(paint(scene, camera).image(), isDrawn).pixels, 0);
       EXPECT_GE(pickDipole(scene, {}, camera, {}, 80, 59), 0);
     }
+  }
 }
 
 TEST(ScenePainter, AFullSetInOnePlaceIsOneBall) {
   const auto dipoles = std::make_unique<Dipoles>();
-  for (int i = 0; i < DipoleTable::capacity; ++i)
+  for (int i = 0; i < DipoleTable::capacity; ++i) {
     dipoles->addDipoleF(1, 2, 3);
+  }
   dipoles->setShowDipoleOrientationAll(0);
   SceneCamera camera(300, 300);
   camera.setCentre({1, 2, 3});

@@ -53,8 +53,9 @@ TEST(SlicePlane, ShowsTheHeadWhereItIs) {
     const SlicePlane slice = plane(view, blob[host::axesOf(view).slab]);
     for (const Standpoint standpoint : host::allStandpoints) {
       const SceneCamera camera = cameraAt(anglesOf(standpoint));
-      if (std::abs(camera.toViewer()[host::axesOf(view).slab]) < 0.5)
+      if (std::abs(camera.toViewer()[host::axesOf(view).slab]) < 0.5) {
         continue;
+      }
       DepthPicture picture(320, 320, black);
       slice.draw(picture, camera);
       const Drawn bright = drawnWhere(picture.image(), isWhite);
@@ -109,7 +110,7 @@ TEST(SlicePlane, AirIsNotDrawn) {
   const SceneCamera camera = cameraAt({});
   DepthPicture picture(320, 320, black);
   slice.draw(picture, camera);
-  for (int row = 0; row < 320; ++row)
+  for (int row = 0; row < 320; ++row) {
     for (int column = 0; column < 320; ++column) {
       const Vector3 at = camera.unproject(column + 0.5, row + 0.5);
       const bool isDrawn = static_cast<double>(picture.depth(column, row)) < endless;
@@ -118,6 +119,7 @@ TEST(SlicePlane, AirIsNotDrawn) {
         ASSERT_EQ(isDrawn, length(at) < 60.0) << at.x << ' ' << at.y;
       }
     }
+  }
 }
 
 TEST(SlicePlane, DarkPartsInsideStay) {
@@ -126,11 +128,12 @@ TEST(SlicePlane, DarkPartsInsideStay) {
   DepthPicture picture(320, 320, black);
   plane(View::coronal, 0.0).draw(picture, camera);
   int dark = 0;
-  for (int row = 120; row < 200; ++row)
+  for (int row = 120; row < 200; ++row) {
     for (int column = 120; column < 200; ++column) {
       EXPECT_LT(static_cast<double>(picture.depth(column, row)), endless);
       dark += picture.image().pixel(column, row).red < 60 ? 1 : 0;
     }
+  }
   EXPECT_GT(dark, 50);
 }
 

@@ -150,12 +150,13 @@ TEST(SessionFiles, SetThatIsCutShortAnywhereChangesNothing) {
   prepare(viewer);
   ScriptedOperator user;
   const State before(viewer);
-  for (const std::string& whole : {currentBytes(*filledSet(2)), obsoleteBytes(*filledSet(2))})
+  for (const std::string& whole : {currentBytes(*filledSet(2)), obsoleteBytes(*filledSet(2))}) {
     for (std::size_t length = 0; length < whole.size(); length += length < 300 ? 1 : 97) {
       const CString path = viewer.folder.write("cut.dipset", whole.substr(0, length));
       ASSERT_NE(failureOfOpening(viewer, path), "") << length << " of " << whole.size();
       ASSERT_TRUE(State(viewer) == before) << length;
     }
+  }
 }
 
 TEST(SessionFiles, SetWithoutAllOfTheDipolesThatItCountsChangesNothing) {

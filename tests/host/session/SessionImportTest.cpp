@@ -208,8 +208,9 @@ TEST(SessionImport, MomentsAreInNAmOnlyWhenEveryFileWithDipolesSaysSo) {
   const auto unitOf = [](const std::vector<Paths>& imports, int unitBefore = 0) {
     Viewer viewer;
     viewer.set->m_momentInNAm = unitBefore;
-    for (const Paths& paths : imports)
+    for (const Paths& paths : imports) {
       viewer.session.importFiles(paths, nullptr);
+    }
     return viewer.set->m_momentInNAm;
   };
   EXPECT_EQ(unitOf({{inNAm}}), 1);

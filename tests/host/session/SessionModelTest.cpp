@@ -92,8 +92,9 @@ class Model {
       return;
     }
     m_states.resize(m_place + 1);
-    if (m_saved && *m_saved > m_place)
+    if (m_saved && *m_saved > m_place) {
       m_saved.reset();
+    }
     m_states.push_back(wholeSet(*m_set));
     ++m_place;
     if (m_states.size() > host::UndoHistory::mostSteps + 1) {
@@ -121,8 +122,9 @@ class Model {
   }
 
   void open() {
-    if (m_savedBytes.empty())
+    if (m_savedBytes.empty()) {
       return;
+    }
     m_session.openSet(m_folder.path("a.dipset"));
     EXPECT_EQ(currentBytes(*m_set), m_savedBytes);
     restart();

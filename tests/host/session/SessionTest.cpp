@@ -297,8 +297,9 @@ TEST(SessionColours, FollowTheSettingAndTheSet) {
   Session& session = viewer.session;
   EXPECT_EQ(session.colours(), nullptr);
   session.view().colourBy = host::DipoleValue::latency;
-  for (int slot = 0; slot < 3; ++slot)
+  for (int slot = 0; slot < 3; ++slot) {
     viewer.set->m_dipoles[slot]->m_latency = 10.0 * slot;
+  }
   session.noteChange();
   ASSERT_NE(session.colours(), nullptr);
   EXPECT_EQ(session.colours()->title(), "latency (ms)");

@@ -33,12 +33,14 @@ std::string mri() {
   file.dim = {3, 60, 60, 60, 1, 1, 1, 1};
   file.pixdim = {1, 4, 4, 4, 0, 0, 0, 0};
   file.srow = {4, 0, 0, -118, 0, 4, 0, -118, 0, 0, 4, -118};
-  for (int k = 0; k < 60; ++k)
-    for (int j = 0; j < 60; ++j)
+  for (int k = 0; k < 60; ++k) {
+    for (int j = 0; j < 60; ++j) {
       for (int i = 0; i < 60; ++i) {
         const double radius = 4.0 * std::hypot(i - 29.5, j - 29.5, k - 29.5);
         file.add(radius < 90.0 ? static_cast<float>(100 + (i + j + k) % 9) : 0.0F);
       }
+    }
+  }
   return file.version1();
 }
 
@@ -60,16 +62,21 @@ struct ColouredPixel {
 // The pixels of exactly these colours, moved so that the first of them is (0, 0).
 std::vector<ColouredPixel> pixelsOf(const Image& image, const std::vector<Rgb>& colours) {
   std::vector<ColouredPixel> pixels;
-  for (int row = 0; row < image.height(); ++row)
-    for (int column = 0; column < image.width(); ++column)
+  for (int row = 0; row < image.height(); ++row) {
+    for (int column = 0; column < image.width(); ++column) {
       if (const Rgb pixel = image.pixel(column, row);
-          std::find(colours.begin(), colours.end(), pixel) != colours.end())
+          std::find(colours.begin(), colours.end(), pixel) != colours.end()) {
         pixels.push_back({{column, row}, pixel});
-  if (pixels.empty())
+      }
+    }
+  }
+  if (pixels.empty()) {
     return pixels;
+  }
   const PixelPoint first = pixels.front().at;
-  for (ColouredPixel& pixel : pixels)
+  for (ColouredPixel& pixel : pixels) {
     pixel.at = {pixel.at.column - first.column, pixel.at.row - first.row};
+  }
   return pixels;
 }
 
@@ -122,11 +129,13 @@ struct ToolAndViewer : testing::Test {
     std::ifstream file(out, std::ios::binary);
     const Png png(std::string(std::istreambuf_iterator<char>(file), {}));
     Image image(static_cast<int>(png.width), static_cast<int>(png.height), {});
-    for (int row = 0; row < image.height(); ++row)
-      for (int column = 0; column < image.width(); ++column)
+    for (int row = 0; row < image.height(); ++row) {
+      for (int column = 0; column < image.width(); ++column) {
         image.setPixel(
             column, row,
             png.pixels.at(static_cast<std::size_t>(row) * png.width + static_cast<std::size_t>(column)));
+      }
+    }
     return image;
   }
 
@@ -134,8 +143,9 @@ struct ToolAndViewer : testing::Test {
   std::vector<Rgb> dipoleColours() {
     const host::PaneContents now = contents();
     std::vector<Rgb> colours;
-    for (int slot = 0; slot < now.dipoles.m_totalDipoles; ++slot)
+    for (int slot = 0; slot < now.dipoles.m_totalDipoles; ++slot) {
       colours.push_back(colourOf(now, *now.dipoles.m_dipoles[slot]));
+    }
     return colours;
   }
 

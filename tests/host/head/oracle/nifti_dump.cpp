@@ -13,12 +13,14 @@ void print(const host::Volume& volume) {
   std::printf("sides %d\n", volume.sidesStated() ? 1 : 0);
   const host::Affine& map = volume.toScanner();
   std::printf("map");
-  for (int row = 0; row < 3; ++row)
+  for (int row = 0; row < 3; ++row) {
     std::printf(" %.17g %.17g %.17g %.17g", map.column(0)[row], map.column(1)[row], map.column(2)[row],
                 map.shift()[row]);
+  }
   std::printf("\nvoxels");
-  for (const float value : volume.voxels())
+  for (const float value : volume.voxels()) {
     std::printf(" %.9g", static_cast<double>(value));
+  }
   std::printf("\n");
 }
 

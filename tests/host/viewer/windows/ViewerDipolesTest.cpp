@@ -34,8 +34,9 @@ class ViewerDipoles : public testing::Test {
   static HWND editorWindow() {
     HWND found = nullptr;
     const auto look = [](HWND window, LPARAM parameter) -> BOOL {
-      if (::IsWindowVisible(window) != FALSE && captionOf(window).rfind("Current dipole", 0) == 0)
+      if (::IsWindowVisible(window) != FALSE && captionOf(window).rfind("Current dipole", 0) == 0) {
         *reinterpret_cast<HWND*>(parameter) = window;
+      }
       return TRUE;
     };
     ::EnumThreadWindows(::GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&found));
@@ -131,12 +132,14 @@ TEST_F(ViewerDipoles, LongLabelIsShortenedInTheStatusBarAndInAPicture) {
 
 TEST_F(ViewerDipoles, CommandsThatNeedDipolesAreGreyWithoutThem) {
   for (const UINT command : {ID_DIPOLES_NEXT, ID_DIPOLES_PREVIOUS, ID_DIPOLES_GO_TO, ID_FILE_EXPORT_TEXT,
-                             ID_FILE_EXPORT_CSV, ID_DIPOLES_UNDO, ID_DIPOLES_REDO})
+                             ID_FILE_EXPORT_CSV, ID_DIPOLES_UNDO, ID_DIPOLES_REDO}) {
     EXPECT_FALSE(m_user.isEnabled(command)) << command;
+  }
   importExample("auditory.dip");
   for (const UINT command : {ID_DIPOLES_NEXT, ID_DIPOLES_PREVIOUS, ID_DIPOLES_GO_TO, ID_FILE_EXPORT_TEXT,
-                             ID_FILE_EXPORT_CSV, ID_DIPOLES_UNDO})
+                             ID_FILE_EXPORT_CSV, ID_DIPOLES_UNDO}) {
     EXPECT_TRUE(m_user.isEnabled(command)) << command;
+  }
 }
 
 TEST_F(ViewerDipoles, UndoNamesTheCommandAndRefreshesTheManager) {

@@ -173,8 +173,9 @@ TEST_F(ViewerFiles, FileWithoutDipolesIsNamed) {
 
 TEST_F(ViewerFiles, ImportOfManyFilesCanBeCancelledBetweenTwo) {
   std::vector<std::string> files;
-  for (int i = 0; i < 200; ++i)
+  for (int i = 0; i < 200; ++i) {
     files.push_back(example("auditory.dip"));
+  }
   Robot robot;
   std::string shown;
   robot.when("Importing Dipole Files", [&](HWND window) {

@@ -34,8 +34,9 @@ TEST_F(ViewerPanes, StartsWithAPhantomAndNoDipoles) {
   EXPECT_EQ(m_user.status(host::MainFrame::countPart), "Dipoles shown: 0 of 0");
   EXPECT_EQ(m_user.status(host::MainFrame::dipolePart), "No current dipole");
   EXPECT_TRUE(m_operator.messages.empty());
-  for (int pane = 0; pane < host::MainFrame::paneCount; ++pane)
+  for (int pane = 0; pane < host::MainFrame::paneCount; ++pane) {
     EXPECT_TRUE(m_user.frame().pane(pane).IsWindowVisible()) << pane;
+  }
 }
 
 TEST_F(ViewerPanes, WheelGoesToTheNextSliceOfItsPane) {
@@ -111,9 +112,12 @@ TEST_F(ViewerPanes, ClickOnADipoleTakesIt) {
   m_user.frame().pane(axial).picture();
   // Where the pane shows the first dipole: look for the pixel that leads there.
   const CPoint middle = m_user.middleOf(axial);
-  for (int x = static_cast<int>(middle.x); m_user.dipoles().m_currentDipole != 0 && x < 2 * middle.x; x += 6)
-    for (int y = 0; m_user.dipoles().m_currentDipole != 0 && y < middle.y; y += 6)
+  for (int x = static_cast<int>(middle.x); m_user.dipoles().m_currentDipole != 0 && x < 2 * middle.x;
+       x += 6) {
+    for (int y = 0; m_user.dipoles().m_currentDipole != 0 && y < middle.y; y += 6) {
       m_user.press(axial, CPoint(x, y));
+    }
+  }
   EXPECT_EQ(m_user.dipoles().m_currentDipole, 0);
   EXPECT_DOUBLE_EQ(crosshair().x, 30.0);
   EXPECT_DOUBLE_EQ(crosshair().y, 40.0);
@@ -146,8 +150,9 @@ TEST_F(ViewerPanes, DoubleClickShowsOnePaneAloneAndFourAgain) {
   EXPECT_TRUE(m_user.frame().pane(coronal).IsWindowVisible());
   EXPECT_FALSE(m_user.frame().pane(scene).IsWindowVisible());
   m_user.key(coronal, VK_SPACE);
-  for (int pane = 0; pane < host::MainFrame::paneCount; ++pane)
+  for (int pane = 0; pane < host::MainFrame::paneCount; ++pane) {
     EXPECT_TRUE(m_user.frame().pane(pane).IsWindowVisible()) << pane;
+  }
 }
 
 TEST_F(ViewerPanes, SceneTurnsByDragKeysAndMenu) {
@@ -169,10 +174,12 @@ TEST_F(ViewerPanes, ClickInTheSceneTakesTheDipoleInFront) {
   addDipole(-60.0, 50.0, 0.0);
   m_user.choose(ID_VIEW_FROM_LEFT);
   const CPoint middle = m_user.middleOf(scene);
-  for (int y = 0; m_user.dipoles().m_currentDipole != 0 && y < 2 * middle.y; y += 6)
+  for (int y = 0; m_user.dipoles().m_currentDipole != 0 && y < 2 * middle.y; y += 6) {
     for (int x = static_cast<int>(middle.x) - 40; m_user.dipoles().m_currentDipole != 0 && x < middle.x + 40;
-         x += 6)
+         x += 6) {
       m_user.press(scene, CPoint(x, y));
+    }
+  }
   EXPECT_EQ(m_user.dipoles().m_currentDipole, 0);
   EXPECT_DOUBLE_EQ(crosshair().x, 60.0);
 }
