@@ -47,7 +47,7 @@ class HeadFile {
   HeadFile(const HeadFile&) = delete;
   HeadFile& operator=(const HeadFile&) = delete;
 
-  [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
+  const std::filesystem::path& path() const { return m_path; }
 
  private:
   template <typename Number>

@@ -16,23 +16,23 @@ namespace host {
 using Place = std::array<double, 3>;
 
 // Values that are no number are the same as each other.
-[[nodiscard]] inline bool isSame(const Place& a, const Place& b) {
+inline bool isSame(const Place& a, const Place& b) {
   return std::equal(a.begin(), a.end(), b.begin(),
                     [](double x, double y) { return x == y || (std::isnan(x) && std::isnan(y)); });
 }
 
 // Three values along a file's axes (x to the nose, y to the left ear, z up) along those of the set, each
 // multiplied or divided in single precision as the import does.
-[[nodiscard]] inline Place scaledPlace(const float (&values)[3], float factor) {
+inline Place scaledPlace(const float (&values)[3], float factor) {
   const auto scaled = [factor](float value) { return static_cast<double>(value * factor); };
   return {scaled(values[1]), scaled(values[2]), scaled(values[0])};
 }
 
 // The label of a dipole that has none, as the import gives it.
-[[nodiscard]] const CString& noLabel();
+const CString& noLabel();
 
 // "1 dipole", "7 dipoles".
-[[nodiscard]] std::string counted(std::size_t count, std::string_view one);
+std::string counted(std::size_t count, std::string_view one);
 
 // What the dipoles concerned by one finding have in common.
 struct Gathered {
@@ -47,7 +47,7 @@ struct Gathered {
     }
     line = line == 0 ? atLine : line;
   }
-  [[nodiscard]] bool isEmpty() const { return slots.empty(); }
+  bool isEmpty() const { return slots.empty(); }
 };
 
 class AuditPass {
@@ -57,17 +57,17 @@ class AuditPass {
             const std::set<FindingCode>& codes)
       : m_file(file), m_set(set), m_target(target), m_codes(codes) {}
 
-  [[nodiscard]] const ImportedText& file() const { return m_file; }
-  [[nodiscard]] const CDipoleFace9File& set() const { return m_set; }
-  [[nodiscard]] bool repairs(FindingCode code) const { return m_target != nullptr && m_codes.contains(code); }
-  [[nodiscard]] CDipoleFace9File& target() { return *m_target; }  // when it repairs something
+  const ImportedText& file() const { return m_file; }
+  const CDipoleFace9File& set() const { return m_set; }
+  bool repairs(FindingCode code) const { return m_target != nullptr && m_codes.contains(code); }
+  CDipoleFace9File& target() { return *m_target; }  // when it repairs something
 
   // The dipole of the file's n-th slot; null when there is none.
-  [[nodiscard]] CDipoleszq* dipole(std::size_t local) const {
+  CDipoleszq* dipole(std::size_t local) const {
     return m_set.m_dipoles[m_file.firstSlot + static_cast<int>(local)];
   }
-  [[nodiscard]] int slotOf(std::size_t local) const { return m_file.firstSlot + static_cast<int>(local); }
-  [[nodiscard]] int dipolesOfFile() const { return m_set.m_totalDipoles - m_file.firstSlot; }
+  int slotOf(std::size_t local) const { return m_file.firstSlot + static_cast<int>(local); }
+  int dipolesOfFile() const { return m_set.m_totalDipoles - m_file.firstSlot; }
 
   // Changes a value when a repair wants it: true when `value` is then, or was already, what is meant.
   template <typename Value>
@@ -112,11 +112,11 @@ class AuditPass {
 
 // The dipole's location or orientation, as it is shown and as it was first; the latter follows only when it
 // was the same.
-[[nodiscard]] inline Place placeOf(const CDipoleszq& dipole) {
+inline Place placeOf(const CDipoleszq& dipole) {
   return {dipole.m_location[0], dipole.m_location[1], dipole.m_location[2]};
 }
 void setPlace(CDipoleszq& dipole, const Place& place);
-[[nodiscard]] Place orientationOf(const CDipoleszq& dipole);
+Place orientationOf(const CDipoleszq& dipole);
 void setOrientation(CDipoleszq& dipole, const Place& orientation);
 
 // Puts dipoles between those of the set, at slots in rising order, as if the import had found them there.

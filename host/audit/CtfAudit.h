@@ -18,8 +18,8 @@ class CtfAudit {
   void run();
 
  private:
-  [[nodiscard]] bool isRepairedByRows() const;
-  [[nodiscard]] std::vector<LateDipole> unreadDipoles() const;
+  bool isRepairedByRows() const;
+  std::vector<LateDipole> unreadDipoles() const;
   void insertUnread();
   void lookAtDipoles(const CtfFollowers& followers, const std::vector<int>& slots);
   void lookAtForeign(const std::vector<int>& slots);
@@ -32,7 +32,7 @@ class CtfAudit {
   // In CtfFollowersAudit.cpp.
   void lookAtFlags(const CtfFollowers& followers, const std::vector<int>& slots);
   void lookAtFits(const CtfFollowers& followers, const std::vector<int>& slots);
-  [[nodiscard]] bool hasMoving() const;
+  bool hasMoving() const;
   void sayNoFit(std::vector<int>&& slots);
 
   // In CtfHeadAudit.cpp.

@@ -28,19 +28,19 @@ class CtfFollowers {
   CtfFollowers(const CtfReading& reading, const std::vector<int>& slots);
 
   // Whether the numbers say for certain which row belongs to which dipole.
-  [[nodiscard]] bool areFlagsCertain() const { return m_flags.isCertain; }
-  [[nodiscard]] bool areFitsCertain() const { return m_fits.isCertain; }
+  bool areFlagsCertain() const { return m_flags.isCertain; }
+  bool areFitsCertain() const { return m_fits.isCertain; }
 
   // The follower of a slot; null when the file has none for it.
-  [[nodiscard]] const CtfFollower* flags(std::size_t local) const { return of(m_flags, local); }
-  [[nodiscard]] const CtfFollower* fit(std::size_t local) const { return of(m_fits, local); }
+  const CtfFollower* flags(std::size_t local) const { return of(m_flags, local); }
+  const CtfFollower* fit(std::size_t local) const { return of(m_fits, local); }
 
   // What a row says; nothing when its fields are no numbers.
-  [[nodiscard]] static std::optional<ToldFlags> toldFlags(const CtfFollower& row);
-  [[nodiscard]] std::optional<ToldFit> toldFit(const CtfFollower& row) const;
-  [[nodiscard]] std::optional<ToldFit> toldFit(std::size_t local) const;  // of a slot's row
+  static std::optional<ToldFlags> toldFlags(const CtfFollower& row);
+  std::optional<ToldFit> toldFit(const CtfFollower& row) const;
+  std::optional<ToldFit> toldFit(std::size_t local) const;  // of a slot's row
 
-  [[nodiscard]] int firstLine(CtfKind kind) const;  // of its first row; 0 when there is none
+  int firstLine(CtfKind kind) const;  // of its first row; 0 when there is none
 
  private:
   struct Matched {
@@ -48,13 +48,13 @@ class CtfFollowers {
     std::vector<int> bySlot;  // the follower, -1: none
   };
 
-  [[nodiscard]] const CtfFollower* of(const Matched& matched, std::size_t local) const;
+  const CtfFollower* of(const Matched& matched, std::size_t local) const;
   void match(CtfKind kind, const std::vector<int>& slots, Matched& matched) const;
-  [[nodiscard]] bool matchNumbers(CtfKind kind, bool inGroups, std::vector<int>& byRow) const;
-  [[nodiscard]] bool isInOrder(CtfKind kind, const std::vector<int>& slots, std::vector<int>& bySlot) const;
-  [[nodiscard]] int groupOf(int section) const;
-  [[nodiscard]] bool isTarget(const CtfRow& row) const;
-  [[nodiscard]] std::vector<int> followersOf(CtfKind kind) const;
+  bool matchNumbers(CtfKind kind, bool inGroups, std::vector<int>& byRow) const;
+  bool isInOrder(CtfKind kind, const std::vector<int>& slots, std::vector<int>& bySlot) const;
+  int groupOf(int section) const;
+  bool isTarget(const CtfRow& row) const;
+  std::vector<int> followersOf(CtfKind kind) const;
 
   const CtfReading& m_reading;
   CtfKind m_target = CtfKind::dipoles;  // the sections of dipoles that the followers belong to

@@ -93,7 +93,7 @@ struct CtfPoints {
   int line = 0;                                               // of the section; 0: there is none
   bool isRead = true;
 
-  [[nodiscard]] bool isComplete() const { return points[0] && points[1] && points[2]; }
+  bool isComplete() const { return points[0] && points[1] && points[2]; }
 };
 
 struct CtfSphere {
@@ -126,6 +126,6 @@ class CtfReading {
 };
 
 // The columns that the import takes for granted in the rows of a section, behind the number.
-[[nodiscard]] const ColumnPlaces& expectedPlaces(CtfKind kind);
+const ColumnPlaces& expectedPlaces(CtfKind kind);
 
 }  // namespace host

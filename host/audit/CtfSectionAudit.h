@@ -22,7 +22,7 @@ class CtfSectionAudit {
   void finish();
 
   // A dipole as the import would have made it of a row; null when that holds no numbers.
-  [[nodiscard]] std::unique_ptr<CDipoleszq> makeDipole(const CtfRow& row) const;
+  std::unique_ptr<CDipoleszq> makeDipole(const CtfRow& row) const;
 
  private:
   // What a row says, by the columns that the heading names.
@@ -39,14 +39,14 @@ class CtfSectionAudit {
     bool hasError = false;
   };
 
-  [[nodiscard]] bool isUsual(const CtfRow& row) const;
-  [[nodiscard]] std::optional<Told> read(const CtfRow& row, const RowFields& fields) const;
-  [[nodiscard]] bool isAligned(int fields) const;
-  [[nodiscard]] bool hasUnnamedColumns(const RowFields& fields) const;
-  [[nodiscard]] std::optional<double> latencyOf(const CtfRow& row, const RowFields& fields) const;
-  [[nodiscard]] float importFactor(const CtfRow& row) const { return row.isCentimetre ? 10.0F : 1.0F; }
-  [[nodiscard]] float meantFactor(const CtfRow& row) const;
-  [[nodiscard]] bool isUnitOpen(const CtfRow& row) const;
+  bool isUsual(const CtfRow& row) const;
+  std::optional<Told> read(const CtfRow& row, const RowFields& fields) const;
+  bool isAligned(int fields) const;
+  bool hasUnnamedColumns(const RowFields& fields) const;
+  std::optional<double> latencyOf(const CtfRow& row, const RowFields& fields) const;
+  float importFactor(const CtfRow& row) const { return row.isCentimetre ? 10.0F : 1.0F; }
+  float meantFactor(const CtfRow& row) const;
+  bool isUnitOpen(const CtfRow& row) const;
 
   void lookAtPlace(std::size_t local, const CtfRow& row, const float (&meant)[3]);
   void lookAtColumns(std::size_t local, const CtfRow& row, const Told& told, bool hasFit);

@@ -9,7 +9,7 @@
 
 namespace host {
 
-[[nodiscard]] inline bool contains(std::string_view line, std::string_view words) {
+inline bool contains(std::string_view line, std::string_view words) {
   return line.find(words) != std::string_view::npos;
 }
 
@@ -44,9 +44,9 @@ class CtfWalk {
   void takeFiducial(const TextLine& line, CtfPoints& points);
   void report(CtfProblemKind kind, const TextLine& line, std::string_view text);
 
-  [[nodiscard]] CtfSection& section() { return m_reading.sections.back(); }
-  [[nodiscard]] int sectionIndex() const { return static_cast<int>(m_reading.sections.size()) - 1; }
-  [[nodiscard]] bool isOfDipoles() const;
+  CtfSection& section() { return m_reading.sections.back(); }
+  int sectionIndex() const { return static_cast<int>(m_reading.sections.size()) - 1; }
+  bool isOfDipoles() const;
 
   CtfReading& m_reading;
   const ImportedText& m_file;

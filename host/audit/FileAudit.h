@@ -43,7 +43,7 @@ struct AuditReport {
 };
 
 // The findings about one file. Never changes the set.
-[[nodiscard]] AuditReport audit(const ImportedText& file, const CDipoleFace9File& set);
+AuditReport audit(const ImportedText& file, const CDipoleFace9File& set);
 
 struct RepairReport {
   std::vector<std::string> told;  // UTF-8, a sentence for each thing that was changed
@@ -57,6 +57,6 @@ struct RepairReport {
 RepairReport repair(const ImportedText& file, CDipoleFace9File& set, const std::set<FindingCode>& codes);
 
 // All codes, for "--repair all".
-[[nodiscard]] std::set<FindingCode> allFindingCodes();
+std::set<FindingCode> allFindingCodes();
 
 }  // namespace host

@@ -42,11 +42,11 @@ struct FindingMeaning {
 };
 
 // Every code, in the order of FindingCode.
-[[nodiscard]] std::span<const FindingMeaning> findingMeanings();
+std::span<const FindingMeaning> findingMeanings();
 
-[[nodiscard]] std::string_view nameOf(FindingCode code);
-[[nodiscard]] std::string_view nameOf(Severity severity);  // "note", "doubtful", "wrong"
-[[nodiscard]] std::optional<FindingCode> findingCodeNamed(std::string_view name);
+std::string_view nameOf(FindingCode code);
+std::string_view nameOf(Severity severity);  // "note", "doubtful", "wrong"
+std::optional<FindingCode> findingCodeNamed(std::string_view name);
 
 struct Finding {
   FindingCode code = FindingCode::sections;
@@ -63,9 +63,9 @@ struct Finding {
 };
 
 // One line: "auditory.dip:12: wrong (unit): ..."; the remedy is not in it.
-[[nodiscard]] std::string lineOf(const Finding& finding);
+std::string lineOf(const Finding& finding);
 
 // What is wrong, for pictures of the dipoles: one text for each thing, with the files' names without folders.
-[[nodiscard]] std::vector<std::string> wrongTexts(std::span<const Finding> findings);
+std::vector<std::string> wrongTexts(std::span<const Finding> findings);
 
 }  // namespace host

@@ -17,25 +17,22 @@ inline constexpr double mostOutsideSphere = 20.0;
 
 // The dipoles of slots first .. end-1 that lie farther outside than mostOutsideSphere of the head sphere that
 // a CTF file gave; nothing when the set has no such sphere (that of a 4D/MSI import is made up).
-[[nodiscard]] std::optional<Finding> findOutsideSphere(const CDipoleFace& set, int first, int end,
-                                                       const std::string& file);
+std::optional<Finding> findOutsideSphere(const CDipoleFace& set, int first, int end, const std::string& file);
 
 // The dipoles that lie outside of an MRI, or whose place is no number.
-[[nodiscard]] std::optional<Finding> findOutsideMri(const CDipoleFace& set, int first, int end,
-                                                    const Volume& volume, const HeadFrame& frame,
-                                                    const std::string& file);
+std::optional<Finding> findOutsideMri(const CDipoleFace& set, int first, int end, const Volume& volume,
+                                      const HeadFrame& frame, const std::string& file);
 
 struct FilePatient {
   std::string file;
   std::string patient;  // empty: the file names nobody, which contradicts nobody
 };
-[[nodiscard]] std::optional<Finding> findSeveralPatients(std::span<const FilePatient> files);
+std::optional<Finding> findSeveralPatients(std::span<const FilePatient> files);
 
 // Whether the fiducial points of a dipole file (host/dipoles/SetFiducials.h, measuredPoints) are those of the
 // head of an MRI, or of another dipole file: each distance between two of them may differ by mostDifference.
-[[nodiscard]] std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file,
-                                                   const Fiducials& head);
-[[nodiscard]] std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file,
-                                                   const Fiducials& other, const std::string& otherFile);
+std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& head);
+std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& other,
+                                     const std::string& otherFile);
 
 }  // namespace host

@@ -33,10 +33,10 @@ class ColumnPlaces {
   ColumnPlaces() = default;
   explicit ColumnPlaces(const std::vector<Column>& columns);
 
-  [[nodiscard]] int operator[](Column column) const { return m_places[static_cast<int>(column)]; }
-  [[nodiscard]] bool has(Column column) const { return (*this)[column] >= 0; }
+  int operator[](Column column) const { return m_places[static_cast<int>(column)]; }
+  bool has(Column column) const { return (*this)[column] >= 0; }
   // One past the last field that is not a label and not another column.
-  [[nodiscard]] int end() const;
+  int end() const;
 
  private:
   int m_places[14] = {-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1};
@@ -52,21 +52,21 @@ class Heading {
   // three names.
   void fitTo(int fields);
 
-  [[nodiscard]] const std::vector<Column>& columns() const { return m_columns; }
-  [[nodiscard]] int count() const { return static_cast<int>(m_columns.size()); }
-  [[nodiscard]] ColumnPlaces places() const { return ColumnPlaces(m_columns); }
-  [[nodiscard]] bool names(Column column) const { return places().has(column); }
-  [[nodiscard]] bool namesPlace() const;  // x, y and z
+  const std::vector<Column>& columns() const { return m_columns; }
+  int count() const { return static_cast<int>(m_columns.size()); }
+  ColumnPlaces places() const { return ColumnPlaces(m_columns); }
+  bool names(Column column) const { return places().has(column); }
+  bool namesPlace() const;  // x, y and z
 
   // The unit behind a column's name; of x, y and z the first that has one.
-  [[nodiscard]] ColumnUnit unitOf(Column column) const;
-  [[nodiscard]] ColumnUnit lengthUnit() const;
+  ColumnUnit unitOf(Column column) const;
+  ColumnUnit lengthUnit() const;
   // Takes units from a line of them, "(msec) (cm) (cm) ...", one for each column in order.
   void takeUnits(std::string_view line);
 
   // Whether a column that both know stands elsewhere, or another known one stands in its place. Names that
   // are not known contradict nothing.
-  [[nodiscard]] bool contradicts(const ColumnPlaces& expected) const;
+  bool contradicts(const ColumnPlaces& expected) const;
 
  private:
   void take(const std::vector<std::string_view>& cells);

@@ -28,17 +28,17 @@ class MsiAudit {
   };
 
   void settleUnits();
-  [[nodiscard]] bool isRepairedByRows() const;
-  [[nodiscard]] std::vector<LateDipole> refusedDipoles() const;
+  bool isRepairedByRows() const;
+  std::vector<LateDipole> refusedDipoles() const;
   void insertRows();
   void look(std::size_t local, const MsiRow& row);
   void lookAtPlace(std::size_t local, const MsiRow& row, const Told& told);
   void lookAtValues(std::size_t local, const MsiRow& row, const Told& told);
   void lookAtLabel(std::size_t local, const MsiRow& row, const Told& told);
-  [[nodiscard]] std::optional<Told> read(const MsiRow& row) const;
-  [[nodiscard]] double fitErrorOf(float goodness, bool isPercent) const;
-  [[nodiscard]] std::unique_ptr<CDipoleszq> makeDipole(const MsiRow& row) const;
-  [[nodiscard]] float meantFactor() const;
+  std::optional<Told> read(const MsiRow& row) const;
+  double fitErrorOf(float goodness, bool isPercent) const;
+  std::unique_ptr<CDipoleszq> makeDipole(const MsiRow& row) const;
+  float meantFactor() const;
 
   void lookAtLostRows();
   void lookAtTable();

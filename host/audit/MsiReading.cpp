@@ -164,7 +164,7 @@ class MsiReading::Walk {
   }
 
   // By the heading's names.
-  [[nodiscard]] bool isReadable(const RowFields& fields) const {
+  bool isReadable(const RowFields& fields) const {
     const ColumnPlaces named = m_reading.heading.places();
     for (const Column column : {C::latency, C::x, C::y, C::z, C::xo, C::yo, C::zo, C::moment, C::goodness}) {
       if (!named.has(column) || !fields.number(named[column])) {

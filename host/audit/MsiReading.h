@@ -42,7 +42,7 @@ class MsiReading {
   MsiReading(const ImportedText& file, const TextEncoding& encoding);
 
   // Whether a row has as many fields as the heading has names; a label at the end may be missing.
-  [[nodiscard]] bool isAligned(const MsiRow& row) const;
+  bool isAligned(const MsiRow& row) const;
 
   std::vector<MsiRow> rows;
   std::vector<int> slots;          // the row of each dipole that came, in order
@@ -61,7 +61,7 @@ class MsiReading {
 };
 
 // The columns that the import takes for granted; what it does with the label behind them does not count here.
-[[nodiscard]] const ColumnPlaces& expectedMsiPlaces();
+const ColumnPlaces& expectedMsiPlaces();
 
 inline constexpr int msiLabelPlace = 17;
 

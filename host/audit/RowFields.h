@@ -19,26 +19,24 @@ class RowFields {
   explicit RowFields(std::string_view row, int limit = most);
 
   // At most one more than the limit.
-  [[nodiscard]] int count() const { return m_count + (m_hasMore ? 1 : 0); }
+  int count() const { return m_count + (m_hasMore ? 1 : 0); }
   // Empty when there is no such field.
-  [[nodiscard]] std::string_view operator[](int field) const {
+  std::string_view operator[](int field) const {
     return has(field) ? std::string_view(m_fields[field].start, m_fields[field].length) : std::string_view();
   }
   // Whether so many fields from one on are there and are plain numbers, which every reader reads alike.
-  [[nodiscard]] bool arePlain(int first, int count) const {
+  bool arePlain(int first, int count) const {
     bool arePlain = first + count <= m_count;
     for (int field = first; arePlain && field < first + count; ++field) {
       arePlain = m_fields[field].kind != FieldKind::other;
     }
     return arePlain;
   }
-  [[nodiscard]] bool isInteger(int field) const {
-    return has(field) && m_fields[field].kind == FieldKind::integer;
-  }
+  bool isInteger(int field) const { return has(field) && m_fields[field].kind == FieldKind::integer; }
   // Whether a field that is no plain number may hold one of ( / { }.
-  [[nodiscard]] bool mayHoldMarks() const { return m_mayHoldMarks; }
+  bool mayHoldMarks() const { return m_mayHoldMarks; }
   // The whole field as a finite number in single precision.
-  [[nodiscard]] std::optional<float> number(int field) const {
+  std::optional<float> number(int field) const {
     if (!has(field)) {
       return std::nullopt;
     }
@@ -46,14 +44,14 @@ class RowFields {
     return found.isShort ? shortNumber(found) : longNumber(found);
   }
   // A plain number; beyond single precision it is infinite, with its sign.
-  [[nodiscard]] float plainNumber(int field) const {
+  float plainNumber(int field) const {
     constexpr float infinity = std::numeric_limits<float>::infinity();
     return number(field).value_or((*this)[field].starts_with('-') ? -infinity : infinity);
   }
   // The whole field as an integer; "3.0" is one too.
-  [[nodiscard]] std::optional<int> wholeNumber(int field) const;
+  std::optional<int> wholeNumber(int field) const;
   // The rest of the row from a field on, without blanks around.
-  [[nodiscard]] std::string_view from(int field) const;
+  std::string_view from(int field) const;
 
  private:
   struct Field {
@@ -64,7 +62,7 @@ class RowFields {
     FieldKind kind;
   };
 
-  [[nodiscard]] bool has(int field) const { return field >= 0 && field < m_count; }
+  bool has(int field) const { return field >= 0 && field < m_count; }
   const char* take(const char* c, const char* end, Field& field);
   static bool takeShort(Field& field);
   static bool takeMiddle(Field& field);
@@ -83,7 +81,7 @@ class RowFields {
 };
 
 // A whole text as a finite number in single precision; a "+" may stand in front.
-[[nodiscard]] std::optional<float> singleOf(std::string_view text);
+std::optional<float> singleOf(std::string_view text);
 
 // "12:" at the front of a row: its number, and the row behind the colon. Nothing for any other line.
 struct NumberedRow {
@@ -91,7 +89,7 @@ struct NumberedRow {
   std::string_view rest;
   bool hasGap = false;  // blanks before the colon
 };
-[[nodiscard]] std::optional<NumberedRow> numberedRow(std::string_view line);
+std::optional<NumberedRow> numberedRow(std::string_view line);
 
 // What the C library's scanf makes of a row, which is what the module's import makes of it: a field may begin
 // with a number and go on otherwise. Each step stands for one directive; the first that fails ends the scan.
@@ -105,7 +103,7 @@ class RowScan {
   RowScan& blanks();
   RowScan& colon();
 
-  [[nodiscard]] int fields() const { return m_fields; }
+  int fields() const { return m_fields; }
 
  private:
   bool startField();

@@ -15,15 +15,15 @@ class TextEncoding {
 
   // The text without a byte order mark: ASCII or UTF-8, or, when it is neither, the bytes as they are. Views
   // the bytes or, of UTF-16, this object.
-  [[nodiscard]] std::string_view text() const { return isUtf16() ? std::string_view(m_converted) : m_text; }
+  std::string_view text() const { return isUtf16() ? std::string_view(m_converted) : m_text; }
 
-  [[nodiscard]] bool hasMark() const { return m_hasMark; }
-  [[nodiscard]] bool isUtf16() const { return m_isUtf16; }
-  [[nodiscard]] bool isUtf8() const { return m_isUtf8; }  // beyond ASCII
+  bool hasMark() const { return m_hasMark; }
+  bool isUtf16() const { return m_isUtf16; }
+  bool isUtf8() const { return m_isUtf8; }  // beyond ASCII
 
   // A part of text(): by the system's ANSI code page, as the module reads it, or as the file means it.
-  [[nodiscard]] static CString asAnsi(std::string_view part);
-  [[nodiscard]] CString asMeant(std::string_view part) const;
+  static CString asAnsi(std::string_view part);
+  CString asMeant(std::string_view part) const;
 
  private:
   std::string m_converted;
@@ -33,7 +33,7 @@ class TextEncoding {
   bool m_isUtf8 = false;
 };
 
-[[nodiscard]] bool isAscii(std::string_view text);
+bool isAscii(std::string_view text);
 
 struct TextLine {
   std::string_view text;

@@ -18,11 +18,11 @@ struct Oklab {
   double b = 0.0;
 };
 
-[[nodiscard]] Oklab oklabOf(Rgb colour);
+Oklab oklabOf(Rgb colour);
 
 // The colour of a place on the scale; below 0 that of 0, above 1 that of 1, and what is not a number has
 // noValueColor.
-[[nodiscard]] Rgb scaleColor(double place);
+Rgb scaleColor(double place);
 
 // Light cyan, whose hue is not on the scale.
 inline constexpr Rgb noValueColor{70, 225, 235};

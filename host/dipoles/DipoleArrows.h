@@ -16,12 +16,12 @@ class DipoleArrows {
                         const UnknownDipoles* unknown = nullptr);
 
   // From the dipole's place to the tip, mm, head frame; zero: it has none.
-  [[nodiscard]] Vector3 of(const CDipoles& dipole) const;
+  Vector3 of(const CDipoles& dipole) const;
   // The moment whose arrow has the full length; 0 when arrows do not go by moment, or there is none.
-  [[nodiscard]] double strongest() const { return m_strongest; }
+  double strongest() const { return m_strongest; }
 
  private:
-  [[nodiscard]] bool isUnknown(const CDipoles& dipole, DipoleValue value) const;
+  bool isUnknown(const CDipoles& dipole, DipoleValue value) const;
 
   bool m_isByMoment;
   const UnknownDipoles* m_unknown;

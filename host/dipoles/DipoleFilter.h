@@ -18,8 +18,8 @@ struct ValueLimits {
   std::optional<double> least;
   std::optional<double> most;
 
-  [[nodiscard]] bool isSet() const { return least.has_value() || most.has_value(); }
-  [[nodiscard]] bool pass(double value) const;
+  bool isSet() const { return least.has_value() || most.has_value(); }
+  bool pass(double value) const;
 };
 
 struct DipoleFilter {
@@ -27,12 +27,12 @@ struct DipoleFilter {
   ValueLimits moment;    // nAm, or the unit of the set's file; its sign counts
   ValueLimits latency;   // ms
 
-  [[nodiscard]] bool isSet() const { return fitError.isSet() || moment.isSet() || latency.isSet(); }
+  bool isSet() const { return fitError.isSet() || moment.isSet() || latency.isSet(); }
   // `unknown`: a sum of DipoleValues; what is unknown passes no limit that is set.
-  [[nodiscard]] bool passes(const CDipoles& dipole, std::uint8_t unknown = 0) const;
+  bool passes(const CDipoles& dipole, std::uint8_t unknown = 0) const;
 };
 
 // The slots of the dipoles that pass, ascending; empty slots do not.
-[[nodiscard]] std::vector<int> passingSlots(const CDipoleFace& set, const DipoleFilter& filter);
+std::vector<int> passingSlots(const CDipoleFace& set, const DipoleFilter& filter);
 
 }  // namespace host

@@ -47,21 +47,21 @@ struct DipoleScene {
 // Whether the module shows the dipole of a slot in 3D: nothing while the whole set is switched off; the
 // current dipole alone, even when its own switch is off, while m_showCurrentDipoleOnly; else those with
 // m_show.
-[[nodiscard]] bool isSwitchedOn(const CDipoleFace3On3DView& dipoles, int slot, const CDipoleszq& dipole);
+bool isSwitchedOn(const CDipoleFace3On3DView& dipoles, int slot, const CDipoleszq& dipole);
 // Whether a place is one: every coordinate a number, and within 100 m.
-[[nodiscard]] bool isPlace(const Vector3& point);
-[[nodiscard]] Vector3 placeOf(const CDipoles& dipole);
+bool isPlace(const Vector3& point);
+Vector3 placeOf(const CDipoles& dipole);
 // From the dipole's place to the tip of its arrow; zero: it has none.
-[[nodiscard]] Vector3 arrowOf(const CDipoles& dipole);
+Vector3 arrowOf(const CDipoles& dipole);
 // m_colorF.
-[[nodiscard]] Rgb ownColour(const CDipoles& dipole);
+Rgb ownColour(const CDipoles& dipole);
 
 // By the module's own rules, isSwitchedOn and ownColour, so that `shown` agrees with getTotalDipolesShowed
 // wherever slots are filled. Arrows follow m_showOrientation and are m_orientationLength mm long (at most
 // 1000); an orientation without a length or a number gives none. The sphere is the one that the fit used,
 // m_sphereCtf; without it a sphere of m_sphereLocational's radius around the origin, because the centre of
 // that one is the set's translation. Fiducials stand while m_showFiducialPt.
-[[nodiscard]] DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles);
+DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles);
 
 // The same by a host's choice of dipoles and colours.
 struct SceneChoice {
@@ -69,9 +69,9 @@ struct SceneChoice {
   std::function<Rgb(const CDipoleszq& dipole)> colourOf;
   std::function<Vector3(const CDipoleszq& dipole)> arrowOf;  // from the place to the tip; zero: none
 };
-[[nodiscard]] DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles, const SceneChoice& choice);
+DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles, const SceneChoice& choice);
 
 // The dipole of a slot, null when it is not drawn.
-[[nodiscard]] const SceneDipole* findDipole(const DipoleScene& scene, int slot);
+const SceneDipole* findDipole(const DipoleScene& scene, int slot);
 
 }  // namespace host

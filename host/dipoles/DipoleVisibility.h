@@ -16,8 +16,8 @@ enum class Visibility {
 // In all pictures alike. A dipole is switched on when the module shows it in 3D (see isSwitchedOn) and on
 // slices (its m_display is 1). The latency window counts while the set's m_showDipoleLatencySelected is on; a
 // latency that is not a number is outside of it.
-[[nodiscard]] Visibility visibilityOf(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
-                                      const ViewSettings& settings);
+Visibility visibilityOf(const CDipoleFace3On3DView& set, int slot, const CDipoleszq& dipole,
+                        const ViewSettings& settings);
 
 // total = shown + switchedOff + filtered + nowhere.
 struct VisibleCount {
@@ -32,6 +32,6 @@ struct VisibleCount {
   friend bool operator==(const VisibleCount&, const VisibleCount&) = default;
 };
 
-[[nodiscard]] VisibleCount countVisible(const CDipoleFace3On3DView& set, const ViewSettings& settings);
+VisibleCount countVisible(const CDipoleFace3On3DView& set, const ViewSettings& settings);
 
 }  // namespace host

@@ -27,17 +27,17 @@ inline constexpr double mostDifference = 10.0;
 // direction is the voxel axis nearest to it. Throws std::runtime_error with the cause: the set has no points;
 // the volume does not state its sides; a point lies outside of the volume; the points are no head, or their
 // distances are not those of the set's head-frame points within mostDifference, and so not of this MRI.
-[[nodiscard]] Fiducials fiducialsOfSet(const CDipoleFace& set, const Volume& volume);
+Fiducials fiducialsOfSet(const CDipoleFace& set, const Volume& volume);
 
 // The points in mm of the head frame; nothing when the set's file gave none of an MRI: those that an import
 // then makes up from the sphere are nobody's.
-[[nodiscard]] std::optional<Fiducials> measuredPoints(const CDipoleFace& set);
+std::optional<Fiducials> measuredPoints(const CDipoleFace& set);
 
 // A warning (UTF-8) when a distance between two points of a dipole file (measuredPoints) differs from that of
 // the given ones by more than mostDifference; empty when none does.
-[[nodiscard]] std::string headMismatch(const Fiducials& own, const Fiducials& head);
+std::string headMismatch(const Fiducials& own, const Fiducials& head);
 
 // The same of a set; empty when its file gave no points.
-[[nodiscard]] std::string headMismatch(const CDipoleFace& set, const Fiducials& head);
+std::string headMismatch(const CDipoleFace& set, const Fiducials& head);
 
 }  // namespace host

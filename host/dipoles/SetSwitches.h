@@ -7,7 +7,7 @@ namespace host {
 
 // Whether any dipole shows its orientation arrow. m_showDipoleOrientationAll does not tell: it holds what was
 // set last for all, and nothing for dipoles that came afterwards.
-[[nodiscard]] bool areArrowsShown(const CDipoleFace& set);
+bool areArrowsShown(const CDipoleFace& set);
 
 // Every dipole is shown in 3D and on slices, whatever its file or its user switched off.
 void switchAllOn(CDipoleFace9File& set);

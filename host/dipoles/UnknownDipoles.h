@@ -36,14 +36,14 @@ class UnknownDipoles {
 
   // The sum of the DipoleValues that are unknown of a dipole of the set. A value that differs from what was
   // marked counts as known at once.
-  [[nodiscard]] std::uint8_t of(const CDipoles& dipole) const;
-  [[nodiscard]] bool isUnknown(const CDipoles& dipole, DipoleValue value) const {
+  std::uint8_t of(const CDipoles& dipole) const;
+  bool isUnknown(const CDipoles& dipole, DipoleValue value) const {
     return (of(dipole) & static_cast<std::uint8_t>(value)) != 0;
   }
-  [[nodiscard]] bool isEmpty() const { return m_entries.empty(); }
+  bool isEmpty() const { return m_entries.empty(); }
 
   // By the slots of today.
-  [[nodiscard]] UnknownValues in(const CDipoleFace& set) const;
+  UnknownValues in(const CDipoleFace& set) const;
 
   // For a set that is about to become another one, in two steps of which the second cannot fail: an empty
   // object expects the dipoles of which something will be unknown, and holds them once they are there.
@@ -66,13 +66,13 @@ class UnknownDipoles {
   };
   using Entries = std::unordered_map<const CDipoles*, Entry>;
 
-  [[nodiscard]] static Values valuesOf(const CDipoles& dipole);
-  [[nodiscard]] static std::uint8_t changed(const Values& before, const Values& now);
+  static Values valuesOf(const CDipoles& dipole);
+  static std::uint8_t changed(const Values& before, const Values& now);
   using Dipoles = std::vector<const CDipoleszq*>;
 
   void judge(const CDipoleFace& set, const std::vector<int>& averages, std::uint8_t unknownOfGone);
-  [[nodiscard]] std::uint8_t unknownOfAdded(const CDipoleFace& set, const CDipoleszq& average) const;
-  [[nodiscard]] std::uint8_t unknownOfAny(const Dipoles& dipoles) const;
+  std::uint8_t unknownOfAdded(const CDipoleFace& set, const CDipoleszq& average) const;
+  std::uint8_t unknownOfAny(const Dipoles& dipoles) const;
 
   Entries m_entries;
   Dipoles m_selected;  // when follow was called last; only compared, they may be gone

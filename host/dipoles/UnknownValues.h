@@ -25,17 +25,17 @@ class UnknownValues {
     }
     m_bySlot[place] = static_cast<std::uint8_t>(m_bySlot[place] | values);
   }
-  [[nodiscard]] bool isUnknown(int slot, DipoleValue value) const {
+  bool isUnknown(int slot, DipoleValue value) const {
     return (of(slot) & static_cast<std::uint8_t>(value)) != 0;
   }
   // The sum of the DipoleValues of a slot, 0 when all are known.
-  [[nodiscard]] std::uint8_t of(int slot) const {
+  std::uint8_t of(int slot) const {
     const auto place = static_cast<std::size_t>(slot);
     return place < m_bySlot.size() ? m_bySlot[place] : std::uint8_t{0};
   }
   // One past the last slot of which a value is unknown.
-  [[nodiscard]] int end() const { return static_cast<int>(m_bySlot.size()); }
-  [[nodiscard]] bool isEmpty() const { return m_bySlot.empty(); }
+  int end() const { return static_cast<int>(m_bySlot.size()); }
+  bool isEmpty() const { return m_bySlot.empty(); }
 
   bool operator==(const UnknownValues&) const = default;
 

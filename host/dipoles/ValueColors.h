@@ -14,10 +14,10 @@
 namespace host {
 
 // Of the latency, the fit error or the moment; nan for what is no number.
-[[nodiscard]] double valueOf(const CDipoles& dipole, DipoleValue value);
+double valueOf(const CDipoles& dipole, DipoleValue value);
 
 // Such as "latency (ms)"; the moment of a set that does not say nAm has no unit.
-[[nodiscard]] std::string titleOf(DipoleValue value, const CDipoleFace& set);
+std::string titleOf(DipoleValue value, const CDipoleFace& set);
 
 struct ValueRange {
   double low = 0.0;
@@ -31,7 +31,7 @@ struct ValueRange {
 // From the 2nd to the 98th of a hundred of the finite values, so that a few stray ones do not take all the
 // colours; each end is a value that occurs, the one next outwards. So up to 50 values none is cut. Nothing
 // without a finite value.
-[[nodiscard]] std::optional<ValueRange> robustRange(std::vector<double> values);
+std::optional<ValueRange> robustRange(std::vector<double> values);
 
 class ValueColors {
  public:
@@ -43,11 +43,11 @@ class ValueColors {
 
   // The middle of the scale when the range is one value; noValueColor without a range, and for a value that
   // is not a number.
-  [[nodiscard]] Rgb colorOf(double value) const;
-  [[nodiscard]] Rgb colorOf(const CDipoles& dipole) const;
+  Rgb colorOf(double value) const;
+  Rgb colorOf(const CDipoles& dipole) const;
 
-  [[nodiscard]] const std::optional<ValueRange>& range() const { return m_range; }
-  [[nodiscard]] const std::string& title() const { return m_title; }
+  const std::optional<ValueRange>& range() const { return m_range; }
+  const std::string& title() const { return m_title; }
 
  private:
   DipoleValue m_value;

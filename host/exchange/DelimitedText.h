@@ -18,11 +18,11 @@ struct DelimitedCell {
   bool isQuoted = false;
 };
 
-[[nodiscard]] std::string guarded(const std::string& text);
-[[nodiscard]] std::string unguarded(const std::string& text);
+std::string guarded(const std::string& text);
+std::string unguarded(const std::string& text);
 
 // `text`, in quotes when it has to be, or shall be.
-[[nodiscard]] std::string delimitedCell(const std::string& text, char separator, bool isQuoted = false);
+std::string delimitedCell(const std::string& text, char separator, bool isQuoted = false);
 
 // What is wrong with a table, and where.
 class TableFault : public std::runtime_error {
@@ -31,7 +31,7 @@ class TableFault : public std::runtime_error {
   TableFault(std::size_t line, std::size_t column, const std::string& what);
 
   // "`name`, line 3, column 5: ..."
-  [[nodiscard]] std::runtime_error of(const std::string& name) const;
+  std::runtime_error of(const std::string& name) const;
 
  private:
   std::size_t m_line;
@@ -48,12 +48,12 @@ class DelimitedRows {
   bool next(std::vector<DelimitedCell>& cells);
 
   // Of the cells that came last, from 1: a line of the text, which is more than one for cells with line ends.
-  [[nodiscard]] std::size_t line() const { return m_line; }
+  std::size_t line() const { return m_line; }
 
  private:
   DelimitedCell takeCell(std::size_t column);
   void takeQuoted(DelimitedCell& cell, std::size_t column);
-  [[nodiscard]] bool isAtLineEnd() const;
+  bool isAtLineEnd() const;
   void takeLineEnd();
 
   std::string_view m_rest;

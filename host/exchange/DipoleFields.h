@@ -73,12 +73,12 @@ enum FieldPlace : std::size_t {
 };
 
 // In the order of the columns.
-[[nodiscard]] std::span<const DipoleField, fieldCount> dipoleFields();
+std::span<const DipoleField, fieldCount> dipoleFields();
 
 // The column of the moment says nAm only when it is.
-[[nodiscard]] const char* fieldTitle(std::size_t place, bool isMomentInNAm);
+const char* fieldTitle(std::size_t place, bool isMomentInNAm);
 
 // Nothing when the value is unknown.
-[[nodiscard]] FieldValue fieldValue(std::size_t place, const CDipoleszq& dipole, std::uint8_t unknown);
+FieldValue fieldValue(std::size_t place, const CDipoleszq& dipole, std::uint8_t unknown);
 
 }  // namespace host

@@ -14,7 +14,7 @@ enum class FileKind {
   dipoles  // everything else: the importers look into it
 };
 
-[[nodiscard]] FileKind kindOf(const CString& path);
+FileKind kindOf(const CString& path);
 
 // The files of dipoles that can be read.
 enum class DipoleFormat {
@@ -26,6 +26,6 @@ enum class DipoleFormat {
   json
 };
 
-[[nodiscard]] std::optional<DipoleFormat> dipoleFormatOf(const CString& path);
+std::optional<DipoleFormat> dipoleFormatOf(const CString& path);
 
 }  // namespace host

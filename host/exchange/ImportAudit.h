@@ -22,7 +22,7 @@ struct Repairs {
   std::optional<LengthUnit>
       unit;  // of positions where the file leaves it open; counts as the code `unit` too
 
-  [[nodiscard]] bool isEmpty() const { return codes.empty() && !unit; }
+  bool isEmpty() const { return codes.empty() && !unit; }
 };
 
 // What an audit reads beside the set. Holds all bytes of the file.
@@ -34,16 +34,16 @@ struct ImportSource {
 };
 
 // Whether files of a format are text that other programs wrote: sets and tables are this program's own.
-[[nodiscard]] bool isAudited(DipoleFormat format);
+bool isAudited(DipoleFormat format);
 
 // For a format that is audited. `messages`: what the module showed while it imported this file. A file that
 // cannot be read has no bytes.
-[[nodiscard]] ImportSource sourceOf(const CString& path, DipoleFormat format,
-                                    const std::vector<ModuleMessage>& messages, const std::string& name);
+ImportSource sourceOf(const CString& path, DipoleFormat format, const std::vector<ModuleMessage>& messages,
+                      const std::string& name);
 
 // The file's dipoles are the last ones of the set, from `firstSlot` on; slots of findings are those of the
 // set.
-[[nodiscard]] AuditReport auditImport(const ImportSource& source, const CDipoleFace9File& set, int firstSlot);
+AuditReport auditImport(const ImportSource& source, const CDipoleFace9File& set, int firstSlot);
 
 // See host/audit/FileAudit.h, repair.
 RepairReport repairImport(const ImportSource& source, CDipoleFace9File& set, int firstSlot,

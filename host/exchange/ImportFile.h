@@ -36,7 +36,7 @@ struct ImportedFile {
   std::vector<Finding> findings;  // what the audit says of a text file, as it is now; about slots of `set`
   std::vector<std::string> repaired;  // UTF-8, a sentence for each thing that repairs changed
 
-  [[nodiscard]] int dipoles() const;  // slots of the set may be empty
+  int dipoles() const;  // slots of the set may be empty
 
   // Applies remedies to `set`, which nobody has changed since the import; a set or a table has none. Throws
   // what an allocation throws.
@@ -47,7 +47,7 @@ struct ImportedFile {
 // The current folder stays. A file that cannot be opened is told once, by `failure`: the module does not
 // see it. Findings give the file's name as `name`, or as the path when that is empty. Throws what an
 // allocation throws, and std::runtime_error when memory ran out within the module.
-[[nodiscard]] ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name = {},
-                                      const Repairs& repairs = {});
+ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name = {},
+                        const Repairs& repairs = {});
 
 }  // namespace host

@@ -34,34 +34,34 @@ class JoinedSet {
   // whole set is that of the first file with dipoles; its moments are nAm when every file says so.
   void add(ImportedFile file);
 
-  [[nodiscard]] CDipoleFace9File& set() { return madeSet(); }
-  [[nodiscard]] const CDipoleFace9File& set() const { return madeSet(); }
-  [[nodiscard]] const std::vector<Part>& parts() const { return m_parts; }
-  [[nodiscard]] std::vector<std::string> patients() const;  // whom the parts name, each once, in order
+  CDipoleFace9File& set() { return madeSet(); }
+  const CDipoleFace9File& set() const { return madeSet(); }
+  const std::vector<Part>& parts() const { return m_parts; }
+  std::vector<std::string> patients() const;  // whom the parts name, each once, in order
 
   // How many dipoles the other set has already: the slots of the parts and of findings count on from there.
-  [[nodiscard]] int before() const { return m_before; }
+  int before() const { return m_before; }
   // How many more there is room for.
-  [[nodiscard]] int room() const;
+  int room() const;
 
   // What the files left open, and what is to be said of them: what their audits found, and dipoles that lie
   // outside of their head sphere (host/audit/HeadChecks.h). About the slots behind those that the other set
   // has.
-  [[nodiscard]] const UnknownValues& unknown() const { return m_unknown; }
-  [[nodiscard]] const std::vector<Finding>& findings() const { return m_findings; }
+  const UnknownValues& unknown() const { return m_unknown; }
+  const std::vector<Finding>& findings() const { return m_findings; }
   // Some files say that their moments are nAm, and some do not.
-  [[nodiscard]] bool hasMixedUnits() const { return m_hasMixedUnits; }
+  bool hasMixedUnits() const { return m_hasMixedUnits; }
   // What was left out for want of room, and spheres that differ; UTF-8, with the file's name.
-  [[nodiscard]] const std::vector<std::string>& warnings() const { return m_warnings; }
+  const std::vector<std::string>& warnings() const { return m_warnings; }
   // How many dipoles found no room.
-  [[nodiscard]] int leftOut() const { return m_leftOut; }
+  int leftOut() const { return m_leftOut; }
 
  private:
   void takeFinding(Finding finding, int first);
   void append(const ImportedFile& file);
   CDipoleFace9File& madeSet() const;
 
-  [[nodiscard]] int nextSlot() const;
+  int nextSlot() const;
 
   int m_before;
   bool m_hasMixedUnits = false;
@@ -74,14 +74,14 @@ class JoinedSet {
 };
 
 // What the parts say of each other: several patients, other heads. Of one set, or of several.
-[[nodiscard]] std::vector<Finding> findingsBetween(std::span<const JoinedSet::Part> parts);
+std::vector<Finding> findingsBetween(std::span<const JoinedSet::Part> parts);
 
 // Those parts whose points are not those of the head.
-[[nodiscard]] std::vector<Finding> otherHeads(std::span<const JoinedSet::Part> parts, const Fiducials& head);
+std::vector<Finding> otherHeads(std::span<const JoinedSet::Part> parts, const Fiducials& head);
 
 // What the parts say in an MRI: dipoles outside of it, points of another head. Nothing in a head that is not
 // registered, nor in the phantom, which is nobody's. Slots are as in JoinedSet::findings.
-[[nodiscard]] std::vector<Finding> findingsIn(const Head& head, const JoinedSet& joined);
+std::vector<Finding> findingsIn(const Head& head, const JoinedSet& joined);
 
 // Adds a name to a list of patients, unless it is empty or there already.
 void addPatient(std::vector<std::string>& names, const std::string& patient);

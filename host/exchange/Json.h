@@ -9,12 +9,12 @@ namespace host {
 using Json = nlohmann::ordered_json;
 
 // UTF-8, indented, a line feed at its end.
-[[nodiscard]] std::string indented(const Json& json);
+std::string indented(const Json& json);
 
 // A number with as few digits as give it back; "nan", "inf" or "-inf", a string, for what is none.
-[[nodiscard]] Json jsonNumber(double value);
+Json jsonNumber(double value);
 
 // Null when the text is empty.
-[[nodiscard]] Json jsonText(const std::string& text);
+Json jsonText(const std::string& text);
 
 }  // namespace host

@@ -44,17 +44,17 @@ class JsonPlaces {
     std::size_t m_at;
   };
 
-  [[nodiscard]] Iterator begin() { return {*this, 0}; }
-  [[nodiscard]] Iterator end() { return {*this, m_text.size()}; }
+  Iterator begin() { return {*this, 0}; }
+  Iterator end() { return {*this, m_text.size()}; }
 
   // Called when something has been met: it stands behind what was met before.
   void note();
   // Likewise, of a number: behind it the parser has read one character more.
   void noteNumber();
   // Where that is, in bytes from 0.
-  [[nodiscard]] std::size_t last() const { return m_last; }
+  std::size_t last() const { return m_last; }
 
-  [[nodiscard]] TableFault faultAt(std::size_t byte, const std::string& what) const;
+  TableFault faultAt(std::size_t byte, const std::string& what) const;
 
  private:
   std::string_view m_text;

@@ -26,11 +26,11 @@ class ModuleMessages {
   ModuleMessages(const ModuleMessages&) = delete;
   ModuleMessages& operator=(const ModuleMessages&) = delete;
 
-  [[nodiscard]] static bool isNoting();
+  static bool isNoting();
   // A box of MB_ `type` and the answer that it got (IDOK, IDYES, ...). Nobody may listen.
   static void note(LPCTSTR text, UINT type, int answer);
 
-  [[nodiscard]] const std::vector<ModuleMessage>& all() const { return m_all; }
+  const std::vector<ModuleMessage>& all() const { return m_all; }
 
  private:
   ModuleMessages* m_outer;
@@ -38,6 +38,6 @@ class ModuleMessages {
 };
 
 // Whether a box of MB_ `type` asks a yes/no question.
-[[nodiscard]] bool isQuestion(UINT type);
+bool isQuestion(UINT type);
 
 }  // namespace host

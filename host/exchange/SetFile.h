@@ -16,7 +16,7 @@
 namespace host {
 
 // The module's set file, of today or of 2001. What the file does not hold is as in a new set.
-[[nodiscard]] std::unique_ptr<CDipoleFace9File> readSet(const CString& path);
+std::unique_ptr<CDipoleFace9File> readSet(const CString& path);
 
 void writeSet(CDipoleFace9File& set, const CString& path);
 
@@ -28,7 +28,7 @@ void writeSpreadsheetText(CDipoleFace9File& set, const CString& path);
 
 // A set file, and the text, cannot say that values are unknown: they hold the members as if they were known.
 // What the user should hear of that, UTF-8; empty when every value is known.
-[[nodiscard]] std::string lossOf(const UnknownValues& unknown);
+std::string lossOf(const UnknownValues& unknown);
 
 // Bytes as they are.
 void writeText(std::string_view text, const CString& path);

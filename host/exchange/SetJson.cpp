@@ -183,7 +183,7 @@ class SetReader {
  private:
   [[noreturn]] void fail(const std::string& what) const { throw m_places.faultAt(m_places.last(), what); }
 
-  [[nodiscard]] bool isInDipole() const { return m_isInDipoles && m_depth == 3; }
+  bool isInDipole() const { return m_isInDipoles && m_depth == 3; }
 
   // What the document holds beside the dipoles may have any depth; a list of dipoles has its own.
   void refuseNested() const {
@@ -281,7 +281,7 @@ class SetReader {
     m_unknown.markAll(slot, made.unknown);
   }
 
-  [[nodiscard]] bool isInNAm() const {
+  bool isInNAm() const {
     if (m_titleIsNAm && m_unitIsNAm && *m_titleIsNAm != *m_unitIsNAm) {
       fail("moment_unit contradicts the name of the moments");
     }

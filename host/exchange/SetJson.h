@@ -20,11 +20,11 @@ struct SetTexts {
   bool isMomentInNAm = false;
 };
 
-[[nodiscard]] Json setDocument(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts);
+Json setDocument(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts);
 
 // Patient, version and the unit of the moments come back too. Of an object's members those of the position
 // must be there, see readTable; others than the columns are refused. What the document holds beside is passed
 // over, but for another frame and another unit. Failures are as in readTable; the column is a character.
-[[nodiscard]] TableSet readSetJson(std::string_view text, const std::string& name);
+TableSet readSetJson(std::string_view text, const std::string& name);
 
 }  // namespace host

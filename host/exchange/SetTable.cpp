@@ -173,7 +173,7 @@ class TableReader {
     return *std::move(value);
   }
 
-  [[nodiscard]] std::size_t columnOf(std::size_t place) const {
+  std::size_t columnOf(std::size_t place) const {
     std::size_t column = 1;
     while (column <= m_places.size() && m_places[column - 1] != place) {
       ++column;

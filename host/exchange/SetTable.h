@@ -20,14 +20,13 @@ struct TableSet {
   UnknownValues unknown;  // by slot
 };
 
-[[nodiscard]] std::string tableOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm,
-                                  char separator);
+std::string tableOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm, char separator);
 
 // The columns may come in any order. Those of the position must be there; latency, fit error, moment,
 // orientation and label are unknown where their column is missing or their cell empty, other members are
 // those of a new dipole then, and the numbers count on. An unknown value has a new dipole's member. Whatever
 // is wrong with the text ends with a std::runtime_error that names the file by `name`, the line and the
 // column, counted in cells. Throws what an allocation throws too.
-[[nodiscard]] TableSet readTable(std::string_view text, char separator, const std::string& name);
+TableSet readTable(std::string_view text, char separator, const std::string& name);
 
 }  // namespace host

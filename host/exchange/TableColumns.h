@@ -12,11 +12,11 @@
 namespace host {
 
 // The place of a column's title, the moment's with or without nAm; nothing for any other title.
-[[nodiscard]] std::optional<std::size_t> placeOfTitle(std::string_view title);
+std::optional<std::size_t> placeOfTitle(std::string_view title);
 
 // A number of text, as the writers write it: nothing when it is none, or beyond what `Number` holds.
 template <typename Number>
-[[nodiscard]] std::optional<Number> numberOf(std::string_view text);
+std::optional<Number> numberOf(std::string_view text);
 
 // What is wrong about a value, and where it stands.
 struct FieldFault {
@@ -28,7 +28,7 @@ struct FieldFault {
 using DipoleRow = std::array<std::optional<FieldValue>, fieldCount>;
 
 // Why a set of columns makes no dipole; nothing when it does. `has` says which are there.
-[[nodiscard]] std::optional<std::string> whatIsMissing(const std::array<bool, fieldCount>& has);
+std::optional<std::string> whatIsMissing(const std::array<bool, fieldCount>& has);
 
 // Makes `dipole`, which is new, what the row says. The result is the sum of the DipoleValues that it leaves
 // unknown, unless there is a fault.
@@ -36,6 +36,6 @@ struct MadeDipole {
   std::uint8_t unknown = 0;
   std::optional<FieldFault> fault;
 };
-[[nodiscard]] MadeDipole makeDipole(const DipoleRow& row, CDipoleszq& dipole);
+MadeDipole makeDipole(const DipoleRow& row, CDipoleszq& dipole);
 
 }  // namespace host

@@ -16,14 +16,13 @@ namespace host {
 enum class TableFormat { csv, tsv, json };
 
 // Nothing for files that are no tables.
-[[nodiscard]] std::optional<TableFormat> tableFormatOf(DipoleFormat format);
+std::optional<TableFormat> tableFormatOf(DipoleFormat format);
 
-[[nodiscard]] TableSet readTableText(std::string_view text, TableFormat format, const std::string& name);
+TableSet readTableText(std::string_view text, TableFormat format, const std::string& name);
 
 // Throws std::runtime_error, which names the file by `name`, when it cannot be read, is larger than 256 MiB,
 // or is no table; and what an allocation throws.
-[[nodiscard]] TableSet readTableFile(const std::filesystem::path& path, TableFormat format,
-                                     const std::string& name);
+TableSet readTableFile(const std::filesystem::path& path, TableFormat format, const std::string& name);
 
 // By the ending of the name; .csv when that tells none. Patient and version as the set has them. Throws
 // std::runtime_error that names the file and the cause.

@@ -12,7 +12,7 @@ namespace host {
 
 // The number at a byte offset; the bytes must be there.
 template <typename Number>
-[[nodiscard]] Number numberAt(std::span<const std::byte> bytes, std::size_t offset, std::endian order) {
+Number numberAt(std::span<const std::byte> bytes, std::size_t offset, std::endian order) {
   std::array<std::byte, sizeof(Number)> raw;
   std::memcpy(raw.data(), bytes.data() + offset, raw.size());
   if (order != std::endian::native) {

@@ -30,7 +30,7 @@ class ByteSource {
   // Reads over bytes; returns how many there were, fewer only at the end.
   std::uint64_t skip(std::uint64_t count);
   // How many bytes a file that is not packed holds; nothing for a packed one, which may say anything.
-  [[nodiscard]] std::optional<std::uint64_t> plainSize() const;
+  std::optional<std::uint64_t> plainSize() const;
 
  private:
   struct State;

@@ -13,11 +13,11 @@ class CornerGrid {
  public:
   explicit CornerGrid(const Volume& volume);
 
-  [[nodiscard]] const std::array<int, 3>& dimension() const { return m_dimension; }  // voxels
-  [[nodiscard]] const std::array<float, 3>& spacing() const { return m_spacing; }    // mm
+  const std::array<int, 3>& dimension() const { return m_dimension; }  // voxels
+  const std::array<float, 3>& spacing() const { return m_spacing; }    // mm
 
   // Of a place in scanner mm.
-  [[nodiscard]] Vector3 operator()(const Vector3& scanner) const;
+  Vector3 operator()(const Vector3& scanner) const;
 
  private:
   Affine m_fromScanner;

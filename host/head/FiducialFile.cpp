@@ -61,7 +61,7 @@ class Reader {
     fail(where() + "begins with neither nasion, left nor right");
   }
 
-  [[nodiscard]] Fiducials result() const {
+  Fiducials result() const {
     for (std::size_t i = 0; i < names.size(); ++i) {
       if (!m_points.at(i)) {
         fail("no line gives the point " + std::string(names.at(i)));
@@ -75,7 +75,7 @@ class Reader {
   }
 
  private:
-  [[nodiscard]] std::string where() const { return "line " + std::to_string(m_line) + " "; }
+  std::string where() const { return "line " + std::to_string(m_line) + " "; }
 
   void set(std::size_t index, std::string_view values) {
     const std::string name(names.at(index));

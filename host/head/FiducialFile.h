@@ -13,10 +13,10 @@
 namespace host {
 
 // Throws std::runtime_error that names the file, the line and the cause.
-[[nodiscard]] Fiducials readFiducialFile(const std::filesystem::path& path);
+Fiducials readFiducialFile(const std::filesystem::path& path);
 
 // Three finite numbers and nothing else: with a separator between them, or, when it is a blank, with any
 // white space between and around them.
-[[nodiscard]] std::optional<Vector3> readCoordinates(std::string_view text, char separator);
+std::optional<Vector3> readCoordinates(std::string_view text, char separator);
 
 }  // namespace host

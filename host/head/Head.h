@@ -19,7 +19,7 @@ struct Head {
   bool isAbsent = false;                 // there is no MRI; the volume is one dark voxel
 
   // Dipoles are drawn over the MRI only when it is: in a provisional frame they would lie in wrong places.
-  [[nodiscard]] bool isRegistered() const { return fiducials.has_value(); }
+  bool isRegistered() const { return fiducials.has_value(); }
 };
 
 }  // namespace host

@@ -15,6 +15,6 @@ struct HeadBox {
 // The box around what is brighter than the dark tenth of the grey window. Scattered bright voxels in the air
 // do not count. Both corners are the origin when nothing is bright. What lies farther from the origin than
 // headReach is left out.
-[[nodiscard]] HeadBox findHead(const Volume& volume, const HeadFrame& frame);
+HeadBox findHead(const Volume& volume, const HeadFrame& frame);
 
 }  // namespace host

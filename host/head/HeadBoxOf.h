@@ -8,6 +8,6 @@ namespace host {
 
 // As findHead; mm in the head frame. Where nothing is bright the box reaches 100 mm to every side of the
 // origin. The box of the last head is kept: asking again costs nothing while volume and frame are the same.
-[[nodiscard]] HeadBox headBoxOf(const Head& head);
+HeadBox headBoxOf(const Head& head);
 
 }  // namespace host

@@ -20,19 +20,19 @@ struct OpenedHead {
 // Reads an MRI (NIfTI) and the fiducial points in the file of the same name with the ending ".fiducials"
 // (head.fiducials for head.nii.gz), when there is one. Points that cannot be read or do not fit leave the
 // head unregistered, and the notice says why. Throws std::runtime_error that names the file and the cause.
-[[nodiscard]] OpenedHead openHead(const CString& path);
+OpenedHead openHead(const CString& path);
 
 // "Phantom", registered.
-[[nodiscard]] Head phantomHead();
+Head phantomHead();
 
 // For dipoles without an MRI: absent, not registered, and not to be drawn.
-[[nodiscard]] Head noHead();
+Head noHead();
 
 // Around the middle of a volume, its directions those of the scanner: for a head without fiducial points.
-[[nodiscard]] HeadFrame provisionalFrame(const Volume& volume);
+HeadFrame provisionalFrame(const Volume& volume);
 
 // The head frame of points in a volume. Throws std::invalid_argument with the cause: HeadFrame's, or a point
 // that lies farther outside of the volume than fiducialMargin.
-[[nodiscard]] HeadFrame frameIn(const Volume& volume, const Fiducials& points);
+HeadFrame frameIn(const Volume& volume, const Fiducials& points);
 
 }  // namespace host

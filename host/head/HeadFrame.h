@@ -25,10 +25,10 @@ class HeadFrame {
   // refused. A volume whose own sides are wrong is not noticed.
   explicit HeadFrame(const Fiducials& points);
 
-  [[nodiscard]] Vector3 toScanner(const Vector3& head) const { return m_toScanner(head); }
-  [[nodiscard]] Vector3 fromScanner(const Vector3& scanner) const { return m_fromScanner(scanner); }
-  [[nodiscard]] const Affine& toScanner() const { return m_toScanner; }
-  [[nodiscard]] const Affine& fromScanner() const { return m_fromScanner; }
+  Vector3 toScanner(const Vector3& head) const { return m_toScanner(head); }
+  Vector3 fromScanner(const Vector3& scanner) const { return m_fromScanner(scanner); }
+  const Affine& toScanner() const { return m_toScanner; }
+  const Affine& fromScanner() const { return m_fromScanner; }
 
   friend bool operator==(const HeadFrame&, const HeadFrame&) = default;
 

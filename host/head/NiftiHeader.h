@@ -39,8 +39,8 @@ struct NiftiHeader {
   Affine toScanner;
   bool sidesStated = false;  // by sform or qform; the voxel size alone says nothing about the patient's sides
 
-  [[nodiscard]] std::uint64_t voxelCount() const;
-  [[nodiscard]] std::size_t bytesPerVoxel() const;
+  std::uint64_t voxelCount() const;
+  std::size_t bytesPerVoxel() const;
 };
 
 constexpr std::size_t nifti1HeaderSize = 348;
@@ -49,8 +49,8 @@ constexpr std::size_t nifti2HeaderSize = 540;
 constexpr std::uint64_t mostVoxels = std::uint64_t{1} << 28U;
 
 // How long the header is that begins with these first four bytes; 0 when they begin no NIfTI header.
-[[nodiscard]] std::size_t niftiHeaderSize(std::span<const std::byte, 4> start);
+std::size_t niftiHeaderSize(std::span<const std::byte, 4> start);
 // Throws std::runtime_error with the cause when the header, of the size above, is not one that can be used.
-[[nodiscard]] NiftiHeader parseNiftiHeader(std::span<const std::byte> bytes);
+NiftiHeader parseNiftiHeader(std::span<const std::byte> bytes);
 
 }  // namespace host

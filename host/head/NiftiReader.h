@@ -12,6 +12,6 @@ namespace host {
 // not finite become 0. Pairs of .hdr and .img, colours and complex numbers are refused. Throws
 // std::runtime_error, whose text (UTF-8) names the file and the cause. No memory is taken for voxels that are
 // not there.
-[[nodiscard]] Volume readNifti(const std::filesystem::path& path);
+Volume readNifti(const std::filesystem::path& path);
 
 }  // namespace host

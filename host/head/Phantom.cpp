@@ -27,15 +27,13 @@ class Ellipsoid {
         m_squares{inverseSquare(radii.x), inverseSquare(radii.y), inverseSquare(radii.z)} {}
 
   // How far a point lies outside, mm; negative inside. Good near the surface, elsewhere at least so far.
-  [[nodiscard]] double depth(const Vector3& point) const {
+  double depth(const Vector3& point) const {
     const Vector3 d = point - m_centre;
     const Vector3 slope{d.x * m_squares.x, d.y * m_squares.y, d.z * m_squares.z};
     return (dot(d, slope) - 1.0) / (2.0 * length(slope) + 1e-9);
   }
 
-  [[nodiscard]] constexpr Ellipsoid smaller(double mm) const {
-    return {m_centre, m_radii - Vector3{mm, mm, mm}};
-  }
+  constexpr Ellipsoid smaller(double mm) const { return {m_centre, m_radii - Vector3{mm, mm, mm}}; }
 
  private:
   static constexpr double inverseSquare(double radius) { return 1.0 / (radius * radius); }

@@ -17,6 +17,6 @@ struct Phantom {
 };
 
 // Throws what an allocation throws.
-[[nodiscard]] Phantom makePhantom();
+Phantom makePhantom();
 
 }  // namespace host

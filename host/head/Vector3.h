@@ -12,31 +12,31 @@ struct Vector3 {
   double z = 0.0;
 
   // axis 0, 1 or 2.
-  [[nodiscard]] constexpr double operator[](int axis) const { return axis == 0 ? x : axis == 1 ? y : z; }
-  [[nodiscard]] constexpr double& operator[](int axis) { return axis == 0 ? x : axis == 1 ? y : z; }
+  constexpr double operator[](int axis) const { return axis == 0 ? x : axis == 1 ? y : z; }
+  constexpr double& operator[](int axis) { return axis == 0 ? x : axis == 1 ? y : z; }
 
   friend bool operator==(const Vector3&, const Vector3&) = default;
 };
 
-[[nodiscard]] constexpr Vector3 operator+(const Vector3& a, const Vector3& b) {
+constexpr Vector3 operator+(const Vector3& a, const Vector3& b) {
   return {a.x + b.x, a.y + b.y, a.z + b.z};
 }
-[[nodiscard]] constexpr Vector3 operator-(const Vector3& a, const Vector3& b) {
+constexpr Vector3 operator-(const Vector3& a, const Vector3& b) {
   return {a.x - b.x, a.y - b.y, a.z - b.z};
 }
-[[nodiscard]] constexpr Vector3 operator*(const Vector3& a, double factor) {
+constexpr Vector3 operator*(const Vector3& a, double factor) {
   return {a.x * factor, a.y * factor, a.z * factor};
 }
-[[nodiscard]] constexpr double dot(const Vector3& a, const Vector3& b) {
+constexpr double dot(const Vector3& a, const Vector3& b) {
   return a.x * b.x + a.y * b.y + a.z * b.z;
 }
-[[nodiscard]] constexpr Vector3 cross(const Vector3& a, const Vector3& b) {
+constexpr Vector3 cross(const Vector3& a, const Vector3& b) {
   return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
-[[nodiscard]] inline double length(const Vector3& a) {
+inline double length(const Vector3& a) {
   return std::sqrt(dot(a, a));
 }
-[[nodiscard]] inline bool isFinite(const Vector3& a) {
+inline bool isFinite(const Vector3& a) {
   return std::isfinite(a.x) && std::isfinite(a.y) && std::isfinite(a.z);
 }
 

@@ -18,7 +18,7 @@ struct GreyWindow {
   double low = 0.0;
   double high = 1.0;
 
-  [[nodiscard]] std::uint8_t grey(double value) const;
+  std::uint8_t grey(double value) const;
 
   friend bool operator==(const GreyWindow&, const GreyWindow&) = default;
 };
@@ -31,31 +31,31 @@ class Volume {
   Volume(const std::array<int, 3>& dimensions, std::vector<float> voxels, const Affine& toScanner,
          bool sidesStated = true);
 
-  [[nodiscard]] const std::array<int, 3>& dimensions() const { return m_dimensions; }
-  [[nodiscard]] const std::vector<float>& voxels() const { return m_voxels; }
-  [[nodiscard]] const Affine& toScanner() const { return m_toScanner; }
-  [[nodiscard]] const Affine& fromScanner() const { return m_fromScanner; }
-  [[nodiscard]] bool sidesStated() const { return m_sidesStated; }
+  const std::array<int, 3>& dimensions() const { return m_dimensions; }
+  const std::vector<float>& voxels() const { return m_voxels; }
+  const Affine& toScanner() const { return m_toScanner; }
+  const Affine& fromScanner() const { return m_fromScanner; }
+  bool sidesStated() const { return m_sidesStated; }
 
   // The voxel at an index inside the dimensions.
-  [[nodiscard]] float voxel(int i, int j, int k) const { return m_voxels[offset(i, j, k)]; }
+  float voxel(int i, int j, int k) const { return m_voxels[offset(i, j, k)]; }
   // The value of everything outside: 0, or the lowest voxel where there are negative ones (air in a CT).
-  [[nodiscard]] double background() const { return m_background; }
+  double background() const { return m_background; }
   // Trilinear between voxel centres, fading to the background within one voxel outside of the grid.
-  [[nodiscard]] double sampleScanner(const Vector3& mm) const { return sampleIndex(m_fromScanner(mm)); }
-  [[nodiscard]] double sampleIndex(const Vector3& index) const;
+  double sampleScanner(const Vector3& mm) const { return sampleIndex(m_fromScanner(mm)); }
+  double sampleIndex(const Vector3& index) const;
 
   // From the 2nd to the 99.5th percentile of the voxels that are not background.
-  [[nodiscard]] const GreyWindow& window() const { return m_window; }
+  const GreyWindow& window() const { return m_window; }
 
  private:
-  [[nodiscard]] std::size_t offset(int i, int j, int k) const {
+  std::size_t offset(int i, int j, int k) const {
     const auto width = static_cast<std::size_t>(m_dimensions[0]);
     const auto height = static_cast<std::size_t>(m_dimensions[1]);
     return (static_cast<std::size_t>(k) * height + static_cast<std::size_t>(j)) * width +
            static_cast<std::size_t>(i);
   }
-  [[nodiscard]] double voxelOrBackground(int i, int j, int k) const;
+  double voxelOrBackground(int i, int j, int k) const;
 
   std::array<int, 3> m_dimensions;
   std::vector<float> m_voxels;

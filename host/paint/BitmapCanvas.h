@@ -18,7 +18,7 @@ class BitmapCanvas {
   BitmapCanvas(const BitmapCanvas&) = delete;
   BitmapCanvas& operator=(const BitmapCanvas&) = delete;
 
-  [[nodiscard]] CDC& dc() { return m_dc; }
+  CDC& dc() { return m_dc; }
   // What was drawn; the picture must have the size of the one that it began with.
   void copyTo(Image& picture);
 

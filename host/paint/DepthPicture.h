@@ -18,27 +18,27 @@ class DepthPicture {
   // Empties the picture.
   void clear(Rgb background);
 
-  [[nodiscard]] int width() const { return m_image.width(); }
-  [[nodiscard]] int height() const { return m_image.height(); }
-  [[nodiscard]] const Image& image() const { return m_image; }
-  [[nodiscard]] Image& image() { return m_image; }
+  int width() const { return m_image.width(); }
+  int height() const { return m_image.height(); }
+  const Image& image() const { return m_image; }
+  Image& image() { return m_image; }
 
   // The pixel must lie inside.
-  [[nodiscard]] float depth(int column, int row) const { return m_depths[offset(row) + toSize(column)]; }
+  float depth(int column, int row) const { return m_depths[offset(row) + toSize(column)]; }
 
   // Takes stock of how far each part of the picture is covered, for hides().
   void summarise();
   // Whether anything inside of a box (pixels) at that depth or farther away would be hidden, as far as the
   // last summary since the picture was cleared tells. What lies outside of the picture counts as hidden.
-  [[nodiscard]] bool hides(double left, double top, double right, double bottom, double nearest) const;
+  bool hides(double left, double top, double right, double bottom, double nearest) const;
 
   // A row that lies inside, from its first pixel.
-  [[nodiscard]] Rgb* colours(int row) { return m_image.row(row); }
-  [[nodiscard]] float* depths(int row) { return m_depths.data() + offset(row); }
+  Rgb* colours(int row) { return m_image.row(row); }
+  float* depths(int row) { return m_depths.data() + offset(row); }
 
  private:
-  [[nodiscard]] static std::size_t toSize(int count) { return static_cast<std::size_t>(count); }
-  [[nodiscard]] std::size_t offset(int row) const { return toSize(row) * toSize(m_image.width()); }
+  static std::size_t toSize(int count) { return static_cast<std::size_t>(count); }
+  std::size_t offset(int row) const { return toSize(row) * toSize(m_image.width()); }
 
   static constexpr int tileSide = 16;  // pixels
 
@@ -50,6 +50,6 @@ class DepthPicture {
 };
 
 // Whether anything at that depth or farther away would be hidden in all of these pixels.
-[[nodiscard]] bool hidesAll(std::span<const float> depths, float nearest);
+bool hidesAll(std::span<const float> depths, float nearest);
 
 }  // namespace host

@@ -29,8 +29,8 @@ struct PixelBox {
   int right = 0;
   int bottom = 0;
 
-  [[nodiscard]] int width() const { return right - left; }
-  [[nodiscard]] int height() const { return bottom - top; }
+  int width() const { return right - left; }
+  int height() const { return bottom - top; }
 };
 
 class Image {
@@ -39,16 +39,16 @@ class Image {
   // Throws std::invalid_argument when an extent is negative or above 32767.
   Image(int width, int height, Rgb fill);
 
-  [[nodiscard]] int width() const { return m_width; }
-  [[nodiscard]] int height() const { return m_height; }
-  [[nodiscard]] const std::vector<Rgb>& pixels() const { return m_pixels; }
+  int width() const { return m_width; }
+  int height() const { return m_height; }
+  const std::vector<Rgb>& pixels() const { return m_pixels; }
 
   // The pixel must lie inside.
-  [[nodiscard]] Rgb pixel(int column, int row) const { return m_pixels[offset(column, row)]; }
+  Rgb pixel(int column, int row) const { return m_pixels[offset(column, row)]; }
   void setPixel(int column, int row, Rgb colour) { m_pixels[offset(column, row)] = colour; }
 
   // The pixels of a row that lies inside, from the left.
-  [[nodiscard]] Rgb* row(int row) { return m_pixels.data() + offset(0, row); }
+  Rgb* row(int row) { return m_pixels.data() + offset(0, row); }
 
   // Mixes the colour over a pixel; coverage runs from 0 (nothing) to 1. Pixels outside are left out.
   void blendPixel(int column, int row, Rgb colour, double coverage);
@@ -57,14 +57,14 @@ class Image {
   // Lays another picture over this one; what lies outside is left out.
   void paste(const Image& other, int left, int top);
   // The part of the picture inside the box, which is cut to the picture first.
-  [[nodiscard]] Image cropped(const PixelBox& box) const;
+  Image cropped(const PixelBox& box) const;
 
  private:
-  [[nodiscard]] std::size_t offset(int column, int row) const {
+  std::size_t offset(int column, int row) const {
     return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_width) +
            static_cast<std::size_t>(column);
   }
-  [[nodiscard]] PixelBox cut(const PixelBox& box) const;
+  PixelBox cut(const PixelBox& box) const;
 
   int m_width = 0;
   int m_height = 0;

@@ -19,12 +19,12 @@ constexpr Rgb edgeInk{0, 0, 0};  // around what stands over a picture
 
 // `scale` makes texts and marks larger than they are on a screen of 96 dots per inch; 0.6 to 8, beyond the
 // nearer end.
-[[nodiscard]] StrokeFont headFont(double scale = 1.0);
-[[nodiscard]] StrokeFont textFont(double scale = 1.0);
-[[nodiscard]] StrokeFont noteFont(double scale = 1.0);
-[[nodiscard]] StrokeFont letterFont(double scale = 1.0);  // of the side letters
+StrokeFont headFont(double scale = 1.0);
+StrokeFont textFont(double scale = 1.0);
+StrokeFont noteFont(double scale = 1.0);
+StrokeFont letterFont(double scale = 1.0);  // of the side letters
 // That many pixels in a picture of that scale, at least 1.
-[[nodiscard]] int scaledPixels(double pixels, double scale);
+int scaledPixels(double pixels, double scale);
 
 // Text over anything: a dark border keeps it legible over bright skin.
 void drawEdged(Image& image, const StrokeFont& font, int left, int top, std::string_view text, Rgb colour);
@@ -37,7 +37,7 @@ class TextBlock {
   explicit TextBlock(int widest) : m_widest(widest) {}
 
   void add(const StrokeFont& font, std::string_view text, Rgb colour);
-  [[nodiscard]] int height() const;
+  int height() const;
   void draw(Image& image, int left, int top) const;
 
  private:

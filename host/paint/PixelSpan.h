@@ -10,8 +10,8 @@ class RowBorder {
  public:
   explicit RowBorder(double slope) : m_slope(slope), m_crossing(slope != 0.0 ? -1.0 / slope : 0.0) {}
 
-  [[nodiscard]] double slope() const { return m_slope; }
-  [[nodiscard]] double crossing(double start) const { return m_crossing * start; }
+  double slope() const { return m_slope; }
+  double crossing(double start) const { return m_crossing * start; }
 
  private:
   double m_slope;
@@ -39,16 +39,16 @@ class PixelSpan {
   }
 
   // The pixels whose centres lie inside: first <= column < end; none when first >= end.
-  [[nodiscard]] int first() const { return isEmpty() ? 0 : roundedUp(m_from - 0.5); }
-  [[nodiscard]] int end() const { return isEmpty() ? 0 : 1 - roundedUp(0.5 - m_to); }
+  int first() const { return isEmpty() ? 0 : roundedUp(m_from - 0.5); }
+  int end() const { return isEmpty() ? 0 : 1 - roundedUp(0.5 - m_to); }
 
  private:
   // Quicker than the library's, which many processors call as a function.
-  [[nodiscard]] static int roundedUp(double value) {
+  static int roundedUp(double value) {
     const int cut = static_cast<int>(value);
     return cut < value ? cut + 1 : cut;
   }
-  [[nodiscard]] bool isEmpty() const { return !(m_from <= m_to); }
+  bool isEmpty() const { return !(m_from <= m_to); }
 
   double m_from = 0.0;
   double m_to;

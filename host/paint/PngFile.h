@@ -10,7 +10,7 @@
 namespace host {
 
 // A whole PNG file in memory: RGB of 8 bits, sRGB. Throws std::runtime_error when there is no memory for it.
-[[nodiscard]] std::string pngBytes(const Image& image);
+std::string pngBytes(const Image& image);
 
 // Replaces the file as a whole or not at all, see host/text/SafeFile.h. Throws std::runtime_error that names
 // file and cause.

@@ -16,7 +16,7 @@ enum class Standpoint { left, right, front, back, top, bottom };
 constexpr std::array<Standpoint, 6> allStandpoints{Standpoint::left, Standpoint::right, Standpoint::front,
                                                    Standpoint::back, Standpoint::top,   Standpoint::bottom};
 
-[[nodiscard]] std::string_view nameOf(Standpoint standpoint);
+std::string_view nameOf(Standpoint standpoint);
 
 // Degrees. yaw carries the viewer around the head's vertical axis: 0 is in front of the face, 90 at the
 // patient's left, 180 behind, -90 at the right. pitch lifts the viewer: 90 is above the head, -90 below.
@@ -27,7 +27,7 @@ struct ViewAngles {
 
 // Front and back stand upright; top has the front of the head up, the patient's left on the left; bottom has
 // the front up as well, the patient's left on the right, like an axial slice.
-[[nodiscard]] ViewAngles anglesOf(Standpoint standpoint);
+ViewAngles anglesOf(Standpoint standpoint);
 
 // A point of the picture: pixels from its upper left corner (the centre of the first pixel is 0.5, 0.5), and
 // mm away from the viewer, 0 at the point around which the camera turns.
@@ -43,41 +43,41 @@ class SceneCamera {
   SceneCamera(int width, int height);
 
   void resize(int width, int height);
-  [[nodiscard]] int width() const { return m_width; }
-  [[nodiscard]] int height() const { return m_height; }
+  int width() const { return m_width; }
+  int height() const { return m_height; }
 
   // Each throws std::invalid_argument for a number that is not finite. yaw is brought into -180 .. 180, pitch
   // stops at -90 and 90.
   void lookFrom(const ViewAngles& angles);
   void lookFrom(Standpoint standpoint) { lookFrom(anglesOf(standpoint)); }
   void turn(double yaw, double pitch) { lookFrom({m_angles.yaw + yaw, m_angles.pitch + pitch}); }
-  [[nodiscard]] const ViewAngles& angles() const { return m_angles; }
+  const ViewAngles& angles() const { return m_angles; }
 
   // The head point that stays in its place when the camera turns, and that is in the middle of the picture
   // until it is moved.
   void setCentre(const Vector3& head);
-  [[nodiscard]] const Vector3& centre() const { return m_centre; }
+  const Vector3& centre() const { return m_centre; }
 
   // Pixels per mm, 0.05 to 20: beyond, the nearer end.
   void setScale(double pixelsPerMm);
-  [[nodiscard]] double scale() const { return m_scale; }
+  double scale() const { return m_scale; }
   // Enlarges; what is in the middle of the picture stays there.
   void zoom(double factor) { setScale(m_scale * factor); }
   // Moves the picture to the right and down by pixels; by no more than 1000 mm in all.
   void pan(double columns, double rows);
 
   // Unit vectors in the head frame.
-  [[nodiscard]] const Vector3& right() const { return m_right; }
-  [[nodiscard]] const Vector3& up() const { return m_up; }
-  [[nodiscard]] const Vector3& toViewer() const { return m_toViewer; }
+  const Vector3& right() const { return m_right; }
+  const Vector3& up() const { return m_up; }
+  const Vector3& toViewer() const { return m_toViewer; }
 
-  [[nodiscard]] ScreenPoint project(const Vector3& head) const {
+  ScreenPoint project(const Vector3& head) const {
     const Vector3 from = head - m_centre;
     return {m_width * 0.5 + (dot(from, m_right) + m_panRight) * m_scale,
             m_height * 0.5 - (dot(from, m_up) + m_panUp) * m_scale, -dot(from, m_toViewer)};
   }
   // The head point at a place of the picture, in the plane of depth 0.
-  [[nodiscard]] Vector3 unproject(double column, double row) const;
+  Vector3 unproject(double column, double row) const;
 
  private:
   int m_width;

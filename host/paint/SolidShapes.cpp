@@ -24,7 +24,7 @@ class Shading {
       m_gloss.at(i) = static_cast<int>(std::lround(110.0 * std::pow(cosine, 40.0)));
     }
   }
-  [[nodiscard]] Rgb operator()(Rgb colour, float cosine) const {
+  Rgb operator()(Rgb colour, float cosine) const {
     const auto step = static_cast<std::size_t>((std::max)(cosine, 0.0F) * (steps - 1));
     const std::size_t i = (std::min)(step, steps - 1);
     const auto lit = [&](std::uint8_t part) {

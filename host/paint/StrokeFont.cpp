@@ -188,7 +188,7 @@ class CoverageMap {
   static int bound(double value, int extent) {
     return static_cast<int>(std::clamp(value, 0.0, static_cast<double>(extent)));
   }
-  [[nodiscard]] std::size_t offset(int column, int row) const {
+  std::size_t offset(int column, int row) const {
     return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_width) +
            static_cast<std::size_t>(column);
   }

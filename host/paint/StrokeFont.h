@@ -16,14 +16,14 @@ class StrokeFont {
   // lineHeight: pixels from the top of the tallest to the foot of the deepest character, at least 8.
   explicit StrokeFont(int lineHeight);
 
-  [[nodiscard]] int lineHeight() const { return m_lineHeight; }
+  int lineHeight() const { return m_lineHeight; }
   // Pixels that the text takes in a row.
-  [[nodiscard]] int width(std::string_view text) const;
+  int width(std::string_view text) const;
   // Draws the text with its upper left corner at (left, top); nothing is drawn outside of
   // [left, left + width) x [top, top + lineHeight).
   void draw(Image& image, int left, int top, std::string_view text, Rgb colour) const;
   // Breaks the text into lines no wider than that many pixels, at spaces where there are any, else anywhere.
-  [[nodiscard]] std::vector<std::string> wrap(std::string_view text, int widest) const;
+  std::vector<std::string> wrap(std::string_view text, int widest) const;
 
  private:
   int m_lineHeight;

@@ -20,6 +20,6 @@ constexpr int glyphGap = 5;
 
 // The drawing of a character; an empty box for one that the font does not have (it has U+0020 to U+007E and a
 // few signs of measurement).
-[[nodiscard]] StrokeGlyph strokeGlyph(char32_t character);
+StrokeGlyph strokeGlyph(char32_t character);
 
 }  // namespace host

@@ -25,23 +25,22 @@ struct DipolePicture {
 };
 
 // The slices through a place.
-[[nodiscard]] std::vector<SliceRequest> slicesThrough(const Vector3& place);
+std::vector<SliceRequest> slicesThrough(const Vector3& place);
 // The three slices through a dipole, under what is known of it.
-[[nodiscard]] SliceRow rowThrough(const PaneContents& contents, int slot);
+SliceRow rowThrough(const PaneContents& contents, int slot);
 
 // How much larger than on a screen texts and marks are in a picture of that scale, so that they keep their
 // size against the head.
-[[nodiscard]] double textScale(double mmPerPixel);
+double textScale(double mmPerPixel);
 
 // The contents' crosshair counts for nothing. The page gets the contents' scale, and notes on how to read it.
 // Throws std::invalid_argument when mmPerPixel or a position is out of its range (see host/head/Limits.h) or
 // there is no slice, std::runtime_error when the picture would be too large.
-[[nodiscard]] DipolePicture slicesPicture(const PaneContents& contents, const std::vector<SliceRow>& rows,
-                                          double mmPerPixel, PageTexts texts);
+DipolePicture slicesPicture(const PaneContents& contents, const std::vector<SliceRow>& rows,
+                            double mmPerPixel, PageTexts texts);
 
 // With these slices; without any those through the crosshair, as far as the head is registered.
-[[nodiscard]] DipolePicture scenePicture(const PaneContents& contents, const ViewAngles& angles,
-                                         const std::vector<SliceRequest>& slices, double mmPerPixel,
-                                         PageTexts texts);
+DipolePicture scenePicture(const PaneContents& contents, const ViewAngles& angles,
+                           const std::vector<SliceRequest>& slices, double mmPerPixel, PageTexts texts);
 
 }  // namespace host

@@ -23,7 +23,7 @@ class GreySlice {
     HeadFrame frame;
     SampleGrid grid;
   };
-  [[nodiscard]] bool isSampled(const Head& head, const SampleGrid& grid) const;
+  bool isSampled(const Head& head, const SampleGrid& grid) const;
 
   std::optional<Key> m_key;
   std::vector<float> m_values;

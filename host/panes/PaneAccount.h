@@ -29,15 +29,15 @@ struct SceneAccount : VisibleCount {
 };
 
 // Such as "dipoles: 3 of 120 on this slice".
-[[nodiscard]] std::string countText(const SliceAccount& account);
+std::string countText(const SliceAccount& account);
 // Such as "dipoles: 118 of 120".
-[[nodiscard]] std::string countText(const SceneAccount& account);
+std::string countText(const SceneAccount& account);
 // What was chosen and hides dipoles, such as "12 switched off, 3 filtered out"; empty when nothing does.
-[[nodiscard]] std::string choiceText(const VisibleCount& count);
+std::string choiceText(const VisibleCount& count);
 // "2 dipoles behind a slice, seen through it"; empty when there are none.
-[[nodiscard]] std::string behindText(const SceneAccount& account);
+std::string behindText(const SceneAccount& account);
 // What a reader must know besides, one sentence each.
-[[nodiscard]] std::vector<std::string> warningTexts(const SliceAccount& account);
-[[nodiscard]] std::vector<std::string> warningTexts(const SceneAccount& account);
+std::vector<std::string> warningTexts(const SliceAccount& account);
+std::vector<std::string> warningTexts(const SceneAccount& account);
 
 }  // namespace host

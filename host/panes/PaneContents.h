@@ -29,7 +29,7 @@ struct PaneContents {
 };
 
 // The colour of a dipole in all panes.
-[[nodiscard]] Rgb colourOf(const PaneContents& contents, const CDipoles& dipole);
+Rgb colourOf(const PaneContents& contents, const CDipoles& dipole);
 // Throws std::invalid_argument when a coordinate of the crosshair is not within longestLength.
 void checkCrosshair(const PaneContents& contents);
 

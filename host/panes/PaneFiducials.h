@@ -10,9 +10,9 @@ namespace host {
 
 // Those that the head is registered by, while the set's m_showFiducialPt is on; none of a head that is not
 // registered.
-[[nodiscard]] std::vector<SceneFiducial> headFiducials(const PaneContents& contents);
+std::vector<SceneFiducial> headFiducials(const PaneContents& contents);
 
 // Those that the user has placed for a registration to come.
-[[nodiscard]] std::vector<SceneFiducial> placedFiducials(const PaneContents& contents);
+std::vector<SceneFiducial> placedFiducials(const PaneContents& contents);
 
 }  // namespace host

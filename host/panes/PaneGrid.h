@@ -16,24 +16,24 @@ class PaneGrid {
   // from finestPixel to coarsestPixel.
   PaneGrid(View view, int width, int height, double mmPerPixel, const Vector3& middle);
 
-  [[nodiscard]] View view() const { return m_view; }
-  [[nodiscard]] double position() const { return m_position; }
-  [[nodiscard]] double mmPerPixel() const { return m_mmPerPixel; }
+  View view() const { return m_view; }
+  double position() const { return m_position; }
+  double mmPerPixel() const { return m_mmPerPixel; }
   // Cells of the grid along each axis, an even number, and mm from the origin to its ends.
-  [[nodiscard]] int cells() const { return m_cells; }
-  [[nodiscard]] double halfExtent() const { return m_cells * m_mmPerPixel * 0.5; }
+  int cells() const { return m_cells; }
+  double halfExtent() const { return m_cells * m_mmPerPixel * 0.5; }
   // The pixel of the grid that is the pane's first.
-  [[nodiscard]] PixelPoint origin() const { return m_origin; }
+  PixelPoint origin() const { return m_origin; }
 
-  [[nodiscard]] SampleGrid samples() const;
+  SampleGrid samples() const;
   // The head point at the centre of a pixel, which may lie outside of the pane.
-  [[nodiscard]] Vector3 headPoint(int column, int row) const;
+  Vector3 headPoint(int column, int row) const;
   // The pixel that shows a place (within 100 m), by the module's own arithmetic; it may lie outside of the
   // pane.
-  [[nodiscard]] PixelPoint pixelAt(const Vector3& head) const;
-  [[nodiscard]] bool isInPane(const PixelPoint& pixel) const;
+  PixelPoint pixelAt(const Vector3& head) const;
+  bool isInPane(const PixelPoint& pixel) const;
   // Whether the module can draw there: less than headReach from the origin along both axes of the picture.
-  [[nodiscard]] bool holds(const Vector3& head) const;
+  bool holds(const Vector3& head) const;
 
  private:
   View m_view;

@@ -18,7 +18,7 @@ class TakenPixels {
         m_height(height),
         m_taken(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {}
 
-  [[nodiscard]] bool isFree(const PixelBox& box) const {
+  bool isFree(const PixelBox& box) const {
     if (box.left < 0 || box.top < 0 || box.right > m_width || box.bottom > m_height) {
       return false;
     }
@@ -40,7 +40,7 @@ class TakenPixels {
   }
 
  private:
-  [[nodiscard]] std::ptrdiff_t offset(int column, int row) const {
+  std::ptrdiff_t offset(int column, int row) const {
     return static_cast<std::ptrdiff_t>(row) * m_width + column;
   }
 

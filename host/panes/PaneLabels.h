@@ -17,7 +17,7 @@ struct PaneLabel {
 };
 
 // The dipole's label, UTF-8; one that is long ends in "..."; "#7", its number, when it has none.
-[[nodiscard]] std::string labelOf(const CDipoleszq& dipole);
+std::string labelOf(const CDipoleszq& dipole);
 
 // Each beside its dipole, whose mark reaches `around` pixels to each side, where no mark and no other label
 // is hidden. Returns how many found no room and are left out.

@@ -8,9 +8,9 @@ namespace host {
 
 // For a pane of that size, pixels; empty when there are no colours by value, no legend is wished for, or it
 // would take more than a third of the width.
-[[nodiscard]] Image legendOf(const PaneContents& contents, int width, int height);
+Image legendOf(const PaneContents& contents, int width, int height);
 
 // The picture with a legend at its right; without one just the picture.
-[[nodiscard]] Image withLegend(Image picture, const Image& legend);
+Image withLegend(Image picture, const Image& legend);
 
 }  // namespace host

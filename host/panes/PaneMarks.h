@@ -42,7 +42,7 @@ struct PaneTexts {
 };
 
 // Pixels that the letters take at each border of a pane of that size.
-[[nodiscard]] int letterBorder(int width, int height, double scale = 1.0);
+int letterBorder(int width, int height, double scale = 1.0);
 
 // Warnings above the letter at the bottom, title and lines above the one at the left, as far as there is
 // room.

@@ -10,6 +10,6 @@ namespace host {
 
 // Of the sides that an MRI does not state, and of dipoles that lie in the phantom: `dipoles` is the number
 // that the set holds.
-[[nodiscard]] std::vector<CaptionLine> headWarnings(const Head& head, int dipoles);
+std::vector<CaptionLine> headWarnings(const Head& head, int dipoles);
 
 }  // namespace host

@@ -28,13 +28,13 @@ inline constexpr const char* headFrameNote =
     "mm from the point midway between the ears: x left, y up, z front.";
 
 // Rows of pictures, which may differ in size; those of a column begin at the same place.
-[[nodiscard]] Image gridOf(const std::vector<std::vector<Image>>& rows, int gap);
+Image gridOf(const std::vector<std::vector<Image>>& rows, int gap);
 
 // `scale`: see host/paint/PictureText.h.
-[[nodiscard]] Image pageOf(const Image& content, const PageTexts& texts, double scale = 1.0);
+Image pageOf(const Image& content, const PageTexts& texts, double scale = 1.0);
 
 // A viewer's panes: axial and coronal above, sagittal and 3D below, and how to read them.
-[[nodiscard]] Image fourPanes(const Image& axial, const Image& coronal, const Image& sagittal,
-                              const Image& scene, PageTexts texts, double scale = 1.0);
+Image fourPanes(const Image& axial, const Image& coronal, const Image& sagittal, const Image& scene,
+                PageTexts texts, double scale = 1.0);
 
 }  // namespace host

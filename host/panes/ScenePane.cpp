@@ -36,9 +36,9 @@ class Bounds {
     }
     m_isEmpty = false;
   }
-  [[nodiscard]] bool isEmpty() const { return m_isEmpty; }
-  [[nodiscard]] Vector3 middle() const { return (m_low + m_high) * 0.5; }
-  [[nodiscard]] double extent(int axis) const { return m_high[axis] - m_low[axis]; }
+  bool isEmpty() const { return m_isEmpty; }
+  Vector3 middle() const { return (m_low + m_high) * 0.5; }
+  double extent(int axis) const { return m_high[axis] - m_low[axis]; }
 
  private:
   bool m_isEmpty = true;

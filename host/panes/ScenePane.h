@@ -50,11 +50,11 @@ class ScenePane {
 
   // By the last picture:
   // The slot of the dipole whose ball the pixel shows, -1 when there is none.
-  [[nodiscard]] int pick(const PaneContents& contents, int column, int row) const;
-  [[nodiscard]] const SceneCamera& camera() const { return m_camera; }
+  int pick(const PaneContents& contents, int column, int row) const;
+  const SceneCamera& camera() const { return m_camera; }
   // What lies beyond the borders and behind slices is counted by paintWhole alone.
-  [[nodiscard]] const SceneAccount& count() const { return m_count; }
-  [[nodiscard]] const PaneTexts& texts() const { return m_texts; }
+  const SceneAccount& count() const { return m_count; }
+  const PaneTexts& texts() const { return m_texts; }
 
  private:
   // From which a plane was sampled.
@@ -63,15 +63,15 @@ class ScenePane {
     HeadFrame frame;
     GreyWindow window;
   };
-  [[nodiscard]] bool isHeadShown(const PaneContents& contents) const;
-  [[nodiscard]] std::vector<SliceRequest> wantedSlices(const PaneContents& contents) const;
+  bool isHeadShown(const PaneContents& contents) const;
+  std::vector<SliceRequest> wantedSlices(const PaneContents& contents) const;
   void gather(const PaneContents& contents);
   void renewPlanes(const PaneContents& contents);
   void fitTo(const PaneContents& contents);
   void aimAtAll(const PaneContents& contents, double mmPerPixel);
   void trim(Image& view, const SceneStyle& style, double scale);
-  [[nodiscard]] SceneStyle styleOf(const PaneContents& contents) const;
-  [[nodiscard]] Image paintSmoothly(SceneStyle style);
+  SceneStyle styleOf(const PaneContents& contents) const;
+  Image paintSmoothly(SceneStyle style);
   void countHidden(const SceneStyle& style);
   void gatherTexts(const PaneContents& contents);
   void drawOver(Image& image, const PaneContents& contents, const SceneStyle& style);

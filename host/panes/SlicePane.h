@@ -40,7 +40,7 @@ class SlicePane {
   // these contents shows, and the letters around them.
   void showWhole(const PaneContents& contents, double mmPerPixel);
   // That the pane has, without the need to paint it.
-  [[nodiscard]] double pixels() const { return static_cast<double>(m_width) * m_height; }
+  double pixels() const { return static_cast<double>(m_width) * m_height; }
 
   // Of the pane's size; kept until the next. With colours and a legend wished for, a pane of at least 600
   // pixels has the legend at its right border, beside the picture. Throws std::invalid_argument when a
@@ -49,33 +49,33 @@ class SlicePane {
   const Image& paint(const PaneContents& contents);
 
   // By the last picture:
-  [[nodiscard]] View view() const { return m_view; }
+  View view() const { return m_view; }
   // False beyond the borders and over the legend.
-  [[nodiscard]] bool isInPicture(int column, int row) const { return m_grid.isInPane({column, row}); }
+  bool isInPicture(int column, int row) const { return m_grid.isInPane({column, row}); }
   // The head point that a pixel shows, in the plane that was drawn; beyond the picture as if it went on.
-  [[nodiscard]] Vector3 headPoint(int column, int row) const { return m_grid.headPoint(column, row); }
+  Vector3 headPoint(int column, int row) const { return m_grid.headPoint(column, row); }
   // Where the picture shows a place, or the one straight before or behind it; nothing beyond the picture.
-  [[nodiscard]] std::optional<PixelPoint> pixelOf(const Vector3& head) const;
+  std::optional<PixelPoint> pixelOf(const Vector3& head) const;
   // The slot of the dipole whose square holds the pixel; of several the one whose middle is nearest, then
   // the lowest slot; -1 when there is none.
-  [[nodiscard]] int pick(const PaneContents& contents, int column, int row) const;
+  int pick(const PaneContents& contents, int column, int row) const;
   // mm along the view's slab axis: the crosshair's coordinate.
-  [[nodiscard]] double position() const { return m_grid.position(); }
-  [[nodiscard]] double mmPerPixel() const { return m_grid.mmPerPixel(); }
-  [[nodiscard]] const SliceAccount& account() const { return m_account; }
-  [[nodiscard]] const PaneTexts& texts() const { return m_texts; }
+  double position() const { return m_grid.position(); }
+  double mmPerPixel() const { return m_grid.mmPerPixel(); }
+  const SliceAccount& account() const { return m_account; }
+  const PaneTexts& texts() const { return m_texts; }
 
  private:
   void fitTo(const PaneContents& contents);
-  [[nodiscard]] HeadBox boxToShow(const PaneContents& contents) const;
+  HeadBox boxToShow(const PaneContents& contents) const;
   void takeStock(const PaneContents& contents);
   void gatherTexts(const PaneContents& contents);
   void drawFiducials(const PaneContents& contents);
   void drawDipoles(const PaneContents& contents);
   void drawNames(const PaneContents& contents);
-  [[nodiscard]] bool isSquareSeen(const PixelPoint& at) const;
-  [[nodiscard]] SliceArrow arrowOfDrawn(const PaneContents& contents, const DipoleArrows& arrows,
-                                        const SliceSquare& drawn) const;
+  bool isSquareSeen(const PixelPoint& at) const;
+  SliceArrow arrowOfDrawn(const PaneContents& contents, const DipoleArrows& arrows,
+                          const SliceSquare& drawn) const;
 
   View m_view;
   int m_width = 1;

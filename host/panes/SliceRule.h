@@ -8,7 +8,7 @@
 namespace host {
 
 // How far from a slice a dipole may lie to be drawn on it, mm; infinite: any distance.
-[[nodiscard]] double toleranceOf(const PaneContents& contents);
+double toleranceOf(const PaneContents& contents);
 
 // Those within the tolerance; with ViewSettings::moduleSlab on axial slices all from the origin plane up to
 // the tolerance above the slice, and none below that plane.
@@ -16,8 +16,8 @@ class SliceRule {
  public:
   SliceRule(const PaneContents& contents, View view, double position);
 
-  [[nodiscard]] bool isNear(const Vector3& place) const;
-  [[nodiscard]] bool shows(const Vector3& place) const;
+  bool isNear(const Vector3& place) const;
+  bool shows(const Vector3& place) const;
 
  private:
   int m_axis;

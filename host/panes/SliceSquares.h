@@ -17,7 +17,7 @@ struct SliceSquare {
 };
 
 // How far a square of that size reaches to the left of and above its pixel.
-[[nodiscard]] constexpr int pixelsBefore(int size) {
+constexpr int pixelsBefore(int size) {
   return (size - 1) / 2;
 }
 

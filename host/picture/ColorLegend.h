@@ -10,6 +10,6 @@ namespace host {
 // A picture of its own on black, to be laid over another one: about `height` pixels high, as wide as its
 // texts need. lineHeight: of the texts, pixels, at least 8; the height is at least 8 lines.
 // The ends of the scale are flat; where values lie beyond an end, and share its colour, it comes to a point.
-[[nodiscard]] Image legendPicture(const ValueColors& colors, int height, int lineHeight);
+Image legendPicture(const ValueColors& colors, int height, int lineHeight);
 
 }  // namespace host

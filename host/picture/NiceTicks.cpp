@@ -12,7 +12,7 @@ struct Step {
   int digit;  // 1, 2 or 5
   int exponent;
 
-  [[nodiscard]] Step next() const {
+  Step next() const {
     if (digit == 1) {
       return {2, exponent};
     }
@@ -20,7 +20,7 @@ struct Step {
   }
 
   // Nearest to the decimal number: a power of ten below 1 has no exact one of its own.
-  [[nodiscard]] double times(double count) const {
+  double times(double count) const {
     const double power = std::pow(10.0, std::abs(exponent));
     return exponent < 0 ? count * digit / power : count * digit * power;
   }
@@ -37,7 +37,7 @@ struct Multiples {
     first = std::ceil(low / width - forgiven);
     last = std::floor(high / width + forgiven);
   }
-  [[nodiscard]] double count() const { return last - first + 1.0; }
+  double count() const { return last - first + 1.0; }
 };
 
 template <typename... Form>

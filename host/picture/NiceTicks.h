@@ -16,6 +16,6 @@ struct Tick {
 // The ticks from low to high, both included, ascending: as many as there can be, but at most `most`, which is
 // at least 2. Only the low end, exact, when there is nothing between the two; nothing when an end is not
 // finite or high is below low.
-[[nodiscard]] std::vector<Tick> niceTicks(double low, double high, int most);
+std::vector<Tick> niceTicks(double low, double high, int most);
 
 }  // namespace host

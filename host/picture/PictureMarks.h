@@ -16,7 +16,7 @@ constexpr int markMargin = 6;  // pixels between marks and the border of a pictu
 // The patient's sides towards which a direction of the head frame points, the closest first: "L" to the left,
 // "LP" to the left and back. R and L right and left, A and P front and back, S and I up and down. Sides more
 // than 75 degrees away are left out.
-[[nodiscard]] std::string sidesOf(const Vector3& direction);
+std::string sidesOf(const Vector3& direction);
 
 // What stands at the edges of a picture.
 struct SideLetters {
@@ -25,18 +25,18 @@ struct SideLetters {
   std::string top;
   std::string bottom;
 };
-[[nodiscard]] SideLetters sideLetters(const Vector3& right, const Vector3& up);  // directions in the picture
-[[nodiscard]] SideLetters sideLetters(View view);
+SideLetters sideLetters(const Vector3& right, const Vector3& up);  // directions in the picture
+SideLetters sideLetters(View view);
 
 // In the middle of each border.
 void drawSides(Image& image, const SideLetters& letters, double scale = 1.0);
 
 // The longest of 1, 2, 5, 10, 20, 50, 100, ... mm that takes no more than that many pixels.
-[[nodiscard]] double scaleBarMm(double pixelsPerMm, double mostPixels);
+double scaleBarMm(double pixelsPerMm, double mostPixels);
 // In the lower left corner; nothing where there is no room.
 void drawScaleBar(Image& image, double pixelsPerMm, double scale = 1.0);
 // What a text beside the letters at the top or the bottom may take, pixels.
-[[nodiscard]] int roomBesideLetters(const Image& image, double scale = 1.0);
+int roomBesideLetters(const Image& image, double scale = 1.0);
 
 // A line or ring of that colour in a dark one.
 void drawEdgedLine(Image& image, const ScreenPoint& from, const ScreenPoint& to, Rgb colour,

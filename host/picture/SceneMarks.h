@@ -10,7 +10,7 @@
 namespace host {
 
 // Where the viewer stands, such as "from the patient's left" or "yaw 30.0, pitch 20.0 degrees".
-[[nodiscard]] std::string viewText(const ViewAngles& angles);
+std::string viewText(const ViewAngles& angles);
 
 // Draws all marks over a picture of the camera's size. The ring is bright where the current dipole's ball can
 // be seen, else grey. `scale`: see host/paint/PictureText.h.

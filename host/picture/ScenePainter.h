@@ -27,14 +27,14 @@ struct SceneStyle {
 
 constexpr double fiducialRadius = 3.5;  // mm, of their circles
 // Green nasion, blue left ear, red right ear; by the letter of SceneFiducial.
-[[nodiscard]] Rgb fiducialColour(char letter);
+Rgb fiducialColour(char letter);
 
 // The radius of the balls in this view, mm: that of the style, and larger where it would be less than 1.5
 // pixels, so that no dipole falls between the pixels.
-[[nodiscard]] double ballRadiusIn(const SceneCamera& camera, const SceneStyle& style);
+double ballRadiusIn(const SceneCamera& camera, const SceneStyle& style);
 
 // The radius of the fiducials' circles, mm: larger where few pixels would leave no room for a dipole inside.
-[[nodiscard]] double fiducialRadiusIn(const SceneCamera& camera, const SceneStyle& style);
+double fiducialRadiusIn(const SceneCamera& camera, const SceneStyle& style);
 
 class ScenePainter {
  public:
@@ -61,11 +61,11 @@ class ScenePainter {
 // The slot of the dipole whose ball the pixel shows when nothing but balls and slices is drawn: the nearest
 // to the viewer, the lowest slot among equals; -1 when there is none or a slice hides it, unless slices are
 // seen through.
-[[nodiscard]] int pickDipole(const DipoleScene& scene, const std::vector<SlicePlane>& planes,
-                             const SceneCamera& camera, const SceneStyle& style, int column, int row);
+int pickDipole(const DipoleScene& scene, const std::vector<SlicePlane>& planes, const SceneCamera& camera,
+               const SceneStyle& style, int column, int row);
 
 // Whether a slice stands between the viewer and the nearest point of a dipole's ball.
-[[nodiscard]] bool isBehindSlice(const SceneDipole& dipole, const std::vector<SlicePlane>& planes,
-                                 const SceneCamera& camera, const SceneStyle& style);
+bool isBehindSlice(const SceneDipole& dipole, const std::vector<SlicePlane>& planes,
+                   const SceneCamera& camera, const SceneStyle& style);
 
 }  // namespace host

@@ -8,8 +8,8 @@
 namespace host {
 
 // mm with one decimal, or two where the second is not 0; never "-0.0".
-[[nodiscard]] std::string formatMm(double mm);
+std::string formatMm(double mm);
 // Such as "y = 58.0 mm (up)"; the word says on which side of the origin the slice lies.
-[[nodiscard]] std::string positionText(View view, double position);
+std::string positionText(View view, double position);
 
 }  // namespace host

@@ -30,9 +30,7 @@ struct SlicePlane::Mapping {
     double start = 0.0;
     double perColumn = 0.0;
     double perRow = 0.0;
-    [[nodiscard]] double operator()(double column, double row) const {
-      return start + perColumn * column + perRow * row;
-    }
+    double operator()(double column, double row) const { return start + perColumn * column + perRow * row; }
   };
   Linear u;
   Linear v;

@@ -25,20 +25,20 @@ class SlicePlane {
   SlicePlane(const Volume& volume, const HeadFrame& frame, const HeadBox& head, View view, double position)
       : SlicePlane(volume, frame, head, view, position, volume.window()) {}
 
-  [[nodiscard]] View view() const { return m_view; }
-  [[nodiscard]] double position() const { return m_position; }
+  View view() const { return m_view; }
+  double position() const { return m_position; }
 
   // The plane hides what is behind it and is hidden by what is before it. Seen from its edge it has no width.
   void draw(DepthPicture& picture, const SceneCamera& camera) const;
 
   // The depth at which a place of the picture (pixels, see ScreenPoint) shows the plane; infinite where it
   // does not.
-  [[nodiscard]] double depthAt(const SceneCamera& camera, double column, double row) const;
+  double depthAt(const SceneCamera& camera, double column, double row) const;
 
  private:
   struct Mapping;
-  [[nodiscard]] Mapping mappingTo(const SceneCamera& camera) const;
-  [[nodiscard]] std::size_t texel(int column, int row) const {
+  Mapping mappingTo(const SceneCamera& camera) const;
+  std::size_t texel(int column, int row) const {
     return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_columns) +
            static_cast<std::size_t>(column);
   }
@@ -48,9 +48,9 @@ class SlicePlane {
     float du;
     float dv;
   };
-  [[nodiscard]] Between between(double u, double v) const;
+  Between between(double u, double v) const;
   // The border between head and air runs smoothly between the texels.
-  [[nodiscard]] bool isSolid(const Between& at) const;
+  bool isSolid(const Between& at) const;
   void sample(const Volume& volume, const HeadFrame& frame);
   void cutAirAway(const GreyWindow& window);
   void showWith(const GreyWindow& window);

@@ -15,7 +15,7 @@ struct IndexRow {
   Vector3 start;
   Vector3 step;
 
-  [[nodiscard]] Vector3 at(int column) const {
+  Vector3 at(int column) const {
     return {start.x + step.x * column, start.y + step.y * column, start.z + step.z * column};
   }
 };
@@ -49,7 +49,7 @@ class RowSampler {
 
  private:
   // Whether all eight voxels around an index are there.
-  [[nodiscard]] bool isInside(const Vector3& index) const {
+  bool isInside(const Vector3& index) const {
     for (int axis = 0; axis < 3; ++axis) {
       if (!(index[axis] >= 0.0 && index[axis] < m_volume.dimensions()[static_cast<std::size_t>(axis)] - 1)) {
         return false;
@@ -59,7 +59,7 @@ class RowSampler {
   }
 
   // The columns whose samples lie between voxels: one run, because the row is a straight line.
-  [[nodiscard]] Columns columnsInside(const IndexRow& row, int columns) const {
+  Columns columnsInside(const IndexRow& row, int columns) const {
     double low = 0.0;
     double high = columns - 1.0;
     for (int axis = 0; axis < 3; ++axis) {
@@ -88,7 +88,7 @@ class RowSampler {
   }
 
   // As Volume::sampleIndex, for an index that isInside.
-  [[nodiscard]] double between(const Vector3& index) const {
+  double between(const Vector3& index) const {
     const auto i = static_cast<std::ptrdiff_t>(index.x);
     const auto j = static_cast<std::ptrdiff_t>(index.y);
     const auto k = static_cast<std::ptrdiff_t>(index.z);

@@ -24,11 +24,9 @@ struct SampleGrid {
 };
 
 // The values of Volume::sampleIndex at the places of the grid, in single precision.
-[[nodiscard]] std::vector<float> sampleSlice(const Volume& volume, const HeadFrame& frame,
-                                             const SampleGrid& grid);
+std::vector<float> sampleSlice(const Volume& volume, const HeadFrame& frame, const SampleGrid& grid);
 
 // The values as GreyWindow::grey shows them. Their number must be that of the pixels.
-[[nodiscard]] Image greyPicture(std::span<const float> values, int columns, int rows,
-                                const GreyWindow& window);
+Image greyPicture(std::span<const float> values, int columns, int rows, const GreyWindow& window);
 
 }  // namespace host

@@ -20,7 +20,7 @@ struct ViewAxes {
   int row = 0;
 };
 
-[[nodiscard]] constexpr ViewAxes axesOf(View view) {
+constexpr ViewAxes axesOf(View view) {
   switch (view) {
     case View::axial:
       return {1, 0, 2};
@@ -32,7 +32,7 @@ struct ViewAxes {
   return {0, 2, 1};
 }
 
-[[nodiscard]] constexpr std::string_view nameOf(View view) {
+constexpr std::string_view nameOf(View view) {
   switch (view) {
     case View::axial:
       return "Axial";

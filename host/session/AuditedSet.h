@@ -35,7 +35,7 @@ struct AuditedFile {
   void takeFindings(std::vector<Finding> audited, const CDipoleFace9File& set);
 };
 // Of a file that was imported just now; where its dipoles go is not known yet.
-[[nodiscard]] AuditedFile auditedFileOf(const ImportedFile& file);
+AuditedFile auditedFileOf(const ImportedFile& file);
 
 // A finding that holds for the set as it is.
 struct StandingFinding {
@@ -62,9 +62,9 @@ class AuditedSet {
   void noteMove(const UndoHistory& history) noexcept;
 
   // About the files alone, in the order of their import, and then about each other.
-  [[nodiscard]] std::vector<StandingFinding> findings() const;
+  std::vector<StandingFinding> findings() const;
   // About the dipoles in an MRI; nothing in a head that is not registered, nor in the phantom.
-  [[nodiscard]] std::vector<StandingFinding> findingsIn(const Head& head) const;
+  std::vector<StandingFinding> findingsIn(const Head& head) const;
 
   // Applies remedies of one file, see host/exchange/ImportAudit.h. Throws std::runtime_error, and changes
   // nothing, when dipoles have been changed since, averages were made, or there is no room; else what an
@@ -94,12 +94,11 @@ class AuditedSet {
   }
   void keepState(const UndoHistory& history);
   void know(int slot, const Origin& origin);
-  [[nodiscard]] Origins originsNow() const;
-  [[nodiscard]] std::vector<std::vector<int>> slotsNow()
-      const;  // for each file and each of its slots; -1: gone
-  [[nodiscard]] std::vector<int> slotsAfter(const std::vector<const CDipoleszq*>& dipoles) const;
-  [[nodiscard]] std::vector<JoinedSet::Part> partsNow(const std::vector<std::vector<int>>& slots) const;
-  [[nodiscard]] bool hasAverages() const;
+  Origins originsNow() const;
+  std::vector<std::vector<int>> slotsNow() const;  // for each file and each of its slots; -1: gone
+  std::vector<int> slotsAfter(const std::vector<const CDipoleszq*>& dipoles) const;
+  std::vector<JoinedSet::Part> partsNow(const std::vector<std::vector<int>>& slots) const;
+  bool hasAverages() const;
 
   CDipoleFace9File& m_dipoles;
   std::shared_ptr<const Files> m_files = noFiles();

@@ -17,7 +17,7 @@ struct CarriedRepair {
   std::vector<int> slots;    // for each slot of `before` that of the set; none: the dipole is gone
 
   // Whether every value of a dipole that is to change is still as the import made it.
-  [[nodiscard]] bool fits(const CDipoleFace9File& set) const;
+  bool fits(const CDipoleFace9File& set) const;
 
   // Changes a set for which it fits and that has room: dipoles, members of the whole set that are still this
   // file's, and dipoles that the repair brought, each behind the one before it in the file. Returns the
@@ -26,7 +26,7 @@ struct CarriedRepair {
   std::vector<const CDipoleszq*> carryOut(CDipoleFace9File& set) const;
 
  private:
-  [[nodiscard]] int slotNow(std::size_t slotAfter) const;
+  int slotNow(std::size_t slotAfter) const;
 };
 
 }  // namespace host

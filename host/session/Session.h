@@ -38,9 +38,9 @@ class Session {
   explicit Session(CDipoleFace9File& dipoles);
 
   CDipoleFace9File& dipoles() { return m_dipoles; }
-  [[nodiscard]] const Head& head() const { return m_head; }
+  const Head& head() const { return m_head; }
   ViewSettings& view() { return m_view; }
-  [[nodiscard]] const ViewSettings& view() const { return m_view; }
+  const ViewSettings& view() const { return m_view; }
   void resetView();
 
   // The MRI. Opening takes the fiducial points beside the file (see host/head/HeadFile.h); without them
@@ -50,32 +50,32 @@ class Session {
   void usePhantom();
   // What the user should know about the MRI that was opened last, such as fiducial points that do not fit;
   // one line for each matter.
-  [[nodiscard]] const std::string& notice() const { return m_notice; }
+  const std::string& notice() const { return m_notice; }
 
   // The grey values shown as black and white. Numbers that are not finite, or a white that is not above the
   // black, are ignored.
-  [[nodiscard]] GreyWindow window() const { return m_window; }
+  GreyWindow window() const { return m_window; }
   void setWindow(const GreyWindow& window);
   void resetWindow();  // to the volume's own
 
   // Registration: where the head frame lies in the MRI. The crosshair stays where it is in the MRI.
   void registerHead(const Fiducials& points);  // throws std::invalid_argument, see frameIn
   void unregister();
-  [[nodiscard]] Fiducials fiducialsOfSet() const;  // see host/dipoles/SetFiducials.h; throws
+  Fiducials fiducialsOfSet() const;  // see host/dipoles/SetFiducials.h; throws
 
   // Points that the user picks: each at the crosshair, then all of them at once.
   void placeFiducial(FiducialName name);
-  [[nodiscard]] std::array<bool, 3> placedFiducials() const;  // in the order of FiducialName
+  std::array<bool, 3> placedFiducials() const;  // in the order of FiducialName
   // Those of them that are not points of the head already, in the head frame as it is now.
-  [[nodiscard]] std::array<std::optional<Vector3>, 3> placedPoints() const;
+  std::array<std::optional<Vector3>, 3> placedPoints() const;
   void registerPlaced();  // throws std::invalid_argument also when one is missing
 
   // A warning when the set brings fiducial points that cannot be of this head; empty when there is nothing to
   // say, when the head is not registered, and for the phantom.
-  [[nodiscard]] std::string headMismatch() const;
+  std::string headMismatch() const;
 
   // The point that all slices run through: each coordinate from -300 to 300; not finite: ignored.
-  [[nodiscard]] const Vector3& crosshair() const { return m_crosshair; }
+  const Vector3& crosshair() const { return m_crosshair; }
   void setCrosshair(const Vector3& point);
   // False when there is no current dipole, or it lies nowhere within the crosshair's reach.
   bool goToCurrentDipole();
@@ -109,8 +109,8 @@ class Session {
 
   // What is to be said of the files that the dipoles of the set came from, as they are now, and of the
   // dipoles in this head; see host/session/AuditedSet.h. Valid until the next operation. Throws.
-  [[nodiscard]] const std::vector<StandingFinding>& findings() const;
-  [[nodiscard]] std::vector<Finding> shownFindings() const;  // those that bear on what is shown
+  const std::vector<StandingFinding>& findings() const;
+  std::vector<Finding> shownFindings() const;  // those that bear on what is shown
   // Applies remedies of a file that a finding names, as one step to undo. Returns a sentence (UTF-8) for each
   // thing that was changed. Throws also when the dipoles have been changed since, see there.
   std::vector<std::string> repair(std::size_t file, const Repairs& repairs);
@@ -120,22 +120,22 @@ class Session {
   void openSet(const CString& path);
   void saveSet(const CString& path);
   // What a set file does not keep of the set, see host/exchange/SetFile.h; empty: nothing is lost.
-  [[nodiscard]] std::string lossOfSaving() const;
+  std::string lossOfSaving() const;
   void exportText(const CString& path);
   void exportTable(const CString& path);  // .csv, .tsv or .json, by its ending
   void newSet();                          // empty, everything in it as in a new collection
 
-  [[nodiscard]] const CString& setPath() const { return m_setPath; }  // empty: it has none yet
+  const CString& setPath() const { return m_setPath; }  // empty: it has none yet
   // Whether the set differs from what was last opened, saved or emptied. Undo back to that makes it saved
   // again.
-  [[nodiscard]] bool isUnsaved() const;
+  bool isUnsaved() const;
   RecentFiles& recentSets() { return m_recentSets; }
   RecentFiles& recentHeads() { return m_recentHeads; }
 
   // Values that are unknown from now on, by slots, beside those that are already; for noteChange to take note
   // of. They follow their dipoles, see host/dipoles/UnknownDipoles.h. Throws.
   void markUnknown(const UnknownValues& values);
-  [[nodiscard]] const UnknownDipoles& unknown() const { return m_history.unknown(); }
+  const UnknownDipoles& unknown() const { return m_history.unknown(); }
 
   // Takes note of what a command did to the set, for undo; true when there was a change. The viewer calls
   // it after each of its commands, and whenever the module asks for its views to be drawn anew. Without a
@@ -143,7 +143,7 @@ class Session {
   bool noteChange(const CString& command = CString());
   UndoHistory::Moved undo() { return moveBy(&UndoHistory::undo); }
   UndoHistory::Moved redo() { return moveBy(&UndoHistory::redo); }
-  [[nodiscard]] const UndoHistory& history() const { return m_history; }
+  const UndoHistory& history() const { return m_history; }
 
   // By the value that the view settings name; null when dipoles have their own colours. Valid until the next
   // operation.

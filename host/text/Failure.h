@@ -18,7 +18,7 @@ struct ExceptionDeleter {
 };
 
 // What the framework says about a fault, such as "Access denied"; empty when it says nothing.
-[[nodiscard]] std::string causeOf(const CException& exception);
+std::string causeOf(const CException& exception);
 
 // std::runtime_error "not enough memory", which itself asks for none.
 [[noreturn]] void throwNoMemory();
@@ -29,7 +29,7 @@ class FileFailure : public std::runtime_error {
   FileFailure(const std::string& doing, const std::string& cause)
       : std::runtime_error(doing + cause), m_causeAt(doing.size()) {}
   // The end of what(), without what was being done.
-  [[nodiscard]] const char* cause() const { return what() + m_causeAt; }
+  const char* cause() const { return what() + m_causeAt; }
 
  private:
   std::size_t m_causeAt;
@@ -41,7 +41,7 @@ class FileFailure : public std::runtime_error {
 
 // Runs a piece of work; false when memory ran out in it.
 template <typename Work>
-[[nodiscard]] bool hasMemoryFor(Work work) {
+bool hasMemoryFor(Work work) {
   try {
     work();
     return true;

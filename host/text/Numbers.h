@@ -21,6 +21,6 @@ std::string exact(double value);
 double withShortestDigits(double value);
 
 // The finite number that a text is as a whole, with or without a sign; nothing when it is none.
-[[nodiscard]] std::optional<double> numberOf(std::string_view text);
+std::optional<double> numberOf(std::string_view text);
 
 }  // namespace host

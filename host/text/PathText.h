@@ -12,14 +12,14 @@
 
 namespace host {
 
-[[nodiscard]] std::filesystem::path pathOf(const CString& text);
-[[nodiscard]] CString textOf(const std::filesystem::path& path);
-[[nodiscard]] CString fileNameOf(const CString& path);  // without its folders
+std::filesystem::path pathOf(const CString& text);
+CString textOf(const std::filesystem::path& path);
+CString fileNameOf(const CString& path);  // without its folders
 
 // Whether the last part of a path ends so, with something in front; ASCII letters may be large or small.
-[[nodiscard]] bool hasEnding(const CString& path, std::string_view ending);
+bool hasEnding(const CString& path, std::string_view ending);
 
 // UTF-8 that any reader takes: a half of a surrogate pair that stands alone becomes U+FFFD.
-[[nodiscard]] std::string utf8Of(const CString& text);
+std::string utf8Of(const CString& text);
 
 }  // namespace host

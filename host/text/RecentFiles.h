@@ -26,7 +26,7 @@ class RecentFiles {
   // For a file that is no longer there.
   void remove(const CString& path);
 
-  [[nodiscard]] const std::vector<CString>& paths() const { return m_paths; }
+  const std::vector<CString>& paths() const { return m_paths; }
 
  private:
   PathRule m_rule;

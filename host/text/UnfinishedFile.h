@@ -17,7 +17,7 @@ class UnfinishedFile {
   UnfinishedFile(const UnfinishedFile&) = delete;
   UnfinishedFile& operator=(const UnfinishedFile&) = delete;
 
-  [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
+  const std::filesystem::path& path() const { return m_path; }
 
   // Gives the file the name of the target, in place of what is there, with the permissions of that or the
   // usual ones of a new file. The new name reaches the disk too, where the system lets it.
@@ -30,9 +30,9 @@ class UnfinishedFile {
 
 // Why the system's rules keep this user from writing a file that is there, such as "Permission denied"; empty
 // when they do not, or when the file's own permissions tell all.
-[[nodiscard]] std::string whyReadOnly(const std::filesystem::path& path);
+std::string whyReadOnly(const std::filesystem::path& path);
 
 // What a name of an unfinished file begins with: where a point hides files, a point.
-[[nodiscard]] std::string unfinishedPrefix();
+std::string unfinishedPrefix();
 
 }  // namespace host

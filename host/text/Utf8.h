@@ -15,22 +15,22 @@ struct Utf8Character {
 };
 
 // The character at the front of a text that is not empty.
-[[nodiscard]] Utf8Character firstCharacter(std::string_view text);
+Utf8Character firstCharacter(std::string_view text);
 
 // How many bytes at the front are UTF-8.
-[[nodiscard]] std::size_t utf8Length(std::string_view text);
+std::size_t utf8Length(std::string_view text);
 
 // Any number up to 10FFFF, halves of surrogate pairs too, although no reader takes those.
 void appendUtf8(std::string& text, char32_t point);
 
-[[nodiscard]] constexpr bool isHighHalf(char32_t unit) {
+constexpr bool isHighHalf(char32_t unit) {
   return unit >= 0xD800 && unit <= 0xDBFF;
 }
-[[nodiscard]] constexpr bool isLowHalf(char32_t unit) {
+constexpr bool isLowHalf(char32_t unit) {
   return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
 // For windows and for names of files, see host/text/PathText.h: a byte that is no UTF-8 becomes DC00 + byte.
-[[nodiscard]] CString fromUtf8(std::string_view text);
+CString fromUtf8(std::string_view text);
 
 }  // namespace host

@@ -17,7 +17,7 @@ struct MemberChanges {
   bool isEdited = false;
   bool isMoved = false;  // to another slot
 
-  [[nodiscard]] CString name() const {
+  CString name() const {
     const int kinds = int{isNamed} + int{isColoured} + int{isShown} + int{isEdited};
     if (isMoved && kinds == 0) {
       return _T("Sort");

@@ -10,6 +10,6 @@ namespace host {
 // As a menu names it: "Import", "Add", "Average", "Delete", "Clear", "Replace" when dipoles have come or
 // gone; "Sort" when they only stand elsewhere; "Name", "Color", "Show/Hide", "Edit" by the members that
 // differ; "Set" when only members of the whole set do. Throws what an allocation throws.
-[[nodiscard]] CString nameOfChange(const SetImage& before, const SetImage& after);
+CString nameOfChange(const SetImage& before, const SetImage& after);
 
 }  // namespace host

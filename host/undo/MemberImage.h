@@ -220,7 +220,7 @@ bool areSameTexts(const std::array<CString, count>& a, const std::array<CString,
   return true;
 }
 
-[[nodiscard]] inline std::uint8_t unknownOf(const DipoleImage& image) {
+inline std::uint8_t unknownOf(const DipoleImage& image) {
   return std::to_integer<std::uint8_t>(image.numbers[memberBytes]);
 }
 

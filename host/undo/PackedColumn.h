@@ -25,11 +25,11 @@ class PackedColumn {
     return {bytes, sizeof(Value)};
   }
 
-  [[nodiscard]] std::vector<std::byte> bytes() const;
+  std::vector<std::byte> bytes() const;
 
   // Value must have the width that the column was made with.
   template <typename Value>
-  [[nodiscard]] std::vector<Value> values() const {
+  std::vector<Value> values() const {
     const std::vector<std::byte> unpacked = bytes();
     std::vector<Value> result(m_count);
     if (!unpacked.empty()) {
@@ -38,7 +38,7 @@ class PackedColumn {
     return result;
   }
 
-  [[nodiscard]] std::size_t memory() const { return sizeof *this + m_rows.capacity(); }
+  std::size_t memory() const { return sizeof *this + m_rows.capacity(); }
 
   friend bool operator==(const PackedColumn&, const PackedColumn&) = default;
 

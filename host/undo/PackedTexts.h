@@ -16,8 +16,8 @@ class PackedTexts {
   PackedTexts() = default;
   explicit PackedTexts(const std::vector<const CString*>& texts);
 
-  [[nodiscard]] std::vector<CString> texts() const;
-  [[nodiscard]] std::size_t memory() const { return m_lengths.memory() + m_units.memory(); }
+  std::vector<CString> texts() const;
+  std::size_t memory() const { return m_lengths.memory() + m_units.memory(); }
 
  private:
   std::size_t m_count = 0;

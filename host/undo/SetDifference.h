@@ -19,10 +19,10 @@ class SetDifference {
  public:
   // Both throw what an allocation throws.
   SetDifference(const SetImage& kept, const SetImage& other);
-  [[nodiscard]] SetImage appliedTo(const SetImage& other) const;
+  SetImage appliedTo(const SetImage& other) const;
 
   // Memory in use.
-  [[nodiscard]] std::size_t bytes() const;
+  std::size_t bytes() const;
 
  private:
   using Shared = std::shared_ptr<const PackedColumn>;

@@ -23,19 +23,19 @@ struct SetImage {
   std::vector<const CDipoleszq*> objects;
 
   // Memory in use, texts included.
-  [[nodiscard]] std::size_t bytes() const;
+  std::size_t bytes() const;
 };
 
 // By values, whichever objects hold them.
-[[nodiscard]] bool isSame(const SetImage& a, const SetImage& b);
+bool isSame(const SetImage& a, const SetImage& b);
 // Likewise, without what windows note for themselves: list rows, selection, the current dipole.
-[[nodiscard]] bool isSameButForWindows(const SetImage& a, const SetImage& b);
+bool isSameButForWindows(const SetImage& a, const SetImage& b);
 
 // These two throw what an allocation throws, and change nothing then.
 // Without `unknown` every value is known.
-[[nodiscard]] SetImage imageOf(const DipoleSet& set, const UnknownDipoles* unknown = nullptr);
+SetImage imageOf(const DipoleSet& set, const UnknownDipoles* unknown = nullptr);
 // For each entry of an image the entry of another one for the same object, or -1.
-[[nodiscard]] std::vector<int> entriesFor(const SetImage& image, const SetImage& other);
+std::vector<int> entriesFor(const SetImage& image, const SetImage& other);
 
 // Brings a set to an image in two steps, so that it is never left half way: the first one gets all the memory
 // that is needed, the second one cannot fail. A dipole that the set still has keeps its object; the others
@@ -47,7 +47,7 @@ class SetRestoration {
 
   // What will be unknown then, of the objects that will be there: for UnknownDipoles::hold behind carryOut,
   // to be asked for before it. Throws what an allocation throws.
-  [[nodiscard]] UnknownDipoles unknownIn(const SetImage& target) const;
+  UnknownDipoles unknownIn(const SetImage& target) const;
   // Afterwards `target` names the set's objects: pass the image of the constructor.
   void carryOut(SetImage& target) noexcept;
 

@@ -53,7 +53,7 @@ class UndoHistory {
 
   // What of the dipoles is unknown; part of every state. record follows what a command did to it.
   UnknownDipoles& unknown() { return m_unknown; }
-  [[nodiscard]] const UnknownDipoles& unknown() const { return m_unknown; }
+  const UnknownDipoles& unknown() const { return m_unknown; }
 
   // `name`: of the command, as a menu names it, such as "Delete"; when empty, nameOfChange finds one.
   Recorded record(const CString& name);
@@ -62,19 +62,19 @@ class UndoHistory {
 
   // Which state the set was in at the last record, undo or redo: the same number whenever undo or redo come
   // back to it, and another one for every other state.
-  [[nodiscard]] std::uint64_t state() const { return m_state; }
+  std::uint64_t state() const { return m_state; }
   // That state, and those that undo and redo can still come to.
-  [[nodiscard]] std::vector<std::uint64_t> states() const;
+  std::vector<std::uint64_t> states() const;
 
-  [[nodiscard]] std::size_t undoSteps() const { return m_undo.size(); }
-  [[nodiscard]] std::size_t redoSteps() const { return m_redo.size(); }
+  std::size_t undoSteps() const { return m_undo.size(); }
+  std::size_t redoSteps() const { return m_redo.size(); }
   // For the menu: "Undo Delete", or "Undo" when there is nothing to undo.
-  [[nodiscard]] CString undoText() const;
-  [[nodiscard]] CString redoText() const;
+  CString undoText() const;
+  CString redoText() const;
 
   // Steps that were let go because of the budget, not because of their number: the user should hear of it.
-  [[nodiscard]] std::size_t droppedSteps() const { return m_dropped; }
-  [[nodiscard]] std::size_t bytes() const;
+  std::size_t droppedSteps() const { return m_dropped; }
+  std::size_t bytes() const;
 
  private:
   struct Step {

@@ -51,7 +51,7 @@ class Report {
                                     spent[spent.size() / 2], spent.back()));
     m_text += line.data();
   }
-  [[nodiscard]] const std::string& text() const { return m_text; }
+  const std::string& text() const { return m_text; }
 
  private:
   std::string m_text;

@@ -34,8 +34,8 @@ class FindingsWindow : public CDialog {
  private:
   void addColumns();
   void choose(int row);
-  [[nodiscard]] std::vector<StandingFinding> chosen() const;
-  [[nodiscard]] CString textOf(const StandingFinding& finding) const;
+  std::vector<StandingFinding> chosen() const;
+  CString textOf(const StandingFinding& finding) const;
   void showChosen();
   void repair(std::optional<LengthUnit> unit);
 

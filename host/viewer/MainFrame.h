@@ -44,7 +44,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   // Input went to another window of the program: what the module does with it may come without a word.
   void noteLater();
   // Whether a window of the program waits for an answer or the import runs: the set must stay as it is.
-  [[nodiscard]] static bool isBusy();
+  static bool isBusy();
 
   // For those who drive the viewer from a program.
   Session& session() { return *m_session; }
@@ -52,7 +52,7 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   FindingsWindow& findingsWindow() { return m_findings; }
   WarningBar& warningBar() { return m_warningBar; }
   PaneWindow& pane(int number) { return *m_panes[static_cast<std::size_t>(number)]; }
-  [[nodiscard]] CString statusText(int part) const;
+  CString statusText(int part) const;
   Image currentPicture();  // what the panes show, with what a reader of the picture must know
 
   static constexpr int paneCount = 4;  // axial, coronal, sagittal, 3D

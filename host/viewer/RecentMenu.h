@@ -12,7 +12,7 @@ struct RecentMenu {
   UINT firstId;     // of the commands, one for each file
   UINT emptyId;     // of the item that says that there are none
 
-  [[nodiscard]] bool beginsWith(UINT firstItem) const { return firstItem == firstId || firstItem == emptyId; }
+  bool beginsWith(UINT firstItem) const { return firstItem == firstId || firstItem == emptyId; }
   // The files stand in the menu only while it is open: it is filled anew each time.
   void show(CMenu& menu, const RecentFiles& files) const;
   void read(RecentFiles& files) const;

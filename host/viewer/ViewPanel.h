@@ -20,7 +20,7 @@ class ViewPanel : public CDialog {
 
   BOOL createIn(CWnd* frame);
   // Pixels that the panel takes when it is so high; in a low one a scroll bar stands beside the controls.
-  [[nodiscard]] int widthFor(int height) const;
+  int widthFor(int height) const;
   // When the keyboard has gone to a control that is scrolled away: it comes back.
   void bringFocusIntoView();
 

@@ -23,7 +23,7 @@ class ViewerApp : public CWinApp {
 
   // Makes and shows the main window. FALSE: there is no room for it.
   BOOL makeFrame();
-  [[nodiscard]] MainFrame* frame() const { return static_cast<MainFrame*>(m_pMainWnd); }
+  MainFrame* frame() const { return static_cast<MainFrame*>(m_pMainWnd); }
 
  private:
   BOOL openArguments();

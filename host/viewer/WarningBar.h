@@ -16,9 +16,9 @@ class WarningBar : public CWnd {
   BOOL createIn(CWnd* frame, UINT id, const CWnd& like);
   // Empty: there is nothing to warn of, and the bar is not shown. True when that has changed.
   bool show(const CString& text);
-  [[nodiscard]] const CString& text() const { return m_text; }
+  const CString& text() const { return m_text; }
   // Pixels; 0 when it is not shown.
-  [[nodiscard]] int height() const;
+  int height() const;
 
  private:
   afx_msg void OnPaint();

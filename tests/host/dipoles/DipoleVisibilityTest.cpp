@@ -15,7 +15,7 @@ using host::VisibleCount;
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 struct DipoleVisibility : testing::Test, PaneFixture {
-  [[nodiscard]] Visibility seen(int slot) const {
+  Visibility seen(int slot) const {
     return visibilityOf(*dipoles, slot, *dipoles->getDipole(slot), settings);
   }
 };

@@ -54,7 +54,7 @@ struct NiftiFile {
     }
   }
 
-  [[nodiscard]] std::string version1() const {
+  std::string version1() const {
     std::string bytes(352, '\0');
     put(bytes, 0, std::int32_t{348}, order);
     for (std::size_t i = 0; i < 8; ++i) {
@@ -81,7 +81,7 @@ struct NiftiFile {
     return bytes + voxels;
   }
 
-  [[nodiscard]] std::string version2() const {
+  std::string version2() const {
     std::string bytes(544, '\0');
     put(bytes, 0, std::int32_t{540}, order);
     bytes.replace(4, 8, magic.empty() ? std::string("n+2\0\r\n\x1A\n", 8) : magic);

@@ -18,7 +18,7 @@ constexpr std::string_view letters = "NLR";
 
 struct PaneFiducials : SlicePaneFixture {
   // Places of the points in the head frame: all on the axial slice through the origin.
-  [[nodiscard]] Vector3 place(char letter) const {
+  Vector3 place(char letter) const {
     const host::Fiducials p = points();
     return head.frame.fromScanner(letter == 'N' ? p.nasion : letter == 'L' ? p.leftEar : p.rightEar);
   }
@@ -31,7 +31,7 @@ struct PaneFiducials : SlicePaneFixture {
   }
 
   // The ball ends before the nasion does: a pane that shows both.
-  [[nodiscard]] host::SlicePane widePane(View view) const {
+  host::SlicePane widePane(View view) const {
     host::SlicePane pane = paneOf(view);
     pane.paint(contents());
     pane.zoom(0.5, 200, 180);
@@ -39,7 +39,7 @@ struct PaneFiducials : SlicePaneFixture {
   }
 
   // The letters of the points that a slice shows.
-  [[nodiscard]] std::string seen(View view) const {
+  std::string seen(View view) const {
     host::SlicePane pane = widePane(view);
     const Image& image = pane.paint(contents());
     std::string all;
@@ -51,7 +51,7 @@ struct PaneFiducials : SlicePaneFixture {
     return all;
   }
 
-  [[nodiscard]] host::ScenePane scenePane() const {
+  host::ScenePane scenePane() const {
     host::ScenePane pane;
     pane.resize(600, 600);
     pane.lookFrom(host::Standpoint::front);

@@ -35,7 +35,7 @@ struct PaneFixture {
     return dipole;
   }
 
-  [[nodiscard]] host::PaneContents contents() const {
+  host::PaneContents contents() const {
     return {*dipoles, head, settings, crosshair, window, colours, marks};
   }
 };

@@ -21,8 +21,8 @@ struct PictureFixture : testing::Test, PaneFixture {
     return dipole;
   }
 
-  [[nodiscard]] host::DipolePicture slices(const std::vector<host::SliceRequest>& wanted,
-                                           double mmPerPixel = 0.5, host::PageTexts texts = {}) const {
+  host::DipolePicture slices(const std::vector<host::SliceRequest>& wanted, double mmPerPixel = 0.5,
+                             host::PageTexts texts = {}) const {
     return host::slicesPicture(contents(), {{"", wanted}}, mmPerPixel, std::move(texts));
   }
 

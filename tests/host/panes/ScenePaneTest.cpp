@@ -38,7 +38,7 @@ struct ScenePaneTest : testing::Test, PaneFixture {
 
   const Image& paint() { return pane.paint(contents()); }
 
-  [[nodiscard]] int pickAt(const Vector3& place) const {
+  int pickAt(const Vector3& place) const {
     const ScreenPoint at = pane.camera().project(place);
     return pane.pick(contents(), static_cast<int>(at.column), static_cast<int>(at.row));
   }

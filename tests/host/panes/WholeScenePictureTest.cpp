@@ -24,8 +24,8 @@ struct WholeScenePicture : PictureFixture {
     put(blue, RGB(0, 0, 255));
   }
 
-  [[nodiscard]] host::DipolePicture draw(const host::ViewAngles& angles,
-                                         const std::vector<host::SliceRequest>& slices = {}) const {
+  host::DipolePicture draw(const host::ViewAngles& angles,
+                           const std::vector<host::SliceRequest>& slices = {}) const {
     return host::scenePicture(contents(), angles, slices, 0.5, {});
   }
 

@@ -93,7 +93,7 @@ struct ToolAndViewer : testing::Test {
     session.view().showLegend = false;
   }
 
-  [[nodiscard]] host::PaneContents contents() {
+  host::PaneContents contents() {
     return {session.dipoles(), session.head(),    session.view(),        session.crosshair(),
             session.window(),  session.colours(), session.placedPoints()};
   }
