@@ -1,9 +1,10 @@
-#include "tool/CheckCommand.h"
-
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "tool/Commands.h"
 #include "tool/FindingTexts.h"
+#include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
 #include "tool/Output.h"
 
@@ -86,14 +87,22 @@ class Check {
   bool m_hasFailed = false;
 };
 
-}  // namespace
+class CheckCommand final : public Command {
+ public:
+  explicit CheckCommand(CLI::App& program);
+
+  int run() const override;
+
+ private:
+  ImportOptions m_import;
+  bool m_json = false;
+};
 
 CheckCommand::CheckCommand(CLI::App& program)
-    : m_command(
-          program.add_subcommand("check", "Tell what of the files arrives otherwise than they say it")) {
-  m_command->footer(help + codesHelp() + examples);
-  m_import.addTo(*m_command);
-  m_command->add_flag("--json", m_json, "JSON");
+    : Command(program, "check", "Tell what of the files arrives otherwise than they say it",
+              help + codesHelp() + examples) {
+  m_import.addTo(options());
+  options().add_flag("--json", m_json, "JSON");
 }
 
 int CheckCommand::run() const {
@@ -113,6 +122,12 @@ int CheckCommand::run() const {
     writeResult(check.text());
   }
   return check.exitCode();
+}
+
+}  // namespace
+
+std::unique_ptr<Command> makeCheckCommand(CLI::App& program) {
+  return std::make_unique<CheckCommand>(program);
 }
 
 }  // namespace tool

@@ -1,6 +1,9 @@
-#include "tool/ConvertCommand.h"
+#include <memory>
 
+#include "tool/Commands.h"
+#include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
+#include "tool/OutputOptions.h"
 #include "tool/SetWriter.h"
 
 namespace tool {
@@ -30,19 +33,32 @@ Examples:
   dipole convert --yes auditory.dip median.txt -o both.dipset
   dipole convert --from 4d - --to json -o - < median.txt)";
 
-}  // namespace
+class ConvertCommand final : public Command {
+ public:
+  explicit ConvertCommand(CLI::App& program);
+
+  int run() const override;
+
+ private:
+  ImportOptions m_import;
+  OutputOptions m_output;
+};
 
 ConvertCommand::ConvertCommand(CLI::App& program)
-    : m_command(
-          program.add_subcommand("convert", "Write the dipoles of the files as a file of another format")) {
-  m_command->footer(help);
-  m_output.addTo(*m_command, m_import);
+    : Command(program, "convert", "Write the dipoles of the files as a file of another format", help) {
+  m_output.addTo(options(), m_import);
 }
 
 int ConvertCommand::run() const {
   ImportSession session = importToWrite(m_import, m_output);
   writeSet(session, m_import.names(), m_output);
   return exitDone;
+}
+
+}  // namespace
+
+std::unique_ptr<Command> makeConvertCommand(CLI::App& program) {
+  return std::make_unique<ConvertCommand>(program);
 }
 
 }  // namespace tool

@@ -1,27 +1,36 @@
-#include "tool/DrawCommand.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <sstream>
 #include <stdexcept>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "host/dipoles/DipoleScene.h"
 #include "host/dipoles/SetFiducials.h"
 #include "host/dipoles/UnknownDipoles.h"
 #include "host/dipoles/ValueColors.h"
+#include "host/head/Head.h"
 #include "host/head/HeadFile.h"
 #include "host/head/Limits.h"
 #include "host/paint/PngFile.h"
+#include "host/panes/DipolePicture.h"
 #include "host/panes/ShownDipoles.h"
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 #include "tool/ArgumentCheck.h"
+#include "tool/Commands.h"
 #include "tool/FileNames.h"
+#include "tool/HeadOptions.h"
+#include "tool/ImportOptions.h"
+#include "tool/ImportSession.h"
 #include "tool/Output.h"
 #include "tool/OutputOptions.h"
+#include "tool/PictureOptions.h"
+#include "tool/SceneOptions.h"
 #include "tool/SliceList.h"
 #include "tool/Text.h"
 #include "tool/UsageError.h"
@@ -121,17 +130,37 @@ std::vector<host::SliceRow> inRows(const std::vector<host::SliceRequest>& slices
   return rows;
 }
 
-}  // namespace
+class DrawCommand final : public Command {
+ public:
+  explicit DrawCommand(CLI::App& program);
+
+  int run() const override;
+
+ private:
+  void checkArguments() const;
+  void checkOutput() const;
+  void writePicture(const host::Image& picture) const;
+  std::vector<host::SliceRow> rows(const host::PaneContents& contents) const;
+  host::PageTexts textsOf(const ImportSession& session, const host::PaneContents& contents) const;
+  host::DipolePicture draw(const ImportSession& session, host::PaneContents& contents) const;
+
+  ImportOptions m_import;
+  HeadOptions m_head;
+  PictureOptions m_picture;
+  SceneOptions m_scene;
+  std::vector<std::string> m_slices;
+  std::string m_through;
+  std::string m_output;
+  bool m_force = false;
+};
 
 DrawCommand::DrawCommand(CLI::App& program)
-    : m_command(program.add_subcommand("draw",
-                                       "Draw the dipoles over slices of an MRI or in 3D, as a PNG picture")) {
-  m_command->footer(help);
-  m_import.addTo(*m_command);
+    : Command(program, "draw", "Draw the dipoles over slices of an MRI or in 3D, as a PNG picture", help) {
+  m_import.addTo(options());
   const auto add = [this](const std::string& name, auto& value, const char* type, const char* text) {
-    return m_command->add_option(name, value, text)->type_name(type);
+    return options().add_option(name, value, text)->type_name(type);
   };
-  m_head.addTo(*m_command);
+  m_head.addTo(options());
   CLI::Option* const mri = m_head.mri();
   CLI::Option* slices = add("--slice", m_slices, "VIEW:MM,...", "Slices; may be given several times")
                             ->needs(mri)
@@ -143,10 +172,10 @@ DrawCommand::DrawCommand(CLI::App& program)
       ->excludes(slices)
       ->check(argumentCheck(parseNumbers));
   add("-o,--output", m_output, "OUT", "The picture to write, .png; - is standard output")->required();
-  m_command->add_flag("--force", m_force, "Replace OUT when it is there already");
-  m_picture.addTo(*m_command);
-  m_scene.addTo(*m_command);
-  m_command->final_callback([this] { checkArguments(); });
+  options().add_flag("--force", m_force, "Replace OUT when it is there already");
+  m_picture.addTo(options());
+  m_scene.addTo(options());
+  options().final_callback([this] { checkArguments(); });
 }
 
 // Slices need a head to run through; a 3D picture does without.
@@ -280,6 +309,12 @@ int DrawCommand::run() const {
     tellOf(pane);
   }
   return session.exitCode();
+}
+
+}  // namespace
+
+std::unique_ptr<Command> makeDrawCommand(CLI::App& program) {
+  return std::make_unique<DrawCommand>(program);
 }
 
 }  // namespace tool

@@ -1,12 +1,13 @@
-#include "tool/InfoCommand.h"
-
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <utility>
 
 #include "host/text/Numbers.h"
+#include "tool/Commands.h"
 #include "tool/FileInfo.h"
 #include "tool/FindingTexts.h"
+#include "tool/ImportOptions.h"
 #include "tool/Output.h"
 #include "tool/Text.h"
 
@@ -187,13 +188,21 @@ Json jsonReport(const FileInfo& info, const ImportSession& session) {
           {"findings", jsonFindings(session)}};
 }
 
-}  // namespace
+class InfoCommand final : public Command {
+ public:
+  explicit InfoCommand(CLI::App& program);
+
+  int run() const override;
+
+ private:
+  ImportOptions m_import;
+  bool m_json = false;
+};
 
 InfoCommand::InfoCommand(CLI::App& program)
-    : m_command(program.add_subcommand("info", "Tell what each of the files holds")) {
-  m_command->footer(help);
-  m_import.addTo(*m_command);
-  m_command->add_flag("--json", m_json, "JSON: a list with one entry per file");
+    : Command(program, "info", "Tell what each of the files holds", help) {
+  m_import.addTo(options());
+  options().add_flag("--json", m_json, "JSON: a list with one entry per file");
 }
 
 int InfoCommand::run() const {
@@ -213,6 +222,12 @@ int InfoCommand::run() const {
     writeResult(text);
   }
   return code;
+}
+
+}  // namespace
+
+std::unique_ptr<Command> makeInfoCommand(CLI::App& program) {
+  return std::make_unique<InfoCommand>(program);
 }
 
 }  // namespace tool

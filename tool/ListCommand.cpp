@@ -1,8 +1,7 @@
-#include "tool/ListCommand.h"
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 #include <variant>
@@ -12,6 +11,8 @@
 #include "host/exchange/SetTable.h"
 #include "host/text/Numbers.h"
 #include "host/text/TextTable.h"
+#include "tool/Commands.h"
+#include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
 #include "tool/Output.h"
 #include "tool/SetWriter.h"
@@ -93,14 +94,23 @@ std::string csvTable(const ImportSession& session) {
   return isResultOnTerminal() ? printableLines(table) : table;
 }
 
-}  // namespace
+class ListCommand final : public Command {
+ public:
+  explicit ListCommand(CLI::App& program);
+
+  int run() const override;
+
+ private:
+  ImportOptions m_import;
+  bool m_csv = false;
+  bool m_json = false;
+};
 
 ListCommand::ListCommand(CLI::App& program)
-    : m_command(program.add_subcommand("list", "List every dipole of the files, in order")) {
-  m_command->footer(help);
-  m_import.addTo(*m_command);
-  CLI::Option* csv = m_command->add_flag("--csv", m_csv, "Comma-separated values, units in the column names");
-  m_command->add_flag("--json", m_json, "JSON")->excludes(csv);
+    : Command(program, "list", "List every dipole of the files, in order", help) {
+  m_import.addTo(options());
+  CLI::Option* csv = options().add_flag("--csv", m_csv, "Comma-separated values, units in the column names");
+  options().add_flag("--json", m_json, "JSON")->excludes(csv);
 }
 
 int ListCommand::run() const {
@@ -111,6 +121,12 @@ int ListCommand::run() const {
     writeResult(m_csv ? csvTable(session) : alignedTable(session));
   }
   return session.exitCode();
+}
+
+}  // namespace
+
+std::unique_ptr<Command> makeListCommand(CLI::App& program) {
+  return std::make_unique<ListCommand>(program);
 }
 
 }  // namespace tool

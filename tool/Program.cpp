@@ -2,20 +2,14 @@
 
 #include <algorithm>
 #include <exception>
+#include <memory>
 #include <new>
 #include <numeric>
 #include <string_view>
 #include <utility>
 
-#include "tool/CheckCommand.h"
-#include "tool/ConvertCommand.h"
-#include "tool/DrawCommand.h"
 #include "tool/HelpText.h"
-#include "tool/InfoCommand.h"
-#include "tool/ListCommand.h"
 #include "tool/Output.h"
-#include "tool/RegisterCommand.h"
-#include "tool/SortCommand.h"
 #include "tool/TerminalOperator.h"
 #include "tool/UsageError.h"
 
@@ -83,29 +77,6 @@ std::string whyNoCommand(const CLI::App& program, const std::string& word) {
 
 }  // namespace
 
-struct Program::Commands {
-  explicit Commands(CLI::App& app)
-      : info(app), list(app), check(app), draw(app), convert(app), sort(app), registration(app) {}
-
-  InfoCommand info;
-  ListCommand list;
-  CheckCommand check;
-  DrawCommand draw;
-  ConvertCommand convert;
-  SortCommand sort;
-  RegisterCommand registration;
-
-  // The one that the arguments chose.
-  int run() const { return runChosen(info, list, check, draw, convert, sort, registration); }
-
-  template <typename... Command>
-  static int runChosen(const Command&... commands) {
-    int code = exitUsage;
-    ((commands.isChosen() ? void(code = commands.run()) : void()), ...);
-    return code;
-  }
-};
-
 Program::Program() : m_app(help, "dipole") {
   m_app.formatter_fn(
       [](const CLI::App* app, const std::string&, CLI::AppFormatMode) { return helpOf(*app); });
@@ -114,10 +85,11 @@ Program::Program() : m_app(help, "dipole") {
   m_app.set_version_flag("--version", "dipole " DIPOLE_VERSION, "Print the version and end");
   m_app.footer(moreHelp);
   m_app.require_subcommand(1);
-  m_commands = std::make_unique<Commands>(m_app);
+  for (const auto make : {makeInfoCommand, makeListCommand, makeCheckCommand, makeDrawCommand,
+                          makeConvertCommand, makeSortCommand, makeRegisterCommand}) {
+    m_commands.push_back(make(m_app));
+  }
 }
-
-Program::~Program() = default;
 
 int Program::run(std::vector<std::string> arguments) {
   if (!arguments.empty() && arguments.front() == "help") {  // "help COMMAND" is "COMMAND --help"
@@ -135,7 +107,8 @@ int Program::run(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& error) {
     return m_app.exit(error) == 0 ? exitDone : exitUsage;
   }
-  return m_commands->run();
+  const auto isChosen = [](const std::unique_ptr<Command>& command) { return command->isChosen(); };
+  return (*std::find_if(m_commands.begin(), m_commands.end(), isChosen))->run();  // the parser requires one
 }
 
 int runProgram(std::vector<std::string> arguments) {

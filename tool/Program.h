@@ -6,13 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "tool/Commands.h"
+
 namespace tool {
 
 // The commands with their arguments and help texts.
 class Program {
  public:
   Program();
-  ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
@@ -22,10 +23,8 @@ class Program {
   int run(std::vector<std::string> arguments);
 
  private:
-  struct Commands;
-
   CLI::App m_app;
-  std::unique_ptr<Commands> m_commands;
+  std::vector<std::unique_ptr<Command>> m_commands;
 };
 
 // The same with what it throws told.

@@ -1,10 +1,14 @@
-#include "tool/RegisterCommand.h"
-
 #include <cstddef>
+#include <memory>
 #include <stdexcept>
 
 #include "host/head/CornerGrid.h"
+#include "tool/Commands.h"
+#include "tool/HeadOptions.h"
 #include "tool/HelpText.h"
+#include "tool/ImportOptions.h"
+#include "tool/OutputOptions.h"
+#include "tool/SetWriter.h"
 #include "tool/TerminalOperator.h"
 #include "tool/UsageError.h"
 
@@ -62,16 +66,31 @@ Json registrationJson(const CDipoleFace9File& set) {
           {"sphere_radius_mm", set.m_sphereLocational.m_radius}};
 }
 
-}  // namespace
+class RegisterCommand final : public Command {
+ public:
+  explicit RegisterCommand(CLI::App& program);
+
+  int run() const override;
+
+ private:
+  void registerBySphere(CDipoleFace9File& set) const;
+  void registerByFiducials(CDipoleFace9File& set, const host::Head& head) const;
+
+  ImportOptions m_import;
+  OutputOptions m_output;
+  HeadOptions m_head;
+  bool m_rotate = false;
+  bool m_bySphere = false;
+};
 
 RegisterCommand::RegisterCommand(CLI::App& program)
-    : m_command(program.add_subcommand("register", "Register the dipoles of the files to an MRI")) {
-  m_command->footer(help);
-  m_output.addTo(*m_command, m_import);
-  m_head.addTo(*m_command);
+    : Command(program, "register", "Register the dipoles of the files to an MRI", help) {
+  m_output.addTo(options(), m_import);
+  m_head.addTo(options());
   m_head.mri()->group(neededGroup);
-  CLI::Option* rotate = m_command->add_flag("--rotate", m_rotate, "Compute the angles as well");
-  m_command->add_flag("--by-sphere", m_bySphere, "Register by the head sphere instead of points")
+  CLI::Option* rotate = options().add_flag("--rotate", m_rotate, "Compute the angles as well");
+  options()
+      .add_flag("--by-sphere", m_bySphere, "Register by the head sphere instead of points")
       ->excludes(m_head.fiducials())
       ->excludes(rotate);
 }
@@ -123,6 +142,12 @@ int RegisterCommand::run() const {
     writeJson(document, m_output);
   }
   return exitDone;
+}
+
+}  // namespace
+
+std::unique_ptr<Command> makeRegisterCommand(CLI::App& program) {
+  return std::make_unique<RegisterCommand>(program);
 }
 
 }  // namespace tool

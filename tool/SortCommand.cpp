@@ -1,11 +1,14 @@
-#include "tool/SortCommand.h"
-
+#include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "host/dipoles/SortSet.h"
 #include "tool/Choice.h"
+#include "tool/Commands.h"
+#include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
+#include "tool/OutputOptions.h"
 #include "tool/SetWriter.h"
 
 namespace tool {
@@ -40,14 +43,24 @@ const std::vector<std::pair<std::string, int>>& keys() {
   return all;
 }
 
-}  // namespace
+class SortCommand final : public Command {
+ public:
+  explicit SortCommand(CLI::App& program);
+
+  int run() const override;
+
+ private:
+  ImportOptions m_import;
+  OutputOptions m_output;
+  std::string m_key;
+  bool m_isDescending = false;
+};
 
 SortCommand::SortCommand(CLI::App& program)
-    : m_command(program.add_subcommand("sort", "Write the dipoles of the files in the order of one value")) {
-  m_command->footer(help);
-  m_output.addTo(*m_command, m_import);
-  addChoice(*m_command, "--by", m_key, "What to sort by", keys())->required();
-  m_command->add_flag("--descending", m_isDescending, "The largest first");
+    : Command(program, "sort", "Write the dipoles of the files in the order of one value", help) {
+  m_output.addTo(options(), m_import);
+  addChoice(options(), "--by", m_key, "What to sort by", keys())->required();
+  options().add_flag("--descending", m_isDescending, "The largest first");
 }
 
 int SortCommand::run() const {
@@ -56,6 +69,12 @@ int SortCommand::run() const {
                m_isDescending ? host::SortOrder::descending : host::SortOrder::ascending);
   writeSet(session, m_import.names(), m_output);
   return exitDone;
+}
+
+}  // namespace
+
+std::unique_ptr<Command> makeSortCommand(CLI::App& program) {
+  return std::make_unique<SortCommand>(program);
 }
 
 }  // namespace tool
