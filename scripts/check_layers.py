@@ -17,7 +17,8 @@ ALLOWED["host"] = ["module/dipole.h"]
 ROOMS = ["text", "head", "paint", "dipoles", "audit", "picture", "exchange", "undo", "panes", "session", "viewer"]
 ALLOWED["tool"] = ["host", "module/dipole.h", "platform"]
 
-INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
+# In quotes, or with a folder of ours in angle brackets.
+INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"|<(?=(?:' + "|".join(ALLOWED) + r')/))([^">]+)[">]')
 BUILD_TEST = re.compile(r"^\s*#\s*(if|ifdef|ifndef|elif)\b")
 
 

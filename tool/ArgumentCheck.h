@@ -2,9 +2,11 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
+#include "host/text/Numbers.h"
 #include "tool/Text.h"
 
 namespace tool {
@@ -22,6 +24,19 @@ CLI::Validator argumentCheck(Parse parse) {
         }
       },
       "");
+}
+
+// Refuses what is no plain number from `least` to `most`, and, where `isWhole`, one with a fraction: CLI11
+// itself would take "nan", " 5" and "0x10".
+inline CLI::Validator numberBetween(double least, double most, bool isWhole = false) {
+  return argumentCheck([=](const std::string& text) {
+    const std::optional<double> value = host::numberOf(text);
+    const bool isDigits = text.find_first_not_of("0123456789") == std::string::npos;
+    if (!value || *value < least || *value > most || (isWhole && !isDigits)) {
+      throw std::invalid_argument("\"" + text + "\": write a " + (isWhole ? "whole " : "") + "number from " +
+                                  host::shortest(least) + " to " + host::shortest(most));
+    }
+  });
 }
 
 }  // namespace tool

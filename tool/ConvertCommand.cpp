@@ -11,9 +11,9 @@ namespace {
 
 constexpr const char* help =
     R"(The endings tell the formats. What is written to OUT:
-  .dipset  the module's set file, with every member of every dipole, but
-           without the head sphere and the fiducial points ("dipole register"
-           writes those)
+  .dipset  the module's set file, with every member of every dipole but
+           whether it is selected, and without the head sphere and the
+           fiducial points ("dipole register" writes those)
   .txt     the module's text for spreadsheets, UTF-16
   .csv     a table, UTF-8, with the units in the column names; commas,
            quoted as RFC 4180 says

@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <sstream>
@@ -91,7 +93,7 @@ std::vector<int> parseNumbers(const std::string& text) {
   std::istringstream parts(text);
   for (std::string part; std::getline(parts, part, ',');) {
     const std::optional<double> number = host::numberOf(part);
-    if (!number || *number != static_cast<int>(*number)) {
+    if (!number || *number != std::trunc(*number) || std::abs(*number) > std::numeric_limits<int>::max()) {
       throw std::invalid_argument("\"" + text + "\": write all, or numbers of dipoles such as 3,7");
     }
     numbers.push_back(static_cast<int>(*number));
@@ -175,6 +177,9 @@ DrawCommand::DrawCommand(CLI::App& program)
   options().add_flag("--force", m_force, "Replace OUT when it is there already");
   m_picture.addTo(options());
   m_scene.addTo(options());
+  for (const char* const ofSlicesAlone : {"--tolerance", "--glyph", "--module-slab"}) {
+    options().get_option("--3d")->excludes(options().get_option(ofSlicesAlone));
+  }
   options().final_callback([this] { checkArguments(); });
 }
 
@@ -256,9 +261,11 @@ host::PageTexts DrawCommand::textsOf(const ImportSession& session, const host::P
   if (!m_scene.isWanted()) {
     texts.settings.push_back(host::toleranceText(contents));
   }
-  texts.wrong = host::wrongTexts(session.findings());
+  for (const std::string& text : host::wrongTexts(session.findings())) {
+    texts.wrong.push_back(printable(text));
+  }
   for (const std::string& text : session.repaired()) {
-    texts.settings.push_back("repaired: " + text);
+    texts.settings.push_back("repaired: " + printable(text));
   }
   return texts;
 }

@@ -5,6 +5,8 @@
 #include <sstream>
 #include <utility>
 
+#include "host/audit/FileAudit.h"
+
 namespace tool {
 namespace {
 
@@ -127,7 +129,13 @@ std::string OptionText::heading() const {
 
 std::vector<std::string> OptionText::words() const {
   std::vector<std::string> words = partsOf(argument);
+  const bool isCode = std::find(words.begin(), words.end(), "CODE,...") != words.end();
   std::erase_if(words, [](const std::string& part) { return !isWord(part); });
+  if (isCode) {
+    for (const host::FindingCode code : host::allFindingCodes()) {
+      words.emplace_back(host::nameOf(code));
+    }
+  }
   return words;
 }
 

@@ -25,9 +25,8 @@ constexpr const char* help =
     R"(Positions are millimetres in the head frame: x to the left ear, y up, z to the nose, origin
 midway between the ears; ox, oy, oz is the orientation. The moment is in nAm when the files say so.
 "Slices" tells whether slice pictures show the dipole. Numbers are rounded for the eye, and "-" is a value
-that the
-files leave open; --csv and --json write what "dipole convert" writes, every column in full.
-So are latency and fit error of a .dip file without fit information.
+that the files leave open, such as latency and fit error of a .dip file without fit information;
+--csv and --json write what "dipole convert" writes, every column in full.
 
 Examples:
   dipole list auditory.dip

@@ -62,9 +62,8 @@ OutputFormat OutputOptions::format() const {
     return m_to.empty() ? host::hasEnding(target, "." + format.first) : m_to == format.first;
   });
   if (found == formats().end()) {
-    throw std::runtime_error(m_target +
-                             ": the name tells no format; it ends in .dipset, .txt, .csv, .tsv or " +
-                             ".json, or --to says what to write");
+    throw UsageError(m_target + ": the name tells no format; it ends in .dipset, .txt, .csv, .tsv or " +
+                     ".json, or --to says what to write");
   }
   return found->second;
 }

@@ -14,6 +14,9 @@
 namespace tool {
 namespace {
 
+// Of a fit error: poor fits of files that count otherwise are more than 100.
+constexpr double mostPercent = 1e6;
+
 const std::map<std::string, host::DipoleValue>& colourValues() {
   static const std::map<std::string, host::DipoleValue> all = {{"latency", host::DipoleValue::latency},
                                                                {"error", host::DipoleValue::fitError},
@@ -43,13 +46,10 @@ std::optional<double> parseTolerance(const std::string& text) {
   }
   const std::optional<double> mm = host::numberOf(text);
   if (!mm || *mm < 0.0 || *mm > host::longestLength) {
-    fail(text, "the tolerance is a number of mm from 0 to 1000, or all");
+    fail(text,
+         "the tolerance is a number of mm from 0 to " + host::shortest(host::longestLength) + ", or all");
   }
   return mm;
-}
-
-CLI::Validator between(double least, double most) {
-  return CLI::Range(least, most).description("");
 }
 
 }  // namespace
@@ -73,7 +73,8 @@ void PictureOptions::addTo(CLI::App& command) {
   };
   addChoice(command, "--color-by", m_colourBy, "Colours by a value, with a legend; else each its own",
             colourValues());
-  add("--max-error", m_maxError, "PERCENT", "Only dipoles with a fit error of at most PERCENT");
+  add("--max-error", m_maxError, "PERCENT", "Only dipoles with a fit error of at most PERCENT")
+      ->check(numberBetween(0.0, mostPercent));
   add("--moment", m_moment, "A:B", "Only dipoles with a moment from A to B; its sign counts")
       ->check(argumentCheck(parseLimits));
   add("--latency", m_latency, "A:B", "Only dipoles from A to B ms")->check(argumentCheck(parseLimits));
@@ -86,9 +87,9 @@ void PictureOptions::addTo(CLI::App& command) {
   command.add_flag("--arrows-by-moment", m_arrowsByMoment, "Arrows as long as the moments are large")
       ->excludes(none);
   add("--glyph", m_glyph, "PX", "Side of a dipole's square in pixels; 1 to 64; else as the pixels are small")
-      ->check(between(host::smallestGlyph, host::largestGlyph));
+      ->check(numberBetween(host::smallestGlyph, host::largestGlyph, true));
   add("--mm-per-pixel", m_mmPerPixel, "MM", "Size of a pixel; 0.1 to 5")
-      ->check(between(host::finestPixel, host::coarsestPixel))
+      ->check(numberBetween(host::finestPixel, host::coarsestPixel))
       ->capture_default_str();
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <new>
 #include <numeric>
+#include <sstream>
 #include <string_view>
 #include <utility>
 
@@ -75,6 +76,11 @@ std::string whyNoCommand(const CLI::App& program, const std::string& word) {
   return "there is no command \"" + word + "\"; " + advice;
 }
 
+// What the parser says of wrong arguments: its first line; more is "Run with --help".
+std::string withoutAdvice(const std::string& refusal) {
+  return refusal.substr(0, refusal.find('\n')) + " (--help tells more)";
+}
+
 }  // namespace
 
 Program::Program() : m_app(help, "dipole") {
@@ -105,7 +111,14 @@ int Program::run(std::vector<std::string> arguments) {
   try {
     m_app.parse(std::move(arguments));
   } catch (const CLI::ParseError& error) {
-    return m_app.exit(error) == 0 ? exitDone : exitUsage;
+    std::ostringstream result;
+    std::ostringstream refusal;
+    if (m_app.exit(error, result, refusal) == 0) {
+      writeResult(result.str());
+      return exitDone;
+    }
+    tell(withoutAdvice(refusal.str()));
+    return exitUsage;
   }
   const auto isChosen = [](const std::unique_ptr<Command>& command) { return command->isChosen(); };
   return (*std::find_if(m_commands.begin(), m_commands.end(), isChosen))->run();  // the parser requires one

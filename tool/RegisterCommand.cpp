@@ -122,7 +122,7 @@ int RegisterCommand::run() const {
   }
   const OutputFormat format = m_output.format();
   if (format != OutputFormat::dipset && format != OutputFormat::json) {
-    throw std::runtime_error(m_output.target() + ": a registration is written as .dipset or .json");
+    throw UsageError(m_output.target() + ": a registration is written as .dipset or .json");
   }
   ImportSession session = importToWrite(m_import, m_output);
   CDipoleFace9File& set = session.collection();

@@ -68,7 +68,7 @@ void SceneOptions::addTo(CLI::App& command) {
       ->excludes(view);
   command.add_option("--ball", m_ballMm, "With --3d: radius of a dipole's ball in mm; 0.1 to 50")
       ->type_name("MM")
-      ->check(CLI::Range(host::smallestBall, host::largestBall).description(""))
+      ->check(numberBetween(host::smallestBall, host::largestBall))
       ->capture_default_str()
       ->needs(is3d);
 }

@@ -35,7 +35,8 @@ double positionOf(const std::string& part, std::string_view text) {
     fail(part, "the position is a number of millimetres");
   }
   if (std::abs(*value) > host::headReach) {
-    fail(part, "the position lies between -300 and 300 mm");
+    const std::string reach = host::shortest(host::headReach);
+    fail(part, "the position lies between -" + reach + " and " + reach + " mm");
   }
   return *value;
 }

@@ -17,15 +17,4 @@ bool DipoleFilter::passes(const CDipoles& dipole, std::uint8_t unknown) const {
          pass(latency, dipole.m_latency, DipoleValue::latency);
 }
 
-std::vector<int> passingSlots(const CDipoleFace& set, const DipoleFilter& filter) {
-  std::vector<int> slots;
-  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
-    const CDipoleszq* dipole = set.m_dipoles[slot];
-    if (dipole != nullptr && filter.passes(*dipole)) {
-      slots.push_back(slot);
-    }
-  }
-  return slots;
-}
-
 }  // namespace host

@@ -32,7 +32,4 @@ struct DipoleFilter {
   bool passes(const CDipoles& dipole, std::uint8_t unknown = 0) const;
 };
 
-// The slots of the dipoles that pass, ascending; empty slots do not.
-std::vector<int> passingSlots(const CDipoleFace& set, const DipoleFilter& filter);
-
 }  // namespace host

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/text/Utf8.h"
+
 namespace host {
 
 void JsonPlaces::note() {
@@ -18,10 +20,7 @@ TableFault JsonPlaces::faultAt(std::size_t byte, const std::string& what) const 
   const std::string_view before = m_text.substr(0, (std::min)(byte, m_text.size()));
   const auto line = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')) + 1;
   const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
-  const auto characters =
-      std::count_if(before.begin() + static_cast<std::ptrdiff_t>(lineStart), before.end(),
-                    [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; });
-  return {line, static_cast<std::size_t>(characters) + 1, what};
+  return {line, utf8Characters(before.substr(lineStart)) + 1, what};
 }
 
 }  // namespace host

@@ -185,10 +185,17 @@ class SetReader {
 
   bool isInDipole() const { return m_isInDipoles && m_depth == 3; }
 
+  bool isHeaderText() const {
+    return m_key == "patient" || m_key == "version" || m_key == "frame" || m_key == "moment_unit";
+  }
+
   // What the document holds beside the dipoles may have any depth; a list of dipoles has its own.
   void refuseNested() const {
     if (m_depth == 0 || (m_depth == 1 && m_key == "dipoles")) {
       fail("a document is an object, and its dipoles are a list");
+    }
+    if (m_depth == 1 && isHeaderText()) {
+      fail("\"" + m_key + "\" is a text, or null");
     }
     if (m_isInDipoles) {
       fail(m_depth == 2 ? "a dipole is an object" : "a value of a dipole is a number, a text, true or false");
@@ -251,10 +258,11 @@ class SetReader {
         fail("the unit of moments is \"nAm\", or null");
       }
       m_unitIsNAm = !isNone;
-    } else if (m_key == "patient" && isText) {
-      m_set->m_patient = fromUtf8(value.text);
-    } else if (m_key == "version" && isText) {
-      m_set->m_fileVersion = fromUtf8(value.text);
+    } else if ((m_key == "patient" || m_key == "version") && value.kind != JsonValue::Kind::null) {
+      if (!isText) {
+        fail("\"" + m_key + "\" is a text, or null");
+      }
+      (m_key == "patient" ? m_set->m_patient : m_set->m_fileVersion) = fromUtf8(value.text);
     }
   }
 

@@ -3,18 +3,14 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/text/Utf8.h"
+
 namespace host {
 namespace {
 
 // In characters: the texts hold no wide or combining ones.
-std::size_t widthOf(const std::string& text) {
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-  }));
-}
-
 std::string padded(const std::string& text, std::size_t width, TextTable::Align align) {
-  const std::string blanks(width - widthOf(text), ' ');
+  const std::string blanks(width - utf8Characters(text), ' ');
   return align == TextTable::Align::right ? blanks + text : text + blanks;
 }
 
@@ -39,9 +35,9 @@ void TextTable::addRow(std::vector<std::string> cells) {
 std::string TextTable::aligned() const {
   std::vector<std::size_t> widths;
   for (std::size_t i = 0; i < m_columns.size(); ++i) {
-    std::size_t width = widthOf(m_columns[i].title);
+    std::size_t width = utf8Characters(m_columns[i].title);
     for (const auto& row : m_rows) {
-      width = (std::max)(width, widthOf(row[i]));
+      width = (std::max)(width, utf8Characters(row[i]));
     }
     widths.push_back(width);
   }

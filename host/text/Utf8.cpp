@@ -40,6 +40,12 @@ std::size_t utf8Length(std::string_view text) {
   return length;
 }
 
+std::size_t utf8Characters(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+  }));
+}
+
 void appendUtf8(std::string& text, char32_t point) {
   const auto add = [&text](char32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
   const auto addRest = [&](int shift) { add(0x80 | ((point >> shift) & 0x3F)); };

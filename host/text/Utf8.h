@@ -20,6 +20,9 @@ Utf8Character firstCharacter(std::string_view text);
 // How many bytes at the front are UTF-8.
 std::size_t utf8Length(std::string_view text);
 
+// How many characters a text of UTF-8 holds.
+std::size_t utf8Characters(std::string_view text);
+
 // Any number up to 10FFFF, halves of surrogate pairs too, although no reader takes those.
 void appendUtf8(std::string& text, char32_t point);
 

@@ -23,6 +23,10 @@ class Output(ToolTest):
             self.assertEqual(result.err, "dipole: %s needs -o OUT, the file to write\n" % command[0])
             self.assertEqual(self.read(kept), before)
 
+    def test_a_name_that_tells_no_format_is_wrong_usage(self):
+        for name in ("o.xyz", ".csv"):
+            self.assertIn("the name tells no format", self.end_with(2, "convert", SPIKES, "-o", self.path(name)).err)
+
     def test_a_file_that_is_there_is_replaced_only_when_told_so(self):
         for ending in (".dipset", ".txt", ".csv", ".tsv", ".json"):
             target = self.write("o" + ending, "before")

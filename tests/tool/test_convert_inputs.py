@@ -172,7 +172,7 @@ class Inputs(ConvertTest):
     def test_names_without_a_known_ending_are_explained(self):
         dip = example("auditory.dip")
         for name in ("out", "out.", "out.xls", ".csv", "folder.csv/out"):
-            result = self.convert(dip, self.path(name), code=1)
+            result = self.convert(dip, self.path(name), code=2)
             self.assertIn("%s: the name tells no format; it ends in .dipset, .txt, .csv, .tsv or .json, or "
                           "--to says what to write\n" % self.path(name), result.err)
         result = self.convert(self.write("in.data", b""), self.path("o.csv"), code=1)

@@ -254,7 +254,10 @@ class Failures(DrawTest):
         slices = ("oblique:3", "axial", "axial:x", "axial:", "axial:nan", "axial:301", "axial:3,", ",", "")
         others = (("--glyph", "0"), ("--glyph", "65"), ("--tolerance", "-1"), ("--tolerance", "some"), ("--moment", "5"), ("--latency", "9:1"),
                   ("--moment", ":"), ("--color-by", "size"), ("--slices-through", "x"), ("--mm-per-pixel", "0"),
-                  ("--mm-per-pixel", "6"))
+                  ("--mm-per-pixel", "6"), ("--mm-per-pixel", "nan"), ("--glyph", "1e1"), ("--glyph", "0x10"),
+                  ("--max-error", "nan"), ("--max-error", " 5"), ("--max-error", "0x10"), ("--max-error", "-1"),
+                  ("--tolerance", "nan"), ("--slices-through", "3000000000"), ("--slices-through", "1e300"),
+                  ("--slices-through", "1.5"))
         for more in [("--slice", text) for text in slices] + list(others):
             self.attempt(2, more=more)
             self.assertFalse(os.path.exists(self.path("out.png")), more)

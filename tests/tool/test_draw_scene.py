@@ -137,7 +137,7 @@ class Arguments(SceneTest):
     def test_views_angles_and_balls_that_are_none(self):
         for options in (("--view", "inside"), ("--angles", "1"), ("--angles", "1,2,3"), ("--angles", "a,b"),
                         ("--angles", "nan,0"), ("--angles", "0,91"), ("--angles", "361,0"), ("--angles", ""),
-                        ("--ball", "0"), ("--ball", "51"), ("--view", "left", "--angles", "1,2")):
+                        ("--ball", "0"), ("--ball", "51"), ("--ball", "nan"), ("--ball", "0x2"), ("--view", "left", "--angles", "1,2")):
             self.attempt("--3d", *options)
 
     def test_slices_need_a_head(self):
@@ -149,6 +149,10 @@ class Arguments(SceneTest):
         head = ("--mri", grey_head(), "--fiducials", LEFT_FIRST)
         for options in (("--view", "left"), ("--angles", "1,2"), ("--ball", "3")):
             self.assertIn("requires --3d", self.attempt(*head, *options))
+
+    def test_what_belongs_to_slices_alone_is_refused(self):
+        for options in (("--tolerance", "4"), ("--glyph", "9"), ("--module-slab",)):
+            self.assertIn("excludes", self.attempt("--3d", *options))
 
     def test_the_help_tells_of_it(self):
         self.assertIn("--3d", self.succeed("draw", "--help").out)

@@ -176,6 +176,8 @@ class Completion(ToolTest):
                                 ("dipole sort --by lab\t", ["sort", "--by", "label"]),
                                 ("dipole draw --color-by mom\t", ["draw", "--color-by", "moment"]),
                                 ("dipole convert --to js\t", ["convert", "--to", "json"]),
+                                ("dipole check --repair msi-p\t", ["check", "--repair", "msi-percent"]),
+                                ("dipole info --accept outs\t", ["info", "--accept", "outside-head"]),
                                 ("dipole list spi\t", ["list", "spikes.dip"]),
                                 ("dipole info own\t", ["info", "own words.dip"]),
                                 ("dipole draw --mri spi\t", ["draw", "--mri", "spikes.dip"])):

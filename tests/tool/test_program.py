@@ -29,7 +29,7 @@ class Arguments(ToolTest):
                           ["draw", path, "--mri", "a", "--fiducials", "b"]):
             result = self.end_with(2, *arguments)
             self.assertEqual(result.out, "", arguments)
-            self.assertNotEqual(result.err, "", arguments)
+            self.assertRegex(result.err, r"^dipole: [^\n]+\n$", arguments)
 
     def test_a_full_disk_is_a_failure(self):
         for name in ("auditory.dip", "spikes.dip"):  # one result that a buffer holds, one that it does not
@@ -38,6 +38,14 @@ class Arguments(ToolTest):
                                         stdin=subprocess.DEVNULL, timeout=60)
             self.assertEqual(result.returncode, 1)
             self.assertIn(b"dipole: cannot write the result: No space left on device\n", result.stderr)
+
+    def test_help_on_a_full_disk_is_a_failure_too(self):
+        for arguments in (["help"], ["list", "--help"], ["--version"]):
+            with open("/dev/full", "wb") as full:
+                result = subprocess.run([TOOL, *arguments], stdout=full, stderr=subprocess.PIPE,
+                                        stdin=subprocess.DEVNULL, timeout=60)
+            self.assertEqual((result.returncode, result.stderr),
+                             (1, b"dipole: cannot write the result: No space left on device\n"))
 
 
 class Files(ToolTest):

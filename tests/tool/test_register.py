@@ -159,7 +159,7 @@ class Register(ToolTest):
                                  ([no_points, "--mri", self.path("missing.nii")], "No such file")):
             self.assertIn(cause, self.register(*arguments, self.path("o.json"), code=1).err)
             self.assertFalse(os.path.exists(self.path("o.json")))
-        result = self.register(no_points, *mri, "--by-sphere", self.path("o.csv"), code=1)
+        result = self.register(no_points, *mri, "--by-sphere", self.path("o.csv"), code=2)
         self.assertIn("a registration is written as .dipset or .json\n", result.err)
 
     def test_wrong_arguments_end_with_2(self):

@@ -2,13 +2,13 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <memory>
+#include <vector>
 
 #include "host/dipoles/DipoleFilter.h"
 
 namespace {
 
 using host::DipoleFilter;
-using host::passingSlots;
 using host::ValueLimits;
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
@@ -38,6 +38,17 @@ std::unique_ptr<CDipoleFace> set() {
   }
   face->deleteDipole(2, 0);
   return face;
+}
+
+std::vector<int> passingSlots(const CDipoleFace& face, const DipoleFilter& filter) {
+  std::vector<int> slots;
+  for (int slot = 0; slot < face.m_totalDipoles; ++slot) {
+    const CDipoleszq* dipole = face.m_dipoles[slot];
+    if (dipole != nullptr && filter.passes(*dipole)) {
+      slots.push_back(slot);
+    }
+  }
+  return slots;
 }
 
 }  // namespace

@@ -109,6 +109,13 @@ TEST(SetJson, BadDocumentsNameLineAndColumnAndWhatIsWrong) {
             "a.json, line 2, column 58: a color is written as #rrggbb");
   EXPECT_EQ(problemOf("{\"frame\": \"scanner\", \"dipoles\": []}"),
             "a.json, line 1, column 11: the only frame that is known is \"head: x left, y up, z front\"");
+  EXPECT_EQ(problemOf("{\"patient\": 3, \"dipoles\": []}"),
+            "a.json, line 1, column 13: \"patient\" is a text, or null");
+  for (const std::string& key : {"patient", "version", "frame", "moment_unit"}) {
+    EXPECT_EQ(
+        problemOf("{\"" + key + "\": [1], \"dipoles\": []}"),
+        "a.json, line 1, column " + std::to_string(key.size() + 6) + ": \"" + key + "\" is a text, or null");
+  }
   EXPECT_EQ(problemOf("{\"moment_unit\": \"Am\", \"dipoles\": []}"),
             "a.json, line 1, column 17: the unit of moments is \"nAm\", or null");
   EXPECT_NE(problemOf("{\"moment_unit\": null, " + withDipole(", \"moment_nAm\": 1").substr(1))
