@@ -94,7 +94,7 @@ class Session {
     // host/dipoles/HeaderText.h; each once, in that order.
     std::vector<std::string> patients;
     bool mixesPatients = false;  // there is more than one of them
-    // What the module told of the files, without its totals, and what found no room.
+    // What the module told of the files, each with its file, without totals; and what found no room.
     std::vector<std::string> told;
     std::string headMismatch;  // as headMismatch() would say it of the first file that is of another head
   };

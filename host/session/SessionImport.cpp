@@ -65,7 +65,7 @@ void Session::importNext(const CString& path, JoinedSet& joined, std::vector<Aud
   ImportedFile file = importFile(path, *format, utf8Of(fileNameOf(path)));
   for (const ModuleMessage& message : file.messages) {
     if (!message.isQuestion && !message.text.starts_with("Total imported dipoles")) {
-      result.told.push_back(message.text);
+      result.told.push_back(utf8Of(fileNameOf(path)) + ": " + message.text);
     }
   }
   AuditedFile audited = auditedFileOf(file);

@@ -10,6 +10,7 @@
 #include "host/exchange/JoinedSet.h"
 #include "host/exchange/SetFile.h"
 #include "host/text/PathText.h"
+#include "tests/host/exchange/NotedOperator.h"
 #include "tests/host/text/Failing.h"
 #include "tests/host/undo/WholeSet.h"
 #include "tests/support/CurrentFolder.h"
@@ -21,16 +22,6 @@ namespace {
 using host::DipoleFormat;
 using host::ImportedFile;
 using host::JoinedSet;
-
-// An operator whose answers are noted, as those of a program are.
-class NotedOperator : public ScriptedOperator {
- public:
-  int answerMessage(LPCTSTR text, UINT type) override {
-    const int answer = ScriptedOperator::answerMessage(text, type);
-    host::ModuleMessages::note(text, type, answer);
-    return answer;
-  }
-};
 
 CString example(const char* name) {
   return CString(examplesFolder().c_str()) + CString(name);

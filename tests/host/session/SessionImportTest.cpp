@@ -7,6 +7,7 @@
 
 #include "host/session/Session.h"
 #include "platform/Utf.h"
+#include "tests/host/exchange/NotedOperator.h"
 #include "tests/host/text/Failing.h"
 #include "tests/host/undo/WholeSet.h"
 #include "tests/support/CurrentFolder.h"
@@ -251,6 +252,18 @@ TEST(SessionImport, TellsWhoseDipolesItMixes) {
   result = imported(unnamed, {a});
   EXPECT_EQ(result.patients, Texts{"A"});
   EXPECT_FALSE(result.mixesPatients);
+}
+
+TEST(SessionImport, WhatTheModuleSaysOfAFileComesWithItsName) {
+  Viewer viewer;
+  const NotedOperator hands;
+  const TempFolder folder;
+  const Paths paths = {folder.write("a.dip", "Dipoles\n{\n1: 1 2 3 0 0 1 20 a\n}\n"), example("spikes.dip")};
+  const auto result = viewer.session.importFiles(paths, nullptr);
+  ASSERT_FALSE(result.told.empty());
+  for (const std::string& text : result.told) {
+    EXPECT_TRUE(text.starts_with("a.dip: ")) << text;
+  }
 }
 
 TEST(SessionImport, WhatProgressThrowsEndsItWithNothing) {
