@@ -4,6 +4,7 @@
 
 #include "tool/Commands.h"
 #include "tool/FindingTexts.h"
+#include "tool/FrameOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
 #include "tool/Output.h"
@@ -95,6 +96,7 @@ class CheckCommand final : public Command {
 
  private:
   ImportOptions m_import;
+  FrameOptions m_frame;
   bool m_json = false;
 };
 
@@ -102,17 +104,20 @@ CheckCommand::CheckCommand(CLI::App& program)
     : Command(program, "check", "Tell what of the files arrives otherwise than they say it",
               help + codesHelp() + examples) {
   m_import.addTo(options());
+  m_frame.addTo(options());
   options().add_flag("--json", m_json, "JSON");
 }
 
 int CheckCommand::run() const {
   setQuiet(true);
+  const std::vector<InputFile> files = m_import.files();
   ImportChoices choices = m_import.choices();
+  choices.points = m_frame.pointsFor(files);
   if (choices.answers == Answers::ask) {
     choices.answers = Answers::lookOnly;
   }
   Check check(choices);
-  for (const InputFile& file : m_import.files()) {
+  for (const InputFile& file : files) {
     check.look(file);
   }
   check.compareFiles();

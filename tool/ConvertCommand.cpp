@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "tool/Commands.h"
+#include "tool/FrameOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
 #include "tool/OutputOptions.h"
@@ -41,17 +42,20 @@ class ConvertCommand final : public Command {
 
  private:
   ImportOptions m_import;
+  FrameOptions m_frame;
   OutputOptions m_output;
 };
 
 ConvertCommand::ConvertCommand(CLI::App& program)
     : Command(program, "convert", "Write the dipoles of the files as a file of another format", help) {
   m_output.addTo(options(), m_import);
+  m_frame.addTo(options());
 }
 
 int ConvertCommand::run() const {
-  ImportSession session = importToWrite(m_import, m_output);
-  writeSet(session, m_import.names(), m_output);
+  ImportSession session =
+      importToWrite(m_import, m_output, [this](const auto& files) { return m_frame.pointsFor(files); });
+  writeSet(session, m_import.names(), m_output, [this] { return m_frame.points(); });
   return exitDone;
 }
 

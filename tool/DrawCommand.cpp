@@ -26,6 +26,7 @@
 #include "tool/ArgumentCheck.h"
 #include "tool/Commands.h"
 #include "tool/FileNames.h"
+#include "tool/FrameOptions.h"
 #include "tool/HeadOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
@@ -290,7 +291,10 @@ host::DipolePicture DrawCommand::draw(const ImportSession& session, host::PaneCo
 
 int DrawCommand::run() const {
   checkOutput();
-  ImportSession session(m_import.files(), m_import.choices());
+  const std::vector<InputFile> files = m_import.files();
+  ImportChoices choices = m_import.choices();
+  choices.points = needsPoints(files) ? m_head.givenPoints() : std::nullopt;
+  ImportSession session(files, std::move(choices));
   CDipoleFace9File& set = session.collection();
   if (set.m_totalDipoles == 0) {
     tell("nothing to draw: no dipole was imported");

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/head/FiducialFile.h"
+#include "host/head/HeadFile.h"
 #include "tool/FileNames.h"
 
 namespace tool {
@@ -41,6 +42,15 @@ host::Fiducials readFiducials(const std::string& argument) {
                              "), and is not three triples nx,ny,nz lx,ly,lz rx,ry,rz either");
   }
   return host::readFiducialFile(pathOf(argument));
+}
+
+std::optional<host::Fiducials> givenFiducials(const std::string& argument, const std::string& mri) {
+  if (!argument.empty()) {
+    const host::Fiducials points = readFiducials(argument);
+    (void)host::HeadFrame(points);
+    return points;
+  }
+  return mri.empty() ? std::nullopt : host::openHead(pathTextOf(mri)).head.fiducials;
 }
 
 }  // namespace tool

@@ -22,6 +22,10 @@ void HeadOptions::addTo(CLI::App& command) {
           ->needs(m_mriOption);
 }
 
+std::optional<host::Fiducials> HeadOptions::givenPoints() const {
+  return givenFiducials(m_points, m_mri);
+}
+
 std::vector<std::string> HeadOptions::files() const {
   return {m_mri, m_points};
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,10 @@ class HeadOptions {
   // What excludes the points, and what needs the MRI, may refer to them.
   CLI::Option* mri() const { return m_mriOption; }
   CLI::Option* fiducials() const { return m_fiducialsOption; }
+
+  // For an import in another head frame: the points that are given, or come with the MRI, before it is known
+  // what dipoles the files bring.
+  std::optional<host::Fiducials> givenPoints() const;
 
   // The files that are named.
   std::vector<std::string> files() const;

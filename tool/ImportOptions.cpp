@@ -7,6 +7,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "host/exchange/DipContent.h"
+#include "host/text/PathText.h"
 #include "tool/ArgumentCheck.h"
 #include "tool/Choice.h"
 #include "tool/FileNames.h"
@@ -17,10 +19,14 @@ namespace tool {
 namespace {
 
 const std::map<std::string, host::DipoleFormat>& formats() {
-  static const std::map<std::string, host::DipoleFormat> all = {
-      {"csv", host::DipoleFormat::csv},   {"tsv", host::DipoleFormat::tsv},
-      {"json", host::DipoleFormat::json}, {"ctf", host::DipoleFormat::ctf},
-      {"4d", host::DipoleFormat::msi},    {"dipset", host::DipoleFormat::set}};
+  static const std::map<std::string, host::DipoleFormat> all = {{"csv", host::DipoleFormat::csv},
+                                                                {"tsv", host::DipoleFormat::tsv},
+                                                                {"json", host::DipoleFormat::json},
+                                                                {"ctf", host::DipoleFormat::ctf},
+                                                                {"4d", host::DipoleFormat::msi},
+                                                                {"dipset", host::DipoleFormat::set},
+                                                                {"neuromag", host::DipoleFormat::neuromag},
+                                                                {"bdip", host::DipoleFormat::bdip}};
   return all;
 }
 
@@ -50,14 +56,22 @@ std::set<host::FindingCode> parseRepairs(const std::string& text) {
   return text == allCodes ? host::allFindingCodes() : parseCodes(text);
 }
 
+// A stream was copied to a file without its name.
+host::DipoleFormat formatOf(const InputFile& file) {
+  const auto byEnding = host::dipoleFormatOf(pathTextOf(file.name)).value_or(host::DipoleFormat::ctf);
+  const bool isNeuromag = byEnding == host::DipoleFormat::ctf &&
+                          host::isNeuromag(host::dipContentOfFile(host::textOf(file.path())));
+  return isNeuromag ? host::DipoleFormat::neuromag : byEnding;
+}
+
 }  // namespace
 
 void ImportOptions::addTo(CLI::App& command) {
   command
-      .add_option(
-          "FILE", m_names,
-          "CTF dipole files (.dip), 4D/MSI dipole tables (.txt), dipole sets (.dipset), tables that this "
-          "program wrote (.csv, .tsv, .json); - is standard input")
+      .add_option("FILE", m_names,
+                  "CTF or Neuromag/MNE dipole files (.dip, .bdip), 4D/MSI dipole tables (.txt), dipole sets "
+                  "(.dipset), "
+                  "tables that this program wrote (.csv, .tsv, .json); - is standard input")
       ->required()
       ->type_name("");
   addChoice(command, "--from", m_from, "Format of the files, whatever their names", formats());
@@ -105,9 +119,9 @@ std::vector<InputFile> ImportOptions::files() const {
   }
   std::vector<InputFile> files;
   for (const std::string& name : m_names) {
-    const auto byEnding = host::dipoleFormatOf(pathTextOf(name)).value_or(host::DipoleFormat::ctf);
-    files.push_back({name, m_from.empty() ? byEnding : formats().at(m_from), nullptr});
+    files.push_back({name, host::DipoleFormat::ctf, nullptr});
     copyStream(files.back());
+    files.back().format = m_from.empty() ? formatOf(files.back()) : formats().at(m_from);
   }
   return files;
 }
@@ -115,8 +129,8 @@ std::vector<InputFile> ImportOptions::files() const {
 std::vector<InputFile> ImportOptions::knownFiles() const {
   for (const std::string& name : m_names) {
     if (m_from.empty() && !host::dipoleFormatOf(pathTextOf(name))) {
-      throw std::runtime_error(name + ": the name tells no format; it ends in .dip (CTF), .txt (4D/MSI), " +
-                               ".dipset, .csv, .tsv or .json, or --from says what it is");
+      throw std::runtime_error(name + ": the name tells no format; it ends in .dip (CTF, Neuromag), .bdip, " +
+                               ".txt (4D/MSI), .dipset, .csv, .tsv or .json, or --from says what it is");
     }
   }
   return files();

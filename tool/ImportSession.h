@@ -1,6 +1,7 @@
 // One or more dipole files as one set: each imported by itself, their dipoles one after the other.
 #pragma once
 
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,7 +19,8 @@ struct ImportChoices {
   Answers answers = Answers::ask;
   host::Repairs repairs;
   std::set<host::FindingCode> accepted;
-  bool tellsFindings = true;  // on standard error
+  std::optional<host::Fiducials> points;  // of the head, for files in the Neuromag head frame
+  bool tellsFindings = true;              // on standard error
 
   // Whether the user knows: said so, or brought it about by an answer to the module's question.
   bool accepts(const host::Finding& finding) const {

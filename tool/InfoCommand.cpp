@@ -7,6 +7,7 @@
 #include "tool/Commands.h"
 #include "tool/FileInfo.h"
 #include "tool/FindingTexts.h"
+#include "tool/FrameOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/Output.h"
 #include "tool/Text.h"
@@ -196,12 +197,14 @@ class InfoCommand final : public Command {
 
  private:
   ImportOptions m_import;
+  FrameOptions m_frame;
   bool m_json = false;
 };
 
 InfoCommand::InfoCommand(CLI::App& program)
     : Command(program, "info", "Tell what each of the files holds", help) {
   m_import.addTo(options());
+  m_frame.addTo(options());
   options().add_flag("--json", m_json, "JSON: a list with one entry per file");
 }
 
@@ -209,8 +212,11 @@ int InfoCommand::run() const {
   int code = exitDone;
   std::string text;
   Json json = Json::array();
-  for (const InputFile& file : m_import.files()) {
-    const ImportSession session({file}, m_import.choices());
+  const std::vector<InputFile> files = m_import.files();
+  ImportChoices choices = m_import.choices();
+  choices.points = m_frame.pointsFor(files);
+  for (const InputFile& file : files) {
+    const ImportSession session({file}, choices);
     const FileInfo info(file.name, session);
     code = (std::max)(code, session.exitCode());
     json.push_back(jsonReport(info, session));

@@ -12,6 +12,7 @@
 #include "host/text/Numbers.h"
 #include "host/text/TextTable.h"
 #include "tool/Commands.h"
+#include "tool/FrameOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
 #include "tool/Output.h"
@@ -101,6 +102,7 @@ class ListCommand final : public Command {
 
  private:
   ImportOptions m_import;
+  FrameOptions m_frame;
   bool m_csv = false;
   bool m_json = false;
 };
@@ -108,12 +110,16 @@ class ListCommand final : public Command {
 ListCommand::ListCommand(CLI::App& program)
     : Command(program, "list", "List every dipole of the files, in order", help) {
   m_import.addTo(options());
+  m_frame.addTo(options());
   CLI::Option* csv = options().add_flag("--csv", m_csv, "Comma-separated values, units in the column names");
   options().add_flag("--json", m_json, "JSON")->excludes(csv);
 }
 
 int ListCommand::run() const {
-  const ImportSession session(m_import.files(), m_import.choices());
+  const std::vector<InputFile> files = m_import.files();
+  ImportChoices choices = m_import.choices();
+  choices.points = m_frame.pointsFor(files);
+  const ImportSession session(files, std::move(choices));
   if (m_json) {
     writeResult(documentOf(session, m_import.names()));
   } else {

@@ -16,11 +16,10 @@ namespace tool {
 namespace {
 
 const std::map<std::string, OutputFormat>& formats() {
-  static const std::map<std::string, OutputFormat> all = {{"dipset", OutputFormat::dipset},
-                                                          {"txt", OutputFormat::text},
-                                                          {"csv", OutputFormat::csv},
-                                                          {"tsv", OutputFormat::tsv},
-                                                          {"json", OutputFormat::json}};
+  static const std::map<std::string, OutputFormat> all = {
+      {"dipset", OutputFormat::dipset}, {"txt", OutputFormat::text},  {"csv", OutputFormat::csv},
+      {"tsv", OutputFormat::tsv},       {"json", OutputFormat::json}, {"neuromag", OutputFormat::neuromag},
+      {"bdip", OutputFormat::bdip},     {"ctf", OutputFormat::ctf}};
   return all;
 }
 
@@ -58,12 +57,15 @@ void OutputOptions::check() const {
 
 OutputFormat OutputOptions::format() const {
   const CString target = pathTextOf(m_target);
+  if (m_to.empty() && host::hasEnding(target, ".dip")) {
+    throw UsageError(m_target + ": a .dip is of Neuromag or of CTF; --to says which");
+  }
   const auto found = std::find_if(formats().begin(), formats().end(), [&](const auto& format) {
     return m_to.empty() ? host::hasEnding(target, "." + format.first) : m_to == format.first;
   });
   if (found == formats().end()) {
-    throw UsageError(m_target + ": the name tells no format; it ends in .dipset, .txt, .csv, .tsv or " +
-                     ".json, or --to says what to write");
+    throw UsageError(m_target + ": the name tells no format; it ends in .dipset, .txt, .csv, .tsv, " +
+                     ".json or .bdip, or --to says what to write");
   }
   return found->second;
 }

@@ -8,7 +8,7 @@
 
 namespace tool {
 
-enum class OutputFormat { dipset, text, csv, tsv, json };
+enum class OutputFormat { dipset, text, csv, tsv, json, neuromag, bdip, ctf };
 
 // Throws std::runtime_error when the file is there, and nobody forces it to go.
 void refuseToReplace(const std::string& target, bool isForced);

@@ -4,6 +4,7 @@
 
 #include "host/head/CornerGrid.h"
 #include "tool/Commands.h"
+#include "tool/FrameOptions.h"
 #include "tool/HeadOptions.h"
 #include "tool/HelpText.h"
 #include "tool/ImportOptions.h"
@@ -124,7 +125,9 @@ int RegisterCommand::run() const {
   if (format != OutputFormat::dipset && format != OutputFormat::json) {
     throw UsageError(m_output.target() + ": a registration is written as .dipset or .json");
   }
-  ImportSession session = importToWrite(m_import, m_output);
+  ImportSession session = importToWrite(m_import, m_output, [this](const auto& files) {
+    return needsPoints(files) ? m_head.givenPoints() : std::nullopt;
+  });
   CDipoleFace9File& set = session.collection();
   if (m_bySphere) {
     registerBySphere(set);

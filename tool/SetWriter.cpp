@@ -5,6 +5,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "host/exchange/ForeignFile.h"
 #include "host/exchange/SetFile.h"
 #include "host/exchange/SetJson.h"
 #include "host/exchange/SetTable.h"
@@ -36,12 +37,24 @@ void writeText(const OutputOptions& output, const std::string& text) {
   }
 }
 
+void writeForeign(const ImportSession& session, host::ForeignFormat format, const OutputOptions& output,
+                  const std::optional<host::Fiducials>& points) {
+  const host::ForeignFile file = host::foreignFile(format, session.collection(), session.unknown(), points);
+  for (const std::string& text : file.told) {
+    tell("warning: " + output.target() + ": " + text);
+  }
+  writeText(output, file.bytes);
+}
+
 }  // namespace
 
-ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output) {
+ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output,
+                            const PointsFor& pointsFor) {
   output.check();
   const std::vector<InputFile> files = input.knownFiles();
-  ImportSession session(files, input.choices());
+  ImportChoices choices = input.choices();
+  choices.points = pointsFor(files);
+  ImportSession session(files, std::move(choices));
   if (session.hasFailed()) {
     throw std::runtime_error(output.target() + " was not written: not every file arrived");
   }
@@ -63,7 +76,8 @@ Json documentOf(const ImportSession& session, const std::vector<std::string>& fi
                            {files, session.version(), session.patient(), session.isMomentInNAm()});
 }
 
-void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output) {
+void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output,
+              const std::function<std::optional<host::Fiducials>()>& points) {
   CDipoleFace9File& set = session.collection();
   const bool isInNAm = session.isMomentInNAm();
   const std::string loss = host::lossOf(session.unknown());
@@ -82,6 +96,12 @@ void writeSet(ImportSession& session, const std::vector<std::string>& files, con
       return writeText(output, host::tableOf(set, session.unknown(), isInNAm, '\t'));
     case OutputFormat::json:
       return writeJson(documentOf(session, files), output);
+    case OutputFormat::neuromag:
+      return writeForeign(session, host::ForeignFormat::neuromag, output, points());
+    case OutputFormat::ctf:
+      return writeForeign(session, host::ForeignFormat::ctf, output, {});
+    case OutputFormat::bdip:
+      return writeForeign(session, host::ForeignFormat::bdip, output, points());
   }
 }
 

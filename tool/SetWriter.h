@@ -1,6 +1,8 @@
 // Writes a dipole set as a file of any of the output formats.
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,7 +15,10 @@ namespace tool {
 
 // Imports what is to be written. Throws std::runtime_error when a name tells no format, before anything is
 // asked, when a file brought nothing, and as refuseWrong; otherwise as OutputOptions::check does.
-ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output);
+// `pointsFor` is asked for the fiducial points of the head, see ImportChoices.
+using PointsFor = std::function<std::optional<host::Fiducials>(const std::vector<InputFile>&)>;
+ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output,
+                            const PointsFor& pointsFor);
 
 // Throws std::runtime_error when something stands that is wrong and neither repaired nor accepted.
 void refuseWrong(const ImportSession& session, const OutputOptions& output);
@@ -24,7 +29,10 @@ Json documentOf(const ImportSession& session, const std::vector<std::string>& fi
 // .dipset and .txt are the module's own set file and text export; for the others see host/exchange/SetTable.h
 // and SetJson.h. The target is afterwards either the whole new file or what it was before, see
 // host/text/SafeFile.h. Throws std::runtime_error that names the target and the cause.
-void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output);
+// Files for other programs (host/exchange/ForeignFile.h) tell what they cannot hold; `points` gives the
+// fiducial points of the head for them.
+void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output,
+              const std::function<std::optional<host::Fiducials>()>& points);
 
 // A set file of version 20011118, in the same way.
 void writeOldSet(CDipoleFace9File& set, const OutputOptions& output);

@@ -6,6 +6,7 @@
 #include "host/dipoles/SortSet.h"
 #include "tool/Choice.h"
 #include "tool/Commands.h"
+#include "tool/FrameOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
 #include "tool/OutputOptions.h"
@@ -51,6 +52,7 @@ class SortCommand final : public Command {
 
  private:
   ImportOptions m_import;
+  FrameOptions m_frame;
   OutputOptions m_output;
   std::string m_key;
   bool m_isDescending = false;
@@ -59,15 +61,17 @@ class SortCommand final : public Command {
 SortCommand::SortCommand(CLI::App& program)
     : Command(program, "sort", "Write the dipoles of the files in the order of one value", help) {
   m_output.addTo(options(), m_import);
+  m_frame.addTo(options());
   addChoice(options(), "--by", m_key, "What to sort by", keys())->required();
   options().add_flag("--descending", m_isDescending, "The largest first");
 }
 
 int SortCommand::run() const {
-  ImportSession session = importToWrite(m_import, m_output);
+  ImportSession session =
+      importToWrite(m_import, m_output, [this](const auto& files) { return m_frame.pointsFor(files); });
   session.sort(chosen(keys(), m_key),
                m_isDescending ? host::SortOrder::descending : host::SortOrder::ascending);
-  writeSet(session, m_import.names(), m_output);
+  writeSet(session, m_import.names(), m_output, [this] { return m_frame.points(); });
   return exitDone;
 }
 

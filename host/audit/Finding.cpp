@@ -9,7 +9,7 @@ namespace host {
 
 namespace {
 
-constexpr std::array<FindingMeaning, 16> meanings = {{
+constexpr std::array<FindingMeaning, 21> meanings = {{
     {FindingCode::unit, "unit", "the file does not say whether its positions are cm or mm, or says mm"},
     {FindingCode::latencyUnit, "latency-unit",
      "latencies were taken in another unit than the file's, or the file does not say in which they are"},
@@ -30,6 +30,12 @@ constexpr std::array<FindingMeaning, 16> meanings = {{
     {FindingCode::outsideHead, "outside-head", "dipoles lie outside of the head"},
     {FindingCode::severalPatients, "several-patients", "the files name different patients"},
     {FindingCode::otherHead, "other-head", "the fiducial points are those of another head"},
+    {FindingCode::symmetricEars, "symmetric-ears",
+     "Neuromag positions were read without the head's fiducial points"},
+    {FindingCode::heading, "heading", "a Neuromag file does not name its columns or its coordinate system"},
+    {FindingCode::momentVector, "moment-vector", "a dipole's amplitude is not the length of its moment"},
+    {FindingCode::goodness, "goodness-of-fit", "a fit error was made of a goodness of fit"},
+    {FindingCode::leftOut, "left-out", "the file holds values that a set has no room for"},
 }};
 
 }  // namespace

@@ -32,7 +32,12 @@ enum class FindingCode {
   sections,
   outsideHead,
   severalPatients,
-  otherHead
+  otherHead,
+  symmetricEars,
+  heading,
+  momentVector,
+  goodness,
+  leftOut
 };
 
 struct FindingMeaning {

@@ -54,7 +54,8 @@ TableFault::TableFault(std::size_t line, std::size_t column, const std::string& 
     : std::runtime_error(what), m_line(line), m_column(column) {}
 
 std::runtime_error TableFault::of(const std::string& name) const {
-  return std::runtime_error(placeOf(name, m_line, m_column) + ": " + what());
+  const std::string place = placeOf(name, m_line, m_column);
+  return std::runtime_error((place.empty() ? "" : place + ": ") + what());
 }
 
 DelimitedRows::DelimitedRows(std::string_view text, char separator) : m_rest(text), m_separator(separator) {

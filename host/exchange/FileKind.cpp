@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "host/exchange/DipContent.h"
 #include "host/text/PathText.h"
 
 namespace host {
@@ -15,7 +16,8 @@ FileKind kindOf(const CString& path) {
 }
 
 std::optional<DipoleFormat> dipoleFormatOf(const CString& path) {
-  constexpr std::array<std::pair<const char*, DipoleFormat>, 6> endings{{{".dip", DipoleFormat::ctf},
+  constexpr std::array<std::pair<const char*, DipoleFormat>, 7> endings{{{".dip", DipoleFormat::ctf},
+                                                                         {".bdip", DipoleFormat::bdip},
                                                                          {".txt", DipoleFormat::msi},
                                                                          {".dipset", DipoleFormat::set},
                                                                          {".csv", DipoleFormat::csv},
@@ -27,6 +29,12 @@ std::optional<DipoleFormat> dipoleFormatOf(const CString& path) {
     }
   }
   return std::nullopt;
+}
+
+std::optional<DipoleFormat> dipoleFormatOfFile(const CString& path) {
+  const std::optional<DipoleFormat> byEnding = dipoleFormatOf(path);
+  return byEnding == DipoleFormat::ctf && isNeuromag(dipContentOfFile(path)) ? DipoleFormat::neuromag
+                                                                             : byEnding;
 }
 
 }  // namespace host

@@ -18,14 +18,27 @@ FileKind kindOf(const CString& path);
 
 // The files of dipoles that can be read.
 enum class DipoleFormat {
-  ctf,  // .dip
-  msi,  // .txt, tables of 4D/MSI software
-  set,  // .dipset
-  csv,  // tables of this program, see host/exchange/TableFile.h
+  ctf,       // .dip
+  neuromag,  // .dip too, see host/exchange/DipContent.h
+  bdip,      // .bdip, the same in binary
+  msi,       // .txt, tables of 4D/MSI software
+  set,       // .dipset
+  csv,       // tables of this program, see host/exchange/TableFile.h
   tsv,
   json
 };
 
+// Whether other programs write them, which do not number their dipoles.
+constexpr bool isForeign(DipoleFormat format) {
+  return format == DipoleFormat::ctf || format == DipoleFormat::msi || format == DipoleFormat::neuromag ||
+         format == DipoleFormat::bdip;
+}
+
+// By the ending alone: a .dip is CTF's.
 std::optional<DipoleFormat> dipoleFormatOf(const CString& path);
+
+// What a .dip is stands in it; other endings tell, whatever the file holds. A file that cannot be read counts
+// as one that holds nothing.
+std::optional<DipoleFormat> dipoleFormatOfFile(const CString& path);
 
 }  // namespace host

@@ -5,6 +5,10 @@
 #include <system_error>
 #include <utility>
 
+#include "host/exchange/DelimitedText.h"
+#include "host/exchange/DipContent.h"
+#include "host/exchange/NeuromagBinary.h"
+#include "host/exchange/NeuromagSet.h"
 #include "host/exchange/SetFile.h"
 #include "host/exchange/TableFile.h"
 #include "host/text/Failure.h"
@@ -89,8 +93,42 @@ bool isPattern(const CString& path) {
   return fileNameOf(path).FindOneOf(_T("*?")) >= 0;
 }
 
+// Why a .dip is not what its reader was told; empty when it may be.
+std::string whyOtherDip(DipoleFormat format, const CString& path) {
+  if (format == DipoleFormat::ctf) {
+    return isNeuromag(dipContentOfFile(path)) ? "it is a Neuromag (Xfit, MNE) file of dipoles, not one of CTF"
+                                              : "";
+  }
+  const bool isOfNeuromag = format == DipoleFormat::neuromag || format == DipoleFormat::bdip;
+  return isOfNeuromag && dipContentOfFile(path) == DipContent::ctf
+             ? "it is a CTF file of dipoles, not one of Neuromag"
+             : "";
+}
+
+std::string importNeuromagInto(ImportedFile& file, const CString& path,
+                               const std::optional<Fiducials>& points) {
+  const std::string bytes = textOfFile(pathOf(path), {});
+  try {
+    NeuromagImport import = importNeuromag(
+        file.format == DipoleFormat::bdip ? readNeuromagBinary(bytes) : readNeuromagText(bytes), file.name,
+        points);
+    file.set = std::move(import.set.dipoles);
+    file.unknown = std::move(import.set.unknown);
+    file.findings = std::move(import.findings);
+    return {};
+  } catch (const TableFault& fault) {
+    return fault.of({}).what();
+  }
+}
+
 // Gives the file its set, or says why there is none.
-std::string importInto(ImportedFile& file, const CString& path) {
+std::string importInto(ImportedFile& file, const CString& path, const std::optional<Fiducials>& points) {
+  if (std::string other = whyOtherDip(file.format, path); !other.empty()) {
+    return other;
+  }
+  if (file.format == DipoleFormat::neuromag || file.format == DipoleFormat::bdip) {
+    return importNeuromagInto(file, path, points);
+  }
   if (file.format == DipoleFormat::set) {
     file.set = readSet(path);
     return {};
@@ -113,9 +151,9 @@ std::string importInto(ImportedFile& file, const CString& path) {
   return {};
 }
 
-std::string failureOfImport(ImportedFile& file, const CString& path) {
+std::string failureOfImport(ImportedFile& file, const CString& path, const std::optional<Fiducials>& points) {
   try {
-    return importInto(file, path);
+    return importInto(file, path, points);
   } catch (const FileFailure& failure) {
     return failure.cause();
   } catch (const std::runtime_error& problem) {
@@ -154,7 +192,7 @@ void ImportedFile::repair(const Repairs& repairs) {
 }
 
 ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name,
-                        const Repairs& repairs) {
+                        const Repairs& repairs, const std::optional<Fiducials>& points) {
   const CurrentFolderKept folder;
   const ModuleMessages messages;
   ImportedFile file;
@@ -164,7 +202,7 @@ ImportedFile importFile(const CString& path, DipoleFormat format, const std::str
   const CString full = fullPath(path);
   file.failure = whyUnreadable(full);
   if (file.failure.empty()) {
-    file.failure = failureOfImport(file, full);
+    file.failure = failureOfImport(file, full, points);
   }
   if (!file.set) {
     file.set = std::make_unique<CDipoleFace9File>();

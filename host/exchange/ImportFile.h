@@ -14,6 +14,7 @@
 #include "host/exchange/FileKind.h"
 #include "host/exchange/ImportAudit.h"
 #include "host/exchange/ModuleMessages.h"
+#include "host/head/HeadFrame.h"
 #include "module/dipole.h"
 
 namespace host {
@@ -33,8 +34,8 @@ struct ImportedFile {
 
   std::optional<ImportSource> source;  // of a text file that was read
   UnknownValues unknown;               // by slot of `set`
-  std::vector<Finding> findings;  // what the audit says of a text file, as it is now; about slots of `set`
-  std::vector<std::string> repaired;  // UTF-8, a sentence for each thing that repairs changed
+  std::vector<Finding> findings;       // what audit or reader say of it, as it is now; about slots of `set`
+  std::vector<std::string> repaired;   // UTF-8, a sentence for each thing that repairs changed
 
   int dipoles() const;  // slots of the set may be empty
 
@@ -46,8 +47,9 @@ struct ImportedFile {
 // Reads a file by the format given, whatever its name, audits it and applies the remedies that are wanted.
 // The current folder stays. A file that cannot be opened is told once, by `failure`: the module does not
 // see it. Findings give the file's name as `name`, or as the path when that is empty. Throws what an
-// allocation throws, and std::runtime_error when memory ran out within the module.
+// allocation throws, and std::runtime_error when memory ran out within the module. `points`: of the head
+// whose dipoles they are, for formats whose head frame is another one; see host/exchange/NeuromagSet.h.
 ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name = {},
-                        const Repairs& repairs = {});
+                        const Repairs& repairs = {}, const std::optional<Fiducials>& points = {});
 
 }  // namespace host

@@ -113,7 +113,7 @@ void JoinedSet::add(ImportedFile file) {
     m_unknown.markAll(first + slot, file.unknown.of(slot));
   }
   cutAt(*file.set, count);
-  numberFrom(*file.set, isAudited(file.format) ? first : 0);
+  numberFrom(*file.set, isForeign(file.format) ? first : 0);
   if (std::optional<Finding> outside = findOutsideSphere(*file.set, 0, count, file.name)) {
     takeFinding(std::move(*outside), first);
   }

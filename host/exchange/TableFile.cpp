@@ -25,6 +25,8 @@ std::string causeNow() {
   return errno == 0 ? "it cannot be read" : std::generic_category().message(errno);
 }
 
+}  // namespace
+
 // Piece by piece: a device has no size, and may have no end.
 std::string textOfFile(const std::filesystem::path& path, const std::string& name) {
   errno = 0;
@@ -45,8 +47,6 @@ std::string textOfFile(const std::filesystem::path& path, const std::string& nam
   }
   return text;
 }
-
-}  // namespace
 
 std::optional<TableFormat> tableFormatOf(DipoleFormat format) {
   switch (format) {

@@ -18,6 +18,10 @@ enum class TableFormat { csv, tsv, json };
 // Nothing for files that are no tables.
 std::optional<TableFormat> tableFormatOf(DipoleFormat format);
 
+// All bytes of a file. Throws std::runtime_error, which names the file by `name` unless that is empty, when
+// it cannot be read or is larger than 256 MiB.
+std::string textOfFile(const std::filesystem::path& path, const std::string& name);
+
 TableSet readTableText(std::string_view text, TableFormat format, const std::string& name);
 
 // Throws std::runtime_error, which names the file by `name`, when it cannot be read, is larger than 256 MiB,

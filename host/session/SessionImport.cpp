@@ -57,12 +57,13 @@ Session::ImportResult Session::importAll(const std::vector<CString>& paths, cons
 
 void Session::importNext(const CString& path, JoinedSet& joined, std::vector<AuditedFile>& files,
                          ImportResult& result) {
-  const std::optional<DipoleFormat> format = dipoleFormatOf(path);
+  const std::optional<DipoleFormat> format = dipoleFormatOfFile(path);
   if (!format || *format == DipoleFormat::set) {
-    result.failed.push_back({path, "its name ends neither in .dip, .txt, .csv, .tsv nor .json"});
+    result.failed.push_back({path, "its name ends neither in .dip, .bdip, .txt, .csv, .tsv nor .json"});
     return;
   }
-  ImportedFile file = importFile(path, *format, utf8Of(fileNameOf(path)));
+  const std::optional<Fiducials> points = m_head.isPhantom ? std::nullopt : m_head.fiducials;
+  ImportedFile file = importFile(path, *format, utf8Of(fileNameOf(path)), {}, points);
   for (const ModuleMessage& message : file.messages) {
     if (!message.isQuestion && !message.text.starts_with("Total imported dipoles")) {
       result.told.push_back(utf8Of(fileNameOf(path)) + ": " + message.text);

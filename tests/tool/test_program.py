@@ -76,10 +76,7 @@ class Files(ToolTest):
         self.assertNotIn("Total imported", result.err)
 
     def test_files_of_other_programs_give_nothing_and_are_called_so(self):
-        neuromag = ("# CDipole fit\n# begin end X (mm) Y (mm) Z (mm) Q(nAm) Qx Qy Qz g(%)\n"
-                    " 100.0 100.0 -50.1 10.2 61.0 25.3 1.0 20.0 15.2 93.1\n")
-        contents = {"empty.dip": b"", "neuromag.dip": neuromag.encode(),
-                    "binary.dip": bytes(range(256)) * 4096, "zeros.dip": bytes(100000),
+        contents = {"empty.dip": b"", "binary.dip": bytes(range(256)) * 4096, "zeros.dip": bytes(100000),
                     "no_end.dip": b"Dipoles", "head_only.dip": b"File_Info\n{\nPATIENT: x\n}\n"}
         for name, data in contents.items():
             path = self.write(name, data)
@@ -87,6 +84,12 @@ class Files(ToolTest):
             self.assertIn("Total imported dipoles:0 (0-0)\n", result.err, name)
             self.assertIn("warning: %s: wrong (sections): The file has no section of dipoles" % path, result.err, name)
             self.assertEqual(result.out.count("\n"), 1, name)
+
+    def test_a_heading_without_units_is_refused_with_its_line(self):
+        path = self.write("neuromag.dip", "# begin end X (mm) Y (mm) Z (mm) Q(nAm) Qx Qy Qz g(%)\n"
+                                          " 100.0 100.0 -50.1 10.2 61.0 25.3 1.0 20.0 15.2 93.1\n")
+        self.assertEqual(self.end_with(1, "list", path).err,
+                         "dipole: warning: %s: line 1: the heading has no column qx/nam\n" % path)
 
     def test_one_wrong_file_among_good_ones_is_a_failure_although_the_rest_comes(self):
         path = self.write("other.dip", b"# not ours\n")

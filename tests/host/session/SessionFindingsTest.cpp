@@ -297,3 +297,28 @@ TEST_F(SessionFindings, PointsOfAnotherHeadAreWrongInTheMri) {
   m_session.usePhantom();
   EXPECT_EQ(outline(), Texts{"b.dip note no-fit 0"});
 }
+
+// Neuromag's positions take the fiducial points of the head that is open; without them the ears are a guess.
+TEST_F(SessionFindings, NeuromagPositionsAreCarriedByThePointsOfTheHead) {
+  const std::string text =
+      "# CoordinateSystem \"Head\"\n# begin end X/mm Y/mm Z/mm Q/nAm Qx/nAm Qy/nAm Qz/nAm g/%\n"
+      "1 1 10 20 30 5 3 4 0 90\n";
+  const auto hasGuess = [&] {
+    const auto findings = m_session.findings();
+    return std::any_of(findings.begin(), findings.end(), [](const host::StandingFinding& standing) {
+      return standing.finding.code == host::FindingCode::symmetricEars;
+    });
+  };
+  import("a.dip", text);
+  ASSERT_EQ(m_set->m_totalDipoles, 1);
+  EXPECT_EQ(m_set->m_dipoles[0]->m_location[0], -10.0);
+  EXPECT_TRUE(hasGuess());
+  m_session.undo();
+  m_folder.write("head.nii", mri());
+  m_folder.write("head.fiducials", "nasion 5 95 -20\nleft -75 -20 -40\nright 75 -5 -40\n");
+  m_session.openMri(m_folder.path("head.nii"));
+  import("a.dip", text);
+  ASSERT_EQ(m_set->m_totalDipoles, 1);
+  EXPECT_GT(std::abs(m_set->m_dipoles[0]->m_location[0] + 10.0), 1.0);
+  EXPECT_FALSE(hasGuess());
+}

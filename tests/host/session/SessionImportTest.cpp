@@ -133,7 +133,7 @@ TEST(SessionImport, FilesThatBringNothingAreNamedAndLeaveNothing) {
                      folder.write("header.txt", "Disk Media:\nMRI/CT Patient: Somebody\n"),
                      folder.write("empty.txt", "")};
   const Texts causes = {"gone.dip: " + reason(noSuchFile),
-                        "other.xls: its name ends neither in .dip, .txt, .csv, .tsv nor .json",
+                        "other.xls: its name ends neither in .dip, .bdip, .txt, .csv, .tsv nor .json",
                         "folder.dip: it is a folder, not a file",
                         "header.dip: it holds no dipoles",
                         "header.txt: it holds no dipoles",
