@@ -8,6 +8,9 @@ bool ValueLimits::pass(double value) const {
 }
 
 bool DipoleFilter::passes(const CDipoles& dipole, std::uint8_t unknown) const {
+  if (!isSet()) {
+    return true;
+  }
   const auto pass = [unknown](const ValueLimits& limits, double value, DipoleValue kind) {
     const bool isUnknown = (unknown & static_cast<std::uint8_t>(kind)) != 0;
     return isUnknown ? !limits.isSet() : limits.pass(value);

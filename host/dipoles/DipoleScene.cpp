@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 #include "host/head/Limits.h"
+#include "host/paint/Rounding.h"
 
 namespace host {
 
@@ -16,9 +18,15 @@ Vector3 vectorOf(const double (&values)[3]) {
   return {values[0], values[1], values[2]};
 }
 
+// The library's own is slow, and needed only where squares leave the range of numbers.
+double sizeOf(const Vector3& vector) {
+  const double square = dot(vector, vector);
+  return square > 1e-200 && square < 1e200 ? std::sqrt(square) : std::hypot(vector.x, vector.y, vector.z);
+}
+
 // The module's floats are bytes / 256.
 std::uint8_t byteOf(float part) {
-  return part > 0.0F ? static_cast<std::uint8_t>(std::lround((std::min)(part * 256.0F, 255.0F))) : 0;
+  return part > 0.0F ? roundedByte(static_cast<double>((std::min)(part * 256.0F, 255.0F))) : 0;
 }
 
 void addDipole(DipoleScene& scene, int slot, const CDipoleszq& dipole, const SceneChoice& choice) {
@@ -84,7 +92,7 @@ Vector3 placeOf(const CDipoles& dipole) {
 
 Vector3 arrowOf(const CDipoles& dipole) {
   const Vector3 orientation = vectorOf(dipole.m_orientation);
-  const double size = std::hypot(orientation.x, orientation.y, orientation.z);
+  const double size = sizeOf(orientation);
   const bool isDrawn =
       dipole.m_showOrientation != 0 && dipole.m_orientationLength > 0.0 && size > 0.0 && std::isfinite(size);
   if (!isDrawn) {
@@ -107,6 +115,7 @@ DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles) {
 
 DipoleScene sceneOf(const CDipoleFace3On3DView& dipoles, const SceneChoice& choice) {
   DipoleScene scene;
+  scene.dipoles.reserve(static_cast<std::size_t>((std::max)(dipoles.m_totalDipoles, 0)));
   for (int slot = 0; slot < dipoles.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = dipoles.m_dipoles[slot];
     if (dipole == nullptr) {

@@ -21,6 +21,8 @@ struct SceneDipole {
   Vector3 place;
   Rgb colour;
   Vector3 arrow;  // from the place to the tip; zero: no arrow
+
+  friend bool operator==(const SceneDipole&, const SceneDipole&) = default;
 };
 
 struct SceneFiducial {

@@ -1,18 +1,15 @@
 #include "host/paint/Image.h"
 
 #include <algorithm>
-#include <cmath>
 #include <stdexcept>
+
+#include "host/paint/Rounding.h"
 
 namespace host {
 
 namespace {
 
 constexpr int largestExtent = 32767;
-
-std::uint8_t mix(std::uint8_t under, std::uint8_t over, double coverage) {
-  return static_cast<std::uint8_t>(std::lround(under + (over - under) * coverage));
-}
 
 }  // namespace
 
@@ -29,8 +26,8 @@ void Image::blendPixel(int column, int row, Rgb colour, double coverage) {
   }
   const double part = std::clamp(coverage, 0.0, 1.0);
   Rgb& under = m_pixels[offset(column, row)];
-  under = {mix(under.red, colour.red, part), mix(under.green, colour.green, part),
-           mix(under.blue, colour.blue, part)};
+  under = {mixed(under.red, colour.red, part), mixed(under.green, colour.green, part),
+           mixed(under.blue, colour.blue, part)};
 }
 
 PixelBox Image::cut(const PixelBox& box) const {

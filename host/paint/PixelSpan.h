@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "host/paint/Rounding.h"
+
 namespace host {
 
 // A border whose slope is the same in all rows: the places x with slope * x + start >= 0 lie inside.
@@ -43,11 +45,6 @@ class PixelSpan {
   int end() const { return isEmpty() ? 0 : 1 - roundedUp(0.5 - m_to); }
 
  private:
-  // Quicker than the library's, which many processors call as a function.
-  static int roundedUp(double value) {
-    const int cut = static_cast<int>(value);
-    return cut < value ? cut + 1 : cut;
-  }
   bool isEmpty() const { return !(m_from <= m_to); }
 
   double m_from = 0.0;

@@ -23,6 +23,8 @@ std::string_view nameOf(Standpoint standpoint);
 struct ViewAngles {
   double yaw = 0.0;
   double pitch = 0.0;
+
+  friend bool operator==(const ViewAngles&, const ViewAngles&) = default;
 };
 
 // Front and back stand upright; top has the front of the head up, the patient's left on the left; bottom has
@@ -78,6 +80,9 @@ class SceneCamera {
   }
   // The head point at a place of the picture, in the plane of depth 0.
   Vector3 unproject(double column, double row) const;
+
+  // Of the same size, and every place is seen at the same place.
+  friend bool operator==(const SceneCamera&, const SceneCamera&) = default;
 
  private:
   int m_width;

@@ -5,6 +5,8 @@
 #include <numbers>
 #include <optional>
 
+#include "host/paint/Rounding.h"
+
 namespace host {
 
 namespace {
@@ -60,10 +62,8 @@ void stroke(Image& picture, const ScreenPoint& from, const ScreenPoint& to, cons
   const double across = b.column - a.column;
   const double down = b.row - a.row;
   const double square = across * across + down * down;
-  const auto first = [](double low) { return (std::max)(static_cast<int>(std::floor(low)), 0); };
-  const auto last = [](double high, int size) {
-    return (std::min)(static_cast<int>(std::floor(high)), size - 1);
-  };
+  const auto first = [](double low) { return (std::max)(roundedDown(low), 0); };
+  const auto last = [](double high, int size) { return (std::min)(roundedDown(high), size - 1); };
   const int lastRow = last((std::max)(a.row, b.row) + reach, picture.height());
   for (int row = first((std::min)(a.row, b.row) - reach); row <= lastRow; ++row) {
     // Where the row's height lies between the ends, the line leaves only few columns to look at.
@@ -81,7 +81,9 @@ void stroke(Image& picture, const ScreenPoint& from, const ScreenPoint& to, cons
       const double x = column + 0.5 - a.column;
       const double y = row + 0.5 - a.row;
       const double part = square > 0.0 ? std::clamp((x * across + y * down) / square, 0.0, 1.0) : 0.0;
-      const double cover = reach - std::hypot(x - part * across, y - part * down);
+      const double beside = x - part * across;
+      const double above = y - part * down;
+      const double cover = reach - std::sqrt(beside * beside + above * above);
       if (cover <= 0.0) {
         continue;
       }

@@ -142,15 +142,30 @@ class Drawing {
   std::string_view m_rest;
 };
 
-double distance(Point point, const Segment& segment) {
-  const double dx = segment.to.x - segment.from.x;
-  const double dy = segment.to.y - segment.from.y;
-  const double px = point.x - segment.from.x;
-  const double py = point.y - segment.from.y;
-  const double square = dx * dx + dy * dy;
-  const double along = square > 0.0 ? std::clamp((px * dx + py * dy) / square, 0.0, 1.0) : 0.0;
-  return std::hypot(px - along * dx, py - along * dy);
-}
+// How far places are from a segment.
+class Distance {
+ public:
+  explicit Distance(const Segment& segment)
+      : m_from(segment.from), m_dx(segment.to.x - segment.from.x), m_dy(segment.to.y - segment.from.y) {
+    const double square = m_dx * m_dx + m_dy * m_dy;
+    m_inverse = square > 0.0 ? 1.0 / square : 0.0;
+  }
+
+  double operator()(Point point) const {
+    const double px = point.x - m_from.x;
+    const double py = point.y - m_from.y;
+    const double along = std::clamp((px * m_dx + py * m_dy) * m_inverse, 0.0, 1.0);
+    const double besideX = px - along * m_dx;
+    const double besideY = py - along * m_dy;
+    return std::sqrt(besideX * besideX + besideY * besideY);
+  }
+
+ private:
+  Point m_from;
+  double m_dx;
+  double m_dy;
+  double m_inverse;
+};
 
 // How far each pixel of a line of text is covered by strokes: the most of any stroke, so that strokes which
 // meet do not darken each other.
@@ -167,9 +182,10 @@ class CoverageMap {
     const int right = bound((std::max)(segment.from.x, segment.to.x) + reach + 1, m_width);
     const int top = bound((std::min)(segment.from.y, segment.to.y) - reach, m_height);
     const int bottom = bound((std::max)(segment.from.y, segment.to.y) + reach + 1, m_height);
+    const Distance distance(segment);
     for (int row = top; row < bottom; ++row) {
       for (int column = left; column < right; ++column) {
-        const double away = distance({column + 0.5, row + 0.5}, segment);
+        const double away = distance({column + 0.5, row + 0.5});
         double& value = m_values[offset(column, row)];
         value = (std::max)(value, std::clamp(halfWidth + 0.5 - away, 0.0, 1.0));
       }

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "host/head/Limits.h"
+#include "host/paint/Rounding.h"
 
 namespace host {
 
@@ -52,8 +53,7 @@ PixelPoint PaneGrid::pixelAt(const Vector3& head) const {
   const ViewAxes axes = axesOf(m_view);
   const double across = (head[axes.column] + halfExtent()) / m_mmPerPixel;
   const double down = (halfExtent() - head[axes.row]) / m_mmPerPixel;
-  return {static_cast<int>(std::floor(across)) - m_origin.column,
-          static_cast<int>(std::floor(down)) - m_origin.row};
+  return {roundedDown(across) - m_origin.column, roundedDown(down) - m_origin.row};
 }
 
 bool PaneGrid::isInPane(const PixelPoint& pixel) const {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/paint/PictureText.h"
+#include "host/paint/Rounding.h"
 #include "host/paint/SceneLine.h"
 #include "host/picture/PictureMarks.h"
 #include "host/picture/ScenePainter.h"
@@ -43,8 +44,8 @@ void drawFineArrow(Image& image, const SliceArrow& arrow, double scale) {
 void drawThinArrow(Image& image, const SliceArrow& arrow) {
   const int steps = static_cast<int>(std::ceil((std::max)(std::abs(arrow.columns), std::abs(arrow.rows))));
   for (int step = 0; step <= steps; ++step) {
-    const int column = static_cast<int>(std::floor(arrow.from.column + 0.5 + arrow.columns * step / steps));
-    const int row = static_cast<int>(std::floor(arrow.from.row + 0.5 + arrow.rows * step / steps));
+    const int column = roundedDown(arrow.from.column + 0.5 + arrow.columns * step / steps);
+    const int row = roundedDown(arrow.from.row + 0.5 + arrow.rows * step / steps);
     if (column >= 0 && row >= 0 && column < image.width() && row < image.height()) {
       image.setPixel(column, row, arrow.colour);
     }

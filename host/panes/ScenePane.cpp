@@ -368,7 +368,7 @@ const Image& ScenePane::paint(const PaneContents& contents) {
   if (!m_depths || m_depths->width() != width || m_depths->height() != m_height) {
     m_depths.emplace(width, m_height, style.background);
   }
-  m_painter.paint(*m_depths, m_scene, m_planes, m_camera, style);
+  m_painter.paintKeeping(*m_depths, m_scene, m_planes, m_camera, style);
   Image scene = m_depths->image();
   drawOver(scene, contents, style);
   m_picture = withLegend(std::move(scene), legend);

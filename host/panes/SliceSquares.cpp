@@ -1,6 +1,9 @@
 #include "host/panes/SliceSquares.h"
 
-#include "host/head/Vector3.h"
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
 #include "host/paint/BitmapCanvas.h"
 #include "host/paint/PictureText.h"
 #include "host/picture/DisplayOverride.h"
@@ -9,8 +12,7 @@ namespace host {
 
 namespace {
 
-// Wider than any depth that a dipole can have: one slice holds them all.
-constexpr double endlessSpacing = 1e6;  // mm
+constexpr double endless = 1e6;  // mm, farther than any depth that a dipole can have
 constexpr int pixelsPerCell = 1;
 
 COLORREF colorRef(Rgb colour) {
@@ -23,69 +25,59 @@ Rgb edgeColour(Rgb colour) {
   return colour.red + colour.green + colour.blue < dark ? ink : edgeInk;
 }
 
-// The module's volume: the pane's grid in the plane, one slice along the third axis.
-void setVolume(CDipoleFace2On2DView& dipoles, const PaneGrid& grid) {
-  Vector3 spacing{grid.mmPerPixel(), grid.mmPerPixel(), grid.mmPerPixel()};
-  spacing[axesOf(grid.view()).slab] = endlessSpacing;
-  dipoles.setDimensionXYZ(grid.cells(), grid.cells(), grid.cells());
-  dipoles.setSpaceXYZ(spacing.x, spacing.y, spacing.z);
+PixelBox boxAround(const PixelPoint& at, int size) {
+  const int left = at.column - pixelsBefore(size);
+  const int top = at.row - pixelsBefore(size);
+  return {left, top, left + size, top + size};
 }
 
-// Every dipole that is switched on; on axial slices by the module's rule only those from the origin up.
-void drawWholeSet(CDipoleFace2On2DView& dipoles, CDC& dc, const PaneGrid& grid) {
-  const int slice = grid.cells() / 2;
-  switch (grid.view()) {
-    case View::axial:
-      dipoles.drawDipoleAxial(&dc, slice, pixelsPerCell);
-      return;
-    case View::coronal:
-      dipoles.drawDipoleCoronal(&dc, slice, pixelsPerCell);
-      return;
-    case View::sagittal:
-      dipoles.drawDipoleSagittal(&dc, slice, pixelsPerCell);
-      return;
+// Which pixels of a picture are covered.
+class Cover {
+ public:
+  explicit Cover(const Image& image) : m_width(image.width()), m_height(image.height()) {
+    m_pixels.resize(image.pixels().size());
   }
-}
 
-// The same square for one dipole, wherever it lies.
-void drawOne(CDipoleszq& dipole, CDC& dc, const PaneGrid& grid) {
+  // False when the box was covered already, all that lies inside of the picture.
+  bool add(const PixelBox& box) {
+    const int left = std::clamp(box.left, 0, m_width);
+    const int right = std::clamp(box.right, left, m_width);
+    bool isNew = false;
+    for (int row = (std::max)(box.top, 0); row < (std::min)(box.bottom, m_height); ++row) {
+      const auto first = m_pixels.begin() + static_cast<std::ptrdiff_t>(row) * m_width + left;
+      const auto end = first + (right - left);
+      isNew = isNew || std::find(first, end, open) != end;
+      std::fill(first, end, covered);
+    }
+    return isNew;
+  }
+
+ private:
+  static constexpr std::uint8_t open = 0;
+  static constexpr std::uint8_t covered = 1;
+
+  int m_width;
+  int m_height;
+  std::vector<std::uint8_t> m_pixels;
+};
+
+// By the module, as it draws on one slice that holds all depths: the rule of its axial slices, which shows
+// nothing below the origin, does not count.
+void drawSquare(CDipoleszq& dipole, CDC& dc, const PaneGrid& grid, int size, Rgb colour) {
   const double mm = grid.mmPerPixel();
   const double half = grid.halfExtent();
+  const DisplayOverride display(dipole, size, colorRef(colour));
   dipole.setDimensionXYZ(grid.cells(), grid.cells(), grid.cells());
   switch (grid.view()) {
     case View::axial:
-      dipole.drawDipoleAxial(&dc, -endlessSpacing, endlessSpacing, pixelsPerCell, half, mm, half, mm);
+      dipole.drawDipoleAxial(&dc, -endless, endless, pixelsPerCell, half, mm, half, mm);
       return;
     case View::coronal:
-      dipole.drawDipoleCoronal(&dc, -endlessSpacing, endlessSpacing, pixelsPerCell, half, mm, half, mm);
+      dipole.drawDipoleCoronal(&dc, -endless, endless, pixelsPerCell, half, mm, half, mm);
       return;
     case View::sagittal:
-      dipole.drawDipoleSagittal(&dc, -endlessSpacing, endlessSpacing, pixelsPerCell, half, mm, half, mm);
+      dipole.drawDipoleSagittal(&dc, -endless, endless, pixelsPerCell, half, mm, half, mm);
       return;
-  }
-}
-
-// The squares of the dipoles that are switched on, centred on their pixels.
-void drawSwitchedOn(CDipoleFace9File& dipoles, CDC& dc, const PaneGrid& grid,
-                    const std::vector<SliceSquare>& squares, int size) {
-  // The module hangs a square to the right of and below its pixel.
-  const int shift = pixelsBefore(size);
-  dc.SetViewportOrg(-grid.origin().column - shift, -grid.origin().row - shift);
-  drawWholeSet(dipoles, dc, grid);
-  CDipoleszq* current = nullptr;
-  for (const SliceSquare& square : squares) {
-    CDipoleszq& dipole = *dipoles.m_dipoles[square.slot];
-    // The module's rule withholds what lies below the origin; a host must not lose it.
-    if (grid.view() == View::axial && dipole.m_location[1] < 0.0) {
-      drawOne(dipole, dc, grid);
-    }
-    if (square.slot == dipoles.m_currentDipole) {
-      current = &dipole;
-    }
-  }
-  // Nothing covers the current one.
-  if (current != nullptr) {
-    drawOne(*current, dc, grid);
   }
 }
 
@@ -96,16 +88,36 @@ void drawSquares(Image& image, CDipoleFace9File& dipoles, const PaneGrid& grid,
   if (squares.empty()) {
     return;
   }
+  const auto current = std::find_if(squares.begin(), squares.end(), [&](const SliceSquare& square) {
+    return square.slot == dipoles.m_currentDipole;
+  });
+  // In the order of the slots, but nothing covers the current one.
+  std::vector<const SliceSquare*> order;
+  order.reserve(squares.size() + 1);
+  for (const SliceSquare& square : squares) {
+    order.push_back(&square);
+  }
+  if (current != squares.end()) {
+    order.push_back(&*current);
+  }
+  // No edge covers a square.
+  for (const SliceSquare* square : order) {
+    image.fill(boxAround(square->at, size + 2 * edge), edgeColour(square->colour));
+  }
+  // In a full set most squares lie below others: the module need not draw what would not be seen.
+  Cover cover(image);
+  for (auto square = order.rbegin(); square != order.rend(); ++square) {
+    if (!cover.add(boxAround((*square)->at, size))) {
+      *square = nullptr;
+    }
+  }
   BitmapCanvas canvas(image);
-  {
-    DisplayOverride display(dipoles);
-    setVolume(dipoles, grid);
-    for (const int around : {edge, 0}) {
-      const int side = size + 2 * around;
-      for (const SliceSquare& square : squares) {
-        display.show(square.slot, side, colorRef(around > 0 ? edgeColour(square.colour) : square.colour));
-      }
-      drawSwitchedOn(dipoles, canvas.dc(), grid, squares, side);
+  // The module hangs a square to the right of and below its pixel.
+  canvas.dc().SetViewportOrg(-grid.origin().column - pixelsBefore(size),
+                             -grid.origin().row - pixelsBefore(size));
+  for (const SliceSquare* square : order) {
+    if (square != nullptr) {
+      drawSquare(*dipoles.m_dipoles[square->slot], canvas.dc(), grid, size, square->colour);
     }
   }
   canvas.copyTo(image);

@@ -1,11 +1,10 @@
-// Lets a host draw dipoles with other sizes and colours than they have, and only some of them: what the
-// module's drawing reads and writes is as before when the object goes, bit by bit.
+// Lets a host draw a dipole with another size and colour than it has: what the module's drawing reads and
+// writes of it is as before when the object goes, bit by bit.
 #pragma once
 
 #include <afxwin.h>
 
 #include <array>
-#include <vector>
 
 #include "module/dipole.h"
 
@@ -13,29 +12,19 @@ namespace host {
 
 class DisplayOverride {
  public:
-  // Switches every dipole of the set off on slices. The set must not change otherwise while the object
-  // lives.
-  explicit DisplayOverride(CDipoleFace2On2DView& set);
+  // Switches the dipole on for slices, with a square of that many pixels. It must not change otherwise while
+  // the object lives, but for the volume's dimensions.
+  DisplayOverride(CDipoleszq& dipole, int size, COLORREF colour);
   ~DisplayOverride();
   DisplayOverride(const DisplayOverride&) = delete;
   DisplayOverride& operator=(const DisplayOverride&) = delete;
 
-  // Switches the dipole of a filled slot on, with a square of that many pixels.
-  void show(int slot, int size, COLORREF colour);
-
  private:
-  struct Kept {
-    CDipoleszq* dipole;
-    int display;
-    double size;
-    COLORREF colour;
-    std::array<int, 3> dimensions;
-  };
-
-  CDipoleFace2On2DView& m_set;
-  std::array<int, 3> m_dimension;
-  std::array<double, 3> m_space;
-  std::vector<Kept> m_kept;
+  CDipoleszq& m_dipole;
+  int m_display;
+  double m_size;
+  COLORREF m_colour;
+  std::array<int, 3> m_dimensions;
 };
 
 }  // namespace host

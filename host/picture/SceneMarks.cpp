@@ -58,8 +58,10 @@ bool isHidden(const ScreenPoint& at, const DipoleScene& scene, const std::vector
               const SceneCamera& camera, const SceneStyle& style) {
   const auto covers = [&](const Vector3& centre, double radius) {
     const ScreenPoint ball = camera.project(centre);
-    const double mm = std::hypot(ball.column - at.column, ball.row - at.row) / camera.scale();
-    return mm < radius && ball.depth - std::sqrt(radius * radius - mm * mm) < at.depth;
+    const double right = (ball.column - at.column) / camera.scale();
+    const double down = (ball.row - at.row) / camera.scale();
+    const double square = radius * radius - right * right - down * down;
+    return square > 0.0 && ball.depth - std::sqrt(square) < at.depth;
   };
   const double radius = ballRadiusIn(camera, style);
   return std::any_of(

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <limits>
 #include <numbers>
+#include <utility>
 
+#include "host/paint/Rounding.h"
 #include "host/paint/SceneLine.h"
 #include "host/paint/SolidShapes.h"
 
@@ -18,14 +20,10 @@ constexpr Rgb sphereColour{120, 150, 190};
 // many.
 constexpr std::size_t firstSummary = 512;
 
-std::uint8_t mix(std::uint8_t one, std::uint8_t other, double part) {
-  return static_cast<std::uint8_t>(std::lround(one + (other - one) * part));
-}
-
 Rgb faded(Rgb colour, double depth, const SceneStyle& style) {
   const double part = style.fade * std::clamp(0.5 + 0.5 * depth / style.fadeReach, 0.0, 1.0);
-  return {mix(colour.red, style.background.red, part), mix(colour.green, style.background.green, part),
-          mix(colour.blue, style.background.blue, part)};
+  return {mixed(colour.red, style.background.red, part), mixed(colour.green, style.background.green, part),
+          mixed(colour.blue, style.background.blue, part)};
 }
 
 constexpr double endless = std::numeric_limits<double>::infinity();
@@ -159,32 +157,69 @@ void ScenePainter::laySlicesOver(DepthPicture& picture, const std::vector<SliceP
       const Rgb behind = colours[column];
       const bool isDipole = depths[column] < std::numeric_limits<float>::infinity();
       const double part = style.seeThrough;
-      colours[column] = isDipole ? Rgb{mix(slice.red, behind.red, part), mix(slice.green, behind.green, part),
-                                       mix(slice.blue, behind.blue, part)}
-                                 : slice;
+      colours[column] = isDipole
+                            ? Rgb{mixed(slice.red, behind.red, part), mixed(slice.green, behind.green, part),
+                                  mixed(slice.blue, behind.blue, part)}
+                            : slice;
       depths[column] = sliceDepths[column];
     }
   }
 }
 
-void ScenePainter::paint(DepthPicture& picture, const DipoleScene& scene,
-                         const std::vector<SlicePlane>& planes, const SceneCamera& camera,
-                         const SceneStyle& style) {
-  const bool isSeenThrough = style.seeThrough > 0.0 && !planes.empty();
-  picture.clear(style.background);
-  if (!isSeenThrough) {
-    for (const SlicePlane& plane : planes) {
-      plane.draw(picture, camera);
-    }
-  }
-  drawDipoles(picture, scene, camera, style);
-  if (isSeenThrough) {
+// Slices that are seen through, fiducials, sphere.
+void ScenePainter::drawOver(DepthPicture& picture, const DipoleScene& scene,
+                            const std::vector<SlicePlane>& planes, const SceneCamera& camera,
+                            const SceneStyle& style) {
+  if (style.seeThrough > 0.0 && !planes.empty()) {
     laySlicesOver(picture, planes, camera, style);
   }
   drawFiducials(picture, camera, scene, style);
   if (style.showSphere && scene.sphere) {
     drawSphere(picture, camera, *scene.sphere, style.lineWidth);
   }
+}
+
+void ScenePainter::paint(DepthPicture& picture, const DipoleScene& scene,
+                         const std::vector<SlicePlane>& planes, const SceneCamera& camera,
+                         const SceneStyle& style) {
+  picture.clear(style.background);
+  if (!(style.seeThrough > 0.0)) {
+    for (const SlicePlane& plane : planes) {
+      plane.draw(picture, camera);
+    }
+  }
+  drawDipoles(picture, scene, camera, style);
+  drawOver(picture, scene, planes, camera, style);
+}
+
+const DepthPicture& ScenePainter::keptDipoles(const DipoleScene& scene, const SceneCamera& camera,
+                                              const SceneStyle& style) {
+  DipolesKey wanted{std::move(m_spare), camera, style};
+  wanted.dipoles = scene.dipoles;
+  if (m_dipoles && m_dipolesKey == wanted) {
+    m_spare = std::move(wanted.dipoles);
+    return *m_dipoles;
+  }
+  m_dipolesKey.reset();  // what fails on the way leaves nothing that counts as whole
+  if (!m_dipoles || m_dipoles->width() != camera.width() || m_dipoles->height() != camera.height()) {
+    m_dipoles.emplace(camera.width(), camera.height(), style.background);
+  } else {
+    m_dipoles->clear(style.background);
+  }
+  drawDipoles(*m_dipoles, scene, camera, style);
+  m_dipolesKey = std::move(wanted);
+  return *m_dipoles;
+}
+
+void ScenePainter::paintKeeping(DepthPicture& picture, const DipoleScene& scene,
+                                const std::vector<SlicePlane>& planes, const SceneCamera& camera,
+                                const SceneStyle& style) {
+  if (!(style.seeThrough > 0.0) && !planes.empty()) {
+    paint(picture, scene, planes, camera, style);
+    return;
+  }
+  picture = keptDipoles(scene, camera, style);
+  drawOver(picture, scene, planes, camera, style);
 }
 
 int pickDipole(const DipoleScene& scene, const std::vector<SlicePlane>& planes, const SceneCamera& camera,

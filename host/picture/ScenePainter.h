@@ -23,6 +23,8 @@ struct SceneStyle {
   // How much of the dipoles' colour shows through a slice before them, 0 to 1. Above 0 dipoles behind slices
   // can be picked too.
   double seeThrough = 0.0;
+
+  friend bool operator==(const SceneStyle&, const SceneStyle&) = default;
 };
 
 constexpr double fiducialRadius = 3.5;  // mm, of their circles
@@ -41,8 +43,20 @@ class ScenePainter {
   // Clears the picture and draws. The camera must be of the picture's size.
   void paint(DepthPicture& picture, const DipoleScene& scene, const std::vector<SlicePlane>& planes,
              const SceneCamera& camera, const SceneStyle& style);
+  // The same picture. The painted dipoles are kept, and painted anew only when anything that they hang on has
+  // changed; they need the memory of a second picture. With slices that are not seen through none are kept.
+  void paintKeeping(DepthPicture& picture, const DipoleScene& scene, const std::vector<SlicePlane>& planes,
+                    const SceneCamera& camera, const SceneStyle& style);
 
  private:
+  // All that the painted dipoles hang on; the picture's size is the camera's.
+  struct DipolesKey {
+    std::vector<SceneDipole> dipoles;
+    SceneCamera camera;
+    SceneStyle style;
+
+    friend bool operator==(const DipolesKey&, const DipolesKey&) = default;
+  };
   struct Placed {
     const SceneDipole* dipole;
     ScreenPoint at;
@@ -50,12 +64,19 @@ class ScenePainter {
   void place(const DipoleScene& scene, const SceneCamera& camera);
   void drawDipoles(DepthPicture& picture, const DipoleScene& scene, const SceneCamera& camera,
                    const SceneStyle& style);
+  const DepthPicture& keptDipoles(const DipoleScene& scene, const SceneCamera& camera,
+                                  const SceneStyle& style);
+  void drawOver(DepthPicture& picture, const DipoleScene& scene, const std::vector<SlicePlane>& planes,
+                const SceneCamera& camera, const SceneStyle& style);
   void laySlicesOver(DepthPicture& picture, const std::vector<SlicePlane>& planes, const SceneCamera& camera,
                      const SceneStyle& style);
 
   // Kept from picture to picture for their memory.
   std::vector<Placed> m_placed;
   std::optional<DepthPicture> m_slices;
+  std::optional<DepthPicture> m_dipoles;
+  std::optional<DipolesKey> m_dipolesKey;  // of m_dipoles; none: there is nothing whole in it
+  std::vector<SceneDipole> m_spare;        // memory for the next key
 };
 
 // The slot of the dipole whose ball the pixel shows when nothing but balls and slices is drawn: the nearest
