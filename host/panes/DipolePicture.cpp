@@ -76,7 +76,7 @@ Image besideLegend(Image panes, const PaneContents& contents) {
       scaledPixels(16.0, contents.scale));
 }
 
-void addNotes(PageTexts& texts, const PaneContents& contents) {
+void addNotes(PageTexts& texts, const PaneContents& contents, bool hasRings) {
   const DipoleArrows arrows(contents.dipoles, contents.settings.arrowsByMoment, contents.settings.unknown);
   if (arrows.strongest() > 0.0) {
     texts.notes.push_back({"Arrows are as long as their moments are large; the longest is one of " +
@@ -84,7 +84,7 @@ void addNotes(PageTexts& texts, const PaneContents& contents) {
                                (contents.dipoles.m_momentInNAm != 0 ? " nAm." : "."),
                            quietInk});
   }
-  if (!headFiducials(contents).empty()) {
+  if (hasRings) {
     texts.notes.push_back({"Rings N, L, R: nasion, left and right ear.", quietInk});
   }
 }
@@ -155,31 +155,35 @@ DipolePicture slicesPicture(const PaneContents& contents, const std::vector<Slic
   checkPixel(mmPerPixel);
   const ViewSettings settings = settingsOf(contents);
   PaneContents own = forPage(contents, settings);
-  const auto paneFor = [&](const SliceRequest& slice) {
+  const auto goTo = [&](const SliceRequest& slice) {
     own.crosshair = {};
     own.crosshair[axesOf(slice.view).slab] = slice.position;
-    SlicePane pane(slice.view);
-    pane.showWhole(own, mmPerPixel);
-    return pane;
   };
+  std::vector<SlicePane> panes;
   double pixels = 0.0;
   for (const SliceRow& row : rows) {
     for (const SliceRequest& slice : row.slices) {
-      pixels += paneFor(slice).pixels();
+      goTo(slice);
+      panes.emplace_back(slice.view).showWhole(own, mmPerPixel);
+      pixels += panes.back().pixels();
+      checkSize(pixels);
     }
   }
-  checkSize(pixels);
+  auto next = panes.begin();
   DipolePicture made;
   std::vector<std::vector<Image>> grid;
   bool isRadiological = false;
+  bool hasRings = false;
   for (const SliceRow& row : rows) {
     std::vector<Image> pictures;
     int height = 0;
     const std::size_t first = made.panes.size();
     for (const SliceRequest& slice : row.slices) {
-      SlicePane pane = paneFor(slice);
+      goTo(slice);
+      SlicePane pane = std::move(*next++);  // it goes with what it keeps, one after the other
       pictures.push_back(pane.paint(own));
       made.panes.push_back(pane.texts());
+      hasRings = hasRings || pane.hasFiducialRings();
       height = (std::max)(height, pictures.back().height());
       isRadiological = isRadiological || slice.view != View::sagittal;
     }
@@ -199,7 +203,7 @@ DipolePicture slicesPicture(const PaneContents& contents, const std::vector<Slic
     texts.notes.push_back({radiologicalNote, quietInk});
   }
   texts.notes.push_back({headFrameNote, quietInk});
-  addNotes(texts, contents);
+  addNotes(texts, contents, hasRings);
   made.image =
       pageOf(besideLegend(gridOf(grid, scaledPixels(20.0, contents.scale)), contents), texts, contents.scale);
   return made;
@@ -226,7 +230,7 @@ DipolePicture scenePicture(const PaneContents& contents, const ViewAngles& angle
     texts.notes.push_back({places + ".", quietInk});
   }
   texts.notes.push_back({"The letters at the edges are the patient's sides.", quietInk});
-  addNotes(texts, contents);
+  addNotes(texts, contents, !headFiducials(contents).empty());
   const Image panel = panelOf(picture, pane.texts(), picture.height(), contents.scale);
   made.image = pageOf(besideLegend(panel, contents), texts, contents.scale);
   return made;

@@ -129,15 +129,18 @@ void SlicePane::drawFiducials(const PaneContents& contents) {
   const int slab = axesOf(m_view).slab;
   const double reach = (std::max)(toleranceOf(contents), leastReach);
   const auto drawEach = [&](const std::vector<SceneFiducial>& points, const auto& draw) {
+    bool isDrawn = false;
     for (const SceneFiducial& point : points) {
       if (std::abs(point.place[slab] - position()) <= reach) {
         if (const std::optional<PixelPoint> at = pixelOf(point.place)) {
           draw(m_picture, *at, point.letter, contents.scale);
+          isDrawn = true;
         }
       }
     }
+    return isDrawn;
   };
-  drawEach(headFiducials(contents), drawFiducialRing);
+  m_hasRings = drawEach(headFiducials(contents), drawFiducialRing);
   drawEach(placedFiducials(contents), drawFiducialCross);
 }
 

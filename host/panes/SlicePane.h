@@ -64,6 +64,7 @@ class SlicePane {
   double mmPerPixel() const { return m_grid.mmPerPixel(); }
   const SliceAccount& account() const { return m_account; }
   const PaneTexts& texts() const { return m_texts; }
+  bool hasFiducialRings() const { return m_hasRings; }  // of the points that the head is registered by
 
  private:
   void fitTo(const PaneContents& contents);
@@ -93,6 +94,7 @@ class SlicePane {
   std::vector<SliceSquare> m_drawn;
   int m_glyph = 1;  // pixels
   SliceAccount m_account;
+  bool m_hasRings = false;
   PaneTexts m_texts;
 };
 

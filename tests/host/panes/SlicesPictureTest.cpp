@@ -47,6 +47,16 @@ TEST_F(SlicesPicture, ShowsThePatientsLeftUnderTheLetterL) {
   }
 }
 
+TEST_F(SlicesPicture, TellsWhatRingsAreOnlyWhereThereAreAny) {
+  const auto heightAt = [&](double x, int fiducials) {
+    dipoles->setShowFiducialPt(fiducials);
+    return slices({{View::sagittal, x}}).image.height();
+  };
+  const double leftEar = head.frame.fromScanner(head.fiducials->leftEar).x;
+  EXPECT_GT(heightAt(leftEar, 1), heightAt(leftEar, 0));
+  EXPECT_EQ(heightAt(leftEar - 30.0, 1), heightAt(leftEar - 30.0, 0));
+}
+
 TEST_F(SlicesPicture, ShowsTheFrontAtTheTopOfAxialViewsAndOnTheRightOfSagittalOnes) {
   const Image axial = through(View::axial, {10, 12, aside});
   EXPECT_LT(std::abs(letterPlace(axial, 'A').row - dipoleIn(axial).row),
