@@ -8,12 +8,16 @@
 
 namespace host {
 
-// How many of this screen's pixels one of 96 dots per inch is.
+// How many of this screen's pixels one of 96 dots per inch is. Asked of the system once: it tells a program
+// like this one the same as long as it runs, and never that it has changed (see viewer.manifest).
 inline double screenScale() {
-  const HDC screen = ::GetDC(nullptr);
-  const int dotsPerInch = ::GetDeviceCaps(screen, LOGPIXELSX);
-  ::ReleaseDC(nullptr, screen);
-  return dotsPerInch / 96.0;
+  static const double scale = [] {
+    const HDC screen = ::GetDC(nullptr);
+    const int dotsPerInch = ::GetDeviceCaps(screen, LOGPIXELSX);
+    ::ReleaseDC(nullptr, screen);
+    return dotsPerInch / 96.0;
+  }();
+  return scale;
 }
 
 // `pixels` are those of 96 dots per inch.
