@@ -13,6 +13,7 @@
 #include <memory>
 #include <vector>
 
+#include "host/panes/PicturePage.h"
 #include "host/session/Session.h"
 #include "host/viewer/FindingsWindow.h"
 #include "host/viewer/PaneOwner.h"
@@ -53,7 +54,8 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   WarningBar& warningBar() { return m_warningBar; }
   PaneWindow& pane(int number) { return *m_panes[static_cast<std::size_t>(number)]; }
   CString statusText(int part) const;
-  Image currentPicture();  // what the panes show, with what a reader of the picture must know
+  Image currentPicture();    // what the panes show, with what a reader of the picture must know,
+  PageTexts pictureTexts();  // which is this
 
   static constexpr int paneCount = 4;  // axial, coronal, sagittal, 3D
   enum StatusPart { pointerPart, crosshairPart, dipolePart, countPart, statusParts };

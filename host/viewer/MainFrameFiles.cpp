@@ -4,16 +4,12 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "host/dipoles/HeaderText.h"
 #include "host/exchange/FileKind.h"
-#include "host/paint/PngFile.h"
-#include "host/panes/PicturePage.h"
 #include "host/text/PathText.h"
 #include "host/text/Utf8.h"
 #include "host/viewer/MainFrame.h"
 #include "host/viewer/ProgressWindow.h"
 #include "host/viewer/RecentMenu.h"
-#include "host/viewer/ScreenScale.h"
 
 namespace host {
 
@@ -310,29 +306,6 @@ void MainFrame::OnExportText() {
 void MainFrame::OnExportCsv() {
   exportTo(_T("csv"), _T("Tables (*.csv; *.tsv; *.json)|*.csv;*.tsv;*.json|All files (*.*)|*.*||"),
            &Session::exportTable);
-}
-
-Image MainFrame::currentPicture() {
-  PageTexts texts;
-  texts.patientId = patientOf(*m_dipoles);
-  const CString& path = m_session->setPath();
-  texts.files = {m_session->head().name, path.IsEmpty() ? std::string() : utf8Of(fileNameOf(path))};
-  texts.settings = {utf8Of(statusText(dipolePart)), utf8Of(statusText(countPart))};
-  texts.wrong = wrongTexts(m_session->shownFindings());
-  return fourPanes(pane(0).picture(), pane(1).picture(), pane(2).picture(), pane(3).picture(), texts,
-                   screenScale());
-}
-
-void MainFrame::OnSavePicture() {
-  const CString path = askForName(false, _T("png"), _T("PNG pictures (*.png)|*.png|All files (*.*)|*.*||"));
-  if (path.IsEmpty()) {
-    return;
-  }
-  try {
-    writePng(currentPicture(), path);
-  } catch (const std::exception& problem) {
-    tell(problem);
-  }
 }
 
 void MainFrame::OnRecent(UINT id) {

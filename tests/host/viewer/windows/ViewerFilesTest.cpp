@@ -244,6 +244,20 @@ TEST_F(ViewerFiles, TextCsvAndPictureAreWritten) {
   EXPECT_EQ(m_folder.read("out.csv").rfind("number", 0), 0U);
 }
 
+TEST_F(ViewerFiles, PictureTellsByWhichChoiceDipolesAreOnIt) {
+  importExample("spikes.dip");
+  m_user.session().view().filter.fitError.most = 10.0;
+  m_user.session().view().toleranceMm = 4.0;
+  const auto settings = [&] { return m_user.frame().pictureTexts().settings; };
+  const std::vector<std::string> told = settings();
+  ASSERT_EQ(told.size(), 4U);
+  EXPECT_EQ(told[0], "fit error at most 10 %");
+  EXPECT_EQ(told[1], "dipoles within 4.0 mm of the slices");
+  m_user.session().view().filter = {};
+  m_user.session().view().toleranceMm.reset();
+  EXPECT_EQ(settings().front(), "dipoles at any distance from the slices");
+}
+
 TEST_F(ViewerFiles, PictureIntoAMissingFolderIsTold) {
   m_operator.answerFilesUtf8({m_folder.pathUtf8("missing/out.png")});
   m_user.choose(ID_FILE_SAVE_PICTURE);
