@@ -48,6 +48,11 @@ Drawn drawnWhere(const host::Image& image, const Test& test) {
   return drawn;
 }
 
+// How many pixels of a box have not the colour of the ground.
+inline int changed(const host::Image& image, host::Rgb ground, const host::PixelBox& box) {
+  return drawnWhere(image.cropped(box), [&](const host::Rgb& pixel) { return pixel != ground; }).pixels;
+}
+
 // The colours of the tests' dipoles, lit and faded; no mark, fiducial or gloss has them.
 inline bool isReddish(const host::Rgb& pixel) {
   return pixel.red > 60 && pixel.red > 4 * pixel.green && pixel.red > 4 * pixel.blue;

@@ -7,15 +7,9 @@
 
 using host::Image;
 using host::PaneTexts;
-using host::PixelBox;
 using host::Rgb;
 
 namespace {
-
-int changed(const Image& image, Rgb ground, const PixelBox& box) {
-  const Image part = image.cropped(box);
-  return drawnWhere(part, [&](const Rgb& pixel) { return pixel != ground; }).pixels;
-}
 
 constexpr Rgb bright{240, 240, 240};
 constexpr Rgb black{0, 0, 0};

@@ -6,16 +6,10 @@
 #include "tests/host/paint/SceneShapes.h"
 
 using host::Image;
-using host::PixelBox;
 using host::Rgb;
 using host::View;
 
 namespace {
-
-int changed(const Image& image, Rgb ground, const PixelBox& box) {
-  const Image part = image.cropped(box);
-  return drawnWhere(part, [&](const Rgb& pixel) { return pixel != ground; }).pixels;
-}
 
 int darkPixels(const Image& image) {
   return drawnWhere(image, [](const Rgb& pixel) { return pixel.red < 40; }).pixels;

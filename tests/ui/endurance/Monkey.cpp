@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <gtest/gtest.h>
-#include <numeric>
 
-#include "tests/platform/windows/HandleCount.h"
 #include "ui/resource.h"
 
 namespace {
@@ -15,13 +13,9 @@ constexpr int patience = 1000;           // dipoles; with more of them the monke
 constexpr long long storesOfTheSystem = 200LL * 1024;  // bytes that the system may take once
 constexpr long long leftByAnAction = 50;               // bytes: Wine's labels leave 24 each, for good
 
-bool hasFailed() {
-  return testing::UnitTest::GetInstance()->Failed();
-}
-
 }  // namespace
 
-const Monkey::Action Monkey::actions[] = {
+const MonkeyAction<Monkey> Monkey::actions[] = {
     {"click", 160, &Monkey::clickRow},
     {"double click", 20, &Monkey::doubleClickRow},
     {"right click", 10, &Monkey::rightClickRow},
@@ -61,10 +55,6 @@ const Monkey::Action Monkey::actions[] = {
     {"drop copy", 6, &Monkey::dropCopy},
 };
 
-const int Monkey::totalWeight =
-    std::accumulate(std::begin(actions), std::end(actions), 0,
-                    [](int sum, const Action& action) { return sum + action.weight; });
-
 Monkey::Monkey(unsigned seed, std::string examples) : m_chance(seed), m_examples(std::move(examples)) {
   ::SetCursorPos(1, 1);  // nothing is to happen because it lies over something
   makeSet(10);
@@ -72,28 +62,14 @@ Monkey::Monkey(unsigned seed, std::string examples) : m_chance(seed), m_examples
 
 Monkey::~Monkey() = default;
 
-const Monkey::Action& Monkey::choose() {
-  if (m_host.face->m_totalDipoles > patience && m_chance.oneIn(12)) {
-    makeSet(10);
-  }
-  int left = m_chance.below(totalWeight);
-  const Action* action = actions;
-  while (left >= action->weight) {
-    left -= action->weight;
-    ++action;
-  }
-  return *action;
-}
-
 bool Monkey::run(int count) {
   const int betweenCounts = std::clamp(count / 4, 1, mostBetweenCounts);
   for (int i = 1; i <= count && !hasFailed(); ++i) {
-    const Action& action = choose();
-    const ULONGLONG start = ::GetTickCount64();
-    (this->*action.act)();
-    Effort& effort = m_done[action.name];
-    ++effort.times;
-    effort.milliseconds += ::GetTickCount64() - start;
+    if (m_host.face->m_totalDipoles > patience && m_chance.oneIn(12)) {
+      makeSet(10);
+    }
+    const MonkeyAction<Monkey>& action = anyAction(actions, m_chance);
+    m_done.act(*this, action);
     expectWhole(*m_host.face);
     if (m_copy) {
       expectWhole(*m_copy);
@@ -105,9 +81,7 @@ bool Monkey::run(int count) {
       countUse(i);
     }
   }
-  for (const auto& [name, effort] : m_done) {
-    std::printf("%6d x %s, %llu ms\n", effort.times, name.c_str(), effort.milliseconds);
-  }
+  m_done.print();
   return !hasFailed();
 }
 
@@ -120,17 +94,14 @@ void Monkey::countUse(int done) {
   m_host.face->dipoleEdit(&m_host.window);
   m_host.face->setDipoleCoordinate(&m_host.window);
   pump();
-  const Use now = {windowHandles(), gdiHandles(), heapUse()};
-  std::printf("%6d actions, %5d sets: %d windows, %d drawing handles, %lld blocks of %lld bytes\n", done,
-              m_setsMade, now.windows, now.drawing, now.heap.blocks, now.heap.bytes);
-  std::fflush(stdout);
+  const MonkeyUse now;
+  now.print(std::to_string(done) + " actions, " + std::to_string(m_setsMade) + " sets");
   if (!m_use) {
-    m_use = std::make_unique<Use>(now);
+    m_use = std::make_unique<MonkeyUse>(now);
     return;
   }
   EXPECT_EQ(now.windows, m_use->windows);
-  EXPECT_LE(now.drawing, m_use->drawing + 10);  // the system makes some when they are first needed
-  EXPECT_LE(now.heap.bytes, m_use->heap.bytes + storesOfTheSystem + leftByAnAction * done);
+  now.expectNoMoreThan(*m_use, storesOfTheSystem + leftByAnAction * done);
 }
 
 bool Monkey::isListOpen() const {

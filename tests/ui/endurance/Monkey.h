@@ -5,13 +5,11 @@
 // real dialog. The run ends with the first thing that is not as it must be.
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 
 #include "tests/support/TempFolder.h"
-#include "tests/ui/endurance/Chance.h"
-#include "tests/ui/endurance/MemoryCount.h"
+#include "tests/ui/endurance/MonkeyWork.h"
 #include "tests/ui/endurance/ReadyOperator.h"
 #include "tests/ui/endurance/SetModel.h"
 #include "tests/ui/windows/Host.h"
@@ -26,24 +24,8 @@ class Monkey {
   bool run(int count);
 
  private:
-  struct Action {
-    const char* name;
-    int weight;
-    void (Monkey::*act)();
-  };
-  struct Use {
-    int windows;
-    int drawing;
-    HeapUse heap;
-  };
-  struct Effort {
-    int times = 0;
-    ULONGLONG milliseconds = 0;
-  };
-  static const Action actions[];
-  static const int totalWeight;
+  static const MonkeyAction<Monkey> actions[];
 
-  const Action& choose();
   void countUse(int done);
 
   // On the list and the manager.
@@ -110,6 +92,6 @@ class Monkey {
   std::unique_ptr<CDipoleFacezq> m_copy;
   int m_copyTotal = 0;
   int m_setsMade = 0;
-  std::unique_ptr<Use> m_use;
-  std::map<std::string, Effort> m_done;
+  std::unique_ptr<MonkeyUse> m_use;
+  Efforts m_done;
 };

@@ -4,12 +4,10 @@
 #include <cmath>
 #include <cstdio>
 #include <gtest/gtest.h>
-#include <numeric>
 #include <utility>
 
 #include "host/dipoles/DipoleVisibility.h"
 #include "platform/Utf.h"
-#include "tests/platform/windows/HandleCount.h"
 #include "tests/platform/windows/Robot.h"
 #include "ui/resource.h"
 
@@ -24,13 +22,9 @@ constexpr double reach = 300.0;                         // mm, of the crosshair
 constexpr int standardWidth = 1280;
 constexpr int standardHeight = 940;
 
-bool hasFailed() {
-  return testing::UnitTest::GetInstance()->Failed();
-}
-
 }  // namespace
 
-const ViewerMonkey::Action ViewerMonkey::actions[] = {
+const MonkeyAction<ViewerMonkey> ViewerMonkey::actions[] = {
     {"click in a pane", 60, &ViewerMonkey::clickPane},
     {"drag in a pane", 40, &ViewerMonkey::dragPane},
     {"drag with the right button", 25, &ViewerMonkey::dragGreyOrZoom},
@@ -78,10 +72,6 @@ const ViewerMonkey::Action ViewerMonkey::actions[] = {
     {"wait", 5, &ViewerMonkey::waitQuiet},
 };
 
-const int ViewerMonkey::totalWeight =
-    std::accumulate(std::begin(actions), std::end(actions), 0,
-                    [](int sum, const Action& action) { return sum + action.weight; });
-
 ViewerMonkey::ViewerMonkey(unsigned seed, std::string examples, std::string head)
     : m_chance(seed),
       m_examples(std::move(examples)),
@@ -94,27 +84,13 @@ ViewerMonkey::ViewerMonkey(unsigned seed, std::string examples, std::string head
 
 ViewerMonkey::~ViewerMonkey() = default;
 
-const ViewerMonkey::Action& ViewerMonkey::choose() {
-  int left = m_chance.below(totalWeight);
-  const Action* action = actions;
-  while (left >= action->weight) {
-    left -= action->weight;
-    ++action;
-  }
-  return *action;
-}
-
 void ViewerMonkey::runAction(int number) {
   if (m_user->dipoles().m_totalDipoles > patience && m_chance.oneIn(12)) {
     newSet();
   }
-  const Action& action = choose();
-  const ULONGLONG start = ::GetTickCount64();
+  const MonkeyAction<ViewerMonkey>& action = anyAction(actions, m_chance);
   m_operator.files.clear();
-  (this->*action.act)();
-  Effort& effort = m_done[action.name];
-  ++effort.times;
-  effort.milliseconds += ::GetTickCount64() - start;
+  m_done.act(*this, action);
   checkViewer();
   if (hasFailed()) {
     std::printf("action %d, \"%s\", on %d dipoles\n", number, action.name,
@@ -133,20 +109,14 @@ bool ViewerMonkey::run(int count, int minutes) {
       if (done / inBlock % blocksOfAViewer == 0) {
         m_user.reset();
         pump();
-        compareUse(useNow(), *m_firstClosed, "closed", done);
+        compareUse(MonkeyUse(), *m_firstClosed, "closed", done);
         m_user = std::make_unique<ViewerUser>();
       }
     }
   }
-  for (const auto& [name, effort] : m_done) {
-    std::printf("%6d x %s, %llu ms\n", effort.times, name.c_str(), effort.milliseconds);
-  }
+  m_done.print();
   std::printf("%d actions, %d messages answered\n", done, m_operator.messages);
   return !hasFailed();
-}
-
-ViewerMonkey::Use ViewerMonkey::useNow() {
-  return {windowHandles(), gdiHandles(), heapUse()};
 }
 
 // With one small set, its manager, its editors and its coordinates open. The first counts are what the others
@@ -157,22 +127,19 @@ void ViewerMonkey::endBlock(int done) {
   if (m_firstOpen == nullptr) {
     m_user.reset();
     pump();
-    m_firstClosed = std::make_unique<Use>(useNow());
+    m_firstClosed = std::make_unique<MonkeyUse>();
     compareUse(*m_firstClosed, *m_firstClosed, "closed", done);
     m_user = std::make_unique<ViewerUser>();
     toStandard();
-    m_firstOpen = std::make_unique<Use>(useNow());
+    m_firstOpen = std::make_unique<MonkeyUse>();
   }
-  compareUse(useNow(), *m_firstOpen, "open", done);
+  compareUse(MonkeyUse(), *m_firstOpen, "open", done);
 }
 
-void ViewerMonkey::compareUse(const Use& now, Use& first, const char* when, int done) {
-  std::printf("%6d actions, viewer %s: %d windows, %d drawing handles, %lld blocks of %lld bytes, %zu kB\n",
-              done, when, now.windows, now.drawing, now.heap.blocks, now.heap.bytes, privateBytes() / 1024);
-  std::fflush(stdout);
-  EXPECT_LE(now.windows, first.windows);
-  EXPECT_LE(now.drawing, first.drawing + 10);  // the system makes some when they are first needed
-  EXPECT_LE(now.heap.bytes, first.heap.bytes + storesOfTheSystem + leftByAnAction * done);
+void ViewerMonkey::compareUse(const MonkeyUse& now, const MonkeyUse& first, const char* when, int done) {
+  now.print(std::to_string(done) + " actions, viewer " + when + ", " + std::to_string(privateBytes() / 1024) +
+            " kB");
+  now.expectNoMoreThan(first, storesOfTheSystem + leftByAnAction * done);
 }
 
 void ViewerMonkey::toStandard() {

@@ -5,7 +5,6 @@
 // The run ends with the first thing that is not as it must be. The same seed is the same user.
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,8 +12,7 @@
 #include "tests/host/viewer/endurance/HastyOperator.h"
 #include "tests/host/viewer/windows/ViewerUser.h"
 #include "tests/support/TempFolder.h"
-#include "tests/ui/endurance/Chance.h"
-#include "tests/ui/endurance/MemoryCount.h"
+#include "tests/ui/endurance/MonkeyWork.h"
 
 class ViewerMonkey {
  public:
@@ -28,28 +26,11 @@ class ViewerMonkey {
   bool run(int count, int minutes);
 
  private:
-  struct Action {
-    const char* name;
-    int weight;
-    void (ViewerMonkey::*act)();
-  };
-  struct Use {
-    int windows;
-    int drawing;
-    HeapUse heap;
-  };
-  struct Effort {
-    int times = 0;
-    ULONGLONG milliseconds = 0;
-  };
-  static const Action actions[];
-  static const int totalWeight;
+  static const MonkeyAction<ViewerMonkey> actions[];
 
   void runAction(int number);
-  const Action& choose();
   void endBlock(int done);
-  Use useNow();
-  void compareUse(const Use& now, Use& first, const char* when, int done);
+  static void compareUse(const MonkeyUse& now, const MonkeyUse& first, const char* when, int done);
   void checkViewer();
   void checkCounts();
   void checkManager();
@@ -127,7 +108,7 @@ class ViewerMonkey {
   TempFolder m_folder;
   HastyOperator m_operator;
   std::unique_ptr<ViewerUser> m_user;
-  std::unique_ptr<Use> m_firstOpen;    // with one small set and all windows open
-  std::unique_ptr<Use> m_firstClosed;  // without a viewer
-  std::map<std::string, Effort> m_done;
+  std::unique_ptr<MonkeyUse> m_firstOpen;    // with one small set and all windows open
+  std::unique_ptr<MonkeyUse> m_firstClosed;  // without a viewer
+  Efforts m_done;
 };
