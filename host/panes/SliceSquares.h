@@ -22,8 +22,8 @@ constexpr int pixelsBefore(int size) {
 }
 
 // Over the picture of a pane with that grid: squares of `size` pixels, centred on their pixels, with a border
-// of `edge` pixels that is seen over anything. The current dipole is over all others. Members of the
-// dipoles change while this lasts and are as before afterwards. Throws std::runtime_error when the drawing surface
+// of `edge` pixels that is seen over anything. The current dipole is over all others. Members of the dipoles
+// change while this lasts and are as before afterwards. Throws std::runtime_error when the drawing surface
 // cannot be had.
 void drawSquares(Image& image, CDipoleFace9File& dipoles, const PaneGrid& grid,
                  const std::vector<SliceSquare>& squares, int size, int edge);

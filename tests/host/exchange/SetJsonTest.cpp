@@ -111,7 +111,7 @@ TEST(SetJson, BadDocumentsNameLineAndColumnAndWhatIsWrong) {
             "a.json, line 1, column 11: the only frame that is known is \"head: x left, y up, z front\"");
   EXPECT_EQ(problemOf("{\"patient\": 3, \"dipoles\": []}"),
             "a.json, line 1, column 13: \"patient\" is a text, or null");
-  for (const std::string& key : {"patient", "version", "frame", "moment_unit"}) {
+  for (const std::string key : {"patient", "version", "frame", "moment_unit"}) {
     EXPECT_EQ(
         problemOf("{\"" + key + "\": [1], \"dipoles\": []}"),
         "a.json, line 1, column " + std::to_string(key.size() + 6) + ": \"" + key + "\" is a text, or null");
