@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <map>
 #include <memory>
-#include <set>
 #include <utility>
 
 #include "host/audit/CtfSectionAudit.h"
@@ -47,7 +45,6 @@ void CtfAudit::run() {
   if (slots.size() == come) {
     const CtfFollowers followers(m_reading, slots);
     lookAtDipoles(followers, slots);
-    lookAtForeign(slots);
     lookAtFlags(followers, slots);
     lookAtFits(followers, slots);
   } else {
@@ -55,6 +52,7 @@ void CtfAudit::run() {
                counted(slots.size(), "dipole") + " should have come of this file, but " +
                    std::to_string(come) + " did.");
   }
+  countMissing();
   lookAtLostRows();
   lookAtProblems();
   lookAtReplaced();
@@ -93,6 +91,7 @@ void CtfAudit::lookAtDipoles(const CtfFollowers& followers, const std::vector<in
   std::map<int, CtfSectionAudit> sections;
   CtfSectionAudit* current = nullptr;
   int open = -1;
+  Gathered foreign;
   for (std::size_t local = 0; local < slots.size(); ++local) {
     const CtfRow& row = m_reading.rows[static_cast<std::size_t>(slots[local])];
     if (row.section != open) {
@@ -100,19 +99,12 @@ void CtfAudit::lookAtDipoles(const CtfFollowers& followers, const std::vector<in
       current = &sections.try_emplace(open, m_pass, m_encoding, m_reading, open).first->second;
     }
     current->look(local, row, followers);
-  }
-  for (auto& [section, audit] : sections) {
-    audit.finish();
-  }
-}
-
-void CtfAudit::lookAtForeign(const std::vector<int>& slots) {
-  Gathered foreign;
-  for (std::size_t local = 0; local < slots.size(); ++local) {
-    const CtfRow& row = m_reading.rows[static_cast<std::size_t>(slots[local])];
     if (row.isForeign) {
       foreign.add(m_pass.slotOf(local), row.line);
     }
+  }
+  for (auto& [section, audit] : sections) {
+    audit.finish();
   }
   const std::string who = counted(foreign.slots.size(), "dipole");
   m_pass.add(FindingCode::sections, Severity::wrong, {}, std::move(foreign),
@@ -120,24 +112,25 @@ void CtfAudit::lookAtForeign(const std::vector<int>& slots) {
              {});
 }
 
-void CtfAudit::lookAtLostRows() {
-  struct Lost {
-    int line = 0;
-    std::size_t count = 0;
-  };
-  std::map<std::pair<int, RowFate>, Lost> all;
+void CtfAudit::countMissing() {
   for (const CtfRow& row : m_reading.rows) {
-    if (!causeOf(row.fate).empty()) {
-      Lost& lost = all[{row.section, row.fate}];
-      lost.line = lost.count++ == 0 ? row.line : lost.line;
+    if (row.fate != RowFate::arrived) {
+      Missing& missing = m_missing[{row.section, row.fate}];
+      missing.line = missing.count++ == 0 ? row.line : missing.line;
     }
   }
-  for (const auto& [key, lost] : all) {
+}
+
+void CtfAudit::lookAtLostRows() {
+  for (const auto& [key, missing] : m_missing) {
     const auto& [section, fate] = key;
-    std::string sentence = counted(lost.count, "row") + " of dipoles did not come: ";
-    sentence.append(causeOf(fate)).append(".");
-    sayProblem(FindingCode::lostRows, Severity::wrong, lost.line,
-               m_reading.sections[static_cast<std::size_t>(section)].name, std::move(sentence));
+    const std::string_view cause = causeOf(fate);
+    if (!cause.empty()) {
+      std::string sentence = counted(missing.count, "row") + " of dipoles did not come: ";
+      sentence.append(cause).append(".");
+      sayProblem(FindingCode::lostRows, Severity::wrong, missing.line,
+                 m_reading.sections[static_cast<std::size_t>(section)].name, std::move(sentence));
+    }
   }
 }
 
@@ -181,21 +174,21 @@ void CtfAudit::lookAtProblems() {
 
 // Moving dipoles that are accepted take the place of all dipoles before them.
 void CtfAudit::lookAtReplaced() {
-  std::set<int> replaced;
+  std::vector<int> replaced;  // sections
   std::size_t rows = 0;
-  for (const CtfRow& row : m_reading.rows) {
-    if (row.fate == RowFate::replaced) {
-      replaced.insert(row.section);
-      ++rows;
+  for (const auto& [key, missing] : m_missing) {
+    if (key.second == RowFate::replaced) {
+      replaced.push_back(key.first);
+      rows += missing.count;
     }
   }
-  if (rows == 0) {
+  if (replaced.empty()) {
     return;
   }
   const bool hasMoving = std::any_of(replaced.begin(), replaced.end(), [this](int section) {
     return m_reading.sections[static_cast<std::size_t>(section)].kind == CtfKind::moving;
   });
-  const CtfSection& first = m_reading.sections[static_cast<std::size_t>(*replaced.begin())];
+  const CtfSection& first = m_reading.sections[static_cast<std::size_t>(replaced.front())];
   Finding finding{FindingCode::sections,
                   hasMoving ? Severity::wrong : Severity::doubtful,
                   {},

@@ -1,8 +1,11 @@
 // The audit of a CTF dipole file, see FileAudit.h.
 #pragma once
 
+#include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/audit/AuditPass.h"
@@ -22,7 +25,7 @@ class CtfAudit {
   std::vector<LateDipole> unreadDipoles() const;
   void insertUnread();
   void lookAtDipoles(const CtfFollowers& followers, const std::vector<int>& slots);
-  void lookAtForeign(const std::vector<int>& slots);
+  void countMissing();
   void lookAtLostRows();
   void lookAtProblems();
   void lookAtReplaced();
@@ -44,9 +47,15 @@ class CtfAudit {
   void lookAtFiducials();
   void lookAtUnread();
 
+  struct Missing {
+    int line = 0;  // of the first one
+    std::size_t count = 0;
+  };
+
   AuditPass& m_pass;
   const TextEncoding& m_encoding;
   CtfReading m_reading;
+  std::map<std::pair<int, RowFate>, Missing> m_missing;  // the rows that did not arrive, by section and why
   std::vector<int> m_unreadLeft;  // sections lost by the encoding of which something is not in place
 };
 

@@ -68,7 +68,7 @@ void CtfAudit::lookAtHead() {
 
 void CtfAudit::lookAtHeader(const CtfHeaderLine& line, const CString& key, CString CDipoleFace::*member,
                             std::string_view what) {
-  if (line.line == 0 || (line.isRead && isAscii(line.text))) {
+  if (line.line == 0 || (line.isRead && TextBytes(line.text).areAscii)) {
     return;
   }
   const CString meant = valueOf(m_encoding.asMeant(line.text), key);

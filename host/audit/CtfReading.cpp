@@ -23,7 +23,8 @@ CtfReading::CtfReading(const ImportedText& file, const TextEncoding& encoding) {
   constexpr std::size_t usualRow = 60;  // bytes
   rows.reserve(encoding.text().size() / usualRow);
   slots.reserve(rows.capacity());
-  TextLines lines(encoding.text());
+  repairedSlots.reserve(rows.capacity());
+  TextLines lines(encoding);
   CtfWalk walk(*this, file, encoding);
   for (TextLine line; lines.next(line);) {
     walk.take(line);

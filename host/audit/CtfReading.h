@@ -13,6 +13,7 @@
 #include "host/audit/FileAudit.h"
 #include "host/audit/Heading.h"
 #include "host/audit/RowFields.h"
+#include "host/audit/RowScan.h"
 #include "host/audit/TextLines.h"
 
 namespace host {

@@ -62,6 +62,10 @@ void CtfSectionAudit::look(std::size_t local, const CtfRow& row, const CtfFollow
       (isUsual(row) && placeOf(*dipole) == scaledPlace(row.place, importFactor(row)))) {
     return;
   }
+  lookClosely(local, row, followers);
+}
+
+void CtfSectionAudit::lookClosely(std::size_t local, const CtfRow& row, const CtfFollowers& followers) {
   const RowFields fields(row.fields);
   const std::optional<Told> told = read(row, fields);
   if (!told) {

@@ -40,6 +40,7 @@ class CtfSectionAudit {
   };
 
   bool isUsual(const CtfRow& row) const;
+  void lookClosely(std::size_t local, const CtfRow& row, const CtfFollowers& followers);
   std::optional<Told> read(const CtfRow& row, const RowFields& fields) const;
   bool isAligned(int fields) const;
   bool hasUnnamedColumns(const RowFields& fields) const;

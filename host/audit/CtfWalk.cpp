@@ -267,7 +267,7 @@ void CtfWalk::takeHeading(const TextLine& line) {
 }
 
 void CtfWalk::takeRow(const TextLine& line, const NumberedRow& numbered, const RowFields& fields) {
-  CtfRow row;
+  CtfRow& row = m_reading.rows.emplace_back();
   row.fields = numbered.rest;
   row.line = line.number;
   row.number = numbered.number;
@@ -286,8 +286,8 @@ void CtfWalk::takeRow(const TextLine& line, const NumberedRow& numbered, const R
     place(row);
   }
   // What stands behind a swallowed name are rows of something else: only those that came are of interest.
-  if (!m_isForeign || row.fate == RowFate::arrived) {
-    m_reading.rows.push_back(row);
+  if (m_isForeign && row.fate != RowFate::arrived) {
+    m_reading.rows.pop_back();
   }
 }
 
@@ -327,7 +327,7 @@ bool CtfWalk::isDeclined(const CtfRow& row) {
 }
 
 void CtfWalk::place(CtfRow& row) {
-  const auto index = static_cast<int>(m_reading.rows.size());
+  const auto index = static_cast<int>(m_reading.rows.size()) - 1;
   const std::size_t room = static_cast<std::size_t>((std::max)(DipoleTable::capacity - m_file.firstSlot, 0));
   if (!section().isRead) {
     row.fate = RowFate::unread;

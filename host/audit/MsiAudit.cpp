@@ -102,9 +102,12 @@ void MsiAudit::look(std::size_t local, const MsiRow& row) {
     return;
   }
   const bool isPlain = m_isSimple && row.isPlain && row.fate == MsiFate::arrived;
-  if (isPlain && placeOf(*dipole) == scaledPlace(row.place, importFactor)) {
-    return;
+  if (!isPlain || placeOf(*dipole) != scaledPlace(row.place, importFactor)) {
+    lookClosely(local, row);
   }
+}
+
+void MsiAudit::lookClosely(std::size_t local, const MsiRow& row) {
   const std::optional<Told> told = read(row);
   if (!told) {
     (m_reading.hasOtherColumns && !m_reading.isAligned(row) ? m_openColumns : m_noNumbers)

@@ -32,6 +32,7 @@ class MsiAudit {
   std::vector<LateDipole> refusedDipoles() const;
   void insertRows();
   void look(std::size_t local, const MsiRow& row);
+  void lookClosely(std::size_t local, const MsiRow& row);
   void lookAtPlace(std::size_t local, const MsiRow& row, const Told& told);
   void lookAtValues(std::size_t local, const MsiRow& row, const Told& told);
   void lookAtLabel(std::size_t local, const MsiRow& row, const Told& told);

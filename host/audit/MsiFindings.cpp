@@ -123,7 +123,7 @@ void MsiAudit::lookAtTable() {
 
 void MsiAudit::lookAtHeader(const MsiHeaderLine& line, const CString& key, CString CDipoleFace::*member,
                             std::string_view what) {
-  if (line.line == 0 || (isAscii(line.text) && !m_encoding.isUtf16())) {
+  if (line.line == 0 || (TextBytes(line.text).areAscii && !m_encoding.isUtf16())) {
     return;
   }
   CString meant = m_encoding.asMeant(line.text);

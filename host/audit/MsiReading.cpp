@@ -119,17 +119,18 @@ class MsiReading::Walk {
       m_reading.heading.takeUnits(line.text);
     }
     m_isBehindHeading = m_isBehindHeading && fields.count() == 0;
-    MsiRow row;
+    MsiRow& row = m_reading.rows.emplace_back();
     row.text = line.text;
     row.line = line.number;
     const bool isTaken = arrives(row, fields);
     if (!isTaken && !looksLikeRow(fields)) {
+      m_reading.rows.pop_back();
       return;
     }
     if (!m_isFitted) {
       fitHeading(RowFields(line.text).count());
     }
-    row.goodness = fields.number(m_reading.places[C::goodness]).value_or(0.0F);
+    row.goodness = fields.numberOrZero(m_reading.places[C::goodness]);
     const bool isSeen = m_reading.hasTable && !m_encoding.isUtf16();
     row.isReadable = !(isTaken && isSeen) && m_reading.isAligned(row) && isReadable(RowFields(line.text));
     row.fate = !isSeen           ? MsiFate::hidden
@@ -138,7 +139,6 @@ class MsiReading::Walk {
                : isDeclined(row) ? MsiFate::declined
                                  : MsiFate::arrived;
     place(row);
-    m_reading.rows.push_back(row);
   }
 
   // Whether the import takes a row for a dipole, and where it then reads its place.
@@ -184,7 +184,7 @@ class MsiReading::Walk {
   }
 
   void place(MsiRow& row) {
-    const auto index = static_cast<int>(m_reading.rows.size());
+    const auto index = static_cast<int>(m_reading.rows.size()) - 1;
     const auto room = static_cast<std::size_t>((std::max)(DipoleTable::capacity - m_file.firstSlot, 0));
     const bool isFull = row.fate == MsiFate::arrived && m_reading.slots.size() >= room;
     if (isFull || m_isCut) {  // the import looks no further
@@ -219,7 +219,9 @@ bool MsiReading::isAligned(const MsiRow& row) const {
 MsiReading::MsiReading(const ImportedText& file, const TextEncoding& encoding) {
   constexpr std::size_t usualRow = 80;  // bytes
   rows.reserve(encoding.text().size() / usualRow);
-  TextLines lines(encoding.text());
+  slots.reserve(rows.capacity());
+  repairedSlots.reserve(rows.capacity());
+  TextLines lines(encoding);
   Walk walk(*this, file, encoding);
   for (TextLine line; lines.next(line);) {
     walk.take(line);

@@ -8,44 +8,12 @@
 #include <limits>
 #include <system_error>
 
+#include "host/audit/RowLetters.h"
 #include "host/text/Blanks.h"
 
 namespace host {
 
 namespace {
-
-constexpr bool isBlank(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-constexpr bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-constexpr char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool beginsWith(std::string_view text, std::string_view lowerCaseWord) {
-  return text.size() >= lowerCaseWord.size() &&
-         std::equal(lowerCaseWord.begin(), lowerCaseWord.end(), text.begin(),
-                    [](char a, char b) { return a == lower(b); });
-}
-
-// Behind digits, hexadecimal ones too, and at most one point.
-std::size_t mantissaLength(std::string_view text, bool isHex) {
-  bool hasPoint = false;
-  std::size_t length = 0;
-  for (; length < text.size(); ++length) {
-    const char c = lower(text[length]);
-    const bool isPoint = c == '.' && !hasPoint;
-    if (!isDigit(c) && !isPoint && !(isHex && c >= 'a' && c <= 'f')) {
-      break;
-    }
-    hasPoint = hasPoint || isPoint;
-  }
-  return length;
-}
 
 // The same byte eight times.
 constexpr std::uint64_t eight(unsigned char byte) {
@@ -54,7 +22,16 @@ constexpr std::uint64_t eight(unsigned char byte) {
 
 // The high bit of the first byte below a limit, of at most 128, and of none before it.
 constexpr std::uint64_t markFirstBelow(std::uint64_t bytes, unsigned char limit) {
-  return (bytes - eight(limit)) & ~bytes & eight(0x80);
+  return (bytes - eight(limit)) & (~bytes & eight(0x80));
+}
+
+// All bits of the bytes before that one.
+constexpr std::uint64_t bytesBefore(std::uint64_t mark) {
+  return ((mark & (0 - mark)) >> 7U) - 1;
+}
+
+constexpr unsigned placeOf(std::uint64_t mark) {
+  return static_cast<unsigned>(std::countr_zero(mark)) / 8;
 }
 
 std::uint64_t eightBytesAt(const char* start) {
@@ -73,11 +50,6 @@ constexpr std::uint64_t lowest(unsigned count) {
   return (std::uint64_t{1} << (8 * count)) - 1;
 }
 
-// The bytes behind a sign up to a length less than eight, 0 to 9 for digits, and zeros around them.
-constexpr std::uint64_t digitsIn(std::uint64_t bytes, unsigned sign, unsigned length) {
-  return (bytes ^ eight('0')) & lowest(length) & ~lowest(sign);
-}
-
 // The high bits of those that are no digits.
 constexpr std::uint64_t othersIn(std::uint64_t digits) {
   return (((digits & eight(0x7F)) + eight(0x76)) | digits) & eight(0x80);
@@ -92,67 +64,29 @@ constexpr std::uint32_t valueOfEight(std::uint64_t digits) {
                                     32U);
 }
 
-// A mantissa and, when there are digits for it, an exponent. Beyond single precision it is infinite or zero.
-float valueOf(std::string_view digits, bool isHex) {
-  float value = 0.0F;
-  const auto format = isHex ? std::chars_format::hex : std::chars_format::general;
-  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value, format);
-  if (result.ec == std::errc::result_out_of_range) {
-    const std::size_t exponent = digits.find_last_of(isHex ? "pP" : "eE");
-    const bool isSmall = exponent != std::string_view::npos ? digits[exponent + 1] == '-'
-                                                            : digits.front() == '0' || digits.front() == '.';
-    value = isSmall ? 0.0F : std::numeric_limits<float>::infinity();
-  }
-  return value;
-}
-
-}  // namespace
-
-RowFields::RowFields(std::string_view row, int limit) : m_row(row) {
-  const char* c = row.data();
-  const char* const end = c + row.size();
-  while (true) {
-    while (c != end && isBlank(*c)) {
-      ++c;
-    }
-    m_hasMore = c != end && m_count == limit;
-    if (c == end || m_hasMore) {
-      return;
-    }
-    c = take(c, end, m_fields[m_count]);
-    ++m_count;
-  }
-}
-
-// Takes the field that begins at `c`, and returns what stands behind it.
-const char* RowFields::take(const char* c, const char* end, Field& field) {
-  field.start = c;
-  field.isShort = false;
-  constexpr bool isFirstLowest = std::endian::native == std::endian::little;
-  const bool isTaken = isFirstLowest && ((end - c >= 8 && takeShort(field)) ||  //
-                                         (end - c >= 16 && takeMiddle(field)));
-  return isTaken ? c + field.length : takeLong(c, end, field);
-}
+constexpr double powersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13};
 
 // A plain number that is shorter than eight bytes and ends at a blank or a tab, at one look; false for
 // anything else. Eight bytes must be there. Nearly all numbers of a row are such, and a loop over their bytes
 // would guess wrong at the end of each.
-bool RowFields::takeShort(Field& field) {
+inline bool takeShort(RowField& field) {
   const char* const start = field.start;
   const std::uint64_t bytes = eightBytesAt(start);
   const std::uint64_t ends = markFirstBelow(bytes, ' ' + 1);
   if (ends == 0) {
     return false;
   }
-  const auto length = static_cast<unsigned>(std::countr_zero(ends)) / 8;
-  const std::uint64_t digits = digitsIn(bytes, signLength(*start), length);
+  const unsigned length = placeOf(ends);
+  const unsigned sign = signLength(*start);
+  const std::uint64_t digits = (bytes ^ eight('0')) & bytesBefore(ends) & ~lowest(sign);
   const std::uint64_t others = othersIn(digits);
   // Without a point it is as if one stood behind the number.
-  const unsigned point = others == 0 ? length : static_cast<unsigned>(std::countr_zero(others)) / 8;
+  const unsigned point = others == 0 ? length : placeOf(others);
   const bool isPoint = others == 0 || ((others & (others - 1)) == 0 && start[point] == '.');
-  if (!isPoint || point <= signLength(*start) || (start[length] != ' ' && start[length] != '\t')) {
+  if (!isPoint || point <= sign || (start[length] != ' ' && start[length] != '\t')) {
     return false;
   }
+  field.digits = digits;
   field.isShort = true;
   field.kind = others == 0 ? FieldKind::integer : FieldKind::real;
   field.length = length;
@@ -161,18 +95,17 @@ bool RowFields::takeShort(Field& field) {
 }
 
 // Likewise one of 8 to 15 bytes, of which sixteen must be there.
-bool RowFields::takeMiddle(Field& field) {
+inline bool takeMiddle(RowField& field) {
   const char* const start = field.start;
-  const std::uint64_t front = eightBytesAt(start);
   const std::uint64_t back = eightBytesAt(start + 8);
   const std::uint64_t ends = markFirstBelow(back, ' ' + 1);
   if (ends == 0) {
     return false;
   }
-  const auto length = static_cast<unsigned>(std::countr_zero(ends)) / 8;
+  const unsigned length = 8 + placeOf(ends);
   const unsigned sign = signLength(*start);
-  const std::uint64_t frontOthers = othersIn((front ^ eight('0')) & ~lowest(sign));
-  const std::uint64_t backOthers = othersIn(digitsIn(back, 0, length));
+  const std::uint64_t frontOthers = othersIn((eightBytesAt(start) ^ eight('0')) & ~lowest(sign));
+  const std::uint64_t backOthers = othersIn((back ^ eight('0')) & bytesBefore(ends));
   const std::uint64_t others = frontOthers | backOthers;
   const bool isPoint = (frontOthers == 0 || backOthers == 0) && (others & (others - 1)) == 0;
   const unsigned at = static_cast<unsigned>(std::countr_zero(others)) / 8 + (frontOthers == 0 ? 8 : 0);
@@ -181,26 +114,43 @@ bool RowFields::takeMiddle(Field& field) {
     return false;
   }
   field.kind = isInteger ? FieldKind::integer : FieldKind::real;
-  field.length = length + 8;
-  return start[field.length] == ' ' || start[field.length] == '\t';
+  field.length = length;
+  return start[length] == ' ' || start[length] == '\t';
 }
 
-// The digits of a short plain number and the power of ten are exact as doubles, so that their quotient is
-// rounded once; with so few digits, rounding it once more, to single precision, gives from_chars' result.
-float RowFields::shortNumber(const Field& field) {
-  const std::uint64_t digits = digitsIn(eightBytesAt(field.start), signLength(*field.start), field.length);
-  const unsigned point = field.point;
-  const unsigned decimals = point < field.length ? field.length - point - 1 : 0;
-  const std::uint64_t behind = (digits >> (8 * point) >> 8U) << (8 * point);
-  const unsigned count = point + decimals;  // of bytes without the point
-  const std::uint32_t value = valueOfEight(((digits & lowest(point)) | behind) << (8 * (8 - count)));
-  constexpr double factors[] = {1.0, -1.0};  // signs are hard to guess
-  return static_cast<float>(static_cast<double>(value) / powersOfTen[decimals] *
-                            factors[*field.start == '-' ? 1 : 0]);
+// A plain number of either length that begins the field.
+inline bool takeNumber(RowField& field, const char* end) {
+  constexpr bool isFirstLowest = std::endian::native == std::endian::little;
+  const bool isWord = *field.start > '9';
+  return isFirstLowest && !isWord &&
+         ((end - field.start >= 8 && takeShort(field)) || (end - field.start >= 16 && takeMiddle(field)));
+}
+
+}  // namespace
+
+RowFields::RowFields(std::string_view row, int limit) : m_row(row) {
+  const char* c = row.data();
+  const char* const end = c + row.size();
+  int count = 0;
+  for (;; ++count) {
+    while (c != end && isBlank(*c)) {
+      ++c;
+    }
+    if (c == end || count == limit) {
+      break;
+    }
+    RowField& field = m_fields[count];
+    field.start = c;
+    field.isShort = false;
+    c = takeNumber(field, end) ? c + field.length + 1 : takeLong(field, end);
+  }
+  m_count = count;
+  m_hasMore = c != end;
 }
 
 // Byte by byte.
-const char* RowFields::takeLong(const char* c, const char* end, Field& field) {
+const char* RowFields::takeLong(RowField& field, const char* end) {
+  const char* c = field.start;
   c += *c == '-' || *c == '+' ? 1 : 0;
   const char* const first = c;
   while (c != end && isDigit(*c)) {
@@ -215,18 +165,48 @@ const char* RowFields::takeLong(const char* c, const char* end, Field& field) {
   }
   if (c != end && !isBlank(*c)) {
     field.kind = FieldKind::other;
-    bool mayHoldMarks = m_mayHoldMarks;
-    for (; c != end && !isBlank(*c); ++c) {
-      mayHoldMarks = mayHoldMarks | (*c < '0') | (*c > 'z');  // all four stand there
-    }
-    m_mayHoldMarks = mayHoldMarks;
+    c = takeWord(c, end);
   }
   field.length = static_cast<std::uint32_t>(c - field.start);
   return c;
 }
 
+// To the end of a field that is no number, and whether it may hold marks.
+const char* RowFields::takeWord(const char* c, const char* end) {
+  constexpr std::uint64_t behindLetters = eight(0x7F - 'z');  // carries those behind z to the high bit
+  std::uint64_t marks = 0;
+  std::uint64_t ends = 0;
+  for (; end - c >= 8 && ends == 0; c += ends == 0 ? 8 : placeOf(ends)) {
+    const std::uint64_t bytes = eightBytesAt(c);
+    ends = markFirstBelow(bytes, ' ' + 1);
+    const std::uint64_t inside = ends == 0 ? ~std::uint64_t{0} : bytesBefore(ends);
+    // Behind the field as if there were digits.
+    const std::uint64_t letters = (bytes & inside) | (eight('0') & ~inside);
+    marks |= markFirstBelow(letters, '0') | (((letters + behindLetters) | letters) & eight(0x80));
+  }
+  bool mayHoldMarks = m_mayHoldMarks || marks != 0;
+  for (; c != end && !isBlank(*c); ++c) {
+    mayHoldMarks = mayHoldMarks | (*c < '0') | (*c > 'z');  // all four stand there
+  }
+  m_mayHoldMarks = mayHoldMarks;
+  return c;
+}
+
+// The digits of a short plain number and the power of ten are exact as doubles, so that their quotient is
+// rounded once; with so few digits, rounding it once more, to single precision, gives from_chars' result.
+float RowFields::shortNumber(const RowField& field) {
+  const unsigned point = field.point;
+  const unsigned decimals = point < field.length ? field.length - point - 1 : 0;
+  const std::uint64_t behind = (field.digits >> (8 * point) >> 8U) << (8 * point);
+  const unsigned count = point + decimals;  // of bytes without the point
+  const std::uint32_t value = valueOfEight(((field.digits & lowest(point)) | behind) << (8 * (8 - count)));
+  static constexpr double factors[] = {1.0, -1.0};  // signs are hard to guess
+  return static_cast<float>(static_cast<double>(value) / powersOfTen[decimals] *
+                            factors[*field.start == '-' ? 1 : 0]);
+}
+
 // As number() says, of a field that is not short.
-std::optional<float> RowFields::longNumber(const Field& field) {
+std::optional<float> RowFields::longNumber(const RowField& field) {
   constexpr std::uint32_t longest = 14;
   const std::string_view text(field.start, field.length);
   if (field.kind == FieldKind::other || field.length > longest) {
@@ -240,6 +220,19 @@ std::optional<float> RowFields::longNumber(const Field& field) {
   const std::size_t decimals = point != std::string_view::npos ? text.size() - point - 1 : 0;
   const double magnitude = static_cast<double>(digits) / powersOfTen[decimals];
   return static_cast<float>(text.front() == '-' ? -magnitude : magnitude);
+}
+
+std::optional<float> RowFields::number(int field) const {
+  if (!has(field)) {
+    return std::nullopt;
+  }
+  const RowField& found = m_fields[field];
+  return found.isShort ? shortNumber(found) : longNumber(found);
+}
+
+float RowFields::longPlainNumber(int field) const {
+  constexpr float infinity = std::numeric_limits<float>::infinity();
+  return number(field).value_or((*this)[field].starts_with('-') ? -infinity : infinity);
 }
 
 std::optional<int> RowFields::wholeNumber(int field) const {
@@ -291,112 +284,6 @@ std::optional<NumberedRow> numberedRow(std::string_view line) {
   }
   const auto signedNumber = static_cast<int>(isNegative ? -number : number);
   return NumberedRow{signedNumber, {c + 1, static_cast<std::size_t>(end - c - 1)}, c != behind};
-}
-
-bool RowScan::startField() {
-  blanks();
-  m_failed = m_failed || m_rest.empty();
-  return !m_failed;
-}
-
-RowScan& RowScan::endField(std::size_t length) {
-  m_failed = length == 0;
-  m_fields += m_failed ? 0 : 1;
-  m_rest.remove_prefix(length);
-  return *this;
-}
-
-RowScan& RowScan::blanks() {
-  while (!m_failed && !m_rest.empty() && isBlank(m_rest.front())) {
-    m_rest.remove_prefix(1);
-  }
-  return *this;
-}
-
-RowScan& RowScan::colon() {
-  m_failed = m_failed || !m_rest.starts_with(':');
-  m_rest.remove_prefix(m_failed ? 0 : 1);
-  return *this;
-}
-
-RowScan& RowScan::word() {
-  if (startField()) {
-    const auto* const end = std::find_if(m_rest.begin(), m_rest.end(), isBlank);
-    endField(static_cast<std::size_t>(end - m_rest.begin()));
-  }
-  return *this;
-}
-
-RowScan& RowScan::integer(int* value) {
-  if (!startField()) {
-    return *this;
-  }
-  const std::size_t sign = m_rest.front() == '-' || m_rest.front() == '+' ? 1 : 0;
-  const std::string_view behind = m_rest.substr(sign);
-  const std::size_t digits = (std::min)(behind.find_first_not_of("0123456789"), behind.size());
-  const std::size_t length = digits == 0 ? 0 : sign + digits;
-  if (length != 0 && value != nullptr) {
-    std::uint64_t magnitude = 0;
-    const bool isNegative = m_rest.front() == '-';
-    const std::uint64_t limit = (std::numeric_limits<std::int64_t>::max)() + (isNegative ? 1ULL : 0ULL);
-    const auto result = std::from_chars(behind.data(), behind.data() + digits, magnitude);
-    magnitude = result.ec != std::errc() || magnitude > limit ? limit : magnitude;
-    *value = static_cast<int>(static_cast<std::uint32_t>(isNegative ? 0 - magnitude : magnitude));
-  }
-  return endField(length);
-}
-
-RowScan& RowScan::real(float* value) {
-  if (!startField()) {
-    return *this;
-  }
-  const bool isNegative = m_rest.front() == '-';
-  const bool hasSign = isNegative || m_rest.front() == '+';
-  m_rest.remove_prefix(hasSign ? 1 : 0);
-  float magnitude = 0.0F;
-  const std::size_t length = m_rest.empty() ? 0 : realLength(magnitude);
-  if (length != 0 && value != nullptr) {
-    *value = isNegative ? -magnitude : magnitude;
-  }
-  return endField(length);
-}
-
-// How much of the rest is nan, inf or infinity; "infi" that goes on otherwise fails.
-std::size_t RowScan::specialLength(float& value) const {
-  if (beginsWith(m_rest, "nan")) {
-    value = std::numeric_limits<float>::quiet_NaN();
-    return 3;
-  }
-  value = std::numeric_limits<float>::infinity();
-  if (beginsWith(m_rest, "infi")) {
-    return beginsWith(m_rest, "infinity") ? 8 : 0;
-  }
-  return beginsWith(m_rest, "inf") ? 3 : 0;
-}
-
-// How much of the rest is a number without a sign. An exponent's letter and sign belong to it even without
-// digits behind them.
-std::size_t RowScan::realLength(float& value) const {
-  const bool isHex = beginsWith(m_rest, "0x");
-  const std::string_view text = m_rest.substr(isHex ? 2 : 0);
-  const std::size_t mantissa = mantissaLength(text, isHex);
-  if (mantissa == 0) {
-    return isHex ? 0 : specialLength(value);
-  }
-  if (text.substr(0, mantissa) == ".") {
-    return isHex ? 3 : 0;  // a point without digits is still the number 0x: zero
-  }
-  std::size_t end = mantissa;
-  if (end < text.size() && lower(text[end]) == (isHex ? 'p' : 'e')) {
-    ++end;
-    end += end < text.size() && (text[end] == '+' || text[end] == '-') ? 1 : 0;
-  }
-  const bool hasExponent = end != mantissa && end < text.size() && isDigit(text[end]);
-  while (hasExponent && end < text.size() && isDigit(text[end])) {
-    ++end;
-  }
-  value = valueOf(text.substr(0, hasExponent ? end : mantissa), isHex);
-  return end + (isHex ? 2 : 0);
 }
 
 }  // namespace host

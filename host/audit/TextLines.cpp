@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -68,21 +67,22 @@ std::string utf8OfUtf16(std::string_view bytes, bool isBigEndian) {
 
 }  // namespace
 
-bool isAscii(std::string_view text) {
-  constexpr std::uint64_t highBits = 0x8080808080808080;
-  std::uint64_t all = 0;
-  for (; text.size() >= sizeof all; text.remove_prefix(sizeof all)) {
-    std::uint64_t eight = 0;
-    std::memcpy(&eight, text.data(), sizeof eight);
-    all |= eight;
-  }
+// Without an early exit, so that the compiler can take many bytes at once.
+TextBytes::TextBytes(std::string_view text) {
+  unsigned char all = 0;
+  unsigned char zeros = 0;
+  unsigned char returns = 0;
   for (const char c : text) {
-    all |= static_cast<unsigned char>(c);
+    all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
+    zeros = static_cast<unsigned char>(zeros | static_cast<unsigned char>(c == '\0'));
+    returns = static_cast<unsigned char>(returns | static_cast<unsigned char>(c == '\r'));
   }
-  return (all & highBits) == 0;
+  areAscii = all < 0x80;
+  haveZeros = zeros != 0;
+  haveReturns = returns != 0;
 }
 
-TextEncoding::TextEncoding(std::string_view bytes) : m_text(bytes) {
+TextEncoding::TextEncoding(std::string_view bytes) : m_text(bytes), m_bytes({}) {
   if (bytes.starts_with(utf8Mark)) {
     m_hasMark = true;
     m_text.remove_prefix(utf8Mark.size());
@@ -91,7 +91,8 @@ TextEncoding::TextEncoding(std::string_view bytes) : m_text(bytes) {
     m_isUtf16 = true;
     m_converted = utf8OfUtf16(bytes.substr(littleMark.size()), bytes.starts_with(bigMark));
   }
-  m_isUtf8 = !isAscii(text()) && isValidUtf8(text());
+  m_bytes = TextBytes(text());
+  m_isUtf8 = !m_bytes.areAscii && isValidUtf8(text());
 }
 
 CString TextEncoding::asAnsi(std::string_view part) {
@@ -102,11 +103,8 @@ CString TextEncoding::asMeant(std::string_view part) const {
   return m_isUtf8 ? textOfUtf8(part) : asAnsi(part);
 }
 
-TextLines::TextLines(std::string_view text)
-    : m_next(text.data()),
-      m_end(text.data() + text.size()),
-      m_hasZeros(text.find('\0') != std::string_view::npos),
-      m_hasReturns(text.find('\r') != std::string_view::npos) {}
+TextLines::TextLines(const TextEncoding& encoding)
+    : m_next(encoding.text().data()), m_end(m_next + encoding.text().size()), m_bytes(encoding.bytes()) {}
 
 void TextLines::skipLineEnds() {
   for (; m_next != m_end && (*m_next == '\n' || *m_next == '\r'); ++m_next) {
@@ -124,7 +122,7 @@ bool TextLines::next(TextLine& line) {
   const auto room = static_cast<std::size_t>((std::min)(m_end - m_next, longest));
   const auto* end = static_cast<const char*>(std::memchr(m_next, '\n', room));
   end = end != nullptr ? end : m_next + room;
-  if (m_hasReturns) {
+  if (m_bytes.haveReturns) {
     const auto* carriage =
         static_cast<const char*>(std::memchr(m_next, '\r', static_cast<std::size_t>(end - m_next)));
     end = carriage != nullptr ? carriage : end;
@@ -132,7 +130,7 @@ bool TextLines::next(TextLine& line) {
   line.text = {m_next, static_cast<std::size_t>(end - m_next)};
   line.number = m_number;
   line.isClosed = end != m_end || end - m_next == longest;
-  if (m_hasZeros) {
+  if (m_bytes.haveZeros) {
     line.text = line.text.substr(0, line.text.find('\0'));
   }
   m_next = end;

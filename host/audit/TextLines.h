@@ -8,6 +8,15 @@
 
 namespace host {
 
+// What bytes a text holds, by one look at each.
+struct TextBytes {
+  explicit TextBytes(std::string_view text);
+
+  bool areAscii;
+  bool haveZeros;
+  bool haveReturns;  // CR
+};
+
 // What a text is encoded in, by its first bytes and by whether it is valid.
 class TextEncoding {
  public:
@@ -17,6 +26,7 @@ class TextEncoding {
   // the bytes or, of UTF-16, this object.
   std::string_view text() const { return isUtf16() ? std::string_view(m_converted) : m_text; }
 
+  const TextBytes& bytes() const { return m_bytes; }  // of text()
   bool hasMark() const { return m_hasMark; }
   bool isUtf16() const { return m_isUtf16; }
   bool isUtf8() const { return m_isUtf8; }  // beyond ASCII
@@ -28,12 +38,11 @@ class TextEncoding {
  private:
   std::string m_converted;
   std::string_view m_text;
+  TextBytes m_bytes;
   bool m_hasMark = false;
   bool m_isUtf16 = false;
   bool m_isUtf8 = false;
 };
-
-bool isAscii(std::string_view text);
 
 struct TextLine {
   std::string_view text;
@@ -45,7 +54,7 @@ struct TextLine {
 // without a line end come as a line; a zero byte ends the text of a line early.
 class TextLines {
  public:
-  explicit TextLines(std::string_view text);
+  explicit TextLines(const TextEncoding& encoding);
 
   bool next(TextLine& line);
 
@@ -55,8 +64,7 @@ class TextLines {
   const char* m_next;
   const char* m_end;
   int m_number = 1;
-  bool m_hasZeros;
-  bool m_hasReturns;
+  TextBytes m_bytes;
 };
 
 }  // namespace host
