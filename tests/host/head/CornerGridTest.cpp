@@ -44,4 +44,21 @@ TEST(CornerGrid, DoesNotDependOnTheOrderOfTheVoxels) {
   expectPlace(grid, {10, -17, -22}, {0, 8, 3});
 }
 
+TEST(CornerGrid, CountsAlongTheVoxelsOfATiltedVolume) {
+  // Voxels of 2, 5 and 4 mm, turned about the axis to the right by the angle whose sine is 0.6.
+  const CornerGrid grid(
+      volumeOf({11, 12, 13}, Affine({2, 0, 0}, {0, 4, 3}, {0, -2.4, 3.2}, {-10, -20, -30})));
+  EXPECT_EQ(grid.dimension(), (std::array<int, 3>{11, 13, 12}));
+  EXPECT_EQ(grid.spacing(), (std::array<float, 3>{2, 4, 5}));
+  expectPlace(grid, {-10, -20, -30}, {20, 0, 0});
+  expectPlace(grid, {-8, -12, -24}, {18, 0, 10});      // one voxel to the right, two forward
+  expectPlace(grid, {-10, -22.4, -26.8}, {20, 4, 0});  // one up
+  expectPlace(grid, {-10, -18, -28.5}, {20, 0, 2.5});  // half of one forward
+}
+
+TEST(CornerGrid, CountsOnBeyondTheVolume) {
+  const CornerGrid grid(volumeOf({3, 3, 3}, Affine({1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 0})));
+  expectPlace(grid, {5, -4, 7}, {-3, 7, -4});
+}
+
 }  // namespace
