@@ -7,7 +7,7 @@
 #include <system_error>
 #include <vector>
 
-#include "host/exchange/ImportFile.h"
+#include "host/text/FileBytes.h"
 #include "tool/FileNames.h"
 
 namespace tool {

@@ -12,6 +12,7 @@
 #include "host/exchange/SetFile.h"
 #include "host/exchange/TableFile.h"
 #include "host/text/Failure.h"
+#include "host/text/FileBytes.h"
 #include "host/text/PathText.h"
 
 namespace host {

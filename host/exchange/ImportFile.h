@@ -4,7 +4,6 @@
 
 #include <afxwin.h>
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,9 +17,6 @@
 #include "module/dipole.h"
 
 namespace host {
-
-// Larger files are refused; 30000 dipoles have a fiftieth of it.
-inline constexpr std::uintmax_t mostFileBytes = std::uintmax_t{1} << 28U;
 
 struct ImportedFile {
   CString path;      // as it was given

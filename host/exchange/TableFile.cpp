@@ -1,49 +1,32 @@
 #include "host/exchange/TableFile.h"
 
-#include <array>
-#include <cerrno>
-#include <fstream>
 #include <stdexcept>
-#include <system_error>
 
 #include "host/dipoles/HeaderText.h"
 #include "host/exchange/SetFile.h"
 #include "host/exchange/SetJson.h"
+#include "host/text/FileBytes.h"
 #include "host/text/PathText.h"
 
 namespace host {
 
 namespace {
 
-constexpr std::size_t mostBytes = std::size_t{256} << 20U;
-
-std::runtime_error failure(const std::string& name, const std::string& cause) {
-  return std::runtime_error((name.empty() ? "" : name + ": ") + cause);
-}
-
-std::string causeNow() {
-  return errno == 0 ? "it cannot be read" : std::generic_category().message(errno);
+[[noreturn]] void fail(const std::string& name, const std::string& cause) {
+  throw std::runtime_error((name.empty() ? "" : name + ": ") + cause);
 }
 
 }  // namespace
 
-// Piece by piece: a device has no size, and may have no end.
 std::string textOfFile(const std::filesystem::path& path, const std::string& name) {
-  errno = 0;
-  std::ifstream file(path, std::ios::binary);
-  if (!file) {
-    throw failure(name, causeNow());
-  }
   std::string text;
-  std::array<char, 65536> piece{};
-  while (file.read(piece.data(), piece.size()) || file.gcount() > 0) {
-    text.append(piece.data(), static_cast<std::size_t>(file.gcount()));
-    if (text.size() > mostBytes) {
-      throw failure(name, "it is larger than 256 MiB");
-    }
+  try {
+    text = bytesOfFile(path);
+  } catch (const std::runtime_error& error) {
+    fail(name, error.what());
   }
-  if (file.bad()) {
-    throw failure(name, causeNow());
+  if (text.size() > mostFileBytes) {
+    fail(name, "it is larger than 256 MiB");
   }
   return text;
 }

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -11,6 +10,7 @@
 #include <vector>
 
 #include "host/text/Blanks.h"
+#include "host/text/FileBytes.h"
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 
@@ -42,6 +42,18 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
 class Reader {
  public:
   explicit Reader(std::string file) : m_file(std::move(file)) {}
+
+  std::string contentOf(const std::filesystem::path& path) const {
+    try {
+      std::string text = bytesOfFile(path, mostBytes);
+      if (text.size() <= mostBytes) {
+        return text;
+      }
+    } catch (const std::runtime_error& error) {
+      fail(std::string("cannot be opened (") + error.what() + ")");
+    }
+    fail("there are more than 64 KiB of it");
+  }
 
   void take(std::string_view line) {
     ++m_line;
@@ -117,22 +129,9 @@ Fiducials readFiducialFile(const std::filesystem::path& path) {
   if (std::filesystem::is_directory(path, error)) {
     reader.fail("a folder, not a file");
   }
-  std::ifstream file(path, std::ios::binary);
-  if (!file) {
-    reader.fail("cannot be opened");
-  }
-  std::string text(mostBytes + 1, '\0');
-  file.read(text.data(), static_cast<std::streamsize>(text.size()));
-  text.resize(static_cast<std::size_t>(file.gcount()));
-  if (text.size() > mostBytes) {
-    reader.fail("there are more than 64 KiB of it");
-  }
-  std::istringstream lines(text);
+  std::istringstream lines(reader.contentOf(path));
   for (std::string line; std::getline(lines, line);) {
     reader.take(line);
-  }
-  if (file.bad()) {
-    reader.fail("cannot be read");
   }
   return reader.result();
 }

@@ -1,6 +1,7 @@
 """`dipole draw` puts every dipole where it belongs, on the proper side, or says that it does not show it."""
 
 import os
+import socket
 import stat
 import unittest
 
@@ -240,6 +241,12 @@ class Choices(DrawTest):
         attempt = ("draw", dip, "--mri", mri, "--slice", "coronal:0", "-o", self.path("out.png"))
         self.assertIn("no fiducial points", self.end_with(1, *attempt).err)
         self.assertFalse(os.path.exists(self.path("out.png")))
+        points = self.path("own.fiducials")
+        with socket.socket(socket.AF_UNIX) as no_file:  # which nobody can open, whoever it is
+            no_file.bind(points)
+            self.assertIn("fiducial points %s: cannot be opened (No such device or address)" % points,
+                          self.end_with(1, *attempt).err)
+        os.remove(points)
         self.write("own.fiducials", "nasion 0 100 0\nleft -80 0 0\nright 80 0 0\n")
         self.assertIn("dipoles: 1 of 1", self.end_with(0, *attempt).err)
 

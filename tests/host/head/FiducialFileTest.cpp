@@ -1,6 +1,8 @@
 // A fiducial file gives three points, or is refused with the line and the cause.
+#include <cerrno>
 #include <gtest/gtest.h>
 #include <string>
+#include <system_error>
 
 #include "host/head/FiducialFile.h"
 #include "host/text/PathText.h"
@@ -68,7 +70,14 @@ TEST(FiducialFile, RefusesWhatIsNoFile) {
   EXPECT_EQ(failureOf([&] { (void)host::readFiducialFile(host::pathOf(folder.path())); }),
             "fiducial points " + folder.pathUtf8() + ": a folder, not a file");
   EXPECT_EQ(failureOf([&] { (void)host::readFiducialFile(host::pathOf(folder.path("gone"))); }),
-            "fiducial points " + host::utf8Of(folder.path("gone")) + ": cannot be opened");
+            "fiducial points " + host::utf8Of(folder.path("gone")) + ": cannot be opened (" +
+                std::generic_category().message(ENOENT) + ")");
+}
+
+TEST(FiducialFile, RefusesMoreThan64KiB) {
+  const std::string three = "nasion 1 2 3\nleft 4 5 6\nright 7 8 9\n";
+  EXPECT_EQ(causeOf(three + std::string(65536 - three.size(), '\n')), "");
+  EXPECT_EQ(causeOf(three + std::string(65537 - three.size(), '\n')), "there are more than 64 KiB of it");
 }
 
 TEST(ReadCoordinates, SeparatorIsAnswered) {
