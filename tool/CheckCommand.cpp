@@ -43,8 +43,8 @@ class Check {
     for (const host::Finding& finding : session.findings()) {
       add(finding, session.collection());
     }
-    for (const std::string& text : session.repaired()) {
-      m_repaired.push_back({{"file", file.name}, {"text", text}});
+    for (const auto& [name, text] : session.repaired()) {
+      m_repaired.push_back({{"file", name}, {"text", text}});
     }
     for (const std::string& cause : session.failures()) {
       m_failed.push_back({{"file", file.name}, {"reason", cause}});

@@ -265,7 +265,13 @@ host::PageTexts DrawCommand::textsOf(const ImportSession& session, const host::P
   for (const std::string& text : host::wrongTexts(session.findings())) {
     texts.wrong.push_back(printable(text));
   }
-  for (const std::string& text : session.repaired()) {
+  std::vector<host::FileText> repaired = session.repaired();
+  if (m_import.names().size() == 1) {  // which the title names
+    for (host::FileText& text : repaired) {
+      text.file.clear();
+    }
+  }
+  for (const std::string& text : host::textsWithFiles(repaired)) {
     texts.settings.push_back("repaired: " + printable(text));
   }
   return texts;

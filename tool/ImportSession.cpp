@@ -48,7 +48,7 @@ void ImportSession::import(const InputFile& file, TerminalOperator& op) {
   }
   for (const std::string& text : import.repaired) {
     tell(file.name + ": repaired: " + text);
-    m_repaired.push_back(text);
+    m_repaired.push_back({file.name, text});
   }
   m_joined.add(std::move(import));
 }

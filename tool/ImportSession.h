@@ -54,8 +54,8 @@ class ImportSession {
   void add(std::vector<host::Finding> findings);
   bool accepts(const host::Finding& finding) const { return m_choices.accepts(finding); }
 
-  // What repairs changed, a sentence each, and why files brought nothing.
-  const std::vector<std::string>& repaired() const { return m_repaired; }
+  // What repairs changed in which file, a sentence each, and why files brought nothing.
+  const std::vector<host::FileText>& repaired() const { return m_repaired; }
   const std::vector<std::string>& failures() const { return m_failures; }
 
   // The module's messages and the program's own warnings.
@@ -87,7 +87,7 @@ class ImportSession {
   host::JoinedSet m_joined;
   host::UnknownValues m_unknown;
   std::vector<host::Finding> m_findings;
-  std::vector<std::string> m_repaired;
+  std::vector<host::FileText> m_repaired;
   std::vector<std::string> m_failures;
   std::vector<Message> m_messages;
   std::vector<std::string> m_patients;  // of each file that could be read

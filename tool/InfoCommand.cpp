@@ -104,13 +104,21 @@ std::string report(const FileInfo& info, const ImportSession& session) {
   for (const Message& message : info.messages) {
     result.line("message", printable(messageText(message)));
   }
-  for (const std::string& text : session.repaired()) {
-    result.line("repaired", printable(text));
+  for (const host::FileText& repaired : session.repaired()) {
+    result.line("repaired", printable(repaired.text));
   }
   for (const host::Finding& finding : session.findings()) {
     result.line("finding", printable(findingLine(finding)));
   }
   return result.result();
+}
+
+Json jsonRepaired(const ImportSession& session) {
+  Json texts = Json::array();
+  for (const host::FileText& repaired : session.repaired()) {
+    texts.push_back(repaired.text);
+  }
+  return texts;
 }
 
 // For the eye: a number that came in single precision has the digits of one.
@@ -185,7 +193,7 @@ Json jsonReport(const FileInfo& info, const ImportSession& session) {
           {"moment_unit", host::jsonText(info.isMomentInNAm ? "nAm" : "")},
           {"fit_error_percent", jsonRange(info.fitError)},
           {"messages", jsonMessages(info.messages)},
-          {"repaired", session.repaired()},
+          {"repaired", jsonRepaired(session)},
           {"findings", jsonFindings(session)}};
 }
 

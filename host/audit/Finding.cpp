@@ -70,28 +70,35 @@ std::string lineOf(const Finding& finding) {
   return text + finding.sentence;
 }
 
-std::vector<std::string> wrongTexts(std::span<const Finding> findings) {
+std::vector<std::string> textsWithFiles(std::span<const FileText> texts) {
   struct Said {
-    const Finding* finding;
+    const FileText* first;
     std::set<std::string_view> files;
   };
-  std::vector<Said> all;  // the same sentence of many files is one text
-  for (const Finding& finding : findings) {
-    if (finding.severity == Severity::wrong) {
-      const auto same = std::find_if(all.begin(), all.end(), [&](const Said& said) {
-        return said.finding->sentence == finding.sentence;
-      });
-      (same != all.end() ? *same : all.emplace_back(Said{&finding, {}})).files.insert(finding.file);
-    }
+  std::vector<Said> all;  // the same of many files is one text
+  for (const FileText& text : texts) {
+    const auto same =
+        std::find_if(all.begin(), all.end(), [&](const Said& said) { return said.first->text == text.text; });
+    (same != all.end() ? *same : all.emplace_back(Said{&text, {}})).files.insert(text.file);
   }
-  std::vector<std::string> texts;
+  std::vector<std::string> result;
   for (const Said& said : all) {
-    const std::string_view file = said.finding->file;
+    const std::string_view file = said.first->file;
     std::string text(file.substr(file.find_last_of("/\\") + 1));
     text += said.files.size() > 1 ? " and " + std::to_string(said.files.size() - 1) + " more" : "";
-    texts.push_back(text + (text.empty() ? "" : ": ") + said.finding->sentence);
+    result.push_back(text + (text.empty() ? "" : ": ") + said.first->text);
   }
-  return texts;
+  return result;
+}
+
+std::vector<std::string> wrongTexts(std::span<const Finding> findings) {
+  std::vector<FileText> texts;
+  for (const Finding& finding : findings) {
+    if (finding.severity == Severity::wrong) {
+      texts.push_back({finding.file, finding.sentence});
+    }
+  }
+  return textsWithFiles(texts);
 }
 
 }  // namespace host

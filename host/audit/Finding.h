@@ -70,7 +70,16 @@ struct Finding {
 // One line: "auditory.dip:12: wrong (unit): ..."; the remedy is not in it.
 std::string lineOf(const Finding& finding);
 
-// What is wrong, for pictures of the dipoles: one text for each thing, with the files' names without folders.
+// What is said about a file; without a file's name about all of them.
+struct FileText {
+  std::string file;
+  std::string text;
+};
+
+// For pictures: each text once, with the file's name without folders, "old.dip and 2 more: ...".
+std::vector<std::string> textsWithFiles(std::span<const FileText> texts);
+
+// What is wrong, likewise.
 std::vector<std::string> wrongTexts(std::span<const Finding> findings);
 
 }  // namespace host

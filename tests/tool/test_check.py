@@ -290,6 +290,26 @@ class Pictures(CheckTest):
             self.assertEqual(self.band(0, wrong, *view, "--unit", "cm"), 0)
             self.assertEqual(self.band(0, sound, *view), 0)
 
+    def test_of_several_files_the_picture_names_those_that_were_repaired(self):
+        def picture(*names):
+            self.end_with(0, "draw", "--3d", "--unit", "cm", *map(self.path, names), "--force", "-o", self.path("o.png"))
+            with open(self.path("o.png"), "rb") as file:
+                return Png(file.read()).rows
+
+        wrong, sound = dipoles([EAR], Units.NO_UNIT), dipoles([EAR])
+        # The title names the first file and counts the others; which of them was repaired stands below it.
+        texts = {}
+        for repaired in ("b.dip", "c.dip"):
+            for name in ("a.dip", "b.dip", "c.dip"):
+                self.write(name, wrong if name == repaired else sound)
+            texts[repaired] = picture("a.dip", "b.dip", "c.dip")
+        self.assertNotEqual(texts["b.dip"], texts["c.dip"])
+        # Of one file the title says it: two of the same length differ there alone.
+        self.write("x.dip", wrong)
+        self.write("y.dip", wrong)
+        differing = [y for y, (one, other) in enumerate(zip(picture("x.dip"), picture("y.dip"))) if one != other]
+        self.assertLess(max(differing) - min(differing), 24)  # one line of text
+
     def test_what_the_head_says_is_told_and_written(self):
         far = self.write("far.dip", dipoles(["1: 1 14 6 0 0 1 20 a"]))
         mri = head_volume(self.path("h.nii.gz"))

@@ -56,3 +56,12 @@ TEST(Findings, WhatIsWrongIsATextForPicturesOnceForAllFilesThatHaveIt) {
   EXPECT_EQ(host::wrongTexts(findings),
             (std::vector<std::string>{"a.dip and 1 more: No unit.", "c.dip: Lost.", "Two heads."}));
 }
+
+TEST(Findings, WhatIsSaidOfSeveralFilesNamesThemOnce) {
+  const std::vector<host::FileText> texts = {{"folder/a.dip", "1 dipole: moved."},
+                                             {"b.dip", "2 dipoles: moved."},
+                                             {"c.dip", "1 dipole: moved."},
+                                             {"", "All."}};
+  EXPECT_EQ(host::textsWithFiles(texts), (std::vector<std::string>{"a.dip and 1 more: 1 dipole: moved.",
+                                                                   "b.dip: 2 dipoles: moved.", "All."}));
+}
