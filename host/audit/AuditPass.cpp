@@ -51,6 +51,18 @@ bool AuditPass::settleMoment(FindingCode code, CDipoleszq& dipole, double moment
   return isSettled;
 }
 
+bool AuditPass::settleHeader(CString CDipoleFace::*member, const CString& meant, std::string_view what) {
+  if (m_set.*member == meant) {
+    return true;
+  }
+  if (!repairs(FindingCode::encoding)) {
+    return false;
+  }
+  target().*member = meant;
+  tell(std::string("The ").append(what).append(" was decoded."));
+  return true;
+}
+
 void AuditPass::tellOf(const Gathered& gathered, std::string_view what) {
   if (gathered.changed > 0) {
     tell(counted(gathered.changed, "dipole").append(": ").append(what).append("."));

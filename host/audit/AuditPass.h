@@ -87,6 +87,10 @@ class AuditPass {
   bool settleMoment(FindingCode code, CDipoleszq& dipole, double moment, const Place& orientation,
                     bool& isChanged);
 
+  // Decodes a text of the set's header when a repair wants it: true when it is then, or was already, as it
+  // is meant.
+  bool settleHeader(CString CDipoleFace::*member, const CString& meant, std::string_view what);
+
   void add(Finding finding);
   // A finding about dipoles, when there are any.
   void add(FindingCode code, Severity severity, std::string_view section, Gathered&& gathered,

@@ -72,15 +72,12 @@ void CtfAudit::lookAtHeader(const CtfHeaderLine& line, const CString& key, CStri
     return;
   }
   const CString meant = valueOf(m_encoding.asMeant(line.text), key);
-  if (m_pass.set().*member == meant) {
+  if (m_pass.settleHeader(member, meant, what)) {
     return;
   }
   std::string whose("The ");
   whose.append(what);
-  if (m_pass.repairs(FindingCode::encoding)) {
-    m_pass.target().*member = meant;
-    m_pass.tell(whose + " was decoded.");
-  } else if (line.isRead && m_encoding.isUtf8()) {
+  if (line.isRead && m_encoding.isUtf8()) {
     m_pass.add(
         {FindingCode::encoding,
          Severity::note,

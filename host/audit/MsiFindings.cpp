@@ -128,15 +128,12 @@ void MsiAudit::lookAtHeader(const MsiHeaderLine& line, const CString& key, CStri
   }
   CString meant = m_encoding.asMeant(line.text);
   meant.Delete(0, key.GetLength());
-  if (m_pass.set().*member == meant) {
+  if (m_pass.settleHeader(member, meant, what)) {
     return;
   }
   std::string whose("The ");
   whose.append(what);
-  if (m_pass.repairs(FindingCode::encoding)) {
-    m_pass.target().*member = meant;
-    m_pass.tell(whose + " was decoded.");
-  } else if (m_encoding.isUtf8() || m_encoding.isUtf16()) {
+  if (m_encoding.isUtf8() || m_encoding.isUtf16()) {
     m_pass.add({FindingCode::encoding,
                 Severity::note,
                 {},

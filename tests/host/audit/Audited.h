@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/audit/FileAudit.h"
+#include "tests/host/audit/AuditTexts.h"
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
 
@@ -30,15 +31,7 @@ class Audited {
     file.format = name.ends_with(".dip") ? host::DipoleTextFormat::ctf : host::DipoleTextFormat::msi;
   }
 
-  // "wrong unit" and the like, in the report's order.
-  static std::vector<std::string> outlineOf(const host::AuditReport& report) {
-    std::vector<std::string> outline;
-    for (const host::Finding& finding : report.findings) {
-      outline.push_back(std::string(nameOf(finding.severity)) + " " + std::string(nameOf(finding.code)));
-    }
-    return outline;
-  }
-  std::vector<std::string> outline() const { return outlineOf(host::audit(file, *set)); }
+  Lines outline() const { return outlineOf(host::audit(file, *set).findings); }
 
   // The one finding with a code; fails the test when there is none, or more.
   host::Finding only(host::FindingCode code) const {
@@ -70,22 +63,3 @@ class Audited {
 };
 
 using Place3 = std::array<double, 3>;
-using Lines = std::vector<std::string>;
-
-// Text that a CTF file has around its dipoles.
-inline const std::string ctfSphere =
-    "MEG_Sphere\n{\n\tORIGIN_X:\t0.5\n\tORIGIN_Y:\t0.1\n\tORIGIN_Z:\t5.0\n\tRADIUS:\t8.5\n}\n";
-inline const std::string ctfHeading = "\t// xp (cm)\typ (cm)\tzp (cm)\txo\tyo\tzo\tMom(nAm)\tLabel\n";
-inline const std::string ctfFit =
-    "Dipole_FitInfo\n{\n\t//\tTrial\tStart\tLatency "
-    "(s)\tN_Pts\tError\tMEG_Error\tEEG_Error\tErrType\tFitType\t"
-    "Good\tDataset\n";
-
-// A section of dipoles with the rows given, "1:\t1.00 ..." each without its line end.
-inline std::string ctfSection(const std::string& name, const std::string& heading, const Lines& rows) {
-  std::string text = name + "\n{\n" + heading;
-  for (const std::string& row : rows) {
-    text += row + "\n";
-  }
-  return text + "}\n";
-}

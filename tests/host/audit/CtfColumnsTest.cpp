@@ -46,7 +46,7 @@ TEST(MovingColumns, AnEllipsoidsAxisIsTakenAsFitErrorUntilTheHeadingsColumnsAreT
   EXPECT_EQ(a.outline(), Lines{"wrong moving-columns"});
   const host::RepairReport report = a.repair({FindingCode::movingColumns});
   EXPECT_EQ(report.told, Lines{"1 dipole: the values were taken from the columns that the heading names."});
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   EXPECT_TRUE(report.left.unknown.isEmpty());
   EXPECT_EQ(a.dipole(0).m_fitError, 10.5);
   EXPECT_EQ(a.label(0), "left");
@@ -57,7 +57,7 @@ TEST(MovingColumns, AnEllipsoidsAxisIsTakenAsFitErrorUntilTheHeadingsColumnsAreT
 
 TEST(MovingColumns, ALabelThatIsMissingAtTheEndOfSuchARowIsNone) {
   Audited a = moving(ellipsoidHeading, {ellipsoidRow("10.5", "left"), ellipsoidRow("9.5", "")});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::movingColumns}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::movingColumns}).left.findings), Lines());
   EXPECT_EQ(a.dipole(1).m_fitError, 9.5);
   EXPECT_EQ(a.label(1), "Non");
 }
@@ -67,7 +67,7 @@ TEST(MovingColumns, MoreColumnsThanAHeadingNamesMakeFitErrorAndLabelUnknown) {
   EXPECT_EQ(a.dipole(0).m_fitError, static_cast<double>(0.381F));
   EXPECT_EQ(a.outline(), Lines{"wrong moving-columns"});
   const host::RepairReport report = a.repair({FindingCode::movingColumns});
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   EXPECT_TRUE(report.left.unknown.isUnknown(0, DipoleValue::fitError));
   EXPECT_FALSE(report.left.unknown.isUnknown(0, DipoleValue::latency));
   EXPECT_EQ(a.dipole(0).m_fitError, 0.2);  // as a dipole without one has it
@@ -80,7 +80,7 @@ TEST(MovingColumns, ColumnsInAnotherOrderAreTakenByTheirNames) {
   Audited a = moving(heading, {"1:\t1\t400\t0.08\t10.5\t1.2\t5.3\t5.6\t-0.3\t0.1\t-0.9\t21.5\tleft"});
   EXPECT_EQ(a.place(0), (Place3{12, 53, 105}));  // the error is the x of the file
   EXPECT_EQ(a.outline(), Lines{"wrong moving-columns"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::movingColumns}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::movingColumns}).left.findings), Lines());
   EXPECT_EQ(a.place(0), (Place3{53, 56, 12}));
   EXPECT_EQ(a.dipole(0).m_rawLocation.m_center[2], 12);
   EXPECT_EQ(a.dipole(0).m_orientation[1], static_cast<double>(-0.9F));
@@ -95,7 +95,7 @@ TEST(MovingColumns, ADipoleCountsOnceWhosePlaceAndValuesAreOfOtherColumns) {
   EXPECT_EQ(a.dipole(0).m_moment, 1);
   EXPECT_EQ(a.only(FindingCode::movingColumns).slots, (std::vector{0, 1}));
   const host::RepairReport report = a.repair({FindingCode::movingColumns});
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   EXPECT_EQ(a.place(1), (Place3{-50, 60, 10}));
   EXPECT_EQ(a.dipole(1).m_moment, 30);
 }
@@ -108,7 +108,7 @@ TEST(MovingColumns, LatencyAndErrorOfADipoleWithARowOfFitInformationAreThoseOfTh
                 row + "}\n",
             {"moving yes"});
   EXPECT_EQ(a.outline(), Lines{"wrong moving-columns"});
-  EXPECT_EQ(Audited::outlineOf(a.repair(host::allFindingCodes()).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair(host::allFindingCodes()).left.findings), Lines());
   EXPECT_EQ(a.dipole(0).m_latency, 100);
   EXPECT_EQ(a.dipole(0).m_fitError, 4.5);
   EXPECT_EQ(a.label(0), "left");
@@ -139,7 +139,7 @@ TEST(MovingColumns, StaticDipolesWithAColumnBeforeTheLabelAreTakenByTheHeading) 
                        {"1:\t1\t5\t6\t0\t0\t1\t20\t4.5\tleft", "2:\t1\t-5\t6\t0\t0\t1\t20\t4.5\tright"});
   EXPECT_EQ(a.label(0), "4.5");
   EXPECT_EQ(a.outline(), Lines{"wrong moving-columns"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::movingColumns}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::movingColumns}).left.findings), Lines());
   EXPECT_EQ(a.label(0), "left");
   EXPECT_EQ(a.label(1), "right");
 }
@@ -149,7 +149,7 @@ TEST(Labels, ALabelOfTheDipoleBeforeIsWrongAndTakenOff) {
   EXPECT_EQ(a.label(1), "left");  // on the right
   EXPECT_EQ(a.outline(), Lines{"wrong labels"});
   EXPECT_EQ(a.only(FindingCode::labels).slots, std::vector{1});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::labels}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::labels}).left.findings), Lines());
   EXPECT_EQ(a.label(0), "left");
   EXPECT_EQ(a.label(1), "Non");
 }
@@ -164,7 +164,7 @@ TEST(Labels, LabelsOfSeveralWordsAreCutAndTakenWholeWhereThatIsCertain) {
       labelled(ctfHeading, {"1:\t1\t5\t6\t0\t0\t1\t20\tleft hand", "2:\t1\t-5\t6\t0\t0\t1\t20\tfoot"});
   EXPECT_EQ(a.label(0), "left");
   EXPECT_EQ(a.outline(), Lines{"note labels"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::labels}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::labels}).left.findings), Lines());
   EXPECT_EQ(a.label(0), "left hand");
   EXPECT_EQ(a.label(1), "foot");
 

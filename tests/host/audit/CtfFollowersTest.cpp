@@ -62,7 +62,7 @@ TEST(RowOrder, FitRowsInAnotherOrderAreGivenToOtherDipolesUntilTheNumbersCount) 
   EXPECT_EQ(a.outline(), Lines{"wrong row-order"});
   const host::RepairReport report = a.repair({FindingCode::rowOrder});
   EXPECT_EQ(report.told, Lines{"2 dipoles: latency and fit error were taken from its own row."});
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   expectOwnFits(a, {1, 2, 3});
   EXPECT_EQ(a.repair(host::allFindingCodes()).told, Lines());
 }
@@ -72,7 +72,7 @@ TEST(RowOrder, APointInAnIntegersPlaceShiftsAllRowsBehindIt) {
   expectOwnFits(a, {1, 3});
   EXPECT_EQ(a.dipole(2).m_fitError, 0.2);
   EXPECT_EQ(a.only(FindingCode::rowOrder).slots, (std::vector{1, 2}));
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::rowOrder}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::rowOrder}).left.findings), Lines());
   expectOwnFits(a, {1, 2, 3});
 }
 
@@ -86,7 +86,7 @@ TEST(RowOrder, APointThatIsReadWithoutAMessageGivesTheErrorZero) {
   EXPECT_EQ(silent.user.texts().size(), 1U);  // the total alone
   EXPECT_EQ(silent.dipole(1).m_fitError, 0.0);
   EXPECT_EQ(silent.only(FindingCode::rowOrder).slots, std::vector{1});
-  EXPECT_EQ(Audited::outlineOf(silent.repair({FindingCode::rowOrder}).left), Lines());
+  EXPECT_EQ(outlineOf(silent.repair({FindingCode::rowOrder}).left.findings), Lines());
   EXPECT_EQ(silent.dipole(1).m_fitError, 2.0);
 }
 
@@ -99,7 +99,7 @@ TEST(RowOrder, ADipoleThatTheUserRefusedShiftsFlagsAndFits) {
   EXPECT_EQ(a.dipole(1).m_display, 2);  // that of the refused one
   expectOwnFits(a, {1, 2});
   EXPECT_EQ(a.outline(), (Lines{"wrong row-order", "wrong row-order"}));
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::rowOrder}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::rowOrder}).left.findings), Lines());
   expectOwnFits(a, {1, 3});
   EXPECT_EQ(a.dipole(1).m_display, 1);
   EXPECT_EQ(a.dipole(1).m_colorF[2], 1.0F);  // white
@@ -109,7 +109,7 @@ TEST(RowOrder, AMissingFlagsRowLeavesTheInitialColour) {
   Audited a =
       withFollowers(flags({"1: 2 0 1 1 1", "3: 5 1 1 1 1"}) + fits({fitRow(1), fitRow(2), fitRow(3)}));
   EXPECT_EQ(a.only(FindingCode::rowOrder).slots, (std::vector{1, 2}));
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::rowOrder}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::rowOrder}).left.findings), Lines());
   EXPECT_EQ(a.dipole(1).m_display, 1);
   EXPECT_EQ(a.dipole(1).m_colorF[2], 0.0F);  // yellow
   EXPECT_EQ(a.dipole(2).m_display, 2);
@@ -133,7 +133,7 @@ TEST(RowOrder, SeveralSectionsOfDipolesEachHaveTheirOwnRows) {
   Audited b = withFollowers(fits({fitRow(1), fitRow(2), fitRow(3)}) + second + fits({own}));
   expectOwnFits(b, {4, 2, 3});  // the second section began anew at the first dipole
   EXPECT_EQ(b.dipole(3).m_fitError, 0.2);
-  EXPECT_EQ(Audited::outlineOf(b.repair({FindingCode::rowOrder}).left), Lines());
+  EXPECT_EQ(outlineOf(b.repair({FindingCode::rowOrder}).left.findings), Lines());
   expectOwnFits(b, {1, 2, 3, 4});
 }
 
@@ -157,7 +157,7 @@ TEST(NoFit, WithoutFitInformationLatencyAndErrorAreUnknown) {
   EXPECT_EQ(a.dipole(2).m_latency, 0.0);
   EXPECT_EQ(a.dipole(2).m_fitError, 0.2);
   const host::AuditReport report = host::audit(a.file, *a.set);
-  EXPECT_EQ(Audited::outlineOf(report), Lines{"note no-fit"});
+  EXPECT_EQ(outlineOf(report.findings), Lines{"note no-fit"});
   EXPECT_EQ(report.findings[0].slots, (std::vector{0, 1, 2}));
   for (int slot = 0; slot < 3; ++slot) {
     EXPECT_TRUE(report.unknown.isUnknown(slot, DipoleValue::latency));
@@ -174,7 +174,7 @@ TEST(NoFit, RowsThatHoldNoNumbersGiveNone) {
 TEST(NoFit, OnlyTheDipolesWithoutARowAreUnknown) {
   const Audited a = withFollowers(fits({fitRow(1), fitRow(2)}));
   const host::AuditReport report = host::audit(a.file, *a.set);
-  EXPECT_EQ(Audited::outlineOf(report), Lines{"note no-fit"});
+  EXPECT_EQ(outlineOf(report.findings), Lines{"note no-fit"});
   EXPECT_EQ(report.findings[0].slots, std::vector{2});
   EXPECT_FALSE(report.unknown.isUnknown(1, DipoleValue::latency));
   EXPECT_TRUE(report.unknown.isUnknown(2, DipoleValue::latency));

@@ -34,7 +34,7 @@ TEST(CtfFiducials, VoxelsWithFractionsAreNotReadAndTakenFromTheFile) {
   EXPECT_EQ(a.outline(), Lines{"doubtful fiducials"});
   const host::RepairReport report = a.repair({FindingCode::fiducials});
   EXPECT_EQ(report.told, Lines{"The fiducial points were taken as the file gives them."});
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   EXPECT_EQ(pointOf(a.set->m_fiducialMri, CFiducial::nasion), (Place3{127.5, 100, 229.75}));
   // Relative to the ears' midpoint (128, 91, 106), voxels of 0.859375 mm: -0.5, 9 and 123.75 of them.
   EXPECT_EQ(pointOf(a.set->m_fiducialCtf, CFiducial::nasion), (Place3{-0.4296875, 7.734375, 106.34765625}));
@@ -45,7 +45,7 @@ TEST(CtfFiducials, ASectionOfAnotherNameIsNotReadAndTakenFromTheFile) {
   Audited a("a.dip", ctfSphere + fiducials("MRI_Fid_Points", "128\t26\t156") + dipoles);
   EXPECT_EQ(a.set->m_fiducialMri.getTotalFiduciaryPts(true), 0);
   EXPECT_EQ(a.outline(), Lines{"doubtful fiducials"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::fiducials}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::fiducials}).left.findings), Lines());
   EXPECT_EQ(pointOf(a.set->m_fiducialMri, CFiducial::leftEar), (Place3{228, 91, 106}));
   EXPECT_EQ(pointOf(a.set->m_fiducialCtf, CFiducial::leftEar), (Place3{85.9375, 0, 0}));
 }
@@ -57,7 +57,7 @@ TEST(CtfFiducials, PointsThatAreMissingHaveNoRemedyAndWithoutASphereNoMessageIsS
 
   Audited b("a.dip", fiducials("MRI_Fid_Points", "128\t26\t156") + dipoles);
   const std::size_t said = b.user.messages.size();
-  EXPECT_EQ(Audited::outlineOf(b.repair({FindingCode::fiducials}).left), Lines());
+  EXPECT_EQ(outlineOf(b.repair({FindingCode::fiducials}).left.findings), Lines());
   EXPECT_EQ(b.user.messages.size(), said);
   EXPECT_EQ(b.set->m_fiducialMri.getTotalFiduciaryPts(true), 3);
   EXPECT_EQ(b.set->m_fiducialCtf.getTotalFiduciaryPts(true), 0);
@@ -79,7 +79,7 @@ TEST(CtfSphere, AValueThatTouchesItsKeyIsNotReadAndTakenFromTheFile) {
   Audited a("a.dip", text + dipoles);
   EXPECT_EQ(a.set->m_sphereCtf.m_center[1], 0.0);
   EXPECT_EQ(a.outline(), Lines{"wrong sphere"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::sphere}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::sphere}).left.findings), Lines());
   EXPECT_EQ(a.set->m_sphereCtf.m_center[0], 1.0);  // the file's y, to the left
   EXPECT_EQ(a.set->m_sphereCtf.m_center[1], 50.0);
   EXPECT_EQ(a.set->m_sphereCtf.m_center[2], 5.0);
@@ -115,7 +115,7 @@ TEST(CtfEncoding, Utf8IsANoteAndDecoded) {
   EXPECT_EQ(a.outline(), (Lines{"note encoding", "note encoding"}));
   const host::RepairReport report = a.repair({FindingCode::encoding});
   EXPECT_EQ(report.told, (Lines{"1 dipole: the label was decoded as UTF-8.", "The patient was decoded."}));
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   EXPECT_EQ(host::utf8Of(a.set->m_patient), " J\xC3\xB6rg");
   EXPECT_EQ(a.label(0), "m\xC3\xBC");
 }
@@ -131,7 +131,7 @@ TEST(CtfEncoding, AByteOrderMarkThatHidesTheHeaderIsWrongAndDecoded) {
                 ctfSphere + dipoles);
   EXPECT_EQ(host::utf8Of(a.set->m_patient), "non");
   EXPECT_EQ(a.outline(), Lines{"wrong encoding"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::encoding}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::encoding}).left.findings), Lines());
   EXPECT_EQ(host::utf8Of(a.set->m_patient), " J\xC3\xB6rg");
   EXPECT_EQ(host::utf8Of(a.set->m_fileVersion), " 5");
 }
@@ -145,7 +145,7 @@ TEST(CtfEncoding, AByteOrderMarkThatHidesTheDipolesIsWrongAndTheyCome) {
   EXPECT_EQ(a.set->m_totalDipoles, 0);
   EXPECT_EQ(a.outline(), Lines{"wrong encoding"});
   const host::RepairReport report = a.repair({FindingCode::encoding, FindingCode::rowOrder});
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   ASSERT_EQ(a.set->m_totalDipoles, 1);
   EXPECT_EQ(a.place(0), (Place3{50, 60, 10}));
   EXPECT_EQ(a.label(0), "a");
@@ -168,7 +168,7 @@ TEST(CtfEncoding, Utf16IsWrongAndDecoded) {
   Audited a("a.dip", wide);
   EXPECT_EQ(a.set->m_totalDipoles, 0);
   EXPECT_EQ(a.outline(), Lines{"wrong encoding"});
-  EXPECT_EQ(Audited::outlineOf(a.repair(host::allFindingCodes()).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair(host::allFindingCodes()).left.findings), Lines());
   ASSERT_EQ(a.set->m_totalDipoles, 1);
   EXPECT_EQ(a.place(0), (Place3{50, 60, 10}));
   EXPECT_EQ(host::utf8Of(a.set->m_patient), " Anna");

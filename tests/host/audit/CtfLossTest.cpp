@@ -67,7 +67,7 @@ TEST(LostRows, RowsBehindAClosingBraceInALabelAreLost) {
   const Audited a = ofRows({first, "2:\t2\t5\t6\t0\t0\t1\t20\ta}", second, second});
   EXPECT_EQ(a.set->m_totalDipoles, 1);
   const host::AuditReport report = host::audit(a.file, *a.set);
-  ASSERT_EQ(Audited::outlineOf(report), (Lines{"note no-fit", "wrong lost-rows", "wrong lost-rows"}));
+  ASSERT_EQ(outlineOf(report.findings), (Lines{"note no-fit", "wrong lost-rows", "wrong lost-rows"}));
   EXPECT_TRUE(report.findings[1].sentence.starts_with("1 row of dipoles did not come: they hold a brace"));
   EXPECT_TRUE(report.findings[2].sentence.starts_with("2 rows of dipoles did not come: they stand behind"));
 }
@@ -118,7 +118,7 @@ TEST(Sections, AnUnclosedSectionSwallowsTheNextAndItsRowsComeAsDipoles) {
   EXPECT_EQ(a.set->m_totalDipoles, 4);  // two of them are fit information
   EXPECT_EQ(a.place(2)[0], 10);         // a 1 that is no place
   const host::AuditReport report = host::audit(a.file, *a.set);
-  EXPECT_EQ(Audited::outlineOf(report), (Lines{"note no-fit", "wrong sections", "wrong sections"}));
+  EXPECT_EQ(outlineOf(report.findings), (Lines{"note no-fit", "wrong sections", "wrong sections"}));
   EXPECT_EQ(report.findings[1].sentence,
             "The section before Dipole_FitInfo has no end, so Dipole_FitInfo was not read.");
   EXPECT_EQ(report.findings[1].line, 13);
@@ -183,7 +183,7 @@ TEST(CtfAudit, TheExamplesAreCleanButForTheColumnsOfTheMovingOnes) {
   EXPECT_EQ(Audited("a.txt", contentOf(examplesFolder() + "median.txt")).outline(), Lines());
   Audited moving("a.dip", contentOf(examplesFolder() + "moving.dip"), {"moving no", "moving yes"});
   EXPECT_EQ(moving.outline(), Lines{"wrong moving-columns"});
-  EXPECT_EQ(Audited::outlineOf(moving.repair(host::allFindingCodes()).left), Lines());
+  EXPECT_EQ(outlineOf(moving.repair(host::allFindingCodes()).left.findings), Lines());
   const std::string text = contentOf(examplesFolder() + "moving.dip");
   const std::string last = text.substr(text.rfind("\t41:"));  // of the second section
   EXPECT_NE(last.find("\t" + moving.label(40) + "\n"), std::string::npos) << moving.label(40);

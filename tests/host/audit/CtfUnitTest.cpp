@@ -39,13 +39,13 @@ TEST(CtfUnit, WithoutAHeaderSmallPlacesAreWrongAndTakenAsCentimetresWhenTheUserS
   EXPECT_FALSE(finding.remedy.empty());
   EXPECT_EQ(a.outline(), Lines{"wrong unit"});
 
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left),
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::unit}).left.findings),
             Lines{"wrong unit"});  // nobody said which
   a.file.unit = LengthUnit::centimetre;
   EXPECT_EQ(a.outline(), Lines{"wrong unit"});
   const host::RepairReport report = a.repair({FindingCode::unit});
   EXPECT_EQ(report.told, Lines{"2 dipoles: the position was taken as cm."});
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   EXPECT_EQ(a.place(0), (Place3{52, 58, 10}));
   EXPECT_EQ(a.place(1), (Place3{-51, 56, 13}));
   EXPECT_EQ(a.dipole(0).m_rawLocation.m_center[0], 52);  // "back to the file's place" comes here too
@@ -80,7 +80,7 @@ TEST(CtfUnit, AHeaderBeforeTheSectionsNameIsNotRead) {
   EXPECT_NE(a.only(FindingCode::unit).sentence.find("before the section"), std::string::npos);
   EXPECT_EQ(imported({}, auditoryMm, ctfHeading).outline(), Lines{"doubtful unit"});
   a.file.unit = LengthUnit::centimetre;
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::unit}).left.findings), Lines());
   EXPECT_EQ(a.place(1), (Place3{-51, 56, 13}));
 }
 
@@ -138,7 +138,7 @@ TEST(CtfLatencyUnit, MillisecondsBesideASecondElsewhereInTheHeadingAreWrongAndRe
   Audited a("a.dip", text, {"moving yes"});
   EXPECT_EQ(a.dipole(0).m_latency, static_cast<double>(0.08F * 1000.0F));
   EXPECT_EQ(a.outline(), Lines{"wrong latency-unit"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::latencyUnit}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::latencyUnit}).left.findings), Lines());
   EXPECT_EQ(a.dipole(0).m_latency, static_cast<double>(0.08F));
 }
 

@@ -38,7 +38,7 @@ TEST(MsiColumns, AnotherOrderIsWrongAndTakenByTheNames) {
   EXPECT_EQ(a.outline(), Lines{"wrong msi-columns"});
   const host::RepairReport report = a.repair({FindingCode::msiColumns});
   EXPECT_EQ(report.told, Lines{"1 dipole: the values were taken from the columns that the heading names."});
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   EXPECT_EQ(a.dipole(0).m_moment, 22);
   EXPECT_EQ(a.dipole(0).m_fitError, 25);
   EXPECT_EQ(a.dipole(0).m_orientation[0], static_cast<double>(2.0F / 10.0F));
@@ -53,7 +53,7 @@ TEST(MsiColumns, PlacesInOtherColumnsAreTakenByTheNames) {
   EXPECT_EQ(a.place(0), (Place3{15, 50, 7.5}));
   EXPECT_EQ(a.outline(), Lines{"wrong msi-columns"});
   EXPECT_EQ(a.only(FindingCode::msiColumns).slots, std::vector{0});  // once, for place and values
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::msiColumns}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::msiColumns}).left.findings), Lines());
   EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
   EXPECT_EQ(a.dipole(0).m_rawLocation.m_center[0], 50);
   EXPECT_EQ(a.dipole(0).m_fitError, 25);
@@ -76,7 +76,7 @@ TEST(MsiColumns, PointsInIntegerColumnsLoseTheRowsThatTheHeadingTells) {
   EXPECT_EQ(a.outline(), Lines{"wrong msi-columns"});
   const host::RepairReport report = a.repair({FindingCode::msiColumns});
   EXPECT_EQ(report.told, Lines{"1 dipole that the import had refused came to the set."});
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   ASSERT_EQ(a.set->m_totalDipoles, 3);
   EXPECT_EQ(a.label(1), "second");  // where it stands in the file
   EXPECT_EQ(a.dipole(1).m_latency, 21);
@@ -94,7 +94,7 @@ TEST(MsiColumns, AHeadingWithAWordOfTheLegendHidesTheTable) {
   Audited a("a.txt", heading + otherRow + otherRow);
   EXPECT_EQ(a.set->m_totalDipoles, 0);
   EXPECT_EQ(a.outline(), Lines{"wrong msi-columns"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::msiColumns}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::msiColumns}).left.findings), Lines());
   ASSERT_EQ(a.set->m_totalDipoles, 2);
   EXPECT_EQ(a.place(1), (Place3{50, 60, 15}));
   EXPECT_EQ(a.dipole(1).m_moment, 22);
@@ -108,7 +108,7 @@ TEST(MsiPercent, GoodnessInPercentIsWrongAndTakenSo) {
   EXPECT_EQ(a.dipole(0).m_fitError, -7450);
   EXPECT_EQ(a.only(FindingCode::msiPercent).slots, (std::vector{0, 1}));
   EXPECT_EQ(a.outline(), Lines{"wrong msi-percent"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::msiPercent}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::msiPercent}).left.findings), Lines());
   EXPECT_EQ(a.dipole(0).m_fitError, 24.5);
   EXPECT_EQ(a.repair(host::allFindingCodes()).told, Lines());
 }
@@ -142,7 +142,7 @@ TEST(MsiUnit, AHeadingInMillimetresIsWrongAndTakenSoWhenTheUserSaysIt) {
   EXPECT_EQ(a.place(0), (Place3{500, 600, 150}));
   EXPECT_EQ(a.outline(), Lines{"wrong unit"});
   a.file.unit = LengthUnit::millimetre;
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::unit}).left.findings), Lines());
   EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
   EXPECT_EQ(Audited("a.txt", usual + millimetres).outline(), Lines{"doubtful unit"});
 }
@@ -153,7 +153,7 @@ TEST(MsiLatencyUnit, SecondsAreWrongAndTakenSo) {
   Audited a("a.txt", heading + "0.5" + row.substr(4));
   EXPECT_EQ(a.dipole(0).m_latency, 0.5);
   EXPECT_EQ(a.outline(), Lines{"wrong latency-unit"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::latencyUnit}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::latencyUnit}).left.findings), Lines());
   EXPECT_EQ(a.dipole(0).m_latency, 500);
 }
 
@@ -192,7 +192,7 @@ TEST(MsiEncoding, Utf8IsANoteAndUtf16IsWrong) {
   const std::string text = "Disk Media: a\nMRI/CT Patient: J\xC3\xB6rg\nDate of File: b\n" + usual + row;
   Audited a("a.txt", text);
   EXPECT_EQ(a.outline(), Lines{"note encoding"});
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::encoding}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::encoding}).left.findings), Lines());
   EXPECT_EQ(host::utf8Of(a.set->m_patient), " J\xC3\xB6rg");
   std::string wide = "\xFE\xFF";
   for (const char c : usual + row) {
@@ -202,6 +202,6 @@ TEST(MsiEncoding, Utf8IsANoteAndUtf16IsWrong) {
   Audited b("a.txt", wide);
   EXPECT_EQ(b.set->m_totalDipoles, 0);
   EXPECT_EQ(b.outline(), Lines{"wrong encoding"});
-  EXPECT_EQ(Audited::outlineOf(b.repair({FindingCode::encoding}).left), Lines());
+  EXPECT_EQ(outlineOf(b.repair({FindingCode::encoding}).left.findings), Lines());
   EXPECT_EQ(b.place(0), (Place3{50, 60, 15}));
 }

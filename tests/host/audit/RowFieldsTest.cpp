@@ -91,3 +91,19 @@ TEST(RowFieldsTest, WhatIsAPlainNumberDoesNotDependOnWhatFollows) {
     ASSERT_EQ(first.count(), 2);
   }
 }
+
+TEST(RowFieldsTest, MarksAreNoticedWhereverTheyStandInAWord) {
+  for (std::size_t before = 0; before < 20; ++before) {
+    for (std::size_t behind = 0; behind < 20; ++behind) {
+      for (const char* rest : {"", " 7", "\t7                "}) {
+        for (const char mark : {'(', '/', '{', '}'}) {
+          const std::string row = "x" + std::string(before, 'z') + mark + std::string(behind, '0') + rest;
+          ASSERT_TRUE(RowFields(row).mayHoldMarks()) << row;
+        }
+        const std::string row = "x" + std::string(before, 'z') + std::string(behind, '0') + rest;
+        ASSERT_FALSE(RowFields(row).mayHoldMarks()) << row;
+        ASSERT_EQ(RowFields(row)[0].size(), 1 + before + behind) << row;
+      }
+    }
+  }
+}

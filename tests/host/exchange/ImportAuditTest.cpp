@@ -9,6 +9,7 @@
 #include "host/exchange/ImportFile.h"
 #include "host/exchange/JoinedSet.h"
 #include "host/exchange/SetFile.h"
+#include "tests/host/audit/AuditTexts.h"
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
 
@@ -23,14 +24,13 @@ using host::Severity;
 
 namespace {
 
-const std::string sphere = "MEG_Sphere\n{\nORIGIN_X: 0\nORIGIN_Y: 0\nORIGIN_Z: 5\nRADIUS: 8.5\n}\n";
 const std::string noUnit = "// xp yp zp xo yo zo Mom(nAm) Label\n";
 const std::string inCm = "// xp (cm) yp (cm) zp (cm) xo yo zo Mom(nAm) Label\n";
-const std::string row = "1: 1.0 5.2 5.8 0 0 1 20 left\n";
+const Lines row = {"1: 1.0 5.2 5.8 0 0 1 20 left"};
 const std::string fit = "Dipole_FitInfo\n{\n1: 1 1 0.1 1 5 5 0 0 0 1 a\n}\n";
 
-std::string dipoles(const std::string& heading, const std::string& rows) {
-  return "Dipoles\n{\n" + heading + rows + "}\n";
+std::string dipoles(const std::string& heading, const Lines& rows) {
+  return ctfSection("Dipoles", heading, rows);
 }
 std::string patient(const std::string& name) {
   return "File_Info\n{\nPATIENT: " + name + "\n}\n";
@@ -46,16 +46,6 @@ std::array<double, 3> place(const CDipoleFace& set, int slot) {
   return {at[0], at[1], at[2]};
 }
 constexpr std::array<double, 3> meant = {52, 58, 10};
-
-// "wrong unit" and the like.
-std::vector<std::string> outlineOf(const std::vector<Finding>& findings) {
-  std::vector<std::string> outline;
-  for (const Finding& finding : findings) {
-    outline.push_back(std::string(nameOf(finding.severity)) + " " + std::string(nameOf(finding.code)));
-  }
-  return outline;
-}
-using Lines = std::vector<std::string>;
 
 struct ImportAudit : testing::Test {
   ImportedFile imported(const std::string& name, const std::string& text, const host::Repairs& repairs = {}) {
@@ -78,7 +68,7 @@ host::Head headOf(double ears) {
 }  // namespace
 
 TEST_F(ImportAudit, RemediesThatAreWantedAreAppliedBehindTheImportAndTold) {
-  const std::string text = sphere + dipoles(noUnit, row) + fit;
+  const std::string text = ctfSphere + dipoles(noUnit, row) + fit;
   const ImportedFile plain = imported("a.dip", text);
   EXPECT_EQ(outlineOf(plain.findings), Lines{"wrong unit"});
   EXPECT_EQ(plain.findings[0].file, "a.dip");
@@ -91,7 +81,7 @@ TEST_F(ImportAudit, RemediesThatAreWantedAreAppliedBehindTheImportAndTold) {
 }
 
 TEST_F(ImportAudit, ARepairMayComeLater) {
-  ImportedFile file = imported("a.dip", sphere + dipoles(noUnit, row) + fit);
+  ImportedFile file = imported("a.dip", ctfSphere + dipoles(noUnit, row) + fit);
   file.repair({{FindingCode::labels}, {}});
   EXPECT_EQ(outlineOf(file.findings), Lines{"wrong unit"});
   EXPECT_TRUE(file.repaired.empty());
@@ -102,7 +92,7 @@ TEST_F(ImportAudit, ARepairMayComeLater) {
 
 TEST_F(ImportAudit, AnImportOfTheModulesOwnIsAuditedAndRepairedInItsSet) {
   const auto set = std::make_unique<CDipoleFace9File>();
-  const std::string text = sphere + dipoles(noUnit, row) + fit;
+  const std::string text = ctfSphere + dipoles(noUnit, row) + fit;
   CString path = folder.write("a.dip", text);
   ASSERT_EQ(set->importDipoleX(path, false), 1);
   ASSERT_EQ(set->importDipoleX(path, false), 1);
@@ -116,7 +106,7 @@ TEST_F(ImportAudit, AnImportOfTheModulesOwnIsAuditedAndRepairedInItsSet) {
 }
 
 TEST_F(ImportAudit, SetsAndTablesAreNotAudited) {
-  const ImportedFile file = imported("a.dip", sphere + dipoles(inCm, row) + fit);
+  const ImportedFile file = imported("a.dip", ctfSphere + dipoles(inCm, row) + fit);
   const CString path = folder.path("a.dipset");
   host::writeSet(*file.set, path);
   ImportedFile set = host::importFile(path, DipoleFormat::set);
@@ -128,8 +118,8 @@ TEST_F(ImportAudit, SetsAndTablesAreNotAudited) {
 
 TEST_F(ImportAudit, WhatAFileDoesNotGiveIsUnknownOfItsDipolesAmongThoseOfOthers) {
   JoinedSet joined(3);
-  joined.add(imported("a.dip", sphere + dipoles(inCm, row) + fit));
-  joined.add(imported("b.dip", sphere + dipoles(inCm, row)));
+  joined.add(imported("a.dip", ctfSphere + dipoles(inCm, row) + fit));
+  joined.add(imported("b.dip", ctfSphere + dipoles(inCm, row)));
   EXPECT_EQ(joined.unknown().of(3), 0);
   EXPECT_TRUE(joined.unknown().isUnknown(4, DipoleValue::latency));
   EXPECT_TRUE(joined.unknown().isUnknown(4, DipoleValue::fitError));
@@ -140,8 +130,8 @@ TEST_F(ImportAudit, WhatAFileDoesNotGiveIsUnknownOfItsDipolesAmongThoseOfOthers)
 
 TEST_F(ImportAudit, DipolesOutsideOfTheSphereOfTheirOwnFileAreFound) {
   JoinedSet joined(3);
-  joined.add(imported("a.dip", sphere + dipoles(inCm, row) + fit));
-  joined.add(imported("b.dip", sphere + dipoles(inCm, "1: 1.0 11.0 5.8 0 0 1 20 left\n") + fit));
+  joined.add(imported("a.dip", ctfSphere + dipoles(inCm, row) + fit));
+  joined.add(imported("b.dip", ctfSphere + dipoles(inCm, {"1: 1.0 11.0 5.8 0 0 1 20 left"}) + fit));
   ASSERT_EQ(outlineOf(joined.findings()), Lines{"doubtful outside-head"});
   EXPECT_EQ(joined.findings()[0].slots, std::vector{4});
   EXPECT_EQ(joined.findings()[0].file, "b.dip");
@@ -149,11 +139,11 @@ TEST_F(ImportAudit, DipolesOutsideOfTheSphereOfTheirOwnFileAreFound) {
 
 TEST_F(ImportAudit, FilesAreComparedWithEachOther) {
   JoinedSet joined;
-  joined.add(imported("none.dip", sphere + dipoles(inCm, row) + fit));
-  joined.add(imported("a.dip", patient("Anna") + sphere + fiducials(100) + dipoles(inCm, row) + fit));
-  joined.add(imported("b.dip", patient("Anna") + sphere + fiducials(103) + dipoles(inCm, row) + fit));
+  joined.add(imported("none.dip", ctfSphere + dipoles(inCm, row) + fit));
+  joined.add(imported("a.dip", patient("Anna") + ctfSphere + fiducials(100) + dipoles(inCm, row) + fit));
+  joined.add(imported("b.dip", patient("Anna") + ctfSphere + fiducials(103) + dipoles(inCm, row) + fit));
   EXPECT_TRUE(host::findingsBetween(joined.parts()).empty());
-  joined.add(imported("c.dip", patient("Berta") + sphere + fiducials(80) + dipoles(inCm, row) + fit));
+  joined.add(imported("c.dip", patient("Berta") + ctfSphere + fiducials(80) + dipoles(inCm, row) + fit));
   const std::vector<Finding> between = host::findingsBetween(joined.parts());
   ASSERT_EQ(outlineOf(between), (Lines{"wrong other-head", "doubtful several-patients"}));
   EXPECT_EQ(between[0].file, "c.dip");
@@ -164,8 +154,8 @@ TEST_F(ImportAudit, FilesAreComparedWithEachOther) {
 TEST_F(ImportAudit, FilesAreComparedWithTheHeadTheyAreShownIn) {
   JoinedSet joined(3);
   joined.add(imported("a.dip", fiducials(100) + dipoles(inCm, row) + fit));
-  joined.add(imported("b.dip", dipoles(inCm, "1: 1.0 12.0 5.8 0 0 1 20 left\n") + fit));
-  joined.add(imported("c.dip", sphere + fiducials(100) + dipoles(inCm, row) + fit));
+  joined.add(imported("b.dip", dipoles(inCm, {"1: 1.0 12.0 5.8 0 0 1 20 left"}) + fit));
+  joined.add(imported("c.dip", ctfSphere + fiducials(100) + dipoles(inCm, row) + fit));
   const std::vector<Finding> inOwn = host::findingsIn(headOf(85.9), joined);
   ASSERT_EQ(outlineOf(inOwn), Lines{"doubtful outside-head"});
   EXPECT_EQ(inOwn[0].slots, std::vector{4});
