@@ -108,8 +108,7 @@ host::ViewSettings PictureOptions::settings() const {
   if (!m_tolerance.empty()) {
     settings.toleranceMm = parseTolerance(m_tolerance);
   }
-  const double grown = settings.glyphPixels * host::textScale(m_mmPerPixel);
-  settings.glyphPixels = m_glyph.value_or(static_cast<int>(std::lround(grown)));
+  settings.glyphPixels = m_glyph.value_or(host::glyphPixels(settings.glyphPixels, m_mmPerPixel));
   settings.thinnestSlice = m_mmPerPixel;
   settings.moduleSlab = m_isModuleSlab;
   settings.showLabels = m_showLabels;

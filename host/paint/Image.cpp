@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <string>
 
 #include "host/paint/Rounding.h"
 
@@ -15,7 +16,8 @@ constexpr int largestExtent = 32767;
 
 Image::Image(int width, int height, Rgb fill) : m_width(width), m_height(height) {
   if (width < 0 || height < 0 || width > largestExtent || height > largestExtent) {
-    throw std::invalid_argument("a picture of this size cannot be made");
+    throw std::invalid_argument("a picture cannot be wider or higher than " + std::to_string(largestExtent) +
+                                " pixels");
   }
   m_pixels.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), fill);
 }

@@ -150,6 +150,12 @@ double textScale(double mmPerPixel) {
   return std::clamp(usualPixel / mmPerPixel, smallest, largest);
 }
 
+int glyphPixels(int usual, double mmPerPixel) {
+  constexpr long least = 3;  // smaller squares cannot be seen
+  return static_cast<int>(
+      std::clamp(std::lround(usual * usualPixel / mmPerPixel), least, long{largestGlyph}));
+}
+
 DipolePicture slicesPicture(const PaneContents& contents, const std::vector<SliceRow>& rows,
                             double mmPerPixel, PageTexts texts) {
   checkPixel(mmPerPixel);

@@ -32,6 +32,9 @@ SliceRow rowThrough(const PaneContents& contents, int slot);
 // How much larger than on a screen texts and marks are in a picture of that scale, so that they keep their
 // size against the head.
 double textScale(double mmPerPixel);
+// The side of a dipole's square there that has `usual` pixels on a screen: as large against the head, but
+// never so small that it is not seen.
+int glyphPixels(int usual, double mmPerPixel);
 
 // The contents' crosshair counts for nothing. The page gets the contents' scale, and notes on how to read it.
 // Throws std::invalid_argument when mmPerPixel or a position is out of its range (see host/head/Limits.h) or

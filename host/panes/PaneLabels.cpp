@@ -60,10 +60,15 @@ std::string labelOf(const CDipoleszq& dipole) {
                                                      : dipole.m_label);
 }
 
-int drawLabels(Image& image, const std::vector<PaneLabel>& labels, int around, double scale) {
+int drawLabels(Image& image, const std::vector<PaneLabel>& labels, int around, const SideLetters& letters,
+               double scale) {
   const StrokeFont font = noteFont(scale);
   const int gap = scaledPixels(3.0, scale);
   TakenPixels taken(image.width(), image.height());
+  const int clear = letterFont(scale).lineHeight() / 2;
+  for (const PixelBox& letter : sideBoxes(image, letters, scale)) {
+    taken.take({letter.left - clear, letter.top, letter.right + clear, letter.bottom});
+  }
   for (const PaneLabel& label : labels) {
     taken.take({label.at.column - around, label.at.row - around, label.at.column + around + 1,
                 label.at.row + around + 1});

@@ -6,6 +6,7 @@
 
 #include "host/paint/Image.h"
 #include "host/panes/PaneMarks.h"
+#include "host/picture/PictureMarks.h"
 #include "module/dipole.h"
 
 namespace host {
@@ -20,8 +21,10 @@ struct PaneLabel {
 std::string labelOf(const CDipoleszq& dipole);
 
 // Each beside its dipole, whose mark reaches `around` pixels to each side, where no mark and no other label
-// is hidden. Returns how many found no room and are left out.
-int drawLabels(Image& image, const std::vector<PaneLabel>& labels, int around, double scale = 1.0);
+// is hidden and no letter of a side is near, which could be read as part of it. Returns how many found no
+// room and are left out.
+int drawLabels(Image& image, const std::vector<PaneLabel>& labels, int around, const SideLetters& letters,
+               double scale = 1.0);
 // Says so, when there are any, in the texts of the pane.
 void noteLabelsLeftOut(PaneTexts& texts, int labels);
 

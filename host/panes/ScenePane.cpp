@@ -318,7 +318,8 @@ void ScenePane::drawNames(Image& image, const PaneContents& contents, const Scen
     }
   }
   const int around = static_cast<int>(std::ceil(ballRadiusIn(m_camera, style) * m_camera.scale()));
-  noteLabelsLeftOut(m_texts, drawLabels(image, labels, around, contents.scale));
+  noteLabelsLeftOut(m_texts, drawLabels(image, labels, around, sideLetters(m_camera.right(), m_camera.up()),
+                                        contents.scale));
 }
 
 void ScenePane::gatherTexts(const PaneContents& contents) {

@@ -219,7 +219,8 @@ void SlicePane::drawNames(const PaneContents& contents) {
   for (const SliceSquare& drawn : m_drawn) {
     labels.push_back({drawn.at, labelOf(*contents.dipoles.m_dipoles[drawn.slot]), ink});
   }
-  noteLabelsLeftOut(m_texts, drawLabels(m_picture, labels, m_glyph - pixelsBefore(m_glyph), contents.scale));
+  noteLabelsLeftOut(m_texts, drawLabels(m_picture, labels, m_glyph - pixelsBefore(m_glyph),
+                                        sideLetters(m_view), contents.scale));
 }
 
 void SlicePane::gatherTexts(const PaneContents& contents) {

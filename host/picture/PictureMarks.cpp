@@ -53,18 +53,27 @@ SideLetters sideLetters(View view) {
   return sideLetters(axis(axes.column), axis(axes.row));
 }
 
-void drawSides(Image& image, const SideLetters& letters, double scale) {
+std::array<PixelBox, 4> sideBoxes(const Image& image, const SideLetters& letters, double scale) {
   const StrokeFont font = letterFont(scale);
   const int margin = scaledPixels(markMargin, scale);
   const int middleRow = (image.height() - font.lineHeight()) / 2;
   const auto middleColumn = [&](const std::string& text) { return (image.width() - font.width(text)) / 2; };
-  const auto draw = [&](const std::string& text, int left, int top) {
-    drawEdged(image, font, left, top, text, letterInk);
+  const auto boxAt = [&](const std::string& text, int left, int top) {
+    return PixelBox{left, top, left + font.width(text), top + font.lineHeight()};
   };
-  draw(letters.left, margin, middleRow);
-  draw(letters.right, image.width() - margin - font.width(letters.right), middleRow);
-  draw(letters.top, middleColumn(letters.top), margin);
-  draw(letters.bottom, middleColumn(letters.bottom), image.height() - margin - font.lineHeight());
+  return {boxAt(letters.left, margin, middleRow),
+          boxAt(letters.right, image.width() - margin - font.width(letters.right), middleRow),
+          boxAt(letters.top, middleColumn(letters.top), margin),
+          boxAt(letters.bottom, middleColumn(letters.bottom), image.height() - margin - font.lineHeight())};
+}
+
+void drawSides(Image& image, const SideLetters& letters, double scale) {
+  const std::array<const std::string*, 4> texts = {&letters.left, &letters.right, &letters.top,
+                                                   &letters.bottom};
+  const std::array<PixelBox, 4> boxes = sideBoxes(image, letters, scale);
+  for (std::size_t i = 0; i < boxes.size(); ++i) {
+    drawEdged(image, letterFont(scale), boxes[i].left, boxes[i].top, *texts[i], letterInk);
+  }
 }
 
 double scaleBarMm(double pixelsPerMm, double mostPixels) {

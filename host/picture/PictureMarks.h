@@ -2,6 +2,7 @@
 // legible over any picture; `scale` is that of host/paint/PictureText.h.
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "host/head/Vector3.h"
@@ -28,7 +29,8 @@ struct SideLetters {
 SideLetters sideLetters(const Vector3& right, const Vector3& up);  // directions in the picture
 SideLetters sideLetters(View view);
 
-// In the middle of each border.
+// Where they stand, left, right, top and bottom: in the middle of each border.
+std::array<PixelBox, 4> sideBoxes(const Image& image, const SideLetters& letters, double scale = 1.0);
 void drawSides(Image& image, const SideLetters& letters, double scale = 1.0);
 
 // The longest of 1, 2, 5, 10, 20, 50, 100, ... mm that takes no more than that many pixels.
