@@ -13,8 +13,7 @@ std::string repairOption(const host::Finding& finding) {
   if (finding.remedy.empty()) {
     return {};
   }
-  return finding.code == host::FindingCode::unit ? "--unit cm or --unit mm"
-                                                 : "--repair " + std::string(nameOf(finding.code));
+  return finding.asksForUnit ? "--unit cm or --unit mm" : "--repair " + std::string(nameOf(finding.code));
 }
 
 std::vector<int> numbersOf(const host::Finding& finding, const CDipoleFace& set) {

@@ -103,8 +103,6 @@ ImportChoices ImportOptions::choices() const {
   }
   if (!m_unit.empty()) {
     choices.repairs.unit = m_unit == "cm" ? host::LengthUnit::centimetre : host::LengthUnit::millimetre;
-  } else if (m_repair != allCodes && choices.repairs.codes.contains(host::FindingCode::unit)) {
-    throw UsageError("--repair unit needs --unit cm or --unit mm: the file does not say it");
   }
   return choices;
 }

@@ -49,7 +49,7 @@ void checkSlots(const host::AuditReport& report, const Set& set, int first) {
 // Whether everything wrong that is left says that it has no remedy, or needs a word of the user.
 void checkRepaired(const host::AuditReport& left, bool isUnitSaid) {
   for (const host::Finding& finding : left.findings) {
-    const bool needsUnit = finding.code == host::FindingCode::unit && !isUnitSaid;
+    const bool needsUnit = finding.asksForUnit && !isUnitSaid;
     const bool isLeft = finding.severity == host::Severity::wrong && !finding.remedy.empty() && !needsUnit;
     check(!isLeft, ("nothing wrong is left behind a repair: " + lineOf(finding)).c_str());
   }

@@ -88,6 +88,16 @@ void AuditPass::add(FindingCode code, Severity severity, std::string_view sectio
   }
 }
 
+void AuditPass::addOpenUnit(Severity severity, std::string_view section, Gathered&& gathered,
+                            std::string sentence) {
+  const bool isThere = !gathered.isEmpty();
+  add(FindingCode::unit, severity, section, std::move(gathered), std::move(sentence),
+      "The positions are taken in the unit that you say, cm or mm.");
+  if (isThere) {
+    m_findings.back().asksForUnit = true;
+  }
+}
+
 AuditReport AuditPass::takeReport() {
   std::stable_sort(m_findings.begin(), m_findings.end(), [](const Finding& a, const Finding& b) {
     return std::pair(a.code, a.line) < std::pair(b.code, b.line);

@@ -95,6 +95,8 @@ class AuditPass {
   // A finding about dipoles, when there are any.
   void add(FindingCode code, Severity severity, std::string_view section, Gathered&& gathered,
            std::string sentence, std::string remedy);
+  // That the unit of positions is open: the user must say it.
+  void addOpenUnit(Severity severity, std::string_view section, Gathered&& gathered, std::string sentence);
   void tell(std::string sentence) { m_told.push_back(std::move(sentence)); }
   // "7 dipoles: <what>." of those that were changed, when there are any.
   void tellOf(const Gathered& gathered, std::string_view what);

@@ -46,8 +46,33 @@ CtfSectionAudit::CtfSectionAudit(AuditPass& pass, const TextEncoding& encoding, 
   if (m_hasOtherColumns) {
     m_places = m_heading.places();
   }
-  m_isSimple = !m_hasOtherColumns && m_heading.lengthUnit() != ColumnUnit::millimetre &&
+  m_positions = positionUnitOf(reading, section, first != reading.rows.end() && first->isCentimetre);
+  const ColumnUnit stated = m_positions.stated();
+  m_isSimple = !m_hasOtherColumns && (stated == ColumnUnit::none || stated == ColumnUnit::centimetre) &&
                m_heading.unitOf(Column::latency) != ColumnUnit::millisecond && !m_encoding.isUtf8();
+}
+
+// A unit before the section's name is open, but for one that is neither of the two to choose from.
+PositionUnit CtfSectionAudit::positionUnitOf(const CtfReading& reading, int section,
+                                             bool isCentimetre) const {
+  ColumnUnit stated = m_heading.lengthUnit();
+  if (m_section.isUnitBefore && stated != ColumnUnit::metre) {
+    stated = ColumnUnit::none;
+  } else if (stated == ColumnUnit::none && isCentimetre) {
+    stated = ColumnUnit::centimetre;
+  }
+  float largest = 0.0F;
+  const bool isInQuestion = stated == ColumnUnit::millimetre || stated == ColumnUnit::metre;
+  for (std::size_t i = 0; i < reading.rows.size() && isInQuestion; ++i) {
+    const CtfRow& row = reading.rows[i];
+    if (row.section == section && (row.fate == RowFate::arrived || row.fate == RowFate::unread)) {
+      const RowFields fields(row.fields);
+      for (const Column axis : {Column::x, Column::y, Column::z}) {
+        largest = (std::max)(largest, std::abs(fields.number(m_places[axis]).value_or(0.0F)));
+      }
+    }
+  }
+  return {stated, largest, m_pass.file().unit};
 }
 
 // Whether nothing can be wrong with a row but the place of its dipole.
@@ -145,12 +170,11 @@ std::optional<CtfSectionAudit::Told> CtfSectionAudit::read(const CtfRow& row, co
 }
 
 bool CtfSectionAudit::isUnitOpen(const CtfRow& row) const {
-  return !row.isCentimetre || m_heading.lengthUnit() == ColumnUnit::millimetre;
+  return !m_positions.isCertain() && (!row.isCentimetre || m_positions.stated() != ColumnUnit::none);
 }
 
 float CtfSectionAudit::meantFactor(const CtfRow& row) const {
-  const std::optional<LengthUnit> said = m_pass.file().unit;
-  return isUnitOpen(row) && said ? (*said == LengthUnit::centimetre ? 10.0F : 1.0F) : importFactor(row);
+  return m_positions.factor().value_or(importFactor(row));
 }
 
 void CtfSectionAudit::lookAtPlace(std::size_t local, const CtfRow& row, const float (&meant)[3]) {
@@ -166,15 +190,20 @@ void CtfSectionAudit::lookAtPlace(std::size_t local, const CtfRow& row, const fl
     return;
   }
   const bool hasColumns = steps->first || m_pass.repairs(FindingCode::movingColumns);
-  const bool isUnitSaid = m_pass.file().unit.has_value();
-  const bool hasUnit = steps->second || (isUnitSaid && m_pass.repairs(FindingCode::unit));
+  const bool isUnitKnown = m_positions.factor().has_value();
+  const bool hasUnit = steps->second || (isUnitKnown && m_pass.repairs(FindingCode::unit));
+  const bool isOpen = isUnitOpen(row);
   const Place wanted = make(hasColumns, hasUnit);
   if (!isSame(wanted, current)) {
     setPlace(dipole, wanted);
-    m_unit.changed += hasUnit != steps->second ? 1 : 0;
+    (isOpen ? m_unit : m_statedUnit).changed += hasUnit != steps->second ? 1 : 0;
     m_columns.changed += hasColumns != steps->first ? 1 : 0;
   }
-  if (isUnitOpen(row) && (!isUnitSaid || !hasUnit)) {
+  if (!isOpen && !hasUnit) {
+    m_statedUnit.add(slot, row.line);
+  } else if (!isOpen && m_positions.stated() == ColumnUnit::millimetre && !m_pass.file().unit) {
+    m_millimetre.add(slot, row.line);
+  } else if (isOpen && (!isUnitKnown || !hasUnit)) {
     m_unit.add(slot, row.line);
     for (const float value : meant) {
       m_largest = (std::max)(m_largest, std::abs(value));

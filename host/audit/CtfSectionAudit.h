@@ -8,6 +8,7 @@
 #include "host/audit/AuditPass.h"
 #include "host/audit/CtfFollowers.h"
 #include "host/audit/CtfReading.h"
+#include "host/audit/PositionUnit.h"
 
 namespace host {
 
@@ -39,6 +40,7 @@ class CtfSectionAudit {
     bool hasError = false;
   };
 
+  PositionUnit positionUnitOf(const CtfReading& reading, int section, bool isCentimetre) const;
   bool isUsual(const CtfRow& row) const;
   void lookClosely(std::size_t local, const CtfRow& row, const CtfFollowers& followers);
   std::optional<Told> read(const CtfRow& row, const RowFields& fields) const;
@@ -54,6 +56,7 @@ class CtfSectionAudit {
   void lookAtLatency(std::size_t local, const CtfRow& row, const RowFields& fields);
   void lookAtLabel(std::size_t local, const CtfRow& row, const RowFields& fields);
   void finishUnit();
+  void finishStatedUnit();
   void finishLatency();
   void finishColumns();
   void finishLabels();
@@ -63,12 +66,15 @@ class CtfSectionAudit {
   const CtfSection& m_section;
   Heading m_heading;
   ColumnPlaces m_places;  // of the columns that count: the format's or the heading's
+  PositionUnit m_positions;
   bool m_isMoving;
   bool m_hasOtherColumns = false;  // than the import takes for granted
   bool m_isSimple = false;         // nothing but the place of a usual row needs a look
   float m_largest = 0.0F;          // coordinate, as written, of those whose unit is open
 
-  Gathered m_unit;
+  Gathered m_unit;        // is open
+  Gathered m_statedUnit;  // is another than the one that the import took
+  Gathered m_millimetre;  // is what the file states
   Gathered m_columns;
   Gathered m_openColumns;  // rows that the heading does not fit
   Gathered m_unnamed;      // rows with columns that no heading names

@@ -24,13 +24,15 @@ void CtfSectionAudit::finish() {
 void CtfSectionAudit::finishUnit() {
   m_pass.tellOf(m_unit, m_pass.file().unit == LengthUnit::centimetre ? "the position was taken as cm"
                                                                      : "the position was taken as mm");
-  constexpr float largestInCentimetre = 15.0F;
+  finishStatedUnit();
   const bool isSmall = m_largest <= largestInCentimetre;
-  const bool saysMillimetre = m_heading.lengthUnit() == ColumnUnit::millimetre && !m_section.isUnitBefore;
-  const Severity severity = isSmall ? Severity::wrong : saysMillimetre ? Severity::note : Severity::doubtful;
+  const bool saysMillimetre = m_positions.stated() == ColumnUnit::millimetre;
+  const bool saysMetre = m_positions.stated() == ColumnUnit::metre;
   std::string sentence = "The file does not say whether its positions are cm or mm; they were taken as mm.";
   if (saysMillimetre) {
     sentence = "The file gives its positions in mm.";
+  } else if (saysMetre) {
+    sentence = "The file gives its positions in m, but they are too large for a head.";
   } else if (m_section.isUnitBefore) {
     sentence =
         "The unit of the positions stands before the section, where it is not read; they were taken "
@@ -40,11 +42,32 @@ void CtfSectionAudit::finishUnit() {
     sentence +=
         " All of them lie within 15 of the origin, which fits cm: a dipole 5 cm to the side would be "
         "shown 5 mm from the middle of the head.";
-  } else if (!saysMillimetre) {
+  } else {
     sentence += " Some lie more than 15 from the origin, which fits mm.";
   }
-  m_pass.add(FindingCode::unit, severity, m_section.name, std::move(m_unit), std::move(sentence),
-             "The positions are taken in the unit that you say, cm or mm.");
+  m_pass.addOpenUnit(isSmall || saysMetre ? Severity::wrong : Severity::doubtful, m_section.name,
+                     std::move(m_unit), std::move(sentence));
+}
+
+void CtfSectionAudit::finishStatedUnit() {
+  const std::string unit(nameOf(m_positions.stated()));
+  m_pass.tellOf(m_statedUnit, "the position was taken as " + unit + ", as the file gives it");
+  m_pass.add(FindingCode::unit, Severity::wrong, m_section.name, std::move(m_statedUnit),
+             "The file gives its positions in " + unit +
+                 ", but they were taken in another unit: every dipole is shown in a wrong place.",
+             "The positions are taken in the unit that the file gives.");
+  m_pass.add(FindingCode::unit, Severity::note, m_section.name, std::move(m_millimetre),
+             "The file gives its positions in mm.", {});
+  if (m_positions.isContradicted()) {
+    m_pass.add({FindingCode::unit,
+                Severity::note,
+                {},
+                m_section.line,
+                std::string(m_section.name),
+                {},
+                "The file gives its positions in " + unit + "; the other unit that you said was not used.",
+                {}});
+  }
 }
 
 void CtfSectionAudit::finishLatency() {

@@ -56,13 +56,14 @@ std::optional<FindingCode> findingCodeNamed(std::string_view name);
 struct Finding {
   FindingCode code = FindingCode::sections;
   Severity severity = Severity::note;
-  std::string file;         // as the caller names it; empty when the finding is about several files
-  int line = 0;             // of the file, from 1, the first one concerned; 0: the file as a whole
-  std::string section;      // of a CTF file, such as "Dipoles"; else empty
-  std::vector<int> slots;   // of the dipoles concerned in the set, in rising order
-  std::string sentence;     // UTF-8, whole sentences for a clinician
-  std::string remedy;       // UTF-8, what a repair would do; empty when there is none
-  bool isAnswered = false;  // the user's own answer to the module's question brought it about
+  std::string file;          // as the caller names it; empty when the finding is about several files
+  int line = 0;              // of the file, from 1, the first one concerned; 0: the file as a whole
+  std::string section;       // of a CTF file, such as "Dipoles"; else empty
+  std::vector<int> slots;    // of the dipoles concerned in the set, in rising order
+  std::string sentence;      // UTF-8, whole sentences for a clinician
+  std::string remedy;        // UTF-8, what a repair would do; empty when there is none
+  bool isAnswered = false;   // the user's own answer to the module's question brought it about
+  bool asksForUnit = false;  // the remedy needs the user's word: cm or mm
 
   bool operator==(const Finding&) const = default;
 };

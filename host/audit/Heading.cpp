@@ -49,9 +49,9 @@ constexpr NamedColumn knownNames[] = {
 };
 
 constexpr std::pair<std::string_view, ColumnUnit> knownUnits[] = {
-    {"cm", ColumnUnit::centimetre}, {"mm", ColumnUnit::millimetre},  {"s", ColumnUnit::second},
-    {"sec", ColumnUnit::second},    {"ms", ColumnUnit::millisecond}, {"msec", ColumnUnit::millisecond},
-    {"%", ColumnUnit::percent},
+    {"cm", ColumnUnit::centimetre},    {"mm", ColumnUnit::millimetre}, {"m", ColumnUnit::metre},
+    {"s", ColumnUnit::second},         {"sec", ColumnUnit::second},    {"ms", ColumnUnit::millisecond},
+    {"msec", ColumnUnit::millisecond}, {"%", ColumnUnit::percent},
 };
 
 std::string simplified(std::string_view text) {
@@ -165,6 +165,7 @@ void Heading::take(const std::vector<std::string_view>& cells) {
     m_columns.push_back(columnNamed(cell));
     m_units.push_back(unitIn(cell));
   }
+  applyUnitLine();
 }
 
 void Heading::fitTo(int fields) {
@@ -188,18 +189,30 @@ ColumnUnit Heading::unitOf(Column column) const {
 ColumnUnit Heading::lengthUnit() const {
   for (const Column column : {Column::x, Column::y, Column::z}) {
     const ColumnUnit unit = unitOf(column);
-    if (unit == ColumnUnit::centimetre || unit == ColumnUnit::millimetre) {
+    if (unit == ColumnUnit::centimetre || unit == ColumnUnit::millimetre || unit == ColumnUnit::metre) {
       return unit;
     }
   }
   return ColumnUnit::none;
 }
 
+bool Heading::isUnitLine(std::string_view line) {
+  line = withoutBlanks(line);
+  return line.starts_with('(') || unitNamed(line.substr(0, line.find_first_of(blanks))) != ColumnUnit::none;
+}
+
 void Heading::takeUnits(std::string_view line) {
-  const std::vector<std::string_view> cells = between(line, "(");
-  for (std::size_t i = 0; i < cells.size() && i < m_units.size(); ++i) {
-    const ColumnUnit unit = unitNamed(cells[i].substr(0, cells[i].find(')')));
-    m_units[i] = unit != ColumnUnit::none ? unit : m_units[i];
+  m_unitLine.clear();
+  const bool isInParentheses = withoutBlanks(line).starts_with('(');
+  for (const std::string_view cell : isInParentheses ? between(line, "(") : betweenBlanks(line)) {
+    m_unitLine.push_back(unitNamed(cell.substr(0, cell.find(')'))));
+  }
+  applyUnitLine();
+}
+
+void Heading::applyUnitLine() {
+  for (std::size_t i = 0; i < m_unitLine.size() && i < m_units.size(); ++i) {
+    m_units[i] = m_unitLine[i] != ColumnUnit::none ? m_unitLine[i] : m_units[i];
   }
 }
 

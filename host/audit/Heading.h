@@ -25,7 +25,7 @@ enum class Column : std::uint8_t {
   other
 };
 
-enum class ColumnUnit : std::uint8_t { none, centimetre, millimetre, second, millisecond, percent };
+enum class ColumnUnit : std::uint8_t { none, centimetre, millimetre, metre, second, millisecond, percent };
 
 // Where the columns of a table stand: the field of each, from 0; -1 when it has none.
 class ColumnPlaces {
@@ -61,8 +61,10 @@ class Heading {
   // The unit behind a column's name; of x, y and z the first that has one.
   ColumnUnit unitOf(Column column) const;
   ColumnUnit lengthUnit() const;
-  // Takes units from a line of them, "(msec) (cm) (cm) ...", one for each column in order.
+  // Takes units from a line of them, "(msec) (cm) (cm) ...", one for each column in order. They stay when the
+  // columns are taken apart anew.
   void takeUnits(std::string_view line);
+  static bool isUnitLine(std::string_view line);
 
   // Whether a column that both know stands elsewhere, or another known one stands in its place. Names that
   // are not known contradict nothing.
@@ -70,10 +72,12 @@ class Heading {
 
  private:
   void take(const std::vector<std::string_view>& cells);
+  void applyUnitLine();
 
   std::vector<std::vector<std::string_view>> m_ways;  // the ways to take the line apart
   std::vector<Column> m_columns;
   std::vector<ColumnUnit> m_units;
+  std::vector<ColumnUnit> m_unitLine;  // of a line of units; none: the column's own counts
 };
 
 }  // namespace host

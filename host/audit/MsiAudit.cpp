@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace host {
@@ -14,33 +15,49 @@ constexpr float importFactor = 10.0F;  // always cm
 
 MsiAudit::MsiAudit(AuditPass& pass, const TextEncoding& encoding)
     : m_pass(pass), m_encoding(encoding), m_reading(pass.file(), encoding) {
-  settleUnits();
+  settleGoodness();
+  settlePositions();
   const ColumnUnit time = m_reading.heading.unitOf(Column::latency);
   m_isSimple = !m_reading.hasOtherColumns && m_goodness == Goodness::fraction && time != ColumnUnit::second &&
-               m_reading.heading.lengthUnit() != ColumnUnit::millimetre && !m_isUnitOpen &&
-               !m_encoding.isUtf8();
+               meantFactor() == importFactor && !m_isUnitOpen && !m_encoding.isUtf8();
 }
 
 // A goodness of fit is a part of 1, unless the heading says percent or a value cannot be a part of 1.
-void MsiAudit::settleUnits() {
+void MsiAudit::settleGoodness() {
   constexpr float surelyPercent = 2.0F;
-  constexpr float largestInHead = 15.0F;  // cm
   float goodness = 0.0F;
-  float coordinate = 0.0F;
   for (const MsiRow& row : m_reading.rows) {
     if (row.fate == MsiFate::arrived || row.isReadable) {
       goodness = (std::max)(goodness, row.goodness);
-      for (const float value : row.place) {
-        coordinate = (std::max)(coordinate, std::abs(value));
-      }
     }
   }
-  const Heading& heading = m_reading.heading;
-  m_isUnitOpen = heading.lengthUnit() == ColumnUnit::none && coordinate > largestInHead;
-  const bool saysPercent = heading.unitOf(Column::goodness) == ColumnUnit::percent;
+  const bool saysPercent = m_reading.heading.unitOf(Column::goodness) == ColumnUnit::percent;
   m_goodness = goodness > surelyPercent || (saysPercent && goodness > 1.0F) ? Goodness::percent
                : saysPercent || goodness > 1.0F                             ? Goodness::open
                                                                             : Goodness::fraction;
+}
+
+// A table that states no unit gives cm, as the format does, unless a position cannot be one.
+void MsiAudit::settlePositions() {
+  float largest = 0.0F;
+  const auto take = [&largest](float value) { largest = (std::max)(largest, std::abs(value)); };
+  for (const MsiRow& row : m_reading.rows) {
+    if (row.fate != MsiFate::arrived && !row.isReadable) {
+      continue;
+    }
+    if (m_reading.hasOtherColumns) {
+      const RowFields fields(row.text);
+      for (const Column axis : {Column::x, Column::y, Column::z}) {
+        take(fields.number(m_reading.places[axis]).value_or(0.0F));
+      }
+    } else {
+      std::for_each(std::begin(row.place), std::end(row.place), take);
+    }
+  }
+  const ColumnUnit stated = m_reading.heading.lengthUnit();
+  const bool isOfFormat = stated == ColumnUnit::none && largest <= largestInCentimetre;
+  m_positions = {isOfFormat ? ColumnUnit::centimetre : stated, largest, m_pass.file().unit};
+  m_isUnitOpen = !m_positions.isCertain();
 }
 
 void MsiAudit::run() {
@@ -154,7 +171,7 @@ std::optional<MsiAudit::Told> MsiAudit::read(const MsiRow& row) const {
 }
 
 float MsiAudit::meantFactor() const {
-  return m_pass.file().unit == LengthUnit::millimetre ? 1.0F : importFactor;
+  return m_positions.factor().value_or(importFactor);
 }
 
 // A place may be wrong by its unit and by its columns.
@@ -171,7 +188,8 @@ void MsiAudit::lookAtPlace(std::size_t local, const MsiRow& row, const Told& tol
     m_misplaced.add(slot, row.line);
     return;
   }
-  const bool isUnitChanged = !hasUnit && m_pass.repairs(FindingCode::unit);
+  const bool isUnitKnown = m_positions.factor().has_value();
+  const bool isUnitChanged = !hasUnit && isUnitKnown && m_pass.repairs(FindingCode::unit);
   const bool areColumnsChanged = !hasColumns && m_pass.repairs(FindingCode::msiColumns);
   hasUnit = hasUnit || isUnitChanged;
   hasColumns = hasColumns || areColumnsChanged;
@@ -182,7 +200,7 @@ void MsiAudit::lookAtPlace(std::size_t local, const MsiRow& row, const Told& tol
   if (!hasColumns) {
     m_columns.add(slot, row.line);
   }
-  if (!hasUnit || !m_pass.file().unit) {
+  if (!hasUnit || !isUnitKnown) {
     m_unit.add(slot, row.line);
   }
 }

@@ -7,6 +7,7 @@
 
 #include "host/audit/AuditPass.h"
 #include "host/audit/MsiReading.h"
+#include "host/audit/PositionUnit.h"
 
 namespace host {
 
@@ -27,7 +28,8 @@ class MsiAudit {
     std::string_view label;  // empty: "Non"
   };
 
-  void settleUnits();
+  void settleGoodness();
+  void settlePositions();
   bool isRepairedByRows() const;
   std::vector<LateDipole> refusedDipoles() const;
   void insertRows();
@@ -47,6 +49,7 @@ class MsiAudit {
                     std::string_view what);
   void finish();
   void finishUnit();
+  void finishStatedUnit();
 
   enum class Goodness { fraction, percent, open };
 
@@ -54,7 +57,8 @@ class MsiAudit {
   const TextEncoding& m_encoding;
   MsiReading m_reading;
   Goodness m_goodness = Goodness::fraction;
-  bool m_isUnitOpen = false;  // no heading says cm, and a position cannot be one
+  PositionUnit m_positions;
+  bool m_isUnitOpen = false;  // none is stated that could be right, and cm cannot be either or is not stated
   bool m_isSimple = false;    // nothing but the place of a plain row needs a look
 
   Gathered m_unit;

@@ -48,18 +48,43 @@ void MsiAudit::finish() {
 }
 
 void MsiAudit::finishUnit() {
-  m_pass.tellOf(m_unit, m_pass.file().unit == LengthUnit::millimetre ? "the position was taken as mm"
-                                                                     : "the position was taken as cm");
-  const bool isStated = m_reading.heading.lengthUnit() == ColumnUnit::millimetre;
-  if (!isStated && !m_isUnitOpen) {
+  if (!m_isUnitOpen) {
+    finishStatedUnit();
     return;
   }
-  m_pass.add(FindingCode::unit, isStated ? Severity::wrong : Severity::doubtful, {}, std::move(m_unit),
-             isStated ? "The heading gives positions in mm, but they were taken as cm: every dipole is shown "
-                        "ten times too far out."
-                      : "Some positions lie more than 15 cm from the origin when they are taken as cm, as "
-                        "they were; the file does not say whether they are cm or mm.",
-             "The positions are taken in the unit that you say, cm or mm.");
+  m_pass.tellOf(m_unit, m_pass.file().unit == LengthUnit::millimetre ? "the position was taken as mm"
+                                                                     : "the position was taken as cm");
+  const std::string unit(nameOf(m_positions.stated()));
+  if (unit.empty()) {
+    m_pass.addOpenUnit(Severity::doubtful, {}, std::move(m_unit),
+                       "Some positions lie more than 15 cm from the origin when they are taken as cm, as "
+                       "they were; the file does not say whether they are cm or mm.");
+  } else {
+    m_pass.addOpenUnit(
+        Severity::wrong, {}, std::move(m_unit),
+        "The heading gives positions in " + unit +
+            ", but they were taken as cm. Their values fit another unit than the heading's, so "
+            "which is right is open.");
+  }
+}
+
+void MsiAudit::finishStatedUnit() {
+  const std::string unit(nameOf(m_positions.stated()));
+  m_pass.tellOf(m_unit, "the position was taken as " + unit + ", as the heading gives it");
+  m_pass.add(FindingCode::unit, Severity::wrong, {}, std::move(m_unit),
+             "The heading gives positions in " + unit +
+                 ", but they were taken as cm: every dipole is shown in a wrong place.",
+             "The positions are taken in the unit of the heading.");
+  if (m_positions.isContradicted()) {
+    m_pass.add({FindingCode::unit,
+                Severity::note,
+                {},
+                m_reading.headingLine,
+                {},
+                {},
+                "The table gives its positions in " + unit + "; the other unit that you said was not used.",
+                {}});
+  }
 }
 
 void MsiAudit::lookAtLostRows() {

@@ -91,7 +91,6 @@ class MsiReading::Walk {
   void takeHeading(const TextLine& line) {
     m_reading.heading = Heading(line.text);
     m_reading.headingLine = line.number;
-    m_isBehindHeading = true;
     m_isFitted = false;
   }
 
@@ -114,11 +113,9 @@ class MsiReading::Walk {
 
   void takeTableLine(const TextLine& line) {
     const RowFields fields(line.text, msiLabelPlace);
-    const bool isUnits = m_isBehindHeading && fields[0].starts_with('(');
-    if (isUnits) {
+    if (!m_isFitted && Heading::isUnitLine(line.text)) {
       m_reading.heading.takeUnits(line.text);
     }
-    m_isBehindHeading = m_isBehindHeading && fields.count() == 0;
     MsiRow& row = m_reading.rows.emplace_back();
     row.text = line.text;
     row.line = line.number;
@@ -205,8 +202,7 @@ class MsiReading::Walk {
   const TextEncoding& m_encoding;
   std::size_t m_nextFar = 0;
   bool m_isFileInfo = false;
-  bool m_isBehindHeading = false;
-  bool m_isFitted = false;
+  bool m_isFitted = false;  // the heading, to a row behind it
   bool m_isCut = false;
 };
 

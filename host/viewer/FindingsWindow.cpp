@@ -12,11 +12,11 @@ namespace {
 enum Columns { fileColumn, severityColumn, codeColumn, lineColumn, sentenceColumn };
 
 bool asksForUnit(const StandingFinding& finding) {
-  return finding.finding.code == FindingCode::unit && !finding.finding.remedy.empty();
+  return finding.finding.asksForUnit && !finding.finding.remedy.empty();
 }
 
 bool hasRemedy(const StandingFinding& finding) {
-  return finding.finding.code != FindingCode::unit && !finding.finding.remedy.empty();
+  return !finding.finding.asksForUnit && !finding.finding.remedy.empty();
 }
 
 CString fileOf(const StandingFinding& finding) {

@@ -88,7 +88,74 @@ TEST(CtfUnit, AHeaderInMillimetresIsANoteForLargePlacesAndWrongForSmallOnes) {
   const Audited large = imported(inMm, auditoryMm);
   EXPECT_EQ(large.place(0), (Place3{52, 58, 10}));
   EXPECT_EQ(large.outline(), Lines{"note unit"});
-  EXPECT_EQ(imported(inMm, auditory).outline(), Lines{"wrong unit"});
+  EXPECT_TRUE(large.only(FindingCode::unit).remedy.empty());
+  for (const LengthUnit unit : {LengthUnit::millimetre, LengthUnit::centimetre}) {
+    Audited small = imported(inMm, auditory);
+    EXPECT_EQ(small.place(0)[0], static_cast<double>(5.2F));
+    EXPECT_EQ(small.outline(), Lines{"wrong unit"});
+    small.file.unit = unit;
+    EXPECT_EQ(Audited::outlineOf(small.repair({FindingCode::unit}).left), Lines());
+    EXPECT_EQ(small.place(0)[0], unit == LengthUnit::millimetre ? static_cast<double>(5.2F) : 52.0);
+  }
+}
+
+TEST(CtfUnit, WhatTheUserSaysDoesNotOverrideTheFile) {
+  Audited a = imported(inMm, auditoryMm);
+  a.file.unit = LengthUnit::centimetre;
+  EXPECT_EQ(a.repair({FindingCode::unit}).told, Lines());
+  EXPECT_EQ(a.place(0), (Place3{52, 58, 10}));
+  EXPECT_EQ(a.outline(), Lines{"note unit"});
+  EXPECT_EQ(a.only(FindingCode::unit).sentence,
+            "The file gives its positions in mm; the other unit that you said was not used.");
+  EXPECT_EQ(a.only(FindingCode::unit).line, 8);
+  a.file.unit = LengthUnit::millimetre;
+  EXPECT_EQ(a.outline(), Lines());
+  for (const std::string& heading : {ctfHeading, std::string("// (cm) (nAm)\n")}) {
+    Audited b = imported(heading, auditory);
+    b.file.unit = LengthUnit::millimetre;
+    EXPECT_EQ(b.repair({FindingCode::unit}).told, Lines());
+    EXPECT_EQ(b.place(0), (Place3{52, 58, 10}));
+    EXPECT_EQ(b.outline(), Lines{"note unit"});
+  }
+}
+
+TEST(CtfUnit, MetresAreWrongAndTakenSo) {
+  const Lines metres = {"1:\t0.010\t0.052\t0.058\t-0.3\t0.1\t-0.9\t27.3\tleft",
+                        "2:\t0.013\t-0.051\t0.056\t-0.2\t0.0\t-0.9\t33.8\tright"};
+  const std::string heading = "\t// xp (m)\typ (m)\tzp (m)\txo\tyo\tzo\tMom(nAm)\tLabel\n";
+  for (const bool isBefore : {false, true}) {
+    Audited a = isBefore ? imported({}, metres, heading) : imported(heading, metres);
+    EXPECT_EQ(a.place(0)[0], static_cast<double>(0.052F));
+    EXPECT_EQ(a.outline(), Lines{"wrong unit"});
+    EXPECT_EQ(
+        a.only(FindingCode::unit).sentence,
+        "The file gives its positions in m, but they were taken in another unit: every dipole is shown in "
+        "a wrong place.");
+    const host::RepairReport report = a.repair({FindingCode::unit});
+    EXPECT_EQ(report.told, Lines{"2 dipoles: the position was taken as m, as the file gives it."});
+    EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+    EXPECT_EQ(a.place(1), (Place3{-51, 56, 13}));
+  }
+  Audited large = imported(heading, auditory);  // as if it were cm
+  EXPECT_EQ(large.outline(), Lines{"wrong unit"});
+  EXPECT_TRUE(large.only(FindingCode::unit).asksForUnit);
+  large.file.unit = LengthUnit::centimetre;
+  EXPECT_EQ(Audited::outlineOf(large.repair({FindingCode::unit}).left), Lines());
+  EXPECT_EQ(large.place(1), (Place3{-51, 56, 13}));
+}
+
+TEST(CtfUnit, CentimetresThatAreWrittenOtherwiseThanTheImportKnowsAreWrongAndTakenSo) {
+  for (const char* unit : {"(CM)", "( cm )", "/cm"}) {
+    std::string heading = ctfHeading;
+    for (std::size_t at = heading.find("(cm)"); at != std::string::npos; at = heading.find("(cm)")) {
+      heading.replace(at, 4, unit);
+    }
+    Audited a = imported(heading, auditory);
+    EXPECT_EQ(a.place(0)[0], static_cast<double>(5.2F)) << unit;
+    EXPECT_EQ(a.outline(), Lines{"wrong unit"}) << unit;
+    EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines()) << unit;
+    EXPECT_EQ(a.place(0), (Place3{52, 58, 10})) << unit;
+  }
 }
 
 TEST(CtfUnit, RowsBeforeTheHeaderOfTheirSectionAreOpen) {

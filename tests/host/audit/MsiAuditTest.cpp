@@ -11,6 +11,9 @@ namespace {
 const std::string usual = "Latency  x  y  z  Qx  Qy  Qz  Q  Rad  Corr  GOF  Vol  Grp  A  B  C  D  Label\n";
 const std::string row = "20.0 1.5 5.0 6.0 9.0 2.0 -1.0 22.0 4.5 0.97 0.75 0.4 1 a b c 1 N20m\n";
 
+const std::string inMillimetres = "(sec) (mm) (mm) (mm) (nAm) (nAm) (nAm) (nAm) (mm)\n";
+const std::string millimetres = "20.0 15 50 60 9.0 2.0 -1.0 22.0 4.5 0.97 0.75 0.4 1 a b c 1 N20m\n";
+
 // As other programs read such tables: the radius before the moment, the goodness far behind.
 const std::string other =
     "Latency  x  y  z  Qx  Qy  Qz  Rad  |Q|  RMS  Vol  Corr  Iter  GOF  A  B  C  Label\n";
@@ -137,14 +140,98 @@ TEST(MsiPercent, BesideOtherColumnsEachIsRepairedByItself) {
 TEST(MsiUnit, AHeadingInMillimetresIsWrongAndTakenSoWhenTheUserSaysIt) {
   std::string heading = usual;
   heading.replace(heading.find("  x "), 4, "  x(mm) ");
-  const std::string millimetres = "20.0 15 50 60 9.0 2.0 -1.0 22.0 4.5 0.97 0.75 0.4 1 a b c 1 N20m\n";
   Audited a("a.txt", heading + millimetres);
   EXPECT_EQ(a.place(0), (Place3{500, 600, 150}));
   EXPECT_EQ(a.outline(), Lines{"wrong unit"});
+  EXPECT_FALSE(a.only(FindingCode::unit).asksForUnit);
+  const host::RepairReport report = a.repair({FindingCode::unit});
+  EXPECT_EQ(report.told, Lines{"1 dipole: the position was taken as mm, as the heading gives it."});
+  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
+  EXPECT_EQ(a.repair(host::allFindingCodes()).told, Lines());
+}
+
+TEST(MsiUnit, ALineOfUnitsBehindTheHeadingCounts) {
+  Audited a("a.txt", usual + inMillimetres + millimetres);
+  EXPECT_EQ(a.place(0), (Place3{500, 600, 150}));
+  EXPECT_EQ(a.dipole(0).m_latency, 20);
+  EXPECT_EQ(a.outline(), (Lines{"wrong unit", "wrong latency-unit"}));
+  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines{"wrong latency-unit"});
+  EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
+  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::latencyUnit}).left), Lines());
+  EXPECT_EQ(a.dipole(0).m_latency, 20000);
+  // However it is written, and whether the heading names as many columns as the rows have fields or not.
+  const std::string shorter = "Latency  x  y  z  Qx  Qy  Qz  Q  Rad  Corr  GOF  Vol  Grp  Label\n";
+  for (const std::string& heading : {usual, shorter}) {
+    for (const char* units : {"\t(sec)\t(mm)\t(mm)\t(mm)\n", "( s ) (mm) (mm) (mm)\n", "----\n(s)  (mm)\n",
+                              "s  mm  mm  mm  nAm\n"}) {
+      EXPECT_EQ(Audited("a.txt", heading + units + millimetres).outline(),
+                (Lines{"wrong unit", "wrong latency-unit"}))
+          << heading << units;
+    }
+  }
+}
+
+TEST(MsiUnit, MillimetresThatAreSmallEnoughForCentimetresAreTakenInTheUnitThatTheUserSays) {
+  std::string deep = millimetres;
+  deep.replace(deep.find("15 50 60"), 8, "12 8 14");
+  for (const LengthUnit unit : {LengthUnit::millimetre, LengthUnit::centimetre}) {
+    Audited a("a.txt", usual + "(msec) (mm) (mm) (mm)\n" + deep);
+    EXPECT_EQ(a.place(0), (Place3{80, 140, 120}));
+    EXPECT_EQ(a.outline(), Lines{"wrong unit"});
+    EXPECT_TRUE(a.only(FindingCode::unit).asksForUnit);
+    EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines{"wrong unit"});
+    a.file.unit = unit;
+    EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines());
+    EXPECT_EQ(a.place(0), unit == LengthUnit::millimetre ? (Place3{8, 14, 12}) : (Place3{80, 140, 120}));
+  }
+}
+
+TEST(MsiUnit, MetresAreWrongAndTakenSo) {
+  std::string heading = usual;
+  heading.replace(heading.find("  x "), 4, "  x(m) ");
+  std::string row = millimetres;
+  row.replace(row.find("15 50 60"), 8, "0.015 0.05 0.06");
+  for (const std::string& text : {heading + row, usual + "(msec) (m) (m) (m)\n" + row}) {
+    Audited a("a.txt", text);
+    EXPECT_EQ(a.place(0)[0], 0.5);  // mm
+    EXPECT_EQ(a.outline(), Lines{"wrong unit"});
+    const host::RepairReport report = a.repair({FindingCode::unit});
+    EXPECT_EQ(report.told, Lines{"1 dipole: the position was taken as m, as the heading gives it."});
+    EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+    EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
+  }
+}
+
+TEST(MsiUnit, WithoutAUnitPositionsThatCannotBeCentimetresAreDoubtfulAndTakenAsTheUserSays) {
+  Audited a("a.txt", usual + millimetres);
+  EXPECT_EQ(a.place(0), (Place3{500, 600, 150}));
+  EXPECT_EQ(a.outline(), Lines{"doubtful unit"});
+  EXPECT_TRUE(a.only(FindingCode::unit).asksForUnit);
+  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines{"doubtful unit"});
   a.file.unit = LengthUnit::millimetre;
   EXPECT_EQ(outlineOf(a.repair({FindingCode::unit}).left.findings), Lines());
   EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
-  EXPECT_EQ(Audited("a.txt", usual + millimetres).outline(), Lines{"doubtful unit"});
+}
+
+TEST(MsiUnit, WhatTheUserSaysDoesNotOverrideTheTable) {
+  const std::string accented = row.substr(0, row.size() - 2) + "\xC3\xBC\n";  // every row is looked at
+  for (const std::string& text : {usual + accented, usual + "(msec) (cm) (cm) (cm)\n" + row}) {
+    Audited a("a.txt", text);
+    a.file.unit = LengthUnit::millimetre;
+    a.repair({FindingCode::unit, FindingCode::encoding});
+    EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
+    EXPECT_EQ(a.outline(), Lines{"note unit"});
+    EXPECT_EQ(a.only(FindingCode::unit).sentence,
+              "The table gives its positions in cm; the other unit that you said was not used.");
+    a.file.unit = LengthUnit::centimetre;
+    EXPECT_EQ(a.outline(), Lines());
+  }
+  Audited b("a.txt", usual + inMillimetres + millimetres);
+  b.file.unit = LengthUnit::centimetre;
+  b.repair({FindingCode::unit, FindingCode::latencyUnit});
+  EXPECT_EQ(b.place(0), (Place3{50, 60, 15}));
+  EXPECT_EQ(b.outline(), Lines{"note unit"});
 }
 
 TEST(MsiLatencyUnit, SecondsAreWrongAndTakenSo) {
