@@ -45,6 +45,7 @@ class CtfAudit {
   void lookAtPatients();
   void lookAtSphere();
   void lookAtFiducials();
+  void lookAtRepeated();
   void lookAtUnread();
 
   struct Missing {

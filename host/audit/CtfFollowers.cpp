@@ -173,10 +173,16 @@ std::optional<ToldFit> CtfFollowers::toldFit(const CtfFollower& row) const {
   if (!latency || !error) {
     return std::nullopt;
   }
-  const bool isMillisecond = isNamed && heading.unitOf(Column::latency) == ColumnUnit::millisecond;
-  return ToldFit{fields.wholeNumber(places[Column::trial]), fields.wholeNumber(places[Column::sample]),
-                 static_cast<double>(isMillisecond ? *latency : *latency * 1000.0F),
-                 static_cast<double>(*error)};
+  const ColumnUnit unit = heading.unitOf(Column::latency);
+  ToldFit told;
+  told.id = fields.wholeNumber(places[Column::trial]);
+  told.fitTag = fields.wholeNumber(places[Column::sample]);
+  told.takenLatency = static_cast<double>(*latency * 1000.0F);
+  told.latency = unit == ColumnUnit::millisecond ? static_cast<double>(*latency) : told.takenLatency;
+  told.fitError = static_cast<double>(*error);
+  told.hasOtherColumns = isNamed && heading.contradicts(expectedPlaces(CtfKind::fitInfo));
+  told.isLatencyUnitOpen = unit != ColumnUnit::second && unit != ColumnUnit::millisecond;
+  return told;
 }
 
 std::optional<ToldFit> CtfFollowers::toldFit(std::size_t local) const {

@@ -20,6 +20,9 @@ struct ToldFit {
   std::optional<int> fitTag;
   double latency = 0.0;  // ms
   double fitError = 0.2;
+  double takenLatency = 0.0;       // as the import reads it, always from seconds
+  bool hasOtherColumns = false;    // than the import takes for granted, by the heading
+  bool isLatencyUnitOpen = false;  // no heading gives it
 };
 
 class CtfFollowers {

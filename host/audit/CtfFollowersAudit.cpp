@@ -15,8 +15,8 @@ bool shows(const CDipoleszq& dipole, const ToldFlags& told) {
          std::equal(std::begin(told.color), std::end(told.color), std::begin(dipole.m_colorF));
 }
 
-bool shows(const CDipoleszq& dipole, const ToldFit& told) {
-  return dipole.m_latency == told.latency && dipole.m_fitError == told.fitError &&
+bool shows(const CDipoleszq& dipole, const ToldFit& told, double latency) {
+  return dipole.m_latency == latency && dipole.m_fitError == told.fitError &&
          (!told.id || dipole.m_id == *told.id) && (!told.fitTag || dipole.m_fitTag == *told.fitTag);
 }
 
@@ -25,16 +25,15 @@ void give(CDipoleszq& dipole, const ToldFlags& told) {
   dipole.m_display = told.display;
 }
 
-void give(CDipoleszq& dipole, const ToldFit& told) {
-  dipole.m_latency = told.latency;
+void give(CDipoleszq& dipole, const ToldFit& told, double latency) {
+  dipole.m_latency = latency;
   dipole.m_fitError = told.fitError;
   dipole.m_id = told.id.value_or(dipole.m_id);
   dipole.m_fitTag = told.fitTag.value_or(dipole.m_fitTag);
 }
 
 // Compares a dipole with what it should show; a repair changes it.
-template <typename Told>
-void settle(AuditPass& pass, Gathered& gathered, std::size_t local, const Told& told, int line) {
+void settle(AuditPass& pass, Gathered& gathered, std::size_t local, const ToldFlags& told, int line) {
   CDipoleszq* const dipole = pass.dipole(local);
   if (dipole == nullptr || shows(*dipole, told)) {
     return;
@@ -47,11 +46,72 @@ void settle(AuditPass& pass, Gathered& gathered, std::size_t local, const Told& 
   }
 }
 
+// What is wrong with the fits of the dipoles.
+struct FitFaults {
+  Gathered rows;
+  Gathered columns;
+  Gathered latency;
+  Gathered openLatency;
+};
+
+// A fit may be that of another row or column, and its latency in another unit; each has its repair.
+void settle(AuditPass& pass, FitFaults& faults, std::size_t local, const ToldFit& told, int line) {
+  CDipoleszq* const dipole = pass.dipole(local);
+  if (dipole == nullptr) {
+    return;
+  }
+  const int slot = pass.slotOf(local);
+  const FindingCode code = told.hasOtherColumns ? FindingCode::movingColumns : FindingCode::rowOrder;
+  Gathered& gathered = told.hasOtherColumns ? faults.columns : faults.rows;
+  const bool isMeant = shows(*dipole, told, told.latency);
+  const bool isOwn = isMeant || shows(*dipole, told, told.takenLatency);
+  const bool hasFit = isOwn || pass.repairs(code);
+  const bool hasUnit = isMeant || told.latency == told.takenLatency || pass.repairs(FindingCode::latencyUnit);
+  if (hasFit && !(isOwn && isMeant == hasUnit)) {
+    give(*dipole, told, hasUnit ? told.latency : told.takenLatency);
+    gathered.changed += isOwn ? 0 : 1;
+    faults.latency.changed += told.latency != told.takenLatency && hasUnit ? 1 : 0;
+  }
+  if (!hasFit) {
+    gathered.add(slot, line);
+  }
+  if (!hasUnit) {
+    faults.latency.add(slot, line);
+  } else if (told.isLatencyUnitOpen) {
+    faults.openLatency.add(slot, line);
+  }
+}
+
 constexpr std::string_view remedy = "The rows are matched with the dipoles by the numbers in front of them.";
 
 std::string openSentence(std::string_view what) {
   std::string sentence = "The numbers in front of the rows do not tell which ";
   return sentence.append(what).append(" belongs to which dipole; they were given out in order.");
+}
+
+void sayFitFaults(AuditPass& pass, FitFaults&& faults) {
+  constexpr std::string_view section = "Dipole_FitInfo";
+  pass.tellOf(faults.rows, "latency and fit error were taken from its own row");
+  pass.tellOf(faults.columns, "latency and fit error were taken from the columns that the heading names");
+  pass.tellOf(faults.latency, "the latency was taken in the unit that the heading names");
+  const std::string who = counted(faults.rows.slots.size(), "dipole");
+  pass.add(FindingCode::rowOrder, Severity::wrong, section, std::move(faults.rows),
+           who + ": latency and fit error are those of another dipole, or none although the file gives them.",
+           std::string(remedy));
+  pass.add(
+      FindingCode::movingColumns, Severity::wrong, section, std::move(faults.columns),
+      "The fit information has other columns than the import takes for granted, so the latencies and fit "
+      "errors that are shown are not those of the file.",
+      "Latencies and fit errors are taken from the columns that the heading names.");
+  pass.add(
+      FindingCode::latencyUnit, Severity::wrong, section, std::move(faults.latency),
+      "The latencies were taken as seconds, but the heading gives them in milliseconds, so they are wrong "
+      "by a factor of 1000.",
+      "The latencies are taken in the unit of the heading.");
+  pass.add(FindingCode::latencyUnit, Severity::doubtful, section, std::move(faults.openLatency),
+           "The file does not say whether its latencies are seconds or milliseconds; they were taken as "
+           "seconds.",
+           {});
 }
 
 }  // namespace
@@ -82,7 +142,7 @@ void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>&
                openSentence("latency and fit error"));
     return;
   }
-  Gathered gathered;
+  FitFaults faults;
   std::vector<int> unfitted;
   unfitted.reserve(line == 0 ? slots.size() : 0);
   for (std::size_t local = 0; local < slots.size(); ++local) {
@@ -97,16 +157,12 @@ void CtfAudit::lookAtFits(const CtfFollowers& followers, const std::vector<int>&
     }
     if (line != 0) {  // else nothing has given it a fit
       const CtfFollower* const row = followers.fit(local);
-      settle(m_pass, gathered, local, told.value_or(ToldFit{0, 0, 0.0, 0.2}),
-             row != nullptr ? row->line : line);
+      ToldFit none;
+      none.id = none.fitTag = 0;
+      settle(m_pass, faults, local, told.value_or(none), row != nullptr ? row->line : line);
     }
   }
-  m_pass.tellOf(gathered, "latency and fit error were taken from its own row");
-  const std::string who = counted(gathered.slots.size(), "dipole");
-  m_pass.add(
-      FindingCode::rowOrder, Severity::wrong, "Dipole_FitInfo", std::move(gathered),
-      who + ": latency and fit error are those of another dipole, or none although the file gives them.",
-      std::string(remedy));
+  sayFitFaults(m_pass, std::move(faults));
   sayNoFit(std::move(unfitted));
 }
 

@@ -47,6 +47,13 @@ bool holds(const CFiducialzq& set, const Points& points) {
   return true;
 }
 
+// Whether two accounts of the same differ in something that both have.
+template <typename Values>
+bool contradict(const Values& a, const Values& b) {
+  return !std::equal(a.begin(), a.end(), b.begin(),
+                     [](const auto& one, const auto& other) { return !one || !other || one == other; });
+}
+
 // Makes the head-frame points as an import does, without the message that it shows when there is no sphere.
 void setHeadPoints(CDipoleFace9File& set) {
   if (set.m_bCtfSphereSet != 0 && !set.m_skipFiducialSetup) {
@@ -63,6 +70,7 @@ void CtfAudit::lookAtHead() {
   lookAtPatients();
   lookAtSphere();
   lookAtFiducials();
+  lookAtRepeated();
   lookAtUnread();
 }
 
@@ -200,6 +208,25 @@ void CtfAudit::lookAtFiducials() {
                 "The fiducial points of the file were not read; the head points were taken from the sphere, "
                 "which says nothing about this head.",
                 "The points are taken from the file."});
+  }
+}
+
+// A section of the head that comes again and says something else: which of them is right is open.
+void CtfAudit::lookAtRepeated() {
+  const auto say = [this](int line, std::string_view section, const std::string& what) {
+    sayProblem(FindingCode::sections, Severity::wrong, line, section,
+               "The file gives " + what + " more than once, and differently; which is right is open.");
+  };
+  for (const CtfPoints& points : m_reading.earlierPoints) {
+    const CtfPoints& last = points.isOfMri ? m_reading.mriFiducials : m_reading.fiducials;
+    if (contradict(points.points, last.points)) {
+      say(points.line, points.isOfMri ? "MRI_Fid_Points" : "Fid_Points", "the fiducial points");
+    }
+  }
+  for (const CtfSphere& sphere : m_reading.moreSpheres) {
+    if (contradict(sphere.meant, m_reading.sphere.meant)) {
+      say(sphere.line, "MEG_Sphere", "the head sphere");
+    }
   }
 }
 

@@ -93,6 +93,7 @@ struct CtfPoints {
   std::array<bool, 3> areTaken = {};                          // by the import
   int line = 0;                                               // of the section; 0: there is none
   bool isRead = true;
+  bool isOfMri = false;  // of MRI_Fid_Points
 
   bool isComplete() const { return points[0] && points[1] && points[2]; }
 };
@@ -120,10 +121,12 @@ class CtfReading {
   int otherPatientLine = 0;  // that names another one than a line before it
   CtfHeaderLine version;
   CtfHeaderLine mriFile;
-  CtfSphere sphere;
-  CtfPoints fiducials;
+  CtfSphere sphere;                    // the first one, which the import takes
+  std::vector<CtfSphere> moreSpheres;  // behind it
+  CtfPoints fiducials;                 // the last ones, which the import takes
   CtfPoints mriFiducials;
-  bool namesNanoamperemetre = false;  // a unit header of a section of dipoles
+  std::vector<CtfPoints> earlierPoints;  // of both names
+  bool namesNanoamperemetre = false;     // a unit header of a section of dipoles
 };
 
 // The columns that the import takes for granted in the rows of a section, behind the number.

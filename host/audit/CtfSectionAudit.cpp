@@ -211,6 +211,7 @@ void CtfSectionAudit::lookAtPlace(std::size_t local, const CtfRow& row, const fl
   }
   if (!hasColumns) {
     m_columns.add(slot, row.line);
+    m_otherValues.add(ShownValue::place);
   }
 }
 
@@ -219,13 +220,18 @@ void CtfSectionAudit::lookAtColumns(std::size_t local, const CtfRow& row, const 
   const int slot = m_pass.slotOf(local);
   constexpr FindingCode code = FindingCode::movingColumns;
   const bool isFitHere = m_isMoving && !hasFit;
+  const CString label = told.label.empty() ? noLabel() : m_encoding.asMeant(told.label);
+  m_otherValues.add(ShownValue::orientation, orientationOf(dipole) != told.orientation);
+  m_otherValues.add(ShownValue::moment, dipole.m_moment != told.moment);
+  m_otherValues.add(ShownValue::latency, isFitHere && dipole.m_latency != told.latency);
+  m_otherValues.add(ShownValue::fitError, isFitHere && dipole.m_fitError != told.fitError);
+  m_otherValues.add(ShownValue::label, dipole.m_label != label);
   bool isChanged = false;
   bool isSettled = m_pass.settleMoment(code, dipole, told.moment, told.orientation, isChanged);
   if (isFitHere) {
     isSettled = m_pass.settle(code, dipole.m_latency, told.latency, isChanged) && isSettled;
     isSettled = m_pass.settle(code, dipole.m_fitError, told.fitError, isChanged) && isSettled;
   }
-  const CString label = told.label.empty() ? noLabel() : m_encoding.asMeant(told.label);
   isSettled = m_pass.settle(code, dipole.m_label, label, isChanged) && isSettled;
   Gathered& gathered = m_hasOtherColumns ? m_columns : m_unnamed;
   gathered.changed += isChanged ? 1 : 0;

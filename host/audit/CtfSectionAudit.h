@@ -9,6 +9,7 @@
 #include "host/audit/CtfFollowers.h"
 #include "host/audit/CtfReading.h"
 #include "host/audit/PositionUnit.h"
+#include "host/audit/ShownValues.h"
 
 namespace host {
 
@@ -76,8 +77,9 @@ class CtfSectionAudit {
   Gathered m_statedUnit;  // is another than the one that the import took
   Gathered m_millimetre;  // is what the file states
   Gathered m_columns;
-  Gathered m_openColumns;  // rows that the heading does not fit
-  Gathered m_unnamed;      // rows with columns that no heading names
+  ShownValues m_otherValues;  // of other columns
+  Gathered m_openColumns;     // rows that the heading does not fit
+  Gathered m_unnamed;         // rows with columns that no heading names
   Gathered m_latency;
   Gathered m_openLatency;
   Gathered m_noNumbers;

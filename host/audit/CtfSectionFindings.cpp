@@ -86,8 +86,7 @@ void CtfSectionAudit::finishColumns() {
   m_pass.tellOf(m_columns, "the values were taken from the columns that the heading names");
   m_pass.tellOf(m_unnamed, "fit error and label are unknown");
   m_pass.add(FindingCode::movingColumns, Severity::wrong, m_section.name, std::move(m_columns),
-             "The rows have other columns than the import takes for granted, so values of one kind are shown "
-             "as another: a fit error that is shown may be an axis of an ellipsoid.",
+             "The section" + m_otherValues.ofOtherColumns(),
              "The values are taken from the columns that the heading names.");
   const std::string open = counted(m_openColumns.slots.size(), "dipole");
   m_pass.add(FindingCode::movingColumns, Severity::wrong, m_section.name, std::move(m_openColumns),

@@ -137,13 +137,17 @@ void CtfWalk::enter(CtfKind kind, const TextLine& line, bool isRead) {
   };
   if (kind == CtfKind::moving) {
     enterMoving(section());
-  } else if (kind == CtfKind::sphere && m_reading.sphere.line == 0) {
-    begin(m_reading.sphere);  // the first one stays
-  } else if (kind == CtfKind::fiducials) {
-    begin(m_reading.fiducials);
-  } else if (kind == CtfKind::mriFiducials) {
-    begin(m_reading.mriFiducials);
-    section().isRead = false;
+  } else if (kind == CtfKind::sphere) {
+    begin(m_reading.sphere.line == 0 ? m_reading.sphere : m_reading.moreSpheres.emplace_back());
+  } else if (kind == CtfKind::fiducials || kind == CtfKind::mriFiducials) {
+    const bool isOfMri = kind == CtfKind::mriFiducials;
+    CtfPoints& points = isOfMri ? m_reading.mriFiducials : m_reading.fiducials;
+    if (points.line != 0) {
+      m_reading.earlierPoints.push_back(points);
+    }
+    begin(points);
+    points.isOfMri = isOfMri;
+    section().isRead = section().isRead && !isOfMri;
   }
   if (isOfDipoles() && !m_lastOutside.empty()) {
     Heading before(m_lastOutside);

@@ -12,7 +12,7 @@ namespace host {
 void CtfWalk::takeFitHeading(const TextLine& line) {
   if (section().kind == CtfKind::fitInfo) {
     Heading heading(line.text);
-    if (heading.names(Column::latency) && heading.names(Column::error)) {
+    if (heading.names(Column::latency)) {
       section().heading = std::move(heading);
     }
   }
@@ -41,18 +41,16 @@ void CtfWalk::takeHeader(const TextLine& line) {
 }
 
 void CtfWalk::takeSphere(const TextLine& line) {
-  if (m_reading.sphere.line != section().line) {
-    return;  // a later one, which the import only compares
-  }
+  CtfSphere& sphere = m_reading.moreSpheres.empty() ? m_reading.sphere : m_reading.moreSpheres.back();
   constexpr std::array<std::string_view, 4> keys = {"ORIGIN_X:", "ORIGIN_Y:", "ORIGIN_Z:", "RADIUS:"};
   for (std::size_t i = 0; i < keys.size(); ++i) {
     const std::size_t found = line.text.find(keys[i]);
     if (found == std::string_view::npos) {
       continue;
     }
-    RowScan(line.text).word().blanks().real(&m_reading.sphere.taken[i]);
-    m_reading.sphere.meant[i] = RowFields(line.text.substr(found + keys[i].size())).number(0);
-    ++m_reading.sphere.count;
+    RowScan(line.text).word().blanks().real(&sphere.taken[i]);
+    sphere.meant[i] = RowFields(line.text.substr(found + keys[i].size())).number(0);
+    ++sphere.count;
     return;
   }
 }

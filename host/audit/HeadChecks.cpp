@@ -1,6 +1,7 @@
 #include "host/audit/HeadChecks.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -26,6 +27,10 @@ std::vector<int> slotsOutside(const CDipoleFace& set, int first, int end, IsOuts
   return slots;
 }
 
+bool isNumber(const Vector3& place) {
+  return std::isfinite(place[0]) && std::isfinite(place[1]) && std::isfinite(place[2]);
+}
+
 std::optional<Finding> outside(std::vector<int> slots, const std::string& file, const std::string& where) {
   if (slots.empty()) {
     return std::nullopt;
@@ -36,6 +41,23 @@ std::optional<Finding> outside(std::vector<int> slots, const std::string& file, 
   finding.sentence = who + where +
                      ". Nothing can be active there: unit, head model or registration may be those of "
                      "something else.";
+  return finding;
+}
+
+// A finding with the dipoles whose place is no number: of these nobody can say where they lie.
+std::optional<Finding> withoutPlace(std::optional<Finding> finding, const std::vector<int>& slots,
+                                    const std::string& file) {
+  if (slots.empty()) {
+    return finding;
+  }
+  const std::string who = slots.size() == 1 ? "1 dipole has" : std::to_string(slots.size()) + " dipoles have";
+  const std::string sentence = who + " no valid location: what stands there is no number.";
+  if (!finding) {
+    return Finding{FindingCode::outsideHead, Severity::doubtful, file, 0, {}, slots, sentence, {}};
+  }
+  finding->sentence += " " + sentence;
+  finding->slots.insert(finding->slots.end(), slots.begin(), slots.end());
+  std::sort(finding->slots.begin(), finding->slots.end());
   return finding;
 }
 
@@ -67,6 +89,9 @@ std::optional<Finding> findOutsideMri(const CDipoleFace& set, int first, int end
                                       const HeadFrame& frame, const std::string& file) {
   const Affine toIndex = volume.fromScanner().after(frame.toScanner());
   std::vector<int> slots = slotsOutside(set, first, end, [&](const Vector3& place) {
+    if (!isNumber(place)) {
+      return false;
+    }
     const Vector3 index = toIndex(place);
     bool isInside = true;
     for (int axis = 0; axis < 3; ++axis) {
@@ -75,7 +100,9 @@ std::optional<Finding> findOutsideMri(const CDipoleFace& set, int first, int end
     }
     return !isInside;
   });
-  return outside(std::move(slots), file, "outside of the MRI");
+  return withoutPlace(outside(std::move(slots), file, "outside of the MRI"),
+                      slotsOutside(set, first, end, [](const Vector3& place) { return !isNumber(place); }),
+                      file);
 }
 
 std::optional<Finding> findSeveralPatients(std::span<const FilePatient> files) {

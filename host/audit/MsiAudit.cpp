@@ -199,6 +199,7 @@ void MsiAudit::lookAtPlace(std::size_t local, const MsiRow& row, const Told& tol
   }
   if (!hasColumns) {
     m_columns.add(slot, row.line);
+    m_otherValues.add(ShownValue::place);
   }
   if (!hasUnit || !isUnitKnown) {
     m_unit.add(slot, row.line);
@@ -209,6 +210,9 @@ void MsiAudit::lookAtValues(std::size_t local, const MsiRow& row, const Told& to
   CDipoleszq& dipole = *m_pass.dipole(local);
   const int slot = m_pass.slotOf(local);
   constexpr FindingCode columns = FindingCode::msiColumns;
+  m_otherValues.add(ShownValue::orientation, orientationOf(dipole) != told.orientation);
+  m_otherValues.add(ShownValue::moment, dipole.m_moment != told.moment);
+  m_otherValues.add(ShownValue::latency, m_reading.hasOtherColumns && dipole.m_latency != told.latency);
   bool isChanged = false;
   const bool isSettled = m_pass.settleMoment(columns, dipole, told.moment, told.orientation, isChanged);
   const FindingCode latency = m_reading.hasOtherColumns ? columns : FindingCode::latencyUnit;
@@ -235,6 +239,7 @@ void MsiAudit::lookAtValues(std::size_t local, const MsiRow& row, const Told& to
   m_columns.changed += isChanged ? 1 : 0;
   if (!(isSettled && hasColumn)) {
     m_columns.add(slot, row.line);
+    m_otherValues.add(ShownValue::fitError, !hasColumn);
   }
   if (!hasPercent) {
     m_percent.add(slot, row.line);
@@ -258,6 +263,7 @@ void MsiAudit::lookAtLabel(std::size_t local, const MsiRow& row, const Told& tol
     gathered.changed += isAnsi ? 1 : 0;
   } else {
     gathered.add(slot, row.line);
+    m_otherValues.add(ShownValue::label, !isAnsi);
   }
 }
 

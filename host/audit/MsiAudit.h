@@ -8,6 +8,7 @@
 #include "host/audit/AuditPass.h"
 #include "host/audit/MsiReading.h"
 #include "host/audit/PositionUnit.h"
+#include "host/audit/ShownValues.h"
 
 namespace host {
 
@@ -64,6 +65,7 @@ class MsiAudit {
   Gathered m_unit;
   Gathered m_latency;
   Gathered m_columns;
+  ShownValues m_otherValues;  // of other columns
   Gathered m_openColumns;
   Gathered m_percent;
   Gathered m_openPercent;

@@ -16,8 +16,7 @@ void MsiAudit::finish() {
              "The heading gives latencies in seconds, but they were taken as milliseconds.",
              "The latencies are taken in the unit of the heading.");
   m_pass.add(FindingCode::msiColumns, Severity::wrong, {}, std::move(m_columns),
-             "The table has other columns than the import takes for granted, so values of one kind are shown "
-             "as another: a moment that is shown may be a radius, a fit error a volume.",
+             "The table" + m_otherValues.ofOtherColumns(),
              "The values are taken from the columns that the heading names.");
   const std::string open = counted(m_openColumns.slots.size(), "dipole");
   m_pass.add(FindingCode::msiColumns, Severity::wrong, {}, std::move(m_openColumns),

@@ -16,6 +16,9 @@ const std::string ellipsoidHeading =
 const std::string shortHeading =
     "\t//\tTrial\tSample\tLatency (s)\txp (cm)\typ (cm)\tzp (cm)\txo\tyo\tzo\tMom(nAm)\n";
 
+const std::string shownAs =
+    "The section has other columns than the import takes for granted: values of others are shown as ";
+
 // 27 fields behind the number.
 std::string ellipsoidRow(const std::string& error, const std::string& label) {
   return "1:\t1\t400\t0.08\t1.2\t5.3\t5.6\t-0.3\t0.1\t-0.9\t21.7\t0.381\t0.000\t0.000\t0.0\t0.2\t0.0\t0.0\t0."
@@ -43,6 +46,7 @@ TEST(MovingColumns, AnEllipsoidsAxisIsTakenAsFitErrorUntilTheHeadingsColumnsAreT
   const host::Finding finding = a.only(FindingCode::movingColumns);
   EXPECT_EQ(finding.severity, Severity::wrong);
   EXPECT_EQ(finding.slots, std::vector{0});
+  EXPECT_EQ(finding.sentence, shownAs + "fit error and label.");
   EXPECT_EQ(a.outline(), Lines{"wrong moving-columns"});
   const host::RepairReport report = a.repair({FindingCode::movingColumns});
   EXPECT_EQ(report.told, Lines{"1 dipole: the values were taken from the columns that the heading names."});
@@ -80,12 +84,24 @@ TEST(MovingColumns, ColumnsInAnotherOrderAreTakenByTheirNames) {
   Audited a = moving(heading, {"1:\t1\t400\t0.08\t10.5\t1.2\t5.3\t5.6\t-0.3\t0.1\t-0.9\t21.5\tleft"});
   EXPECT_EQ(a.place(0), (Place3{12, 53, 105}));  // the error is the x of the file
   EXPECT_EQ(a.outline(), Lines{"wrong moving-columns"});
+  EXPECT_EQ(a.only(FindingCode::movingColumns).sentence,
+            shownAs + "place, orientation, moment and fit error. The dipoles are shown in wrong places.");
   EXPECT_EQ(outlineOf(a.repair({FindingCode::movingColumns}).left.findings), Lines());
   EXPECT_EQ(a.place(0), (Place3{53, 56, 12}));
   EXPECT_EQ(a.dipole(0).m_rawLocation.m_center[2], 12);
   EXPECT_EQ(a.dipole(0).m_orientation[1], static_cast<double>(-0.9F));
   EXPECT_EQ(a.dipole(0).m_moment, 21.5);
   EXPECT_EQ(a.dipole(0).m_fitError, 10.5);
+}
+
+TEST(MovingColumns, WithTwoColumnsExchangedThePlaceIsNamed) {
+  Audited a = labelled("\t// yp (cm)\txp (cm)\tzp (cm)\txo\tyo\tzo\tMom(nAm)\tLabel\n",
+                       {"1:\t5\t1\t6\t0\t0\t1\t20\tleft", "2:\t-5\t1\t6\t0\t0\t1\t20\tright"});
+  EXPECT_EQ(a.place(0), (Place3{10, 60, 50}));
+  EXPECT_EQ(a.only(FindingCode::movingColumns).sentence,
+            shownAs + "place. The dipoles are shown in wrong places.");
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::movingColumns}).left.findings), Lines());
+  EXPECT_EQ(a.place(0), (Place3{50, 60, 10}));
 }
 
 TEST(MovingColumns, ADipoleCountsOnceWhosePlaceAndValuesAreOfOtherColumns) {

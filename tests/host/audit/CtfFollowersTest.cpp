@@ -115,6 +115,122 @@ TEST(RowOrder, AMissingFlagsRowLeavesTheInitialColour) {
   EXPECT_EQ(a.dipole(2).m_display, 2);
 }
 
+TEST(RowOrder, FlagsInAnotherOrderAreGivenToOtherDipolesUntilTheNumbersCount) {
+  Audited a = withFollowers(flags({"3: 5 1 1 1 1", "2: 2 0 1 1 1", "1: 2 0 1 1 1"}) +
+                            fits({fitRow(1), fitRow(2), fitRow(3)}));
+  EXPECT_EQ(a.dipole(0).m_display, 2);
+  EXPECT_EQ(a.dipole(0).m_colorF[2], 1.0F);  // white, of the third
+  const host::Finding finding = a.only(FindingCode::rowOrder);
+  EXPECT_EQ(finding.severity, Severity::wrong);
+  EXPECT_EQ(finding.section, "Dipole_Flags");
+  EXPECT_EQ(finding.slots, (std::vector{0, 2}));
+  EXPECT_EQ(a.outline(), Lines{"wrong row-order"});
+  const host::RepairReport report = a.repair({FindingCode::rowOrder});
+  EXPECT_EQ(report.told, Lines{"2 dipoles: colour and visibility were taken from its own row."});
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
+  EXPECT_EQ(a.dipole(0).m_display, 1);
+  EXPECT_EQ(a.dipole(0).m_colorF[2], 0.0F);
+  EXPECT_EQ(a.dipole(2).m_display, 2);
+  EXPECT_EQ(a.dipole(2).m_colorF[2], 1.0F);
+  EXPECT_EQ(a.repair(host::allFindingCodes()).told, Lines());
+}
+
+TEST(RowOrder, APointWhereFlagsWantAnIntegerShiftsAllRowsBehindIt) {
+  Audited a = withFollowers(flags({"1: 2 0 1 1 1", "2: 2.0 0 1 1 1", "3: 5 1 1 1 1"}) +
+                            fits({fitRow(1), fitRow(2), fitRow(3)}));
+  EXPECT_EQ(a.dipole(1).m_display, 2);  // that of the third
+  EXPECT_EQ(a.dipole(2).m_display, 1);
+  EXPECT_EQ(a.only(FindingCode::rowOrder).slots, (std::vector{1, 2}));
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::rowOrder}).left.findings), Lines());
+  EXPECT_EQ(a.dipole(1).m_display, 1);
+  EXPECT_EQ(a.dipole(1).m_colorF[0], 1.0F);  // red
+  EXPECT_EQ(a.dipole(1).m_colorF[1], 0.0F);
+  EXPECT_EQ(a.dipole(2).m_display, 2);
+}
+
+namespace {
+
+std::string headedFits(const std::string& heading, const Lines& rows) {
+  return ctfSection("Dipole_FitInfo", heading, rows);
+}
+const std::string fitHeadingBehindLatency =
+    "\tN_Pts\tError\tMEG_Error\tEEG_Error\tErrType\tFitType\tGood\tDataset\n";
+
+}  // namespace
+
+TEST(FitLatencyUnit, MillisecondsAreTakenAsSecondsUntilTheHeadingCounts) {
+  Audited a = withFollowers(headedFits("\t//\tTrial\tStart\tLatency (ms)" + fitHeadingBehindLatency,
+                                       {"1: 1 1 100 1 1.5 5 0 0 0 1 a.ds", "2: 2 1 200 1 2.5 5 0 0 0 1 a.ds",
+                                        "3: 3 1 0 1 3.5 5 0 0 0 1 a.ds"}));
+  EXPECT_EQ(a.dipole(1).m_latency, 200000);
+  const host::Finding finding = a.only(FindingCode::latencyUnit);
+  EXPECT_EQ(finding.severity, Severity::wrong);
+  EXPECT_EQ(finding.section, "Dipole_FitInfo");
+  EXPECT_EQ(finding.slots, (std::vector{0, 1}));
+  EXPECT_EQ(a.outline(), Lines{"wrong latency-unit"});
+  EXPECT_EQ(a.repair({FindingCode::rowOrder}).told, Lines());
+  const host::RepairReport report = a.repair({FindingCode::latencyUnit});
+  EXPECT_EQ(report.told, Lines{"2 dipoles: the latency was taken in the unit that the heading names."});
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
+  EXPECT_EQ(a.dipole(1).m_latency, 200);
+  EXPECT_EQ(a.dipole(1).m_fitError, 2.5);
+  EXPECT_EQ(a.repair(host::allFindingCodes()).told, Lines());
+}
+
+TEST(FitLatencyUnit, MillisecondsInAnotherOrderAreTwoThingsEachRepairedByItself) {
+  const std::string text = headedFits("\t//\tTrial\tStart\tLatency (ms)" + fitHeadingBehindLatency,
+                                      {"2: 2 1 200 1 2.5 5 0 0 0 1 a.ds", "1: 1 1 100 1 1.5 5 0 0 0 1 a.ds",
+                                       "3: 3 1 300 1 3.5 5 0 0 0 1 a.ds"});
+  Audited a = withFollowers(text);
+  EXPECT_EQ(a.outline(), (Lines{"wrong latency-unit", "wrong row-order"}));
+  EXPECT_EQ(a.only(FindingCode::latencyUnit).slots, (std::vector{0, 1, 2}));
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::rowOrder}).left.findings), Lines{"wrong latency-unit"});
+  EXPECT_EQ(a.dipole(0).m_latency, 100000);
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::latencyUnit}).left.findings), Lines());
+  EXPECT_EQ(a.dipole(0).m_latency, 100);
+  Audited b = withFollowers(text);
+  EXPECT_EQ(outlineOf(b.repair(host::allFindingCodes()).left.findings), Lines());
+  EXPECT_EQ(b.dipole(0).m_latency, 100);
+}
+
+TEST(FitLatencyUnit, WithoutAUnitLatenciesAreDoubtfulAndStay) {
+  for (const char* heading : {"\t//\tTrial\tStart\tLatency", ""}) {
+    const std::string whole = *heading != '\0' ? heading + fitHeadingBehindLatency : std::string();
+    Audited a = withFollowers(headedFits(whole, {fitRow(1), fitRow(2), fitRow(3)}));
+    EXPECT_FLOAT_EQ(static_cast<float>(a.dipole(1).m_latency), 200) << heading;
+    EXPECT_EQ(a.outline(), Lines{"doubtful latency-unit"}) << heading;
+    const host::Finding finding = a.only(FindingCode::latencyUnit);
+    EXPECT_EQ(finding.section, "Dipole_FitInfo");
+    EXPECT_EQ(finding.slots, (std::vector{0, 1, 2}));
+    EXPECT_TRUE(finding.remedy.empty());
+    EXPECT_EQ(a.repair(host::allFindingCodes()).told, Lines());
+    EXPECT_FLOAT_EQ(static_cast<float>(a.dipole(1).m_latency), 200);
+  }
+  // A unit counts also where the heading has no name for the error.
+  EXPECT_EQ(
+      withFollowers(headedFits("// Trial Start Latency (s)\n", {fitRow(1), fitRow(2), fitRow(3)})).outline(),
+      Lines());
+}
+
+TEST(FitColumns, OtherColumnsAreWrongAndTakenByTheHeading) {
+  Audited a = withFollowers(headedFits("// Trial Start Error N_Pts Latency (s) MEG_Error EEG_Error\n",
+                                       {"1: 1 1 1.5 1 0.1 5 0 0 0 1 a.ds", "2: 2 1 2.5 1 0.2 5 0 0 0 1 a.ds",
+                                        "3: 3 1 3.5 1 0.3 5 0 0 0 1 a.ds"}));
+  EXPECT_EQ(a.dipole(1).m_latency, 2500);
+  EXPECT_FLOAT_EQ(static_cast<float>(a.dipole(1).m_fitError), 0.2F);
+  EXPECT_EQ(a.outline(), Lines{"wrong moving-columns"});
+  const host::Finding finding = a.only(FindingCode::movingColumns);
+  EXPECT_EQ(finding.section, "Dipole_FitInfo");
+  EXPECT_EQ(finding.slots, (std::vector{0, 1, 2}));
+  EXPECT_EQ(a.repair({FindingCode::rowOrder}).told, Lines());
+  const host::RepairReport report = a.repair({FindingCode::movingColumns});
+  EXPECT_EQ(report.told,
+            Lines{"3 dipoles: latency and fit error were taken from the columns that the heading names."});
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
+  expectOwnFits(a, {1, 2, 3});
+  EXPECT_EQ(a.repair(host::allFindingCodes()).told, Lines());
+}
+
 TEST(RowOrder, NumbersThatAreNotUniqueHaveNoRemedy) {
   const Lines same = {"1:\t1\t5\t6\t0\t0\t1\t20\ta", "1:\t2\t5\t6\t0\t0\t1\t20\tb",
                       "2:\t3\t5\t6\t0\t0\t1\t20\tc"};
@@ -167,8 +283,14 @@ TEST(NoFit, WithoutFitInformationLatencyAndErrorAreUnknown) {
 }
 
 TEST(NoFit, RowsThatHoldNoNumbersGiveNone) {
-  const Audited a = withFollowers(fits({"1: - - - -", "2: - - - -", "3: - - - -"}));
+  Audited a = withFollowers(fits({"1: - - - -", "2: - - - -", "3: - - - -"}));
+  EXPECT_EQ(a.dipole(1).m_latency, 0.0);
+  EXPECT_EQ(a.dipole(1).m_fitError, 0.2);
   EXPECT_EQ(a.outline(), Lines{"note no-fit"});
+  EXPECT_TRUE(a.only(FindingCode::noFit).remedy.empty());
+  const host::RepairReport report = a.repair(host::allFindingCodes());
+  EXPECT_EQ(report.told, Lines());
+  EXPECT_TRUE(report.left.unknown.isUnknown(1, DipoleValue::latency));
 }
 
 TEST(NoFit, OnlyTheDipolesWithoutARowAreUnknown) {

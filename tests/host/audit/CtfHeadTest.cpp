@@ -97,12 +97,55 @@ TEST(CtfSphere, AMissingValueAndARadiusThatNoHeadHasAreDoubtful) {
   EXPECT_EQ(Audited("a.dip", text + dipoles).outline(), Lines{"doubtful sphere"});
 }
 
+TEST(CtfSphere, ASecondOneThatIsAnotherIsWrongWithoutARemedy) {
+  std::string second = ctfSphere;
+  second.replace(second.find("8.5"), 3, "7.0");
+  Audited a("a.dip", ctfSphere + second + dipoles);
+  EXPECT_EQ(a.set->m_sphereCtf.m_radius, 85.0);  // of the first
+  EXPECT_EQ(a.outline(), Lines{"wrong sections"});
+  const host::Finding finding = a.only(FindingCode::sections);
+  EXPECT_EQ(finding.section, "MEG_Sphere");
+  EXPECT_EQ(finding.line, 8);
+  EXPECT_EQ(finding.sentence,
+            "The file gives the head sphere more than once, and differently; which is right is open.");
+  EXPECT_TRUE(finding.remedy.empty());
+  const host::RepairReport report = a.repair(host::allFindingCodes());
+  EXPECT_EQ(report.told, Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines{"wrong sections"});
+  EXPECT_EQ(a.set->m_sphereCtf.m_radius, 85.0);
+  EXPECT_EQ(Audited("a.dip", ctfSphere + ctfSphere + dipoles).outline(), Lines());
+}
+
+TEST(CtfFiducials, ASecondSectionWithOtherPointsIsWrongWithoutARemedy) {
+  const std::string first = fiducials("Fid_Points", "128\t26\t156");
+  Audited a("a.dip", ctfSphere + first + fiducials("Fid_Points", "100\t26\t156") + dipoles);
+  EXPECT_EQ(pointOf(a.set->m_fiducialMri, CFiducial::nasion), (Place3{156, 100, 230}));  // of the last
+  EXPECT_EQ(a.outline(), Lines{"wrong sections"});
+  const host::Finding finding = a.only(FindingCode::sections);
+  EXPECT_EQ(finding.section, "Fid_Points");
+  EXPECT_EQ(finding.line, 8);
+  EXPECT_EQ(finding.sentence,
+            "The file gives the fiducial points more than once, and differently; which is right is open.");
+  EXPECT_TRUE(finding.remedy.empty());
+  const host::RepairReport report = a.repair(host::allFindingCodes());
+  EXPECT_EQ(report.told, Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines{"wrong sections"});
+  EXPECT_EQ(pointOf(a.set->m_fiducialMri, CFiducial::nasion), (Place3{156, 100, 230}));
+  EXPECT_EQ(Audited("a.dip", ctfSphere + first + first + dipoles).outline(), Lines());
+  EXPECT_EQ(Audited("a.dip", ctfSphere + fiducials("MRI_Fid_Points", "128\t26\t156") +
+                                 fiducials("MRI_Fid_Points", "100\t26\t156") + dipoles)
+                .outline(),
+            (Lines{"doubtful fiducials", "wrong sections"}));
+}
+
 TEST(CtfPatient, TwoNamesInOneFileAreDoubtful) {
   const std::string first = "File_Info\n{\n\tPATIENT:\tAnna\n}\n";
   const std::string second = "File_Info\n{\n\tPATIENT:\tBerta\n}\n";
   EXPECT_EQ(Audited("a.dip", first + ctfSphere + first + dipoles).outline(), Lines());
   const Audited a("a.dip", first + ctfSphere + second + dipoles);
+  EXPECT_EQ(host::utf8Of(a.set->m_patient), "Berta");  // the last one stays
   EXPECT_EQ(a.outline(), Lines{"doubtful several-patients"});
+  EXPECT_TRUE(a.only(FindingCode::severalPatients).remedy.empty());
   EXPECT_EQ(a.only(FindingCode::severalPatients).line, 14);
 }
 

@@ -94,7 +94,7 @@ TEST(CtfUnit, AHeaderInMillimetresIsANoteForLargePlacesAndWrongForSmallOnes) {
     EXPECT_EQ(small.place(0)[0], static_cast<double>(5.2F));
     EXPECT_EQ(small.outline(), Lines{"wrong unit"});
     small.file.unit = unit;
-    EXPECT_EQ(Audited::outlineOf(small.repair({FindingCode::unit}).left), Lines());
+    EXPECT_EQ(outlineOf(small.repair({FindingCode::unit}).left.findings), Lines());
     EXPECT_EQ(small.place(0)[0], unit == LengthUnit::millimetre ? static_cast<double>(5.2F) : 52.0);
   }
 }
@@ -133,14 +133,14 @@ TEST(CtfUnit, MetresAreWrongAndTakenSo) {
         "a wrong place.");
     const host::RepairReport report = a.repair({FindingCode::unit});
     EXPECT_EQ(report.told, Lines{"2 dipoles: the position was taken as m, as the file gives it."});
-    EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+    EXPECT_EQ(outlineOf(report.left.findings), Lines());
     EXPECT_EQ(a.place(1), (Place3{-51, 56, 13}));
   }
   Audited large = imported(heading, auditory);  // as if it were cm
   EXPECT_EQ(large.outline(), Lines{"wrong unit"});
   EXPECT_TRUE(large.only(FindingCode::unit).asksForUnit);
   large.file.unit = LengthUnit::centimetre;
-  EXPECT_EQ(Audited::outlineOf(large.repair({FindingCode::unit}).left), Lines());
+  EXPECT_EQ(outlineOf(large.repair({FindingCode::unit}).left.findings), Lines());
   EXPECT_EQ(large.place(1), (Place3{-51, 56, 13}));
 }
 
@@ -153,7 +153,7 @@ TEST(CtfUnit, CentimetresThatAreWrittenOtherwiseThanTheImportKnowsAreWrongAndTak
     Audited a = imported(heading, auditory);
     EXPECT_EQ(a.place(0)[0], static_cast<double>(5.2F)) << unit;
     EXPECT_EQ(a.outline(), Lines{"wrong unit"}) << unit;
-    EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines()) << unit;
+    EXPECT_EQ(outlineOf(a.repair({FindingCode::unit}).left.findings), Lines()) << unit;
     EXPECT_EQ(a.place(0), (Place3{52, 58, 10})) << unit;
   }
 }

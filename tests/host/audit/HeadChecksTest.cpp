@@ -81,12 +81,35 @@ TEST_F(HeadChecks, ADipoleOutsideOfTheVolumeIsDoubtful) {
   add(-99.5F, 0, 0);
   add(0, 99.5F, 0);
   add(0, 0, -101.5F);
-  add(std::numeric_limits<float>::quiet_NaN(), 0, 0);
-  const std::optional<Finding> finding = host::findOutsideMri(*set, 0, 6, volume, frame, "a.dip");
+  const std::optional<Finding> finding = host::findOutsideMri(*set, 0, 5, volume, frame, "a.dip");
   ASSERT_TRUE(finding);
   EXPECT_EQ(finding->code, FindingCode::outsideHead);
   EXPECT_EQ(finding->severity, Severity::doubtful);
-  EXPECT_EQ(finding->slots, (std::vector{2, 3, 4, 5}));
+  EXPECT_EQ(finding->slots, (std::vector{2, 3, 4}));
+  EXPECT_TRUE(finding->sentence.starts_with("3 dipoles lie outside of the MRI. Nothing can be active there"));
+  EXPECT_TRUE(finding->remedy.empty());
+}
+
+TEST_F(HeadChecks, ADipoleWhosePlaceIsNoNumberHasNoValidLocationAndLiesNowhere) {
+  const host::Volume volume({2, 2, 2}, std::vector<float>(8),
+                            {{2, 0, 0}, {0, 2, 0}, {0, 0, 2}, {-1, -1, -1}});
+  const host::HeadFrame frame(points);
+  add(std::numeric_limits<float>::quiet_NaN(), 0, 0);
+  const std::string nowhere = "1 dipole has no valid location: what stands there is no number.";
+  const std::optional<Finding> alone = host::findOutsideMri(*set, 0, 1, volume, frame, "a.dip");
+  ASSERT_TRUE(alone);
+  EXPECT_EQ(alone->severity, Severity::doubtful);
+  EXPECT_EQ(alone->slots, std::vector{0});
+  EXPECT_EQ(alone->file, "a.dip");
+  EXPECT_EQ(alone->sentence, nowhere);
+  add(0, 99, 0);
+  add(0, 0, std::numeric_limits<float>::infinity());
+  const std::optional<Finding> both = host::findOutsideMri(*set, 0, 2, volume, frame, "a.dip");
+  ASSERT_TRUE(both);
+  EXPECT_EQ(both->slots, (std::vector{0, 1}));
+  EXPECT_TRUE(both->sentence.starts_with("1 dipole lies outside of the MRI.")) << both->sentence;
+  EXPECT_TRUE(both->sentence.ends_with(" " + nowhere)) << both->sentence;
+  EXPECT_EQ(host::findOutsideMri(*set, 2, 3, volume, frame, "a.dip")->sentence, nowhere);
 }
 
 TEST_F(HeadChecks, FilesThatNameDifferentPatientsAreDoubtful) {
@@ -110,6 +133,7 @@ TEST_F(HeadChecks, FiducialPointsOfAnotherHeadAreWrong) {
   EXPECT_EQ(finding->severity, Severity::wrong);
   EXPECT_EQ(finding->file, "a.dip");
   EXPECT_TRUE(finding->sentence.starts_with("For this MRI the distances")) << finding->sentence;
+  EXPECT_TRUE(finding->remedy.empty());
   EXPECT_NE(finding->sentence.find("11 mm"), std::string::npos) << finding->sentence;
 }
 

@@ -38,6 +38,10 @@ TEST(MsiColumns, AnotherOrderIsWrongAndTakenByTheNames) {
   EXPECT_EQ(finding.severity, Severity::wrong);
   EXPECT_EQ(finding.slots, std::vector{0});
   EXPECT_EQ(finding.line, 2);
+  EXPECT_EQ(
+      finding.sentence,
+      "The table has other columns than the import takes for granted: values of others are shown as moment "
+      "and fit error.");
   EXPECT_EQ(a.outline(), Lines{"wrong msi-columns"});
   const host::RepairReport report = a.repair({FindingCode::msiColumns});
   EXPECT_EQ(report.told, Lines{"1 dipole: the values were taken from the columns that the heading names."});
@@ -56,6 +60,7 @@ TEST(MsiColumns, PlacesInOtherColumnsAreTakenByTheNames) {
   EXPECT_EQ(a.place(0), (Place3{15, 50, 7.5}));
   EXPECT_EQ(a.outline(), Lines{"wrong msi-columns"});
   EXPECT_EQ(a.only(FindingCode::msiColumns).slots, std::vector{0});  // once, for place and values
+  EXPECT_TRUE(a.only(FindingCode::msiColumns).sentence.ends_with("The dipoles are shown in wrong places."));
   EXPECT_EQ(outlineOf(a.repair({FindingCode::msiColumns}).left.findings), Lines());
   EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
   EXPECT_EQ(a.dipole(0).m_rawLocation.m_center[0], 50);
@@ -146,7 +151,7 @@ TEST(MsiUnit, AHeadingInMillimetresIsWrongAndTakenSoWhenTheUserSaysIt) {
   EXPECT_FALSE(a.only(FindingCode::unit).asksForUnit);
   const host::RepairReport report = a.repair({FindingCode::unit});
   EXPECT_EQ(report.told, Lines{"1 dipole: the position was taken as mm, as the heading gives it."});
-  EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+  EXPECT_EQ(outlineOf(report.left.findings), Lines());
   EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
   EXPECT_EQ(a.repair(host::allFindingCodes()).told, Lines());
 }
@@ -156,9 +161,9 @@ TEST(MsiUnit, ALineOfUnitsBehindTheHeadingCounts) {
   EXPECT_EQ(a.place(0), (Place3{500, 600, 150}));
   EXPECT_EQ(a.dipole(0).m_latency, 20);
   EXPECT_EQ(a.outline(), (Lines{"wrong unit", "wrong latency-unit"}));
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines{"wrong latency-unit"});
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::unit}).left.findings), Lines{"wrong latency-unit"});
   EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::latencyUnit}).left), Lines());
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::latencyUnit}).left.findings), Lines());
   EXPECT_EQ(a.dipole(0).m_latency, 20000);
   // However it is written, and whether the heading names as many columns as the rows have fields or not.
   const std::string shorter = "Latency  x  y  z  Qx  Qy  Qz  Q  Rad  Corr  GOF  Vol  Grp  Label\n";
@@ -180,9 +185,9 @@ TEST(MsiUnit, MillimetresThatAreSmallEnoughForCentimetresAreTakenInTheUnitThatTh
     EXPECT_EQ(a.place(0), (Place3{80, 140, 120}));
     EXPECT_EQ(a.outline(), Lines{"wrong unit"});
     EXPECT_TRUE(a.only(FindingCode::unit).asksForUnit);
-    EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines{"wrong unit"});
+    EXPECT_EQ(outlineOf(a.repair({FindingCode::unit}).left.findings), Lines{"wrong unit"});
     a.file.unit = unit;
-    EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines());
+    EXPECT_EQ(outlineOf(a.repair({FindingCode::unit}).left.findings), Lines());
     EXPECT_EQ(a.place(0), unit == LengthUnit::millimetre ? (Place3{8, 14, 12}) : (Place3{80, 140, 120}));
   }
 }
@@ -190,15 +195,15 @@ TEST(MsiUnit, MillimetresThatAreSmallEnoughForCentimetresAreTakenInTheUnitThatTh
 TEST(MsiUnit, MetresAreWrongAndTakenSo) {
   std::string heading = usual;
   heading.replace(heading.find("  x "), 4, "  x(m) ");
-  std::string row = millimetres;
-  row.replace(row.find("15 50 60"), 8, "0.015 0.05 0.06");
-  for (const std::string& text : {heading + row, usual + "(msec) (m) (m) (m)\n" + row}) {
+  std::string metres = millimetres;
+  metres.replace(metres.find("15 50 60"), 8, "0.015 0.05 0.06");
+  for (const std::string& text : {heading + metres, usual + "(msec) (m) (m) (m)\n" + metres}) {
     Audited a("a.txt", text);
     EXPECT_EQ(a.place(0)[0], 0.5);  // mm
     EXPECT_EQ(a.outline(), Lines{"wrong unit"});
     const host::RepairReport report = a.repair({FindingCode::unit});
     EXPECT_EQ(report.told, Lines{"1 dipole: the position was taken as m, as the heading gives it."});
-    EXPECT_EQ(Audited::outlineOf(report.left), Lines());
+    EXPECT_EQ(outlineOf(report.left.findings), Lines());
     EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
   }
 }
@@ -208,7 +213,7 @@ TEST(MsiUnit, WithoutAUnitPositionsThatCannotBeCentimetresAreDoubtfulAndTakenAsT
   EXPECT_EQ(a.place(0), (Place3{500, 600, 150}));
   EXPECT_EQ(a.outline(), Lines{"doubtful unit"});
   EXPECT_TRUE(a.only(FindingCode::unit).asksForUnit);
-  EXPECT_EQ(Audited::outlineOf(a.repair({FindingCode::unit}).left), Lines{"doubtful unit"});
+  EXPECT_EQ(outlineOf(a.repair({FindingCode::unit}).left.findings), Lines{"doubtful unit"});
   a.file.unit = LengthUnit::millimetre;
   EXPECT_EQ(outlineOf(a.repair({FindingCode::unit}).left.findings), Lines());
   EXPECT_EQ(a.place(0), (Place3{50, 60, 15}));
@@ -278,6 +283,7 @@ TEST(MsiLoss, AFileWithoutAHeadingIsWrong) {
 TEST(MsiEncoding, Utf8IsANoteAndUtf16IsWrong) {
   const std::string text = "Disk Media: a\nMRI/CT Patient: J\xC3\xB6rg\nDate of File: b\n" + usual + row;
   Audited a("a.txt", text);
+  EXPECT_EQ(host::utf8Of(a.set->m_patient), " J\xC3\x83\xC2\xB6rg");  // two letters for one
   EXPECT_EQ(a.outline(), Lines{"note encoding"});
   EXPECT_EQ(outlineOf(a.repair({FindingCode::encoding}).left.findings), Lines());
   EXPECT_EQ(host::utf8Of(a.set->m_patient), " J\xC3\xB6rg");
