@@ -68,7 +68,7 @@ PositionUnit CtfSectionAudit::positionUnitOf(const CtfReading& reading, int sect
     if (row.section == section && (row.fate == RowFate::arrived || row.fate == RowFate::unread)) {
       const RowFields fields(row.fields);
       for (const Column axis : {Column::x, Column::y, Column::z}) {
-        largest = (std::max)(largest, std::abs(fields.number(m_places[axis]).value_or(0.0F)));
+        largest = (std::max)(largest, std::abs(fields.numberOrZero(m_places[axis])));
       }
     }
   }

@@ -48,7 +48,7 @@ void MsiAudit::settlePositions() {
     if (m_reading.hasOtherColumns) {
       const RowFields fields(row.text);
       for (const Column axis : {Column::x, Column::y, Column::z}) {
-        take(fields.number(m_reading.places[axis]).value_or(0.0F));
+        take(fields.numberOrZero(m_reading.places[axis]));
       }
     } else {
       std::for_each(std::begin(row.place), std::end(row.place), take);
