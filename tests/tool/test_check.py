@@ -76,6 +76,31 @@ class Units(CheckTest):
         self.assertEqual(self.outline(1, path), [("wrong", "unit")])
         self.assertEqual(self.places(0, "--unit", "mm", path), [[50.0, 60.0, 15.0]])
 
+    def test_metres_are_repaired_as_the_file_says(self):
+        path = self.write("a.dip", dipoles(["1: 0.01 0.052 0.058 0 0 1 20 left"], HEADING.replace("cm", "m")))
+        self.assertEqual(self.places(1, path), [[0.052, 0.058, 0.01]])
+        told = self.end_with(1, "check", path).out
+        self.assertIn("Remedy (--repair unit): The positions are taken in the unit that the file gives.", told)
+        for repair in ("unit", "all"):
+            self.assertEqual(self.places(0, "--repair", repair, path), [IN_CM])
+        self.assertEqual(self.outline(0, "--repair", "unit", path), [])
+
+    def test_the_unit_that_is_said_does_not_override_the_file(self):
+        path = self.write("a.dip", dipoles(["1: 10 52 58 0 0 1 20 left"], HEADING.replace("cm", "mm")))
+        self.assertEqual(self.places(0, "--unit", "cm", path), [IN_CM])
+        finding = self.only(0, "--unit", "cm", path)
+        self.assertEqual((finding["severity"], finding["code"], finding["remedy"]), ("note", "unit", None))
+        self.assertIn("the other unit that you said was not used", finding["sentence"])
+        self.assertEqual(self.outline(0, "--unit", "mm", path), [])
+
+    def test_a_line_of_units_behind_the_heading_of_a_table(self):
+        path = self.write("a.txt", MSI_HEADING + "(sec) (mm) (mm) (mm) (nAm) (nAm) (nAm) (nAm) (mm)\n"
+                          + MSI_ROW.replace("20.0 1.5 5.0 6.0", "0.5 15 50 60"))
+        self.assertEqual(self.places(1, path), [[500.0, 600.0, 150.0]])
+        self.assertEqual(self.outline(1, path), [("wrong", "unit"), ("wrong", "latency-unit")])
+        self.assertEqual(self.places(0, "--repair", "all", path), [[50.0, 60.0, 15.0]])
+        self.assertEqual(self.listed(0, "--repair", "all", path)[0]["latency_ms"], 500.0)
+
     def test_latencies_in_seconds_of_a_table(self):
         path = self.write("a.txt", MSI_HEADING.replace("Latency", "Latency(s)") + MSI_ROW.replace("20.0", "0.5", 1))
         self.assertEqual(self.listed(1, path)[0]["latency_ms"], 0.5)
@@ -238,6 +263,10 @@ class Heads(CheckTest):
         path = self.write("a.dip", dipoles([self.ROW, "2: 1 12 6 0 0 1 20 b"]))
         finding = self.only(0, path)
         self.assertEqual((finding["severity"], finding["code"], finding["dipoles"]), ("doubtful", "outside-head", [2]))
+        self.assertIsNone(finding["remedy"])
+        for repair in ([], ["--repair", "all"]):
+            self.assertEqual(self.places(0, *repair, path), [[50.0, 60.0, 10.0], [120.0, 60.0, 10.0]])
+            self.assertEqual(self.outline(0, *repair, path), [("doubtful", "outside-head")])
 
     def test_several_patients(self):
         paths = [self.write(name + ".dip", dipoles([self.ROW], head="File_Info\n{\nPATIENT: %s\n}\n" % name + SPHERE))
@@ -246,6 +275,11 @@ class Heads(CheckTest):
         self.assertEqual((finding["severity"], finding["code"], finding["file"]),
                          ("doubtful", "several-patients", None))
         self.assertIn("Anna (%s), Berta (%s)" % tuple(paths), finding["sentence"])
+        self.assertIsNone(finding["remedy"])
+        for repair in ([], ["--repair", "all"]):
+            self.succeed("convert", "--force", *repair, *paths, "-o", self.path("o.dipset"))
+            self.assertEqual(self.info(0, self.path("o.dipset"))["patient"], "Anna")  # one name stays
+            self.assertEqual(self.outline(0, *repair, *paths), [("doubtful", "several-patients")])
 
     def head_of(self, name, ears):
         points = section("Fid_Points", "", [(FIDUCIALS % "128\t26\t156").rstrip("\n").replace("\t28", "\t%d" % (128 - ears))
@@ -257,6 +291,8 @@ class Heads(CheckTest):
         self.assertEqual(self.outline(0, wide, same), [])
         finding = self.only(1, wide, narrow)
         self.assertEqual((finding["severity"], finding["code"], finding["file"]), ("wrong", "other-head", narrow))
+        self.assertIsNone(finding["remedy"])
+        self.assertEqual(self.outline(1, "--repair", "all", wide, narrow), [("wrong", "other-head")])
         self.assertEqual(self.outline(0, "--accept", "other-head", wide, narrow), [("wrong", "other-head")])
         self.assertIn("other-head", self.end_with(1, "list", wide, narrow).err)
         mri = head_volume(self.path("h.nii.gz"))
