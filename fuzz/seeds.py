@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 """Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, msi, row, line, archive, nifti,
-audit, table.
+audit, table, neuromag.
 
 The CTF seeds are the example files, pieces and cuts of them, and small files for what the examples lack;
 the 4D/MSI seeds are small files made here;
 the audit seeds are those of both formats and files that deviate from what the imports take for granted;
 the archive seeds are the files of the tests; the NIfTI seeds are made here field by field,
-the tables too. Standard library
+the tables and Neuromag's files too. Standard library
 only; the same seeds every time."""
 
 import gzip
@@ -220,6 +220,31 @@ TABLE_ROWS = [
      2, True, 2, False, True, 4.5]]
 
 
+def neuromag_files():
+    """(kind, bytes) of what Neuromag's reader takes: text, records, transforms to MNI."""
+    system = '# CoordinateSystem "Head"\n'
+    heading = "#   begin     end   X (mm)   Y (mm)   Z (mm)   Q(nAm)  Qx(nAm)  Qy(nAm)  Qz(nAm)    g/%\n"
+    row = "    100.0   100.0    10.10   -52.30    58.50   25.000   15.000   20.000    0.000  93.46\n"
+    name = '## Name "spike A dipoles" Style "Dipoles"'
+    more = heading[:-1] + "    khi^2  free  vol/mm^3\n" + row[:-1] + "     12.5    61     3.200\n"
+    for text in (system + heading + row + row + name, row + row, heading.replace(" (mm)", "/mm") + row, system + more,
+                 "\ufeff" + system + "\n" + heading + "  # comment\n" + row + "\n% x\n" + row.replace("93.46", "nan"),
+                 (system + heading + row + name).replace("\n", "\r\n"), "% BEGIN Qx/nAm\n",
+                 "# g/% Qz(nAm) Qy(nAm) Qx(nAm) Z/mm Y/mm X/mm begin\n1 2 3 4 5 6 7 8\n",
+                 '# CoordinateSystem "Device"\n' + row, system + heading + row.replace("25.000", "-9e99"),
+                 "Dipoles\n{\n1: 1 2 3 1 0 0 5 a\n}\n"):
+        yield 0, text.encode()
+    record = struct.pack(">i2f3f3f3ff", 0, 0.1, 0.0, 0, 0, 0.04, 0.01, -0.05, 0.06, 15e-9, 20e-9, 0, 0.93) + bytes(144)
+    errors = struct.pack(">i2f3f3f3ff", 1, 0.1, 0.2, 0, 0, 0.04, 0, 0, 0, 0, 0, 0, 1.0) + struct.pack(">i", 1) + bytes(140)
+    for records in (record, record + errors + record, errors[:-1], bytes(196)):
+        yield 1, records
+    for text in ("MNI Transform File\n% c\n\nTransform_Type = Linear;\nLinear_Transform =\n"
+                 "1.1 0 0 5\n0 1.2 0.1 -6\n0 0 1.3 7;\n", "1 0 0 5\n0 1 0 6\n0 0 1 7\n0 0 0 1\n",
+                 "#Insight Transform File V1.0\n#Transform 0\nTransform: AffineTransform_double_3_3\n"
+                 "Parameters: 1 0 0 0 1 0 0 0 1 1 2 3\nFixedParameters: 0 0 0\n"):
+        yield 2, text.encode()
+
+
 def table_files():
     """(format, text) of tables, whole ones and such that lack something."""
     def cell(value, separator):
@@ -278,6 +303,9 @@ def main():
     for number, (kind, text) in enumerate(table_files()):
         for cut, part in cuts(text.encode()):
             write(out / "table", f"table{number}_{cut}", bytes([kind]) + part)
+    for number, (kind, data) in enumerate(neuromag_files()):
+        for cut, part in cuts(data):
+            write(out / "neuromag", f"neuromag{number}_{cut}", bytes([kind]) + part)
     plain = {f"type{code}": nifti1("<", code, [2, 3, 4], bytes(range(24)) * size) for code, size in
              ((2, 1), (4, 2), (8, 4), (16, 4), (64, 8), (256, 1), (512, 2), (768, 4), (1024, 8), (1280, 8))}
     plain["big_endian"] = nifti1(">", 4, [2, 3, 4], bytes(48), 0.5)

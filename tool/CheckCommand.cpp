@@ -104,7 +104,7 @@ CheckCommand::CheckCommand(CLI::App& program)
     : Command(program, "check", "Tell what of the files arrives otherwise than they say it",
               help + codesHelp() + examples) {
   m_import.addTo(options());
-  m_frame.addTo(options());
+  m_frame.addTo(options(), false);
   options().add_flag("--json", m_json, "JSON");
 }
 

@@ -20,6 +20,11 @@ constexpr const char* help =
            quoted as RFC 4180 says
   .tsv     the same with tabs, and with the same quotes
   .json    the same values with the same names
+  .bdip    Neuromag/MNE binary; --to neuromag is their text, --to ctf is CTF's
+  .mrk.json  points for 3D Slicer; --to arrows is a line for each dipole
+  .vtp     points for ParaView, PyVista and 3D Slicer
+What a file cannot hold is told by name and count. --frame chooses the frame of places in tables,
+.mrk.json and .vtp; frames but ctf need --fiducials, or --mri with points beside it.
 Tables come back: FILE may be such a .csv, .tsv or .json. A value that the file leaves open is
 an empty cell, in JSON null; what is no number is nan, inf or -inf, in JSON a text. A text
 that a spreadsheet would take for a formula (= + - @) gets a ' in front, which reading takes
@@ -55,7 +60,7 @@ ConvertCommand::ConvertCommand(CLI::App& program)
 int ConvertCommand::run() const {
   ImportSession session =
       importToWrite(m_import, m_output, [this](const auto& files) { return m_frame.pointsFor(files); });
-  writeSet(session, m_import.names(), m_output, [this] { return m_frame.points(); });
+  writeSet(session, m_import.names(), m_output, m_frame);
   return exitDone;
 }
 

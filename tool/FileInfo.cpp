@@ -42,11 +42,19 @@ void widen(std::optional<Range>& range, double value) {
   range->largest = (std::max)(range->largest, value);
 }
 
+// Places of the host's own frame as they are, also those that are no numbers.
+host::Vector3 inFrameOf(const host::SetFrame& frame, const host::Vector3& place) {
+  return frame.prefix.empty() ? place : frame.fromHost(place);
+}
+
 }  // namespace
 
-FileInfo::FileInfo(std::string name, const ImportSession& session)
+FileInfo::FileInfo(std::string name, const ImportSession& session, const host::SetFrame& in)
     : file(std::move(name)), messages(session.messages()) {
   const CDipoleFace9File& collection = session.collection();
+  isOtherFrame = !in.prefix.empty();
+  frame = in.description;
+  axes = in.axes;
   version = session.version();
   patient = session.patient();
   mriFile = host::headerText(collection.m_mriFile, "MRI_FILE:");
@@ -62,8 +70,10 @@ FileInfo::FileInfo(std::string name, const ImportSession& session)
     }
     ++dipoles;
     shownOnSlices += dipole->m_display == 1 ? 1 : 0;
+    const host::Vector3 place =
+        inFrameOf(in, {dipole->m_location[0], dipole->m_location[1], dipole->m_location[2]});
     for (std::size_t axis = 0; axis < position.size(); ++axis) {
-      widen(position.at(axis), dipole->m_location[axis]);
+      widen(position.at(axis), place[static_cast<int>(axis)]);
     }
     const auto widenKnown = [&](std::optional<Range>& range, host::DipoleValue value) {
       if (!session.unknown().isUnknown(i, value)) {

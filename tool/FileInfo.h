@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/exchange/SetFrame.h"
 #include "tool/ImportSession.h"
 
 namespace tool {
@@ -26,7 +27,7 @@ struct Range {
 };
 
 struct FileInfo {
-  FileInfo(std::string name, const ImportSession& session);
+  FileInfo(std::string name, const ImportSession& session, const host::SetFrame& in);
 
   std::string file;
   std::string version;  // the four texts are empty when the file does not give them
@@ -40,6 +41,9 @@ struct FileInfo {
   int shownOnSlices = 0;
   bool isMomentInNAm = false;
   // Over all dipoles, values that are unknown or not numbers left out; empty without any.
+  bool isOtherFrame = false;  // of the ranges of places; else the host's
+  std::string frame;
+  std::array<const char*, 3> axes{};
   std::array<std::optional<Range>, 3> position;  // mm, head frame
   std::optional<Range> latency;                  // ms
   std::optional<Range> moment;

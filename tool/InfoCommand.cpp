@@ -25,7 +25,6 @@ Examples:
   dipole info --json auditory.dip spikes.dip)";
 
 constexpr std::array<const char*, 3> pointNames = {"nasion", "left ear", "right ear"};
-constexpr std::array<const char*, 3> axisNames = {"x (left)", "y (up)", "z (front)"};
 
 // One line of the report: a name, then a value, at a common column.
 class Report {
@@ -95,8 +94,12 @@ std::string report(const FileInfo& info, const ImportSession& session) {
   addFiducials(result, "fiducials, head", info.headFiducials, 2, headFiducialNote(info));
   result.line("dipoles",
               std::to_string(info.dipoles) + ", shown on slices: " + std::to_string(info.shownOnSlices));
-  for (std::size_t axis = 0; axis < axisNames.size(); ++axis) {
-    result.line(axisNames.at(axis), rangeText(info.position.at(axis), "mm"));
+  if (info.isOtherFrame) {
+    result.line("frame", info.frame + " (of x, y, z below)");
+  }
+  for (std::size_t axis = 0; axis < info.axes.size(); ++axis) {
+    const std::string name = std::string(1, "xyz"[axis]) + " (" + info.axes.at(axis) + ")";
+    result.line(name, rangeText(info.position.at(axis), "mm"));
   }
   result.line("latency", rangeText(info.latency, "ms"));
   result.line("moment", rangeText(info.moment, info.isMomentInNAm ? "nAm" : ""));
@@ -174,27 +177,31 @@ Json jsonSphere(const std::optional<Sphere>& sphere) {
 }
 
 Json jsonReport(const FileInfo& info, const ImportSession& session) {
-  return {{"file", info.file},
-          {"version", host::jsonText(info.version)},
-          {"patient", host::jsonText(info.patient)},
-          {"mri_file", host::jsonText(info.mriFile)},
-          {"meg_only", info.isMegOnly},
-          {"sphere", jsonSphere(info.sphere)},
-          {"fiducials_mri_voxels", jsonPoints(info.mriFiducials)},
-          {"fiducials_head_mm", jsonPoints(info.headFiducials)},
-          {"fiducials_head_from_sphere", info.headFiducials && !info.mriFiducials},
-          {"dipoles", info.dipoles},
-          {"shown_on_slices", info.shownOnSlices},
-          {"x_mm", jsonRange(info.position[0])},
-          {"y_mm", jsonRange(info.position[1])},
-          {"z_mm", jsonRange(info.position[2])},
-          {"latency_ms", jsonRange(info.latency)},
-          {"moment", jsonRange(info.moment)},
-          {"moment_unit", host::jsonText(info.isMomentInNAm ? "nAm" : "")},
-          {"fit_error_percent", jsonRange(info.fitError)},
-          {"messages", jsonMessages(info.messages)},
-          {"repaired", jsonRepaired(session)},
-          {"findings", jsonFindings(session)}};
+  Json report = {{"file", info.file},
+                 {"version", host::jsonText(info.version)},
+                 {"patient", host::jsonText(info.patient)},
+                 {"mri_file", host::jsonText(info.mriFile)},
+                 {"meg_only", info.isMegOnly},
+                 {"sphere", jsonSphere(info.sphere)},
+                 {"fiducials_mri_voxels", jsonPoints(info.mriFiducials)},
+                 {"fiducials_head_mm", jsonPoints(info.headFiducials)},
+                 {"fiducials_head_from_sphere", info.headFiducials && !info.mriFiducials},
+                 {"dipoles", info.dipoles},
+                 {"shown_on_slices", info.shownOnSlices},
+                 {"x_mm", jsonRange(info.position[0])},
+                 {"y_mm", jsonRange(info.position[1])},
+                 {"z_mm", jsonRange(info.position[2])},
+                 {"latency_ms", jsonRange(info.latency)},
+                 {"moment", jsonRange(info.moment)},
+                 {"moment_unit", host::jsonText(info.isMomentInNAm ? "nAm" : "")},
+                 {"fit_error_percent", jsonRange(info.fitError)},
+                 {"messages", jsonMessages(info.messages)},
+                 {"repaired", jsonRepaired(session)},
+                 {"findings", jsonFindings(session)}};
+  if (info.isOtherFrame) {
+    report["frame"] = info.frame;  // of the ranges of x, y and z
+  }
+  return report;
 }
 
 class InfoCommand final : public Command {
@@ -220,12 +227,13 @@ int InfoCommand::run() const {
   int code = exitDone;
   std::string text;
   Json json = Json::array();
+  const host::SetFrame frame = m_frame.frame();
   const std::vector<InputFile> files = m_import.files();
   ImportChoices choices = m_import.choices();
   choices.points = m_frame.pointsFor(files);
   for (const InputFile& file : files) {
     const ImportSession session({file}, choices);
-    const FileInfo info(file.name, session);
+    const FileInfo info(file.name, session, frame);
     code = (std::max)(code, session.exitCode());
     json.push_back(jsonReport(info, session));
     text += (text.empty() ? "" : "\n") + report(info, session);

@@ -70,7 +70,8 @@ std::vector<std::string> cellsOf(const CDipoleszq& dipole, std::uint8_t unknown)
   return cells;
 }
 
-std::string alignedTable(const ImportSession& session) {
+// In a frame that the columns do not name, it stands above them.
+std::string alignedTable(const ImportSession& session, const host::SetFrame& frame) {
   std::vector<host::TextTable::Column> columns = {{"No"}, {"Id"}, {"Label", host::TextTable::Align::left}};
   for (const ListColumn& column : numberColumns) {
     const bool isInNAm = column.place == host::fieldMoment && session.isMomentInNAm();
@@ -78,19 +79,21 @@ std::string alignedTable(const ImportSession& session) {
   }
   columns.push_back({"Slices"});
   host::TextTable table(std::move(columns));
-  const CDipoleFace& set = session.collection();
+  const std::unique_ptr<CDipoleFace9File> turned =
+      frame.prefix.empty() ? nullptr : host::inFrame(session.collection(), frame);
+  const CDipoleFace& set = turned ? *turned : session.collection();
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     if (const CDipoleszq* dipole = set.m_dipoles[slot]) {
       table.addRow(cellsOf(*dipole, session.unknown().of(slot)));
     }
   }
-  return table.aligned();
+  const std::string above = frame.prefix.empty() ? "" : "Frame: " + frame.description + "; mm\n";
+  return above + table.aligned();
 }
 
 // On a terminal without what it could act upon; elsewhere as `convert` writes it.
-std::string csvTable(const ImportSession& session) {
-  const std::string table =
-      host::tableOf(session.collection(), session.unknown(), session.isMomentInNAm(), ',');
+std::string csvTable(const ImportSession& session, const host::SetFrame& frame) {
+  const std::string table = tableOf(session, ',', frame);
   return isResultOnTerminal() ? printableLines(table) : table;
 }
 
@@ -119,11 +122,12 @@ int ListCommand::run() const {
   const std::vector<InputFile> files = m_import.files();
   ImportChoices choices = m_import.choices();
   choices.points = m_frame.pointsFor(files);
+  const host::SetFrame frame = m_frame.frame();
   const ImportSession session(files, std::move(choices));
   if (m_json) {
-    writeResult(documentOf(session, m_import.names()));
+    writeResult(documentOf(session, m_import.names(), frame));
   } else {
-    writeResult(m_csv ? csvTable(session) : alignedTable(session));
+    writeResult(m_csv ? csvTable(session, frame) : alignedTable(session, frame));
   }
   return session.exitCode();
 }

@@ -17,9 +17,12 @@ namespace {
 
 const std::map<std::string, OutputFormat>& formats() {
   static const std::map<std::string, OutputFormat> all = {
-      {"dipset", OutputFormat::dipset}, {"txt", OutputFormat::text},  {"csv", OutputFormat::csv},
-      {"tsv", OutputFormat::tsv},       {"json", OutputFormat::json}, {"neuromag", OutputFormat::neuromag},
-      {"bdip", OutputFormat::bdip},     {"ctf", OutputFormat::ctf}};
+      {"dipset", OutputFormat::dipset}, {"txt", OutputFormat::text},
+      {"csv", OutputFormat::csv},       {"tsv", OutputFormat::tsv},
+      {"json", OutputFormat::json},     {"neuromag", OutputFormat::neuromag},
+      {"bdip", OutputFormat::bdip},     {"ctf", OutputFormat::ctf},
+      {"slicer", OutputFormat::slicer}, {"arrows", OutputFormat::slicerArrows},
+      {"vtp", OutputFormat::vtp}};
   return all;
 }
 
@@ -60,12 +63,15 @@ OutputFormat OutputOptions::format() const {
   if (m_to.empty() && host::hasEnding(target, ".dip")) {
     throw UsageError(m_target + ": a .dip is of Neuromag or of CTF; --to says which");
   }
+  if (m_to.empty() && host::hasEnding(target, ".mrk.json")) {
+    return OutputFormat::slicer;
+  }
   const auto found = std::find_if(formats().begin(), formats().end(), [&](const auto& format) {
     return m_to.empty() ? host::hasEnding(target, "." + format.first) : m_to == format.first;
   });
   if (found == formats().end()) {
     throw UsageError(m_target + ": the name tells no format; it ends in .dipset, .txt, .csv, .tsv, " +
-                     ".json or .bdip, or --to says what to write");
+                     ".json, .bdip, .mrk.json or .vtp, or --to says what to write");
   }
   return found->second;
 }

@@ -8,7 +8,7 @@
 
 namespace tool {
 
-enum class OutputFormat { dipset, text, csv, tsv, json, neuromag, bdip, ctf };
+enum class OutputFormat { dipset, text, csv, tsv, json, neuromag, bdip, ctf, slicer, slicerArrows, vtp };
 
 // Throws std::runtime_error when the file is there, and nobody forces it to go.
 void refuseToReplace(const std::string& target, bool isForced);

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <stdexcept>
 
 #include "host/exchange/ForeignFile.h"
@@ -38,8 +39,9 @@ void writeText(const OutputOptions& output, const std::string& text) {
 }
 
 void writeForeign(const ImportSession& session, host::ForeignFormat format, const OutputOptions& output,
-                  const std::optional<host::Fiducials>& points) {
-  const host::ForeignFile file = host::foreignFile(format, session.collection(), session.unknown(), points);
+                  const FrameOptions& frame) {
+  const host::ForeignFile file =
+      host::foreignFile(format, session.collection(), session.unknown(), frame.head(), frame.name());
   for (const std::string& text : file.told) {
     tell("warning: " + output.target() + ": " + text);
   }
@@ -71,18 +73,33 @@ void refuseWrong(const ImportSession& session, const OutputOptions& output) {
   }
 }
 
-Json documentOf(const ImportSession& session, const std::vector<std::string>& files) {
-  return host::setDocument(session.collection(), session.unknown(),
-                           {files, session.version(), session.patient(), session.isMomentInNAm()});
+Json documentOf(const ImportSession& session, const std::vector<std::string>& files,
+                const host::SetFrame& frame) {
+  const bool isHost = frame.prefix.empty();
+  const std::unique_ptr<CDipoleFace9File> turned =
+      isHost ? nullptr : host::inFrame(session.collection(), frame);
+  return host::setDocument(turned ? *turned : session.collection(), session.unknown(),
+                           {files, session.version(), session.patient(), session.isMomentInNAm(),
+                            isHost ? std::string() : frame.description, frame.titles(), frame.points});
+}
+
+std::string tableOf(const ImportSession& session, char separator, const host::SetFrame& frame) {
+  const std::unique_ptr<CDipoleFace9File> turned =
+      frame.prefix.empty() ? nullptr : host::inFrame(session.collection(), frame);
+  return host::tableOf(turned ? *turned : session.collection(), session.unknown(), session.isMomentInNAm(),
+                       separator, frame.titles());
 }
 
 void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output,
-              const std::function<std::optional<host::Fiducials>()>& points) {
+              const FrameOptions& frame) {
   CDipoleFace9File& set = session.collection();
-  const bool isInNAm = session.isMomentInNAm();
   const std::string loss = host::lossOf(session.unknown());
-  const bool isLossy = output.format() == OutputFormat::dipset || output.format() == OutputFormat::text;
-  if (isLossy && !loss.empty()) {
+  const bool isModules = output.format() == OutputFormat::dipset || output.format() == OutputFormat::text;
+  if (isModules && !frame.isHost()) {
+    throw std::runtime_error(output.target() +
+                             ": this format is in the head frame of the host, no other --frame");
+  }
+  if (isModules && !loss.empty()) {
     tell("warning: " + output.target() + ": " + loss);
   }
   switch (output.format()) {
@@ -91,17 +108,23 @@ void writeSet(ImportSession& session, const std::vector<std::string>& files, con
     case OutputFormat::text:
       return writeTo(output, [&](const CString& path) { host::writeSpreadsheetText(set, path); });
     case OutputFormat::csv:
-      return writeText(output, host::tableOf(set, session.unknown(), isInNAm, ','));
+      return writeText(output, tableOf(session, ',', frame.frame()));
     case OutputFormat::tsv:
-      return writeText(output, host::tableOf(set, session.unknown(), isInNAm, '\t'));
+      return writeText(output, tableOf(session, '\t', frame.frame()));
     case OutputFormat::json:
-      return writeJson(documentOf(session, files), output);
+      return writeJson(documentOf(session, files, frame.frame()), output);
     case OutputFormat::neuromag:
-      return writeForeign(session, host::ForeignFormat::neuromag, output, points());
-    case OutputFormat::ctf:
-      return writeForeign(session, host::ForeignFormat::ctf, output, {});
+      return writeForeign(session, host::ForeignFormat::neuromag, output, frame);
     case OutputFormat::bdip:
-      return writeForeign(session, host::ForeignFormat::bdip, output, points());
+      return writeForeign(session, host::ForeignFormat::bdip, output, frame);
+    case OutputFormat::ctf:
+      return writeForeign(session, host::ForeignFormat::ctf, output, frame);
+    case OutputFormat::slicer:
+      return writeForeign(session, host::ForeignFormat::slicer, output, frame);
+    case OutputFormat::slicerArrows:
+      return writeForeign(session, host::ForeignFormat::slicerArrows, output, frame);
+    case OutputFormat::vtp:
+      return writeForeign(session, host::ForeignFormat::vtp, output, frame);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tool/FrameOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
 #include "tool/Output.h"
@@ -23,16 +24,19 @@ ImportSession importToWrite(const ImportOptions& input, const OutputOptions& out
 // Throws std::runtime_error when something stands that is wrong and neither repaired nor accepted.
 void refuseWrong(const ImportSession& session, const OutputOptions& output);
 
-// The set as JSON, see host/exchange/SetJson.h.
-Json documentOf(const ImportSession& session, const std::vector<std::string>& files);
+// The set as JSON, see host/exchange/SetJson.h, in a frame.
+Json documentOf(const ImportSession& session, const std::vector<std::string>& files,
+                const host::SetFrame& frame = {});
+// The same as a table.
+std::string tableOf(const ImportSession& session, char separator, const host::SetFrame& frame);
 
 // .dipset and .txt are the module's own set file and text export; for the others see host/exchange/SetTable.h
 // and SetJson.h. The target is afterwards either the whole new file or what it was before, see
 // host/text/SafeFile.h. Throws std::runtime_error that names the target and the cause.
-// Files for other programs (host/exchange/ForeignFile.h) tell what they cannot hold; `points` gives the
-// fiducial points of the head for them.
+// Files for other programs (host/exchange/ForeignFile.h) tell what they cannot hold. `frame`: which one
+// places are written in; formats that have one of their own refuse others.
 void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output,
-              const std::function<std::optional<host::Fiducials>()>& points);
+              const FrameOptions& frame);
 
 // A set file of version 20011118, in the same way.
 void writeOldSet(CDipoleFace9File& set, const OutputOptions& output);

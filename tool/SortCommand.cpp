@@ -71,7 +71,7 @@ int SortCommand::run() const {
       importToWrite(m_import, m_output, [this](const auto& files) { return m_frame.pointsFor(files); });
   session.sort(chosen(keys(), m_key),
                m_isDescending ? host::SortOrder::descending : host::SortOrder::ascending);
-  writeSet(session, m_import.names(), m_output, [this] { return m_frame.points(); });
+  writeSet(session, m_import.names(), m_output, m_frame);
   return exitDone;
 }
 

@@ -162,6 +162,11 @@ const char* fieldTitle(std::size_t place, bool isMomentInNAm) {
   return place == fieldMoment && isMomentInNAm ? "moment_nAm" : fields.at(place).name;
 }
 
+std::string titleIn(std::size_t place, bool isMomentInNAm, const FrameTitles& titles) {
+  const bool isFramed = place >= fieldX && place <= fieldOrientationZ && !titles.at(place - fieldX).empty();
+  return isFramed ? titles.at(place - fieldX) : fieldTitle(place, isMomentInNAm);
+}
+
 FieldValue fieldValue(std::size_t place, const CDipoleszq& dipole, std::uint8_t unknown) {
   const DipoleField& field = fields.at(place);
   const bool isUnknown = field.unknown && (unknown & static_cast<std::uint8_t>(*field.unknown)) != 0;

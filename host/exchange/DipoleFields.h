@@ -78,6 +78,11 @@ std::span<const DipoleField, fieldCount> dipoleFields();
 // The column of the moment says nAm only when it is.
 const char* fieldTitle(std::size_t place, bool isMomentInNAm);
 
+// What place and orientation are called when they are told in another frame (host/exchange/SetFrame.h); empty
+// for the host's own.
+using FrameTitles = std::array<std::string, 6>;
+std::string titleIn(std::size_t place, bool isMomentInNAm, const FrameTitles& titles);
+
 // Nothing when the value is unknown.
 FieldValue fieldValue(std::size_t place, const CDipoleszq& dipole, std::uint8_t unknown);
 

@@ -1,10 +1,13 @@
 #include "host/exchange/ForeignFile.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "host/exchange/CtfText.h"
 #include "host/exchange/NeuromagBinary.h"
 #include "host/exchange/NeuromagSet.h"
+#include "host/exchange/SlicerMarkups.h"
+#include "host/exchange/VtpFile.h"
 
 namespace host {
 
@@ -43,14 +46,70 @@ ForeignFile ctfFile(const CDipoleFace9File& set, const UnknownValues& unknown) {
   return file;
 }
 
+void refuseOther(std::optional<FrameName> frame, FrameName own, const char* cause) {
+  if (frame && *frame != own) {
+    throw std::runtime_error(std::string(cause) + ", no other --frame");
+  }
+}
+
+void tellFrame(ForeignFile& file, const SetFrame& frame, bool isChosen) {
+  if (!isChosen && !frame.points) {
+    file.told.emplace_back(
+        "Where the head lies in the scanner is not known: places are in the head frame, x right, y front, z "
+        "up, "
+        "and fit no MRI as they are.");
+  }
+  if (frame.isSymmetric) {
+    file.told.emplace_back(
+        "The fiducial points of the head are not known: in the Neuromag head frame of this file its ears "
+        "were "
+        "taken as symmetric.");
+  }
+}
+
+ForeignFile vtpOf(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame,
+                  bool isChosen) {
+  VtpFile vtp = vtpFile(set, unknown, frame);
+  ForeignFile file;
+  file.bytes = std::move(vtp.xml);
+  tellFrame(file, frame, isChosen);
+  tellLosses(file, vtp.losses);
+  return file;
+}
+
+ForeignFile slicerOf(ForeignFormat format, const CDipoleFace9File& set, const UnknownValues& unknown,
+                     const SetFrame& frame, bool isChosen) {
+  if (!frame.isRightFrontUp()) {
+    throw std::runtime_error("3D Slicer takes places as right, front, up: not in the frame " +
+                             frame.description);
+  }
+  SlicerMarkups markups = slicerMarkups(
+      set, unknown, frame, format == ForeignFormat::slicer ? SlicerKind::points : SlicerKind::arrows);
+  ForeignFile file;
+  file.bytes = std::move(markups.json);
+  tellFrame(file, frame, isChosen);
+  tellLosses(file, markups.losses);
+  return file;
+}
+
 }  // namespace
 
 ForeignFile foreignFile(ForeignFormat format, const CDipoleFace9File& set, const UnknownValues& unknown,
-                        const std::optional<Fiducials>& points) {
-  if (format == ForeignFormat::ctf) {
-    return ctfFile(set, unknown);
+                        const KnownHead& head, std::optional<FrameName> frame) {
+  switch (format) {
+    case ForeignFormat::neuromag:
+    case ForeignFormat::bdip:
+      refuseOther(frame, FrameName::neuromag, "a file of Neuromag is in the Neuromag head frame");
+      return neuromagFile(format == ForeignFormat::bdip, set, unknown, head.points);
+    case ForeignFormat::ctf:
+      refuseOther(frame, FrameName::ctf, "a CTF file is in the CTF head frame");
+      return ctfFile(set, unknown);
+    default:
+      break;
   }
-  return neuromagFile(format == ForeignFormat::bdip, set, unknown, points);
+  const SetFrame chosen = frame ? frameNamed(*frame, head) : patientFrame(head);
+  return format == ForeignFormat::vtp ? vtpOf(set, unknown, chosen, frame.has_value())
+                                      : slicerOf(format, set, unknown, chosen, frame.has_value());
 }
 
 }  // namespace host

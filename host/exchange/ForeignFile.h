@@ -6,20 +6,22 @@
 #include <vector>
 
 #include "host/dipoles/UnknownValues.h"
-#include "host/head/HeadFrame.h"
+#include "host/exchange/SetFrame.h"
 #include "module/dipole.h"
 
 namespace host {
 
-enum class ForeignFormat { neuromag, bdip, ctf };
+enum class ForeignFormat { neuromag, bdip, ctf, slicer, slicerArrows, vtp };
 
 struct ForeignFile {
   std::string bytes;
   std::vector<std::string> told;  // UTF-8, sentences: what the file cannot hold, what had to be assumed
 };
 
-// `points`: fiducial points of the head, in any frame that HeadFrame takes, if they are known.
+// In the frame that is given, else in the format's own: for 3D Slicer and VTK the scanner's when the head is
+// known, else the head's, which is told. Throws std::runtime_error when the format does not have that frame,
+// or the head is not known well enough for it.
 ForeignFile foreignFile(ForeignFormat format, const CDipoleFace9File& set, const UnknownValues& unknown,
-                        const std::optional<Fiducials>& points);
+                        const KnownHead& head, std::optional<FrameName> frame = std::nullopt);
 
 }  // namespace host

@@ -28,7 +28,12 @@ struct ToJson {
   }
 };
 
-Json dipolesOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm) {
+Json dipolesOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm,
+               const FrameTitles& titles) {
+  std::array<std::string, fieldCount> names;
+  for (std::size_t place = 0; place < fieldCount; ++place) {
+    names.at(place) = titleIn(place, isMomentInNAm, titles);
+  }
   Json list = Json::array();
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = set.m_dipoles[slot];
@@ -37,8 +42,7 @@ Json dipolesOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMome
     }
     Json object = Json::object();
     for (std::size_t place = 0; place < fieldCount; ++place) {
-      object[fieldTitle(place, isMomentInNAm)] =
-          std::visit(ToJson(), fieldValue(place, *dipole, unknown.of(slot)));
+      object[names.at(place)] = std::visit(ToJson(), fieldValue(place, *dipole, unknown.of(slot)));
     }
     list.push_back(std::move(object));
   }
@@ -313,12 +317,19 @@ class SetReader {
 }  // namespace
 
 Json setDocument(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts) {
-  return {{"files", texts.files},
-          {"version", jsonText(texts.version)},
-          {"patient", jsonText(texts.patient)},
-          {"frame", frameText},
-          {"moment_unit", jsonText(texts.isMomentInNAm ? unitText : "")},
-          {"dipoles", dipolesOf(set, unknown, texts.isMomentInNAm)}};
+  Json document = {{"files", texts.files},
+                   {"version", jsonText(texts.version)},
+                   {"patient", jsonText(texts.patient)},
+                   {"frame", texts.frame.empty() ? frameText : texts.frame}};
+  if (texts.points) {
+    const auto point = [](const Vector3& place) { return Json::array({place.x, place.y, place.z}); };
+    document["fiducials_scanner_mm"] = {{"nasion", point(texts.points->nasion)},
+                                        {"left_ear", point(texts.points->leftEar)},
+                                        {"right_ear", point(texts.points->rightEar)}};
+  }
+  document["moment_unit"] = jsonText(texts.isMomentInNAm ? unitText : "");
+  document["dipoles"] = dipolesOf(set, unknown, texts.isMomentInNAm, texts.titles);
+  return document;
 }
 
 TableSet readSetJson(std::string_view text, const std::string& name) {

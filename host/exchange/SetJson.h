@@ -3,12 +3,14 @@
 // are as in host/exchange/Json.h; null is an unknown value.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/exchange/Json.h"
 #include "host/exchange/SetTable.h"
+#include "host/head/HeadFrame.h"
 
 namespace host {
 
@@ -18,6 +20,10 @@ struct SetTexts {
   std::string version;
   std::string patient;
   bool isMomentInNAm = false;
+  // Of another frame than the host's, in which the set is; such a document is not read back.
+  std::string frame = {};
+  FrameTitles titles = {};
+  std::optional<Fiducials> points = {};  // that the frame was made with, scanner mm
 };
 
 Json setDocument(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts);

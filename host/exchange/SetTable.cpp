@@ -190,11 +190,11 @@ class TableReader {
 
 }  // namespace
 
-std::string tableOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm,
-                    char separator) {
+std::string tableOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm, char separator,
+                    const FrameTitles& titles) {
   std::string table;
   for (std::size_t place = 0; place < fieldCount; ++place) {
-    table += (place == 0 ? "" : std::string(1, separator)) + fieldTitle(place, isMomentInNAm);
+    table += (place == 0 ? "" : std::string(1, separator)) + titleIn(place, isMomentInNAm, titles);
   }
   table += '\n';
   const CellWriter cellOf(separator);

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "host/dipoles/UnknownValues.h"
+#include "host/exchange/DipoleFields.h"
 #include "module/dipole.h"
 
 namespace host {
@@ -20,7 +21,9 @@ struct TableSet {
   UnknownValues unknown;  // by slot
 };
 
-std::string tableOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm, char separator);
+// `titles`: of another frame than the host's, in which the set is; such a table is not read back.
+std::string tableOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm, char separator,
+                    const FrameTitles& titles = {});
 
 // The columns may come in any order. Those of the position must be there; latency, fit error, moment,
 // orientation and label are unknown where their column is missing or their cell empty, other members are

@@ -173,8 +173,8 @@ class Inputs(ConvertTest):
         dip = example("auditory.dip")
         for name in ("out", "out.", "out.xls", ".csv", "folder.csv/out"):
             result = self.convert(dip, self.path(name), code=2)
-            self.assertIn("%s: the name tells no format; it ends in .dipset, .txt, .csv, .tsv, .json or .bdip, "
-                          "or --to says what to write\n" % self.path(name), result.err)
+            self.assertIn("%s: the name tells no format; it ends in .dipset, .txt, .csv, .tsv, .json, .bdip, "
+                          ".mrk.json or .vtp, or --to says what to write\n" % self.path(name), result.err)
         result = self.convert(self.write("in.data", b""), self.path("o.csv"), code=1)
         self.assertIn("in.data: the name tells no format; it ends in .dip (CTF, Neuromag), .bdip, .txt "
                       "(4D/MSI), .dipset, .csv, .tsv or .json, or --from says what it is\n", result.err)

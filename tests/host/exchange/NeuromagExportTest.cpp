@@ -162,9 +162,9 @@ TEST(NeuromagExport, DirectionsGetLengthOneAndThatIsTold) {
 
 TEST(NeuromagExport, TellsThatEarsAndUnitWereAssumed) {
   const Set set = setOfOne();
-  EXPECT_TRUE(foreignFile(ForeignFormat::neuromag, *set, {}, straight).told.empty());
+  EXPECT_TRUE(foreignFile(ForeignFormat::neuromag, *set, {}, {straight, {}}).told.empty());
   set->m_momentInNAm = 0;
-  const host::ForeignFile file = foreignFile(ForeignFormat::neuromag, *set, {}, std::nullopt);
+  const host::ForeignFile file = foreignFile(ForeignFormat::neuromag, *set, {}, {});
   ASSERT_EQ(file.told.size(), 2U);
   EXPECT_NE(file.told[0].find("ears were taken as symmetric"), std::string::npos);
   EXPECT_NE(file.told[1].find("unit of the moments is not known"), std::string::npos);
@@ -176,11 +176,11 @@ TEST(NeuromagExport, HostileSetsGoOutAndWhatComesInIsAFile) {
     const int count = hostile.below(60);
     const Set set = hostile.set(count);
     const host::UnknownValues unknown = hostile.unknown(count);
-    const std::string text = foreignFile(ForeignFormat::neuromag, *set, unknown, crooked).bytes;
+    const std::string text = foreignFile(ForeignFormat::neuromag, *set, unknown, {crooked, {}}).bytes;
     if (set->m_totalDipoles > 0) {
       const NeuromagDipoles back = host::readNeuromagText(text);
       EXPECT_LE(static_cast<int>(back.dipoles.size()), set->m_totalDipoles);
     }
-    EXPECT_EQ(foreignFile(ForeignFormat::bdip, *set, unknown, crooked).bytes.size() % 196, 0U);
+    EXPECT_EQ(foreignFile(ForeignFormat::bdip, *set, unknown, {crooked, {}}).bytes.size() % 196, 0U);
   }
 }

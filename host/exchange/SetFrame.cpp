@@ -1,0 +1,266 @@
+#include "host/exchange/SetFrame.h"
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "host/exchange/NeuromagText.h"
+#include "host/exchange/TableFile.h"
+#include "host/head/NeuromagFrame.h"
+#include "host/text/Blanks.h"
+#include "host/text/Numbers.h"
+#include "host/text/PathText.h"
+
+namespace host {
+
+namespace {
+
+constexpr std::size_t mostMapBytes = 65536;
+
+// Of all words of a text that is nothing but numbers; the last may end in a semicolon.
+std::vector<double> numbersOf(std::string_view text) {
+  std::vector<double> numbers;
+  while (true) {
+    text.remove_prefix((std::min)(text.find_first_not_of(" \t\r\n\v\f"), text.size()));
+    if (text.empty()) {
+      return numbers;
+    }
+    std::string_view word = text.substr(0, text.find_first_of(" \t\r\n\v\f"));
+    text.remove_prefix(word.size());
+    if (word.ends_with(';')) {
+      word.remove_suffix(1);
+    }
+    const std::optional<double> number = numberOf(word);
+    if (!number && !word.empty()) {
+      throw std::invalid_argument("\"" + std::string(word.substr(0, 40)) + "\" is no number");
+    }
+    if (number) {
+      numbers.push_back(*number);
+    }
+  }
+}
+
+// Three rows of four numbers.
+Affine affineOf(const std::vector<double>& rows) {
+  const auto column = [&](std::size_t index) {
+    return Vector3{rows[index], rows[index + 4], rows[index + 8]};
+  };
+  return {column(0), column(1), column(2), column(3)};
+}
+
+Affine inverted(const Affine& map) {
+  const std::optional<Affine> inverse = map.inverse();
+  if (!inverse) {
+    throw std::invalid_argument("the matrix has no inverse");
+  }
+  return *inverse;
+}
+
+MniMap mniTextMap(std::string_view text) {
+  const std::size_t name = text.find("Linear_Transform");
+  const std::size_t start = name == std::string_view::npos ? name : text.find('=', name);
+  if (start == std::string_view::npos) {
+    throw std::invalid_argument("the MNI transform is not linear");
+  }
+  const std::string_view rest = text.substr(start + 1);
+  const std::vector<double> numbers = numbersOf(rest.substr(0, rest.find(';')));
+  if (numbers.size() != 12) {
+    throw std::invalid_argument("the MNI transform has " + std::to_string(numbers.size()) +
+                                " numbers, not 12");
+  }
+  return {affineOf(numbers), "MNI305"};
+}
+
+// The numbers behind a word at the start of a line.
+std::vector<double> numbersBehind(std::string_view text, std::string_view word) {
+  TextRows rows(text);
+  for (std::string_view line; rows.next(line);) {
+    if (line.starts_with(word)) {
+      return numbersOf(line.substr(word.size()));
+    }
+  }
+  return {};
+}
+
+// p' = M (p - c) + c + t, to the left and back.
+MniMap itkMap(std::string_view text) {
+  const bool isOne = text.find("#Transform 1") == std::string_view::npos;
+  const std::vector<double> values = numbersBehind(text, "Parameters:");
+  const std::vector<double> centre = numbersBehind(text, "FixedParameters:");
+  const bool isAffine = text.find("AffineTransform_") != std::string_view::npos ||
+                        text.find("MatrixOffsetTransformBase_") != std::string_view::npos;
+  if (!isOne || !isAffine || values.size() != 12 || centre.size() != 3) {
+    throw std::invalid_argument("the ITK transform is not one affine map of 12 parameters");
+  }
+  const Affine matrix({values[0], values[3], values[6]}, {values[1], values[4], values[7]},
+                      {values[2], values[5], values[8]}, {});
+  const Vector3 c = {centre[0], centre[1], centre[2]};
+  const Vector3 shift = Vector3{values[9], values[10], values[11]} + c - matrix(c);
+  const Affine leftBack({-1, 0, 0}, {0, -1, 0}, {0, 0, 1}, {});
+  const Affine toHead =
+      leftBack.after(Affine(matrix.column(0), matrix.column(1), matrix.column(2), shift).after(leftBack));
+  return {inverted(toHead), {}};
+}
+
+MniMap matrixMap(std::string_view text) {
+  const std::vector<double> numbers = numbersOf(text);
+  if (numbers.size() != 16) {
+    throw std::invalid_argument("it is neither an MNI transform nor one of ITK, and has " +
+                                std::to_string(numbers.size()) + " numbers, not 16");
+  }
+  if (numbers[12] != 0.0 || numbers[13] != 0.0 || numbers[14] != 0.0 || numbers[15] != 1.0) {
+    throw std::invalid_argument("the last row of the matrix is not 0 0 0 1");
+  }
+  return {affineOf(numbers), {}};
+}
+
+// Axes of the head frame named right, front, up.
+Affine rightFrontUp() {
+  return headToSymmetricNeuromag();
+}
+
+const Fiducials& pointsOf(const KnownHead& head, const char* frame) {
+  if (!head.points) {
+    throw std::runtime_error(std::string("the ") + frame +
+                             " frame needs the fiducial points of the head, which are not known");
+  }
+  return *head.points;
+}
+
+constexpr std::array<const char*, 3> rightFrontUpAxes = {"right", "front", "up"};
+
+SetFrame neuromagFrame(const KnownHead& head) {
+  const bool isKnown = head.points.has_value();
+  return {FrameName::neuromag,
+          isKnown ? headToNeuromag(*head.points) : headToSymmetricNeuromag(),
+          isKnown ? "Neuromag head: x right, y front, z up"
+                  : "Neuromag head, ears taken as symmetric: x right, y front, z up",
+          "neuromag_",
+          rightFrontUpAxes,
+          head.points,
+          !isKnown};
+}
+
+SetFrame scannerFrame(const KnownHead& head) {
+  const Fiducials& points = pointsOf(head, "scanner");
+  return {FrameName::scanner,
+          HeadFrame(points).toScanner(),
+          "scanner: x right, y front, z up",
+          "scanner_",
+          rightFrontUpAxes,
+          points};
+}
+
+SetFrame mniFrame(const KnownHead& head) {
+  if (!head.mni) {
+    throw std::runtime_error(
+        "the MNI frame needs a transform to it, or the word that the head is in it (--mni)");
+  }
+  const Fiducials& points = pointsOf(head, "MNI");
+  const std::string space = head.mni->space.empty() ? "MNI, nobody said which" : head.mni->space;
+  std::string prefix = head.mni->space.empty() ? "mni_" : head.mni->space + "_";
+  std::transform(prefix.begin(), prefix.end(), prefix.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  return {FrameName::mni,
+          head.mni->fromScanner.after(HeadFrame(points).toScanner()),
+          space + ": x right, y front, z up",
+          prefix,
+          rightFrontUpAxes,
+          points};
+}
+
+}  // namespace
+
+FrameTitles SetFrame::titles() const {
+  FrameTitles names;
+  if (!prefix.empty()) {
+    for (std::size_t axis = 0; axis < axes.size(); ++axis) {
+      const std::string axisName = std::string(1, "xyz"[axis]) + "_" + axes.at(axis);
+      names.at(axis) = prefix + axisName + "_mm";
+      names.at(axis + 3) = prefix + "orientation_" + axisName;
+    }
+  }
+  return names;
+}
+
+MniMap mniMapOf(std::string_view text) {
+  MniMap map;
+  if (text.starts_with("MNI Transform File")) {
+    map = mniTextMap(text);
+  } else if (text.starts_with("#Insight Transform File")) {
+    map = itkMap(text);
+  } else {
+    map = matrixMap(text);
+  }
+  (void)inverted(map.fromScanner);
+  return map;
+}
+
+MniMap readMniMap(const std::filesystem::path& path) {
+  const std::string name = utf8Of(textOf(path));
+  const std::string text = textOfFile(path, name);
+  if (text.size() > mostMapBytes) {
+    throw std::runtime_error(name + ": there are more than 64 KiB of it");
+  }
+  try {
+    return mniMapOf(text);
+  } catch (const std::invalid_argument& error) {
+    throw std::runtime_error(name + ": " + error.what());
+  }
+}
+
+SetFrame frameNamed(FrameName name, const KnownHead& head) {
+  switch (name) {
+    case FrameName::ctf:
+      return {name,
+              Affine({0, 1, 0}, {0, 0, 1}, {1, 0, 0}, {}),
+              "CTF head: x front, y left, z up",
+              "ctf_",
+              {"front", "left", "up"}};
+    case FrameName::neuromag:
+      return neuromagFrame(head);
+    case FrameName::scanner:
+      return scannerFrame(head);
+    case FrameName::mni:
+      return mniFrame(head);
+    case FrameName::host:
+      break;
+  }
+  return {FrameName::host, {}, "head: x left, y up, z front", "", {"left", "up", "front"}};
+}
+
+SetFrame patientFrame(const KnownHead& head) {
+  if (head.points) {
+    return scannerFrame(head);
+  }
+  return {FrameName::host, rightFrontUp(), "head, not the scanner's: x right, y front, z up", "head_",
+          rightFrontUpAxes};
+}
+
+std::unique_ptr<CDipoleFace9File> inFrame(const CDipoleFace9File& set, const SetFrame& frame) {
+  auto copy = std::make_unique<CDipoleFace9File>();
+  copy->m_momentInNAm = set.m_momentInNAm;
+  for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
+    std::unique_ptr<CDipoleszq> dipole;
+    if (set.m_dipoles[slot] != nullptr) {
+      dipole = std::make_unique<CDipoleszq>(*set.m_dipoles[slot]);
+      const Vector3 place =
+          frame.fromHost({dipole->m_location[0], dipole->m_location[1], dipole->m_location[2]});
+      const Vector3 own = {dipole->m_orientation[0], dipole->m_orientation[1], dipole->m_orientation[2]};
+      Vector3 direction = turned(frame.fromHost, own);
+      if (const double size = length(direction); size > 0.0 && std::isfinite(size)) {
+        direction = direction * (length(own) / size);
+      }
+      for (int axis = 0; axis < 3; ++axis) {
+        dipole->m_location[axis] = place[axis];
+        dipole->m_orientation[axis] = direction[axis];
+      }
+    }
+    copy->m_dipoles.store(copy->m_totalDipoles++, std::move(dipole));
+  }
+  return copy;
+}
+
+}  // namespace host

@@ -1,0 +1,65 @@
+// The frames in which places of a set can be told: its own head frame, that of CTF's and of Neuromag's
+// programs, the scanner's, and MNI's. All in mm here.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/exchange/DipoleFields.h"
+#include "host/head/Affine.h"
+#include "host/head/HeadFrame.h"
+#include "module/dipole.h"
+
+namespace host {
+
+enum class FrameName { host, ctf, neuromag, scanner, mni };
+
+// From scanner mm to an MNI space, mm.
+struct MniMap {
+  Affine fromScanner;
+  std::string space;  // "MNI305", "MNI152", "Colin27"; empty: nobody said which
+};
+
+// Of a text: FreeSurfer's talairach.xfm and others of its kind, which lead to MNI305; sixteen numbers in four
+// lines from scanner mm to MNI mm; a text of ITK or ANTs that registered the head (moving) to MNI (fixed): it
+// maps points of MNI to the head, in mm to the left and back, so it is turned round. Throws
+// std::invalid_argument with the cause.
+MniMap mniMapOf(std::string_view text);
+// Of a file. Throws std::runtime_error that names it.
+MniMap readMniMap(const std::filesystem::path& path);
+
+// What is known of the head that dipoles belong to.
+struct KnownHead {
+  std::optional<Fiducials> points;  // scanner mm
+  std::optional<MniMap> mni;
+};
+
+struct SetFrame {
+  FrameName name = FrameName::host;
+  Affine fromHost;
+  std::string description;            // UTF-8: "head: x left, y up, z front"
+  std::string prefix;                 // of the columns' titles: "scanner_"; empty for the host's own
+  std::array<const char*, 3> axes{};  // "left", "up", "front"
+  std::optional<Fiducials> points = std::nullopt;  // that it was made with, scanner mm
+  FrameTitles titles() const;                      // of a table in it
+  // Whether axes are right, front, up, as programs take them that know nothing of heads.
+  bool isRightFrontUp() const { return axes[0] == std::string_view("right"); }
+
+  bool isSymmetric = false;  // Neuromag's, with ears taken as symmetric
+};
+
+// Throws std::runtime_error when the head is not known well enough for it.
+SetFrame frameNamed(FrameName name, const KnownHead& head);
+
+// For programs that take all places as right, front, up: the scanner's frame when it is known, else the head
+// frame with its axes in that order.
+SetFrame patientFrame(const KnownHead& head);
+
+// A copy of the set whose dipoles are in the frame, their orientations turned and as long as they were.
+std::unique_ptr<CDipoleFace9File> inFrame(const CDipoleFace9File& set, const SetFrame& frame);
+
+}  // namespace host

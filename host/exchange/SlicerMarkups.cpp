@@ -1,0 +1,229 @@
+#include "host/exchange/SlicerMarkups.h"
+
+#include <cmath>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "host/exchange/Json.h"
+#include "host/text/Numbers.h"
+#include "host/text/PathText.h"
+
+namespace host {
+
+namespace {
+
+// Readers look for this very text; nothing is fetched from there.
+constexpr const char* schema =
+    "https://raw.githubusercontent.com/slicer/slicer/master/Modules/Loadable/Markups/Resources/Schema/"
+    "markups-schema-v1.0.3.json#";
+constexpr double arrowLength = 10.0;  // mm
+
+Vector3 unit(const Vector3& direction) {
+  return direction * (1.0 / length(direction));
+}
+
+// To the left, back and up, which Slicer writes itself.
+Json leftBackUp(const Vector3& place) {
+  return Json::array({-place.x, -place.y, place.z});
+}
+
+// A frame whose third axis is the direction, row by row.
+Json orientationOf(const Vector3& direction) {
+  const Vector3 across = cross({0, 0, 1}, direction);
+  const Vector3 x = length(across) > 1e-9 ? unit(across) : Vector3{1, 0, 0};
+  const Vector3 y = cross(direction, x);
+  return Json::array({-x.x, -y.x, -direction.x, -x.y, -y.y, -direction.y, x.z, y.z, direction.z});
+}
+
+Json colorOf(COLORREF color) {
+  const auto part = [color](unsigned shift) { return (color >> shift & 0xFFU) / 255.0; };
+  return Json::array({part(0), part(8), part(16)});
+}
+
+// What a point has to say, each value under its name.
+struct Measurement {
+  const char* name;
+  DipoleValue value;
+  double CDipoleszq::*member;
+  const char* units;
+};
+
+class Writer {
+ public:
+  Writer(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame)
+      : m_source(set), m_set(inFrame(set, frame)), m_unknown(unknown), m_frame(frame) {}
+
+  SlicerMarkups run(SlicerKind kind) {
+    for (int slot = 0; slot < m_set->m_totalDipoles; ++slot) {
+      const CDipoleszq* const dipole = m_set->m_dipoles[slot];
+      if (dipole == nullptr) {
+        continue;
+      }
+      if (!isFinite(placeOf(*dipole))) {
+        m_losses.add("the whole, for its place is no number,");
+      } else if (kind == SlicerKind::arrows && !hasDirection(slot)) {
+        m_losses.add("the whole, for it has no orientation,");
+      } else {
+        m_byColor[dipole->m_color & 0xFFFFFFU].push_back(slot);
+      }
+    }
+    Json markups = Json::array();
+    for (const auto& [color, slots] : m_byColor) {
+      if (kind == SlicerKind::points) {
+        markups.push_back(pointList(color, slots));
+        continue;
+      }
+      for (const int slot : slots) {
+        markups.push_back(arrow(color, slot));
+      }
+    }
+    addLosses(kind);
+    return {indented(Json{{"@schema", schema}, {"markups", std::move(markups)}}), std::move(m_losses)};
+  }
+
+ private:
+  static Vector3 placeOf(const CDipoleszq& dipole) {
+    return {dipole.m_location[0], dipole.m_location[1], dipole.m_location[2]};
+  }
+  static Vector3 directionOf(const CDipoleszq& dipole) {
+    return {dipole.m_orientation[0], dipole.m_orientation[1], dipole.m_orientation[2]};
+  }
+  bool hasDirection(int slot) const {
+    const double size = length(directionOf(*m_set->m_dipoles[slot]));
+    return !m_unknown.isUnknown(slot, DipoleValue::orientation) && std::isfinite(size) && size > 0.0;
+  }
+  std::string labelOf(int slot) const {
+    return m_unknown.isUnknown(slot, DipoleValue::label) ? std::string()
+                                                         : utf8Of(m_set->m_dipoles[slot]->m_label);
+  }
+
+  // "100.0 ms; 25.0 nAm; fit error 6.5 %": what is known.
+  std::string descriptionOf(int slot) const {
+    const CDipoleszq& dipole = *m_set->m_dipoles[slot];
+    std::string text;
+    const auto add = [&](DipoleValue which, const std::string& value) {
+      if (!m_unknown.isUnknown(slot, which)) {
+        text += (text.empty() ? "" : "; ") + value;
+      }
+    };
+    add(DipoleValue::latency, fixed(dipole.m_latency, 1) + " ms");
+    add(DipoleValue::moment, fixed(dipole.m_moment, 1) + (m_set->m_momentInNAm != 0 ? " nAm" : ""));
+    add(DipoleValue::fitError, "fit error " + fixed(dipole.m_fitError, 1) + " %");
+    return text;
+  }
+
+  Json point(const std::string& id, const std::string& label, int slot, const Vector3& place) const {
+    Json json = {{"id", id},
+                 {"label", label},
+                 {"description", descriptionOf(slot)},
+                 {"position", leftBackUp(place)},
+                 {"selected", true},
+                 {"locked", false},
+                 {"visibility", m_set->m_dipoles[slot]->m_show != 0},
+                 {"positionStatus", "defined"}};
+    if (hasDirection(slot)) {
+      json["orientation"] = orientationOf(unit(directionOf(*m_set->m_dipoles[slot])));
+    }
+    return json;
+  }
+
+  Json markup(const char* type, const std::string& name, std::uint32_t color, Json points) const {
+    return {{"type", type},
+            {"name", name},
+            {"coordinateSystem", "LPS"},
+            {"coordinateUnits", "mm"},
+            {"locked", true},
+            {"labelFormat", "%N-%d"},
+            {"controlPoints", std::move(points)},
+            {"display",
+             {{"visibility", true},
+              {"opacity", 1.0},
+              {"color", colorOf(color)},
+              {"selectedColor", colorOf(color)},
+              {"pointLabelsVisibility", false},
+              {"textScale", 3.0},
+              {"glyphType", "Sphere3D"},
+              {"useGlyphScale", false},
+              {"glyphSize", 3.0}}}};
+  }
+
+  Json pointList(std::uint32_t color, const std::vector<int>& slots) {
+    Json points = Json::array();
+    for (const int slot : slots) {
+      const CDipoleszq& dipole = *m_set->m_dipoles[slot];
+      points.push_back(point(std::to_string(dipole.m_number), labelOf(slot), slot, placeOf(dipole)));
+    }
+    Json list = markup("Fiducial", "dipoles (" + m_frame.description + ")", color, std::move(points));
+    list["measurements"] = measurementsOf(slots);
+    return list;
+  }
+
+  // A value that a single dipole of the list lacks cannot stand there: the list has one number per point.
+  Json measurementsOf(const std::vector<int>& slots) {
+    Json list = Json::array();
+    const Measurement all[] = {
+        {"moment", DipoleValue::moment, &CDipoleszq::m_moment, m_set->m_momentInNAm != 0 ? "nA.m" : ""},
+        {"latency", DipoleValue::latency, &CDipoleszq::m_latency, "ms"},
+        {"fit error", DipoleValue::fitError, &CDipoleszq::m_fitError, "%"}};
+    for (const Measurement& measurement : all) {
+      Json values = Json::array();
+      for (const int slot : slots) {
+        const double value = m_set->m_dipoles[slot]->*measurement.member;
+        if (!m_unknown.isUnknown(slot, measurement.value) && std::isfinite(value)) {
+          values.push_back(value);
+        }
+      }
+      if (values.size() != slots.size()) {
+        m_losses.add(std::string(measurement.name) + ", as not all of its color have one,",
+                     static_cast<int>(values.size()));
+        continue;
+      }
+      list.push_back({{"name", measurement.name},
+                      {"enabled", true},
+                      {"units", measurement.units},
+                      {"printFormat", "%.1f %s"},
+                      {"controlPointValues", std::move(values)}});
+    }
+    return list;
+  }
+
+  Json arrow(std::uint32_t color, int slot) const {
+    const CDipoleszq& dipole = *m_set->m_dipoles[slot];
+    const Vector3 end = placeOf(dipole) + unit(directionOf(dipole)) * arrowLength;
+    const std::string label = labelOf(slot);
+    const std::string name = "dipole " + std::to_string(dipole.m_number) + (label.empty() ? "" : " ") +
+                             label + " (" + m_frame.description + ")";
+    return markup("Line", name, color,
+                  Json::array({point("1", label, slot, placeOf(dipole)), point("2", "", slot, end)}));
+  }
+
+  void addLosses(SlicerKind kind) {
+    if (kind == SlicerKind::points) {
+      addLostMembers(m_losses, m_source, m_unknown,
+                     {fieldLabel, fieldOrientationX, fieldMoment, fieldLatency, fieldFitError, fieldColor,
+                      fieldShown, fieldRed3D});
+    } else {
+      addLostMembers(m_losses, m_source, m_unknown,
+                     {fieldLabel, fieldOrientationX, fieldColor, fieldShown, fieldRed3D});
+    }
+    addLostParts(m_losses, m_source,
+                 {SetPart::patient, SetPart::version, SetPart::mriFile, SetPart::sphere, SetPart::mriPoints});
+  }
+
+  const CDipoleFace9File& m_source;
+  std::unique_ptr<CDipoleFace9File> m_set;  // in the frame
+  const UnknownValues& m_unknown;
+  const SetFrame& m_frame;
+  std::map<std::uint32_t, std::vector<int>> m_byColor;
+  Losses m_losses;
+};
+
+}  // namespace
+
+SlicerMarkups slicerMarkups(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame,
+                            SlicerKind kind) {
+  return Writer(set, unknown, frame).run(kind);
+}
+
+}  // namespace host

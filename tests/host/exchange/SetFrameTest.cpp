@@ -1,0 +1,139 @@
+// A set is told in each of its frames, orientations turned with the places, and transforms to MNI mean what
+// their programs mean.
+#include <cmath>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
+
+#include "host/exchange/SetFrame.h"
+#include "host/head/NeuromagFrame.h"
+
+namespace {
+
+using host::FrameName;
+using host::KnownHead;
+using host::mniMapOf;
+using host::Vector3;
+
+const host::Fiducials crooked{{5, 100, 10}, {-75, -5, 0}, {75, 5, 0}};
+
+void expectNear(const Vector3& found, const Vector3& expected) {
+  EXPECT_NEAR(found.x, expected.x, 1e-9);
+  EXPECT_NEAR(found.y, expected.y, 1e-9);
+  EXPECT_NEAR(found.z, expected.z, 1e-9);
+}
+
+std::string causeOf(const std::string& text) {
+  try {
+    (void)mniMapOf(text);
+  } catch (const std::invalid_argument& error) {
+    return error.what();
+  }
+  return "was taken";
+}
+
+std::string causeOf(FrameName name, const KnownHead& head) {
+  try {
+    (void)frameNamed(name, head);
+  } catch (const std::runtime_error& error) {
+    return error.what();
+  }
+  return "was taken";
+}
+
+}  // namespace
+
+TEST(SetFrame, EachNamesItsAxesInTheTitles) {
+  const KnownHead head{crooked, host::MniMap{{}, "MNI152"}};
+  const auto first = [&](FrameName name) { return frameNamed(name, head).titles(); };
+  EXPECT_EQ(first(FrameName::host)[0], "");
+  EXPECT_EQ(first(FrameName::ctf)[0], "ctf_x_front_mm");
+  EXPECT_EQ(first(FrameName::ctf)[4], "ctf_orientation_y_left");
+  EXPECT_EQ(first(FrameName::neuromag)[1], "neuromag_y_front_mm");
+  EXPECT_EQ(first(FrameName::scanner)[2], "scanner_z_up_mm");
+  EXPECT_EQ(first(FrameName::mni)[0], "mni152_x_right_mm");
+}
+
+TEST(SetFrame, MapsPlacesAsItsNameSays) {
+  const KnownHead head{crooked, {}};
+  const host::HeadFrame frame(crooked);
+  const Vector3 place{1, 2, 3};  // left, up, front
+  expectNear(frameNamed(FrameName::host, head).fromHost(place), place);
+  expectNear(frameNamed(FrameName::ctf, head).fromHost(place), {3, 1, 2});
+  expectNear(frameNamed(FrameName::scanner, head).fromHost(place), frame.toScanner(place));
+  expectNear(frameNamed(FrameName::neuromag, head).fromHost(place), host::headToNeuromag(crooked)(place));
+  expectNear(frameNamed(FrameName::neuromag, {}).fromHost(place), {-1, 3, 2});
+  EXPECT_TRUE(frameNamed(FrameName::neuromag, {}).isSymmetric);
+  expectNear(host::patientFrame(head).fromHost(place), frame.toScanner(place));
+  expectNear(host::patientFrame({}).fromHost(place), {-1, 3, 2});
+}
+
+TEST(SetFrame, RefusesWhatTheHeadIsNotKnownWellEnoughFor) {
+  EXPECT_EQ(causeOf(FrameName::scanner, {}),
+            "the scanner frame needs the fiducial points of the head, which are not known");
+  EXPECT_EQ(causeOf(FrameName::mni, {crooked, {}}),
+            "the MNI frame needs a transform to it, or the word that the head is in it (--mni)");
+  EXPECT_EQ(causeOf(FrameName::mni, {{}, host::MniMap()}),
+            "the MNI frame needs the fiducial points of the head, which are not known");
+}
+
+TEST(SetFrame, TurnsOrientationsAndKeepsTheirLengthAndTheSet) {
+  const auto set = std::make_unique<CDipoleFace9File>();
+  for (int i = 0; i < 3; ++i) {
+    set->addDipole();
+  }
+  set->m_dipoles[0]->setDipoleOrientation(0, 0, 2);
+  set->m_dipoles[1]->setDipoleOrientation(0, 0, 0);
+  set->deleteDipole(2, 0);
+  const host::Affine stretched({2, 0, 0}, {0, 3, 0}, {0, 0, 4}, {7, 0, 0});
+  const host::SetFrame frame = frameNamed(FrameName::mni, {crooked, host::MniMap{stretched, "MNI305"}});
+  const auto turned = inFrame(*set, frame);
+  const double* const d = turned->m_dipoles[0]->m_orientation;
+  EXPECT_NEAR(length(Vector3{d[0], d[1], d[2]}), 2.0, 1e-12);
+  const Vector3 front = host::turned(host::HeadFrame(crooked).toScanner(), {0, 0, 1});
+  const Vector3 expected = Vector3{front.x * 2, front.y * 3, front.z * 4};
+  expectNear({d[0], d[1], d[2]}, expected * (2.0 / length(expected)));
+  EXPECT_EQ(turned->m_dipoles[1]->m_orientation[0], 0.0);
+  EXPECT_EQ(turned->m_dipoles[2], nullptr);
+  EXPECT_EQ(set->m_dipoles[0]->m_orientation[2], 2.0);
+}
+
+TEST(MniMap, OfFreeSurferLeadsToMni305) {
+  const host::MniMap map = mniMapOf(
+      "MNI Transform File\n% a comment 1 2\n\nTransform_Type = Linear;\nLinear_Transform =\n"
+      "1.1 0 0 5\n0 1.2 0.1 -6\n0 0 1.3 7;\n");
+  EXPECT_EQ(map.space, "MNI305");
+  expectNear(map.fromScanner({10, 20, 30}), {16, 21, 46});
+}
+
+TEST(MniMap, OfAMatrixIsTakenAsItStands) {
+  const host::MniMap map = mniMapOf("1 0 0 5\r\n0 1 0 6\r\n0 0 1 7\r\n0 0 0 1\r\n");
+  EXPECT_EQ(map.space, "");
+  expectNear(map.fromScanner({1, 2, 3}), {6, 8, 10});
+}
+
+// A head (moving) registered to MNI (fixed): the file maps points of MNI to the head, to the left and back.
+// The numbers were worked out by hand: MNI (0, 0, 0) lies at the head's left 1, back 2, up 3.
+TEST(MniMap, OfItkIsTurnedRoundAndFromLeftBackToRightFront) {
+  const std::string head =
+      "#Insight Transform File V1.0\n#Transform 0\nTransform: AffineTransform_double_3_3\n";
+  const host::MniMap shift = mniMapOf(head + "Parameters: 1 0 0 0 1 0 0 0 1 1 2 3\nFixedParameters: 0 0 0\n");
+  expectNear(shift.fromScanner({-1, -2, 3}), {0, 0, 0});
+  // About the centre (10, 0, 0) to the left: a turn by 90 degrees about the vertical.
+  const host::MniMap turn =
+      mniMapOf(head + "Parameters: 0 -1 0 1 0 0 0 0 1 0 0 0\nFixedParameters: 10 0 0\n");
+  expectNear(turn.fromScanner({-10, 0, 5}), {-10, 0, 5});    // the centre stays
+  expectNear(turn.fromScanner({-10, -10, 0}), {-20, 0, 0});  // (20,0,0) goes to (10,10,0), both left and back
+}
+
+TEST(MniMap, RefusesWhatItDoesNotKnow) {
+  EXPECT_EQ(causeOf("1 2 3"), "it is neither an MNI transform nor one of ITK, and has 3 numbers, not 16");
+  EXPECT_EQ(causeOf("words"), "\"words\" is no number");
+  EXPECT_EQ(causeOf("1 0 0 0 0 1 0 0 0 0 1 0 0 0 1 1"), "the last row of the matrix is not 0 0 0 1");
+  EXPECT_EQ(causeOf("1 0 0 0 0 1 0 0 1 1 0 0 0 0 0 1"), "the matrix has no inverse");
+  EXPECT_EQ(causeOf("MNI Transform File\nTransform_Type = Grid;\n"), "the MNI transform is not linear");
+  EXPECT_EQ(causeOf("MNI Transform File\nLinear_Transform =\n1 2 3;\n"),
+            "the MNI transform has 3 numbers, not 12");
+  EXPECT_EQ(causeOf("#Insight Transform File V1.0\nTransform: Euler3DTransform_double_3_3\nParameters: 1\n"),
+            "the ITK transform is not one affine map of 12 parameters");
+}
