@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, msi, row, line, archive, nifti,
-audit, table, neuromag.
+"""Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, msi, row, line, archive, nifti, ctfmri,
+mgh, audit, table, neuromag.
 
 The CTF seeds are the example files, pieces and cuts of them, and small files for what the examples lack;
 the 4D/MSI seeds are small files made here;
 the audit seeds are those of both formats and files that deviate from what the imports take for granted;
-the archive seeds are the files of the tests; the NIfTI seeds are made here field by field,
-the tables and Neuromag's files too. Standard library
-only; the same seeds every time."""
+the archive seeds are the files of the tests; the seeds of heads are made field by field, here and
+by the writer of the tests, the tables and Neuromag's files too. Standard library only; the same seeds every
+time."""
 
 import gzip
 import json
@@ -18,6 +18,8 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 EXAMPLES = ROOT / "examples"
 ARCHIVES = ROOT / "tests" / "file" / "archives"
+sys.path.insert(0, str(ROOT / "tests" / "support"))
+import ctf_mri  # noqa: E402
 
 SECTIONS = {
     "file_info": "File_Info\n{\n\tVERSION:\t5.0\n\tPATIENT:\tsomebody\n}\n",
@@ -135,6 +137,28 @@ def nifti2(order, voxels):
     struct.pack_into(order + "6d", header, 352, 0.1, 0.2, 0.3, -10, -20, -30)
     struct.pack_into(order + "i", header, 500, 2)
     return bytes(header) + voxels
+
+
+def mgh(kind, size, good=1, axes=(-1, 0, 0, 0, 0, -1, 0, 1, 0)):
+    header = struct.pack(">7ih15f", 1, 2, 3, 4, 1, kind, 0, good, 1, 1.5, 2, *axes, 9, -1, 2.5)
+    return header.ljust(284, b"\0") + bytes(range(24)) * size
+
+
+def ctf_mris():
+    """(mode, bytes) of CTF MRI files: with points and without, both storages, both versions."""
+    head = ctf_mri.Head(16, (10.0, 10.0, 10.0), (9, 2, 8), (2, 9, 9), (15, 9, 9))
+    head.bytes = 1
+    head.matrix = ctf_mri.head_matrix(head)
+    bare = ctf_mri.Head(3, (0.9, 1.0, 1.1))
+    mirrored = bare.mirrored()
+    old = ctf_mri.Head(2)
+    old.version = "2.1"
+    for mode, made in ((0, head), (0, bare), (0, head.mirrored()), (0, mirrored), (4, old)):
+        yield mode, ctf_mri.version2(made)
+    for made in (head, bare):
+        made.version = "4.1"
+        yield 2, ctf_mri.version4(made)
+        yield 2, ctf_mri.join4(ctf_mri.tags4(made)[::-1])
 
 
 def cuts(data):
@@ -319,6 +343,18 @@ def main():
         packed = gzip.compress(data, mtime=0)
         write(out / "nifti", f"{name}_packed", b"\0" + packed)
         write(out / "nifti", f"{name}_packed_cut", b"\0" + packed[: len(packed) // 2])
+    for name, data in ((f"type{kind}", mgh(kind, size)) for kind, size in ((0, 1), (1, 4), (3, 4), (4, 2), (10, 2))):
+        for cut, part in cuts(data):
+            write(out / "mgh", f"{name}_{cut}", b"\0" + part)
+        write(out / "mgh", f"{name}_to_pack", b"\1" + data)
+        write(out / "mgh", f"{name}_packed", b"\0" + gzip.compress(data, mtime=0))
+    write(out / "mgh", "no_directions", b"\0" + mgh(0, 1, good=0))
+    write(out / "mgh", "skew", b"\0" + mgh(0, 1, axes=(1, 0, 0, 0.5, 0.5, 0, 0, 0, 1)))
+    for number, (mode, data) in enumerate(ctf_mris()):
+        for cut, part in cuts(data):
+            write(out / "ctfmri", f"head{number}_{cut}", bytes([mode]) + part)
+        write(out / "ctfmri", f"head{number}_to_pack", bytes([mode | 1]) + data)
+        write(out / "ctfmri", f"head{number}_packed", bytes([mode]) + gzip.compress(data, mtime=0))
 
 
 if __name__ == "__main__":

@@ -49,6 +49,9 @@ std::unique_ptr<Command> makeConvertCommand(CLI::App& program);
 // The dipoles of the files in the order of one of their values, as a file.
 std::unique_ptr<Command> makeSortCommand(CLI::App& program);
 
+// What the files of heads hold, as text or as JSON, and one of them as NIfTI.
+std::unique_ptr<Command> makeHeadCommand(CLI::App& program);
+
 // Registers the dipoles of the files to an MRI, as a viewer does after an import, and writes what came out.
 std::unique_ptr<Command> makeRegisterCommand(CLI::App& program);
 

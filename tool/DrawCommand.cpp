@@ -49,10 +49,13 @@ shows all dipoles between the level of the ears and the slice. Without --slice t
 run through the strongest dipole that is shown; --slices-through all, or numbers of dipoles such
 as 3,7, gives a row of three for each. --slice may be given several times.
 
+Without --mri the picture is drawn on the MRI that the dipole file names, when a file of that
+name lies beside it; a CTF MRI brings its fiducial points. --mri none leaves it out.
+
 The fiducial points are scanner millimetres (right, anterior, superior positive), from a text
 file with the lines "nasion x y z", "left x y z", "right x y z", or as three triples. Without
---fiducials they come from the file beside the MRI (head.fiducials for head.nii.gz), or from the
-dipole file when it was made with this MRI.
+--fiducials they come from the file beside the MRI (head.fiducials for head.nii.gz), from the MRI
+itself, or from the dipole file when it was made with this MRI.
 
 A 3D picture (--3d) shows the dipoles as balls with arrows, the sphere of the fit and the
 fiducial points; with an MRI also slices through the strongest dipole or those that --slice
@@ -140,7 +143,7 @@ class DrawCommand final : public Command {
   int run() const override;
 
  private:
-  void checkArguments() const;
+  host::Head readHead(ImportSession& session) const;
   void checkOutput() const;
   void writePicture(const host::Image& picture) const;
   std::vector<host::SliceRow> rows(const host::PaneContents& contents) const;
@@ -164,14 +167,11 @@ DrawCommand::DrawCommand(CLI::App& program)
     return options().add_option(name, value, text)->type_name(type);
   };
   m_head.addTo(options());
-  CLI::Option* const mri = m_head.mri();
   CLI::Option* slices = add("--slice", m_slices, "VIEW:MM,...", "Slices; may be given several times")
-                            ->needs(mri)
                             ->expected(1)
                             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
                             ->check(argumentCheck(parseSlices));
   add("--slices-through", m_through, "all|N,...", "Three slices through each of these dipoles that is shown")
-      ->needs(mri)
       ->excludes(slices)
       ->check(argumentCheck(parseNumbers));
   add("-o,--output", m_output, "OUT", "The picture to write, .png; - is standard output")->required();
@@ -181,14 +181,17 @@ DrawCommand::DrawCommand(CLI::App& program)
   for (const char* const ofSlicesAlone : {"--tolerance", "--glyph", "--module-slab"}) {
     options().get_option("--3d")->excludes(options().get_option(ofSlicesAlone));
   }
-  options().final_callback([this] { checkArguments(); });
 }
 
 // Slices need a head to run through; a 3D picture does without.
-void DrawCommand::checkArguments() const {
-  if (!m_head.isGiven() && !m_scene.isWanted()) {
-    throw CLI::RequiredError("--mri");
+host::Head DrawCommand::readHead(ImportSession& session) const {
+  if (std::optional<host::Head> head = m_head.read(session)) {
+    return std::move(*head);
   }
+  if (!m_scene.isWanted() || !m_slices.empty() || !m_through.empty()) {
+    throw UsageError("slices need --mri HEAD: no dipole file names an MRI that is beside it");
+  }
+  return host::noHead();
 }
 
 // Before anything is read: what is not to be replaced is not worth the work.
@@ -255,7 +258,7 @@ host::PageTexts DrawCommand::textsOf(const ImportSession& session, const host::P
   host::PageTexts texts;
   texts.title = titleOf(m_import.names());
   texts.patientId = printable(session.patient());
-  if (m_head.isGiven()) {
+  if (!contents.head.isAbsent) {
     texts.files.push_back("MRI " + printable(contents.head.name));
   }
   texts.settings = host::filterTexts(contents);
@@ -307,8 +310,7 @@ int DrawCommand::run() const {
     return exitFailure;
   }
   m_picture.applyTo(set);
-  const host::Head head = m_head.isGiven() ? m_head.read(set) : host::noHead();
-  session.add(host::findingsIn(head, session.joined()));
+  const host::Head head = readHead(session);
   host::ViewSettings settings = m_picture.settings();
   settings.ballRadius = m_scene.ballRadius();
   host::UnknownDipoles unknown;

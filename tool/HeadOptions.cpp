@@ -1,25 +1,41 @@
 #include "tool/HeadOptions.h"
 
+#include <filesystem>
 #include <optional>
 #include <stdexcept>
+#include <string>
+#include <system_error>
 #include <utility>
 
+#include "host/audit/HeadChecks.h"
 #include "host/dipoles/SetFiducials.h"
+#include "host/exchange/JoinedSet.h"
 #include "host/head/HeadFile.h"
+#include "host/text/PathText.h"
 #include "tool/FiducialPoints.h"
 #include "tool/FileNames.h"
+#include "tool/Output.h"
 #include "tool/TerminalOperator.h"
+#include "tool/UsageError.h"
 
 namespace tool {
 
 void HeadOptions::addTo(CLI::App& command) {
-  m_mriOption =
-      command.add_option("--mri", m_mri, "The MRI: a NIfTI file (.nii, .nii.gz)")->type_name("HEAD");
+  m_mriOption = command
+                    .add_option("--mri", m_mri,
+                                "The MRI: NIfTI, CTF (.mri), MGH or MGZ; none leaves out the one that a "
+                                "dipole file names")
+                    ->type_name("HEAD|none");
   m_fiducialsOption =
       command
           .add_option("--fiducials", m_points, "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
-          ->type_name("FILE|POINTS")
-          ->needs(m_mriOption);
+          ->type_name("FILE|POINTS");
+  addCtf21(command, m_takesCtf21);
+}
+
+void addCtf21(CLI::App& command, bool& isTaken) {
+  command.add_flag("--ctf-2.1", isTaken,
+                   "Read a CTF MRI of version 2.1 too, whose layout is known less well");
 }
 
 std::optional<host::Fiducials> HeadOptions::givenPoints() const {
@@ -27,38 +43,86 @@ std::optional<host::Fiducials> HeadOptions::givenPoints() const {
 }
 
 std::vector<std::string> HeadOptions::files() const {
-  return {m_mri, m_points};
+  return {isGiven() ? m_mri : std::string(), m_points};
 }
 
 host::Head HeadOptions::readUnregistered() const {
-  return host::openHead(pathTextOf(m_mri)).head;
+  return host::openHead(pathTextOf(m_mri), {m_takesCtf21}).head;
 }
 
-host::Head HeadOptions::read(const CDipoleFace& set) const {
+std::string HeadOptions::named(const ImportSession& session) const {
+  std::filesystem::path found;
+  std::string by;
+  for (const ImportSession::NamedMri& mri : session.namedMris()) {
+    std::error_code error;
+    if (mri.path.empty()) {
+      tellNote(mri.file + " names the MRI " + mri.name + ", which is not beside it");
+    } else if (found.empty()) {
+      found = mri.path;
+      by = mri.file;
+    } else if (!std::filesystem::equivalent(found, mri.path, error)) {
+      throw std::runtime_error(by + " and " + mri.file +
+                               " name different MRIs; --mri says which one, or --mri none");
+    }
+  }
+  if (found.empty()) {
+    return {};
+  }
+  const std::string name = host::utf8Of(host::textOf(found));
+  tellNote("MRI: " + name + ", which " + by + " names");
+  return name;
+}
+
+std::optional<host::Head> HeadOptions::read(ImportSession& session) const {
+  if (isRefused()) {
+    return std::nullopt;
+  }
+  const std::string mri = isGiven() ? m_mri : named(session);
+  if (mri.empty()) {
+    if (!m_points.empty()) {
+      throw UsageError("--fiducials needs --mri HEAD: no dipole file names an MRI that is beside it");
+    }
+    return std::nullopt;
+  }
+  return readRegistered(session, mri);
+}
+
+host::Head HeadOptions::readRegistered(ImportSession& session, const std::string& mri) const {
   std::optional<host::Fiducials> points;
   if (!m_points.empty()) {
     points = readFiducials(m_points);
     (void)host::HeadFrame(*points);  // a mistake in them is told before a large MRI is read
   }
-  host::OpenedHead opened = host::openHead(pathTextOf(m_mri));
+  host::OpenedHead opened = host::openHead(pathTextOf(mri), {m_takesCtf21});
   host::Head& head = opened.head;
+  if (!points && !opened.question.empty()) {
+    if (!session.accepts(host::FindingCode::mriPoints)) {
+      throw std::runtime_error(mri + ": " + opened.question +
+                               "; --accept mri-points takes them, --fiducials gives others");
+    }
+    host::takeOwnPoints(opened);
+  }
   if (!points && !head.isRegistered()) {
     try {
-      points = host::fiducialsOfSet(set, *head.volume);
+      points = host::fiducialsOfSet(session.collection(), *head.volume);
       tellNote("fiducial points: those of the dipole file");
     } catch (const std::runtime_error& error) {
-      const std::string beside = opened.notice.empty() ? "no file of them is beside the MRI" : opened.notice;
+      const std::string& why = head.source.unplaceable;
+      const std::string beside = !why.empty()            ? why
+                                 : opened.notice.empty() ? "no file of them is beside the MRI"
+                                                         : opened.notice;
       throw std::runtime_error("no fiducial points: " + beside + "; " + error.what() +
-                               "; --fiducials gives them");
+                               (why.empty() ? "; --fiducials gives them" : ""));
     }
   }
   if (points) {
-    head.frame = host::frameIn(*head.volume, *points);
-    head.fiducials = points;
+    host::registerHead(head, *points);
   }
   if (!head.volume->sidesStated()) {
-    tell("warning: " + m_mri + " does not say which side of it is left: sides are assumed");
+    tell("warning: " + mri + " does not say which side of it is left: sides are assumed");
   }
+  session.add(host::findingsOf(head, mri));
+  session.add(host::findingsIn(head, session.joined()));
   return std::move(opened.head);
 }
 

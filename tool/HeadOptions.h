@@ -7,37 +7,52 @@
 #include <vector>
 
 #include "host/head/Head.h"
-#include "module/dipole.h"
+#include "tool/ImportSession.h"
 
 namespace tool {
 
+// The switch that lets CTF MRIs of version 2.1 in.
+void addCtf21(CLI::App& command, bool& isTaken);
+
 class HeadOptions {
  public:
+  // What stands for no MRI.
+  static constexpr const char* noMri = "none";
+
   // Adds the arguments to the command; this object has to live as long as the command.
   void addTo(CLI::App& command);
 
-  bool isGiven() const { return !m_mri.empty(); }
+  bool isGiven() const { return !m_mri.empty() && m_mri != noMri; }
+  // Whether none is wanted, though a file names one.
+  bool isRefused() const { return m_mri == noMri; }
   // What excludes the points, and what needs the MRI, may refer to them.
   CLI::Option* mri() const { return m_mriOption; }
   CLI::Option* fiducials() const { return m_fiducialsOption; }
 
-  // For an import in another head frame: the points that are given, or come with the MRI, before it is known
-  // what dipoles the files bring.
+  // For an import in another head frame: the points that are given, or come with the MRI, before it is
+  // known what dipoles the files bring.
   std::optional<host::Fiducials> givenPoints() const;
 
   // The files that are named.
   std::vector<std::string> files() const;
 
-  // With the points that are given, else those beside the MRI, else those that the dipole file brings. Warns
-  // when the MRI does not state its sides. Throws std::exception with the cause.
-  host::Head read(const CDipoleFace& set) const;
+  // The MRI that is given, else the one that dipole files name and that lies beside them; nothing when
+  // there is none, or none is wanted. It is registered by the points that are given, else by those beside
+  // or in the MRI, else by those that the dipole file brings. Warns when the MRI does not state its sides,
+  // and tells the session what else is to be said of it. Throws std::exception with the cause, also when
+  // the files name different MRIs.
+  std::optional<host::Head> read(ImportSession& session) const;
 
-  // As it is, whether it has points or not.
+  // As it is, whether it has points or not; it is given.
   host::Head readUnregistered() const;
 
  private:
+  std::string named(const ImportSession& session) const;
+  host::Head readRegistered(ImportSession& session, const std::string& mri) const;
+
   std::string m_mri;
   std::string m_points;
+  bool m_takesCtf21 = false;
   CLI::Option* m_mriOption = nullptr;
   CLI::Option* m_fiducialsOption = nullptr;
 };

@@ -4,8 +4,10 @@
 #include <utility>
 
 #include "host/dipoles/HeaderText.h"
+#include "host/dipoles/NamedMri.h"
 #include "host/exchange/ImportFile.h"
 #include "host/text/PathText.h"
+#include "tool/FileNames.h"
 #include "tool/FindingTexts.h"
 #include "tool/Output.h"
 
@@ -42,6 +44,7 @@ void ImportSession::import(const InputFile& file, TerminalOperator& op) {
     fail(file.name, import.failure);
   } else {
     m_patients.push_back(host::patientOf(*import.set));
+    takeMri(file, import.set->m_mriFile);
     if (import.dipoles() == 0) {
       fail(file.name, "it brought no dipole");
     }
@@ -93,6 +96,13 @@ void ImportSession::sort(int key, host::SortOrder order) {
 
 std::string ImportSession::version() const {
   return host::versionOf(m_joined.set());
+}
+
+void ImportSession::takeMri(const InputFile& file, const CString& name) {
+  const CString part = host::lastPartOf(name);
+  if (file.format == host::DipoleFormat::ctf && !file.copy && !part.IsEmpty()) {
+    m_namedMris.push_back({file.name, host::utf8Of(part), host::findNamedMri(pathOf(file.name), name)});
+  }
 }
 
 void ImportSession::takePatient() {

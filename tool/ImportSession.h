@@ -1,6 +1,7 @@
 // One or more dipole files as one set: each imported by itself, their dipoles one after the other.
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <set>
 #include <string>
@@ -58,6 +59,15 @@ class ImportSession {
   const std::vector<host::FileText>& repaired() const { return m_repaired; }
   const std::vector<std::string>& failures() const { return m_failures; }
 
+  // The MRI that a file names, and where it lies: beside that file, or nowhere.
+  struct NamedMri {
+    std::string file;
+    std::string name;
+    std::filesystem::path path;  // empty: it is not there
+  };
+  const std::vector<NamedMri>& namedMris() const { return m_namedMris; }
+  bool accepts(host::FindingCode code) const { return m_choices.accepted.contains(code); }
+
   // The module's messages and the program's own warnings.
   const std::vector<Message>& messages() const { return m_messages; }
 
@@ -83,6 +93,8 @@ class ImportSession {
   void fail(const std::string& file, const std::string& cause);
   void takePatient();
 
+  void takeMri(const InputFile& file, const CString& name);
+
   ImportChoices m_choices;
   host::JoinedSet m_joined;
   host::UnknownValues m_unknown;
@@ -90,6 +102,7 @@ class ImportSession {
   std::vector<host::FileText> m_repaired;
   std::vector<std::string> m_failures;
   std::vector<Message> m_messages;
+  std::vector<NamedMri> m_namedMris;
   std::vector<std::string> m_patients;  // of each file that could be read
   std::string m_patient;
 };

@@ -132,8 +132,7 @@ int RegisterCommand::run() const {
   if (m_bySphere) {
     registerBySphere(set);
   } else {
-    const host::Head head = m_head.read(set);
-    session.add(host::findingsIn(head, session.joined()));
+    const host::Head head = m_head.read(session).value();
     refuseWrong(session, m_output);
     registerByFiducials(set, head);
   }

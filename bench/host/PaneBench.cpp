@@ -18,7 +18,7 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/Comparison.h"
-#include "host/head/NiftiReader.h"
+#include "host/head/HeadReader.h"
 #include "host/panes/ScenePane.h"
 #include "host/panes/SlicePane.h"
 
@@ -123,7 +123,7 @@ host::Fiducials fiducials() {
 }
 
 host::Head headOf(const std::filesystem::path& path) {
-  return {"head", std::make_shared<host::Volume>(host::readNifti(path)), host::HeadFrame(fiducials()),
+  return {"head", std::make_shared<host::Volume>(host::readHead(path).volume), host::HeadFrame(fiducials()),
           fiducials()};
 }
 

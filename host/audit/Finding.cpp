@@ -9,7 +9,7 @@ namespace host {
 
 namespace {
 
-constexpr std::array<FindingMeaning, 21> meanings = {{
+constexpr std::array<FindingMeaning, 22> meanings = {{
     {FindingCode::unit, "unit", "the file does not say whether its positions are cm or mm, or says mm"},
     {FindingCode::latencyUnit, "latency-unit",
      "latencies were taken in another unit than the file's, or the file does not say in which they are"},
@@ -36,6 +36,7 @@ constexpr std::array<FindingMeaning, 21> meanings = {{
     {FindingCode::momentVector, "moment-vector", "a dipole's amplitude is not the length of its moment"},
     {FindingCode::goodness, "goodness-of-fit", "a fit error was made of a goodness of fit"},
     {FindingCode::leftOut, "left-out", "the file holds values that a set has no room for"},
+    {FindingCode::mriPoints, "mri-points", "the fiducial points in an MRI are in doubt, or no usual head's"},
 }};
 
 }  // namespace

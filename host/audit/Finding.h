@@ -37,7 +37,8 @@ enum class FindingCode {
   heading,
   momentVector,
   goodness,
-  leftOut
+  leftOut,
+  mriPoints
 };
 
 struct FindingMeaning {

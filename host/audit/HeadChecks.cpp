@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/dipoles/SetFiducials.h"
+#include "host/text/Numbers.h"
 
 namespace host {
 
@@ -133,6 +134,44 @@ std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& fi
 std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& other,
                                      const std::string& otherFile) {
   return otherHead(own, file, other, "Beside " + otherFile);
+}
+
+std::optional<Finding> findOtherHead(const Fiducials& ownNumbers, const std::string& file,
+                                     const SliceNumbers& head) {
+  const auto distance = [&](const Vector3& own, const Vector3& other) {
+    const Vector3 apart = own - other;
+    return length({apart.x * head.spacing.x, apart.y * head.spacing.y, apart.z * head.spacing.z});
+  };
+  double largest = 0.0;
+  for (const double one :
+       {distance(ownNumbers.nasion, head.numbers.nasion), distance(ownNumbers.leftEar, head.numbers.leftEar),
+        distance(ownNumbers.rightEar, head.numbers.rightEar)}) {
+    largest = one <= largest ? largest : one;  // what is not a number is farther than any
+  }
+  Finding finding{FindingCode::otherHead, Severity::note, file, 0, {}, {}, {}, {}};
+  finding.sentence =
+      "The fiducial points in the dipole file lie up to " + fixed(largest, 1) + " mm from those in this MRI.";
+  if (largest <= sameHeadDistance) {
+    finding.sentence += " Those in the MRI are used.";
+  } else if (largest <= mostDifference) {
+    finding.severity = Severity::doubtful;
+    finding.sentence += " They may have been set anew since the fit. Those in the MRI are used.";
+  } else {  // also what is not a number
+    finding.severity = Severity::wrong;
+    finding.sentence += " Is this the same head?";
+  }
+  return finding;
+}
+
+std::vector<Finding> findingsOf(const Head& head, const std::string& file) {
+  std::vector<Finding> findings;
+  for (const HeadRemark& remark : head.source.remarks) {
+    const Severity severity = remark.doubt == Doubt::note       ? Severity::note
+                              : remark.doubt == Doubt::doubtful ? Severity::doubtful
+                                                                : Severity::wrong;
+    findings.push_back({FindingCode::mriPoints, severity, file, 0, {}, {}, remark.text + ".", {}});
+  }
+  return findings;
 }
 
 }  // namespace host

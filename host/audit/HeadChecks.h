@@ -4,9 +4,10 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "host/audit/Finding.h"
-#include "host/head/HeadFrame.h"
+#include "host/head/Head.h"
 #include "host/head/Volume.h"
 #include "module/dipole.h"
 
@@ -15,8 +16,8 @@ namespace host {
 // How far outside of the head sphere a dipole may lie before it is doubtful, mm.
 inline constexpr double mostOutsideSphere = 20.0;
 
-// The dipoles of slots first .. end-1 that lie farther outside than mostOutsideSphere of the head sphere that
-// a CTF file gave; nothing when the set has no such sphere (that of a 4D/MSI import is made up).
+// The dipoles of slots first .. end-1 that lie farther outside than mostOutsideSphere of the head sphere
+// that a CTF file gave; nothing when the set has no such sphere (that of a 4D/MSI import is made up).
 std::optional<Finding> findOutsideSphere(const CDipoleFace& set, int first, int end, const std::string& file);
 
 // The dipoles that lie outside of an MRI, or whose place is no number.
@@ -29,10 +30,20 @@ struct FilePatient {
 };
 std::optional<Finding> findSeveralPatients(std::span<const FilePatient> files);
 
-// Whether the fiducial points of a dipole file (host/dipoles/SetFiducials.h, measuredPoints) are those of the
-// head of an MRI, or of another dipole file: each distance between two of them may differ by mostDifference.
+// Whether the fiducial points of a dipole file (host/dipoles/SetFiducials.h, measuredPoints) are those of
+// the head of an MRI, or of another dipole file: each distance between two of them may differ by
+// mostDifference.
 std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& head);
 std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& other,
                                      const std::string& otherFile);
+
+// The same by the numbers of the slices, which a CTF MRI holds too: the largest distance between where a
+// point is in both. Up to sameHeadDistance it is a note, up to mostDifference doubtful.
+inline constexpr double sameHeadDistance = 2.0;  // mm
+std::optional<Finding> findOtherHead(const Fiducials& ownNumbers, const std::string& file,
+                                     const SliceNumbers& head);
+
+// What the file of a head says of itself that a user should know.
+std::vector<Finding> findingsOf(const Head& head, const std::string& file);
 
 }  // namespace host

@@ -117,6 +117,15 @@ std::optional<Fiducials> measuredPoints(const CDipoleFace& set) {
   return Fiducials{nasion, leftEar, rightEar};
 }
 
+std::optional<Fiducials> slicesOfSet(const CDipoleFace& set) {
+  const std::optional<Points> stored = pointsOf(set.m_fiducialMri);
+  if (!stored) {
+    return std::nullopt;
+  }
+  const auto& [nasion, leftEar, rightEar] = *stored;
+  return Fiducials{slicesOf(nasion), slicesOf(leftEar), slicesOf(rightEar)};
+}
+
 std::string headMismatch(const Fiducials& own, const Fiducials& head) {
   const double difference = differenceOf(pointsOf(own), pointsOf(head));
   if (difference <= mostDifference) {

@@ -24,17 +24,22 @@ namespace host {
 inline constexpr double mostDifference = 10.0;
 
 // The set's points in a volume of the same MRI, scanner mm, whichever way its voxel axes lie: each slice
-// direction is the voxel axis nearest to it. Throws std::runtime_error with the cause: the set has no points;
-// the volume does not state its sides; a point lies outside of the volume; the points are no head, or their
-// distances are not those of the set's head-frame points within mostDifference, and so not of this MRI.
+// direction is the voxel axis nearest to it. Throws std::runtime_error with the cause: the set has no
+// points; the volume does not state its sides; a point lies outside of the volume; the points are no head,
+// or their distances are not those of the set's head-frame points within mostDifference, and so not of this
+// MRI.
 Fiducials fiducialsOfSet(const CDipoleFace& set, const Volume& volume);
 
 // The points in mm of the head frame; nothing when the set's file gave none of an MRI: those that an import
 // then makes up from the sphere are nobody's.
 std::optional<Fiducials> measuredPoints(const CDipoleFace& set);
 
-// A warning (UTF-8) when a distance between two points of a dipole file (measuredPoints) differs from that of
-// the given ones by more than mostDifference; empty when none does.
+// The numbers of the slices as the set's file gives them: sagittal, coronal, axial; nothing when it gives
+// none.
+std::optional<Fiducials> slicesOfSet(const CDipoleFace& set);
+
+// A warning (UTF-8) when a distance between two points of a dipole file (measuredPoints) differs from that
+// of the given ones by more than mostDifference; empty when none does.
 std::string headMismatch(const Fiducials& own, const Fiducials& head);
 
 // The same of a set; empty when its file gave no points.

@@ -123,7 +123,8 @@ void JoinedSet::add(ImportedFile file) {
             first + count,
             patientOf(*file.set),
             file.set->m_momentInNAm != 0,
-            measuredPoints(*file.set)};
+            measuredPoints(*file.set),
+            slicesOfSet(*file.set)};
   if (m_parts.empty()) {
     m_set = std::move(file.set);
   } else {
@@ -182,21 +183,23 @@ std::vector<Finding> findingsBetween(std::span<const JoinedSet::Part> parts) {
   return findings;
 }
 
-std::vector<Finding> otherHeads(std::span<const JoinedSet::Part> parts, const Fiducials& head) {
-  std::vector<Finding> findings;
-  for (const JoinedSet::Part& part : parts) {
-    if (auto other = part.points ? findOtherHead(*part.points, part.name, head) : std::nullopt) {
-      findings.push_back(std::move(*other));
-    }
+std::optional<Finding> findOtherHead(const JoinedSet::Part& part, const Head& head) {
+  if (part.slices && head.source.slices) {
+    return findOtherHead(*part.slices, part.name, *head.source.slices);
   }
-  return findings;
+  return part.points ? findOtherHead(*part.points, part.name, *head.fiducials) : std::nullopt;
 }
 
 std::vector<Finding> findingsIn(const Head& head, const JoinedSet& joined) {
   if (!head.isRegistered() || head.isPhantom || head.isAbsent) {
     return {};
   }
-  std::vector<Finding> findings = otherHeads(joined.parts(), *head.fiducials);
+  std::vector<Finding> findings;
+  for (const JoinedSet::Part& part : joined.parts()) {
+    if (std::optional<Finding> other = findOtherHead(part, head)) {
+      findings.push_back(std::move(*other));
+    }
+  }
   const int before = joined.before();
   for (const JoinedSet::Part& part : joined.parts()) {
     if (std::optional<Finding> outside =

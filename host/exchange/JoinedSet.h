@@ -24,6 +24,7 @@ class JoinedSet {
     std::string patient;              // see host/dipoles/HeaderText.h
     bool isInNAm = false;             // whether it says that its moments are nAm
     std::optional<Fiducials> points;  // see host/dipoles/SetFiducials.h, measuredPoints
+    std::optional<Fiducials> slices;  // the same points as the file has them, slicesOfSet
   };
 
   // For a set that has so many dipoles already, or for none: slots and numbers count on from there.
@@ -76,8 +77,9 @@ class JoinedSet {
 // What the parts say of each other: several patients, other heads. Of one set, or of several.
 std::vector<Finding> findingsBetween(std::span<const JoinedSet::Part> parts);
 
-// Those parts whose points are not those of the head.
-std::vector<Finding> otherHeads(std::span<const JoinedSet::Part> parts, const Fiducials& head);
+// Whether a part's points are those of a registered head: by the slices when both give them, else by the
+// distances between them.
+std::optional<Finding> findOtherHead(const JoinedSet::Part& part, const Head& head);
 
 // What the parts say in an MRI: dipoles outside of it, points of another head. Nothing in a head that is not
 // registered, nor in the phantom, which is nobody's. Slots are as in JoinedSet::findings.

@@ -127,6 +127,13 @@ std::uint64_t ByteSource::skip(std::uint64_t count) {
   return done;
 }
 
+void ByteSource::finish() {
+  constexpr std::uint64_t longestTail = std::uint64_t{1} << 24U;
+  if (!plainSize()) {
+    skip(longestTail);
+  }
+}
+
 std::optional<std::uint64_t> ByteSource::plainSize() const {
   return m_state->plainSize;
 }

@@ -29,6 +29,9 @@ class ByteSource {
   std::size_t read(std::span<std::byte> target);
   // Reads over bytes; returns how many there were, fewer only at the end.
   std::uint64_t skip(std::uint64_t count);
+  // Behind the last byte that matters: the check sum of packed data stands at their end, so this reads on to
+  // it, unless more than 16 MiB follow.
+  void finish();
   // How many bytes a file that is not packed holds; nothing for a packed one, which may say anything.
   std::optional<std::uint64_t> plainSize() const;
 

@@ -123,6 +123,19 @@ std::optional<Vector3> readCoordinates(std::string_view text, char separator) {
   return result;
 }
 
+std::string fiducialText(const Fiducials& points) {
+  const std::array<Vector3, 3> all = {points.nasion, points.leftEar, points.rightEar};
+  std::string text = "# fiducial points of a head, mm of its MRI: right, front and up are positive\n";
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    text += names.at(i);
+    for (int axis = 0; axis < 3; ++axis) {
+      text += " " + fixed(all.at(i)[axis], 3);
+    }
+    text += "\n";
+  }
+  return text;
+}
+
 Fiducials readFiducialFile(const std::filesystem::path& path) {
   Reader reader(utf8Of(textOf(path)));
   std::error_code error;

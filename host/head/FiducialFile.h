@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "host/head/HeadFrame.h"
@@ -14,6 +15,9 @@ namespace host {
 
 // Throws std::runtime_error that names the file, the line and the cause.
 Fiducials readFiducialFile(const std::filesystem::path& path);
+
+// What readFiducialFile reads back; millimetres to a thousandth.
+std::string fiducialText(const Fiducials& points);
 
 // Three finite numbers and nothing else: with a separator between them, or, when it is a blank, with any
 // white space between and around them.

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/head/HeadFrame.h"
+#include "host/head/HeadSource.h"
 #include "host/head/Volume.h"
 
 namespace host {
@@ -17,6 +18,7 @@ struct Head {
   std::optional<Fiducials> fiducials;    // scanner mm
   bool isPhantom = false;                // made up: nobody's head, so none that dipoles could belong to
   bool isAbsent = false;                 // there is no MRI; the volume is one dark voxel
+  HeadSource source{};                   // what its file says of itself
 
   // Dipoles are drawn over the MRI only when it is: in a provisional frame they would lie in wrong places.
   bool isRegistered() const { return fiducials.has_value(); }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -12,7 +11,6 @@
 #include <vector>
 
 #include "host/head/FiducialFile.h"
-#include "host/head/NiftiReader.h"
 #include "host/head/Phantom.h"
 #include "host/text/Failure.h"
 #include "host/text/PathText.h"
@@ -23,22 +21,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path fiducialsBeside(const fs::path& mri) {
-  fs::path name = mri;
-  if (hasEnding(textOf(name), ".gz")) {
-    name.replace_extension();
-  }
-  if (hasEnding(textOf(name), ".nii")) {
-    name.replace_extension();
-  }
-  name += ".fiducials";
-  return name;
-}
-
-Head unregistered(const fs::path& file) {
-  auto volume = std::make_shared<const Volume>(readNifti(file));
+OpenedHead unregistered(const fs::path& file, const HeadReading& reading) {
+  ReadHead read = readHead(file, reading);
+  auto volume = std::make_shared<const Volume>(std::move(read.volume));
   const HeadFrame frame = provisionalFrame(*volume);
-  return {utf8Of(textOf(file.filename())), std::move(volume), frame, std::nullopt};
+  Head head{utf8Of(textOf(file.filename())), std::move(volume), frame, std::nullopt};
+  head.source = std::move(read.source);
+  return {std::move(head), {}, {}, read.fiducials};
 }
 
 // The nearest point of the volume lies so far away, mm.
@@ -53,9 +42,7 @@ double distanceTo(const Volume& volume, const Vector3& scanner) {
 
 void takeFiducials(const fs::path& path, OpenedHead& opened) {
   try {
-    const Fiducials points = readFiducialFile(path);
-    opened.head.frame = frameIn(*opened.head.volume, points);
-    opened.head.fiducials = points;
+    registerHead(opened.head, readFiducialFile(path));
   } catch (const std::invalid_argument& error) {
     opened.notice = "fiducial points " + utf8Of(textOf(path)) + ": " + error.what();
   } catch (const std::runtime_error& error) {
@@ -63,7 +50,36 @@ void takeFiducials(const fs::path& path, OpenedHead& opened) {
   }
 }
 
+// Unless they are such as only those take who know.
+void offerOwnPoints(OpenedHead& opened) {
+  if (!opened.ownPoints) {
+    return;
+  }
+  for (const HeadRemark& remark : opened.head.source.remarks) {
+    if (remark.doubt == Doubt::unusual) {
+      opened.question = remark.text;
+      return;
+    }
+  }
+  takeOwnPoints(opened);
+}
+
 }  // namespace
+
+fs::path fiducialsBeside(const fs::path& mri) {
+  fs::path name = mri;
+  if (hasEnding(textOf(name), ".gz")) {
+    name.replace_extension();
+  }
+  for (const char* const ending : {".nii", ".mri", ".mgh", ".mgz", ".hdr", ".img"}) {
+    if (hasEnding(textOf(name), ending)) {
+      name.replace_extension();
+      break;
+    }
+  }
+  name += ".fiducials";
+  return name;
+}
 
 HeadFrame provisionalFrame(const Volume& volume) {
   constexpr double reach = 100.0;  // any head's size will do
@@ -85,14 +101,41 @@ HeadFrame frameIn(const Volume& volume, const Fiducials& points) {
   return frame;
 }
 
-OpenedHead openHead(const CString& path) {
+void registerHead(Head& head, const Fiducials& points) {
+  if (!head.source.unplaceable.empty()) {
+    throw std::invalid_argument("no dipoles can be placed in this MRI: " + head.source.unplaceable);
+  }
+  head.frame = frameIn(*head.volume, points);
+  head.fiducials = points;
+  // What is said of points that are no longer used.
+  head.source.slices.reset();
+  std::erase_if(head.source.remarks, [](const HeadRemark& remark) { return remark.doubt != Doubt::note; });
+}
+
+void takeOwnPoints(OpenedHead& opened) {
+  if (!opened.ownPoints) {
+    return;
+  }
+  try {
+    HeadSource source = opened.head.source;
+    registerHead(opened.head, *opened.ownPoints);
+    opened.head.source = std::move(source);
+    opened.question.clear();
+  } catch (const std::invalid_argument& error) {
+    opened.notice = std::string("the MRI's own fiducial points: ") + error.what();
+  }
+}
+
+OpenedHead openHead(const CString& path, const HeadReading& reading) {
   return withFile("read", path, [&] {
     const fs::path file = pathOf(path);
-    OpenedHead opened{unregistered(file), {}};
+    OpenedHead opened = unregistered(file, reading);
     const fs::path points = fiducialsBeside(file);
     std::error_code error;
     if (fs::exists(points, error)) {
       takeFiducials(points, opened);
+    } else {
+      offerOwnPoints(opened);
     }
     return opened;
   });

@@ -1,11 +1,15 @@
-// Where a head on the screen comes from: an MRI file, with its fiducial points beside it, or the phantom.
+// Where a head on the screen comes from: an MRI file, with its fiducial points in or beside it,
+// or the phantom.
 #pragma once
 
 #include <afx.h>
 
+#include <filesystem>
+#include <optional>
 #include <string>
 
 #include "host/head/Head.h"
+#include "host/head/HeadReader.h"
 
 namespace host {
 
@@ -15,12 +19,27 @@ inline constexpr double fiducialMargin = 25.0;
 struct OpenedHead {
   Head head;
   std::string notice;  // UTF-8: what the user should know about it; empty when there is nothing
+  // UTF-8: why the file's own points are no usual head's. They were not taken; takeOwnPoints does, for a user
+  // who knows. Empty when there is nothing to ask.
+  std::string question;
+  std::optional<Fiducials> ownPoints;  // of the file, scanner mm
 };
 
-// Reads an MRI (NIfTI) and the fiducial points in the file of the same name with the ending ".fiducials"
-// (head.fiducials for head.nii.gz), when there is one. Points that cannot be read or do not fit leave the
-// head unregistered, and the notice says why. Throws std::runtime_error that names the file and the cause.
-OpenedHead openHead(const CString& path);
+// Reads an MRI of any format (host/head/HeadReader.h) and its fiducial points: those of the file of the same
+// name with the ending ".fiducials" (head.fiducials for head.nii.gz or head.mri), when there is one, else
+// those that the MRI itself holds. Points that cannot be read or do not fit leave the head unregistered, and
+// the notice says why. Throws std::runtime_error that names the file and the cause.
+OpenedHead openHead(const CString& path, const HeadReading& reading = {});
+
+// The path of the file of points that belongs to an MRI: head.fiducials for head.nii.gz.
+std::filesystem::path fiducialsBeside(const std::filesystem::path& mri);
+
+// Registers a head by the points that its file holds, though they are no usual head's.
+void takeOwnPoints(OpenedHead& opened);
+
+// Registers a head by points, scanner mm. Throws std::invalid_argument with the cause, which leaves the head
+// as it is: that of frameIn, or that no dipole may be placed in this MRI.
+void registerHead(Head& head, const Fiducials& points);
 
 // "Phantom", registered.
 Head phantomHead();

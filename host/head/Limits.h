@@ -9,6 +9,10 @@ inline constexpr double headReach = 300.0;
 // mm: a slice or a length beyond it is a mistake.
 inline constexpr double longestLength = 1000.0;
 
+// The voxels of a head, mm.
+inline constexpr double finestVoxel = 0.1;
+inline constexpr double coarsestVoxel = 10.0;
+
 // The size of a pixel on slices, mm.
 inline constexpr double finestPixel = 0.1;
 inline constexpr double coarsestPixel = 5.0;

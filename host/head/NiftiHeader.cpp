@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -18,6 +17,7 @@ using namespace std::string_view_literals;
 // Both versions hold the same fields in different widths and places.
 struct Fields {
   std::endian order = std::endian::native;
+  bool isPair = false;
   std::array<std::int64_t, 8> dim{};
   int type = 0;
   std::array<double, 8> pixdim{};
@@ -54,13 +54,11 @@ void take(std::span<const std::byte> bytes, std::size_t offset, std::endian orde
 }
 
 Fields fieldsOfVersion1(std::span<const std::byte> bytes) {
-  if (textAt(bytes, 344, "ni1\0"sv)) {
-    refuse("a NIfTI header without voxels: pairs of .hdr and .img are not read, only single .nii files");
-  }
-  if (!textAt(bytes, 344, "n+1\0"sv)) {
-    refuse("not a NIfTI file: the header does not end with the mark n+1");
-  }
   Fields fields;
+  fields.isPair = textAt(bytes, 344, "ni1\0"sv);
+  if (!fields.isPair && !textAt(bytes, 344, "n+1\0"sv)) {
+    refuse("not a NIfTI file: the header does not end with the mark n+1 or ni1");
+  }
   const std::endian order = fields.order = orderOf(bytes, nifti1HeaderSize);
   take<std::int16_t>(bytes, 40, order, fields.dim);
   fields.type = numberAt<std::int16_t>(bytes, 70, order);
@@ -78,13 +76,11 @@ Fields fieldsOfVersion1(std::span<const std::byte> bytes) {
 }
 
 Fields fieldsOfVersion2(std::span<const std::byte> bytes) {
-  if (textAt(bytes, 4, "ni2\0"sv)) {
-    refuse("a NIfTI header without voxels: pairs of .hdr and .img are not read, only single .nii files");
-  }
-  if (!textAt(bytes, 4, "n+2\0\r\n\x1A\n"sv)) {
-    refuse("not a NIfTI file: the header does not bear the mark n+2");
-  }
   Fields fields;
+  fields.isPair = textAt(bytes, 4, "ni2\0\r\n\x1A\n"sv);
+  if (!fields.isPair && !textAt(bytes, 4, "n+2\0\r\n\x1A\n"sv)) {
+    refuse("not a NIfTI file: the header does not bear the mark n+2 or ni2");
+  }
   const std::endian order = fields.order = orderOf(bytes, nifti2HeaderSize);
   fields.type = numberAt<std::int16_t>(bytes, 12, order);
   take<std::int64_t>(bytes, 16, order, fields.dim);
@@ -109,15 +105,8 @@ void takeDimensions(const Fields& fields, NiftiHeader& header) {
   std::uint64_t voxels = 1;
   for (std::size_t axis = 0; axis < 3; ++axis) {
     const std::int64_t extent = fields.dim[axis + 1];
-    if (extent < 1) {
-      refuse("an extent of " + std::to_string(extent) + " voxels");
-    }
-    if (extent > std::numeric_limits<std::int32_t>::max() ||
-        voxels > mostVoxels / static_cast<std::uint64_t>(extent)) {
-      refuse("the volume is too large: more than " + std::to_string(mostVoxels) + " voxels");
-    }
-    voxels *= static_cast<std::uint64_t>(extent);
-    header.dimensions[axis] = static_cast<int>(extent);
+    countVoxels(voxels, extent);
+    header.format.dimensions[axis] = static_cast<int>(extent);
   }
   for (std::size_t axis = 4; axis <= static_cast<std::size_t>(count); ++axis) {
     if (fields.dim[axis] < 0) {
@@ -127,19 +116,19 @@ void takeDimensions(const Fields& fields, NiftiHeader& header) {
   }
 }
 
-NiftiType typeOf(int code) {
-  switch (static_cast<NiftiType>(code)) {
-    case NiftiType::uint8:
-    case NiftiType::int8:
-    case NiftiType::int16:
-    case NiftiType::uint16:
-    case NiftiType::int32:
-    case NiftiType::uint32:
-    case NiftiType::int64:
-    case NiftiType::uint64:
-    case NiftiType::float32:
-    case NiftiType::float64:
-      return static_cast<NiftiType>(code);
+VoxelType typeOf(int code) {
+  switch (static_cast<VoxelType>(code)) {
+    case VoxelType::uint8:
+    case VoxelType::int8:
+    case VoxelType::int16:
+    case VoxelType::uint16:
+    case VoxelType::int32:
+    case VoxelType::uint32:
+    case VoxelType::int64:
+    case VoxelType::uint64:
+    case VoxelType::float32:
+    case VoxelType::float64:
+      return static_cast<VoxelType>(code);
   }
   constexpr int rgb = 128;
   constexpr int rgba = 2304;
@@ -200,11 +189,12 @@ Affine qform(const Fields& fields) {
 }
 
 void takeMap(const Fields& fields, NiftiHeader& header) {
-  header.sidesStated = fields.sformCode > 0 || fields.qformCode > 0;
   Affine map;
   if (fields.sformCode > 0) {
+    header.map = NiftiMap::sform;
     map = sform(fields.srow);
   } else if (fields.qformCode > 0) {
+    header.map = NiftiMap::qform;
     map = qform(fields);
   } else {
     map = Affine({fields.pixdim[1], 0, 0}, {0, fields.pixdim[2], 0}, {0, 0, fields.pixdim[3]}, {});
@@ -220,7 +210,8 @@ void takeMap(const Fields& fields, NiftiHeader& header) {
 void takeOffset(const Fields& fields, std::size_t headerSize, NiftiHeader& header) {
   // Extensions may stand between header and voxels; nobody's are this long.
   constexpr double longest = 268435456.0;
-  if (!(fields.voxelOffset >= static_cast<double>(headerSize)) || fields.voxelOffset > longest) {
+  const double first = fields.isPair ? 0.0 : static_cast<double>(headerSize);
+  if (!(fields.voxelOffset >= first) || fields.voxelOffset > longest) {
     refuse("the place of the voxels in the file makes no sense");
   }
   header.voxelOffset = static_cast<std::uint64_t>(fields.voxelOffset);
@@ -231,36 +222,11 @@ void takeScale(const Fields& fields, NiftiHeader& header) {
   if (fields.slope == 0.0 || !std::isfinite(fields.slope) || !std::isfinite(fields.intercept)) {
     return;
   }
-  header.slope = fields.slope;
-  header.intercept = fields.intercept;
+  header.format.slope = fields.slope;
+  header.format.intercept = fields.intercept;
 }
 
 }  // namespace
-
-std::uint64_t NiftiHeader::voxelCount() const {
-  std::uint64_t count = 1;
-  for (const int extent : dimensions) {
-    count *= static_cast<std::uint64_t>(extent);
-  }
-  return count;
-}
-
-std::size_t NiftiHeader::bytesPerVoxel() const {
-  switch (type) {
-    case NiftiType::uint8:
-    case NiftiType::int8:
-      return 1;
-    case NiftiType::int16:
-    case NiftiType::uint16:
-      return 2;
-    case NiftiType::int32:
-    case NiftiType::uint32:
-    case NiftiType::float32:
-      return 4;
-    default:
-      return 8;
-  }
-}
 
 std::size_t niftiHeaderSize(std::span<const std::byte, 4> start) {
   for (const std::endian order : {std::endian::little, std::endian::big}) {
@@ -276,9 +242,11 @@ std::size_t niftiHeaderSize(std::span<const std::byte, 4> start) {
 NiftiHeader parseNiftiHeader(std::span<const std::byte> bytes) {
   const Fields fields = bytes.size() == nifti1HeaderSize ? fieldsOfVersion1(bytes) : fieldsOfVersion2(bytes);
   NiftiHeader header;
-  header.order = fields.order;
+  header.version = bytes.size() == nifti1HeaderSize ? 1 : 2;
+  header.isPair = fields.isPair;
+  header.format.order = fields.order;
   takeDimensions(fields, header);
-  header.type = typeOf(fields.type);
+  header.format.type = typeOf(fields.type);
   takeMap(fields, header);
   takeOffset(fields, bytes.size(), header);
   takeScale(fields, header);

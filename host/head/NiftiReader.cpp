@@ -1,18 +1,16 @@
 #include "host/head/NiftiReader.h"
 
-#include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
+#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
-#include "host/head/ByteReader.h"
 #include "host/head/ByteSource.h"
 #include "host/head/NiftiHeader.h"
 #include "host/text/PathText.h"
@@ -21,10 +19,7 @@ namespace host {
 
 namespace {
 
-std::string cutOff(std::uint64_t found, std::uint64_t wanted) {
-  return "the file is cut off: " + std::to_string(found) + " of " + std::to_string(wanted) +
-         " bytes of voxels are there";
-}
+namespace fs = std::filesystem;
 
 NiftiHeader readHeader(ByteSource& source) {
   std::array<std::byte, nifti2HeaderSize> bytes{};
@@ -39,100 +34,90 @@ NiftiHeader readHeader(ByteSource& source) {
   if (source.read(all.subspan(4, size - 4)) < size - 4) {
     throw std::runtime_error("the file is cut off within its header");
   }
-  NiftiHeader header = parseNiftiHeader(all.first(size));
-
-  const std::uint64_t gap = header.voxelOffset - size;
-  const std::uint64_t wanted = header.voxelCount() * header.bytesPerVoxel();
-  if (const auto plain = source.plainSize(); plain && *plain < header.voxelOffset + wanted) {
-    throw std::runtime_error(cutOff(*plain - (std::min)(*plain, header.voxelOffset), wanted));
-  }
-  if (source.skip(gap) < gap) {
-    throw std::runtime_error(cutOff(0, wanted));
-  }
-  return header;
+  return parseNiftiHeader(all.first(size));
 }
 
-float toFloat(double value) {
-  constexpr double most = std::numeric_limits<float>::max();
-  return std::isnan(value) ? 0.0F : static_cast<float>(std::clamp(value, -most, most));
-}
-
-template <typename Number>
-void appendVoxels(std::span<const std::byte> bytes, const NiftiHeader& header, std::vector<float>& voxels) {
-  for (std::size_t offset = 0; offset < bytes.size(); offset += sizeof(Number)) {
-    const auto stored = static_cast<double>(numberAt<Number>(bytes, offset, header.order));
-    voxels.push_back(std::isfinite(stored) ? toFloat(stored * header.slope + header.intercept) : 0.0F);
+// The file of the same name with another ending, which may be packed too, in the letters of the first one.
+fs::path beside(const fs::path& path, const char* from, const char* to) {
+  fs::path name = path;
+  if (hasEnding(textOf(name), ".gz")) {
+    name.replace_extension();
   }
-}
-
-void append(std::span<const std::byte> bytes, const NiftiHeader& header, std::vector<float>& voxels) {
-  switch (header.type) {
-    case NiftiType::uint8:
-      return appendVoxels<std::uint8_t>(bytes, header, voxels);
-    case NiftiType::int8:
-      return appendVoxels<std::int8_t>(bytes, header, voxels);
-    case NiftiType::int16:
-      return appendVoxels<std::int16_t>(bytes, header, voxels);
-    case NiftiType::uint16:
-      return appendVoxels<std::uint16_t>(bytes, header, voxels);
-    case NiftiType::int32:
-      return appendVoxels<std::int32_t>(bytes, header, voxels);
-    case NiftiType::uint32:
-      return appendVoxels<std::uint32_t>(bytes, header, voxels);
-    case NiftiType::int64:
-      return appendVoxels<std::int64_t>(bytes, header, voxels);
-    case NiftiType::uint64:
-      return appendVoxels<std::uint64_t>(bytes, header, voxels);
-    case NiftiType::float32:
-      return appendVoxels<float>(bytes, header, voxels);
-    case NiftiType::float64:
-      return appendVoxels<double>(bytes, header, voxels);
+  if (!hasEnding(textOf(name), from)) {
+    return {};
   }
-}
-
-std::vector<float> readVoxels(ByteSource& source, const NiftiHeader& header) {
-  const std::uint64_t count = header.voxelCount();
-  const std::uint64_t wanted = count * header.bytesPerVoxel();
-  std::vector<float> voxels;
-  // A plain file was weighed already. A packed one may promise anything: its voxels are taken as they arrive.
-  if (source.plainSize()) {
-    voxels.reserve(static_cast<std::size_t>(count));
+  std::string upper(to);
+  for (char& letter : upper) {
+    letter = letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
   }
-  std::vector<std::byte> block(std::size_t{1} << 20U);
-  for (std::uint64_t done = 0; done < wanted;) {
-    const auto piece = static_cast<std::size_t>((std::min<std::uint64_t>)(wanted - done, block.size()));
-    const std::size_t got = source.read(std::span(block).first(piece));
-    if (got < piece) {
-      throw std::runtime_error(cutOff(done + got, wanted));
+  std::error_code error;
+  for (const std::string& ending : {std::string(to), upper}) {
+    name.replace_extension(ending);
+    for (const char* packed : {"", ".gz", ".GZ"}) {
+      fs::path whole = name;
+      whole += packed;
+      if (fs::exists(whole, error)) {
+        return whole;
+      }
     }
-    append(std::span(block).first(piece), header, voxels);
-    done += piece;
+  }
+  return {};
+}
+
+std::vector<float> voxelsOf(ByteSource& source, const NiftiHeader& header, std::uint64_t before) {
+  goToVoxels(source, before, header.voxelOffset - before, header.format);
+  std::vector<float> voxels = readVoxels(source, header.format);
+  if (!header.series) {
+    source.finish();
   }
   return voxels;
 }
 
-// The check sum of packed data stands at their end: read on to it, unless a long series follows.
-void checkEnd(ByteSource& source, const NiftiHeader& header) {
-  constexpr std::uint64_t longestTail = std::uint64_t{1} << 24U;
-  if (!header.series && !source.plainSize()) {
-    source.skip(longestTail);
+std::vector<float> voxelsOfPair(const fs::path& path, const NiftiHeader& header) {
+  const fs::path image = beside(path, ".hdr", ".img");
+  if (image.empty()) {
+    throw std::runtime_error("a NIfTI header without voxels: no .img file of the same name is beside it");
   }
+  ByteSource source(image);
+  return voxelsOf(source, header, 0);
+}
+
+HeadSource sourceOf(const NiftiHeader& header) {
+  HeadSource result;
+  result.format = "NIfTI-" + std::to_string(header.version);
+  result.format += header.isPair ? " pair" : "";
+  switch (header.map) {
+    case NiftiMap::sform:
+      result.sides = "the file's sform";
+      break;
+    case NiftiMap::qform:
+      result.sides = "the file's qform";
+      break;
+    case NiftiMap::spacing:
+      result.sides = "nothing: the file has neither sform nor qform, so sides are assumed";
+      result.isScannerFrame = false;
+      break;
+  }
+  if (header.series) {
+    result.remarks.push_back({Doubt::note, "The file holds several volumes; the first one is shown"});
+  }
+  return result;
 }
 
 }  // namespace
 
-Volume readNifti(const std::filesystem::path& path) {
-  try {
-    ByteSource source(path);
-    const NiftiHeader header = readHeader(source);
-    std::vector<float> voxels = readVoxels(source, header);
-    checkEnd(source, header);
-    return {header.dimensions, std::move(voxels), header.toScanner, header.sidesStated};
-  } catch (const std::bad_alloc&) {
-    throw std::runtime_error(utf8Of(textOf(path)) + ": there is not enough memory for the volume");
-  } catch (const std::exception& error) {
-    throw std::runtime_error(utf8Of(textOf(path)) + ": " + error.what());
-  }
+ReadHead readNifti(const fs::path& path) {
+  ByteSource source(path);
+  const NiftiHeader header = readHeader(source);
+  const std::size_t size = header.version == 1 ? nifti1HeaderSize : nifti2HeaderSize;
+  std::vector<float> voxels = header.isPair ? voxelsOfPair(path, header) : voxelsOf(source, header, size);
+  return {
+      Volume(header.format.dimensions, std::move(voxels), header.toScanner, header.map != NiftiMap::spacing),
+      sourceOf(header), std::nullopt};
+}
+
+fs::path niftiHeaderBeside(const fs::path& voxels) {
+  return beside(voxels, ".img", ".hdr");
 }
 
 }  // namespace host

@@ -1,17 +1,21 @@
-// Reads a volume from a NIfTI-1 or NIfTI-2 file (.nii, or .nii.gz packed with gzip), of either byte order.
+// Reads NIfTI-1 and NIfTI-2 files (.nii, or a pair of .hdr and .img), of either byte order.
 #pragma once
 
 #include <filesystem>
 
-#include "host/head/Volume.h"
+#include "host/head/HeadReader.h"
 
 namespace host {
 
 // The first volume of the file, its values scaled as the file says, its map in scanner mm: from the sform,
 // else from the qform, else from the voxel size alone (then Volume::sidesStated() is false). Voxels that are
-// not finite become 0. Pairs of .hdr and .img, colours and complex numbers are refused. Throws
-// std::runtime_error, whose text (UTF-8) names the file and the cause. No memory is taken for voxels that are
-// not there.
-Volume readNifti(const std::filesystem::path& path);
+// not finite become 0. The path is that of the header; the voxels of a pair stand beside it. Colours and
+// complex numbers are refused. Throws std::runtime_error with the cause. No memory is taken for voxels that
+// are not there.
+ReadHead readNifti(const std::filesystem::path& path);
+
+// The header of a pair that belongs to a file of voxels: head.hdr for head.img, packed or not; empty when the
+// name is none of such a file, or there is no header.
+std::filesystem::path niftiHeaderBeside(const std::filesystem::path& voxels);
 
 }  // namespace host

@@ -195,6 +195,7 @@ std::vector<JoinedSet::Part> AuditedSet::partsNow(const std::vector<std::vector<
     before.name = "the dipoles before";
     before.patient = patientOf(m_dipoles);
     before.points = measuredPoints(m_dipoles);
+    before.slices = slicesOfSet(m_dipoles);
     parts.push_back(std::move(before));
   }
   for (std::size_t file = 0; file < slots.size(); ++file) {
@@ -250,8 +251,8 @@ std::vector<StandingFinding> AuditedSet::findingsIn(const Head& head) const {
   const std::vector<std::vector<int>> slots = slotsNow();
   for (std::size_t file = 0; file < slots.size(); ++file) {
     const JoinedSet::Part& part = (*m_files)[file]->part;
-    if (part.points && isAnyThere(slots[file])) {
-      add(findOtherHead(*part.points, part.name, *head.fiducials), file);
+    if (isAnyThere(slots[file])) {
+      add(findOtherHead(part, head), file);
     }
   }
   const std::optional<Fiducials> own = measuredPoints(m_dipoles);
@@ -280,6 +281,7 @@ RepairReport AuditedSet::repair(std::size_t file, const Repairs& repairs) {
   next.part.endSlot = next.part.firstSlot + next.own->m_totalDipoles;
   next.part.patient = patientOf(*next.own);
   next.part.points = measuredPoints(*next.own);
+  next.part.slices = slicesOfSet(*next.own);
   const CarriedRepair carried{*was->own, *next.own, originsIn(*next.own, before), slotsNow()[file]};
   const auto late = std::count(carried.origins.begin(), carried.origins.end(), CarriedRepair::none);
   if (hasAverages() || !carried.fits(m_dipoles)) {

@@ -95,7 +95,11 @@ void Session::openMri(const CString& path) {
       RecentFiles recent = m_recentHeads;
       recent.add(full);
       OpenedHead opened = openHead(full);
-      setHead(std::move(opened.head), std::move(opened.notice));
+      std::string notice = std::move(opened.notice);
+      if (!opened.question.empty()) {
+        notice += (notice.empty() ? "" : "\n") + opened.question + ", so they were not taken";
+      }
+      setHead(std::move(opened.head), std::move(notice));
       m_recentHeads = std::move(recent);
     });
   });
@@ -116,12 +120,10 @@ void Session::resetWindow() {
 }
 
 void Session::registerHead(const Fiducials& points) {
-  const HeadFrame frame = withinMemory([&] { return frameIn(*m_head.volume, points); });
   const Vector3 place = m_head.frame.toScanner(m_crosshair);
-  m_head.frame = frame;
-  m_head.fiducials = points;
+  withinMemory([&] { host::registerHead(m_head, points); });
   m_findings.reset();
-  setCrosshair(frame.fromScanner(place));
+  setCrosshair(m_head.frame.fromScanner(place));
 }
 
 void Session::unregister() {

@@ -15,7 +15,10 @@ namespace host {
 
 namespace {
 
-constexpr LPCTSTR mriFilter = _T("NIfTI heads (*.nii; *.nii.gz)|*.nii;*.nii.gz|All files (*.*)|*.*||");
+constexpr LPCTSTR mriFilter =
+    _T("Heads (*.nii; *.nii.gz; *.mri; *.mgh; *.mgz; *.hdr; ")
+    _T("*.img)|*.nii;*.nii.gz;*.mri;*.mgh;*.mgz;*.hdr;*.img|")
+    _T("All files (*.*)|*.*||");
 constexpr LPCTSTR setFilter = _T("Dipole sets (*.dipset)|*.dipset|All files (*.*)|*.*||");
 constexpr LPCTSTR dipoleFilter =
     _T("Dipole files (*.dip; *.txt; *.csv; *.tsv; *.json)|*.dip;*.txt;*.csv;*.tsv;*.json|")

@@ -10,7 +10,7 @@ from audits import (FIDUCIALS, FIT_HEADING, HEADING, MOVING_HEADING, MSI_HEADING
 from support import SPHERE, Png, ToolTest, example, head_volume, run, single
 
 CODES = ("unit latency-unit moving-columns row-order no-fit msi-columns msi-percent fiducials sphere encoding labels "
-         "lost-rows sections outside-head several-patients other-head").split()
+         "lost-rows sections outside-head several-patients other-head mri-points").split()
 EAR = "1: 1.00 5.20 5.80 0 0 1 20 left"  # cm
 IN_CM = [52.0, 58.0, 10.0]
 IN_MM = [5.2, 5.8, 1.0]

@@ -141,9 +141,9 @@ class Arguments(SceneTest):
             self.attempt("--3d", *options)
 
     def test_slices_need_a_head(self):
-        self.assertIn("--mri is required", self.attempt())
-        self.assertIn("--slice requires --mri", self.attempt("--3d", "--slice", "axial:3"))
-        self.assertIn("--fiducials requires --mri", self.attempt("--3d", "--fiducials", LEFT_FIRST))
+        self.assertIn("slices need --mri HEAD", self.attempt())
+        self.assertIn("slices need --mri HEAD", self.attempt("--3d", "--slice", "axial:3"))
+        self.assertIn("--fiducials needs --mri HEAD", self.attempt("--3d", "--fiducials", LEFT_FIRST))
 
     def test_what_belongs_to_3d_needs_it(self):
         head = ("--mri", grey_head(), "--fiducials", LEFT_FIRST)

@@ -17,7 +17,7 @@ TEST(Findings, EveryCodeHasANameOfItsOwnAndAMeaning) {
     names.insert(meaning.name);
   }
   EXPECT_EQ(names.size(), host::findingMeanings().size());
-  EXPECT_EQ(host::nameOf(FindingCode::otherHead), "other-head");  // the last one
+  EXPECT_EQ(host::nameOf(FindingCode::mriPoints), "mri-points");  // the last one
   EXPECT_FALSE(host::findingCodeNamed("units").has_value());
 }
 

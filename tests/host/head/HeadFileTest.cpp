@@ -5,6 +5,7 @@
 
 #include "host/head/HeadFile.h"
 #include "host/text/PathText.h"
+#include "tests/host/head/CtfFile.h"
 #include "tests/host/head/NiftiFile.h"
 #include "tests/host/text/Failing.h"
 #include "tests/support/FailingNew.h"
@@ -86,12 +87,60 @@ TEST(HeadFile, BadPointsAreToldAndNotUsed) {
   }
 }
 
+TEST(HeadFile, CtfMriRegistersItselfWithTheLeftOnTheLeft) {
+  const TempFolder folder;
+  const CString path = folder.write("patient.mri", CtfFile().bytes());
+  const host::OpenedHead opened = host::openHead(path);
+  ASSERT_TRUE(opened.head.isRegistered());
+  EXPECT_EQ(opened.notice, "");
+  EXPECT_EQ(opened.question, "");
+  const host::Vector3 left = opened.head.frame.toScanner({65, 0, 0});
+  EXPECT_NEAR(opened.head.volume->sampleScanner(left), 2.0, 0.1);
+  EXPECT_LT(left.x, 0);
+}
+
+TEST(HeadFile, PointsBesideACtfMriAreTakenBeforeItsOwn) {
+  const TempFolder folder;
+  folder.write("patient.fiducials", points);
+  const host::OpenedHead opened = host::openHead(folder.write("patient.mri", CtfFile().bytes()));
+  ASSERT_TRUE(opened.head.isRegistered());
+  EXPECT_EQ(opened.head.fiducials->nasion.y, 95.0);
+  EXPECT_FALSE(opened.head.source.slices);
+}
+
+TEST(HeadFile, PointsOfNoUsualHeadAreTakenOnlyByThoseWhoKnow) {
+  const TempFolder folder;
+  CtfFile file;
+  file.left = {5, 9, 9};
+  file.right = {12, 9, 9};
+  host::OpenedHead opened = host::openHead(folder.write("patient.mri", file.bytes()));
+  EXPECT_FALSE(opened.head.isRegistered());
+  EXPECT_NE(opened.question.find("70.0 mm"), std::string::npos) << opened.question;
+  host::takeOwnPoints(opened);
+  EXPECT_TRUE(opened.head.isRegistered());
+  EXPECT_EQ(opened.question, "");
+}
+
+TEST(HeadFile, NothingIsPlacedWhereTheFileHasNoPoints) {
+  const TempFolder folder;
+  CtfFile file;
+  file.nasion = file.left = file.right = {0, 0, 0};
+  host::OpenedHead opened = host::openHead(folder.write("patient.mri", file.bytes()));
+  EXPECT_FALSE(opened.head.isRegistered());
+  EXPECT_FALSE(opened.head.volume->sidesStated());
+  const std::string failure = failureOf([&] {
+    host::registerHead(opened.head, {{0, 70, 0}, {-65, 0, 0}, {65, 0, 0}});
+  });
+  EXPECT_NE(failure.find("no dipoles can be placed in this MRI"), std::string::npos) << failure;
+  EXPECT_FALSE(opened.head.isRegistered());
+}
+
 TEST(HeadFile, FailureNamesFileAndCause) {
   const TempFolder folder;
   const CString path = folder.write("head.nii", "no head");
   const std::string failure = failureOf([&] { (void)host::openHead(path); });
   EXPECT_NE(failure.find(host::utf8Of(path)), std::string::npos) << failure;
-  EXPECT_NE(failure.find("not a NIfTI file"), std::string::npos) << failure;
+  EXPECT_NE(failure.find("not an MRI that can be read"), std::string::npos) << failure;
   const std::string gone = failureOf([&] { (void)host::openHead(folder.path("gone.nii")); });
   EXPECT_NE(gone.find("gone.nii"), std::string::npos) << gone;
 }

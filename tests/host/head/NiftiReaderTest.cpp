@@ -8,14 +8,19 @@
 #include <string>
 #include <vector>
 
-#include "host/head/NiftiReader.h"
+#include "host/head/HeadReader.h"
+#include "host/text/PathText.h"
 #include "tests/host/head/NiftiFile.h"
+#include "tests/host/text/Failing.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
 
 using host::Vector3;
 using host::Volume;
+
+constexpr const char* notKnown =
+    "not an MRI that can be read: neither a NIfTI file, a CTF MRI (.mri), MGH nor MGZ";
 
 std::filesystem::path pathOf(const TempFolder& folder, const std::string& name) {
   const std::string text = folder.pathUtf8(name);
@@ -25,7 +30,7 @@ std::filesystem::path pathOf(const TempFolder& folder, const std::string& name) 
 Volume read(const std::string& bytes) {
   const TempFolder folder;
   folder.write("head.nii", bytes);
-  return host::readNifti(pathOf(folder, "head.nii"));
+  return host::readHead(pathOf(folder, "head.nii")).volume;
 }
 
 // The cause that the reader gives, without the file's name before it.
@@ -34,7 +39,7 @@ std::string causeOf(const std::string& bytes) {
   folder.write("head.nii", bytes);
   const std::string name = pathOf(folder, "head.nii").string() + ": ";
   try {
-    (void)host::readNifti(pathOf(folder, "head.nii"));
+    (void)host::readHead(pathOf(folder, "head.nii"));
   } catch (const std::runtime_error& error) {
     const std::string text = error.what();
     EXPECT_EQ(text.substr(0, name.size()), name);
@@ -220,13 +225,13 @@ TEST(NiftiReader, UnpacksSeveralGzipMembersAndZerosBehindThem) {
 TEST(NiftiReader, ReadsAFileWhoseNameIsNotAscii) {
   const TempFolder folder;
   folder.write("Müller Kopf.nii", counted().version1());
-  EXPECT_EQ(host::readNifti(pathOf(folder, "Müller Kopf.nii")).voxel(1, 2, 3), 23.0F);
+  EXPECT_EQ(host::readHead(pathOf(folder, "Müller Kopf.nii")).volume.voxel(1, 2, 3), 23.0F);
 }
 
 TEST(NiftiReader, NamesTheFileThatIsNotThere) {
   const TempFolder folder;
   try {
-    (void)host::readNifti(pathOf(folder, "none.nii"));
+    (void)host::readHead(pathOf(folder, "none.nii"));
     FAIL();
   } catch (const std::runtime_error& error) {
     EXPECT_EQ(std::string(error.what()),
@@ -239,7 +244,7 @@ TEST(NiftiReader, RefusesAFolder) {
   const TempFolder folder;
   folder.makeFolder("head.nii");
   try {
-    (void)host::readNifti(pathOf(folder, "head.nii"));
+    (void)host::readHead(pathOf(folder, "head.nii"));
     FAIL();
   } catch (const std::runtime_error& error) {
     EXPECT_NE(std::string(error.what()).find(": this is a folder, not a file"), std::string::npos);
@@ -265,7 +270,7 @@ TEST(NiftiReader, RefusesEveryTruncationOfPackedData) {
 
 TEST(NiftiReader, SaysHowMuchIsMissing) {
   const std::string whole = counted().version1();
-  EXPECT_EQ(causeOf(""), "not a NIfTI file: it ends before its header");
+  EXPECT_EQ(causeOf(""), notKnown);
   EXPECT_EQ(causeOf(whole.substr(0, 200)), "the file is cut off within its header");
   EXPECT_EQ(causeOf(whole.substr(0, 352)), "the file is cut off: 0 of 96 bytes of voxels are there");
   EXPECT_EQ(causeOf(whole.substr(0, 447)), "the file is cut off: 95 of 96 bytes of voxels are there");
@@ -283,23 +288,50 @@ TEST(NiftiReader, RefusesDamagedPackedData) {
 }
 
 TEST(NiftiReader, RefusesOtherFilesByTheirStart) {
-  EXPECT_EQ(causeOf("\x89PNG and so on, long enough for a header"),
-            "not a NIfTI file: it does not begin with the size of a header");
+  EXPECT_EQ(causeOf("\x89PNG and so on, long enough for a header"), notKnown);
   NiftiFile file = counted();
   file.magic = std::string(4, '\0');
-  EXPECT_EQ(causeOf(file.version1()), "not a NIfTI file: the header does not end with the mark n+1");
+  EXPECT_EQ(causeOf(file.version1()), "not a NIfTI file: the header does not end with the mark n+1 or ni1");
   file.magic = std::string("n+2\0\n\r\x1A\n", 8);
-  EXPECT_EQ(causeOf(file.version2()), "not a NIfTI file: the header does not bear the mark n+2");
+  EXPECT_EQ(causeOf(file.version2()), "not a NIfTI file: the header does not bear the mark n+2 or ni2");
 }
 
-TEST(NiftiReader, RefusesHeadersOfPairs) {
-  const std::string cause =
-      "a NIfTI header without voxels: pairs of .hdr and .img are not read, only single .nii files";
+TEST(NiftiReader, ReadsAPairByEitherName) {
+  NiftiFile file = counted();
+  file.voxelOffset = 16;
+  for (const bool second : {false, true}) {
+    file.magic = second ? std::string("ni2\0\r\n\x1A\n", 8) : std::string("ni1\0", 4);
+    const std::string whole = second ? file.version2() : file.version1();
+    const std::string voxels = std::string(16, '\x7F') + file.voxels;
+    for (const bool pack : {false, true}) {
+      const TempFolder folder;
+      const std::string ending = pack ? ".gz" : "";
+      const std::string header = whole.substr(0, whole.size() - file.voxels.size());
+      folder.write("head.hdr" + ending, pack ? gzip(header) : header);
+      folder.write("head.img" + ending, pack ? gzip(voxels) : voxels);
+      for (const char* name : {"head.hdr", "head.img"}) {
+        const host::ReadHead head = host::readHead(pathOf(folder, name + ending));
+        EXPECT_EQ(head.volume.voxels(), read(counted().version1()).voxels());
+        EXPECT_EQ(head.source.format, second ? "NIfTI-2 pair" : "NIfTI-1 pair");
+      }
+    }
+  }
+}
+
+TEST(NiftiReader, RefusesHalfAPair) {
   NiftiFile file = counted();
   file.magic = std::string("ni1\0", 4);
-  EXPECT_EQ(causeOf(file.version1()), cause);
-  file.magic = std::string("ni2\0\r\n\x1A\n", 8);
-  EXPECT_EQ(causeOf(file.version2()), cause);
+  file.voxelOffset = 1;
+  EXPECT_EQ(causeOf(file.version1()),
+            "a NIfTI header without voxels: no .img file of the same name is beside it");
+  const TempFolder folder;
+  const CString header = folder.write("head.HDR", file.version1());
+  folder.write("head.IMG", file.voxels);
+  const std::string failure = failureOf([&] { (void)host::readHead(host::pathOf(header)); });
+  EXPECT_NE(failure.find("95 of 96 bytes of voxels"), std::string::npos) << failure;
+  const CString alone = folder.write("alone.img", file.voxels);
+  const std::string unknown = failureOf([&] { (void)host::readHead(host::pathOf(alone)); });
+  EXPECT_NE(unknown.find(notKnown), std::string::npos) << unknown;
 }
 
 TEST(NiftiReader, RefusesColoursAndOtherTypes) {

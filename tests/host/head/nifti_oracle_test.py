@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """The reader's voxels and maps against those of nifti_tool, for files written here byte by byte.
 
-NIFTI_DUMP names the program that prints what the reader found; nifti_tool is in Debian's package nifti-bin.
+HEAD_DUMP names the program that prints what the reader found; nifti_tool is in Debian's package nifti-bin.
 """
 
 import gzip
@@ -17,7 +17,7 @@ import sys
 import tempfile
 import unittest
 
-DUMP = os.environ.get("NIFTI_DUMP", "")
+DUMP = os.environ.get("HEAD_DUMP", "")
 TOOL = shutil.which("nifti_tool")
 
 # code: struct letter, smallest and largest value to try

@@ -1,16 +1,22 @@
-// Reads the input as a NIfTI volume: refused with a text, or a volume that holds together.
+// Reads the input as the MRI of a head: refused with a text, or a volume that holds together, whose own
+// points make a head frame with the left on the left.
 //
-// The first byte decides whether the rest is packed with gzip on the way, or taken as it is.
+// The first byte decides whether the rest is packed with gzip on the way, or taken as it is, and, by
+// HEAD_STARTS, how the file begins, so that the input stays in the reader of that format.
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
 #include <zlib.h>
 
 #include "fuzz/Check.h"
 #include "fuzz/FuzzFile.h"
-#include "host/head/NiftiReader.h"
+#include "host/head/HeadFrame.h"
+#include "host/head/HeadReader.h"
 
 namespace {
 
@@ -47,23 +53,45 @@ void checkVolume(const host::Volume& volume, std::size_t bytes, bool isPacked) {
   (void)volume.window();
 }
 
+void checkHead(const host::ReadHead& head, std::size_t bytes, bool isPacked) {
+  checkVolume(head.volume, bytes, isPacked);
+  check(!head.source.format.empty() && !head.source.sides.empty(), "it is told what the file is");
+  check(head.volume.sidesStated() || !head.fiducials, "no points without sides");
+  if (head.fiducials) {
+    check(head.source.unplaceable.empty(), "points are those of a head that dipoles may be placed in");
+    const host::HeadFrame frame(*head.fiducials);  // throws std::invalid_argument, which nothing here takes
+    check(frame.toScanner({1, 0, 0}).x < frame.toScanner({0, 0, 0}).x, "left is on the left");
+  }
+}
+
+// What each file begins with, whatever the input says; empty: the input says it.
+constexpr std::array<std::string_view, 2> starts = {HEAD_STARTS};
+
+void begin(std::vector<std::uint8_t>& bytes, std::string_view start) {
+  std::copy_n(start.begin(), std::min(start.size(), bytes.size()), bytes.begin());
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const FuzzFile file("input.nii");
+  static const FuzzFile file("input");
   if (size == 0) {
     return 0;
   }
   const bool pack = (data[0] & 1U) != 0;
-  if (pack) {
-    const std::vector<std::uint8_t> bytes = packed(data + 1, size - 1);
-    file.write(bytes.data(), bytes.size());
-  } else {
-    file.write(data + 1, size - 1);
+  const bool isPacked = !pack && size > 2 && data[1] == 0x1F && data[2] == 0x8B;
+  std::vector<std::uint8_t> bytes(data + 1, data + size);
+  if (!isPacked) {
+    begin(bytes, starts.at((data[0] & 2U) != 0 ? 1 : 0));
   }
+  if (pack) {
+    bytes = packed(bytes.data(), bytes.size());
+  }
+  file.write(bytes.data(), bytes.size());
   try {
-    const bool isPacked = !pack && size > 2 && data[1] == 0x1F && data[2] == 0x8B;
-    checkVolume(host::readNifti(file.path()), size, isPacked);
+    host::HeadReading reading;
+    reading.takesCtf21 = (data[0] & 4U) != 0;
+    checkHead(host::readHead(file.path(), reading), size, isPacked);
   } catch (const std::runtime_error& error) {
     check(error.what()[0] != '\0', "a refusal has a text");
   }
