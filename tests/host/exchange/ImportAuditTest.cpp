@@ -27,7 +27,7 @@ namespace {
 const std::string noUnit = "// xp yp zp xo yo zo Mom(nAm) Label\n";
 const std::string inCm = "// xp (cm) yp (cm) zp (cm) xo yo zo Mom(nAm) Label\n";
 const Lines row = {"1: 1.0 5.2 5.8 0 0 1 20 left"};
-const std::string fit = "Dipole_FitInfo\n{\n1: 1 1 0.1 1 5 5 0 0 0 1 a\n}\n";
+const std::string fit = "Dipole_FitInfo\n{\n// Trial Start Latency (s)\n1: 1 1 0.1 1 5 5 0 0 0 1 a\n}\n";
 
 std::string dipoles(const std::string& heading, const Lines& rows) {
   return ctfSection("Dipoles", heading, rows);

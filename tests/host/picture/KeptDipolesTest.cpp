@@ -10,6 +10,7 @@
 #include "host/picture/ScenePainter.h"
 #include "tests/host/head/Phantom.h"
 #include "tests/support/FailingNew.h"
+#include "tests/support/Thrown.h"
 
 namespace {
 
@@ -191,10 +192,8 @@ TEST(KeptDipoles, WhatFailedOnTheWayIsPaintedAnew) {
       DepthPicture picture(after.camera.width(), after.camera.height(), {});
       {
         const FailingNew failing(nth);
-        try {
-          painter.paintKeeping(picture, after.scene, after.planes, after.camera, after.style);
-        } catch (const std::bad_alloc&) {
-        }
+        (void)runsOutOfMemory(
+            [&] { painter.paintKeeping(picture, after.scene, after.planes, after.camera, after.style); });
         hasFailed = failing.failed();
       }
       ASSERT_TRUE(isSame(kept(painter, before), anew(before))) << nth;

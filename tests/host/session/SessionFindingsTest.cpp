@@ -24,7 +24,8 @@ using Texts = std::vector<std::string>;
 const std::string noUnit =
     "Dipoles\n{\n// xp yp zp xo yo zo Mom(nAm) Label\n"
     "1: 1.0 5.2 5.8 0 0 1 20 left\n2: 1.3 -5.1 5.6 0 0 1 30 right\n3: 1.4 -5.0 5.5 0 0 1 30\n}\n"
-    "Dipole_FitInfo\n{\n1: 1 1 0.1 5 5 0 0 0 1 a\n2: 1 1 0.1 5 5 0 0 0 1 a\n3: 1 1 0.1 5 5 0 0 0 1 a\n}\n";
+    "Dipole_FitInfo\n{\n// Trial Start Latency (s)\n"
+    "1: 1 1 0.1 5 5 0 0 0 1 a\n2: 1 1 0.1 5 5 0 0 0 1 a\n3: 1 1 0.1 5 5 0 0 0 1 a\n}\n";
 const std::string noFit =
     "Dipoles\n{\n// xp (cm) yp (cm) zp (cm) xo yo zo Mom(nAm) Label\n1: 1.0 5.2 5.8 0 0 1 20 left\n}\n";
 const std::string otherColumns =

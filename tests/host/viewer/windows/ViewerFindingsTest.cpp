@@ -17,7 +17,8 @@ static_assert(ID_MANAGER_IMPORT_CTF == ID_DIPOLE_IMPORT_CTF);
 const std::string noUnit =
     "Dipoles\n{\n// xp yp zp xo yo zo Mom(nAm) Label\n"
     "1: 1.0 5.2 5.8 0 0 1 20 left\n2: 1.3 -5.1 5.6 0 0 1 30 right\n3: 1.4 -5.0 5.5 0 0 1 30\n}\n"
-    "Dipole_FitInfo\n{\n1: 1 1 0.1 5 5 0 0 0 1 a\n2: 1 1 0.1 5 5 0 0 0 1 a\n3: 1 1 0.1 5 5 0 0 0 1 a\n}\n";
+    "Dipole_FitInfo\n{\n// Trial Start Latency (s)\n"
+    "1: 1 1 0.1 5 5 0 0 0 1 a\n2: 1 1 0.1 5 5 0 0 0 1 a\n3: 1 1 0.1 5 5 0 0 0 1 a\n}\n";
 const std::string otherColumns =
     "Latency  x  y  z  Qx  Qy  Qz  Rad  |Q|  RMS  Vol  Corr  Iter  GOF  A  B  C  Label\n"
     "20.0 1.5 5.0 6.0 9.0 2.0 -1.0 4.5 22.0 0.3 0.5 0.97 7 0.75 b c 1 first\n";
