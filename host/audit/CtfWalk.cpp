@@ -319,10 +319,9 @@ bool CtfWalk::arrives(CtfRow& row, const RowFields& fields, bool hasGap) {
 }
 
 bool CtfWalk::isDeclined(const CtfRow& row) {
-  constexpr float farthest = 300.0F;
   const float scale = row.isCentimetre ? 10.0F : 1.0F;
   const bool isFar = std::any_of(std::begin(row.place), std::end(row.place),
-                                 [scale](float value) { return value * scale > farthest; });
+                                 [scale](float value) { return value * scale > farthestUnasked; });
   if (!isFar || section().kind == CtfKind::moving || !section().isRead) {
     return false;
   }

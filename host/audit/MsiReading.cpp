@@ -172,9 +172,9 @@ class MsiReading::Walk {
   }
 
   bool isDeclined(const MsiRow& row) {
-    constexpr float farthest = 300.0F;  // as written, whatever the unit
-    const bool isFar =
-        std::any_of(std::begin(row.place), std::end(row.place), [](float value) { return value > farthest; });
+    // As written, whatever the unit.
+    const bool isFar = std::any_of(std::begin(row.place), std::end(row.place),
+                                   [](float value) { return value > farthestUnasked; });
     const std::size_t question = m_nextFar;
     m_nextFar += isFar ? 1 : 0;
     return isFar && !(question < m_file.answers.distant.size() && m_file.answers.distant[question]);

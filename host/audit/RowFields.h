@@ -8,6 +8,9 @@
 
 namespace host {
 
+// mm or whatever the row counts in: the imports ask before they take a coordinate beyond it.
+inline constexpr float farthestUnasked = 300.0F;
+
 enum class FieldKind : std::uint8_t { integer, real, other };  // digits; digits and a point; anything else
 
 struct RowField {

@@ -1,12 +1,12 @@
 #include "host/audit/TextLines.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <filesystem>
 #include <string>
 
 #include "host/text/PathText.h"
+#include "host/text/Utf8.h"
 
 namespace host {
 
@@ -18,39 +18,6 @@ constexpr std::string_view bigMark = "\xFE\xFF";
 
 CString textOfUtf8(std::string_view bytes) {
   return textOf(std::filesystem::path(std::u8string(bytes.begin(), bytes.end())));
-}
-
-// Of one to three bytes behind the first one of a character.
-bool areContinued(std::string_view bytes) {
-  return std::all_of(bytes.begin(), bytes.end(),
-                     [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; });
-}
-
-// The length of the character at the front; 0 when that is no UTF-8.
-std::size_t lengthOfFirst(std::string_view bytes) {
-  const auto first = static_cast<unsigned char>(bytes[0]);
-  if (first < 0x80) {
-    return 1;
-  }
-  const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4 || bytes.size() < length || !areContinued(bytes.substr(1, length - 1))) {
-    return 0;
-  }
-  const auto second = static_cast<unsigned char>(bytes[1]);
-  const bool isOverlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
-  const bool isNoCharacter = (first == 0xED && second >= 0xA0) || (first == 0xF4 && second >= 0x90);
-  return isOverlong || isNoCharacter ? 0 : length;
-}
-
-bool isValidUtf8(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const std::size_t length = lengthOfFirst(bytes);
-    if (length == 0) {
-      return false;
-    }
-    bytes.remove_prefix(length);
-  }
-  return true;
 }
 
 // Half a pair that stands alone becomes U+FFFD, as does half a unit at the end.
@@ -92,7 +59,7 @@ TextEncoding::TextEncoding(std::string_view bytes) : m_text(bytes), m_bytes({}) 
     m_converted = utf8OfUtf16(bytes.substr(littleMark.size()), bytes.starts_with(bigMark));
   }
   m_bytes = TextBytes(text());
-  m_isUtf8 = !m_bytes.areAscii && isValidUtf8(text());
+  m_isUtf8 = !m_bytes.areAscii && utf8Length(text()) == text().size();
 }
 
 CString TextEncoding::asAnsi(std::string_view part) {
