@@ -47,7 +47,7 @@ Vector3 tripleAt(Bytes bytes, std::size_t offset) {
 
 std::string versionOf(Bytes bytes, const HeadReading& reading) {
   constexpr std::size_t identifierSize = 32;
-  const std::string version = textAt(bytes, mark.size(), identifierSize - mark.size());
+  std::string version = textAt(bytes, mark.size(), identifierSize - mark.size());
   if (version == "2.1" && !reading.takesCtf21) {
     throw std::runtime_error(
         "a CTF MRI of version 2.1, whose layout is known less well; it is read only when asked for "
