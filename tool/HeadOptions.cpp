@@ -68,7 +68,7 @@ std::string HeadOptions::named(const ImportSession& session) const {
   if (found.empty()) {
     return {};
   }
-  const std::string name = host::utf8Of(host::textOf(found));
+  std::string name = host::utf8Of(host::textOf(found));
   tellNote("MRI: " + name + ", which " + by + " names");
   return name;
 }

@@ -58,7 +58,8 @@ GreyWindow findWindow(const std::vector<float>& voxels, double background) {
 
 std::uint8_t GreyWindow::grey(double value) const {
   const double part = (value - low) / (high - low);
-  return static_cast<std::uint8_t>((part > 0.0 ? (std::min)(part, 1.0) : 0.0) * 255.0 + 0.5);
+  const double grey = (part > 0.0 ? (std::min)(part, 1.0) : 0.0) * 255.0;
+  return static_cast<std::uint8_t>(grey + 0.5);  // NOLINT(bugprone-incorrect-roundings): lround is a call
 }
 
 Volume::Volume(const std::array<int, 3>& dimensions, std::vector<float> voxels, const Affine& toScanner,

@@ -18,7 +18,7 @@ inline int roundedUp(double value) {
 
 // To the nearest, of a value from 0 to 255.
 inline std::uint8_t roundedByte(double value) {
-  return static_cast<std::uint8_t>(value + 0.5);
+  return static_cast<std::uint8_t>(value + 0.5);  // NOLINT(bugprone-incorrect-roundings): lround is a call
 }
 
 // `part` of `other` over `one`, from 0 (nothing of it) to 1.
