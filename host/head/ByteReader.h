@@ -8,6 +8,8 @@
 #include <cstring>
 #include <span>
 
+#include "host/head/Vector3.h"
+
 namespace host {
 
 // The number at a byte offset; the bytes must be there.
@@ -19,6 +21,17 @@ Number numberAt(std::span<const std::byte> bytes, std::size_t offset, std::endia
     std::reverse(raw.begin(), raw.end());
   }
   return std::bit_cast<Number>(raw);
+}
+
+// Three of them, one behind the other.
+template <typename Number>
+Vector3 tripleAt(std::span<const std::byte> bytes, std::size_t offset, std::endian order) {
+  Vector3 triple;
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    triple[static_cast<int>(axis)] =
+        static_cast<double>(numberAt<Number>(bytes, offset + axis * sizeof(Number), order));
+  }
+  return triple;
 }
 
 }  // namespace host

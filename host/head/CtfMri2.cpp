@@ -35,16 +35,6 @@ std::string textAt(Bytes bytes, std::size_t offset, std::size_t size) {
   return text;
 }
 
-template <typename Number>
-Vector3 tripleAt(Bytes bytes, std::size_t offset) {
-  Vector3 triple;
-  for (int axis = 0; axis < 3; ++axis) {
-    triple[axis] = static_cast<double>(
-        numberAt<Number>(bytes, offset + static_cast<std::size_t>(axis) * sizeof(Number), std::endian::big));
-  }
-  return triple;
-}
-
 std::string versionOf(Bytes bytes, const HeadReading& reading) {
   constexpr std::size_t identifierSize = 32;
   std::string version = textAt(bytes, mark.size(), identifierSize - mark.size());
@@ -74,9 +64,10 @@ CtfMri headerOf(Bytes bytes, const HeadReading& reading) {
   }
   mri.bytesPerVoxel = small(bytesAt);
   mri.orientation = small(orientationAt);
-  mri.spacing = tripleAt<float>(bytes, spacingAt);
-  mri.points = Fiducials{tripleAt<std::int16_t>(bytes, nasionAt), tripleAt<std::int16_t>(bytes, leftEarAt),
-                         tripleAt<std::int16_t>(bytes, rightEarAt)};
+  mri.spacing = tripleAt<float>(bytes, spacingAt, std::endian::big);
+  mri.points = Fiducials{tripleAt<std::int16_t>(bytes, nasionAt, std::endian::big),
+                         tripleAt<std::int16_t>(bytes, leftEarAt, std::endian::big),
+                         tripleAt<std::int16_t>(bytes, rightEarAt, std::endian::big)};
   if (mri.version == "2.2") {
     mri.matrix.emplace();
     for (std::size_t i = 0; i < mri.matrix->size(); ++i) {

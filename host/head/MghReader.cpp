@@ -38,15 +38,6 @@ std::int32_t numberAt(Bytes bytes, std::size_t offset) {
   return host::numberAt<std::int32_t>(bytes, offset, std::endian::big);
 }
 
-Vector3 tripleAt(Bytes bytes, std::size_t offset) {
-  Vector3 triple;
-  for (int axis = 0; axis < 3; ++axis) {
-    triple[axis] = static_cast<double>(host::numberAt<float>(
-        bytes, offset + static_cast<std::size_t>(axis) * sizeof(float), std::endian::big));
-  }
-  return triple;
-}
-
 VoxelType typeOf(std::int32_t code) {
   switch (code) {
     case 0:
@@ -98,14 +89,14 @@ struct Geometry {
 
 Geometry geometryOf(Bytes bytes) {
   Geometry geometry;
-  geometry.spacing = tripleAt(bytes, spacingAt);
-  geometry.centre = tripleAt(bytes, centreAt);
+  geometry.spacing = tripleAt<float>(bytes, spacingAt, std::endian::big);
+  geometry.centre = tripleAt<float>(bytes, centreAt, std::endian::big);
   for (std::size_t i = 0; i < 3; ++i) {
     const double spacing = geometry.spacing[static_cast<int>(i)];
     if (!(spacing >= finestVoxel && spacing <= coarsestVoxel)) {
       refuse("voxels of " + shortest(spacing) + " mm, where 0.1 to 10 can be read");
     }
-    geometry.axes[i] = tripleAt(bytes, axesAt + i * 3 * sizeof(float));
+    geometry.axes[i] = tripleAt<float>(bytes, axesAt + i * 3 * sizeof(float), std::endian::big);
     if (!(std::abs(length(geometry.axes[i]) - 1.0) <= mostSkew)) {
       refuse("the direction of axis " + std::to_string(i + 1) + " has the length " +
              shortest(length(geometry.axes[i])) + " instead of 1");
