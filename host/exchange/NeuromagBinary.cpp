@@ -3,8 +3,10 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <span>
 
 #include "host/exchange/DelimitedText.h"
+#include "host/head/ByteReader.h"
 #include "host/text/Numbers.h"
 
 namespace host {
@@ -31,25 +33,18 @@ enum Offset : std::size_t {
 
 class Record {
  public:
-  explicit Record(std::string_view bytes) : m_bytes(bytes) {}
+  explicit Record(std::string_view bytes) : m_bytes(std::as_bytes(std::span(bytes))) {}
 
   std::int32_t whole(std::size_t offset) const {
-    std::uint32_t bits = 0;
-    for (std::size_t i = 0; i < sizeof bits; ++i) {
-      bits = bits << 8U | static_cast<unsigned char>(m_bytes[offset + i]);
-    }
-    return static_cast<std::int32_t>(bits);
+    return numberAt<std::int32_t>(m_bytes, offset, std::endian::big);
   }
-  float real(std::size_t offset) const { return std::bit_cast<float>(whole(offset)); }
+  float real(std::size_t offset) const { return numberAt<float>(m_bytes, offset, std::endian::big); }
   // As the decimal number that was meant: nobody fits to a millionth.
   double decimal(std::size_t offset) const { return withShortestDigits(static_cast<double>(real(offset))); }
-  Vector3 triple(std::size_t offset) const {
-    return {static_cast<double>(real(offset)), static_cast<double>(real(offset + 4)),
-            static_cast<double>(real(offset + 8))};
-  }
+  Vector3 triple(std::size_t offset) const { return tripleAt<float>(m_bytes, offset, std::endian::big); }
 
  private:
-  std::string_view m_bytes;
+  std::span<const std::byte> m_bytes;
 };
 
 void addWhole(std::string& bytes, std::int32_t value) {
