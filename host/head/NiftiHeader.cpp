@@ -190,6 +190,7 @@ Affine qform(const Fields& fields) {
 
 void takeMap(const Fields& fields, NiftiHeader& header) {
   Affine map;
+  header.sformCode = fields.sformCode;
   if (fields.sformCode > 0) {
     header.map = NiftiMap::sform;
     map = sform(fields.srow);

@@ -25,6 +25,7 @@ struct NiftiHeader {
   std::uint64_t voxelOffset = 0;  // bytes from the start of the file of the voxels
   Affine toScanner;
   NiftiMap map = NiftiMap::spacing;  // the voxel size alone says nothing about the patient's sides
+  int sformCode = 0;                 // what its sform leads to: 3 is Talairach's space, 4 MNI's
 };
 
 constexpr std::size_t nifti1HeaderSize = 348;

@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "host/head/ByteSource.h"
-#include "host/head/NiftiHeader.h"
 #include "host/text/PathText.h"
 
 namespace host {
@@ -106,11 +105,18 @@ HeadSource sourceOf(const NiftiHeader& header) {
 
 }  // namespace
 
-ReadHead readNifti(const fs::path& path) {
+NiftiImage readNiftiImage(const fs::path& path, const NiftiCheck& check) {
   ByteSource source(path);
   const NiftiHeader header = readHeader(source);
+  if (check) {
+    check(header);
+  }
   const std::size_t size = header.version == 1 ? nifti1HeaderSize : nifti2HeaderSize;
-  std::vector<float> voxels = header.isPair ? voxelsOfPair(path, header) : voxelsOf(source, header, size);
+  return {header, header.isPair ? voxelsOfPair(path, header) : voxelsOf(source, header, size)};
+}
+
+ReadHead readNifti(const fs::path& path) {
+  auto [header, voxels] = readNiftiImage(path);
   return {
       Volume(header.format.dimensions, std::move(voxels), header.toScanner, header.map != NiftiMap::spacing),
       sourceOf(header), std::nullopt};

@@ -2,10 +2,23 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <vector>
 
 #include "host/head/HeadReader.h"
+#include "host/head/NiftiHeader.h"
 
 namespace host {
+
+struct NiftiImage {
+  NiftiHeader header;
+  std::vector<float> voxels;  // of the first volume, scaled as the file says; what is not finite becomes 0
+};
+
+// What refuses a file by its header, before memory is taken for voxels: it throws std::runtime_error.
+using NiftiCheck = std::function<void(const NiftiHeader&)>;
+// Of readNifti, for what is not a head.
+NiftiImage readNiftiImage(const std::filesystem::path& path, const NiftiCheck& check = {});
 
 // The first volume of the file, its values scaled as the file says, its map in scanner mm: from the sform,
 // else from the qform, else from the voxel size alone (then Volume::sidesStated() is false). Voxels that are
