@@ -12,4 +12,6 @@ bool benchScene();
 bool benchMemory();
 bool benchHistory();
 bool benchPanes();
+bool benchHeads();
 bool benchAudits();
+bool benchFormats();

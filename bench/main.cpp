@@ -26,7 +26,9 @@ constexpr Benchmark benchmarks[] = {{"dipoles", benchDipolesImport},
                                     {"memory", benchMemory},
                                     {"history", benchHistory},
                                     {"panes", benchPanes},
-                                    {"audit", benchAudits}};
+                                    {"heads", benchHeads},
+                                    {"audit", benchAudits},
+                                    {"formats", benchFormats}};
 
 bool isBenchmark(std::string_view name) {
   return std::any_of(std::begin(benchmarks), std::end(benchmarks),

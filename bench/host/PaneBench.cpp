@@ -2,23 +2,21 @@
 // full set on one slice, and when the crosshair moves in all of them. Beside each stands a plain copy of what
 // one pane of this size is made of, samples and pixels.
 #include <algorithm>
-#include <bit>
-#include <cmath>
-#include <cstdint>
 #include <cstdio>
-#include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <memory>
 #include <random>
 #include <string>
 #include <time.h>
+#include <utility>
 #include <vector>
 
 #include "bench/Benchmarks.h"
 #include "bench/Comparison.h"
-#include "host/head/HeadReader.h"
+#include "bench/SilentOperator.h"
+#include "bench/host/BenchHead.h"
+#include "host/head/HeadFile.h"
 #include "host/panes/ScenePane.h"
 #include "host/panes/SlicePane.h"
 
@@ -27,79 +25,13 @@ namespace {
 using host::SlicePane;
 using host::View;
 
-constexpr int side = 700;    // pixels of a pane
-constexpr int extent = 256;  // voxels of the head
+constexpr int side = 700;  // pixels of a pane
 
 double processorMilliseconds() {
   timespec time = {};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
   return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) * 1e-6;
 }
-
-// A file that goes with the object.
-class HeadFile {
- public:
-  HeadFile() : m_path(std::filesystem::temp_directory_path() / "dipole-bench-head.nii") { write(); }
-  ~HeadFile() {
-    std::error_code ignored;
-    std::filesystem::remove(m_path, ignored);
-  }
-  HeadFile(const HeadFile&) = delete;
-  HeadFile& operator=(const HeadFile&) = delete;
-
-  const std::filesystem::path& path() const { return m_path; }
-
- private:
-  template <typename Number>
-  static void put(std::vector<char>& bytes, std::size_t at, Number value) {
-    std::memcpy(bytes.data() + at, &value, sizeof(Number));
-  }
-
-  // NIfTI-1: 256 x 256 x 256 whole numbers of 16 bits, voxels of 1 mm around the scanner's origin.
-  static std::vector<char> header() {
-    std::vector<char> bytes(352);
-    put(bytes, 0, std::int32_t{348});
-    const std::int16_t dimensions[] = {3, extent, extent, extent, 1, 1, 1, 1};
-    std::memcpy(bytes.data() + 40, dimensions, sizeof(dimensions));
-    put(bytes, 70, std::int16_t{4});   // the type
-    put(bytes, 72, std::int16_t{16});  // bits
-    const float sizes[] = {1, 1, 1, 1, 1, 1, 1, 1};
-    std::memcpy(bytes.data() + 76, sizes, sizeof(sizes));
-    put(bytes, 108, 352.0F);   // where the voxels begin
-    put(bytes, 123, char{2});  // mm
-    put(bytes, 254, std::int16_t{1});
-    const float middle = -0.5F * (extent - 1);
-    const float rows[] = {1, 0, 0, middle, 0, 1, 0, middle, 0, 0, 1, middle};
-    std::memcpy(bytes.data() + 280, rows, sizeof(rows));
-    std::memcpy(bytes.data() + 344, "n+1", 4);
-    return bytes;
-  }
-
-  // A ball of grain with a bright shell.
-  void write() const {
-    std::ofstream file(m_path, std::ios::binary);
-    const std::vector<char> head = header();
-    file.write(head.data(), static_cast<std::streamsize>(head.size()));
-    std::minstd_rand random(3);
-    std::vector<std::int16_t> slice(std::size_t{extent} * extent);
-    for (int k = 0; k < extent; ++k) {
-      for (int j = 0; j < extent; ++j) {
-        for (int i = 0; i < extent; ++i) {
-          const double middle = 0.5 * (extent - 1);
-          const double radius = std::hypot(i - middle, j - middle, k - middle);
-          const auto grain = static_cast<int>(random() % 60);
-          const int value = radius > 100.0 ? grain / 30 : radius > 92.0 ? 800 + grain : 300 + grain;
-          slice[static_cast<std::size_t>(j) * extent + static_cast<std::size_t>(i)] =
-              static_cast<std::int16_t>(value);
-        }
-      }
-      file.write(reinterpret_cast<const char*>(slice.data()),
-                 static_cast<std::streamsize>(slice.size() * sizeof(slice[0])));
-    }
-  }
-
-  std::filesystem::path m_path;
-};
 
 // All within 3 mm of the axial plane through the origin, half of them below it.
 std::unique_ptr<CDipoleFace9File> fullSlice(bool withArrows) {
@@ -122,9 +54,12 @@ host::Fiducials fiducials() {
   return {{4, 92, -8}, {-74, -6, -3}, {76, 5, 1}};
 }
 
-host::Head headOf(const std::filesystem::path& path) {
-  return {"head", std::make_shared<host::Volume>(host::readHead(path).volume), host::HeadFrame(fiducials()),
-          fiducials()};
+host::Head headOf(const CString& path) {
+  host::Head head = host::openHead(path).head;
+  if (!head.isRegistered()) {
+    registerHead(head, fiducials());
+  }
+  return head;
 }
 
 struct Window {
@@ -140,6 +75,12 @@ struct Window {
       keep(pane->paint(contents));
     }
     keep(scene.paint(contents));
+  }
+
+  void paint(const host::Head& head) {
+    CDipoleFace9File none;
+    const host::ViewSettings settings;
+    paint({none, head, settings, {}, head.volume->window(), nullptr});
   }
 
   SlicePane axial{View::axial};
@@ -230,22 +171,51 @@ bool tellFullSlice(const host::Head& head, bool withArrows, double copyMs) {
 }  // namespace
 
 bool benchPanes() {
-  const HeadFile file;
+  const TemporaryFile file("dipole-bench-head.nii", benchHead(BenchHeadFormat::nifti));
   const double copyMs = plainCopy();
   std::printf("\nFour panes of %d x %d, head of 256 x 256 x 256 (a plain copy of one pane: %.2f ms)\n", side,
               side, copyMs);
-  CDipoleFace9File none;
-  const host::ViewSettings settings;
   const double start = processorMilliseconds();
   const host::Head head = headOf(file.path());
   const double read = processorMilliseconds();
   Window window;
-  window.paint({none, head, settings, {}, head.volume->window(), nullptr});
+  window.paint(head);
   const double end = processorMilliseconds();
   bool allMet = tell("first pictures, from the file", end - start, copyMs, 1000.0);
   allMet &= tell("first pictures, from memory", end - read, copyMs, 300.0);
   allMet &= tellMoves(head, copyMs);
   allMet &= tellFullSlice(head, false, copyMs);
   allMet &= tellFullSlice(head, true, copyMs);
+  return allMet;
+}
+
+// From a file of each format to the first pictures of four panes, beside the same bytes read at once and,
+// where they are packed, unpacked by zlib alone.
+bool benchHeads() {
+  constexpr int rounds = 5;
+  std::printf("\nFirst pictures of a head of 256 x 256 x 256, 16 bits (medians of %d)\n", rounds);
+  bool allMet = true;
+  for (const auto& [name, format] : {std::pair{"nii", BenchHeadFormat::nifti},
+                                     {"mri", BenchHeadFormat::ctf},
+                                     {"mgh", BenchHeadFormat::mgh}}) {
+    const std::string bytes = benchHead(format);
+    for (const bool isPacked : {false, true}) {
+      const std::string stored = isPacked ? gzipped(bytes) : bytes;
+      const std::string ending = std::string(name) + (isPacked ? ".gz" : "");
+      const TemporaryFile file(("dipole-bench-head." + ending).c_str(), stored);
+      const double plain = medianOf(rounds, [&](int) {
+        std::ifstream in(toUtf8(file.path()), std::ios::binary);
+        std::string copy(stored.size(), '\0');
+        in.read(copy.data(), static_cast<std::streamsize>(copy.size()));
+        keep(isPacked ? gunzipped(copy, bytes.size()) : copy);
+      });
+      const double ms = medianOf(rounds, [&](int) {
+        const host::Head head = headOf(file.path());
+        Window window;
+        window.paint(head);
+      });
+      allMet &= tell(ending.c_str(), ms, plain, 500.0);
+    }
+  }
   return allMet;
 }

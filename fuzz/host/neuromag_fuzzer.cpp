@@ -2,7 +2,8 @@
 // dipoles that are written, read and written again to the same bytes, and that come into a set and out of it,
 // all of them.
 //
-// The first byte decides which.
+// The first byte decides which, and whether there is a set at all: a set has room for 30000 dipoles, and
+// making a dozen of them takes ten times as long as reading.
 #include <cstddef>
 #include <cstdint>
 #include <stdexcept>
@@ -37,21 +38,25 @@ void checkSet(const host::NeuromagDipoles& file) {
   }
 }
 
-void readText(std::string_view text) {
+void readText(std::string_view text, bool makesSet) {
   (void)host::dipContentOf(text);
   const host::NeuromagDipoles file = host::readNeuromagText(text);
   const std::string written = neuromagText(file);
   check(neuromagText(host::readNeuromagText(written)) == written, "text comes back");
   check(host::dipContentOf(written) == host::DipContent::neuromag, "what is written is known again");
-  checkSet(file);
+  if (makesSet) {
+    checkSet(file);
+  }
 }
 
-void readBinary(std::string_view bytes) {
+void readBinary(std::string_view bytes, bool makesSet) {
   const host::NeuromagDipoles file = host::readNeuromagBinary(bytes);
   const std::string written = neuromagBinary(file);
   check(written.size() == bytes.size(), "every record goes out");
   check(neuromagBinary(host::readNeuromagBinary(written)) == written, "records come back");
-  checkSet(file);
+  if (makesSet) {
+    checkSet(file);
+  }
 }
 
 }  // namespace
@@ -61,13 +66,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
+  const bool makesSet = data[0] / 3 % 16 == 0;
   try {
     switch (data[0] % 3) {
       case 0:
-        readText(text);
+        readText(text, makesSet);
         break;
       case 1:
-        readBinary(text);
+        readBinary(text, makesSet);
         break;
       default:
         check(host::mniMapOf(text).fromScanner.inverse().has_value(), "a transform has an inverse");

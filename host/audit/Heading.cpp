@@ -57,8 +57,7 @@ constexpr std::pair<std::string_view, ColumnUnit> knownUnits[] = {
 std::string simplified(std::string_view text) {
   std::string simple;
   for (const char c : text) {
-    if (blanks.find(c) == std::string_view::npos &&
-        std::string_view("._|:").find(c) == std::string_view::npos) {
+    if (!isBlank(c) && std::string_view("._|:").find(c) == std::string_view::npos) {
       simple += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     }
   }
@@ -118,7 +117,7 @@ std::vector<std::string_view> between(std::string_view text, std::string_view se
 std::vector<std::string_view> betweenBlanks(std::string_view text) {
   std::vector<std::string_view> pieces;
   for (text = withoutBlanks(text); !text.empty(); text = withoutBlanks(text)) {
-    const std::string_view piece = text.substr(0, text.find_first_of(blanks));
+    const std::string_view piece = firstWord(text);
     text.remove_prefix(piece.size());
     if (piece.starts_with('(') && !pieces.empty()) {
       const char* const start = pieces.back().data();
@@ -198,7 +197,7 @@ ColumnUnit Heading::lengthUnit() const {
 
 bool Heading::isUnitLine(std::string_view line) {
   line = withoutBlanks(line);
-  return line.starts_with('(') || unitNamed(line.substr(0, line.find_first_of(blanks))) != ColumnUnit::none;
+  return line.starts_with('(') || unitNamed(firstWord(line)) != ColumnUnit::none;
 }
 
 void Heading::takeUnits(std::string_view line) {

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "host/audit/RowLetters.h"
+#include "host/text/Blanks.h"
 
 namespace host {
 

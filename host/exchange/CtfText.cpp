@@ -296,10 +296,9 @@ class Writer {
     const bool isUnitHeader = bytes.find("(cm)") != std::string::npos;
     std::string label;
     for (const char c : bytes) {
-      const bool isBlank = blanks.find(c) != std::string_view::npos || c == '\n';
       const bool isSecondSlash = c == '/' && label.ends_with('/');
       const bool isMark = c == '{' || c == '}' || (c == '(' && isUnitHeader);
-      label += isBlank || isSecondSlash || isMark ? '_' : c;
+      label += isBlank(c) || isSecondSlash || isMark ? '_' : c;
       isWhole = isWhole && label.back() == c;
     }
     if (label.size() > static_cast<std::size_t>(longestLine) / 2) {

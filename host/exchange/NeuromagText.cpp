@@ -29,8 +29,10 @@ std::string lowered(std::string_view text) {
 }
 
 std::string_view cutWord(std::string_view& text) {
-  text = withoutBlanks(text);
-  const std::string_view word = text.substr(0, text.find_first_of(blanks));
+  while (!text.empty() && isBlank(text.front())) {
+    text.remove_prefix(1);
+  }
+  const std::string_view word = firstWord(text);
   text.remove_prefix(word.size());
   return word;
 }

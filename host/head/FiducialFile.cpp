@@ -33,7 +33,7 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     return parts;
   }
   for (text = withoutBlanks(text); !text.empty(); text = withoutBlanks(text)) {
-    parts.push_back(text.substr(0, text.find_first_of(blanks)));
+    parts.push_back(firstWord(text));
     text.remove_prefix(parts.back().size());
   }
   return parts;
@@ -64,7 +64,7 @@ class Reader {
     if (line.empty()) {
       return;
     }
-    const std::string_view name = line.substr(0, line.find_first_of(blanks));
+    const std::string_view name = firstWord(line);
     for (std::size_t i = 0; i < names.size(); ++i) {
       if (name == names.at(i)) {
         return set(i, line.substr(name.size()));
