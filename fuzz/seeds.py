@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, msi, row, line, archive, nifti, ctfmri,
-mgh, audit, table, neuromag.
+mgh, atlas, audit, table, neuromag.
 
 The CTF seeds are the example files, pieces and cuts of them, and small files for what the examples lack;
 the 4D/MSI seeds are small files made here;
@@ -109,6 +109,11 @@ ROWS = [
     (4, "x infinit"),
     (5, "2147483648 -9223372036854775809 99999999999999999999"),
 ]
+
+
+LABEL_NAMES = [b"1 Precentral_L 2001\r\n2 Precentral_R 2002\r\n\r\n", b"0\tUnclassified\r\n3\tGenu of corpus callosum\r\n",
+               b"# No. Label R G B A\n\n 12   Left-Putamen   236 13 176 0\n", b"4 Area 4\n6 Area 6",
+               b"\xef\xbb\xbf65535 \xc3\xa4\n65536 a\n", b"1 a\n1 b\n-1 c\n7\n"]
 
 
 def nifti1(order, code, dims, voxels, slope=1.0):
@@ -343,6 +348,12 @@ def main():
         packed = gzip.compress(data, mtime=0)
         write(out / "nifti", f"{name}_packed", b"\0" + packed)
         write(out / "nifti", f"{name}_packed_cut", b"\0" + packed[: len(packed) // 2])
+        for kind in (0, 2):
+            write(out / "atlas", f"{name}_{kind}", bytes([kind, 128, 130, 125, 140]) + data)
+            write(out / "atlas", f"{name}_packed_{kind}", bytes([kind, 120, 128, 128, 255]) + packed)
+    for number, text in enumerate(LABEL_NAMES):
+        for cut, part in cuts(text):
+            write(out / "atlas", f"names{number}_{cut}", b"\1\0\0\0\0" + part)
     for name, data in ((f"type{kind}", mgh(kind, size)) for kind, size in ((0, 1), (1, 4), (3, 4), (4, 2), (10, 2))):
         for cut, part in cuts(data):
             write(out / "mgh", f"{name}_{cut}", b"\0" + part)

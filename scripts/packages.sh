@@ -3,7 +3,7 @@
 run_packages="g++ cmake ninja-build zlib1g-dev libcli11-dev nlohmann-json3-dev mricron-data \
   g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 fonts-wine xvfb xauth googletest python3"
 test_packages="$run_packages libgtest-dev nifti-bin python3-nibabel locales clang libclang-rt-14-dev clang-format \
-  clang-tools dpkg-dev file unzip man-db mandoc zsh python3-mne python3-jsonschema"
+  clang-tools dpkg-dev file unzip man-db mandoc zsh python3-mne python3-scipy python3-jsonschema"
 
 say() { printf '\n== %s\n' "$*"; }
 

@@ -1,4 +1,5 @@
 #include <memory>
+#include <optional>
 
 #include "tool/Commands.h"
 #include "tool/FrameOptions.h"
@@ -58,9 +59,10 @@ ConvertCommand::ConvertCommand(CLI::App& program)
 }
 
 int ConvertCommand::run() const {
+  const std::optional<host::PlaceNames> places = m_frame.places();
   ImportSession session =
       importToWrite(m_import, m_output, [this](const auto& files) { return m_frame.pointsFor(files); });
-  writeSet(session, m_import.names(), m_output, m_frame);
+  writeSet(session, m_import.names(), m_output, m_frame, places);
   return exitDone;
 }
 

@@ -18,18 +18,22 @@
 #include "host/head/Head.h"
 #include "host/head/HeadFile.h"
 #include "host/head/Limits.h"
+#include "host/paint/PictureText.h"
 #include "host/paint/PngFile.h"
 #include "host/panes/DipolePicture.h"
+#include "host/panes/PlaceTexts.h"
 #include "host/panes/ShownDipoles.h"
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 #include "tool/ArgumentCheck.h"
+#include "tool/AtlasOptions.h"
 #include "tool/Commands.h"
 #include "tool/FileNames.h"
 #include "tool/FrameOptions.h"
 #include "tool/HeadOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
+#include "tool/MniOptions.h"
 #include "tool/Output.h"
 #include "tool/OutputOptions.h"
 #include "tool/PictureOptions.h"
@@ -61,12 +65,17 @@ A 3D picture (--3d) shows the dipoles as balls with arrows, the sphere of the fi
 fiducial points; with an MRI also slices through the strongest dipole or those that --slice
 gives. Dipoles behind a slice shine through it and are counted.
 
+With --atlas the captions tell where in the brain the dipoles lie. That needs the way from the MRI
+to MNI, --mni; the example's head is in that space itself.
+
 Examples:
   dipole draw auditory.dip --mri ch2.nii.gz --fiducials ch2.fiducials \
       -o auditory.png
   dipole draw spikes.dip --mri ch2.nii.gz --slice axial:30,coronal:25 \
       --fiducials "0,87,-40 -86,-20,-48 86,-20,-48" \
       --color-by latency --max-error 10 -o spikes.png
+  dipole draw auditory.dip --mri ch2.nii.gz --fiducials ch2.fiducials \
+      --atlas aal --mni identity --mni-space colin27 -o named.png
   dipole draw spikes.dip --3d --view left -o left.png)";
 
 constexpr std::size_t slicesInRow = 3;
@@ -145,13 +154,17 @@ class DrawCommand final : public Command {
  private:
   host::Head readHead(ImportSession& session) const;
   void checkOutput() const;
+  void addPlaces(host::PageTexts& texts, const host::PaneContents& contents) const;
   void writePicture(const host::Image& picture) const;
   std::vector<host::SliceRow> rows(const host::PaneContents& contents) const;
+  std::optional<host::PlaceNames> places(const host::Head& head) const;
   host::PageTexts textsOf(const ImportSession& session, const host::PaneContents& contents) const;
   host::DipolePicture draw(const ImportSession& session, host::PaneContents& contents) const;
 
   ImportOptions m_import;
   HeadOptions m_head;
+  MniOptions m_mni;
+  AtlasOptions m_atlas;
   PictureOptions m_picture;
   SceneOptions m_scene;
   std::vector<std::string> m_slices;
@@ -178,9 +191,28 @@ DrawCommand::DrawCommand(CLI::App& program)
   options().add_flag("--force", m_force, "Replace OUT when it is there already");
   m_picture.addTo(options());
   m_scene.addTo(options());
+  m_mni.addTo(options());
+  m_atlas.addTo(options());
+  options().get_option("--mni")->needs(options().get_option("--atlas"));
+  options().get_option("--mni-space")->needs(options().get_option("--mni"));
   for (const char* const ofSlicesAlone : {"--tolerance", "--glyph", "--module-slab"}) {
     options().get_option("--3d")->excludes(options().get_option(ofSlicesAlone));
   }
+}
+
+// Those of the rows stand in their headings; where rows are of no dipole, or the picture has none, below all.
+void DrawCommand::addPlaces(host::PageTexts& texts, const host::PaneContents& contents) const {
+  if (m_scene.isWanted() || !m_slices.empty()) {
+    const std::string note = host::placesNote(contents, host::shownSlots(contents));
+    if (!note.empty()) {
+      texts.notes.push_back({printable(note), host::ink});
+    }
+  }
+  texts.notes.push_back({printable(host::atlasNote(*contents.places)), host::quietInk});
+}
+
+std::optional<host::PlaceNames> DrawCommand::places(const host::Head& head) const {
+  return m_atlas.isGiven() ? m_atlas.names({head.fiducials, m_mni.map()}) : std::nullopt;
 }
 
 // Slices need a head to run through; a 3D picture does without.
@@ -242,6 +274,9 @@ std::vector<host::SliceRow> DrawCommand::rows(const host::PaneContents& contents
     if (strongest < 0) {
       throw std::runtime_error(none);
     }
+    if (contents.places != nullptr) {
+      return {host::rowThrough(contents, strongest)};
+    }
     return {{"", host::slicesThrough(host::placeOf(*contents.dipoles.m_dipoles[strongest]))}};
   }
   std::vector<host::SliceRow> rows;
@@ -264,6 +299,9 @@ host::PageTexts DrawCommand::textsOf(const ImportSession& session, const host::P
   texts.settings = host::filterTexts(contents);
   if (!m_scene.isWanted()) {
     texts.settings.push_back(host::toleranceText(contents));
+  }
+  if (contents.places != nullptr) {
+    addPlaces(texts, contents);
   }
   for (const std::string& text : host::wrongTexts(session.findings())) {
     texts.wrong.push_back(printable(text));
@@ -322,6 +360,8 @@ int DrawCommand::run() const {
   }
   host::PaneContents contents{set, head, settings, {}, head.volume->window(), colours ? &*colours : nullptr};
   contents.scale = host::textScale(m_picture.mmPerPixel());
+  const std::optional<host::PlaceNames> names = places(head);
+  contents.places = names ? &*names : nullptr;
   const host::DipolePicture picture = draw(session, contents);
   writePicture(picture.image);
   for (const host::PaneTexts& pane : picture.panes) {

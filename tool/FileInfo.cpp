@@ -47,10 +47,21 @@ host::Vector3 inFrameOf(const host::SetFrame& frame, const host::Vector3& place)
   return frame.prefix.empty() ? place : frame.fromHost(place);
 }
 
+host::LabelCounts countsOf(const CDipoleFace9File& collection, const host::SetPlaces& places) {
+  std::vector<std::optional<host::NamedPlace>> there;
+  for (int slot = 0; slot < collection.m_totalDipoles; ++slot) {
+    if (collection.getDipole(slot) != nullptr) {
+      there.push_back(places.of(slot));
+    }
+  }
+  return host::countLabels(there);
+}
+
 }  // namespace
 
-FileInfo::FileInfo(std::string name, const ImportSession& session, const host::SetFrame& in)
-    : file(std::move(name)), messages(session.messages()) {
+FileInfo::FileInfo(std::string name, const ImportSession& session, const host::SetFrame& in,
+                   const std::optional<host::SetPlaces>& where)
+    : file(std::move(name)), messages(session.messages()), places(where) {
   const CDipoleFace9File& collection = session.collection();
   isOtherFrame = !in.prefix.empty();
   frame = in.description;
@@ -83,6 +94,9 @@ FileInfo::FileInfo(std::string name, const ImportSession& session, const host::S
     widenKnown(latency, host::DipoleValue::latency);
     widenKnown(moment, host::DipoleValue::moment);
     widenKnown(fitError, host::DipoleValue::fitError);
+  }
+  if (places) {
+    labels = countsOf(collection, *places);
   }
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/exchange/SetFrame.h"
+#include "host/exchange/SetPlaces.h"
 #include "tool/ImportSession.h"
 
 namespace tool {
@@ -27,7 +28,8 @@ struct Range {
 };
 
 struct FileInfo {
-  FileInfo(std::string name, const ImportSession& session, const host::SetFrame& in);
+  FileInfo(std::string name, const ImportSession& session, const host::SetFrame& in,
+           const std::optional<host::SetPlaces>& where);
 
   std::string file;
   std::string version;  // the four texts are empty when the file does not give them
@@ -49,6 +51,9 @@ struct FileInfo {
   std::optional<Range> moment;
   std::optional<Range> fitError;  // percent
   std::vector<Message> messages;
+  // By an atlas; empty without one.
+  std::optional<host::SetPlaces> places;
+  host::LabelCounts labels;
 };
 
 }  // namespace tool

@@ -5,7 +5,6 @@
 
 #include "tool/Choice.h"
 #include "tool/FiducialPoints.h"
-#include "tool/FileNames.h"
 
 namespace tool {
 
@@ -17,21 +16,12 @@ bool needsPoints(const std::vector<InputFile>& files) {
 
 namespace {
 
-constexpr const char* identity = "identity";
-
 const std::map<std::string, host::FrameName>& frames() {
   static const std::map<std::string, host::FrameName> all = {{"host", host::FrameName::host},
                                                              {"ctf", host::FrameName::ctf},
                                                              {"neuromag", host::FrameName::neuromag},
                                                              {"scanner", host::FrameName::scanner},
                                                              {"mni", host::FrameName::mni}};
-  return all;
-}
-
-// As they are written into files.
-const std::map<std::string, std::string>& spaces() {
-  static const std::map<std::string, std::string> all = {
-      {"mni305", "MNI305"}, {"mni152", "MNI152"}, {"colin27", "Colin27"}};
   return all;
 }
 
@@ -47,12 +37,8 @@ void FrameOptions::addTo(CLI::App& command, bool choosesFrame) {
     return;
   }
   addChoice(command, "--frame", m_frame, "The frame that places and orientations are written in", frames());
-  command
-      .add_option("--mni", m_mni,
-                  "The way from the scanner to MNI: a file (.xfm, 4x4 text, ITK/ANTs text), or that the head "
-                  "is there")
-      ->type_name("FILE|identity");
-  addChoice(command, "--mni-space", m_space, "Which MNI space that is", spaces());
+  m_mni.addTo(command);
+  m_atlas.addTo(command);
 }
 
 std::optional<host::FrameName> FrameOptions::name() const {
@@ -60,18 +46,15 @@ std::optional<host::FrameName> FrameOptions::name() const {
 }
 
 host::KnownHead FrameOptions::head() const {
-  host::KnownHead head{points(), {}};
-  if (!m_mni.empty()) {
-    head.mni = m_mni == identity ? host::MniMap() : host::readMniMap(pathOf(m_mni));
-    if (!m_space.empty()) {
-      head.mni->space = spaces().at(m_space);
-    }
-  }
-  return head;
+  return {points(), m_mni.map()};
 }
 
 host::SetFrame FrameOptions::frame() const {
   return isHost() ? host::frameNamed(host::FrameName::host, {}) : host::frameNamed(*name(), head());
+}
+
+std::optional<host::PlaceNames> FrameOptions::places() const {
+  return m_atlas.isGiven() ? m_atlas.names(head()) : std::nullopt;
 }
 
 std::optional<host::Fiducials> FrameOptions::points() const {

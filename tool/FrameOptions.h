@@ -8,7 +8,9 @@
 
 #include "host/exchange/SetFrame.h"
 #include "host/head/HeadFrame.h"
+#include "tool/AtlasOptions.h"
 #include "tool/InputFile.h"
+#include "tool/MniOptions.h"
 
 namespace tool {
 
@@ -34,13 +36,15 @@ class FrameOptions {
   host::KnownHead head() const;
   // --frame, else the host's. Throws std::runtime_error when the head is not known well enough for it.
   host::SetFrame frame() const;
+  // --atlas, see AtlasOptions::names.
+  std::optional<host::PlaceNames> places() const;
 
  private:
   std::string m_mri;
   std::string m_points;
   std::string m_frame;
-  std::string m_mni;
-  std::string m_space;
+  MniOptions m_mni;
+  AtlasOptions m_atlas;
 };
 
 }  // namespace tool

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -10,6 +11,7 @@
 #include "tool/FrameOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/Output.h"
+#include "tool/SetWriter.h"
 #include "tool/Text.h"
 
 namespace tool {
@@ -18,7 +20,7 @@ namespace {
 constexpr const char* help =
     R"(Positions are millimetres in the head frame: x to the left ear, y up, z to the nose, origin
 midway between the ears. MRI fiducial points are voxels counted from the right, from below
-and from behind.
+and from behind. With --atlas the labels are counted that the dipoles lie in or near.
 
 Examples:
   dipole info auditory.dip
@@ -79,6 +81,25 @@ std::string messageText(const Message& message) {
   return message.text + (message.isQuestion ? message.isYes ? " Answered: yes" : " Answered: no" : "");
 }
 
+void addPlaces(Report& report, const FileInfo& info) {
+  if (!info.places) {
+    return;
+  }
+  report.line("atlas", printable(info.places->about));
+  const auto dipoles = [](int count) {
+    return std::to_string(count) + (count == 1 ? " dipole" : " dipoles");
+  };
+  for (const host::LabelCount& label : info.labels.labels) {
+    report.line("  " + printable(label.name),
+                dipoles(label.dipoles) +
+                    (label.nearby == 0 ? "" : ", " + std::to_string(label.nearby) + " of them only near it"));
+  }
+  if (info.labels.without > 0) {
+    report.line("  no label", dipoles(info.labels.without) + " farther than " +
+                                  host::fixed(host::Atlas::reach, 0) + " mm from each");
+  }
+}
+
 std::string report(const FileInfo& info, const ImportSession& session) {
   Report result;
   result.text(printable(info.file) + "\n");
@@ -104,6 +125,7 @@ std::string report(const FileInfo& info, const ImportSession& session) {
   result.line("latency", rangeText(info.latency, "ms"));
   result.line("moment", rangeText(info.moment, info.isMomentInNAm ? "nAm" : ""));
   result.line("fit error", rangeText(info.fitError, "%"));
+  addPlaces(result, info);
   for (const Message& message : info.messages) {
     result.line("message", printable(messageText(message)));
   }
@@ -176,6 +198,14 @@ Json jsonSphere(const std::optional<Sphere>& sphere) {
   return {{"centre_mm", jsonPoint(sphere->centre)}, {"radius_mm", numberFor(sphere->radius)}};
 }
 
+Json jsonPlaces(const FileInfo& info) {
+  Json places = Json::array();
+  for (const host::LabelCount& label : info.labels.labels) {
+    places.push_back({{"label", label.name}, {"dipoles", label.dipoles}, {"near_it", label.nearby}});
+  }
+  return places;
+}
+
 Json jsonReport(const FileInfo& info, const ImportSession& session) {
   Json report = {{"file", info.file},
                  {"version", host::jsonText(info.version)},
@@ -200,6 +230,11 @@ Json jsonReport(const FileInfo& info, const ImportSession& session) {
                  {"findings", jsonFindings(session)}};
   if (info.isOtherFrame) {
     report["frame"] = info.frame;  // of the ranges of x, y and z
+  }
+  if (info.places) {
+    report["atlas"] = info.places->json();
+    report["places"] = jsonPlaces(info);
+    report["without_label"] = info.labels.without;
   }
   return report;
 }
@@ -228,12 +263,13 @@ int InfoCommand::run() const {
   std::string text;
   Json json = Json::array();
   const host::SetFrame frame = m_frame.frame();
+  const std::optional<host::PlaceNames> names = m_frame.places();
   const std::vector<InputFile> files = m_import.files();
   ImportChoices choices = m_import.choices();
   choices.points = m_frame.pointsFor(files);
   for (const InputFile& file : files) {
     const ImportSession session({file}, choices);
-    const FileInfo info(file.name, session, frame);
+    const FileInfo info(file.name, session, frame, placesOf(session, names));
     code = (std::max)(code, session.exitCode());
     json.push_back(jsonReport(info, session));
     text += (text.empty() ? "" : "\n") + report(info, session);

@@ -2,6 +2,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -28,11 +29,15 @@ midway between the ears; ox, oy, oz is the orientation. The moment is in nAm whe
 "Slices" tells whether slice pictures show the dipole. Numbers are rounded for the eye, and "-" is a value
 that the files leave open, such as latency and fit error of a .dip file without fit information;
 --csv and --json write what "dipole convert" writes, every column in full.
+With --atlas two columns more tell where each dipole lies: in which label, or how far "off" the
+nearest one is; "-" where none is within 20 mm.
 
 Examples:
   dipole list auditory.dip
   dipole list --csv spikes.dip > spikes.csv
-  dipole list --json median.txt)";
+  dipole list --json median.txt
+  dipole list auditory.dip --atlas aal --mri ch2.nii.gz --mni identity \
+      --mni-space colin27 --fiducials ch2.fiducials)";
 
 // Rounded for the eye; "-" is unknown.
 std::string rounded(std::size_t place, const CDipoleszq& dipole, std::uint8_t unknown, int decimals) {
@@ -58,6 +63,11 @@ constexpr std::array<ListColumn, 9> numberColumns{{{host::fieldX, "x mm", 1},
                                                    {host::fieldLatency, "ms", 1},
                                                    {host::fieldFitError, "Err %", 1}}};
 
+void addPlace(std::vector<std::string>& cells, const std::optional<host::NamedPlace>& place) {
+  cells.push_back(place ? printable(place->name) : "-");
+  cells.push_back(place ? host::fixed(place->distance, 1) : "-");
+}
+
 std::vector<std::string> cellsOf(const CDipoleszq& dipole, std::uint8_t unknown) {
   const host::FieldValue label = host::fieldValue(host::fieldLabel, dipole, unknown);
   const std::string* const text = std::get_if<std::string>(&label);
@@ -70,30 +80,43 @@ std::vector<std::string> cellsOf(const CDipoleszq& dipole, std::uint8_t unknown)
   return cells;
 }
 
-// In a frame that the columns do not name, it stands above them.
-std::string alignedTable(const ImportSession& session, const host::SetFrame& frame) {
+// What the columns do not name stands above them: a frame, an atlas.
+std::string alignedTable(const ImportSession& session, const host::SetFrame& frame,
+                         const std::optional<host::SetPlaces>& places) {
   std::vector<host::TextTable::Column> columns = {{"No"}, {"Id"}, {"Label", host::TextTable::Align::left}};
   for (const ListColumn& column : numberColumns) {
     const bool isInNAm = column.place == host::fieldMoment && session.isMomentInNAm();
     columns.push_back({isInNAm ? "nAm" : column.title});
   }
   columns.push_back({"Slices"});
+  if (places) {
+    columns.push_back({"Place", host::TextTable::Align::left});
+    columns.push_back({"off mm"});
+  }
   host::TextTable table(std::move(columns));
   const std::unique_ptr<CDipoleFace9File> turned =
       frame.prefix.empty() ? nullptr : host::inFrame(session.collection(), frame);
   const CDipoleFace& set = turned ? *turned : session.collection();
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     if (const CDipoleszq* dipole = set.m_dipoles[slot]) {
-      table.addRow(cellsOf(*dipole, session.unknown().of(slot)));
+      std::vector<std::string> cells = cellsOf(*dipole, session.unknown().of(slot));
+      if (places) {
+        addPlace(cells, places->of(slot));
+      }
+      table.addRow(std::move(cells));
     }
   }
-  const std::string above = frame.prefix.empty() ? "" : "Frame: " + frame.description + "; mm\n";
+  std::string above = frame.prefix.empty() ? "" : "Frame: " + frame.description + "; mm\n";
+  if (places) {
+    above += "Atlas: " + printable(places->about) + "; \"off\" is the distance to the nearest label\n";
+  }
   return above + table.aligned();
 }
 
 // On a terminal without what it could act upon; elsewhere as `convert` writes it.
-std::string csvTable(const ImportSession& session, const host::SetFrame& frame) {
-  const std::string table = tableOf(session, ',', frame);
+std::string csvTable(const ImportSession& session, const host::SetFrame& frame,
+                     const std::optional<host::SetPlaces>& places) {
+  const std::string table = tableOf(session, ',', frame, places);
   return isResultOnTerminal() ? printableLines(table) : table;
 }
 
@@ -123,11 +146,13 @@ int ListCommand::run() const {
   ImportChoices choices = m_import.choices();
   choices.points = m_frame.pointsFor(files);
   const host::SetFrame frame = m_frame.frame();
+  const std::optional<host::PlaceNames> names = m_frame.places();
   const ImportSession session(files, std::move(choices));
+  const std::optional<host::SetPlaces> places = placesOf(session, names);
   if (m_json) {
-    writeResult(documentOf(session, m_import.names(), frame));
+    writeResult(documentOf(session, m_import.names(), frame, places));
   } else {
-    writeResult(m_csv ? csvTable(session, frame) : alignedTable(session, frame));
+    writeResult(m_csv ? csvTable(session, frame, places) : alignedTable(session, frame, places));
   }
   return session.exitCode();
 }

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "host/exchange/ForeignFile.h"
 #include "host/exchange/SetFile.h"
@@ -38,10 +39,14 @@ void writeText(const OutputOptions& output, const std::string& text) {
   }
 }
 
+const host::SetPlaces* pointerTo(const std::optional<host::SetPlaces>& places) {
+  return places ? &*places : nullptr;
+}
+
 void writeForeign(const ImportSession& session, host::ForeignFormat format, const OutputOptions& output,
-                  const FrameOptions& frame) {
-  const host::ForeignFile file =
-      host::foreignFile(format, session.collection(), session.unknown(), frame.head(), frame.name());
+                  const FrameOptions& frame, const std::optional<host::SetPlaces>& places) {
+  const host::ForeignFile file = host::foreignFile(format, session.collection(), session.unknown(),
+                                                   frame.head(), frame.name(), pointerTo(places));
   for (const std::string& text : file.told) {
     tell("warning: " + output.target() + ": " + text);
   }
@@ -73,25 +78,32 @@ void refuseWrong(const ImportSession& session, const OutputOptions& output) {
   }
 }
 
+std::optional<host::SetPlaces> placesOf(const ImportSession& session,
+                                        const std::optional<host::PlaceNames>& names) {
+  return names ? std::optional<host::SetPlaces>(std::in_place, session.collection(), *names) : std::nullopt;
+}
+
 Json documentOf(const ImportSession& session, const std::vector<std::string>& files,
-                const host::SetFrame& frame) {
+                const host::SetFrame& frame, const std::optional<host::SetPlaces>& places) {
   const bool isHost = frame.prefix.empty();
   const std::unique_ptr<CDipoleFace9File> turned =
       isHost ? nullptr : host::inFrame(session.collection(), frame);
-  return host::setDocument(turned ? *turned : session.collection(), session.unknown(),
-                           {files, session.version(), session.patient(), session.isMomentInNAm(),
-                            isHost ? std::string() : frame.description, frame.titles(), frame.points});
+  return host::setDocument(
+      turned ? *turned : session.collection(), session.unknown(),
+      {files, session.version(), session.patient(), session.isMomentInNAm(),
+       isHost ? std::string() : frame.description, frame.titles(), frame.points, pointerTo(places)});
 }
 
-std::string tableOf(const ImportSession& session, char separator, const host::SetFrame& frame) {
+std::string tableOf(const ImportSession& session, char separator, const host::SetFrame& frame,
+                    const std::optional<host::SetPlaces>& places) {
   const std::unique_ptr<CDipoleFace9File> turned =
       frame.prefix.empty() ? nullptr : host::inFrame(session.collection(), frame);
   return host::tableOf(turned ? *turned : session.collection(), session.unknown(), session.isMomentInNAm(),
-                       separator, frame.titles());
+                       separator, frame.titles(), pointerTo(places));
 }
 
 void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output,
-              const FrameOptions& frame) {
+              const FrameOptions& frame, const std::optional<host::PlaceNames>& names) {
   CDipoleFace9File& set = session.collection();
   const std::string loss = host::lossOf(session.unknown());
   const bool isModules = output.format() == OutputFormat::dipset || output.format() == OutputFormat::text;
@@ -99,32 +111,36 @@ void writeSet(ImportSession& session, const std::vector<std::string>& files, con
     throw std::runtime_error(output.target() +
                              ": this format is in the head frame of the host, no other --frame");
   }
+  if (isModules && names) {
+    throw std::runtime_error(output.target() + ": " + host::noRoomForPlaces);
+  }
   if (isModules && !loss.empty()) {
     tell("warning: " + output.target() + ": " + loss);
   }
+  const std::optional<host::SetPlaces> places = placesOf(session, names);
   switch (output.format()) {
     case OutputFormat::dipset:
       return writeTo(output, [&](const CString& path) { host::writeSet(set, path); });
     case OutputFormat::text:
       return writeTo(output, [&](const CString& path) { host::writeSpreadsheetText(set, path); });
     case OutputFormat::csv:
-      return writeText(output, tableOf(session, ',', frame.frame()));
+      return writeText(output, tableOf(session, ',', frame.frame(), places));
     case OutputFormat::tsv:
-      return writeText(output, tableOf(session, '\t', frame.frame()));
+      return writeText(output, tableOf(session, '\t', frame.frame(), places));
     case OutputFormat::json:
-      return writeJson(documentOf(session, files, frame.frame()), output);
+      return writeJson(documentOf(session, files, frame.frame(), places), output);
     case OutputFormat::neuromag:
-      return writeForeign(session, host::ForeignFormat::neuromag, output, frame);
+      return writeForeign(session, host::ForeignFormat::neuromag, output, frame, places);
     case OutputFormat::bdip:
-      return writeForeign(session, host::ForeignFormat::bdip, output, frame);
+      return writeForeign(session, host::ForeignFormat::bdip, output, frame, places);
     case OutputFormat::ctf:
-      return writeForeign(session, host::ForeignFormat::ctf, output, frame);
+      return writeForeign(session, host::ForeignFormat::ctf, output, frame, places);
     case OutputFormat::slicer:
-      return writeForeign(session, host::ForeignFormat::slicer, output, frame);
+      return writeForeign(session, host::ForeignFormat::slicer, output, frame, places);
     case OutputFormat::slicerArrows:
-      return writeForeign(session, host::ForeignFormat::slicerArrows, output, frame);
+      return writeForeign(session, host::ForeignFormat::slicerArrows, output, frame, places);
     case OutputFormat::vtp:
-      return writeForeign(session, host::ForeignFormat::vtp, output, frame);
+      return writeForeign(session, host::ForeignFormat::vtp, output, frame, places);
   }
 }
 

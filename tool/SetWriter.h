@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/exchange/SetPlaces.h"
 #include "tool/FrameOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
@@ -24,19 +25,25 @@ ImportSession importToWrite(const ImportOptions& input, const OutputOptions& out
 // Throws std::runtime_error when something stands that is wrong and neither repaired nor accepted.
 void refuseWrong(const ImportSession& session, const OutputOptions& output);
 
-// The set as JSON, see host/exchange/SetJson.h, in a frame.
+// Where the dipoles lie by an atlas; nothing without one.
+std::optional<host::SetPlaces> placesOf(const ImportSession& session,
+                                        const std::optional<host::PlaceNames>& names);
+
+// The set as JSON, see host/exchange/SetJson.h, in a frame, with places when there are some.
 Json documentOf(const ImportSession& session, const std::vector<std::string>& files,
-                const host::SetFrame& frame = {});
+                const host::SetFrame& frame = {}, const std::optional<host::SetPlaces>& places = {});
 // The same as a table.
-std::string tableOf(const ImportSession& session, char separator, const host::SetFrame& frame);
+std::string tableOf(const ImportSession& session, char separator, const host::SetFrame& frame,
+                    const std::optional<host::SetPlaces>& places = {});
 
 // .dipset and .txt are the module's own set file and text export; for the others see host/exchange/SetTable.h
 // and SetJson.h. The target is afterwards either the whole new file or what it was before, see
 // host/text/SafeFile.h. Throws std::runtime_error that names the target and the cause.
 // Files for other programs (host/exchange/ForeignFile.h) tell what they cannot hold. `frame`: which one
-// places are written in; formats that have one of their own refuse others.
+// places are written in; formats that have one of their own refuse others. `names`: of an atlas; formats
+// without room for them refuse.
 void writeSet(ImportSession& session, const std::vector<std::string>& files, const OutputOptions& output,
-              const FrameOptions& frame);
+              const FrameOptions& frame, const std::optional<host::PlaceNames>& names);
 
 // A set file of version 20011118, in the same way.
 void writeOldSet(CDipoleFace9File& set, const OutputOptions& output);

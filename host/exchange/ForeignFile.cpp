@@ -68,8 +68,8 @@ void tellFrame(ForeignFile& file, const SetFrame& frame, bool isChosen) {
 }
 
 ForeignFile vtpOf(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame,
-                  bool isChosen) {
-  VtpFile vtp = vtpFile(set, unknown, frame);
+                  bool isChosen, const SetPlaces* places) {
+  VtpFile vtp = vtpFile(set, unknown, frame, places);
   ForeignFile file;
   file.bytes = std::move(vtp.xml);
   tellFrame(file, frame, isChosen);
@@ -78,13 +78,13 @@ ForeignFile vtpOf(const CDipoleFace9File& set, const UnknownValues& unknown, con
 }
 
 ForeignFile slicerOf(ForeignFormat format, const CDipoleFace9File& set, const UnknownValues& unknown,
-                     const SetFrame& frame, bool isChosen) {
+                     const SetFrame& frame, bool isChosen, const SetPlaces* places) {
   if (!frame.isRightFrontUp()) {
     throw std::runtime_error("3D Slicer takes places as right, front, up: not in the frame " +
                              frame.description);
   }
   SlicerMarkups markups = slicerMarkups(
-      set, unknown, frame, format == ForeignFormat::slicer ? SlicerKind::points : SlicerKind::arrows);
+      set, unknown, frame, format == ForeignFormat::slicer ? SlicerKind::points : SlicerKind::arrows, places);
   ForeignFile file;
   file.bytes = std::move(markups.json);
   tellFrame(file, frame, isChosen);
@@ -95,7 +95,12 @@ ForeignFile slicerOf(ForeignFormat format, const CDipoleFace9File& set, const Un
 }  // namespace
 
 ForeignFile foreignFile(ForeignFormat format, const CDipoleFace9File& set, const UnknownValues& unknown,
-                        const KnownHead& head, std::optional<FrameName> frame) {
+                        const KnownHead& head, std::optional<FrameName> frame, const SetPlaces* places) {
+  const bool hasRoom = format == ForeignFormat::slicer || format == ForeignFormat::slicerArrows ||
+                       format == ForeignFormat::vtp;
+  if (places != nullptr && !hasRoom) {
+    throw std::runtime_error(noRoomForPlaces);
+  }
   switch (format) {
     case ForeignFormat::neuromag:
     case ForeignFormat::bdip:
@@ -108,8 +113,8 @@ ForeignFile foreignFile(ForeignFormat format, const CDipoleFace9File& set, const
       break;
   }
   const SetFrame chosen = frame ? frameNamed(*frame, head) : patientFrame(head);
-  return format == ForeignFormat::vtp ? vtpOf(set, unknown, chosen, frame.has_value())
-                                      : slicerOf(format, set, unknown, chosen, frame.has_value());
+  return format == ForeignFormat::vtp ? vtpOf(set, unknown, chosen, frame.has_value(), places)
+                                      : slicerOf(format, set, unknown, chosen, frame.has_value(), places);
 }
 
 }  // namespace host

@@ -1,5 +1,7 @@
 #include "host/exchange/PlaceNames.h"
 
+#include <algorithm>
+#include <map>
 #include <stdexcept>
 #include <utility>
 
@@ -24,6 +26,27 @@ std::string spaceText(const std::string& space) {
 }
 
 }  // namespace
+
+LabelCounts countLabels(const std::vector<std::optional<NamedPlace>>& places) {
+  std::map<std::string, LabelCount> byName;
+  LabelCounts counts;
+  for (const std::optional<NamedPlace>& place : places) {
+    if (!place) {
+      ++counts.without;
+      continue;
+    }
+    LabelCount& count = byName[place->name];
+    count.name = place->name;
+    ++count.dipoles;
+    count.nearby += place->isInside() ? 0 : 1;
+  }
+  for (auto& [name, count] : byName) {
+    counts.labels.push_back(std::move(count));
+  }
+  std::stable_sort(counts.labels.begin(), counts.labels.end(),
+                   [](const LabelCount& a, const LabelCount& b) { return a.dipoles > b.dipoles; });
+  return counts;
+}
 
 PlaceNames::PlaceNames(std::shared_ptr<const Atlas> atlas, const KnownHead& head)
     : m_atlas(std::move(atlas)), m_toMni(wayToMni(head)), m_space(head.mni->space) {}

@@ -13,6 +13,18 @@
 
 namespace host {
 
+// How many dipoles a label is told of, and of how many of them it only is the nearest.
+struct LabelCount {
+  std::string name;
+  int dipoles = 0;
+  int nearby = 0;
+};
+struct LabelCounts {
+  std::vector<LabelCount> labels;  // most dipoles first, then by name
+  int without = 0;                 // no label is near
+};
+LabelCounts countLabels(const std::vector<std::optional<NamedPlace>>& places);
+
 class PlaceNames {
  public:
   // The atlas is not null. Throws std::runtime_error, which says what is missing, when the fiducial points of
@@ -29,6 +41,8 @@ class PlaceNames {
   std::vector<std::optional<NamedPlace>> of(const CDipoleFace& set) const;
 
   const Atlas& atlas() const { return *m_atlas; }
+  // The MNI space that places are carried to; empty: nobody said which.
+  const std::string& space() const { return m_space; }
   // Why a name may be some mm off: the atlas is in another MNI space than the places, or nobody said which
   // one is meant. A sentence without its full stop, UTF-8; empty when both are the same.
   std::string doubt() const;
@@ -36,7 +50,7 @@ class PlaceNames {
  private:
   std::shared_ptr<const Atlas> m_atlas;
   Affine m_toMni;
-  std::string m_space;  // that places are carried to; empty: nobody said which
+  std::string m_space;
 };
 
 }  // namespace host

@@ -28,11 +28,10 @@ struct ToJson {
   }
 };
 
-Json dipolesOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm,
-               const FrameTitles& titles) {
+Json dipolesOf(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts) {
   std::array<std::string, fieldCount> names;
   for (std::size_t place = 0; place < fieldCount; ++place) {
-    names.at(place) = titleIn(place, isMomentInNAm, titles);
+    names.at(place) = titleIn(place, texts.isMomentInNAm, texts.titles);
   }
   Json list = Json::array();
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
@@ -43,6 +42,11 @@ Json dipolesOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMome
     Json object = Json::object();
     for (std::size_t place = 0; place < fieldCount; ++place) {
       object[names.at(place)] = std::visit(ToJson(), fieldValue(place, *dipole, unknown.of(slot)));
+    }
+    if (texts.places != nullptr) {
+      const std::optional<NamedPlace>& place = texts.places->of(slot);
+      object[texts.places->labelTitle] = place ? Json(place->name) : Json();
+      object[texts.places->distanceTitle] = place ? jsonNumber(place->distance) : Json();
     }
     list.push_back(std::move(object));
   }
@@ -209,7 +213,7 @@ class SetReader {
   void takeTitle(const std::string& name) {
     const std::optional<std::size_t> place = placeOfTitle(name);
     if (!place) {
-      fail("\"" + name.substr(0, utf8Length(name.substr(0, 40))) + "\" is no column of a table of dipoles");
+      fail("\"" + name.substr(0, utf8Length(name.substr(0, 40))) + "\"" + notReadBack(name));
     }
     if (m_row.at(*place)) {
       fail("\"" + name + "\" is there twice");
@@ -327,8 +331,11 @@ Json setDocument(const CDipoleFace& set, const UnknownValues& unknown, const Set
                                         {"left_ear", point(texts.points->leftEar)},
                                         {"right_ear", point(texts.points->rightEar)}};
   }
+  if (texts.places != nullptr) {
+    document["atlas"] = texts.places->json();
+  }
   document["moment_unit"] = jsonText(texts.isMomentInNAm ? unitText : "");
-  document["dipoles"] = dipolesOf(set, unknown, texts.isMomentInNAm, texts.titles);
+  document["dipoles"] = dipolesOf(set, unknown, texts);
   return document;
 }
 

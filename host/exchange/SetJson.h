@@ -24,6 +24,7 @@ struct SetTexts {
   std::string frame = {};
   FrameTitles titles = {};
   std::optional<Fiducials> points = {};  // that the frame was made with, scanner mm
+  const SetPlaces* places = nullptr;     // by an atlas; such a document is not read back either
 };
 
 Json setDocument(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts);

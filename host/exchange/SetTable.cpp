@@ -117,7 +117,7 @@ class TableReader {
       const std::size_t column = m_places.size() + 1;
       const std::optional<std::size_t> place = placeOfTitle(cell.text);
       if (!place) {
-        fail(column, shown(cell.text) + " is no column of a table of dipoles");
+        fail(column, shown(cell.text) + notReadBack(cell.text));
       }
       if (has.at(*place)) {
         fail(column, shown(cell.text) + " is there twice");
@@ -191,10 +191,13 @@ class TableReader {
 }  // namespace
 
 std::string tableOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm, char separator,
-                    const FrameTitles& titles) {
+                    const FrameTitles& titles, const SetPlaces* places) {
   std::string table;
   for (std::size_t place = 0; place < fieldCount; ++place) {
     table += (place == 0 ? "" : std::string(1, separator)) + titleIn(place, isMomentInNAm, titles);
+  }
+  if (places != nullptr) {
+    table += separator + places->labelTitle + separator + places->distanceTitle;
   }
   table += '\n';
   const CellWriter cellOf(separator);
@@ -208,6 +211,11 @@ std::string tableOf(const CDipoleFace& set, const UnknownValues& unknown, bool i
         table += separator;
       }
       table += std::visit(cellOf, fieldValue(place, *dipole, unknown.of(slot)));
+    }
+    if (places != nullptr) {
+      const std::optional<NamedPlace>& place = places->of(slot);
+      table += separator + (place ? cellOf(place->name) : std::string());
+      table += separator + (place ? cellOf(place->distance) : std::string());
     }
     table += '\n';
   }

@@ -11,6 +11,7 @@
 
 #include "host/dipoles/UnknownValues.h"
 #include "host/exchange/DipoleFields.h"
+#include "host/exchange/SetPlaces.h"
 #include "module/dipole.h"
 
 namespace host {
@@ -21,9 +22,10 @@ struct TableSet {
   UnknownValues unknown;  // by slot
 };
 
-// `titles`: of another frame than the host's, in which the set is; such a table is not read back.
+// `titles`: of another frame than the host's, in which the set is; `places`: two columns more, empty where no
+// label is near. Tables with the one or the other are not read back.
 std::string tableOf(const CDipoleFace& set, const UnknownValues& unknown, bool isMomentInNAm, char separator,
-                    const FrameTitles& titles = {});
+                    const FrameTitles& titles = {}, const SetPlaces* places = nullptr);
 
 // The columns may come in any order. Those of the position must be there; latency, fit error, moment,
 // orientation and label are unknown where their column is missing or their cell empty, other members are

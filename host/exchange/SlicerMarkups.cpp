@@ -51,8 +51,9 @@ struct Measurement {
 
 class Writer {
  public:
-  Writer(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame)
-      : m_source(set), m_set(inFrame(set, frame)), m_unknown(unknown), m_frame(frame) {}
+  Writer(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame,
+         const SetPlaces* places)
+      : m_source(set), m_set(inFrame(set, frame)), m_unknown(unknown), m_frame(frame), m_places(places) {}
 
   SlicerMarkups run(SlicerKind kind) {
     for (int slot = 0; slot < m_set->m_totalDipoles; ++slot) {
@@ -98,7 +99,7 @@ class Writer {
                                                          : utf8Of(m_set->m_dipoles[slot]->m_label);
   }
 
-  // "100.0 ms; 25.0 nAm; fit error 6.5 %": what is known.
+  // "100.0 ms; 25.0 nAm; fit error 6.5 %; near Precentral_L, 3.2 mm (aal, Colin27)": what is known.
   std::string descriptionOf(int slot) const {
     const CDipoleszq& dipole = *m_set->m_dipoles[slot];
     std::string text;
@@ -110,6 +111,10 @@ class Writer {
     add(DipoleValue::latency, fixed(dipole.m_latency, 1) + " ms");
     add(DipoleValue::moment, fixed(dipole.m_moment, 1) + (m_set->m_momentInNAm != 0 ? " nAm" : ""));
     add(DipoleValue::fitError, "fit error " + fixed(dipole.m_fitError, 1) + " %");
+    if (m_places != nullptr && m_places->of(slot)) {
+      const std::string space = m_places->atlasSpace.empty() ? "" : ", " + m_places->atlasSpace;
+      text += (text.empty() ? "" : "; ") + m_places->of(slot)->text() + " (" + m_places->atlas + space + ")";
+    }
     return text;
   }
 
@@ -215,6 +220,7 @@ class Writer {
   std::unique_ptr<CDipoleFace9File> m_set;  // in the frame
   const UnknownValues& m_unknown;
   const SetFrame& m_frame;
+  const SetPlaces* m_places;  // null: there are none
   std::map<std::uint32_t, std::vector<int>> m_byColor;
   Losses m_losses;
 };
@@ -222,8 +228,8 @@ class Writer {
 }  // namespace
 
 SlicerMarkups slicerMarkups(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame,
-                            SlicerKind kind) {
-  return Writer(set, unknown, frame).run(kind);
+                            SlicerKind kind, const SetPlaces* places) {
+  return Writer(set, unknown, frame, places).run(kind);
 }
 
 }  // namespace host

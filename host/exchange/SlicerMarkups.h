@@ -11,6 +11,7 @@
 #include "host/dipoles/UnknownValues.h"
 #include "host/exchange/Losses.h"
 #include "host/exchange/SetFrame.h"
+#include "host/exchange/SetPlaces.h"
 #include "module/dipole.h"
 
 namespace host {
@@ -22,8 +23,9 @@ struct SlicerMarkups {
 
 enum class SlicerKind { points, arrows };
 
-// Dipoles whose place is no number are left out, arrows also without an orientation, and told.
+// Dipoles whose place is no number are left out, arrows also without an orientation, and told. `places` stand
+// in the descriptions of the points.
 SlicerMarkups slicerMarkups(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame,
-                            SlicerKind kind);
+                            SlicerKind kind, const SetPlaces* places = nullptr);
 
 }  // namespace host

@@ -4,6 +4,8 @@
 #include <limits>
 #include <type_traits>
 
+#include "host/exchange/SetPlaces.h"
+
 namespace host {
 
 namespace {
@@ -63,6 +65,11 @@ std::optional<std::size_t> placeOfTitle(std::string_view title) {
     }
   }
   return std::nullopt;
+}
+
+const char* notReadBack(std::string_view title) {
+  return isPlaceTitle(title) ? " is of an atlas: tables with such columns are not read back"
+                             : " is no column of a table of dipoles";
 }
 
 template <typename Number>

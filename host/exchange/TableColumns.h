@@ -14,6 +14,9 @@ namespace host {
 // The place of a column's title, the moment's with or without nAm; nothing for any other title.
 std::optional<std::size_t> placeOfTitle(std::string_view title);
 
+// Why such a title is refused, to stand behind it: it is of an atlas, or it is no column.
+const char* notReadBack(std::string_view title);
+
 // A number of text, as the writers write it: nothing when it is none, or beyond what `Number` holds.
 template <typename Number>
 std::optional<Number> numberOf(std::string_view text);

@@ -79,8 +79,9 @@ std::string textsOf(const std::string& name, const std::vector<std::string>& tex
 
 class Writer {
  public:
-  Writer(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame)
-      : m_source(set), m_set(inFrame(set, frame)), m_unknown(unknown), m_frame(frame) {
+  Writer(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame,
+         const SetPlaces* places)
+      : m_source(set), m_set(inFrame(set, frame)), m_unknown(unknown), m_frame(frame), m_places(places) {
     for (int slot = 0; slot < m_set->m_totalDipoles; ++slot) {
       if (m_set->m_dipoles[slot] != nullptr) {
         m_slots.push_back(slot);
@@ -129,6 +130,9 @@ class Writer {
         }
       }
       data += textsOf("FIDUCIALS_SCANNER_MM", {points}, true);
+    }
+    if (m_places != nullptr) {
+      data += textsOf("ATLAS", {m_places->atlas + ": " + m_places->about}, true);
     }
     const std::string patient = patientOf(m_source);
     return patient.empty() ? data : data + textsOf("PATIENT", {patient}, true);
@@ -199,7 +203,22 @@ class Writer {
            scalars("fit_error_percent", DipoleValue::fitError, &CDipoleszq::m_fitError) +
            wholes("number", &CDipoleszq::m_number) + wholes("id", &CDipoleszq::m_id) +
            wholes("fit_tag", &CDipoleszq::m_fitTag) + wholes("shown", &CDipoleszq::m_show) +
-           arrayOf("Float32", "color", 3, colors) + textsOf("label", labels, false);
+           arrayOf("Float32", "color", 3, colors) + textsOf("label", labels, false) + placeData();
+  }
+
+  std::string placeData() const {
+    if (m_places == nullptr) {
+      return {};
+    }
+    std::vector<std::string> names;
+    Bytes distances;
+    for (const int slot : m_slots) {
+      const std::optional<NamedPlace>& place = m_places->of(slot);
+      names.push_back(place ? place->name : std::string());
+      distances.add(place ? static_cast<float>(place->distance) : none);
+    }
+    return textsOf(m_places->labelTitle, names, false) +
+           arrayOf("Float32", m_places->distanceTitle, 1, distances);
   }
 
   std::string verts() const {
@@ -216,14 +235,16 @@ class Writer {
   std::unique_ptr<CDipoleFace9File> m_set;  // in the frame
   const UnknownValues& m_unknown;
   const SetFrame& m_frame;
+  const SetPlaces* m_places;  // null: there are none
   std::vector<int> m_slots;
   Losses m_losses;
 };
 
 }  // namespace
 
-VtpFile vtpFile(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame) {
-  return Writer(set, unknown, frame).run();
+VtpFile vtpFile(const CDipoleFace9File& set, const UnknownValues& unknown, const SetFrame& frame,
+                const SetPlaces* places) {
+  return Writer(set, unknown, frame, places).run();
 }
 
 }  // namespace host

@@ -13,6 +13,7 @@
 #include "host/paint/PictureText.h"
 #include "host/panes/PaneFiducials.h"
 #include "host/panes/PaneLabels.h"
+#include "host/panes/PlaceTexts.h"
 #include "host/panes/ScenePane.h"
 #include "host/panes/SlicePane.h"
 #include "host/picture/ColorLegend.h"
@@ -138,9 +139,10 @@ SliceRow rowThrough(const PaneContents& contents, int slot) {
                ? "unknown"
                : fixed(valueOf(dipole, value), 1) + unitOfIt;
   };
+  const std::string place = placeTextOf(contents, dipole);
   return {"Dipole " + std::to_string(dipole.m_number) + "  " + labelOf(dipole) + "   latency " +
               known(DipoleValue::latency, " ms") + "   fit error " + known(DipoleValue::fitError, " %") +
-              "   moment " + known(DipoleValue::moment, unit),
+              "   moment " + known(DipoleValue::moment, unit) + (place.empty() ? "" : "   " + place),
           slicesThrough(placeOf(dipole))};
 }
 

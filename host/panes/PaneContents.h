@@ -6,6 +6,7 @@
 
 #include "host/dipoles/ValueColors.h"
 #include "host/dipoles/ViewSettings.h"
+#include "host/exchange/PlaceNames.h"
 #include "host/head/Head.h"
 #include "host/head/Vector3.h"
 #include "host/head/Volume.h"
@@ -26,6 +27,7 @@ struct PaneContents {
   bool showCursor = true;   // the crosshair, and the ring around the current dipole
   bool showCaption = true;  // title, counts and warnings over the picture; without them see texts()
   double scale = 1.0;       // of texts and marks, see host/paint/PictureText.h
+  const PlaceNames* places = nullptr;  // what places are called; null: nobody knows
 };
 
 // The colour of a dipole in all panes.
