@@ -6,8 +6,10 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -58,7 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     names.write(reinterpret_cast<const std::uint8_t*>(some.data()), some.size());
     const bool hasNames = (data[0] & 2U) != 0;
     const host::Atlas atlas =
-        host::readAtlas({image.path(), hasNames ? names.path() : std::filesystem::path()});
+        host::readAtlas({image.path(), std::filesystem::path(hasNames ? names.path() : std::string())});
     const auto mm = [data](std::size_t at) { return static_cast<double>(data[at]) - 128.0; };
     checkPlace(atlas, {mm(1), mm(2), mm(3)});
     checkPlace(atlas, {mm(4) / 7.0, mm(1) / 3.0, mm(2) * 1e300});

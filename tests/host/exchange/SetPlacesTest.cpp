@@ -36,7 +36,7 @@ TEST(SetPlaces, TitlesNameTheAtlasItsSpaceAndTheUnit) {
 
 TEST(SetPlaces, TitlesAreFitForTablesWhateverTheFileIsCalled) {
   EXPECT_EQ(host::SetPlaces(CDipoleFace9File(), oneVoxel("a,\"=<\n\xC3\xA4")).labelTitle,
-            "atlas_a_______label");
+            "atlas_a________label");
   const host::SetPlaces lengthy(CDipoleFace9File(), oneVoxel(std::string(500, 'x')));
   EXPECT_EQ(lengthy.labelTitle, "atlas_" + std::string(40, 'x') + "_label");
 }
@@ -61,6 +61,6 @@ TEST(SetPlaces, ATableWithThemIsRefusedByTheColumnsTitle) {
   const std::string table = host::tableOf(*set, {}, true, ',', {}, &places);
   EXPECT_EQ(
       failureOf([&] { (void)host::readTable(table, ',', "t.csv"); }),
-      "t.csv: line 1, column 24: \"atlas_mine_label\" is of an atlas: tables with such columns are not read "
+      "t.csv, line 1, column 24: \"atlas_mine_label\" is of an atlas: tables with such columns are not read "
       "back");
 }
