@@ -40,10 +40,6 @@ std::optional<long long> wholeNumber(std::string_view text) {
   return isWhole ? std::optional(number) : std::nullopt;
 }
 
-std::string_view firstWord(std::string_view text) {
-  return text.substr(0, text.find_first_of(blanks));
-}
-
 NameLine lineOf(std::string_view text, std::size_t number) {
   const std::string_view word = firstWord(text);
   const std::optional<long long> value = wholeNumber(word);
