@@ -137,6 +137,7 @@ void LabelGrid::look(std::size_t level, const std::array<int, 3>& block, Search&
     }
     return;
   }
+  // The nearest first.
   struct Child {
     double distance;  // mm at least, to any of its voxels
     std::array<int, 3> block;
@@ -149,12 +150,16 @@ void LabelGrid::look(std::size_t level, const std::array<int, 3>& block, Search&
                                       block[2] * 2 + corner / 4};
     const bool isThere = child[0] < fine.dimensions[0] && child[1] < fine.dimensions[1] &&
                          child[2] < fine.dimensions[2] && fine.labels[fine.offset(child)] != 0;
-    if (isThere) {
-      children.at(count++) = {length(middleOf(level - 1, child) - search.place) - fine.radius, child};
+    if (!isThere) {
+      continue;
     }
+    const double distance = length(middleOf(level - 1, child) - search.place) - fine.radius;
+    std::size_t at = count++;
+    for (; at > 0 && children.at(at - 1).distance > distance; --at) {
+      children.at(at) = children.at(at - 1);
+    }
+    children.at(at) = {distance, child};
   }
-  std::sort(children.begin(), children.begin() + static_cast<std::ptrdiff_t>(count),
-            [](const Child& a, const Child& b) { return a.distance < b.distance; });
   for (std::size_t i = 0; i < count; ++i) {
     if (children.at(i).distance <= std::sqrt(search.square) + slack) {
       look(level - 1, children.at(i).block, search);
