@@ -126,6 +126,54 @@ std::optional<Fiducials> slicesOfSet(const CDipoleFace& set) {
   return Fiducials{slicesOf(nasion), slicesOf(leftEar), slicesOf(rightEar)};
 }
 
+namespace {
+
+// From the head's point in the MRI by the slices that lie between the two.
+Fiducials placesBySlices(const Head& head, const Fiducials& own) {
+  const Fiducials& numbers = head.source.slices->numbers;
+  const Vector3& spacing = head.source.slices->spacing;
+  const double side = numbers.leftEar.x < numbers.rightEar.x ? 1.0 : -1.0;
+  const auto place = [&](const Vector3& point, const Vector3& ownNumber, const Vector3& headNumber) {
+    const Vector3 apart = ownNumber - headNumber;
+    return head.frame.fromScanner(
+        point + Vector3{side * apart.x * spacing.x, -apart.y * spacing.y, -apart.z * spacing.z});
+  };
+  return {place(head.fiducials->nasion, own.nasion, numbers.nasion),
+          place(head.fiducials->leftEar, own.leftEar, numbers.leftEar),
+          place(head.fiducials->rightEar, own.rightEar, numbers.rightEar)};
+}
+
+// x left, y up, z front as right, front, up. A file whose MRI was stored from right to left has x to the right.
+Vector3 asScanner(const Vector3& point, bool isFromLeft) {
+  return {isFromLeft ? -point.x : point.x, point.z, point.y};
+}
+
+}  // namespace
+
+std::optional<Fiducials> pointsOfSetIn(const Head& head, const CDipoleFace& set) {
+  if (!head.isRegistered() || head.isPhantom) {
+    return std::nullopt;
+  }
+  const std::optional<Fiducials> slices = slicesOfSet(set);
+  if (slices && head.source.slices) {
+    return placesBySlices(head, *slices);
+  }
+  const std::optional<Fiducials> own = measuredPoints(set);
+  if (!own) {
+    return std::nullopt;
+  }
+  const bool isFromLeft = own->leftEar.x > own->rightEar.x;
+  const Fiducials points = {asScanner(own->nasion, isFromLeft), asScanner(own->leftEar, isFromLeft),
+                            asScanner(own->rightEar, isFromLeft)};
+  try {
+    const HeadFrame frame(points);
+    return Fiducials{frame.fromScanner(points.nasion), frame.fromScanner(points.leftEar),
+                     frame.fromScanner(points.rightEar)};
+  } catch (const std::invalid_argument&) {
+    return std::nullopt;
+  }
+}
+
 std::string headMismatch(const Fiducials& own, const Fiducials& head) {
   const double difference = differenceOf(pointsOf(own), pointsOf(head));
   if (difference <= mostDifference) {

@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 
+#include "host/head/Head.h"
 #include "host/head/HeadFrame.h"
 #include "host/head/Volume.h"
 #include "module/dipole.h"
@@ -33,6 +34,11 @@ Fiducials fiducialsOfSet(const CDipoleFace& set, const Volume& volume);
 // The points in mm of the head frame; nothing when the set's file gave none of an MRI: those that an import
 // then makes up from the sphere are nobody's.
 std::optional<Fiducials> measuredPoints(const CDipoleFace& set);
+
+// Where a set's points lie in the head frame of a registered head, mm: by the numbers of the slices when the
+// head's MRI holds its points so too, else in their own head frame. Nothing of the phantom, or when they are
+// no head's.
+std::optional<Fiducials> pointsOfSetIn(const Head& head, const CDipoleFace& set);
 
 // The numbers of the slices as the set's file gives them: sagittal, coronal, axial; nothing when it gives
 // none.

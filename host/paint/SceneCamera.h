@@ -78,6 +78,10 @@ class SceneCamera {
     return {m_width * 0.5 + (dot(from, m_right) + m_panRight) * m_scale,
             m_height * 0.5 - (dot(from, m_up) + m_panUp) * m_scale, -dot(from, m_toViewer)};
   }
+  // Whether a point of the screen is one of the picture.
+  bool shows(const ScreenPoint& at) const {
+    return at.column >= 0.0 && at.row >= 0.0 && at.column < m_width && at.row < m_height;
+  }
   // The head point at a place of the picture, in the plane of depth 0.
   Vector3 unproject(double column, double row) const;
 

@@ -77,7 +77,7 @@ Image besideLegend(Image panes, const PaneContents& contents) {
       scaledPixels(16.0, contents.scale));
 }
 
-void addNotes(PageTexts& texts, const PaneContents& contents, bool hasRings) {
+void addNotes(PageTexts& texts, const PaneContents& contents, bool hasRings, bool hasDiamonds) {
   const DipoleArrows arrows(contents.dipoles, contents.settings.arrowsByMoment, contents.settings.unknown);
   if (arrows.strongest() > 0.0) {
     texts.notes.push_back({"Arrows are as long as their moments are large; the longest is one of " +
@@ -87,6 +87,9 @@ void addNotes(PageTexts& texts, const PaneContents& contents, bool hasRings) {
   }
   if (hasRings) {
     texts.notes.push_back({"Rings N, L, R: nasion, left and right ear.", quietInk});
+  }
+  if (hasDiamonds) {
+    texts.notes.push_back({"Diamonds: the same points as the dipole file has them.", quietInk});
   }
 }
 
@@ -182,6 +185,7 @@ DipolePicture slicesPicture(const PaneContents& contents, const std::vector<Slic
   std::vector<std::vector<Image>> grid;
   bool isRadiological = false;
   bool hasRings = false;
+  bool hasDiamonds = false;
   for (const SliceRow& row : rows) {
     std::vector<Image> pictures;
     int height = 0;
@@ -192,6 +196,7 @@ DipolePicture slicesPicture(const PaneContents& contents, const std::vector<Slic
       pictures.push_back(pane.paint(own));
       made.panes.push_back(pane.texts());
       hasRings = hasRings || pane.hasFiducialRings();
+      hasDiamonds = hasDiamonds || pane.hasFiducialDiamonds();
       height = (std::max)(height, pictures.back().height());
       isRadiological = isRadiological || slice.view != View::sagittal;
     }
@@ -211,7 +216,7 @@ DipolePicture slicesPicture(const PaneContents& contents, const std::vector<Slic
     texts.notes.push_back({radiologicalNote, quietInk});
   }
   texts.notes.push_back({headFrameNote, quietInk});
-  addNotes(texts, contents, hasRings);
+  addNotes(texts, contents, hasRings, hasDiamonds);
   made.image =
       pageOf(besideLegend(gridOf(grid, scaledPixels(20.0, contents.scale)), contents), texts, contents.scale);
   return made;
@@ -238,7 +243,7 @@ DipolePicture scenePicture(const PaneContents& contents, const ViewAngles& angle
     texts.notes.push_back({places + ".", quietInk});
   }
   texts.notes.push_back({"The letters at the edges are the patient's sides.", quietInk});
-  addNotes(texts, contents, !headFiducials(contents).empty());
+  addNotes(texts, contents, !headFiducials(contents).empty(), !fileFiducials(contents).empty());
   const Image panel = panelOf(picture, pane.texts(), picture.height(), contents.scale);
   made.image = pageOf(besideLegend(panel, contents), texts, contents.scale);
   return made;

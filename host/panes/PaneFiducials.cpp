@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 
+#include "host/dipoles/SetFiducials.h"
+
 namespace host {
 
 namespace {
@@ -20,6 +22,24 @@ std::vector<SceneFiducial> headFiducials(const PaneContents& contents) {
   return {{'N', frame.fromScanner(head.fiducials->nasion)},
           {'L', frame.fromScanner(head.fiducials->leftEar)},
           {'R', frame.fromScanner(head.fiducials->rightEar)}};
+}
+
+std::vector<SceneFiducial> fileFiducials(const PaneContents& contents) {
+  const std::vector<SceneFiducial> own = headFiducials(contents);
+  if (own.empty()) {
+    return {};
+  }
+  const std::optional<Fiducials> file = pointsOfSetIn(contents.head, contents.dipoles);
+  if (!file) {
+    return {};
+  }
+  std::vector<SceneFiducial> points = {{'N', file->nasion}, {'L', file->leftEar}, {'R', file->rightEar}};
+  for (std::size_t i = points.size(); i-- > 0;) {
+    if (!isPlace(points[i].place) || length(points[i].place - own[i].place) <= fiducialRounding) {
+      points.erase(points.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+  }
+  return points;
 }
 
 std::vector<SceneFiducial> placedFiducials(const PaneContents& contents) {

@@ -12,6 +12,10 @@ namespace host {
 // registered.
 std::vector<SceneFiducial> headFiducials(const PaneContents& contents);
 
+// Those of the dipole file that lie farther than rounding from the head's own, under the same switch.
+inline constexpr double fiducialRounding = 0.75;  // mm: less than a slice
+std::vector<SceneFiducial> fileFiducials(const PaneContents& contents);
+
 // Those that the user has placed for a registration to come.
 std::vector<SceneFiducial> placedFiducials(const PaneContents& contents);
 

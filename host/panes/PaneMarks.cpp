@@ -60,6 +60,15 @@ void drawFiducialLetter(Image& image, const PixelPoint& at, char letter, double 
             fiducialColour(letter));
 }
 
+// On the left, so that both can be read where the two points are near each other.
+void drawFileLetter(Image& image, const PixelPoint& at, char letter, double scale) {
+  const int beside = scaledPixels(11.0, scale);
+  const StrokeFont font = noteFont(scale);
+  const std::string text = std::string(1, letter) + " file";
+  drawEdged(image, font, at.column - beside - font.width(text), at.row - font.lineHeight() / 2, text,
+            fiducialColour(letter));
+}
+
 // Returns the first row that the warnings take, or that of the letter below them.
 int drawWarnings(Image& image, const std::vector<CaptionLine>& warnings, double scale) {
   const StrokeFont font = noteFont(scale);
@@ -158,6 +167,19 @@ void drawCurrentRing(Image& image, const PixelPoint& at, int glyphPixels, double
 void drawFiducialRing(Image& image, const PixelPoint& at, char letter, double scale) {
   drawEdgedRing(image, centreOf(at), 6.0 * scale, fiducialColour(letter), scale);
   drawFiducialLetter(image, at, letter, scale);
+}
+
+void drawFiducialDiamond(Image& image, const PixelPoint& at, char letter, double scale) {
+  const double reach = 8.0 * scale;
+  const ScreenPoint centre = centreOf(at);
+  const ScreenPoint corners[4] = {{centre.column + reach, centre.row},
+                                  {centre.column, centre.row + reach},
+                                  {centre.column - reach, centre.row},
+                                  {centre.column, centre.row - reach}};
+  for (std::size_t i = 0; i < std::size(corners); ++i) {
+    drawEdgedLine(image, corners[i], corners[(i + 1) % std::size(corners)], fiducialColour(letter), scale);
+  }
+  drawFileLetter(image, at, letter, scale);
 }
 
 void drawFiducialCross(Image& image, const PixelPoint& at, char letter, double scale) {

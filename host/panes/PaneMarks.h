@@ -26,8 +26,10 @@ void drawArrows(Image& image, const std::vector<SliceArrow>& arrows, double scal
 void drawCurrentRing(Image& image, const PixelPoint& at, int glyphPixels, double scale = 1.0);
 
 // A fiducial point with its letter (see SceneFiducial) in its colour: a ring around one that the head is
-// registered by, a cross, open in its middle, at one that is only placed.
+// registered by, a diamond around one that the dipole file has elsewhere, with the word "file", a cross, open
+// in its middle, at one that is only placed.
 void drawFiducialRing(Image& image, const PixelPoint& at, char letter, double scale = 1.0);
+void drawFiducialDiamond(Image& image, const PixelPoint& at, char letter, double scale = 1.0);
 void drawFiducialCross(Image& image, const PixelPoint& at, char letter, double scale = 1.0);
 
 struct CaptionLine {

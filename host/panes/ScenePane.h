@@ -75,7 +75,7 @@ class ScenePane {
   void countHidden(const SceneStyle& style);
   void gatherTexts(const PaneContents& contents);
   void drawOver(Image& image, const PaneContents& contents, const SceneStyle& style);
-  void drawPlaced(Image& image, const PaneContents& contents) const;
+  void drawPoints(Image& image, const PaneContents& contents) const;
   void drawNames(Image& image, const PaneContents& contents, const SceneStyle& style);
 
   int m_width = 1;

@@ -140,6 +140,7 @@ void SlicePane::drawFiducials(const PaneContents& contents) {
     }
     return isDrawn;
   };
+  m_hasDiamonds = drawEach(fileFiducials(contents), drawFiducialDiamond);
   m_hasRings = drawEach(headFiducials(contents), drawFiducialRing);
   drawEach(placedFiducials(contents), drawFiducialCross);
 }

@@ -64,7 +64,8 @@ class SlicePane {
   double mmPerPixel() const { return m_grid.mmPerPixel(); }
   const SliceAccount& account() const { return m_account; }
   const PaneTexts& texts() const { return m_texts; }
-  bool hasFiducialRings() const { return m_hasRings; }  // of the points that the head is registered by
+  bool hasFiducialRings() const { return m_hasRings; }        // of the points that the head is registered by
+  bool hasFiducialDiamonds() const { return m_hasDiamonds; }  // of those of the file
 
  private:
   void fitTo(const PaneContents& contents);
@@ -95,6 +96,7 @@ class SlicePane {
   int m_glyph = 1;  // pixels
   SliceAccount m_account;
   bool m_hasRings = false;
+  bool m_hasDiamonds = false;
   PaneTexts m_texts;
 };
 
