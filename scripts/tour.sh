@@ -12,8 +12,12 @@ folder="$PWD/out/tour"
 rm -rf "$folder"
 mkdir -p "$folder"
 prepare_wine wine-screens 96
+head=/usr/share/mricron/templates/ch2.nii.gz
+patient=$(mktemp -d)
+trap 'rm -rf "$patient"' EXIT
+/usr/bin/python3 -B tests/support/tour_heads.py "$head" examples "$patient"
 on_screen build/wine-screens.reg 300 "$program" "$(wine_path "$folder/")" "$(wine_path "$PWD/examples/")" \
-  "$(wine_path /usr/share/mricron/templates/ch2.nii.gz)"
+  "$(wine_path "$head")" "$(wine_path "$patient/")"
 # The page names the pictures that there must be.
 # shellcheck disable=SC2046
 python3 -B tests/ui/screens/pictures.py "$folder" saved-picture \

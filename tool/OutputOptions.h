@@ -4,11 +4,12 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+#include "host/exchange/SetExport.h"
 #include "tool/ImportOptions.h"
 
 namespace tool {
 
-enum class OutputFormat { dipset, text, csv, tsv, json, neuromag, bdip, ctf, slicer, slicerArrows, vtp };
+using OutputFormat = host::ExportFormat;
 
 // Throws std::runtime_error when the file is there, and nobody forces it to go.
 void refuseToReplace(const std::string& target, bool isForced);

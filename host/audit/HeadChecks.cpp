@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/dipoles/SetFiducials.h"
+#include "host/head/NeuromagFrame.h"
 #include "host/text/Numbers.h"
 
 namespace host {
@@ -160,6 +161,33 @@ std::optional<Finding> findOtherHead(const Fiducials& ownNumbers, const std::str
     finding.severity = Severity::wrong;
     finding.sentence += " Is this the same head?";
   }
+  return finding;
+}
+
+std::optional<Finding> findCarriedByOthers(const std::optional<Fiducials>& carriedBy, const std::string& file,
+                                           const Fiducials& head) {
+  constexpr double rounding = 0.05;  // mm
+  constexpr double reach = 100.0;    // mm, from the head's origin: where dipoles may lie
+  const Affine back = carriedBy ? headToNeuromag(*carriedBy) : headToSymmetricNeuromag();
+  const Affine anew = neuromagToHead(head).after(back);
+  double largest = length(anew(Vector3{}));
+  for (int axis = 0; axis < 3; ++axis) {
+    for (const double side : {-reach, reach}) {
+      Vector3 place;
+      place[axis] = side;
+      largest = (std::max)(largest, length(anew(place) - place));
+    }
+  }
+  if (largest <= rounding) {
+    return std::nullopt;
+  }
+  Finding finding{FindingCode::symmetricEars, Severity::doubtful, file, 0, {}, {}, {}, {}};
+  finding.severity = largest <= sameHeadDistance ? Severity::doubtful : Severity::wrong;
+  finding.sentence =
+      "The positions were carried from the Neuromag head frame " +
+      std::string(carriedBy ? "by the fiducial points of another head" : "with ears taken as symmetric") +
+      ". By those of this MRI they lie up to " + fixed(largest, 1) +
+      " mm elsewhere: import the file again with this MRI open.";
   return finding;
 }
 

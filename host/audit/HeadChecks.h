@@ -43,6 +43,11 @@ inline constexpr double sameHeadDistance = 2.0;  // mm
 std::optional<Finding> findOtherHead(const Fiducials& ownNumbers, const std::string& file,
                                      const SliceNumbers& head);
 
+// Whether a file whose dipoles were carried from the Neuromag head frame by these points, or without any, has
+// them elsewhere than by those of this head: doubtful up to sameHeadDistance, then wrong.
+std::optional<Finding> findCarriedByOthers(const std::optional<Fiducials>& carriedBy, const std::string& file,
+                                           const Fiducials& head);
+
 // What the file of a head says of itself that a user should know.
 std::vector<Finding> findingsOf(const Head& head, const std::string& file);
 

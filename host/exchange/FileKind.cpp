@@ -4,15 +4,20 @@
 #include <utility>
 
 #include "host/exchange/DipContent.h"
+#include "host/head/HeadFile.h"
+#include "host/head/HeadReader.h"
 #include "host/text/PathText.h"
 
 namespace host {
 
 FileKind kindOf(const CString& path) {
-  if (hasEnding(path, ".nii") || hasEnding(path, ".nii.gz")) {
+  if (isNamedAsHead(path)) {
     return FileKind::mri;
   }
-  return hasEnding(path, ".dipset") ? FileKind::set : FileKind::dipoles;
+  if (hasEnding(path, ".dipset")) {
+    return FileKind::set;
+  }
+  return !dipoleFormatOf(path) && isHead(pathOf(path)) ? FileKind::mri : FileKind::dipoles;
 }
 
 std::optional<DipoleFormat> dipoleFormatOf(const CString& path) {

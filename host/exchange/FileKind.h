@@ -1,4 +1,5 @@
-// What a file is, by the ending of its name; ASCII letters of an ending may be large or small.
+// What a file is, by the ending of its name, and where that does not tell by what stands in it; ASCII letters
+// of an ending may be large or small.
 #pragma once
 
 #include <afx.h>
@@ -9,7 +10,7 @@ namespace host {
 
 // In the order in which a viewer opens files: dipoles come to a head and a set that are there already.
 enum class FileKind {
-  mri,     // .nii, .nii.gz
+  mri,     // .nii, .mri, .mgh, .mgz, .hdr, .img, packed ones too, and others that begin as such a file
   set,     // .dipset
   dipoles  // everything else: the importers look into it
 };

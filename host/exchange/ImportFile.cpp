@@ -59,12 +59,6 @@ class CurrentFolderKept {
   std::filesystem::path m_folder;
 };
 
-CString fullPath(const CString& path) {
-  std::error_code error;
-  const std::filesystem::path full = std::filesystem::absolute(pathOf(path), error);
-  return error ? path : textOf(full);
-}
-
 // As the system tells it, without the file's name.
 std::string reasonOf(const CFileException& fault) {
   return std::error_code(fault.m_lOsError, std::system_category()).message();
@@ -116,6 +110,8 @@ std::string importNeuromagInto(ImportedFile& file, const CString& path,
     file.set = std::move(import.set.dipoles);
     file.unknown = std::move(import.set.unknown);
     file.findings = std::move(import.findings);
+    file.isCarried = true;
+    file.carriedBy = points;
     return {};
   } catch (const TableFault& fault) {
     return fault.of({}).what();

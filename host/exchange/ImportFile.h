@@ -33,6 +33,11 @@ struct ImportedFile {
   std::vector<Finding> findings;       // what audit or reader say of it, as it is now; about slots of `set`
   std::vector<std::string> repaired;   // UTF-8, a sentence for each thing that repairs changed
 
+  // Whether its places were carried from another head frame, and by which points of the head; none: as if
+  // the ears lay symmetric.
+  bool isCarried = false;
+  std::optional<Fiducials> carriedBy;
+
   int dipoles() const;  // slots of the set may be empty
 
   // Applies remedies to `set`, which nobody has changed since the import; a set or a table has none. Throws

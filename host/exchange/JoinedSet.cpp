@@ -74,6 +74,17 @@ bool differ(const CSpherezq& one, const CSpherezq& other) {
 
 }  // namespace
 
+JoinedSet::Part partOf(const ImportedFile& file, int first, int end) {
+  return {file.path,
+          file.name,
+          first,
+          end,
+          patientOf(*file.set),
+          file.set->m_momentInNAm != 0,
+          measuredPoints(*file.set),
+          slicesOfSet(*file.set)};
+}
+
 JoinedSet::JoinedSet(int before) : m_before(before) {}
 
 CDipoleFace9File& JoinedSet::madeSet() const {
@@ -117,14 +128,7 @@ void JoinedSet::add(ImportedFile file) {
   if (std::optional<Finding> outside = findOutsideSphere(*file.set, 0, count, file.name)) {
     takeFinding(std::move(*outside), first);
   }
-  Part part{file.path,
-            file.name,
-            first,
-            first + count,
-            patientOf(*file.set),
-            file.set->m_momentInNAm != 0,
-            measuredPoints(*file.set),
-            slicesOfSet(*file.set)};
+  Part part = partOf(file, first, first + count);
   if (m_parts.empty()) {
     m_set = std::move(file.set);
   } else {

@@ -74,6 +74,9 @@ class JoinedSet {
   std::vector<std::string> m_warnings;
 };
 
+// A file's own dipoles as those of slots `first` .. end-1.
+JoinedSet::Part partOf(const ImportedFile& file, int first, int end);
+
 // What the parts say of each other: several patients, other heads. Of one set, or of several.
 std::vector<Finding> findingsBetween(std::span<const JoinedSet::Part> parts);
 

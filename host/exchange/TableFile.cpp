@@ -53,9 +53,8 @@ TableSet readTableFile(const std::filesystem::path& path, TableFormat format, co
   return readTableText(textOfFile(path, name), format, name);
 }
 
-void writeTable(const CDipoleFace& set, const UnknownValues& unknown, const CString& path) {
-  const std::optional<DipoleFormat> known = dipoleFormatOf(path);
-  const TableFormat format = (known ? tableFormatOf(*known) : std::nullopt).value_or(TableFormat::csv);
+void writeTable(const CDipoleFace& set, const UnknownValues& unknown, TableFormat format,
+                const CString& path) {
   const bool isInNAm = set.m_momentInNAm != 0;
   if (format == TableFormat::json) {
     const SetTexts texts{{}, headerText(set.m_fileVersion, "VERSION:"), patientOf(set), isInNAm};

@@ -28,8 +28,8 @@ TableSet readTableText(std::string_view text, TableFormat format, const std::str
 // or is no table; and what an allocation throws.
 TableSet readTableFile(const std::filesystem::path& path, TableFormat format, const std::string& name);
 
-// By the ending of the name; .csv when that tells none. Patient and version as the set has them. Throws
-// std::runtime_error that names the file and the cause.
-void writeTable(const CDipoleFace& set, const UnknownValues& unknown, const CString& path);
+// Patient and version as the set has them. Throws std::runtime_error that names the file and the cause.
+void writeTable(const CDipoleFace& set, const UnknownValues& unknown, TableFormat format,
+                const CString& path);
 
 }  // namespace host

@@ -21,6 +21,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
+fs::path unpackedName(fs::path name) {
+  if (hasEnding(textOf(name), ".gz")) {
+    name.replace_extension();
+  }
+  return name;
+}
+
+bool isHeadName(const fs::path& name) {
+  constexpr std::array<const char*, 6> endings = {".nii", ".mri", ".mgh", ".mgz", ".hdr", ".img"};
+  return std::any_of(endings.begin(), endings.end(),
+                     [&](const char* ending) { return hasEnding(textOf(name), ending); });
+}
+
 OpenedHead unregistered(const fs::path& file, const HeadReading& reading) {
   ReadHead read = readHead(file, reading);
   auto volume = std::make_shared<const Volume>(std::move(read.volume));
@@ -66,16 +79,14 @@ void offerOwnPoints(OpenedHead& opened) {
 
 }  // namespace
 
+bool isNamedAsHead(const CString& path) {
+  return isHeadName(unpackedName(pathOf(path)));
+}
+
 fs::path fiducialsBeside(const fs::path& mri) {
-  fs::path name = mri;
-  if (hasEnding(textOf(name), ".gz")) {
+  fs::path name = unpackedName(mri);
+  if (isHeadName(name)) {
     name.replace_extension();
-  }
-  for (const char* const ending : {".nii", ".mri", ".mgh", ".mgz", ".hdr", ".img"}) {
-    if (hasEnding(textOf(name), ending)) {
-      name.replace_extension();
-      break;
-    }
   }
   name += ".fiducials";
   return name;

@@ -31,6 +31,9 @@ struct OpenedHead {
 // the notice says why. Throws std::runtime_error that names the file and the cause.
 OpenedHead openHead(const CString& path, const HeadReading& reading = {});
 
+// Whether a file is called as heads are: by its ending, also with .gz behind it.
+bool isNamedAsHead(const CString& path);
+
 // The path of the file of points that belongs to an MRI: head.fiducials for head.nii.gz.
 std::filesystem::path fiducialsBeside(const std::filesystem::path& mri);
 

@@ -36,10 +36,21 @@ bool hasText(std::span<const std::byte> bytes, std::size_t offset, std::string_v
                     [](char letter, std::byte byte) { return std::byte(letter) == byte; });
 }
 
-Kind kindOf(const fs::path& path) {
-  std::array<std::byte, startSize> buffer{};
-  ByteSource source(path);
-  const auto bytes = std::span<const std::byte>(buffer).first(source.read(buffer));
+// The first bytes of a file, unpacked.
+class Start {
+ public:
+  explicit Start(const fs::path& path) {
+    ByteSource source(path);
+    m_size = source.read(m_buffer);
+  }
+  std::span<const std::byte> bytes() const { return std::span<const std::byte>(m_buffer).first(m_size); }
+
+ private:
+  std::array<std::byte, startSize> m_buffer{};
+  std::size_t m_size = 0;
+};
+
+Kind kindOf(std::span<const std::byte> bytes) {
   if (bytes.size() < sizeof(std::int32_t)) {
     return Kind::unknown;
   }
@@ -61,7 +72,7 @@ Kind kindOf(const fs::path& path) {
 }
 
 ReadHead readKnown(const fs::path& path, const HeadReading& reading) {
-  switch (kindOf(path)) {
+  switch (kindOf(Start(path).bytes())) {
     case Kind::nifti:
       return readNifti(path);
     case Kind::ctf2: {
@@ -89,7 +100,30 @@ ReadHead readKnown(const fs::path& path, const HeadReading& reading) {
       "not an MRI that can be read: neither a NIfTI file, a CTF MRI (.mri), MGH nor MGZ");
 }
 
+// What `answer` makes of the first bytes of a file; false when it cannot be read.
+template <typename Answer>
+bool ofStart(const fs::path& path, Answer answer) {
+  try {
+    const Start start(path);
+    return answer(start.bytes());
+  } catch (const std::runtime_error&) {
+    return false;
+  }
+}
+
 }  // namespace
+
+bool isHead(const fs::path& path) {
+  return ofStart(path, [](std::span<const std::byte> bytes) {
+    const Kind kind = kindOf(bytes);
+    return kind != Kind::unknown && kind != Kind::dicom;
+  });
+}
+
+bool isCtf21(const fs::path& path) {
+  return ofStart(
+      path, [](std::span<const std::byte> bytes) { return hasText(bytes, 0, "CTF_MRI_FORMAT VER 2.1"); });
+}
 
 ReadHead readHead(const fs::path& path, const HeadReading& reading) {
   const auto named = [&](const std::string& cause) { return utf8Of(textOf(path)) + ": " + cause; };

@@ -24,4 +24,10 @@ struct ReadHead {
 // memory is taken for voxels that are not there.
 ReadHead readHead(const std::filesystem::path& path, const HeadReading& reading = {});
 
+// Whether a file begins as one of these; false also when it cannot be read.
+bool isHead(const std::filesystem::path& path);
+
+// Whether it is a CTF MRI of version 2.1, which readHead takes only when asked for.
+bool isCtf21(const std::filesystem::path& path);
+
 }  // namespace host

@@ -75,6 +75,8 @@ void AuditedFile::takeFindings(std::vector<Finding> audited, const CDipoleFace9F
 AuditedFile auditedFileOf(const ImportedFile& file) {
   AuditedFile audited;
   audited.part.name = file.name;
+  audited.isCarried = file.isCarried;
+  audited.carriedBy = file.carriedBy;
   audited.takeFindings(file.findings, *file.set);
   const bool isWhole = file.dipoles() == file.set->m_totalDipoles;  // without empty slots
   const bool hasRemedy = std::any_of(file.findings.begin(), file.findings.end(),
@@ -250,9 +252,12 @@ std::vector<StandingFinding> AuditedSet::findingsIn(const Head& head) const {
       StandingFinding::none);
   const std::vector<std::vector<int>> slots = slotsNow();
   for (std::size_t file = 0; file < slots.size(); ++file) {
-    const JoinedSet::Part& part = (*m_files)[file]->part;
+    const AuditedFile& audited = *(*m_files)[file];
     if (isAnyThere(slots[file])) {
-      add(findOtherHead(part, head), file);
+      add(findOtherHead(audited.part, head), file);
+    }
+    if (isAnyThere(slots[file]) && audited.isCarried) {
+      add(findCarriedByOthers(audited.carriedBy, audited.part.name, *head.fiducials), file);
     }
   }
   const std::optional<Fiducials> own = measuredPoints(m_dipoles);

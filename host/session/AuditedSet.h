@@ -26,6 +26,8 @@ struct AuditedFile {
   std::vector<Finding> findings;  // as they are now; slots from 0, those of the file's own dipoles
   std::optional<ImportSource> source;
   std::optional<LengthUnit> unit;  // of its positions, as the user has said
+  bool isCarried = false;          // see host/exchange/ImportFile.h
+  std::optional<Fiducials> carriedBy;
   // What the import, and repairs since, made of the file; null when nothing of it can be repaired.
   std::unique_ptr<CDipoleFace9File> own;
 

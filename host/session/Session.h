@@ -13,13 +13,17 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "host/dipoles/ValueColors.h"
 #include "host/dipoles/ViewSettings.h"
+#include "host/exchange/SetExport.h"
+#include "host/head/Atlas.h"
 #include "host/head/Head.h"
+#include "host/session/Answers.h"
 #include "host/session/AuditedSet.h"
 #include "host/text/RecentFiles.h"
 #include "host/undo/UndoHistory.h"
@@ -45,8 +49,10 @@ class Session {
 
   // The MRI. Opening takes the fiducial points beside the file (see host/head/HeadFile.h); without them
   // the head is not registered, whatever was before. Points that were placed are forgotten, and the notice
-  // says so when some of them were not the head's.
-  void openMri(const CString& path);
+  // says so when some of them were not the head's. What a user has to say is asked once while a file is
+  // open: CTF MRI 2.1, points in the file that are no usual head's, dipoles of another head; without a yes
+  // the file is not opened (false), its points are not taken, the head is not registered.
+  bool openMri(const CString& path, const Ask& ask = {});
   void usePhantom();
   // What the user should know about the MRI that was opened last, such as fiducial points that do not fit;
   // one line for each matter.
@@ -69,6 +75,21 @@ class Session {
   // Those of them that are not points of the head already, in the head frame as it is now.
   std::array<std::optional<Vector3>, 3> placedPoints() const;
   void registerPlaced();  // throws std::invalid_argument also when one is missing
+
+  // What is known of the head for frames other than its own; nothing of the phantom, which is nobody's.
+  KnownHead knownHead() const;
+  // The way from the scanner to MNI, as the user has given it for this head; nothing of a new one, and of one
+  // that has no scanner coordinates. Nothing is ever guessed. setMni throws std::runtime_error for such a
+  // head.
+  const std::optional<MniMap>& mni() const { return m_mni; }
+  void setMni(const MniMap& map);
+  void readMni(const CString& path);  // a file, see host/exchange/SetFrame.h
+  void forgetMni() { m_mni.reset(); }
+  bool hasScannerFrame() const;
+  // The atlas whose labels are told of places, null: none. It stays when another head is opened.
+  const std::shared_ptr<const Atlas>& atlas() const { return m_atlas; }
+  void readAtlas(const std::string& argument);  // see host/head/AtlasFile.h; throws std::runtime_error
+  void forgetAtlas() { m_atlas.reset(); }
 
   // A warning when the set brings fiducial points that cannot be of this head; empty when there is nothing to
   // say, when the head is not registered, and for the phantom.
@@ -96,16 +117,23 @@ class Session {
     bool mixesPatients = false;  // there is more than one of them
     // What the module told of the files, each with its file, without totals; and what found no room.
     std::vector<std::string> told;
-    std::string headMismatch;  // as headMismatch() would say it of the first file that is of another head
+    bool openedMri = false;  // one that a file names; notice() is about it
+    // What is no trouble, a sentence each: the MRI that was opened, MRIs that are not beside their files.
+    std::vector<std::string> notes;
   };
   // Called before each file; false: stop before it. `done` files of `total` are behind.
   using Progress = std::function<bool(int done, int total, const CString& path)>;
-  // Adds the dipoles of CTF files (.dip), 4D/MSI tables (.txt) and tables of this program (.csv, .tsv, .json)
-  // to the set, as one step to undo, each file whole or not at all. What belongs to the whole set stays that
+  // Adds the dipoles of CTF and Neuromag files (.dip, .bdip), 4D/MSI tables (.txt), tables of this program
+  // (.csv, .tsv, .json) and sets to the set, as one step to undo, each file whole or not at all. What belongs to the whole set stays that
   // of a set with dipoles, see host/exchange/JoinedSet.h; its moments count as nAm only when those it had do
   // and every file with dipoles says so. The current folder stays. What a progress function throws ends the
   // import, and nothing has come.
-  ImportResult importFiles(const std::vector<CString>& paths, const Progress& progress);
+  //
+  // The MRI that a CTF file names is opened when it lies beside that file (host/dipoles/NamedMri.h) and no
+  // other is open, else when the user says so. A file whose fiducial points are those of another head than
+  // the one that is open then brings nothing unless the user says so. Each is asked once while a head is
+  // open.
+  ImportResult importFiles(const std::vector<CString>& paths, const Progress& progress, const Ask& ask = {});
 
   // What is to be said of the files that the dipoles of the set came from, as they are now, and of the
   // dipoles in this head; see host/session/AuditedSet.h. Valid until the next operation. Throws.
@@ -121,9 +149,10 @@ class Session {
   void saveSet(const CString& path);
   // What a set file does not keep of the set, see host/exchange/SetFile.h; empty: nothing is lost.
   std::string lossOfSaving() const;
-  void exportText(const CString& path);
-  void exportTable(const CString& path);  // .csv, .tsv or .json, by its ending
-  void newSet();                          // empty, everything in it as in a new collection
+  // A file for other programs, see host/exchange/SetExport.h; places by the head as it is registered. Returns
+  // what the file cannot hold, and what was assumed, a sentence each.
+  std::vector<std::string> exportSet(const CString& path, ExportFormat format);
+  void newSet();  // empty, everything in it as in a new collection
 
   const CString& setPath() const { return m_setPath; }  // empty: it has none yet
   // Whether the set differs from what was last opened, saved or emptied. Undo back to that makes it saved
@@ -150,11 +179,19 @@ class Session {
   const ValueColors* colours();
 
  private:
-  void setHead(Head head, std::string notice);
+  // Where a registered head is looked at first: off the midline.
+  static constexpr Vector3 amidTheBrain{15.0, 45.0, 0.0};
+
+  struct NextHead;
+  struct Importing;
+  const Head& headOf(const Importing& import) const;
+  NextHead nextHead(CString path, Head head, std::string notice) const;
+  std::optional<NextHead> readHead(const CString& path, const Ask& ask, const JoinedSet* joined) const;
+  void setHead(NextHead next) noexcept;
   void replaceSet(CDipoleFace9File& source, CString path);
-  ImportResult importAll(const std::vector<CString>& paths, const Progress& progress);
-  void importNext(const CString& path, JoinedSet& joined, std::vector<AuditedFile>& files,
-                  ImportResult& result);
+  ImportResult importAll(const std::vector<CString>& paths, const Progress& progress, const Ask& ask);
+  void importNext(const CString& path, Importing& import);
+  void followMri(const ImportedFile& file, Importing& import) const;
   void takeOver(const JoinedSet& joined, std::vector<AuditedFile> files);
   template <typename Change>
   void changeWhole(Change change);
@@ -163,7 +200,11 @@ class Session {
 
   CDipoleFace9File& m_dipoles;
   Head m_head;
+  CString m_headPath;  // empty: the phantom
+  Answers m_answers;   // while it is open
   std::string m_notice;
+  std::optional<MniMap> m_mni;
+  std::shared_ptr<const Atlas> m_atlas;
   GreyWindow m_window;
   std::array<std::optional<Vector3>, 3> m_placed;  // scanner mm, in the order of FiducialName
   Vector3 m_crosshair;

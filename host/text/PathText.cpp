@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <system_error>
 
 #include "host/text/Utf8.h"
 
@@ -70,6 +71,12 @@ std::filesystem::path pathOf(const CString& text) {
 
 CString textOf(const std::filesystem::path& path) {
   return textOfPath(path.native());
+}
+
+CString fullPath(const CString& path) {
+  std::error_code error;
+  const std::filesystem::path full = std::filesystem::absolute(pathOf(path), error);
+  return error ? path : textOf(full);
 }
 
 CString fileNameOf(const CString& path) {

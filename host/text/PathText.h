@@ -15,6 +15,7 @@ namespace host {
 std::filesystem::path pathOf(const CString& text);
 CString textOf(const std::filesystem::path& path);
 CString fileNameOf(const CString& path);  // without its folders
+CString fullPath(const CString& path);    // from the current folder; as it is when there is none
 
 // Whether the last part of a path ends so, with something in front; ASCII letters may be large or small.
 bool hasEnding(const CString& path, std::string_view ending);

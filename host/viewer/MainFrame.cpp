@@ -13,10 +13,6 @@ namespace {
 constexpr int paneGap = 2;  // between the panes, pixels at 96 dots per inch
 constexpr COLORREF gapColour = RGB(64, 70, 80);
 
-// How long the module must be quiet before what it did without telling becomes a step that can be undone.
-constexpr UINT_PTR quietTimer = 1;
-constexpr UINT quietMilliseconds = 250;
-
 }  // namespace
 
 MainFrame* MainFrame::theFrame = nullptr;
@@ -42,14 +38,18 @@ ON_COMMAND(ID_FILE_OPEN_SET, &MainFrame::OnOpenSet)
 ON_COMMAND(ID_FILE_IMPORT, &MainFrame::OnImport)
 ON_COMMAND(ID_FILE_SAVE_SET, &MainFrame::OnSaveSet)
 ON_COMMAND(ID_FILE_SAVE_SET_AS, &MainFrame::OnSaveSetAs)
-ON_COMMAND(ID_FILE_EXPORT_TEXT, &MainFrame::OnExportText)
-ON_COMMAND(ID_FILE_EXPORT_CSV, &MainFrame::OnExportCsv)
+ON_COMMAND(ID_FILE_EXPORT, &MainFrame::OnExport)
+ON_COMMAND(ID_MNI_FILE, &MainFrame::OnMniFile)
+ON_COMMAND_RANGE(ID_MNI_IS_152, ID_MNI_IS_UNNAMED, &MainFrame::OnIsInMni)
+ON_COMMAND(ID_MNI_NONE, &MainFrame::OnNoMni)
+ON_COMMAND_RANGE(ID_ATLAS_AAL, ID_ATLAS_NONE, &MainFrame::OnAtlas)
 ON_COMMAND(ID_FILE_SAVE_PICTURE, &MainFrame::OnSavePicture)
 ON_COMMAND(ID_FILE_EXIT, &MainFrame::OnExit)
 ON_COMMAND_RANGE(ID_FILE_RECENT_FIRST, ID_FILE_RECENT_LAST, &MainFrame::OnRecent)
 ON_COMMAND_RANGE(ID_FILE_RECENT_MRI_FIRST, ID_FILE_RECENT_MRI_LAST, &MainFrame::OnRecentMri)
-ON_UPDATE_COMMAND_UI(ID_FILE_EXPORT_TEXT, &MainFrame::OnUpdateWithDipoles)
-ON_UPDATE_COMMAND_UI(ID_FILE_EXPORT_CSV, &MainFrame::OnUpdateWithDipoles)
+ON_UPDATE_COMMAND_UI(ID_FILE_EXPORT, &MainFrame::OnUpdateWithDipoles)
+ON_UPDATE_COMMAND_UI_RANGE(ID_MNI_FILE, ID_MNI_NONE, &MainFrame::OnUpdateMni)
+ON_UPDATE_COMMAND_UI_RANGE(ID_ATLAS_AAL, ID_ATLAS_NONE, &MainFrame::OnUpdateAtlas)
 
 ON_COMMAND(ID_DIPOLES_UNDO, &MainFrame::OnUndo)
 ON_COMMAND(ID_DIPOLES_REDO, &MainFrame::OnRedo)
@@ -130,7 +130,10 @@ BOOL MainFrame::create() {
   const RECT nowhere = {0, 0, 1, 1};
   if (!m_panel.createIn(this) ||
       !m_statusBar.Create(STATUSCLASSNAMEW, _T(""), WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, nowhere, this,
-                          IDC_STATUS_BAR)) {
+                          IDC_STATUS_BAR) ||
+      !m_placeBar.Create(STATUSCLASSNAMEW, _T(""),
+                         WS_CHILD | WS_VISIBLE | CCS_NOPARENTALIGN | CCS_NORESIZE | CCS_NODIVIDER, nowhere,
+                         this, IDC_PLACE_BAR)) {
     return FALSE;
   }
   if (!m_warningBar.createIn(this, IDC_WARNING_BAR, m_panel) || !m_findings.createIn(this)) {
@@ -153,40 +156,6 @@ void MainFrame::OnDestroy() {
   CFrameWnd::OnDestroy();
 }
 
-// The coordinates are zeros by design; the current dipole says where it is.
-int MainFrame::onPosition(double /*x*/, double /*y*/, double /*z*/, double /*latency*/) {
-  if (theFrame != nullptr && theFrame->m_session != nullptr) {
-    theFrame->followCurrentDipole();
-  }
-  return 1;
-}
-
-int MainFrame::onSetChanged(bool /*unused*/) {
-  if (theFrame != nullptr && theFrame->m_session != nullptr) {
-    theFrame->afterCommand(CString());
-  }
-  return 1;
-}
-
-void MainFrame::afterCommand(const CString& name) {
-  KillTimer(quietTimer);
-  m_session->noteChange(name);
-  showEverywhere();
-  tellOfDroppedSteps();
-}
-
-void MainFrame::noteQuietChange() {
-  KillTimer(quietTimer);
-  if (m_session->noteChange()) {
-    showEverywhere();
-    tellOfDroppedSteps();
-  }
-}
-
-void MainFrame::noteLater() {
-  SetTimer(quietTimer, quietMilliseconds, nullptr);
-}
-
 bool MainFrame::isBusy() {
   bool isWaiting = false;
   const auto look = [](HWND window, LPARAM parameter) -> BOOL {
@@ -206,58 +175,6 @@ BOOL MainFrame::OnCommand(WPARAM wParam, LPARAM lParam) {
   }
   ::MessageBeep(MB_OK);
   return TRUE;
-}
-
-// The module's editor changes dipoles without a word when it is left.
-LRESULT MainFrame::OnActivate(WPARAM state, LPARAM /*other*/) {
-  if (LOWORD(state) == WA_INACTIVE && ::IsChild(m_hWnd, ::GetFocus()) != FALSE) {
-    m_focusBefore = ::GetFocus();
-  }
-  if (LOWORD(state) != WA_INACTIVE && m_session != nullptr && m_statusBar.m_hWnd != nullptr) {
-    repaintPanes();
-    showStatus();
-    noteLater();
-  }
-  return Default();
-}
-
-void MainFrame::OnTimer(UINT_PTR id) {
-  if (id == quietTimer && isBusy()) {
-    noteLater();  // the work is not done yet: half of it would become a step
-  } else if (id == quietTimer) {
-    noteQuietChange();
-  }
-}
-
-void MainFrame::onIdle() {
-  if (m_session == nullptr) {
-    return;
-  }
-  m_panel.bringFocusIntoView();
-  takeBackActivation();
-  if (m_dipoles->getCurrentDipole() != m_followed || m_dipoles->m_currentDipole != m_followedSlot) {
-    followCurrentDipole();
-  }
-}
-
-// The system need not activate another window when the active one is hidden, as the module's are when they
-// are closed: then no window has the keyboard. When the user has gone to another program, the last one stays
-// visible.
-void MainFrame::takeBackActivation() {
-  if (const HWND active = ::GetActiveWindow()) {
-    m_lastActive = active;
-  } else if (m_lastActive != nullptr && ::IsWindowVisible(m_lastActive) == FALSE) {
-    m_lastActive = m_hWnd;
-    ::SetForegroundWindow(m_hWnd);
-  }
-}
-
-void MainFrame::followCurrentDipole() {
-  m_followed = m_dipoles->getCurrentDipole();
-  m_followedSlot = m_dipoles->m_currentDipole;
-  m_session->goToCurrentDipole();
-  repaintPanes();
-  showStatus();
 }
 
 PaneContents MainFrame::paneContents() {
@@ -308,7 +225,8 @@ void MainFrame::layOut() {
   CRect bar;
   m_statusBar.SendMessage(WM_SIZE);
   m_statusBar.GetWindowRect(&bar);
-  const int height = area.Height() - bar.Height();
+  const int height = area.Height() - 2 * bar.Height();
+  m_placeBar.MoveWindow(0, height, area.Width(), bar.Height());
   const bool hasPanel = m_panel.IsWindowVisible() != FALSE;
   const int panelWidth = hasPanel ? m_panel.widthFor(height) : 0;
   const int width = area.Width() - panelWidth;
@@ -316,6 +234,7 @@ void MainFrame::layOut() {
     m_panel.MoveWindow(width, 0, panelWidth, height);
   }
   placeStatusParts();
+  placePlaceParts();
 
   const int gap = onScreen(paneGap);
   const int top = m_warningBar.height();
@@ -372,11 +291,6 @@ void MainFrame::showEverywhere() {
   showStatus();
   showTitle();
   showFindings();
-}
-
-void MainFrame::refreshModuleWindows() {
-  m_dipoles->updateDipoleList();
-  m_dipoles->updateDipoleSettings();
 }
 
 void MainFrame::warnOfOtherHead() {

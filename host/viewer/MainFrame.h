@@ -34,11 +34,12 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   // Makes the window with its panes. FALSE: the system has no room for it.
   BOOL create();
 
-  // MRI by their ending (.nii, .nii.gz), dipole sets (.dipset), everything else as dipole files. What cannot
-  // be opened is told, the others are opened.
+  // See host/exchange/FileKind.h: heads, dipole sets, everything else as dipole files. What cannot be opened
+  // is told, the others are opened.
   void openFiles(const std::vector<CString>& paths);
   bool openMri(const CString& path);
   bool registerFromFile(const CString& path);
+  void exportSet(const CString& path, ExportFormat format);  // tells what the file cannot hold
 
   // When no message waits: the crosshair follows the module's current dipole.
   void onIdle();
@@ -58,7 +59,10 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   PageTexts pictureTexts();  // which is this
 
   static constexpr int paneCount = 4;  // axial, coronal, sagittal, 3D
-  enum StatusPart { pointerPart, crosshairPart, dipolePart, countPart, statusParts };
+  // Of the status bar, and of the bar of places above it.
+  enum StatusPart { pointerPart, dipolePart, countPart, statusParts };
+  enum PlacePart { crosshairPart = statusParts, scannerPart, mniPart, labelPart, endOfParts };
+  static constexpr int placeParts = endOfParts - crosshairPart;
 
  protected:
   BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
@@ -81,6 +85,12 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   void showEverywhere();  // after a change: panes, panel, status bar, title
   void showStatus();
   void placeStatusParts();
+  void showPlaces();
+  void placePlaceParts();
+  int placeWidth(int part) const;
+  int widthOfText(const CString& text) const;  // in the bars' font, with a part's edges
+  template <typename Statement>
+  void stateFrame(Statement statement);
   void showTitle();
   void takeBackActivation();
   void followCurrentDipole();
@@ -100,7 +110,8 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   void tellOfImport(const Session::ImportResult& result);
   CString askForName(bool isOpen, LPCTSTR extension, LPCTSTR filter, LPCTSTR proposal = nullptr);
   std::vector<CString> askForNames(LPCTSTR filter);
-  void exportTo(LPCTSTR extension, LPCTSTR filter, void (Session::*write)(const CString&));
+  static Ask asker();  // by a message box; No is what Enter answers
+  void openNewDoubts(const std::vector<StandingFinding>& before);
   afx_msg void OnNewSet();
   afx_msg void OnOpenMri();
   afx_msg void OnPhantom();
@@ -108,8 +119,13 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   afx_msg void OnImport();
   afx_msg void OnSaveSet();
   afx_msg void OnSaveSetAs();
-  afx_msg void OnExportText();
-  afx_msg void OnExportCsv();
+  afx_msg void OnExport();
+  afx_msg void OnMniFile();
+  afx_msg void OnIsInMni(UINT id);
+  afx_msg void OnNoMni();
+  afx_msg void OnUpdateMni(CCmdUI* item);
+  afx_msg void OnAtlas(UINT id);
+  afx_msg void OnUpdateAtlas(CCmdUI* item);
   afx_msg void OnSavePicture();
   afx_msg void OnRecent(UINT id);
   afx_msg void OnRecentMri(UINT id);
@@ -190,11 +206,13 @@ class MainFrame : public CFrameWnd, private PaneOwner {
   WarningBar m_warningBar;
   FindingsWindow m_findings;
   CWnd m_statusBar;
+  CWnd m_placeBar;
   HWND m_focusBefore = nullptr;            // in this window, when another one was activated
   HWND m_lastActive = nullptr;             // of the windows of the program
   int m_singlePane = -1;                   // the pane that is shown alone
   const CDipoleszq* m_followed = nullptr;  // the current dipole that the crosshair went to
   int m_followedSlot = -1;
+  DWORD m_exportFilter = 1;        // the format that was written last, by its number in the dialog
   std::size_t m_droppedSteps = 0;  // that the user has been told of
 };
 

@@ -6,6 +6,7 @@
 #include "host/dipoles/DipoleVisibility.h"
 #include "host/dipoles/HeaderText.h"
 #include "host/head/Limits.h"
+#include "host/session/PlaceTexts.h"
 #include "host/text/PathText.h"
 #include "host/text/Utf8.h"
 #include "host/viewer/MainFrame.h"
@@ -27,15 +28,6 @@ CString shortened(const CString& label) {
   return label.GetLength() > most ? label.Left(most) + _T("...") : label;
 }
 
-// With the patient's sides instead of signs.
-CString placeText(const Vector3& head) {
-  const auto part = [](double mm, LPCTSTR positive, LPCTSTR negative) {
-    return (mm < 0.0 ? negative : positive) + number(std::abs(mm), 1);
-  };
-  return part(head.x, _T("L "), _T("R ")) + part(head.y, _T("  S "), _T("  I ")) +
-         part(head.z, _T("  A "), _T("  P ")) + _T(" mm");
-}
-
 // Whether the crosshair can go there.
 bool hasPlace(const CDipoleszq& dipole) {
   for (const double mm : dipole.m_location) {
@@ -51,7 +43,7 @@ bool hasPlace(const CDipoleszq& dipole) {
 void MainFrame::showPointer(const Vector3& head) {
   const Volume& volume = *m_session->head().volume;
   const Vector3 index = volume.fromScanner()(m_session->head().frame.toScanner(head));
-  CString text = _T("Pointer  ") + placeText(head);
+  CString text = _T("Pointer  ") + fromUtf8(headPlaceText(head));
   const auto& size = volume.dimensions();
   const int voxel[3] = {static_cast<int>(std::lround(index.x)), static_cast<int>(std::lround(index.y)),
                         static_cast<int>(std::lround(index.z))};
@@ -73,35 +65,35 @@ void MainFrame::hidePointer() {
 }
 
 CString MainFrame::statusText(int part) const {
-  const WPARAM which = static_cast<WPARAM>(part);
-  const int length = LOWORD(m_statusBar.SendMessage(SB_GETTEXTLENGTHW, which));
+  const CWnd& bar = part < statusParts ? m_statusBar : m_placeBar;
+  const WPARAM which = static_cast<WPARAM>(part < statusParts ? part : part - crosshairPart);
+  const int length = LOWORD(bar.SendMessage(SB_GETTEXTLENGTHW, which));
   CString text;
-  m_statusBar.SendMessage(SB_GETTEXTW, which, reinterpret_cast<LPARAM>(text.GetBuffer(length)));
+  bar.SendMessage(SB_GETTEXTW, which, reinterpret_cast<LPARAM>(text.GetBuffer(length)));
   text.ReleaseBuffer();
   return text;
 }
 
-// The crosshair and the counts, with what they warn of, are always whole; the others share what is left.
-void MainFrame::placeStatusParts() {
-  CRect area;
-  GetClientRect(&area);
+int MainFrame::widthOfText(const CString& text) const {
   const HDC screen = ::GetDC(m_statusBar.m_hWnd);
   const auto font = reinterpret_cast<HGDIOBJ>(m_statusBar.SendMessage(WM_GETFONT));
   const HGDIOBJ before = font != nullptr ? ::SelectObject(screen, font) : nullptr;
-  const auto widthOf = [&](const CString& text) {
-    SIZE size = {};
-    ::GetTextExtentPoint32W(screen, text, text.GetLength(), &size);
-    return static_cast<int>(size.cx) + onScreen(14);  // with the part's edges
-  };
-  const int crosshair = widthOf(_T("Crosshair  ") + placeText({-188.8, -188.8, -188.8}));
-  const int counts = widthOf(statusText(countPart)) + ::GetSystemMetrics(SM_CXVSCROLL);  // the grip
+  SIZE size = {};
+  ::GetTextExtentPoint32W(screen, text, text.GetLength(), &size);
   if (before != nullptr) {
     ::SelectObject(screen, before);
   }
   ::ReleaseDC(m_statusBar.m_hWnd, screen);
-  const int rest = (std::max)(0, area.Width() - crosshair - counts);
-  const int pointer = rest * 2 / 5;
-  const int edges[statusParts] = {pointer, pointer + crosshair, rest + crosshair, -1};
+  return static_cast<int>(size.cx) + onScreen(14);
+}
+
+// The counts, with what they warn of, are always whole; the others share what is left.
+void MainFrame::placeStatusParts() {
+  CRect area;
+  GetClientRect(&area);
+  const int counts = widthOfText(statusText(countPart)) + ::GetSystemMetrics(SM_CXVSCROLL);  // the grip
+  const int rest = (std::max)(0, area.Width() - counts);
+  const int edges[statusParts] = {rest * 2 / 5, rest, -1};
   m_statusBar.SendMessage(SB_SETPARTS, statusParts, reinterpret_cast<LPARAM>(edges));
 }
 
@@ -109,7 +101,7 @@ void MainFrame::showStatus() {
   const auto show = [this](StatusPart part, const CString& text) {
     m_statusBar.SendMessage(SB_SETTEXTW, part, reinterpret_cast<LPARAM>(text.GetString()));
   };
-  show(crosshairPart, _T("Crosshair  ") + placeText(m_session->crosshair()));
+  showPlaces();
 
   CString dipole = _T("No current dipole");
   if (const CDipoleszq* const current = m_dipoles->getCurrentDipole()) {

@@ -2,6 +2,8 @@
 #include <optional>
 
 #include "host/exchange/FileKind.h"
+#include "tests/host/head/CtfFile.h"
+#include "tests/support/TempFolder.h"
 
 namespace {
 
@@ -12,6 +14,18 @@ TEST(FileKind, EndingsTellInAnyCase) {
   EXPECT_EQ(kindOf(_T("head.nii")), FileKind::mri);
   EXPECT_EQ(kindOf(_T("C:\\a.dipset\\HEAD.NII.GZ")), FileKind::mri);
   EXPECT_EQ(kindOf(_T("monday.DipSet")), FileKind::set);
+  for (const LPCTSTR path :
+       {_T("a.mri"), _T("a.MGH"), _T("a.mgz"), _T("a.hdr"), _T("a.img"), _T("a.img.gz")}) {
+    EXPECT_EQ(kindOf(path), FileKind::mri);
+  }
+}
+
+TEST(FileKind, AHeadWithoutAnEndingIsKnownByItsContent) {
+  const TempFolder folder;
+  EXPECT_EQ(kindOf(folder.write("head", CtfFile().bytes())), FileKind::mri);
+  EXPECT_EQ(kindOf(folder.write("head.old", NiftiFile().version1())), FileKind::mri);
+  EXPECT_EQ(kindOf(folder.write("other", "nothing of that")), FileKind::dipoles);
+  EXPECT_EQ(kindOf(folder.write("head.dip", CtfFile().bytes())), FileKind::dipoles);
 }
 
 TEST(FileKind, EverythingElseIsForTheImporters) {

@@ -16,6 +16,7 @@
 
 namespace {
 
+using host::ExportFormat;
 using host::Session;
 using Paths = std::vector<CString>;
 
@@ -259,13 +260,13 @@ TEST(SessionFiles, SelectionAndCurrentDipoleNeedNoSave) {
 TEST(SessionFiles, ExportsAreThoseOfTheModuleAndOfTheTable) {
   Viewer viewer(3);
   const State before(viewer);
-  viewer.session.exportTable(viewer.folder.path("a.csv"));
+  viewer.session.exportSet(viewer.folder.path("a.csv"), ExportFormat::csv);
   EXPECT_EQ(viewer.folder.read("a.csv"), host::tableOf(*viewer.set, {}, viewer.set->m_momentInNAm != 0, ','));
   ScriptedOperator user;
   user.answerFiles({viewer.folder.path("module.txt")});
   ASSERT_EQ(viewer.set->exportExelFile(), 1);
   for (const char* name : {"a.txt", "a.text", "a"}) {
-    viewer.session.exportText(viewer.folder.path(name));
+    viewer.session.exportSet(viewer.folder.path(name), ExportFormat::text);
     EXPECT_EQ(viewer.folder.read(name), viewer.folder.read("module.txt"));
   }
   EXPECT_EQ(viewer.folder.names(), (Texts{"a", "a.csv", "a.text", "a.txt", "module.txt"}));
@@ -288,8 +289,8 @@ TEST(SessionFiles, FailedExportsLeaveTheTarget) {
   Viewer viewer(3);
   const CString folder = viewer.folder.makeFolder("folder");
   const std::string failure = "cannot write " + host::utf8Of(folder) + ": it is a folder";
-  EXPECT_EQ(failureOf([&] { viewer.session.exportTable(folder); }), failure);
-  EXPECT_EQ(failureOf([&] { viewer.session.exportText(folder); }), failure);
+  EXPECT_EQ(failureOf([&] { viewer.session.exportSet(folder, ExportFormat::csv); }), failure);
+  EXPECT_EQ(failureOf([&] { viewer.session.exportSet(folder, ExportFormat::text); }), failure);
   EXPECT_EQ(viewer.folder.names(), Texts{"folder"});
 }
 
@@ -300,7 +301,7 @@ TEST(SessionFiles, ExportToAFullDiskTellsTheCauseOnceAndLeavesTheTarget) {
   std::string told;
   {
     const FailingOs os(FailingOs::Call::write, 1, CFileException::diskFull);
-    told = failureOf([&] { viewer.session.exportText(target); });
+    told = failureOf([&] { viewer.session.exportSet(target, ExportFormat::text); });
   }
   const std::string start = "cannot write " + host::utf8Of(target) + ": ";
   EXPECT_EQ(told.substr(0, start.size()), start);

@@ -292,7 +292,8 @@ TEST_F(SessionFindings, PointsOfAnotherHeadAreWrongInTheMri) {
       "Fid_Points\n{\nNASION: 128 40 128\nLEFT_EAR: 40 128 128\nRIGHT_EAR: 60 128 128\n}\n";
   m_folder.write("head.fiducials", points);
   m_session.openMri(m_folder.write("head.nii", mri()));
-  import("b.dip", fiducials + own + noFit);
+  m_session.importFiles({m_folder.write("b.dip", fiducials + own + noFit)}, nullptr,
+                        [](const std::string&) { return true; });
   EXPECT_EQ(outline(), (Texts{"b.dip note no-fit 0", "b.dip wrong other-head"}));
   EXPECT_EQ(m_session.shownFindings().back().sentence.rfind("For this MRI ", 0), 0U);
   m_session.usePhantom();

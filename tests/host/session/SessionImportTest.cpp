@@ -132,12 +132,13 @@ TEST(SessionImport, FilesThatBringNothingAreNamedAndLeaveNothing) {
                      folder.write("header.dip", "File_Info\n{\nPATIENT:\tSomebody\n}\n"),
                      folder.write("header.txt", "Disk Media:\nMRI/CT Patient: Somebody\n"),
                      folder.write("empty.txt", "")};
-  const Texts causes = {"gone.dip: " + reason(noSuchFile),
-                        "other.xls: its name ends neither in .dip, .bdip, .txt, .csv, .tsv nor .json",
-                        "folder.dip: it is a folder, not a file",
-                        "header.dip: it holds no dipoles",
-                        "header.txt: it holds no dipoles",
-                        "empty.txt: it holds no dipoles"};
+  const Texts causes = {
+      "gone.dip: " + reason(noSuchFile),
+      "other.xls: its name ends neither in .dip, .bdip, .txt, .csv, .tsv, .json nor .dipset",
+      "folder.dip: it is a folder, not a file",
+      "header.dip: it holds no dipoles",
+      "header.txt: it holds no dipoles",
+      "empty.txt: it holds no dipoles"};
   const WholeSet before = wholeSet(*viewer.set);
   auto result = viewer.session.importFiles(bad, nullptr);
   EXPECT_EQ(told(result.failed), causes);

@@ -150,19 +150,20 @@ TEST(SessionSweep, SaveSet) {
 }
 
 TEST(SessionSweep, Exports) {
-  for (const auto& [name, write] :
-       {std::pair{"a.csv", &Session::exportTable}, std::pair{"a.txt", &Session::exportText}}) {
+  for (const auto& [name, format] :
+       {std::pair{"a.csv", host::ExportFormat::csv}, std::pair{"a.txt", host::ExportFormat::text},
+        std::pair{"a.bdip", host::ExportFormat::bdip}}) {
     Viewer viewer;
     const CString path = viewer.folder.path(name);
     std::string whole;  // as it is without a fault
     sweepWork(
         name, allFaults(), viewer,
-        [&, method = write, file = std::string(name)] {
+        [&, as = format, file = std::string(name)] {
           {
             const MemoryTruce truce;
             viewer.folder.write(file, "old");
           }
-          (viewer.session.*method)(path);
+          viewer.session.exportSet(path, as);
         },
         [&, file = std::string(name)](bool isThrown, const WholeSet&) {
           const std::string now = viewer.folder.read(file);

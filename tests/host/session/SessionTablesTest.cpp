@@ -26,6 +26,10 @@ struct Viewer {
   TempFolder folder;
 };
 
+host::ExportFormat formatOf(const char* name) {
+  return host::exportFormatsOf(CString(name)).at(0);
+}
+
 const std::string threeDipoles =
     "x_left_mm,y_up_mm,z_front_mm,latency_ms,fit_error_percent,moment_nAm,label\n"
     "1,2,3,10,5,20,a\n4,5,6,,5,20,b\n7,8,9,30,,20,c\n";
@@ -44,7 +48,7 @@ TEST(SessionTables, EveryFormatComesBackThroughTheSession) {
     const host::UnknownValues unknown = hostile.unknown(50);
     viewer.session.markUnknown(unknown);
     viewer.session.noteChange();
-    viewer.session.exportTable(viewer.folder.path(name));
+    viewer.session.exportSet(viewer.folder.path(name), formatOf(name));
 
     const Session::ImportResult result = viewer.import(name);
     EXPECT_EQ(result.dipoles, 50);
@@ -58,7 +62,7 @@ TEST(SessionTables, EveryFormatComesBackThroughTheSession) {
     EXPECT_EQ(differences(membersInTables(*wanted, unknown),
                           membersInTables(*viewer.set, viewer.session.unknown().in(*viewer.set))),
               Lines());
-    viewer.session.exportTable(viewer.folder.path(std::string("again.") + (name + 2)));
+    viewer.session.exportSet(viewer.folder.path(std::string("again.") + (name + 2)), formatOf(name));
     EXPECT_EQ(viewer.folder.read(std::string("again.") + (name + 2)), viewer.folder.read(name));
   }
 }

@@ -57,7 +57,7 @@ TEST(SessionMri, OpensWithItsPointsAndItsOwnGreyWindow) {
   viewer.session.setWindow({1, 2});
   viewer.session.setCrosshair({1, 2, 3});
   viewer.session.placeFiducial(host::FiducialName::nasion);
-  viewer.session.openMri(folder.write("head.nii", mri()));
+  viewer.session.openMri(folder.write("head.nii", mri()), [](const std::string&) { return true; });
   EXPECT_EQ(viewer.session.head().name, "head.nii");
   EXPECT_TRUE(viewer.session.head().isRegistered());
   EXPECT_EQ(viewer.session.notice(), "The fiducial points that were set are forgotten");

@@ -134,7 +134,7 @@ void ViewerMonkey::saveSet() {
 }
 
 void ViewerMonkey::exportSet() {
-  chooseIfEnabled(m_chance.oneIn(2) ? ID_FILE_EXPORT_TEXT : ID_FILE_EXPORT_CSV);
+  chooseIfEnabled(ID_FILE_EXPORT);
 }
 
 void ViewerMonkey::savePicture() {

@@ -1,8 +1,9 @@
 // A tour through the viewer: does what its user does, on its real windows, and takes a picture after each
 // step.
 //
-//   dipole_tour FOLDER EXAMPLES HEAD     the first two with a separator at the end, FOLDER exists; HEAD is
-//                                        the T1 head that the examples fit
+//   dipole_tour FOLDER EXAMPLES HEAD PATIENT     folders with a separator at the end, FOLDER exists; HEAD is
+//                                                the T1 head that the examples fit, PATIENT has what
+//                                                tests/support/tour_heads.py made of it
 //
 // The pictures are numbered BMP files; index.html shows them, as PNG, with what was done. scripts/tour.sh
 // runs it.
@@ -48,10 +49,11 @@ class Files : public ReadyOperator {
 
 class Tour {
  public:
-  Tour(std::string pictures, std::string examples, std::string head)
+  Tour(std::string pictures, std::string examples, std::string head, std::string patient)
       : m_pictures(std::move(pictures)),
         m_examples(std::move(examples)),
         m_head(std::move(head)),
+        m_patient(std::move(patient)),
         m_album(m_pictures) {}
 
   bool take();
@@ -74,6 +76,8 @@ class Tour {
   void saveAndReopen();
   void undo();
   void otherFiles();
+  void otherHeads();
+  void hideFindings();
   void writeIndex() const;
 
   void keep(const std::string& name, const std::string& text, bool whole = false);
@@ -85,6 +89,7 @@ class Tour {
   std::string m_pictures;
   std::string m_examples;
   std::string m_head;
+  std::string m_patient;
   Album m_album;
   TempFolder m_folder;
   ViewerUser m_user;
@@ -280,6 +285,45 @@ void Tour::otherFiles() {
   keep("median", "A 4D/MSI table: the right median nerve, in the left hand area; L is on the right.");
 }
 
+// Heads and dipole files of other programs.
+void Tour::otherHeads() {
+  ReadyOperator answers;
+  m_user.choose(ID_FILE_NEW_SET);
+  m_user.choose(ID_FILE_PHANTOM);
+  m_user.drop({m_patient + "patient.dip"});
+  hideFindings();
+  keep("ctf-mri",
+       "A CTF dipole file is dropped; the CTF MRI that it names lies beside it, is opened and registers "
+       "itself.");
+  m_user.choose(ID_FILE_NEW_SET);
+  m_user.drop({m_patient + "again.dip"});
+  hideFindings();
+  m_user.session().setCrosshair({0, 0, 95});
+  m_user.choose(ID_VIEW_FIT);
+  keep("file-fiducials",
+       "The nasion was set anew since the fit: rings are the MRI's points, the diamond that of the dipole "
+       "file.");
+  m_user.choose(ID_FILE_NEW_SET);
+  m_user.drop({m_examples + "auditory.dip"});
+  answers.file = m_folder.path("mne.dip");
+  m_user.frame().exportSet(m_folder.path("mne.dip"), host::ExportFormat::neuromag);
+  m_user.choose(ID_FILE_NEW_SET);
+  m_user.drop({m_patient + "head.mgz", m_folder.pathUtf8("mne.dip")});
+  hideFindings();
+  m_user.choose(ID_MNI_IS_COLIN27);
+  m_user.choose(ID_ATLAS_AAL);
+  keep(
+      "mgz-mne",
+      "An MGZ head and a dipole file of MNE, dropped together; below, the crosshair in head, scanner and MNI "
+      "coordinates, and the label of an atlas.");
+}
+
+void Tour::hideFindings() {
+  if (m_user.frame().findingsWindow().m_hWnd != nullptr) {
+    m_user.frame().findingsWindow().ShowWindow(SW_HIDE);
+  }
+}
+
 void Tour::writeIndex() const {
   std::ofstream page(m_pictures + "index.html", std::ios::binary);
   page << "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\"><title>Dipole Viewer: a "
@@ -309,6 +353,7 @@ bool Tour::take() {
   saveAndReopen();
   undo();
   otherFiles();
+  otherHeads();
   writeIndex();
   return m_album.isComplete() && !testing::Test::HasFailure();
 }
@@ -317,9 +362,9 @@ bool Tour::take() {
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  if (argc != 4) {
-    std::cerr << "usage: dipole_tour FOLDER EXAMPLES HEAD\n";
+  if (argc != 5) {
+    std::cerr << "usage: dipole_tour FOLDER EXAMPLES HEAD PATIENT\n";
     return 2;
   }
-  return Tour(argv[1], argv[2], argv[3]).take() ? 0 : 1;
+  return Tour(argv[1], argv[2], argv[3], argv[4]).take() ? 0 : 1;
 }

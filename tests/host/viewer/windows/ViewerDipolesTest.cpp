@@ -131,13 +131,13 @@ TEST_F(ViewerDipoles, LongLabelIsShortenedInTheStatusBarAndInAPicture) {
 }
 
 TEST_F(ViewerDipoles, CommandsThatNeedDipolesAreGreyWithoutThem) {
-  for (const UINT command : {ID_DIPOLES_NEXT, ID_DIPOLES_PREVIOUS, ID_DIPOLES_GO_TO, ID_FILE_EXPORT_TEXT,
-                             ID_FILE_EXPORT_CSV, ID_DIPOLES_UNDO, ID_DIPOLES_REDO}) {
+  for (const UINT command : {ID_DIPOLES_NEXT, ID_DIPOLES_PREVIOUS, ID_DIPOLES_GO_TO, ID_FILE_EXPORT,
+                             ID_DIPOLES_UNDO, ID_DIPOLES_REDO}) {
     EXPECT_FALSE(m_user.isEnabled(command)) << command;
   }
   importExample("auditory.dip");
-  for (const UINT command : {ID_DIPOLES_NEXT, ID_DIPOLES_PREVIOUS, ID_DIPOLES_GO_TO, ID_FILE_EXPORT_TEXT,
-                             ID_FILE_EXPORT_CSV, ID_DIPOLES_UNDO}) {
+  for (const UINT command :
+       {ID_DIPOLES_NEXT, ID_DIPOLES_PREVIOUS, ID_DIPOLES_GO_TO, ID_FILE_EXPORT, ID_DIPOLES_UNDO}) {
     EXPECT_TRUE(m_user.isEnabled(command)) << command;
   }
 }

@@ -231,9 +231,9 @@ TEST_F(ViewerFiles, DroppedSetReplacesTheSet) {
 TEST_F(ViewerFiles, TextCsvAndPictureAreWritten) {
   importExample("auditory.dip");
   m_operator.answerFilesUtf8({m_folder.pathUtf8("out.txt")});
-  m_user.choose(ID_FILE_EXPORT_TEXT);
+  m_user.choose(ID_FILE_EXPORT);
   m_operator.answerFilesUtf8({m_folder.pathUtf8("out.csv")});
-  m_user.choose(ID_FILE_EXPORT_CSV);
+  m_user.choose(ID_FILE_EXPORT);
   m_operator.answerFilesUtf8({m_folder.pathUtf8("out.png")});
   m_user.choose(ID_FILE_SAVE_PICTURE);
   EXPECT_EQ(m_folder.names(), (std::vector<std::string>{"out.csv", "out.png", "out.txt"}));

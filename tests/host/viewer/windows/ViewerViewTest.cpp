@@ -4,6 +4,7 @@
 #include "platform/Utf.h"
 #include "tests/host/viewer/windows/ViewerUser.h"
 #include "tests/support/ScriptedOperator.h"
+#include "tests/support/TempFolder.h"
 #include "tests/support/TestPlaces.h"
 
 namespace {
@@ -25,6 +26,27 @@ class ViewerView : public testing::Test {
   }
   std::string count() { return m_user.status(host::MainFrame::countPart); }
   host::ViewSettings& view() { return m_user.session().view(); }
+  // A part of a bar has room for its text.
+  void expectWhole(int part) {
+    const bool isPlace = part >= host::MainFrame::crosshairPart;
+    const HWND bar = ::GetDlgItem(m_user.frame().m_hWnd, isPlace ? IDC_PLACE_BAR : IDC_STATUS_BAR);
+    const HDC context = ::GetDC(bar);
+    const HGDIOBJ before =
+        ::SelectObject(context, reinterpret_cast<HGDIOBJ>(::SendMessageW(bar, WM_GETFONT, 0, 0)));
+    const CString text = m_user.frame().statusText(part);
+    SIZE size = {};
+    ::GetTextExtentPoint32W(context, text, text.GetLength(), &size);
+    CRect place;
+    ::SendMessageW(bar, SB_GETRECT,
+                   static_cast<WPARAM>(isPlace ? part - host::MainFrame::crosshairPart : part),
+                   reinterpret_cast<LPARAM>(&place));
+    EXPECT_GT(place.Width(), size.cx) << toUtf8(text);
+    CRect whole;
+    ::GetClientRect(bar, &whole);
+    EXPECT_LE(place.right, whole.right) << toUtf8(text);
+    ::SelectObject(context, before);
+    ::ReleaseDC(bar, context);
+  }
 
   ScriptedOperator m_operator;
   ViewerUser m_user;
@@ -217,20 +239,52 @@ TEST_F(ViewerView, StatusBarShowsCrosshairAndWarningsWholeInASmallWindow) {
   m_user.frame().SetWindowPos(nullptr, 0, 0, 800, 600, SWP_NOZORDER);
   m_user.wait();
   ASSERT_NE(count().find("MRI NOT REGISTERED"), std::string::npos) << count();
-  const HWND bar = ::GetDlgItem(m_user.frame().m_hWnd, IDC_STATUS_BAR);
-  const HDC context = ::GetDC(bar);
-  const HGDIOBJ before =
-      ::SelectObject(context, reinterpret_cast<HGDIOBJ>(::SendMessageW(bar, WM_GETFONT, 0, 0)));
-  for (const int part : {host::MainFrame::crosshairPart, host::MainFrame::countPart}) {
-    const CString text = m_user.frame().statusText(part);
-    SIZE size = {};
-    ::GetTextExtentPoint32W(context, text, text.GetLength(), &size);
-    CRect place;
-    ::SendMessageW(bar, SB_GETRECT, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(&place));
-    EXPECT_GT(place.Width(), size.cx) << toUtf8(text);
+  expectWhole(host::MainFrame::crosshairPart);
+  expectWhole(host::MainFrame::countPart);
+}
+
+TEST_F(ViewerView, PlacesInEveryFrameStandWholeAndApartFromEachOtherIn1280Pixels) {
+  m_user.frame().openMri(fromUtf8(exampleHead()));
+  m_user.frame().registerFromFile(fromUtf8(examplesFolder() + "ch2.fiducials"));
+  m_user.frame().SetWindowPos(nullptr, 0, 0, 1280, 900, SWP_NOZORDER);
+  m_user.choose(ID_MNI_IS_UNNAMED);
+  m_user.session().setCrosshair({-88.8, -88.8, -88.8});
+  m_user.frame().SendMessage(WM_COMMAND, ID_VIEW_FIT);
+  m_user.choose(ID_MNI_IS_UNNAMED);
+  for (const int part :
+       {host::MainFrame::crosshairPart, host::MainFrame::scannerPart, host::MainFrame::mniPart}) {
+    EXPECT_FALSE(m_user.status(part).empty()) << part;
+    expectWhole(part);
   }
-  ::SelectObject(context, before);
-  ::ReleaseDC(bar, context);
+  EXPECT_EQ(m_user.status(host::MainFrame::mniPart).rfind("MNI (which one is not known)  ", 0), 0U);
+  m_user.choose(ID_ATLAS_AAL);
+  EXPECT_EQ(m_user.status(host::MainFrame::labelPart).rfind("aal: ", 0), 0U);
+  expectWhole(host::MainFrame::labelPart);
+  EXPECT_TRUE(m_user.isChecked(ID_ATLAS_AAL));
+  m_user.choose(ID_MNI_IS_COLIN27);
+  EXPECT_EQ(m_user.status(host::MainFrame::mniPart).rfind("Colin27  ", 0), 0U);
+  EXPECT_TRUE(m_user.isChecked(ID_MNI_IS_COLIN27));
+  m_user.choose(ID_FILE_PHANTOM);  // the statement was about the other head
+  EXPECT_EQ(m_user.status(host::MainFrame::mniPart), "");
+  EXPECT_EQ(m_user.status(host::MainFrame::scannerPart), "");
+  EXPECT_FALSE(m_user.isEnabled(ID_MNI_FILE));
+}
+
+TEST_F(ViewerView, AnMniTransformIsGivenByAFile) {
+  m_user.frame().openMri(fromUtf8(exampleHead()));
+  TempFolder folder;
+  folder.write("to.txt", "1 0 0 10\n0 1 0 0\n0 0 1 0\n0 0 0 1\n");
+  folder.write("bad.txt", "1 0 0 10\n");
+  m_operator.answerFilesUtf8({folder.pathUtf8("to.txt")});
+  m_user.choose(ID_MNI_FILE);
+  ASSERT_TRUE(m_user.session().mni());
+  EXPECT_EQ(m_user.session().mni()->fromScanner.shift().x, 10.0);
+  EXPECT_TRUE(m_user.isChecked(ID_MNI_FILE));
+  m_operator.answerFilesUtf8({folder.pathUtf8("bad.txt")});
+  m_user.choose(ID_MNI_FILE);
+  ASSERT_FALSE(m_operator.messages.empty());
+  EXPECT_NE(m_operator.messages.back().text.find("bad.txt"), std::string::npos);
+  EXPECT_TRUE(m_user.session().mni());
 }
 
 TEST_F(ViewerView, HelpSaysWhatItIs) {
