@@ -143,7 +143,8 @@ Fiducials placesBySlices(const Head& head, const Fiducials& own) {
           place(head.fiducials->rightEar, own.rightEar, numbers.rightEar)};
 }
 
-// x left, y up, z front as right, front, up. A file whose MRI was stored from right to left has x to the right.
+// x left, y up, z front as right, front, up. A file whose MRI was stored from right to left has x to the
+// right.
 Vector3 asScanner(const Vector3& point, bool isFromLeft) {
   return {isFromLeft ? -point.x : point.x, point.z, point.y};
 }

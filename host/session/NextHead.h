@@ -1,5 +1,5 @@
-// A head that was read and takes the place of the one that is open when nothing can fail any more; and what is
-// asked about heads.
+// A head that was read and takes the place of the one that is open when nothing can fail any more; and what
+// is asked about heads.
 #pragma once
 
 #include <string>

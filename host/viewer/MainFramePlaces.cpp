@@ -1,4 +1,5 @@
-// The bar that tells where the crosshair is, and the commands that tell the viewer of frames beyond the head's.
+// The bar that tells where the crosshair is, and the commands that tell the viewer of frames beyond the
+// head's.
 #include <afxdlgs.h>
 
 #include <algorithm>
