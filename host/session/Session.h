@@ -124,10 +124,10 @@ class Session {
   // Called before each file; false: stop before it. `done` files of `total` are behind.
   using Progress = std::function<bool(int done, int total, const CString& path)>;
   // Adds the dipoles of CTF and Neuromag files (.dip, .bdip), 4D/MSI tables (.txt), tables of this program
-  // (.csv, .tsv, .json) and sets to the set, as one step to undo, each file whole or not at all. What belongs to the whole set stays that
-  // of a set with dipoles, see host/exchange/JoinedSet.h; its moments count as nAm only when those it had do
-  // and every file with dipoles says so. The current folder stays. What a progress function throws ends the
-  // import, and nothing has come.
+  // (.csv, .tsv, .json) and sets to the set, as one step to undo, each file whole or not at all. What
+  // belongs to the whole set stays that of a set with dipoles, see host/exchange/JoinedSet.h; its moments
+  // count as nAm only when those it had do and every file with dipoles says so. The current folder stays.
+  // What a progress function throws ends the import, and nothing has come.
   //
   // The MRI that a CTF file names is opened when it lies beside that file (host/dipoles/NamedMri.h) and no
   // other is open, else when the user says so. A file whose fiducial points are those of another head than
