@@ -107,9 +107,6 @@ std::optional<NearLabel> LabelGrid::nearest(const Vector3& mm, double reach) con
   if (const Label own = at(mm); own != 0) {
     return NearLabel{own, 0.0};
   }
-  if (!isFinite(mm)) {
-    return std::nullopt;
-  }
   Search search{mm, reach * reach};
   look(m_levels.size() - 1, {0, 0, 0}, search);
   if (search.label == 0) {
