@@ -150,7 +150,7 @@ int ListCommand::run() const {
   const ImportSession session(files, std::move(choices));
   const std::optional<host::SetPlaces> places = placesOf(session, names);
   if (m_json) {
-    writeResult(documentOf(session, m_import.names(), frame, places));
+    writeResult(printableLines(jsonOf(session, m_import.names(), frame, places)));
   } else {
     writeResult(m_csv ? csvTable(session, frame, places) : alignedTable(session, frame, places));
   }

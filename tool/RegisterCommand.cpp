@@ -139,9 +139,8 @@ int RegisterCommand::run() const {
   if (format == OutputFormat::dipset) {
     writeOldSet(set, m_output);
   } else {
-    Json document = documentOf(session, m_import.names());
-    document["registration"] = registrationJson(set);
-    writeJson(document, m_output);
+    writeText(m_output,
+              jsonOf(session, m_import.names(), {}, {}, Json{{"registration", registrationJson(set)}}));
   }
   return exitDone;
 }

@@ -31,14 +31,6 @@ void writeTo(const OutputOptions& output, Write write) {
   writeResult(std::string(std::istreambuf_iterator<char>(file), {}));
 }
 
-void writeText(const OutputOptions& output, const std::string& text) {
-  if (output.isStandardOutput()) {
-    writeResult(text);
-  } else {
-    host::writeText(text, pathTextOf(output.target()));
-  }
-}
-
 const host::SetPlaces* pointerTo(const std::optional<host::SetPlaces>& places) {
   return places ? &*places : nullptr;
 }
@@ -83,15 +75,16 @@ std::optional<host::SetPlaces> placesOf(const ImportSession& session,
   return names ? std::optional<host::SetPlaces>(std::in_place, session.collection(), *names) : std::nullopt;
 }
 
-Json documentOf(const ImportSession& session, const std::vector<std::string>& files,
-                const host::SetFrame& frame, const std::optional<host::SetPlaces>& places) {
+std::string jsonOf(const ImportSession& session, const std::vector<std::string>& files,
+                   const host::SetFrame& frame, const std::optional<host::SetPlaces>& places,
+                   const Json& beside) {
   const bool isHost = frame.prefix.empty();
   const std::unique_ptr<CDipoleFace9File> turned =
       isHost ? nullptr : host::inFrame(session.collection(), frame);
-  return host::setDocument(
+  return host::setJson(
       turned ? *turned : session.collection(), session.unknown(),
       {files, session.version(), session.patient(), session.isMomentInNAm(),
-       isHost ? std::string() : frame.description, frame.titles(), frame.points, pointerTo(places)});
+       isHost ? std::string() : frame.description, frame.titles(), frame.points, pointerTo(places), beside});
 }
 
 std::string tableOf(const ImportSession& session, char separator, const host::SetFrame& frame,
@@ -128,7 +121,7 @@ void writeSet(ImportSession& session, const std::vector<std::string>& files, con
     case OutputFormat::tsv:
       return writeText(output, tableOf(session, '\t', frame.frame(), places));
     case OutputFormat::json:
-      return writeJson(documentOf(session, files, frame.frame(), places), output);
+      return writeText(output, jsonOf(session, files, frame.frame(), places));
     case OutputFormat::neuromag:
       return writeForeign(session, host::ForeignFormat::neuromag, output, frame, places);
     case OutputFormat::bdip:
@@ -148,8 +141,12 @@ void writeOldSet(CDipoleFace9File& set, const OutputOptions& output) {
   writeTo(output, [&](const CString& path) { host::writeOldSet(set, path); });
 }
 
-void writeJson(const Json& json, const OutputOptions& output) {
-  writeText(output, host::indented(json));
+void writeText(const OutputOptions& output, const std::string& text) {
+  if (output.isStandardOutput()) {
+    writeResult(text);
+  } else {
+    host::writeText(text, pathTextOf(output.target()));
+  }
 }
 
 }  // namespace tool

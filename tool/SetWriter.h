@@ -29,9 +29,11 @@ void refuseWrong(const ImportSession& session, const OutputOptions& output);
 std::optional<host::SetPlaces> placesOf(const ImportSession& session,
                                         const std::optional<host::PlaceNames>& names);
 
-// The set as JSON, see host/exchange/SetJson.h, in a frame, with places when there are some.
-Json documentOf(const ImportSession& session, const std::vector<std::string>& files,
-                const host::SetFrame& frame = {}, const std::optional<host::SetPlaces>& places = {});
+// The set as JSON, see host/exchange/SetJson.h, in a frame, with places when there are some, and with the
+// members of `beside` before the dipoles.
+std::string jsonOf(const ImportSession& session, const std::vector<std::string>& files,
+                   const host::SetFrame& frame = {}, const std::optional<host::SetPlaces>& places = {},
+                   const Json& beside = Json::object());
 // The same as a table.
 std::string tableOf(const ImportSession& session, char separator, const host::SetFrame& frame,
                     const std::optional<host::SetPlaces>& places = {});
@@ -48,7 +50,7 @@ void writeSet(ImportSession& session, const std::vector<std::string>& files, con
 // A set file of version 20011118, in the same way.
 void writeOldSet(CDipoleFace9File& set, const OutputOptions& output);
 
-// JSON as a file, in the same way: UTF-8, indented, a line feed at its end.
-void writeJson(const Json& json, const OutputOptions& output);
+// A text as a file, in the same way.
+void writeText(const OutputOptions& output, const std::string& text);
 
 }  // namespace tool

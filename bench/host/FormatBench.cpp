@@ -59,7 +59,7 @@ std::vector<Format> formatsOf(const CDipoleFace9File& set) {
           {"tsv", DipoleFormat::tsv, true, [&set] { return tableOf(set, unknown, true, '\t'); }},
           {"json", DipoleFormat::json, true,
            [&set] {
-             return host::indented(setDocument(set, unknown, {{}, {}, {}, true}));
+             return setJson(set, unknown, {{}, {}, {}, true});
            }},
           {"dip", DipoleFormat::ctf, true, foreign(ForeignFormat::ctf)},
           {"neuromag.dip", DipoleFormat::neuromag, true, foreign(ForeignFormat::neuromag)},

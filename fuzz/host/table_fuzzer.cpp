@@ -17,7 +17,7 @@ namespace {
 std::string written(const host::TableSet& table, host::TableFormat format) {
   const bool isInNAm = table.dipoles->m_momentInNAm != 0;
   if (format == host::TableFormat::json) {
-    return host::indented(host::setDocument(*table.dipoles, table.unknown, {{}, "", "", isInNAm}));
+    return host::setJson(*table.dipoles, table.unknown, {{}, "", "", isInNAm});
   }
   return host::tableOf(*table.dipoles, table.unknown, isInNAm, format == host::TableFormat::csv ? ',' : '\t');
 }

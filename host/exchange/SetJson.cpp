@@ -28,29 +28,32 @@ struct ToJson {
   }
 };
 
-Json dipolesOf(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts) {
-  std::array<std::string, fieldCount> names;
+void addDipoles(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts,
+                const AddItem& add) {
+  Json object = Json::object();  // the same for all, only the values are others
   for (std::size_t place = 0; place < fieldCount; ++place) {
-    names.at(place) = titleIn(place, texts.isMomentInNAm, texts.titles);
+    object[titleIn(place, texts.isMomentInNAm, texts.titles)] = nullptr;
   }
-  Json list = Json::array();
+  if (texts.places != nullptr) {
+    object[texts.places->labelTitle] = nullptr;
+    object[texts.places->distanceTitle] = nullptr;
+  }
   for (int slot = 0; slot < set.m_totalDipoles; ++slot) {
     const CDipoleszq* dipole = set.m_dipoles[slot];
     if (dipole == nullptr) {
       continue;
     }
-    Json object = Json::object();
+    auto value = object.begin();
     for (std::size_t place = 0; place < fieldCount; ++place) {
-      object[names.at(place)] = std::visit(ToJson(), fieldValue(place, *dipole, unknown.of(slot)));
+      *value++ = std::visit(ToJson(), fieldValue(place, *dipole, unknown.of(slot)));
     }
     if (texts.places != nullptr) {
       const std::optional<NamedPlace>& place = texts.places->of(slot);
-      object[texts.places->labelTitle] = place ? Json(place->name) : Json();
-      object[texts.places->distanceTitle] = place ? jsonNumber(place->distance) : Json();
+      *value++ = place ? Json(place->name) : Json();
+      *value++ = place ? jsonNumber(place->distance) : Json();
     }
-    list.push_back(std::move(object));
+    add("    " + inOneLine(object));
   }
-  return list;
 }
 
 // A value as it stands in a document. `digits`: a number as it is written.
@@ -320,7 +323,7 @@ class SetReader {
 
 }  // namespace
 
-Json setDocument(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts) {
+std::string setJson(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts) {
   Json document = {{"files", texts.files},
                    {"version", jsonText(texts.version)},
                    {"patient", jsonText(texts.patient)},
@@ -335,8 +338,10 @@ Json setDocument(const CDipoleFace& set, const UnknownValues& unknown, const Set
     document["atlas"] = texts.places->json();
   }
   document["moment_unit"] = jsonText(texts.isMomentInNAm ? unitText : "");
-  document["dipoles"] = dipolesOf(set, unknown, texts);
-  return document;
+  document.update(texts.beside);
+  document["dipoles"] = Json::array();
+  return withItems(indented(document), "dipoles",
+                   [&](const AddItem& add) { addDipoles(set, unknown, texts, add); });
 }
 
 TableSet readSetJson(std::string_view text, const std::string& name) {

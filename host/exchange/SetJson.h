@@ -1,5 +1,6 @@
 // A dipole set as JSON: an object that says where the dipoles come from, and "dipoles", a list with an object
-// for each; empty slots are left out. Their members are the columns of host/exchange/DipoleFields.h. Numbers
+// for each, one a line; empty slots are left out. Their members are the columns of
+// host/exchange/DipoleFields.h. Numbers
 // are as in host/exchange/Json.h; null is an unknown value.
 #pragma once
 
@@ -25,9 +26,10 @@ struct SetTexts {
   FrameTitles titles = {};
   std::optional<Fiducials> points = {};  // that the frame was made with, scanner mm
   const SetPlaces* places = nullptr;     // by an atlas; such a document is not read back either
+  Json beside = Json::object();          // what else is known of the whole set
 };
 
-Json setDocument(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts);
+std::string setJson(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts);
 
 // Patient, version and the unit of the moments come back too. Of an object's members those of the position
 // must be there, see readTable; others than the columns are refused. What the document holds beside is passed

@@ -69,18 +69,14 @@ class Writer {
         m_byColor[dipole->m_color & 0xFFFFFFU].push_back(slot);
       }
     }
-    Json markups = Json::array();
-    for (const auto& [color, slots] : m_byColor) {
-      if (kind == SlicerKind::points) {
-        markups.push_back(pointList(color, slots));
-        continue;
+    const Json document = {{"@schema", schema}, {"markups", Json::array()}};
+    std::string text = withItems(indented(document), "markups", [this, kind](const AddItem& add) {
+      for (const auto& [color, slots] : m_byColor) {
+        kind == SlicerKind::points ? add(pointList(color, slots)) : addArrows(color, slots, add);
       }
-      for (const int slot : slots) {
-        markups.push_back(arrow(color, slot));
-      }
-    }
+    });
     addLosses(kind);
-    return {indented(Json{{"@schema", schema}, {"markups", std::move(markups)}}), std::move(m_losses)};
+    return {std::move(text), std::move(m_losses)};
   }
 
  private:
@@ -133,14 +129,15 @@ class Writer {
     return json;
   }
 
-  Json markup(const char* type, const std::string& name, std::uint32_t color, Json points) const {
+  // Without its points.
+  static Json markup(const char* type, const std::string& name, std::uint32_t color) {
     return {{"type", type},
             {"name", name},
             {"coordinateSystem", "LPS"},
             {"coordinateUnits", "mm"},
             {"locked", true},
             {"labelFormat", "%N-%d"},
-            {"controlPoints", std::move(points)},
+            {"controlPoints", Json::array()},
             {"display",
              {{"visibility", true},
               {"opacity", 1.0},
@@ -153,15 +150,21 @@ class Writer {
               {"glyphSize", 3.0}}}};
   }
 
-  Json pointList(std::uint32_t color, const std::vector<int>& slots) {
-    Json points = Json::array();
-    for (const int slot : slots) {
-      const CDipoleszq& dipole = *m_set->m_dipoles[slot];
-      points.push_back(point(std::to_string(dipole.m_number), labelOf(slot), slot, placeOf(dipole)));
-    }
-    Json list = markup("Fiducial", "dipoles (" + m_frame.description + ")", color, std::move(points));
-    list["measurements"] = measurementsOf(slots);
-    return list;
+  std::string pointList(std::uint32_t color, const std::vector<int>& slots) {
+    Json list = markup("Fiducial", "dipoles (" + m_frame.description + ")", color);
+    list["measurements"] = Json::array();
+    const auto addMeasurements = [&](const AddItem& add) {
+      for (const Json& measurement : measurementsOf(slots)) {
+        add(inOneLine(measurement));
+      }
+    };
+    return withItems(
+        withItems(indented(list), "measurements", addMeasurements), "controlPoints", [&](const AddItem& add) {
+          for (const int slot : slots) {
+            const CDipoleszq& dipole = *m_set->m_dipoles[slot];
+            add(inOneLine(point(std::to_string(dipole.m_number), labelOf(slot), slot, placeOf(dipole))));
+          }
+        });
   }
 
   // A value that a single dipole of the list lacks cannot stand there: the list has one number per point.
@@ -193,14 +196,18 @@ class Writer {
     return list;
   }
 
-  Json arrow(std::uint32_t color, int slot) const {
-    const CDipoleszq& dipole = *m_set->m_dipoles[slot];
-    const Vector3 end = placeOf(dipole) + unit(directionOf(dipole)) * arrowLength;
-    const std::string label = labelOf(slot);
-    const std::string name = "dipole " + std::to_string(dipole.m_number) + (label.empty() ? "" : " ") +
-                             label + " (" + m_frame.description + ")";
-    return markup("Line", name, color,
-                  Json::array({point("1", label, slot, placeOf(dipole)), point("2", "", slot, end)}));
+  void addArrows(std::uint32_t color, const std::vector<int>& slots, const AddItem& add) const {
+    Json line = markup("Line", "", color);
+    for (const int slot : slots) {
+      const CDipoleszq& dipole = *m_set->m_dipoles[slot];
+      const Vector3 end = placeOf(dipole) + unit(directionOf(dipole)) * arrowLength;
+      const std::string label = labelOf(slot);
+      line["name"] = "dipole " + std::to_string(dipole.m_number) + (label.empty() ? "" : " ") + label + " (" +
+                     m_frame.description + ")";
+      line["controlPoints"] =
+          Json::array({point("1", label, slot, placeOf(dipole)), point("2", "", slot, end)});
+      add(inOneLine(line));
+    }
   }
 
   void addLosses(SlicerKind kind) {

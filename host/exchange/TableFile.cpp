@@ -58,7 +58,7 @@ void writeTable(const CDipoleFace& set, const UnknownValues& unknown, TableForma
   const bool isInNAm = set.m_momentInNAm != 0;
   if (format == TableFormat::json) {
     const SetTexts texts{{}, headerText(set.m_fileVersion, "VERSION:"), patientOf(set), isInNAm};
-    return writeText(indented(setDocument(set, unknown, texts)), path);
+    return writeText(setJson(set, unknown, texts), path);
   }
   writeText(tableOf(set, unknown, isInNAm, format == TableFormat::csv ? ',' : '\t'), path);
 }

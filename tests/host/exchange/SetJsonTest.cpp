@@ -1,4 +1,5 @@
 // A set as JSON comes back; a document that is none is refused with its place.
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -35,7 +36,7 @@ TEST(SetJson, HoldsNumbersTextsAndWhatIsUnknown) {
   host::UnknownValues unknown;
   unknown.mark(0, host::DipoleValue::latency);
   EXPECT_EQ(
-      host::setDocument(*set, unknown, {{"a.dip"}, "", "P1", true}).dump(),
+      host::Json::parse(host::setJson(*set, unknown, {{"a.dip"}, "", "P1", true})).dump(),
       R"({"files":["a.dip"],"version":null,"patient":"P1","frame":"head: x left, y up, z front",)"
       R"("moment_unit":"nAm","dipoles":[{"number":0,"id":0,"fit_tag":0,"label":"=1","x_left_mm":"-inf",)"
       R"("y_up_mm":-0.0,"z_front_mm":96.19999694824219,"orientation_x_left":1.0,"orientation_y_up":0.0,)"
@@ -45,6 +46,21 @@ TEST(SetJson, HoldsNumbersTextsAndWhatIsUnknown) {
       R"("glyph_size_pixels":3.0}]})");
 }
 
+TEST(SetJson, HasALineForEachDipoleAndIsSearchedForNoTextsOfTheirs) {
+  CDipoleFace9File set;
+  const host::SetTexts texts{{"\"dipoles\": []"}, "\n  \"dipoles\": []", "", true};
+  const std::string none = host::setJson(set, {}, texts);
+  EXPECT_NE(none.find("\n  \"dipoles\": []\n}\n"), std::string::npos) << none;
+  EXPECT_EQ(host::Json::parse(none)["files"][0], "\"dipoles\": []");
+  for (int i = 0; i < 3; ++i) {
+    set.addDipole();
+  }
+  set.deleteDipole(1, 0);
+  const std::string two = host::setJson(set, {}, texts);
+  EXPECT_EQ(host::Json::parse(two)["dipoles"].size(), 2U);
+  EXPECT_EQ(std::count(two.begin(), two.end(), '\n'), std::count(none.begin(), none.end(), '\n') + 3) << two;
+}
+
 TEST(SetJson, ComesBackBitByBit) {
   for (unsigned seed = 0; seed < 40; ++seed) {
     HostileValues hostile(seed);
@@ -52,14 +68,14 @@ TEST(SetJson, ComesBackBitByBit) {
     const Set set = hostile.set(count);
     const host::UnknownValues unknown = hostile.unknown(count);
     const host::SetTexts texts{{"a", "b"}, "5.0", "P \xC3\xA4 \"x\"", seed % 2 == 0};
-    const std::string text = host::indented(host::setDocument(*set, unknown, texts));
+    const std::string text = host::setJson(*set, unknown, texts);
     const host::TableSet back = host::readSetJson(text, "t");
     ASSERT_EQ(differences(membersInTables(*set, unknown), membersInTables(*back.dipoles, back.unknown)),
               Lines());
     ASSERT_EQ(back.dipoles->m_momentInNAm, seed % 2 == 0 ? 1 : 0);
     ASSERT_EQ(toUtf8(back.dipoles->m_patient), texts.patient);
     ASSERT_EQ(toUtf8(back.dipoles->m_fileVersion), texts.version);
-    ASSERT_EQ(host::indented(host::setDocument(*back.dipoles, back.unknown, texts)), text);
+    ASSERT_EQ(host::setJson(*back.dipoles, back.unknown, texts), text);
   }
 }
 
