@@ -9,6 +9,7 @@
 #include "host/exchange/Json.h"
 #include "host/session/Session.h"
 #include "platform/Utf.h"
+#include "tests/host/head/CtfFile.h"
 #include "tests/host/session/SmallMri.h"
 #include "tests/support/ScriptedOperator.h"
 #include "tests/support/TempFolder.h"
@@ -98,6 +99,17 @@ TEST_F(SessionExport, OtherProgramsGetScannerPlacesOfARegisteredHead) {
 TEST_F(SessionExport, ThePhantomIsNobodysHeadInTheScanner) {
   EXPECT_TRUE(isSaid(write("a.vtp", ExportFormat::vtp), "Where the head lies in the scanner is not known"));
   EXPECT_TRUE(isSaid(write("a.dip", ExportFormat::neuromag), "ears were taken as symmetric"));
+}
+
+TEST_F(SessionExport, PlacesOfAHeadWithoutScannerCoordinatesAreToldToBeNone) {
+  m_session.openMri(m_folder.write("ctf.mri", CtfFile().bytes()), [](const std::string&) { return true; });
+  ASSERT_TRUE(m_session.head().isRegistered());
+  const std::string words = "ctf.mri has no scanner coordinates";
+  EXPECT_TRUE(isSaid(write("a.vtp", ExportFormat::vtp), words));
+  EXPECT_TRUE(isSaid(write("a.mrk.json", ExportFormat::slicer), words));
+  EXPECT_FALSE(isSaid(write("a.bdip", ExportFormat::bdip), words));
+  openHead();
+  EXPECT_FALSE(isSaid(write("a.vtp", ExportFormat::vtp), words));
 }
 
 TEST_F(SessionExport, WhatAFileCannotHoldIsToldByNameAndCount) {
