@@ -47,6 +47,15 @@ class Files : public ReadyOperator {
   }
 };
 
+// Answers questions with yes, but keeps no changes.
+class Careless : public ReadyOperator {
+ public:
+  int answerMessage(LPCTSTR text, UINT type) override {
+    const int answer = ReadyOperator::answerMessage(text, type);
+    return (type & MB_TYPEMASK) == MB_YESNOCANCEL ? IDNO : answer;
+  }
+};
+
 class Tour {
  public:
   Tour(std::string pictures, std::string examples, std::string head, std::string patient)
@@ -275,7 +284,7 @@ void Tour::undo() {
 }
 
 void Tour::otherFiles() {
-  ReadyOperator answers;
+  Careless answers;
   ::ShowWindow(m_user.manager(), SW_HIDE);
   m_user.choose(ID_FILE_NEW_SET);
   m_user.drop({m_examples + "auditory.dip"});
@@ -287,7 +296,7 @@ void Tour::otherFiles() {
 
 // Heads and dipole files of other programs.
 void Tour::otherHeads() {
-  ReadyOperator answers;
+  Careless answers;
   m_user.choose(ID_FILE_NEW_SET);
   m_user.choose(ID_FILE_PHANTOM);
   m_user.drop({m_patient + "patient.dip"});
@@ -298,8 +307,8 @@ void Tour::otherHeads() {
   m_user.choose(ID_FILE_NEW_SET);
   m_user.drop({m_patient + "again.dip"});
   hideFindings();
-  m_user.session().setCrosshair({0, 0, 95});
-  m_user.choose(ID_VIEW_FIT);
+  m_user.session().setCrosshair({0, 0, 94});
+  m_user.key(0, VK_UP);
   keep("file-fiducials",
        "The nasion was set anew since the fit: rings are the MRI's points, the diamond that of the dipole "
        "file.");

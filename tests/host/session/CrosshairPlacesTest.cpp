@@ -12,7 +12,7 @@
 
 namespace {
 
-class PlaceTexts : public testing::Test {
+class CrosshairPlaces : public testing::Test {
  protected:
   void open(const std::string& name, const std::string& bytes) {
     m_session.openMri(m_folder.write(name, bytes));
@@ -25,20 +25,20 @@ class PlaceTexts : public testing::Test {
   host::Session m_session{*m_set};
 };
 
-TEST_F(PlaceTexts, SidesStandInsteadOfSigns) {
+TEST_F(CrosshairPlaces, SidesStandInsteadOfSigns) {
   EXPECT_EQ(host::headPlaceText({1.25, -2, 3}), "L 1.2  I 2.0  A 3.0 mm");
   EXPECT_EQ(host::headPlaceText({-1, 2, -3}), "R 1.0  S 2.0  P 3.0 mm");
   EXPECT_EQ(host::headPlaceText({-0.04, -0.0, 0}), "L 0.0  S 0.0  A 0.0 mm");
 }
 
-TEST_F(PlaceTexts, ThePhantomHasNoScannerAndNoMni) {
+TEST_F(CrosshairPlaces, ThePhantomHasNoScannerAndNoMni) {
   EXPECT_NE(texts().head, "");
   EXPECT_EQ(texts().scanner, "");
   EXPECT_NE(failureOf([&] { m_session.setMni({}); }), "");
   EXPECT_EQ(texts().mni, "");
 }
 
-TEST_F(PlaceTexts, ScannerPlacesAreThoseOfTheMriWhetherRegisteredOrNot) {
+TEST_F(CrosshairPlaces, ScannerPlacesAreThoseOfTheMriWhetherRegisteredOrNot) {
   open("head.nii", mri());
   m_session.setCrosshair(m_session.head().frame.fromScanner({11, -12, 13}));
   EXPECT_EQ(texts().scanner, "R 11.0  P 12.0  S 13.0 mm");
@@ -48,7 +48,7 @@ TEST_F(PlaceTexts, ScannerPlacesAreThoseOfTheMriWhetherRegisteredOrNot) {
   EXPECT_EQ(texts().head.find("from the middle"), std::string::npos);
 }
 
-TEST_F(PlaceTexts, ACtfMriHasNoScannerCoordinates) {
+TEST_F(CrosshairPlaces, ACtfMriHasNoScannerCoordinates) {
   open("head.mri", CtfFile().bytes());
   ASSERT_TRUE(m_session.head().isRegistered());
   EXPECT_EQ(texts().scanner, "");
@@ -56,7 +56,7 @@ TEST_F(PlaceTexts, ACtfMriHasNoScannerCoordinates) {
             "head.mri has no scanner coordinates that could lead to MNI");
 }
 
-TEST_F(PlaceTexts, MniIsToldWithItsSpaceByStatementOrFileAndForgottenWithTheHead) {
+TEST_F(CrosshairPlaces, MniIsToldWithItsSpaceByStatementOrFileAndForgottenWithTheHead) {
   open("head.nii", mri());
   m_session.setCrosshair(m_session.head().frame.fromScanner({11, -12, 13}));
   EXPECT_EQ(texts().mni, "");  // nothing is guessed
@@ -79,7 +79,7 @@ TEST_F(PlaceTexts, MniIsToldWithItsSpaceByStatementOrFileAndForgottenWithTheHead
 }
 
 // Labels need MNI places of a registered head; what is missing is told instead.
-TEST_F(PlaceTexts, AnAtlasTellsLabelsOnlyWhereTheMniPlaceIsKnown) {
+TEST_F(CrosshairPlaces, AnAtlasTellsLabelsOnlyWhereTheMniPlaceIsKnown) {
   NiftiFile labels;
   labels.dim = {3, 3, 3, 3, 1, 1, 1, 1};
   labels.type = 2;
