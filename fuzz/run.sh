@@ -18,7 +18,7 @@ case $limit in
   *) limit=-max_total_time=$limit ;;
 esac
 
-readers=(ctf msi row line archive nifti ctfmri mgh atlas audit table neuromag)
+readers=(ctf msi row line archive nifti ctfmri mgh fif atlas audit table neuromag)
 folder=$PWD/build/native-asan
 cmake --preset native-asan >/dev/null
 cmake --build "$folder" --target "${readers[@]/%/_fuzzer}"

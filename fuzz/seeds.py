@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Makes the seeds of the fuzzers: seeds.py OUTDIR writes OUTDIR/ctf, msi, row, line, archive, nifti, ctfmri,
-mgh, atlas, audit, table, neuromag.
+mgh, fif, atlas, audit, table, neuromag.
 
 The CTF seeds are the example files, pieces and cuts of them, and small files for what the examples lack;
 the 4D/MSI seeds are small files made here;
@@ -164,6 +164,28 @@ def ctf_mris():
         made.version = "4.1"
         yield 2, ctf_mri.version4(made)
         yield 2, ctf_mri.join4(ctf_mri.tags4(made)[::-1])
+
+
+def fif_tag(kind, form, value, following=0):
+    return struct.pack(">4i", kind, form, len(value), following) + value
+
+
+def fif_number(kind, value):
+    return fif_tag(kind, 3, struct.pack(">i", value))
+
+
+def fif_files():
+    """(mode, bytes) of MNE's files: points in each frame, transforms in both directions and of other frames."""
+    start, end = fif_tag(100, 31, bytes(20)), fif_tag(108, 0, b"", -1)
+    points = b"".join(fif_tag(213, 33, struct.pack(">2i3f", kind, identity, *place)) for kind, identity, place in
+                      ((1, 1, (-0.07, 0, 0)), (1, 2, (0, 0.1, 0)), (1, 3, (0.07, 0, 0)), (4, 1, (0.01, 0.02, 0.1))))
+    for frame in (4, 5, 2002, 2001):
+        yield 0, start + fif_number(104, 107) + fif_number(3506, frame) + points + fif_number(105, 107) + end
+    turn = (0.0, -1, 0, 1, 0, 0, 0, 0, 1)
+    for source, target in ((4, 5), (5, 4), (1, 4)):
+        value = struct.pack(">2i24f", source, target, *turn, 0.01, 0.02, 0.03, *turn, 0, 0, 0)
+        yield 1, start + fif_tag(222, 35, value) + end
+    yield 1, start + fif_tag(222, 35, struct.pack(">2i24f", 4, 5, -1, *turn[1:], *[0] * 15), 144) + end
 
 
 def cuts(data):
@@ -361,6 +383,10 @@ def main():
         write(out / "mgh", f"{name}_packed", b"\0" + gzip.compress(data, mtime=0))
     write(out / "mgh", "no_directions", b"\0" + mgh(0, 1, good=0))
     write(out / "mgh", "skew", b"\0" + mgh(0, 1, axes=(1, 0, 0, 0.5, 0.5, 0, 0, 0, 1)))
+    for number, (mode, data) in enumerate(fif_files()):
+        for cut, part in cuts(data):
+            write(out / "fif", f"fif{number}_{cut}", bytes([mode]) + part)
+            write(out / "fif", f"begun{number}_{cut}", bytes([mode | 2]) + part)
     for number, (mode, data) in enumerate(ctf_mris()):
         for cut, part in cuts(data):
             write(out / "ctfmri", f"head{number}_{cut}", bytes([mode]) + part)

@@ -52,12 +52,15 @@ class Check {
     m_parts.insert(m_parts.end(), session.joined().parts().begin(), session.joined().parts().end());
   }
 
-  void compareFiles() {
+  // Of several files, or of none.
+  void take(const std::vector<host::Finding>& findings) {
     const CDipoleFace none;
-    for (const host::Finding& finding : host::findingsBetween(m_parts)) {
+    for (const host::Finding& finding : findings) {
       add(finding, none);
     }
   }
+
+  void compareFiles() { take(host::findingsBetween(m_parts)); }
 
   int exitCode() const { return m_hasFailed || m_wrongLeft > 0 ? exitFailure : exitDone; }
   const std::string& text() const { return m_text; }
@@ -121,6 +124,7 @@ int CheckCommand::run() const {
     check.look(file);
   }
   check.compareFiles();
+  check.take(m_frame.findings());
   if (m_json) {
     writeResult(check.json());
   } else {

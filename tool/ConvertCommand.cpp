@@ -25,7 +25,8 @@ constexpr const char* help =
   .mrk.json  points for 3D Slicer; --to arrows is a line for each dipole
   .vtp     points for ParaView, PyVista and 3D Slicer
 What a file cannot hold is told by name and count. --frame chooses the frame of places in tables,
-.mrk.json and .vtp; frames but ctf need --fiducials, or --mri with points beside it.
+.mrk.json and .vtp; frames but ctf need --fiducials, or --mri with points beside it. MNE's
+*-fiducials.fif and, with --trans, its *-trans.fif are points of the MRI that --mri names.
 Tables come back: FILE may be such a .csv, .tsv or .json. A value that the file leaves open is
 an empty cell, in JSON null; what is no number is nan, inf or -inf, in JSON a text. A text
 that a spreadsheet would take for a formula (= + - @) gets a ' in front, which reading takes

@@ -29,7 +29,6 @@
 #include "tool/AtlasOptions.h"
 #include "tool/Commands.h"
 #include "tool/FileNames.h"
-#include "tool/FrameOptions.h"
 #include "tool/HeadOptions.h"
 #include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
@@ -59,7 +58,8 @@ name lies beside it; a CTF MRI brings its fiducial points. --mri none leaves it 
 The fiducial points are scanner millimetres (right, anterior, superior positive), from a text
 file with the lines "nasion x y z", "left x y z", "right x y z", or as three triples. Without
 --fiducials they come from the file beside the MRI (head.fiducials for head.nii.gz), from the MRI
-itself, or from the dipole file when it was made with this MRI.
+itself, or from the dipole file when it was made with this MRI. MNE's *-fiducials.fif is taken too,
+and --trans its *-trans.fif, which lays Neuromag's dipoles into the MRI (T1.mgz) as MNE does.
 
 A 3D picture (--3d) shows the dipoles as balls with arrows, the sphere of the fit and the
 fiducial points; with an MRI also slices through the strongest dipole or those that --slice
@@ -340,7 +340,7 @@ int DrawCommand::run() const {
   checkOutput();
   const std::vector<InputFile> files = m_import.files();
   ImportChoices choices = m_import.choices();
-  choices.points = needsPoints(files) ? m_head.givenPoints() : std::nullopt;
+  choices.points = m_head.pointsFor(files);
   ImportSession session(files, std::move(choices));
   CDipoleFace9File& set = session.collection();
   if (set.m_totalDipoles == 0) {

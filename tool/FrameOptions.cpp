@@ -1,18 +1,10 @@
 #include "tool/FrameOptions.h"
 
-#include <algorithm>
 #include <map>
 
 #include "tool/Choice.h"
-#include "tool/FiducialPoints.h"
 
 namespace tool {
-
-bool needsPoints(const std::vector<InputFile>& files) {
-  return std::any_of(files.begin(), files.end(), [](const InputFile& file) {
-    return file.format == host::DipoleFormat::neuromag || file.format == host::DipoleFormat::bdip;
-  });
-}
 
 namespace {
 
@@ -29,10 +21,7 @@ const std::map<std::string, host::FrameName>& frames() {
 
 void FrameOptions::addTo(CLI::App& command, bool choosesFrame) {
   command.add_option("--mri", m_mri, "The MRI of the head, for its fiducial points")->type_name("HEAD");
-  command
-      .add_option("--fiducials", m_points,
-                  "Fiducial points of the head: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
-      ->type_name("FILE|POINTS");
+  m_points.addTo(command);
   if (!choosesFrame) {
     return;
   }
@@ -46,7 +35,9 @@ std::optional<host::FrameName> FrameOptions::name() const {
 }
 
 host::KnownHead FrameOptions::head() const {
-  return {points(), m_mni.map()};
+  host::KnownHead head = known().head;
+  head.mni = m_mni.map();
+  return head;
 }
 
 host::SetFrame FrameOptions::frame() const {
@@ -57,12 +48,20 @@ std::optional<host::PlaceNames> FrameOptions::places() const {
   return m_atlas.isGiven() ? m_atlas.names(head()) : std::nullopt;
 }
 
-std::optional<host::Fiducials> FrameOptions::points() const {
-  return givenFiducials(m_points, m_mri);
+const PointOptions::Known& FrameOptions::known() const {
+  if (!m_known) {
+    m_known = m_points.known(m_mri);
+  }
+  return *m_known;
 }
 
 std::optional<host::Fiducials> FrameOptions::pointsFor(const std::vector<InputFile>& files) const {
-  return needsPoints(files) ? points() : std::nullopt;
+  const bool isNeeded = needsPoints(files) || m_points.hasTransform();
+  return isNeeded ? pointsToImport(known().head, files) : std::nullopt;
+}
+
+std::vector<host::Finding> FrameOptions::findings() const {
+  return m_points.hasTransform() ? known().findings : std::vector<host::Finding>();
 }
 
 }  // namespace tool

@@ -11,11 +11,9 @@
 #include "tool/AtlasOptions.h"
 #include "tool/InputFile.h"
 #include "tool/MniOptions.h"
+#include "tool/PointOptions.h"
 
 namespace tool {
-
-// Whether positions of a file are in a head frame that takes fiducial points to carry to the host's.
-bool needsPoints(const std::vector<InputFile>& files);
 
 class FrameOptions {
  public:
@@ -23,11 +21,12 @@ class FrameOptions {
   // what tells in which frame places are written.
   void addTo(CLI::App& command, bool choosesFrame = true);
 
-  // The fiducial points of the head, scanner mm: those that are given, else those that come with the MRI.
-  // Throws std::runtime_error with the cause.
-  std::optional<host::Fiducials> points() const;
-  // The same for an import; nothing when none of the files needs them.
+  // The fiducial points of the head for an import of the files: those that are given, else those that come
+  // with the MRI; nothing when none of the files needs them. Throws std::runtime_error with the cause.
   std::optional<host::Fiducials> pointsFor(const std::vector<InputFile>& files) const;
+
+  // What is to be said of a transform that is given. Throws std::runtime_error with the cause.
+  std::vector<host::Finding> findings() const;
 
   // --frame; nothing when it is not given.
   std::optional<host::FrameName> name() const;
@@ -40,8 +39,11 @@ class FrameOptions {
   std::optional<host::PlaceNames> places() const;
 
  private:
+  const PointOptions::Known& known() const;
+
   std::string m_mri;
-  std::string m_points;
+  PointOptions m_points;
+  mutable std::optional<PointOptions::Known> m_known;  // read once
   std::string m_frame;
   MniOptions m_mni;
   AtlasOptions m_atlas;

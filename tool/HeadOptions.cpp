@@ -12,7 +12,6 @@
 #include "host/exchange/JoinedSet.h"
 #include "host/head/HeadFile.h"
 #include "host/text/PathText.h"
-#include "tool/FiducialPoints.h"
 #include "tool/FileNames.h"
 #include "tool/Output.h"
 #include "tool/TerminalOperator.h"
@@ -26,10 +25,7 @@ void HeadOptions::addTo(CLI::App& command) {
                                 "The MRI: NIfTI, CTF (.mri), MGH or MGZ; none leaves out the one that a "
                                 "dipole file names")
                     ->type_name("HEAD|none");
-  m_fiducialsOption =
-      command
-          .add_option("--fiducials", m_points, "Fiducial points: a file, or \"nx,ny,nz lx,ly,lz rx,ry,rz\"")
-          ->type_name("FILE|POINTS");
+  m_points.addTo(command);
   addCtf21(command, m_takesCtf21);
 }
 
@@ -38,12 +34,17 @@ void addCtf21(CLI::App& command, bool& isTaken) {
                    "Read a CTF MRI of version 2.1 too, whose layout is known less well");
 }
 
-std::optional<host::Fiducials> HeadOptions::givenPoints() const {
-  return givenFiducials(m_points, m_mri);
+std::optional<host::Fiducials> HeadOptions::pointsFor(const std::vector<InputFile>& files) const {
+  if (!needsPoints(files) && !m_points.hasTransform()) {
+    return std::nullopt;
+  }
+  return pointsToImport(m_points.known(isGiven() ? m_mri : std::string()).head, files);
 }
 
 std::vector<std::string> HeadOptions::files() const {
-  return {isGiven() ? m_mri : std::string(), m_points};
+  std::vector<std::string> all = m_points.files();
+  all.push_back(isGiven() ? m_mri : std::string());
+  return all;
 }
 
 host::Head HeadOptions::readUnregistered() const {
@@ -79,7 +80,7 @@ std::optional<host::Head> HeadOptions::read(ImportSession& session) const {
   }
   const std::string mri = isGiven() ? m_mri : named(session);
   if (mri.empty()) {
-    if (!m_points.empty()) {
+    if (m_points.isGiven()) {
       throw UsageError("--fiducials needs --mri HEAD: no dipole file names an MRI that is beside it");
     }
     return std::nullopt;
@@ -88,23 +89,21 @@ std::optional<host::Head> HeadOptions::read(ImportSession& session) const {
 }
 
 host::Head HeadOptions::readRegistered(ImportSession& session, const std::string& mri) const {
-  std::optional<host::Fiducials> points;
-  if (!m_points.empty()) {
-    points = readFiducials(m_points);
-    (void)host::HeadFrame(*points);  // a mistake in them is told before a large MRI is read
-  }
+  (void)m_points.points();  // a mistake in them is told before a large MRI is read
   host::OpenedHead opened = host::openHead(pathTextOf(mri), {m_takesCtf21});
   host::Head& head = opened.head;
-  if (!points && !opened.question.empty()) {
+  if (!m_points.isGiven() && !opened.question.empty()) {
     if (!session.accepts(host::FindingCode::mriPoints)) {
       throw std::runtime_error(mri + ": " + opened.question +
                                "; --accept mri-points takes them, --fiducials gives others");
     }
     host::takeOwnPoints(opened);
   }
-  if (!points && !head.isRegistered()) {
+  if (m_points.isGiven()) {
+    session.add(m_points.registerHead(head));
+  } else if (!head.isRegistered()) {
     try {
-      points = host::fiducialsOfSet(session.collection(), *head.volume);
+      host::registerHead(head, host::fiducialsOfSet(session.collection(), *head.volume));
       tellNote("fiducial points: those of the dipole file");
     } catch (const std::runtime_error& error) {
       const std::string& why = head.source.unplaceable;
@@ -114,9 +113,6 @@ host::Head HeadOptions::readRegistered(ImportSession& session, const std::string
       throw std::runtime_error("no fiducial points: " + beside + "; " + error.what() +
                                (why.empty() ? "; --fiducials gives them" : ""));
     }
-  }
-  if (points) {
-    host::registerHead(head, *points);
   }
   if (!head.volume->sidesStated()) {
     tell("warning: " + mri + " does not say which side of it is left: sides are assumed");

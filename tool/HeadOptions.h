@@ -8,6 +8,7 @@
 
 #include "host/head/Head.h"
 #include "tool/ImportSession.h"
+#include "tool/PointOptions.h"
 
 namespace tool {
 
@@ -27,11 +28,11 @@ class HeadOptions {
   bool isRefused() const { return m_mri == noMri; }
   // What excludes the points, and what needs the MRI, may refer to them.
   CLI::Option* mri() const { return m_mriOption; }
-  CLI::Option* fiducials() const { return m_fiducialsOption; }
+  CLI::Option* fiducials() const { return m_points.fiducials(); }
 
-  // For an import in another head frame: the points that are given, or come with the MRI, before it is
-  // known what dipoles the files bring.
-  std::optional<host::Fiducials> givenPoints() const;
+  // For an import of the files: the points that are given, or come with the MRI, before it is known what
+  // dipoles the files bring; nothing when none of them needs points.
+  std::optional<host::Fiducials> pointsFor(const std::vector<InputFile>& files) const;
 
   // The files that are named.
   std::vector<std::string> files() const;
@@ -51,10 +52,9 @@ class HeadOptions {
   host::Head readRegistered(ImportSession& session, const std::string& mri) const;
 
   std::string m_mri;
-  std::string m_points;
+  PointOptions m_points;
   bool m_takesCtf21 = false;
   CLI::Option* m_mriOption = nullptr;
-  CLI::Option* m_fiducialsOption = nullptr;
 };
 
 }  // namespace tool

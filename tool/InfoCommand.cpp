@@ -268,7 +268,8 @@ int InfoCommand::run() const {
   ImportChoices choices = m_import.choices();
   choices.points = m_frame.pointsFor(files);
   for (const InputFile& file : files) {
-    const ImportSession session({file}, choices);
+    ImportSession session({file}, choices);
+    session.add(m_frame.findings());
     const FileInfo info(file.name, session, frame, placesOf(session, names));
     code = (std::max)(code, session.exitCode());
     json.push_back(jsonReport(info, session));

@@ -147,7 +147,8 @@ int ListCommand::run() const {
   choices.points = m_frame.pointsFor(files);
   const host::SetFrame frame = m_frame.frame();
   const std::optional<host::PlaceNames> names = m_frame.places();
-  const ImportSession session(files, std::move(choices));
+  ImportSession session(files, std::move(choices));
+  session.add(m_frame.findings());
   const std::optional<host::SetPlaces> places = placesOf(session, names);
   if (m_json) {
     writeResult(printableLines(jsonOf(session, m_import.names(), frame, places)));

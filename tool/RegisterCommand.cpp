@@ -4,7 +4,6 @@
 
 #include "host/head/CornerGrid.h"
 #include "tool/Commands.h"
-#include "tool/FrameOptions.h"
 #include "tool/HeadOptions.h"
 #include "tool/HelpText.h"
 #include "tool/ImportOptions.h"
@@ -125,14 +124,18 @@ int RegisterCommand::run() const {
   if (format != OutputFormat::dipset && format != OutputFormat::json) {
     throw UsageError(m_output.target() + ": a registration is written as .dipset or .json");
   }
-  ImportSession session = importToWrite(m_import, m_output, [this](const auto& files) {
-    return needsPoints(files) ? m_head.givenPoints() : std::nullopt;
-  });
+  ImportSession session =
+      importToWrite(m_import, m_output, [this](const auto& files) { return m_head.pointsFor(files); });
   CDipoleFace9File& set = session.collection();
   if (m_bySphere) {
     registerBySphere(set);
   } else {
     const host::Head head = m_head.read(session).value();
+    if (head.arePointsAssumed) {
+      throw std::runtime_error(
+          "a registration needs the fiducial points of the head: --trans alone does not "
+          "know where the ears are, --fiducials does");
+    }
     refuseWrong(session, m_output);
     registerByFiducials(set, head);
   }

@@ -72,6 +72,27 @@ std::optional<Finding> otherHead(const Fiducials& own, const std::string& file, 
   return Finding{FindingCode::otherHead, Severity::wrong, file, 0, {}, {}, beside + " " + mismatch, {}};
 }
 
+struct DistanceTexts {
+  std::string distance;
+  std::string doubt;
+  std::string used;
+};
+
+// Two sets of fiducial points that lie so far from each other, mm, at most.
+Finding distant(double largest, const std::string& file, const DistanceTexts& texts) {
+  Finding finding{FindingCode::otherHead, Severity::note, file, 0, {}, {}, texts.distance, {}};
+  if (largest <= sameHeadDistance) {
+    finding.sentence += texts.used;
+  } else if (largest <= mostDifference) {
+    finding.severity = Severity::doubtful;
+    finding.sentence += texts.doubt + texts.used;
+  } else {  // also what is not a number
+    finding.severity = Severity::wrong;
+    finding.sentence += " Is this the same head?";
+  }
+  return finding;
+}
+
 }  // namespace
 
 std::optional<Finding> findOutsideSphere(const CDipoleFace& set, int first, int end,
@@ -149,19 +170,29 @@ std::optional<Finding> findOtherHead(const Fiducials& ownNumbers, const std::str
         distance(ownNumbers.rightEar, head.numbers.rightEar)}) {
     largest = one <= largest ? largest : one;  // what is not a number is farther than any
   }
-  Finding finding{FindingCode::otherHead, Severity::note, file, 0, {}, {}, {}, {}};
-  finding.sentence =
-      "The fiducial points in the dipole file lie up to " + fixed(largest, 1) + " mm from those in this MRI.";
-  if (largest <= sameHeadDistance) {
-    finding.sentence += " Those in the MRI are used.";
-  } else if (largest <= mostDifference) {
-    finding.severity = Severity::doubtful;
-    finding.sentence += " They may have been set anew since the fit. Those in the MRI are used.";
-  } else {  // also what is not a number
-    finding.severity = Severity::wrong;
-    finding.sentence += " Is this the same head?";
+  return distant(largest, file,
+                 {"The fiducial points in the dipole file lie up to " + fixed(largest, 1) +
+                      " mm from those in this MRI.",
+                  " They may have been set anew since the fit.", " Those in the MRI are used."});
+}
+
+Finding findingOf(const HeadPlacement& placement, const std::string& file) {
+  if (!placement.arePointsKnown()) {
+    return {FindingCode::symmetricEars,
+            Severity::note,
+            file,
+            0,
+            {},
+            {},
+            "The transform lays Neuromag's dipoles into the MRI: there their places are exact. The ears are "
+            "not known and taken as symmetric, which concerns the other head frames alone.",
+            {}};
   }
-  return finding;
+  const double largest = placement.apart.value();
+  return distant(
+      largest, file,
+      {"The fiducial points lie up to " + fixed(largest, 1) + " mm from where the transform has them.",
+       " One of them was made on another occasion.", " The transform is used."});
 }
 
 std::optional<Finding> findCarriedByOthers(const std::optional<Fiducials>& carriedBy, const std::string& file,

@@ -8,6 +8,7 @@
 
 #include "host/audit/Finding.h"
 #include "host/head/Head.h"
+#include "host/head/HeadPlacement.h"
 #include "host/head/Volume.h"
 #include "module/dipole.h"
 
@@ -47,6 +48,10 @@ std::optional<Finding> findOtherHead(const Fiducials& ownNumbers, const std::str
 // them elsewhere than by those of this head: doubtful up to sameHeadDistance, then wrong.
 std::optional<Finding> findCarriedByOthers(const std::optional<Fiducials>& carriedBy, const std::string& file,
                                            const Fiducials& head);
+
+// How far the fiducial points of a head lie from where a transform has them, likewise; and when no points are
+// known, what that means.
+Finding findingOf(const HeadPlacement& placement, const std::string& file);
 
 // What the file of a head says of itself that a user should know.
 std::vector<Finding> findingsOf(const Head& head, const std::string& file);

@@ -53,7 +53,7 @@ void refuseOther(std::optional<FrameName> frame, FrameName own, const char* caus
 }
 
 void tellFrame(ForeignFile& file, const SetFrame& frame, bool isChosen) {
-  if (!isChosen && !frame.points) {
+  if (!isChosen && frame.name != FrameName::scanner) {
     file.told.emplace_back(
         "Where the head lies in the scanner is not known: places are in the head frame, x right, y front, z "
         "up, "

@@ -121,12 +121,22 @@ Affine rightFrontUp() {
   return headToSymmetricNeuromag();
 }
 
-const Fiducials& pointsOf(const KnownHead& head, const char* frame) {
-  if (!head.points) {
-    throw std::runtime_error(std::string("the ") + frame +
-                             " frame needs the fiducial points of the head, which are not known");
+bool isPlaced(const KnownHead& head) {
+  return (head.points && !head.arePointsUnplaced) || head.neuromagToScanner;
+}
+
+Affine hostToScanner(const KnownHead& head, const char* frame) {
+  if (!isPlaced(head)) {
+    throw std::runtime_error(std::string("the ") + frame + " frame needs the fiducial points of the head" +
+                             (head.points ? " in its MRI: --mri gives it" : ", which are not known"));
   }
-  return *head.points;
+  return head.points ? HeadFrame(*head.points).toScanner()
+                     : head.neuromagToScanner->after(headToSymmetricNeuromag());
+}
+
+// Those that a file may tell.
+std::optional<Fiducials> placedPoints(const KnownHead& head) {
+  return head.arePointsUnplaced ? std::nullopt : head.points;
 }
 
 constexpr std::array<const char*, 3> rightFrontUpAxes = {"right", "front", "up"};
@@ -139,18 +149,14 @@ SetFrame neuromagFrame(const KnownHead& head) {
                   : "Neuromag head, ears taken as symmetric: x right, y front, z up",
           "neuromag_",
           rightFrontUpAxes,
-          head.points,
+          placedPoints(head),
           !isKnown};
 }
 
 SetFrame scannerFrame(const KnownHead& head) {
-  const Fiducials& points = pointsOf(head, "scanner");
-  return {FrameName::scanner,
-          HeadFrame(points).toScanner(),
-          "scanner: x right, y front, z up",
-          "scanner_",
-          rightFrontUpAxes,
-          points};
+  const Affine toScanner = hostToScanner(head, "scanner");
+  return {FrameName::scanner, toScanner,        "scanner: x right, y front, z up",
+          "scanner_",         rightFrontUpAxes, placedPoints(head)};
 }
 
 SetFrame mniFrame(const KnownHead& head) {
@@ -158,17 +164,17 @@ SetFrame mniFrame(const KnownHead& head) {
     throw std::runtime_error(
         "the MNI frame needs a transform to it, or the word that the head is in it (--mni)");
   }
-  const Fiducials& points = pointsOf(head, "MNI");
+  const Affine toScanner = hostToScanner(head, "MNI");
   const std::string space = head.mni->space.empty() ? "MNI, nobody said which" : head.mni->space;
   std::string prefix = head.mni->space.empty() ? "mni_" : head.mni->space + "_";
   std::transform(prefix.begin(), prefix.end(), prefix.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
   return {FrameName::mni,
-          head.mni->fromScanner.after(HeadFrame(points).toScanner()),
+          head.mni->fromScanner.after(toScanner),
           space + ": x right, y front, z up",
           prefix,
           rightFrontUpAxes,
-          points};
+          placedPoints(head)};
 }
 
 }  // namespace
@@ -232,7 +238,7 @@ SetFrame frameNamed(FrameName name, const KnownHead& head) {
 }
 
 SetFrame patientFrame(const KnownHead& head) {
-  if (head.points) {
+  if (isPlaced(head)) {
     return scannerFrame(head);
   }
   return {FrameName::host, rightFrontUp(), "head, not the scanner's: x right, y front, z up", "head_",

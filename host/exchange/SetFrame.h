@@ -34,8 +34,13 @@ MniMap readMniMap(const std::filesystem::path& path);
 
 // What is known of the head that dipoles belong to.
 struct KnownHead {
-  std::optional<Fiducials> points;  // scanner mm
+  std::optional<Fiducials> points;  // scanner mm, unless they are only known among themselves
   std::optional<MniMap> mni;
+  // Where the points lie in the scanner is not known: their distances are all that counts.
+  bool arePointsUnplaced = false;
+  // Without points: the Neuromag head frame in the scanner, mm; then ears are taken as symmetric, which is
+  // right for dipoles that were imported so.
+  std::optional<Affine> neuromagToScanner = std::nullopt;
 };
 
 struct SetFrame {
@@ -44,7 +49,7 @@ struct SetFrame {
   std::string description;            // UTF-8: "head: x left, y up, z front"
   std::string prefix;                 // of the columns' titles: "scanner_"; empty for the host's own
   std::array<const char*, 3> axes{};  // "left", "up", "front"
-  std::optional<Fiducials> points = std::nullopt;  // that it was made with, scanner mm
+  std::optional<Fiducials> points = std::nullopt;  // of the head, scanner mm, when they are known
   FrameTitles titles() const;                      // of a table in it
   // Whether axes are right, front, up, as programs take them that know nothing of heads.
   bool isRightFrontUp() const { return axes[0] == std::string_view("right"); }

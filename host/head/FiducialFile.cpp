@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/head/FifFile.h"
 #include "host/text/Blanks.h"
 #include "host/text/FileBytes.h"
 #include "host/text/Numbers.h"
@@ -136,17 +137,25 @@ std::string fiducialText(const Fiducials& points) {
   return text;
 }
 
-Fiducials readFiducialFile(const std::filesystem::path& path) {
+FramedPoints readFiducialFile(const std::filesystem::path& path) {
   Reader reader(utf8Of(textOf(path)));
   std::error_code error;
   if (std::filesystem::is_directory(path, error)) {
     reader.fail("a folder, not a file");
   }
-  std::istringstream lines(reader.contentOf(path));
+  const std::string text = reader.contentOf(path);
+  if (isFif(text)) {
+    try {
+      return fifPoints(text);
+    } catch (const std::invalid_argument& cause) {
+      reader.fail(cause.what());
+    }
+  }
+  std::istringstream lines(text);
   for (std::string line; std::getline(lines, line);) {
     reader.take(line);
   }
-  return reader.result();
+  return {reader.result()};
 }
 
 }  // namespace host

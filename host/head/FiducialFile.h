@@ -1,7 +1,8 @@
-// The three fiducial points of a head as text.
+// The three fiducial points of a head as text, or as MNE keeps them.
 //
 // A fiducial file has the lines "nasion x y z", "left x y z" and "right x y z" in any order, scanner mm
-// (right, anterior, superior positive). Blank lines and what follows a # are left out.
+// (right, anterior, superior positive). Blank lines and what follows a # are left out. Or it is a .fif file
+// (host/head/FifFile.h), which its content tells.
 #pragma once
 
 #include <filesystem>
@@ -9,12 +10,12 @@
 #include <string>
 #include <string_view>
 
-#include "host/head/HeadFrame.h"
+#include "host/head/FramedPoints.h"
 
 namespace host {
 
 // Throws std::runtime_error that names the file, the line and the cause.
-Fiducials readFiducialFile(const std::filesystem::path& path);
+FramedPoints readFiducialFile(const std::filesystem::path& path);
 
 // What readFiducialFile reads back; millimetres to a thousandth.
 std::string fiducialText(const Fiducials& points);

@@ -16,9 +16,11 @@ struct Head {
   std::shared_ptr<const Volume> volume;  // never null
   HeadFrame frame;                       // provisional while there are no fiducials: good for looking around
   std::optional<Fiducials> fiducials;    // scanner mm
-  bool isPhantom = false;                // made up: nobody's head, so none that dipoles could belong to
-  bool isAbsent = false;                 // there is no MRI; the volume is one dark voxel
-  HeadSource source{};                   // what its file says of itself
+  // The points are made up, on the axes of a Neuromag head frame that is known: right for its files alone.
+  bool arePointsAssumed = false;
+  bool isPhantom = false;  // made up: nobody's head, so none that dipoles could belong to
+  bool isAbsent = false;   // there is no MRI; the volume is one dark voxel
+  HeadSource source{};     // what its file says of itself
 
   // Dipoles are drawn over the MRI only when it is: in a provisional frame they would lie in wrong places.
   bool isRegistered() const { return fiducials.has_value(); }

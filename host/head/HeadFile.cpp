@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/head/FiducialFile.h"
+#include "host/head/HeadPlacement.h"
 #include "host/head/Phantom.h"
 #include "host/text/Failure.h"
 #include "host/text/PathText.h"
@@ -55,7 +56,7 @@ double distanceTo(const Volume& volume, const Vector3& scanner) {
 
 void takeFiducials(const fs::path& path, OpenedHead& opened) {
   try {
-    registerHead(opened.head, readFiducialFile(path));
+    registerHead(opened.head, inScanner(readFiducialFile(path), opened.head));
   } catch (const std::invalid_argument& error) {
     opened.notice = "fiducial points " + utf8Of(textOf(path)) + ": " + error.what();
   } catch (const std::runtime_error& error) {
@@ -118,6 +119,7 @@ void registerHead(Head& head, const Fiducials& points) {
   }
   head.frame = frameIn(*head.volume, points);
   head.fiducials = points;
+  head.arePointsAssumed = false;
   // What is said of points that are no longer used.
   head.source.slices.reset();
   std::erase_if(head.source.remarks, [](const HeadRemark& remark) { return remark.doubt != Doubt::note; });
@@ -155,8 +157,12 @@ OpenedHead openHead(const CString& path, const HeadReading& reading) {
 Head phantomHead() {
   return withinMemory([] {
     Phantom phantom = makePhantom();
-    return Head{"Phantom", std::make_shared<const Volume>(std::move(phantom.volume)),
-                HeadFrame(phantom.fiducials), phantom.fiducials, true};
+    return Head{"Phantom",
+                std::make_shared<const Volume>(std::move(phantom.volume)),
+                HeadFrame(phantom.fiducials),
+                phantom.fiducials,
+                false,
+                true};
   });
 }
 

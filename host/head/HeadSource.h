@@ -29,11 +29,12 @@ struct SliceNumbers {
 };
 
 struct HeadSource {
-  std::string format;          // "NIfTI-1", "CTF MRI 2.2", "MGZ"; empty: no file
-  std::string sides;           // where the knowledge of left and right comes from
-  std::string matrix;          // what the file's own head matrix is worth; empty: such files have none
-  bool isScannerFrame = true;  // "scanner mm" are the scanner's; else those around the volume's middle
-  std::string unplaceable;     // why no dipole may be placed in it; empty: they may
+  std::string format;            // "NIfTI-1", "CTF MRI 2.2", "MGZ"; empty: no file
+  std::string sides;             // where the knowledge of left and right comes from
+  std::string matrix;            // what the file's own head matrix is worth; empty: such files have none
+  bool hasSurfaceFrame = false;  // an MRI that surfaces are made from (host/head/HeadPlacement.h)
+  bool isScannerFrame = true;    // "scanner mm" are the scanner's; else those around the volume's middle
+  std::string unplaceable;       // why no dipole may be placed in it; empty: they may
   std::vector<HeadRemark> remarks;
   std::optional<SliceNumbers> slices;  // of a CTF MRI whose points are usable
 };

@@ -129,6 +129,7 @@ HeadSource sourceOf(std::int16_t hasGeometry, const Header& header, bool isPacke
   HeadSource source;
   source.format = isPacked ? "MGZ" : "MGH";
   source.isScannerFrame = hasGeometry == 1;
+  source.hasSurfaceFrame = hasGeometry == 1;
   source.sides = hasGeometry == 1 ? "the directions of the axes in the file" : "nothing";
   if (hasGeometry != 1) {
     source.unplaceable = "the file says that it does not know how its axes lie in the patient (" +

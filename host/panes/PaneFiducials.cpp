@@ -15,7 +15,7 @@ constexpr std::array<char, 3> letters{'N', 'L', 'R'};
 
 std::vector<SceneFiducial> headFiducials(const PaneContents& contents) {
   const Head& head = contents.head;
-  if (!head.isRegistered() || contents.dipoles.getShowFiducialPt() == 0) {
+  if (!head.isRegistered() || head.arePointsAssumed || contents.dipoles.getShowFiducialPt() == 0) {
     return {};
   }
   const HeadFrame& frame = head.frame;

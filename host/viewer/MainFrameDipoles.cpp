@@ -2,6 +2,7 @@
 #include <stdexcept>
 
 #include "host/head/FiducialFile.h"
+#include "host/head/HeadPlacement.h"
 #include "host/text/PathText.h"
 #include "host/text/Utf8.h"
 #include "host/viewer/MainFrame.h"
@@ -80,12 +81,13 @@ void MainFrame::OnRegisterFromSet() {
 }
 
 bool MainFrame::registerFromFile(const CString& path) {
-  return registerBy([&] { m_session->registerHead(readFiducialFile(pathOf(path))); });
+  return registerBy(
+      [&] { m_session->registerHead(inScanner(readFiducialFile(pathOf(path)), m_session->head())); });
 }
 
 void MainFrame::OnRegisterFromFile() {
-  const CString path =
-      askForName(true, nullptr, _T("Fiducial points (*.fiducials)|*.fiducials|All files (*.*)|*.*||"));
+  const CString path = askForName(
+      true, nullptr, _T("Fiducial points (*.fiducials;*.fif)|*.fiducials;*.fif|All files (*.*)|*.*||"));
   if (!path.IsEmpty()) {
     registerFromFile(path);
   }

@@ -19,7 +19,7 @@ void expectPoint(const host::Vector3& point, double x, double y, double z) {
 
 host::Fiducials read(const std::string& text) {
   const TempFolder folder;
-  return host::readFiducialFile(host::pathOf(folder.write("head.fiducials", text)));
+  return host::readFiducialFile(host::pathOf(folder.write("head.fiducials", text))).points;
 }
 
 // What is said behind the file's name.

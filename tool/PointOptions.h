@@ -1,0 +1,63 @@
+// The arguments that tell where the fiducial points of a head lie, with one meaning in every command.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/audit/Finding.h"
+#include "host/exchange/SetFrame.h"
+#include "host/head/FramedPoints.h"
+#include "host/head/Head.h"
+#include "tool/InputFile.h"
+
+namespace tool {
+
+// Whether positions of a file are in a head frame that takes fiducial points to carry to the host's.
+bool needsPoints(const std::vector<InputFile>& files);
+
+class PointOptions {
+ public:
+  // Adds the arguments to the command; this object has to live as long as the command.
+  void addTo(CLI::App& command);
+
+  bool hasPoints() const { return !m_points.empty(); }
+  bool hasTransform() const { return !m_transform.empty(); }
+  bool isGiven() const { return hasPoints() || hasTransform(); }
+  // What excludes the points may refer to them.
+  CLI::Option* fiducials() const { return m_option; }
+  // The files that are named.
+  std::vector<std::string> files() const { return {m_points, m_transform}; }
+
+  // The points that are given, mm, from either
+  //   - three triples "nx,ny,nz lx,ly,lz rx,ry,rz": nasion, left ear, right ear; or
+  //   - the name of a fiducial file, see host/head/FiducialFile.h.
+  // Nothing when none are. Throws std::exception that names the file, the line and the cause, also when they
+  // are no head's.
+  std::optional<host::FramedPoints> points() const;
+
+  // Registers the head by what is given; without points a transform takes those that the head has. Returns
+  // what is to be said of it. Throws std::exception with the cause; what is given has to be something.
+  std::vector<host::Finding> registerHead(host::Head& head) const;
+
+  struct Known {
+    host::KnownHead head;
+    std::vector<host::Finding> findings;
+  };
+  // What they tell of a head with an MRI, which may be empty: then of distances alone. Without any, what the
+  // MRI tells. Throws std::exception with the cause.
+  Known known(const std::string& mri) const;
+
+ private:
+  std::string m_points;
+  std::string m_transform;
+  CLI::Option* m_option = nullptr;
+};
+
+// For an import of the files: nothing when none of them needs points. Throws std::runtime_error when a
+// transform alone is known and a file is not Neuromag's.
+std::optional<host::Fiducials> pointsToImport(const host::KnownHead& head,
+                                              const std::vector<InputFile>& files);
+
+}  // namespace tool
