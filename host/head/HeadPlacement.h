@@ -13,10 +13,10 @@
 
 namespace host {
 
-// From the surface frame of an MRI to its scanner mm. An MGH or MGZ file has one, unless it is stored as a mirror
-// image of what surfaces are made from. So has a NIfTI file whose
-// voxels are those of a conformed MRI: a cube of cubes, stored to the left, down and to the front. Throws
-// std::invalid_argument when the head has none: what surfaces were made from then cannot be known.
+// From the surface frame of an MRI to its scanner mm. An MGH or MGZ file has one, unless it is stored as a
+// mirror image of what surfaces are made from. So has a NIfTI file whose voxels are those of a conformed MRI:
+// a cube of cubes, stored to the left, down and to the front. Throws std::invalid_argument when the head has
+// none: what surfaces were made from then cannot be known.
 Affine surfaceToScanner(const Head& head);
 
 // Throws std::invalid_argument with the cause: surfaceToScanner's, or points in the head frame, which a
