@@ -2,8 +2,11 @@
 
 run_packages="g++ cmake ninja-build zlib1g-dev libcli11-dev nlohmann-json3-dev mricron-data \
   g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 fonts-wine xvfb xauth googletest python3"
+# Folders of DICOM files are read by way of dcm2niix; python3-pydicom writes those of the tests.
+dicom_packages="dcm2niix python3-pydicom"
 test_packages="$run_packages libgtest-dev nifti-bin python3-nibabel locales clang libclang-rt-14-dev clang-format \
-  clang-tools dpkg-dev file unzip man-db mandoc zsh python3-mne python3-scipy python3-jsonschema"
+  clang-tools dpkg-dev file unzip man-db mandoc zsh python3-mne python3-scipy python3-jsonschema \
+  $dicom_packages"
 
 say() { printf '\n== %s\n' "$*"; }
 

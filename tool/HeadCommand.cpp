@@ -29,7 +29,7 @@ namespace {
 
 constexpr const char* help =
     R"(The content of a file tells its format: NIfTI (also a pair of .hdr and .img), CTF MRI 2.2 and 4.x,
-MGH or MGZ. Points are millimetres to the right, to the front and up: the scanner's, or, where a
+MGH or MGZ; a folder with a series of DICOM files is read by way of dcm2niix. Points are millimetres to the right, to the front and up: the scanner's, or, where a
 format has none, those around the middle of the volume.
 
 -o writes the head as NIfTI (.nii, .nii.gz) and, when it is registered, its fiducial points beside
@@ -167,7 +167,10 @@ Json jsonReport(const host::OpenedHead& opened, const std::string& file) {
 
 HeadCommand::HeadCommand(CLI::App& program)
     : Command(program, "head", "Tell what the files of heads hold, or write one as NIfTI", help) {
-  options().add_option("FILE", m_files, "MRIs: NIfTI, CTF (.mri), MGH or MGZ")->required()->type_name("");
+  options()
+      .add_option("FILE", m_files, "MRIs: NIfTI, CTF (.mri), MGH or MGZ, or folders of DICOM files")
+      ->required()
+      ->type_name("");
   options().add_option("-o,--output", m_output, "Write the head as NIfTI (.nii, .nii.gz)")->type_name("OUT");
   options().add_flag("--force", m_force, "Replace OUT and the points beside it when they are there already");
   options().add_flag("--json", m_json, "JSON: a list with one entry per file");

@@ -20,11 +20,12 @@
 namespace tool {
 
 void HeadOptions::addTo(CLI::App& command) {
-  m_mriOption = command
-                    .add_option("--mri", m_mri,
-                                "The MRI: NIfTI, CTF (.mri), MGH or MGZ; none leaves out the one that a "
-                                "dipole file names")
-                    ->type_name("HEAD|none");
+  m_mriOption =
+      command
+          .add_option("--mri", m_mri,
+                      "The MRI: NIfTI, CTF (.mri), MGH or MGZ, or a folder of DICOM files; none leaves "
+                      "out the one that a dipole file names")
+          ->type_name("HEAD|none");
   m_points.addTo(command);
   addCtf21(command, m_takesCtf21);
 }

@@ -44,7 +44,7 @@ void copyStream(InputFile& file) {
   if (file.name != "-" && isInPlace) {
     return;
   }
-  const auto folder = std::make_shared<const TemporaryFolder>();
+  const auto folder = std::make_shared<const host::TemporaryFolder>();
   std::ofstream copy(folder->path() / copyName, std::ios::binary);
   if (file.name == "-") {
     copyAll(std::cin, copy, "standard input");

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "host/exchange/FileKind.h"
-#include "tool/TemporaryFolder.h"
+#include "host/text/TemporaryFolder.h"
 
 namespace tool {
 
@@ -14,7 +14,7 @@ struct InputFile {
   std::string name;  // as the user wrote it; "-" is standard input
   host::DipoleFormat format = host::DipoleFormat::ctf;
   // Where the bytes stand that can be read only once; null: in the file of that name.
-  std::shared_ptr<const TemporaryFolder> copy;
+  std::shared_ptr<const host::TemporaryFolder> copy;
 
   // Where to read it.
   std::filesystem::path path() const;

@@ -12,8 +12,8 @@
 #include "host/exchange/SetJson.h"
 #include "host/exchange/SetTable.h"
 #include "host/text/PathText.h"
+#include "host/text/TemporaryFolder.h"
 #include "tool/FileNames.h"
-#include "tool/TemporaryFolder.h"
 
 namespace tool {
 namespace {
@@ -24,7 +24,7 @@ void writeTo(const OutputOptions& output, Write write) {
   if (!output.isStandardOutput()) {
     return write(pathTextOf(output.target()));
   }
-  const TemporaryFolder folder;
+  const host::TemporaryFolder folder;
   const std::filesystem::path path = folder.path() / "output";
   write(host::textOf(path));
   std::ifstream file(path, std::ios::binary);

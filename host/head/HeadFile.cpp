@@ -64,6 +64,14 @@ void takeFiducials(const fs::path& path, OpenedHead& opened) {
   }
 }
 
+// A folder may be given as "scans/" or ".": one that has a name, and files beside it.
+fs::path nameable(const fs::path& file) {
+  std::error_code error;
+  const bool isNamed = file.has_filename() && file.filename() != "." && file.filename() != "..";
+  const fs::path whole = isNamed ? fs::path() : fs::canonical(file, error);
+  return whole.empty() ? file : whole;
+}
+
 // Unless they are such as only those take who know.
 void offerOwnPoints(OpenedHead& opened) {
   if (!opened.ownPoints) {
@@ -141,7 +149,7 @@ void takeOwnPoints(OpenedHead& opened) {
 
 OpenedHead openHead(const CString& path, const HeadReading& reading) {
   return withFile("read", path, [&] {
-    const fs::path file = pathOf(path);
+    const fs::path file = nameable(pathOf(path));
     OpenedHead opened = unregistered(file, reading);
     const fs::path points = fiducialsBeside(file);
     std::error_code error;

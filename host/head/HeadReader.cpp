@@ -14,6 +14,7 @@
 #include "host/head/ByteReader.h"
 #include "host/head/ByteSource.h"
 #include "host/head/CtfMriReader.h"
+#include "host/head/DicomFolder.h"
 #include "host/head/MghReader.h"
 #include "host/head/NiftiHeader.h"
 #include "host/head/NiftiReader.h"
@@ -72,6 +73,10 @@ Kind kindOf(std::span<const std::byte> bytes) {
 }
 
 ReadHead readKnown(const fs::path& path, const HeadReading& reading) {
+  std::error_code error;
+  if (fs::is_directory(path, error)) {
+    return readDicomFolder(path);
+  }
   switch (kindOf(Start(path).bytes())) {
     case Kind::nifti:
       return readNifti(path);

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-namespace tool {
+namespace host {
 
 // Where the system keeps such files; nobody else may look into it. It goes with all that is in it.
 class TemporaryFolder {
@@ -20,4 +20,4 @@ class TemporaryFolder {
   std::filesystem::path m_path;
 };
 
-}  // namespace tool
+}  // namespace host

@@ -1,10 +1,10 @@
-#include "tool/TemporaryFolder.h"
+#include "host/text/TemporaryFolder.h"
 
 #include <random>
 #include <string>
 #include <system_error>
 
-namespace tool {
+namespace host {
 
 namespace fs = std::filesystem;
 
@@ -21,4 +21,4 @@ TemporaryFolder::~TemporaryFolder() {
   fs::remove_all(m_path, error);
 }
 
-}  // namespace tool
+}  // namespace host
