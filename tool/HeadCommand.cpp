@@ -29,8 +29,9 @@ namespace {
 
 constexpr const char* help =
     R"(The content of a file tells its format: NIfTI (also a pair of .hdr and .img), CTF MRI 2.2 and 4.x,
-MGH or MGZ; a folder with a series of DICOM files is read by way of dcm2niix. Points are millimetres to the right, to the front and up: the scanner's, or, where a
-format has none, those around the middle of the volume.
+MGH or MGZ; a folder with a series of DICOM files is read by way of dcm2niix. Points are
+millimetres to the right, to the front and up: the scanner's, or, where a format has none, those
+around the middle of the volume.
 
 -o writes the head as NIfTI (.nii, .nii.gz) and, when it is registered, its fiducial points beside
 it (head.fiducials for head.nii.gz), so that the next program finds both. --accept mri-points

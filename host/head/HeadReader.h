@@ -20,8 +20,9 @@ struct ReadHead {
 };
 
 // NIfTI (also as a pair of .hdr and .img, by either of their names), CTF MRI 2.2 and 4.x, MGH and MGZ; each
-// also packed with gzip; a folder with a series of DICOM files (host/head/DicomFolder.h). Throws std::runtime_error, whose text (UTF-8) names the file and the cause. No
-// memory is taken for voxels that are not there.
+// also packed with gzip; a folder with a series of DICOM files (host/head/DicomFolder.h). Throws
+// std::runtime_error, whose text (UTF-8) names the file and the cause. No memory is taken for voxels that are
+// not there.
 ReadHead readHead(const std::filesystem::path& path, const HeadReading& reading = {});
 
 // Whether a file begins as one of these; false also when it cannot be read.
