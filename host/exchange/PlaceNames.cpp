@@ -12,10 +12,11 @@ namespace host {
 namespace {
 
 Affine wayToMni(const KnownHead& head) {
-  if (!head.points || !head.mni) {
+  const bool isPlaced = head.isPlaced();
+  if (!isPlaced || !head.mni) {
     throw std::runtime_error(std::string("an atlas needs ") +
-                             (head.points ? "" : "the fiducial points of the head (--mri, --fiducials)") +
-                             (head.points || head.mni ? "" : " and ") +
+                             (isPlaced ? "" : "the fiducial points of the head (--mri, --fiducials)") +
+                             (isPlaced || head.mni ? "" : " and ") +
                              (head.mni ? "" : "the way from the scanner to MNI (--mni)"));
   }
   return frameNamed(FrameName::mni, head).fromHost;

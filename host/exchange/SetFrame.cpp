@@ -121,12 +121,8 @@ Affine rightFrontUp() {
   return headToSymmetricNeuromag();
 }
 
-bool isPlaced(const KnownHead& head) {
-  return (head.points && !head.arePointsUnplaced) || head.neuromagToScanner;
-}
-
 Affine hostToScanner(const KnownHead& head, const char* frame) {
-  if (!isPlaced(head)) {
+  if (!head.isPlaced()) {
     throw std::runtime_error(std::string("the ") + frame + " frame needs the fiducial points of the head" +
                              (head.points ? " in its MRI: --mri gives it" : ", which are not known"));
   }
@@ -238,7 +234,7 @@ SetFrame frameNamed(FrameName name, const KnownHead& head) {
 }
 
 SetFrame patientFrame(const KnownHead& head) {
-  if (isPlaced(head)) {
+  if (head.isPlaced()) {
     return scannerFrame(head);
   }
   return {FrameName::host, rightFrontUp(), "head, not the scanner's: x right, y front, z up", "head_",

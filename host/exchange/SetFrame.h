@@ -41,6 +41,9 @@ struct KnownHead {
   // Without points: the Neuromag head frame in the scanner, mm; then ears are taken as symmetric, which is
   // right for dipoles that were imported so.
   std::optional<Affine> neuromagToScanner = std::nullopt;
+
+  // Whether the head frame's place in the scanner is known.
+  bool isPlaced() const { return (points && !arePointsUnplaced) || neuromagToScanner; }
 };
 
 struct SetFrame {

@@ -25,10 +25,11 @@ struct OpenedHead {
   std::optional<Fiducials> ownPoints;  // of the file, scanner mm
 };
 
-// Reads an MRI of any format, or a folder of DICOM files (host/head/HeadReader.h), and its fiducial points: those of the file of the same
-// name with the ending ".fiducials" (head.fiducials for head.nii.gz or head.mri), when there is one, else
-// those that the MRI itself holds. Points that cannot be read or do not fit leave the head unregistered, and
-// the notice says why. Throws std::runtime_error that names the file and the cause.
+// Reads an MRI of any format, or a folder of DICOM files (host/head/HeadReader.h), and its fiducial points:
+// those of the file of the same name with the ending ".fiducials" (head.fiducials for head.nii.gz or
+// head.mri), when there is one, else those that the MRI itself holds. Points that cannot be read or do not
+// fit leave the head unregistered, and the notice says why. Throws std::runtime_error that names the file
+// and the cause.
 OpenedHead openHead(const CString& path, const HeadReading& reading = {});
 
 // Whether a file is called as heads are: by its ending, also with .gz behind it.
