@@ -50,6 +50,23 @@ Affine affineOf(const std::vector<double>& rows) {
   return {column(0), column(1), column(2), column(3)};
 }
 
+// A map of one head to another turns, shears and scales it by a little. One that mirrors it would show the
+// left as the right.
+void checkMapOfHeads(const Affine& map) {
+  constexpr double least = 0.3;  // of the length of a direction
+  constexpr double most = 3.0;
+  if (dot(map.column(0), cross(map.column(1), map.column(2))) < 0.0) {
+    throw std::invalid_argument("the matrix mirrors the head: it exchanges left and right");
+  }
+  for (int axis = 0; axis < 3; ++axis) {
+    const double size = length(map.column(axis));
+    if (size < least || size > most) {
+      throw std::invalid_argument("the matrix makes " + fixed(size, 3) +
+                                  " mm of a mm, which maps no head in mm to another");
+    }
+  }
+}
+
 Affine inverted(const Affine& map) {
   const std::optional<Affine> inverse = map.inverse();
   if (!inverse) {
@@ -58,40 +75,78 @@ Affine inverted(const Affine& map) {
   return *inverse;
 }
 
-MniMap mniTextMap(std::string_view text) {
-  const std::size_t name = text.find("Linear_Transform");
-  const std::size_t start = name == std::string_view::npos ? name : text.find('=', name);
-  if (start == std::string_view::npos) {
-    throw std::invalid_argument("the MNI transform is not linear");
+// The statements of an MNI transform, which end in semicolons; a % begins a comment.
+std::vector<std::string> statementsOf(std::string_view text) {
+  std::string whole;
+  TextRows rows(text);
+  std::string_view line;
+  for (rows.next(line); rows.next(line);) {  // the first line is the file's mark
+    whole += std::string(line.substr(0, line.find('%'))) + " ";
   }
-  const std::string_view rest = text.substr(start + 1);
-  const std::vector<double> numbers = numbersOf(rest.substr(0, rest.find(';')));
-  if (numbers.size() != 12) {
-    throw std::invalid_argument("the MNI transform has " + std::to_string(numbers.size()) +
-                                " numbers, not 12");
+  std::vector<std::string> statements;
+  for (std::string_view rest = whole; !withoutBlanks(rest).empty();) {
+    const std::size_t end = (std::min)(rest.find(';'), rest.size());
+    statements.emplace_back(withoutBlanks(rest.substr(0, end)));
+    rest.remove_prefix((std::min)(end + 1, rest.size()));
   }
-  return {affineOf(numbers), "MNI305"};
+  return statements;
 }
 
-// The numbers behind a word at the start of a line.
-std::vector<double> numbersBehind(std::string_view text, std::string_view word) {
+// One linear transform and nothing that turns it round or follows it.
+MniMap mniTextMap(std::string_view text) {
+  std::optional<std::vector<double>> numbers;
+  for (const std::string& statement : statementsOf(text)) {
+    const std::size_t equal = (std::min)(statement.find('='), statement.size());
+    const std::string_view name = withoutBlanks(std::string_view(statement).substr(0, equal));
+    const std::string_view value =
+        withoutBlanks(std::string_view(statement).substr((std::min)(equal + 1, statement.size())));
+    if (name == "Linear_Transform" && !numbers) {
+      numbers = numbersOf(value);
+    } else if (!name.ends_with("ransform_Type") || value != "Linear" ||
+               numbers) {  // MNE writes Ttransform_Type
+      throw std::invalid_argument("the MNI transform is not one linear map: it says \"" +
+                                  statement.substr(0, 40) + "\"");
+    }
+  }
+  if (!numbers) {
+    throw std::invalid_argument("the MNI transform is not linear");
+  }
+  if (numbers->size() != 12) {
+    throw std::invalid_argument("the MNI transform has " + std::to_string(numbers->size()) +
+                                " numbers, not 12");
+  }
+  return {affineOf(*numbers), "MNI305"};
+}
+
+// What stands behind a word at the start of a line, of each such line.
+std::vector<std::string_view> textsBehind(std::string_view text, std::string_view word) {
+  std::vector<std::string_view> texts;
   TextRows rows(text);
   for (std::string_view line; rows.next(line);) {
     if (line.starts_with(word)) {
-      return numbersOf(line.substr(word.size()));
+      texts.push_back(withoutBlanks(line.substr(word.size())));
     }
   }
-  return {};
+  return texts;
+}
+
+// The types that are a matrix and a centre: AffineTransform_double_3_3 and its kin.
+bool isItkAffine(std::string_view type) {
+  constexpr std::array<std::string_view, 4> types = {
+      "AffineTransform_double_3_3", "AffineTransform_float_3_3", "MatrixOffsetTransformBase_double_3_3",
+      "MatrixOffsetTransformBase_float_3_3"};
+  return std::find(types.begin(), types.end(), type) != types.end();
 }
 
 // p' = M (p - c) + c + t, to the left and back.
 MniMap itkMap(std::string_view text) {
-  const bool isOne = text.find("#Transform 1") == std::string_view::npos;
-  const std::vector<double> values = numbersBehind(text, "Parameters:");
-  const std::vector<double> centre = numbersBehind(text, "FixedParameters:");
-  const bool isAffine = text.find("AffineTransform_") != std::string_view::npos ||
-                        text.find("MatrixOffsetTransformBase_") != std::string_view::npos;
-  if (!isOne || !isAffine || values.size() != 12 || centre.size() != 3) {
+  const auto types = textsBehind(text, "Transform:");
+  const auto parameters = textsBehind(text, "Parameters:");
+  const auto centres = textsBehind(text, "FixedParameters:");
+  const bool isOne = types.size() == 1 && parameters.size() == 1 && centres.size() == 1;
+  const std::vector<double> values = isOne ? numbersOf(parameters.front()) : std::vector<double>();
+  const std::vector<double> centre = isOne ? numbersOf(centres.front()) : std::vector<double>();
+  if (!isOne || !isItkAffine(types.front()) || values.size() != 12 || centre.size() != 3) {
     throw std::invalid_argument("the ITK transform is not one affine map of 12 parameters");
   }
   const Affine matrix({values[0], values[3], values[6]}, {values[1], values[4], values[7]},
@@ -197,6 +252,7 @@ MniMap mniMapOf(std::string_view text) {
     map = matrixMap(text);
   }
   (void)inverted(map.fromScanner);
+  checkMapOfHeads(map.fromScanner);
   return map;
 }
 

@@ -27,7 +27,7 @@ struct MniMap {
 // Of a text: FreeSurfer's talairach.xfm and others of its kind, which lead to MNI305; sixteen numbers in four
 // lines from scanner mm to MNI mm; a text of ITK or ANTs that registered the head (moving) to MNI (fixed): it
 // maps points of MNI to the head, in mm to the left and back, so it is turned round. Throws
-// std::invalid_argument with the cause.
+// std::invalid_argument with the cause, also for one that mirrors the head or is no map of a head in mm.
 MniMap mniMapOf(std::string_view text);
 // Of a file. Throws std::runtime_error that names it.
 MniMap readMniMap(const std::filesystem::path& path);

@@ -131,9 +131,50 @@ TEST(MniMap, RefusesWhatItDoesNotKnow) {
   EXPECT_EQ(causeOf("words"), "\"words\" is no number");
   EXPECT_EQ(causeOf("1 0 0 0 0 1 0 0 0 0 1 0 0 0 1 1"), "the last row of the matrix is not 0 0 0 1");
   EXPECT_EQ(causeOf("1 0 0 0 0 1 0 0 1 1 0 0 0 0 0 1"), "the matrix has no inverse");
-  EXPECT_EQ(causeOf("MNI Transform File\nTransform_Type = Grid;\n"), "the MNI transform is not linear");
+  EXPECT_EQ(causeOf("MNI Transform File\n% Linear_Transform = 1 2 3;\n"), "the MNI transform is not linear");
   EXPECT_EQ(causeOf("MNI Transform File\nLinear_Transform =\n1 2 3;\n"),
             "the MNI transform has 3 numbers, not 12");
   EXPECT_EQ(causeOf("#Insight Transform File V1.0\nTransform: Euler3DTransform_double_3_3\nParameters: 1\n"),
             "the ITK transform is not one affine map of 12 parameters");
+}
+
+TEST(MniMap, RefusesMoreThanOneMapAndWhatTurnsItRound) {
+  const std::string start = "MNI Transform File\r\n% Linear_Transform = 9;\r\n";
+  const std::string map = "Linear_Transform =\r\n1 0 0 5 % right\r\n0 1 0 6\r\n0 0 1 7;\r\n";
+  const std::string linear = "Transform_Type = Linear;\r\n" + map;
+  expectNear(mniMapOf(start + linear).fromScanner({1, 2, 3}), {6, 8, 10});
+  const std::string cause = "the MNI transform is not one linear map: it says ";
+  EXPECT_EQ(causeOf(start + linear + linear), cause + "\"Transform_Type = Linear\"");
+  EXPECT_EQ(causeOf(start + linear + "Transform_Type = Grid_Transform;\n"),
+            cause + "\"Transform_Type = Grid_Transform\"");
+  EXPECT_EQ(causeOf(start + "Transform_Type = Linear;\nInvert_Flag = True;\n" + map),
+            cause + "\"Invert_Flag = True\"");
+  EXPECT_EQ(causeOf(start + linear + map).substr(0, cause.size()), cause);
+}
+
+TEST(MniMap, OfItkIsOneOfTheAffineKinds) {
+  const std::string start = "#Insight Transform File V1.0\n";
+  const std::string rest = "_double_3_3\nParameters: 1 0 0 0 1 0 0 0 1 1 2 3\nFixedParameters: 0 0 0\n";
+  const std::string one = "#Transform 0\nTransform: MatrixOffsetTransformBase" + rest;
+  expectNear(mniMapOf(start + one).fromScanner({-1, -2, 3}), {0, 0, 0});
+  const std::string cause = "the ITK transform is not one affine map of 12 parameters";
+  EXPECT_EQ(causeOf(start + one + one), cause);
+  EXPECT_EQ(causeOf(start + "#Transform 0\nTransform: CenteredAffineTransform" + rest), cause);
+  EXPECT_EQ(causeOf(start + "#Transform 0\nTransform: AffineTransform_double_2_2\n"), cause);
+}
+
+TEST(MniMap, RefusesToMirrorAHeadAndToMeasureItInOtherThanMm) {
+  const std::string mirrors = "the matrix mirrors the head: it exchanges left and right";
+  EXPECT_EQ(causeOf("-1 0 0 0\n0 1 0 0\n0 0 1 0\n0 0 0 1\n"), mirrors);
+  EXPECT_EQ(
+      causeOf(
+          "MNI Transform File\nTransform_Type = Linear;\nLinear_Transform =\n-1 0 0 0 0 1 0 0 0 0 1 0;\n"),
+      mirrors);
+  EXPECT_EQ(causeOf("#Insight Transform File V1.0\nTransform: AffineTransform_double_3_3\n"
+                    "Parameters: 1 0 0 0 -1 0 0 0 1 0 0 0\nFixedParameters: 0 0 0\n"),
+            mirrors);
+  EXPECT_EQ(causeOf("0.001 0 0 0\n0 0.001 0 0\n0 0 0.001 0\n0 0 0 1\n"),
+            "the matrix makes 0.001 mm of a mm, which maps no head in mm to another");
+  EXPECT_EQ(causeOf("1 0 0 0\n0 3.1 0 0\n0 0 1 0\n0 0 0 1\n"),
+            "the matrix makes 3.100 mm of a mm, which maps no head in mm to another");
 }
