@@ -58,7 +58,8 @@ std::string HeadOptions::named(const ImportSession& session) const {
   for (const ImportSession::NamedMri& mri : session.namedMris()) {
     std::error_code error;
     if (mri.path.empty()) {
-      tellNote(mri.file + " names the MRI " + mri.name + ", which is not beside it");
+      tellNote(mri.file + " names the MRI " + mri.name +
+               ", which is not beside it, or several are that differ in their letters");
     } else if (found.empty()) {
       found = mri.path;
       by = mri.file;

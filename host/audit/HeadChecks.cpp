@@ -63,9 +63,8 @@ std::optional<Finding> withoutPlace(std::optional<Finding> finding, const std::v
   return finding;
 }
 
-std::optional<Finding> otherHead(const Fiducials& own, const std::string& file, const Fiducials& head,
+std::optional<Finding> otherHead(const std::string& mismatch, const std::string& file,
                                  const std::string& beside) {
-  const std::string mismatch = headMismatch(own, head);
   if (mismatch.empty()) {
     return std::nullopt;
   }
@@ -149,13 +148,13 @@ std::optional<Finding> findSeveralPatients(std::span<const FilePatient> files) {
   return finding;
 }
 
-std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& head) {
-  return otherHead(own, file, head, "For this MRI");
+std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Head& head) {
+  return otherHead(headMismatch(own, head), file, "For this MRI");
 }
 
 std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& other,
                                      const std::string& otherFile) {
-  return otherHead(own, file, other, "Beside " + otherFile);
+  return otherHead(headMismatch(own, other), file, "Beside " + otherFile);
 }
 
 std::optional<Finding> findOtherHead(const Fiducials& ownNumbers, const std::string& file,

@@ -32,9 +32,9 @@ struct FilePatient {
 std::optional<Finding> findSeveralPatients(std::span<const FilePatient> files);
 
 // Whether the fiducial points of a dipole file (host/dipoles/SetFiducials.h, measuredPoints) are those of
-// the head of an MRI, or of another dipole file: each distance between two of them may differ by
-// mostDifference.
-std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& head);
+// the head of an MRI, which is registered, or of another dipole file: each distance between two of them may
+// differ by mostDifference (host/dipoles/SetFiducials.h, headMismatch).
+std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Head& head);
 std::optional<Finding> findOtherHead(const Fiducials& own, const std::string& file, const Fiducials& other,
                                      const std::string& otherFile);
 

@@ -4,7 +4,9 @@
 #include <string>
 #include <system_error>
 
+#include "host/dipoles/HeaderText.h"
 #include "host/text/PathText.h"
+#include "host/text/Utf8.h"
 
 namespace host {
 
@@ -26,11 +28,12 @@ bool isSameButLetters(const std::string& a, const std::string& b) {
 }  // namespace
 
 CString lastPartOf(const CString& name) {
-  constexpr LPCTSTR nobody = _T("non");  // what a set has before any file has named one
-  const int last = (std::max)(name.ReverseFind(_T('/')), name.ReverseFind(_T('\\')));
-  CString part = name.Mid(last + 1);
+  const std::string whole = headerText(name, "MRI_FILE:");
+  CString part = fromUtf8(whole.substr(whole.find_last_of("/\\") + 1));
   part.Trim();
-  return part == nobody || part == _T(".") || part == _T("..") ? CString() : part;
+  // On Windows a drive's letter leads out of the folder.
+  const bool isNone = part == _T(".") || part == _T("..") || pathOf(part).has_root_name();
+  return isNone ? CString() : part;
 }
 
 fs::path findNamedMri(const fs::path& dipoleFile, const CString& name) {

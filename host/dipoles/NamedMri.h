@@ -12,7 +12,8 @@ namespace host {
 // there, or several are that differ in their letters.
 std::filesystem::path findNamedMri(const std::filesystem::path& dipoleFile, const CString& name);
 
-// The last part of such a name, behind / or \, without the blanks around it; empty when it names none.
+// The last part of such a name, behind / or \, without the blanks around it and what the module leaves of an
+// indented keyword before it (host/dipoles/HeaderText.h); empty when it names none.
 CString lastPartOf(const CString& name);
 
 }  // namespace host

@@ -15,6 +15,8 @@ namespace {
 
 using Points = std::array<Vector3, 3>;  // nasion, left ear, right ear
 
+constexpr double modulesVoxel = 0.859375;  // mm, whatever MRI the points were set in
+
 Points pointsOf(const Fiducials& fiducials) {
   return {fiducials.nasion, fiducials.leftEar, fiducials.rightEar};
 }
@@ -40,6 +42,17 @@ double differenceOf(const Points& a, const Points& b) {
     worst = difference <= worst ? worst : difference;
   }
   return worst;
+}
+
+// The side of the voxels, mm, when they are cubes.
+std::optional<double> cubeOf(const Volume& volume) {
+  constexpr double mostUnequal = 0.01;  // of the side
+  const Affine& map = volume.toScanner();
+  const double side = length(map.column(0));
+  const auto isSide = [&](int axis) {
+    return std::abs(length(map.column(axis)) - side) <= mostUnequal * side;
+  };
+  return isSide(1) && isSide(2) ? std::optional(side) : std::nullopt;
 }
 
 std::string inMm(double value) {
@@ -184,7 +197,18 @@ std::string headMismatch(const Fiducials& own, const Fiducials& head) {
          " from those in the dipole file: is this the same head?";
 }
 
-std::string headMismatch(const CDipoleFace& set, const Fiducials& head) {
+std::string headMismatch(const Fiducials& own, const Head& head) {
+  const std::string mismatch = headMismatch(own, head.fiducials.value());
+  const std::optional<double> voxel = cubeOf(*head.volume);
+  if (mismatch.empty() || !voxel) {
+    return mismatch;
+  }
+  const double scale = *voxel / modulesVoxel;
+  const Fiducials inOwnVoxels = {own.nasion * scale, own.leftEar * scale, own.rightEar * scale};
+  return headMismatch(inOwnVoxels, *head.fiducials).empty() ? std::string() : mismatch;
+}
+
+std::string headMismatch(const CDipoleFace& set, const Head& head) {
   const std::optional<Fiducials> own = measuredPoints(set);
   return own ? headMismatch(*own, head) : std::string();
 }

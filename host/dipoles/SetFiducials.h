@@ -48,7 +48,11 @@ std::optional<Fiducials> slicesOfSet(const CDipoleFace& set);
 // of the given ones by more than mostDifference; empty when none does.
 std::string headMismatch(const Fiducials& own, const Fiducials& head);
 
+// The same of a head that is registered. An import counts with voxels of 0.859375 mm, whatever the MRI's are:
+// when the voxels of the head's own MRI are cubes, distances counted with those are as good.
+std::string headMismatch(const Fiducials& own, const Head& head);
+
 // The same of a set; empty when its file gave no points.
-std::string headMismatch(const CDipoleFace& set, const Fiducials& head);
+std::string headMismatch(const CDipoleFace& set, const Head& head);
 
 }  // namespace host

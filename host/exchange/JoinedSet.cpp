@@ -191,7 +191,7 @@ std::optional<Finding> findOtherHead(const JoinedSet::Part& part, const Head& he
   if (part.slices && head.source.slices) {
     return findOtherHead(*part.slices, part.name, *head.source.slices);
   }
-  return part.points ? findOtherHead(*part.points, part.name, *head.fiducials) : std::nullopt;
+  return part.points ? findOtherHead(*part.points, part.name, head) : std::nullopt;
 }
 
 std::vector<Finding> findingsIn(const Head& head, const JoinedSet& joined) {

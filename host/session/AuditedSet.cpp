@@ -265,7 +265,7 @@ std::vector<StandingFinding> AuditedSet::findingsIn(const Head& head) const {
     return one.finding.code == FindingCode::otherHead;
   });
   if (own && !isSaid) {  // of a set that was opened
-    add(findOtherHead(*own, {}, *head.fiducials), StandingFinding::none);
+    add(findOtherHead(*own, {}, head), StandingFinding::none);
   }
   return standing;
 }

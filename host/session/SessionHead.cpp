@@ -224,7 +224,7 @@ std::string Session::headMismatch() const {
   if (!m_head.isRegistered() || m_head.isPhantom) {
     return {};
   }
-  return withinMemory([&] { return host::headMismatch(m_dipoles, *m_head.fiducials); });
+  return withinMemory([&] { return host::headMismatch(m_dipoles, m_head); });
 }
 
 }  // namespace host

@@ -37,6 +37,14 @@ class HeadChecks : public testing::Test {
 // Scanner axes are those of the head turned: head x (left) is scanner -x, y (up) is z, z (front) is y.
 const host::Fiducials points = {{0, 100, 0}, {-70, 0, 0}, {70, 0, 0}};
 
+// A head of these points, in an MRI of such voxels, mm.
+host::Head headOf(double voxel, double depth = 1.0) {
+  auto volume = std::make_shared<const host::Volume>(
+      std::array<int, 3>{1, 1, 1}, std::vector<float>(1),
+      host::Affine({voxel, 0, 0}, {0, 0, voxel}, {0, voxel * depth, 0}, {}));
+  return {"", std::move(volume), host::HeadFrame(points), points};
+}
+
 }  // namespace
 
 TEST_F(HeadChecks, ADipoleMoreThanTwentyMillimetresOutsideOfTheSphereIsDoubtful) {
@@ -125,9 +133,9 @@ TEST_F(HeadChecks, FilesThatNameDifferentPatientsAreDoubtful) {
 }
 
 TEST_F(HeadChecks, FiducialPointsOfAnotherHeadAreWrong) {
-  EXPECT_FALSE(host::findOtherHead(wide(140), "a.dip", points));
-  EXPECT_FALSE(host::findOtherHead(wide(149), "a.dip", points));  // within 10 mm
-  const std::optional<Finding> finding = host::findOtherHead(wide(151), "a.dip", points);
+  EXPECT_FALSE(host::findOtherHead(wide(140), "a.dip", headOf(3.0)));
+  EXPECT_FALSE(host::findOtherHead(wide(149), "a.dip", headOf(3.0)));  // within 10 mm
+  const std::optional<Finding> finding = host::findOtherHead(wide(151), "a.dip", headOf(3.0));
   ASSERT_TRUE(finding);
   EXPECT_EQ(finding->code, FindingCode::otherHead);
   EXPECT_EQ(finding->severity, Severity::wrong);
@@ -135,6 +143,20 @@ TEST_F(HeadChecks, FiducialPointsOfAnotherHeadAreWrong) {
   EXPECT_TRUE(finding->sentence.starts_with("For this MRI the distances")) << finding->sentence;
   EXPECT_TRUE(finding->remedy.empty());
   EXPECT_NE(finding->sentence.find("11 mm"), std::string::npos) << finding->sentence;
+}
+
+// An import counts with voxels of 0.859375 mm, whatever MRI the points were set in.
+TEST_F(HeadChecks, PointsCountedInTheVoxelsOfTheMriAreOfTheSameHead) {
+  const double half = 0.859375 / 2.0;
+  const host::Fiducials inVoxelsOf2Mm = {{0, 0, 100 * half}, {70 * half, 0, 0}, {-70 * half, 0, 0}};
+  EXPECT_FALSE(host::findOtherHead(inVoxelsOf2Mm, "a.dip", headOf(2.0)));
+  EXPECT_FALSE(host::findOtherHead(inVoxelsOf2Mm, "a.dip", headOf(2.0, 1.009)));
+  EXPECT_TRUE(host::findOtherHead(inVoxelsOf2Mm, "a.dip", headOf(2.0, 1.02)));  // no cubes
+  EXPECT_TRUE(host::findOtherHead(inVoxelsOf2Mm, "a.dip", headOf(2.5)));
+  EXPECT_TRUE(host::findOtherHead({inVoxelsOf2Mm.nasion, inVoxelsOf2Mm.leftEar, {-76 * half, 0, 0}}, "a.dip",
+                                  headOf(2.0)) == std::nullopt);  // 6 mm
+  EXPECT_TRUE(host::findOtherHead({inVoxelsOf2Mm.nasion, inVoxelsOf2Mm.leftEar, {-81 * half, 0, 0}}, "a.dip",
+                                  headOf(2.0)));
 }
 
 TEST_F(HeadChecks, TwoFilesOfDifferentHeadsAreWrong) {

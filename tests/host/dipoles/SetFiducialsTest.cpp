@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/dipoles/SetFiducials.h"
+#include "host/head/HeadFile.h"
 #include "module/dipole.h"
 #include "tests/host/text/Failing.h"
 
@@ -181,24 +182,34 @@ TEST(SetFiducials, RefusedWhenTheyAreNoHead) {
             std::string::npos);
 }
 
+namespace {
+
+std::string mismatchOf(const CDipoleFace9File& set, const host::Fiducials& head) {
+  return host::headMismatch(host::measuredPoints(set).value(), head);
+}
+
+}  // namespace
+
 TEST(HeadMismatch, WarnsAboveTenMillimetres) {
   const host::Fiducials head = {usual[0] * voxel, usual[1] * voxel, usual[2] * voxel};
   const double ears = length(usual[1] - usual[2]);
-  EXPECT_EQ(host::headMismatch(*setOf(usual), head), "");
-  EXPECT_EQ(host::headMismatch(*setOf(usual, voxel + 9.9 / ears), head), "");
+  EXPECT_EQ(mismatchOf(*setOf(usual), head), "");
+  EXPECT_EQ(mismatchOf(*setOf(usual, voxel + 9.9 / ears), head), "");
   EXPECT_EQ(
-      host::headMismatch(*setOf(usual, voxel + 12.0 / ears), head),
+      mismatchOf(*setOf(usual, voxel + 12.0 / ears), head),
       "the distances between the fiducial points differ by 12 mm from those in the dipole file: is this the "
       "same head?");
   EXPECT_EQ(
-      host::headMismatch(*setOf(usual, std::nan("")), head),
+      mismatchOf(*setOf(usual, std::nan("")), head),
       "the distances between the fiducial points differ by a distance that is not a number from those in the "
       "dipole file: is this the same head?");
 }
 
 TEST(HeadMismatch, SaysNothingOfPointsThatTheModuleMadeUp) {
   const auto set = setOf(usual, 9.0);
+  const host::Head head = host::phantomHead();
+  EXPECT_NE(host::headMismatch(*set, head), "");
   set->m_fiducialMri.resetAllFiducialPt();
-  EXPECT_EQ(host::headMismatch(*set, {usual[0], usual[1], usual[2]}), "");
-  EXPECT_EQ(host::headMismatch(CDipoleFace9File(), {usual[0], usual[1], usual[2]}), "");
+  EXPECT_EQ(host::headMismatch(*set, head), "");
+  EXPECT_EQ(host::headMismatch(CDipoleFace9File(), head), "");
 }
