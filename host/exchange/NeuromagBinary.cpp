@@ -91,6 +91,7 @@ NeuromagDipoles readNeuromagBinary(std::string_view bytes) {
                          std::to_string(neuromagRecordBytes) + " bytes");
   }
   NeuromagDipoles file;
+  file.isBinary = true;
   int spheres = 0;
   int errors = 0;
   int chiSquares = 0;

@@ -68,7 +68,7 @@ class Importer {
     take(from.begin, dipole.m_latency, DipoleValue::latency);
     take(errorOf(from.goodness), dipole.m_fitError, DipoleValue::fitError);
     takeLabel(dipole);
-    const bool hasEnd = !std::isnan(from.end) && from.end != 0.0;  // MNE writes 0 for none
+    const bool hasEnd = !std::isnan(from.end) && !(m_file.isBinary && from.end == 0.0);  // MNE's 0 is none
     if (hasEnd && from.end != from.begin) {
       m_ranges.push_back(m_slot);
     }
@@ -97,7 +97,9 @@ class Importer {
     const bool hasDirection = std::isfinite(size) && size > 0.0;
     const double amplitude = std::isnan(from.amplitude) ? size : from.amplitude;
     double divisor = amplitude;
-    if (hasDirection && !(std::abs(std::abs(amplitude) - size) <= mostRounding + size * 1e-6)) {
+    const bool isOfUnknownSize = amplitude == 0.0 && std::abs(size - 1.0) <= mostRounding;
+    if (hasDirection && !isOfUnknownSize &&
+        !(std::abs(std::abs(amplitude) - size) <= mostRounding + size * 1e-6)) {
       m_contradictory.push_back(m_slot);
       divisor = amplitude < 0.0 ? -size : size;
     }
@@ -110,7 +112,7 @@ class Importer {
     } else {
       markUnknown(DipoleValue::orientation);
     }
-    // An amplitude of nothing beside a moment says that nobody knows it.
+    // An amplitude of nothing beside a direction says that nobody knows it.
     take(amplitude == 0.0 && hasDirection ? NeuromagDipole::none : amplitude, dipole.m_moment,
          DipoleValue::moment);
   }
@@ -155,7 +157,7 @@ void addFindings(const NeuromagDipoles& file, const Importer& importer, const st
   if (!importer.contradictory().empty()) {
     add(FindingCode::momentVector, Severity::doubtful, importer.contradictory(),
         "The amplitude Q of " + counted(importer.contradictory().size(), "dipole") +
-            " is not the length of Qx, Qy, Qz: the amplitude is shown as the moment.");
+            " is not the length of Qx, Qy, Qz: the amplitude is shown as the moment, one of 0 as unknown.");
   }
   add(FindingCode::goodness, Severity::note, {},
       "The file gives the goodness of fit; the fit errors shown are 100 minus it, in percent.");

@@ -234,13 +234,16 @@ TextRows::TextRows(std::string_view text) : m_rest(text) {
   if (m_rest.starts_with(byteOrderMark)) {
     m_rest.remove_prefix(byteOrderMark.size());
   }
+  if (m_rest.find(m_end) == std::string_view::npos) {
+    m_end = '\r';
+  }
 }
 
 bool TextRows::next(std::string_view& line) {
   if (m_rest.empty()) {
     return false;
   }
-  const std::size_t end = m_rest.find('\n');
+  const std::size_t end = m_rest.find(m_end);
   line = withoutBlanks(m_rest.substr(0, end));
   m_rest.remove_prefix(end == std::string_view::npos ? m_rest.size() : end + 1);
   ++m_number;

@@ -34,6 +34,7 @@ struct NeuromagDipole {
 struct NeuromagDipoles {
   std::vector<NeuromagDipole> dipoles;
   std::string name;        // of all of them, without the word "dipoles" behind it; bytes of the file
+  bool isBinary = false;   // .bdip: there an end of 0 is none
   bool hasHeading = true;  // columns are named
   bool hasSystem = true;   // the coordinate system is named
   // Columns that a dipole here has no room for, and in how many rows they say something.
@@ -57,6 +58,7 @@ class TextRows {
 
  private:
   std::string_view m_rest;
+  char m_end = '\n';  // of a line; a carriage return where a text has nothing else
   std::size_t m_number = 0;
 };
 

@@ -2,6 +2,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -29,15 +30,15 @@ constexpr std::string_view leftEarName = "_HDM_LEFTEAR";
 constexpr std::string_view rightEarName = "_HDM_RIGHTEAR";
 constexpr char separator = '\\';
 
-// The number of a slice, from 1; 0 when the name is none of a slice.
-int sliceNumber(std::string_view name) {
+// The number of a slice; nothing when the name is none of a slice.
+std::optional<int> sliceNumber(std::string_view name) {
   if (!name.starts_with(slicePrefix) || name.size() != slicePrefix.size() + sliceDigits) {
-    return 0;
+    return std::nullopt;
   }
   int number = 0;
   const char* const end = name.data() + name.size();
   const auto [last, error] = std::from_chars(name.data() + slicePrefix.size(), end, number);
-  return error == std::errc() && last == end ? number : 0;
+  return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
 }
 
 class Reader {
@@ -54,9 +55,9 @@ class Reader {
  private:
   void take() {
     const std::string& name = m_tags.name();
-    if (const int number = sliceNumber(name); number != 0) {
+    if (const std::optional<int> number = sliceNumber(name)) {
       once();
-      m_slices[number] = slice(number);
+      m_slices[*number] = slice(*number);
     } else if (name == "_CTFMRI_VERSION") {
       once();
       takeVersion(m_tags.text());

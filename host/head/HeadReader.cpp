@@ -77,7 +77,12 @@ ReadHead readKnown(const fs::path& path, const HeadReading& reading) {
   if (fs::is_directory(path, error)) {
     return readDicomFolder(path);
   }
-  switch (kindOf(Start(path).bytes())) {
+  Kind kind = kindOf(Start(path).bytes());
+  // The first voxels of a pair may happen to be numbers that an MGH file begins with.
+  if (kind == Kind::mgh && !niftiHeaderBeside(path).empty()) {
+    kind = Kind::unknown;
+  }
+  switch (kind) {
     case Kind::nifti:
       return readNifti(path);
     case Kind::ctf2: {

@@ -153,6 +153,11 @@ ReadHead readMgh(ByteSource& source) {
   const Header header = headerOf(bytes);
   const auto hasGeometry = host::numberAt<std::int16_t>(bytes, hasGeometryAt, std::endian::big);
   const Geometry geometry = hasGeometry == 1 ? geometryOf(bytes) : Geometry();
+  const std::uint64_t wanted = headerSize + header.format.bytes() * static_cast<std::uint64_t>(header.frames);
+  if (const auto plain = source.plainSize(); header.frames > 1 && plain && *plain < wanted) {
+    refuse("the file is cut off: its " + std::to_string(header.frames) + " volumes need " +
+           std::to_string(wanted) + " bytes, " + std::to_string(*plain) + " are there");
+  }
   goToVoxels(source, headerSize, 0, header.format);
   std::vector<float> voxels = readVoxels(source, header.format);
   if (header.frames == 1) {

@@ -140,6 +140,13 @@ TEST_F(NeuromagSet, AContradictionOfAmplitudeAndMomentIsTold) {
   EXPECT_DOUBLE_EQ(file.set->m_dipoles[2]->m_orientation[2], 0.8);
 }
 
+// As an unknown moment is written: nothing is contradicted.
+TEST_F(NeuromagSet, NoAmplitudeBesideADirectionOfLengthOneIsAnUnknownMoment) {
+  const ImportedFile file = imported(heading + "1 1 0 0 0 0 0.577 0.577 0.578 9\n");
+  EXPECT_EQ(find(file, FindingCode::momentVector), nullptr);
+  EXPECT_TRUE(file.unknown.isUnknown(0, DipoleValue::moment));
+}
+
 TEST_F(NeuromagSet, RangesOfTimeAndMoreColumnsAreToldByNameAndCount) {
   const ImportedFile file = imported(heading.substr(0, heading.size() - 1) +
                                      " khi^2\n1 1 0 0 0 1 1 0 0 9 5\n1 2 0 0 0 1 1 0 0 9 5\n");
@@ -149,6 +156,10 @@ TEST_F(NeuromagSet, RangesOfTimeAndMoreColumnsAreToldByNameAndCount) {
             "A set has no room for khi^2 of 2 dipoles, the end of the time of 1 dipole (the begin is the "
             "latency).");
   EXPECT_EQ(file.set->m_dipoles[1]->m_latency, 1.0);
+  const ImportedFile toZero = imported(heading + "-50 0 0 0 0 1 1 0 0 9\n0 0 0 0 0 1 1 0 0 9\n");
+  ASSERT_NE(find(toZero, FindingCode::leftOut), nullptr);
+  EXPECT_EQ(find(toZero, FindingCode::leftOut)->slots, std::vector<int>());
+  EXPECT_NE(find(toZero, FindingCode::leftOut)->sentence.find("time of 1 dipole"), std::string::npos);
 }
 
 TEST_F(NeuromagSet, PlacesThatAreNoNumbersAreWrong) {

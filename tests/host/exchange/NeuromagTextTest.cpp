@@ -76,11 +76,14 @@ TEST(NeuromagText, LargeNumbersStayApart) {
 // Each of these is met: some readers refuse them, or take them for rows.
 TEST(NeuromagText, ToleratesWhatHandsAndProgramsMakeOfIt) {
   std::string windows;
+  std::string old;
   for (const char c : whole) {
     windows += c == '\n' ? "\r\n" : std::string(1, c);
+    old += c == '\n' ? '\r' : c;
   }
   for (const std::string& text : {
            windows,                                                              // line ends
+           old,                                                                  // of a Macintosh
            "\xEF\xBB\xBF" + whole,                                               // byte order mark
            "\n\n" + systemLine + "\n" + heading + "\n" + first + "\n" + second,  // blank lines
            systemLine + heading + "# a comment\n" + first + "  # indented\n" + second + "% another\n",

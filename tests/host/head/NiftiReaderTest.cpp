@@ -318,6 +318,17 @@ TEST(NiftiReader, ReadsAPairByEitherName) {
   }
 }
 
+TEST(NiftiReader, ReadsVoxelsThatBeginAsAnMghFileDoes) {
+  const TempFolder folder;
+  NiftiFile file = counted();
+  file.magic = std::string("ni1\0", 4);
+  file.voxelOffset = 4;
+  const std::string whole = file.version1();
+  folder.write("head.hdr", whole.substr(0, whole.size() - file.voxels.size()));
+  const std::string voxels = std::string("\0\0\0\1", 4) + file.voxels;
+  EXPECT_EQ(host::readHead(host::pathOf(folder.write("head.img", voxels))).source.format, "NIfTI-1 pair");
+}
+
 TEST(NiftiReader, RefusesHalfAPair) {
   NiftiFile file = counted();
   file.magic = std::string("ni1\0", 4);

@@ -1,4 +1,5 @@
 // What is written as NIfTI is read back as it was, by the sform and by the qform alone.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -39,9 +40,18 @@ Affine randomMap(std::mt19937& random, bool isMirrored) {
   return {x * 0.9, y * 1.1, z * 2.5, {normal(random) * 100, normal(random) * 100, normal(random) * 100}};
 }
 
-// A qform's fourth part is the root of what the other three, in single precision, leave: near half a turn
-// only 3e-4 of it is known.
-constexpr double qformError = 2e-3;
+// What single precision leaves of a map in its qform, mm. The quaternion's first part a is the root of what the
+// squares of the other three leave of 1. Each of these is rounded by at most 2^-25, so the sum of their squares by at
+// most 2 sqrt(3) 2^-25 = 1.04e-7, and a by at most that over a; where a square below 1e-7 is left, a is taken as 0,
+// and is at most the root of 2.04e-7, 4.6e-4, off. A column changes by at most twice that times its length, 2.5 mm.
+double qformError(const Affine& map) {
+  const auto unit = [](const Vector3& v) { return v * (1.0 / host::length(v)); };
+  const Vector3 x = unit(map.column(0));
+  const Vector3 y = unit(map.column(1));
+  const double a = std::sqrt(std::max(0.0, 1.0 + x.x + y.y + host::cross(x, y).z)) / 2.0;
+  const double errorOfA = a > 4.6e-4 ? std::min(4.6e-4, 1.04e-7 / a) : 4.6e-4;
+  return 2.0 * 2.5 * errorOfA + 1e-5;
+}
 
 void expectNear(const Affine& found, const Affine& expected, double error = 1e-5) {
   for (int column = 0; column < 3; ++column) {
@@ -81,7 +91,7 @@ TEST(NiftiWriter, PlacesComeBackBySformAndByQform) {
     put(bytes, 254, std::int16_t{0}, std::endian::little);
     const host::ReadHead turned = host::readHead(host::pathOf(folder.write("b.nii", bytes)));
     EXPECT_EQ(turned.source.sides, "the file's qform");
-    expectNear(turned.volume.toScanner(), map, qformError);
+    expectNear(turned.volume.toScanner(), map, qformError(map));
   }
 }
 

@@ -253,6 +253,7 @@ class CtfMri(unittest.TestCase):
                 (ctf_mri.tag("_CTFMRI_SIZE", 6, SIZE), ("_CTFMRI_SIZE", "twice")),
                 (ctf_mri.tag("_CTFMRI_SLICE_DATA#00003", 3, b""), ("#00003", "twice")),
                 (ctf_mri.tag("_CTFMRI_SLICE_DATA#00513", 3, b""), ("#00513",)),
+                (ctf_mri.tag("_CTFMRI_SLICE_DATA#00000", 3, b""), ("#00000", "no picture")),
                 (ctf_mri.tag("_CTFMRI_SLICE_DATA#00025", 3, b""), ("slice 25",))):
             self.refused(ctf_mri.join4(tags + [("", extra)]), *words)
             self.refused(gzip.compress(ctf_mri.join4(tags + [("", extra)])), *words[:1])

@@ -118,6 +118,8 @@ class MghOracle(unittest.TestCase):
                            (mgh(spacing=(float("nan"), 1, 1)), "nan"), (mgh(spacing=(1, 1, 11)), "11 mm"),
                            (mgh(axes=[(1.0, 0, 0), (0, 1.01, 0), (0, 0, 1.0)]), "axis 2 has the length"),
                            (mgh(axes=skew), "axes 1 and 2"), (mgh(centre=(0, float("inf"), 0)), "centre"),
+                           (mgh(frames=2, data=bytes(47)), "2 volumes need 332 bytes, 331 are there"),
+                           (mgh(frames=2 ** 31 - 1, data=bytes(24)), "cut off"),
                            (mgh()[:-1], "23 of 24 bytes"), (mgh()[:200], "within its header"),
                            (mgh(dims=(600, 600, 600), data=b"x" * 9), "9 of 216000000"),
                            (gzip.compress(mgh(dims=(600, 600, 600), data=b"x" * 9)), "9 of 216000000"),
