@@ -40,10 +40,11 @@ Affine randomMap(std::mt19937& random, bool isMirrored) {
   return {x * 0.9, y * 1.1, z * 2.5, {normal(random) * 100, normal(random) * 100, normal(random) * 100}};
 }
 
-// What single precision leaves of a map in its qform, mm. The quaternion's first part a is the root of what the
-// squares of the other three leave of 1. Each of these is rounded by at most 2^-25, so the sum of their squares by at
-// most 2 sqrt(3) 2^-25 = 1.04e-7, and a by at most that over a; where a square below 1e-7 is left, a is taken as 0,
-// and is at most the root of 2.04e-7, 4.6e-4, off. A column changes by at most twice that times its length, 2.5 mm.
+// What single precision leaves of a map in its qform, mm. The quaternion's first part a is the root of
+// what the squares of the other three leave of 1. Each of these is rounded by at most 2^-25, so the
+// sum of their squares by at most 2 sqrt(3) 2^-25 = 1.04e-7, and a by at most that over a; where a
+// square below 1e-7 is left, a is taken as 0, and is at most the root of 2.04e-7, 4.6e-4, off. A
+// column changes by at most twice that times its length, 2.5 mm.
 double qformError(const Affine& map) {
   const auto unit = [](const Vector3& v) { return v * (1.0 / host::length(v)); };
   const Vector3 x = unit(map.column(0));
