@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "host/head/HeadFile.h"
+#include "host/panes/AtlasTexts.h"
 #include "host/panes/DipolePicture.h"
-#include "host/panes/PlaceTexts.h"
 #include "host/panes/ShownDipoles.h"
 
 namespace {
@@ -25,9 +25,9 @@ host::PlaceNames sides(const std::string& space = "Colin27") {
           {host::Fiducials{{0, 90, 0}, {-80, 0, 0}, {80, 0, 0}}, host::MniMap{host::Affine(), space}}};
 }
 
-class PlaceTexts : public testing::Test {
+class AtlasTexts : public testing::Test {
  protected:
-  PlaceTexts() { contents.places = &names; }
+  AtlasTexts() { contents.places = &names; }
 
   // mm to the left; the other two are 0.5.
   void add(double left) {
@@ -50,7 +50,7 @@ class PlaceTexts : public testing::Test {
 
 }  // namespace
 
-TEST_F(PlaceTexts, AFewDipolesAreToldOneByOne) {
+TEST_F(AtlasTexts, AFewDipolesAreToldOneByOne) {
   add(20.0);
   add(-35.5);
   add(60.0);
@@ -59,7 +59,7 @@ TEST_F(PlaceTexts, AFewDipolesAreToldOneByOne) {
       "Places of all dipoles shown, by aal: #1 Side_L; #2 near Side_R, 6.0 mm; #3 no label within 20 mm.");
 }
 
-TEST_F(PlaceTexts, ManyDipolesAreCounted) {
+TEST_F(AtlasTexts, ManyDipolesAreCounted) {
   for (int i = 0; i < 12; ++i) {
     add(20.0);
   }
@@ -71,14 +71,14 @@ TEST_F(PlaceTexts, ManyDipolesAreCounted) {
             "Places of all dipoles shown, by aal: 13 Side_L (1 only near it); 1 Side_R; 1 without a label.");
 }
 
-TEST_F(PlaceTexts, ARowIsHeadedByThePlaceOfItsDipole) {
+TEST_F(AtlasTexts, ARowIsHeadedByThePlaceOfItsDipole) {
   add(20.0);
   EXPECT_TRUE(host::rowThrough(contents, 0).heading.ends_with("   Side_L"));
   contents.places = nullptr;
   EXPECT_EQ(host::rowThrough(contents, 0).heading.find("Side_L"), std::string::npos);
 }
 
-TEST_F(PlaceTexts, WithoutAnAtlasNothingIsSaid) {
+TEST_F(AtlasTexts, WithoutAnAtlasNothingIsSaid) {
   EXPECT_EQ(note(), "");
   add(20.0);
   contents.places = nullptr;
@@ -86,7 +86,7 @@ TEST_F(PlaceTexts, WithoutAnAtlasNothingIsSaid) {
   EXPECT_EQ(host::placeTextOf(contents, *dipoles.m_dipoles[0]), "");
 }
 
-TEST_F(PlaceTexts, TheAtlasAndADoubtAboutItAreNamed) {
+TEST_F(AtlasTexts, TheAtlasAndADoubtAboutItAreNamed) {
   EXPECT_EQ(
       host::atlasNote(names),
       "Places by the atlas AAL (Tzourio-Mazoyer et al., NeuroImage 2002), Colin27: a hint, not a finding.");

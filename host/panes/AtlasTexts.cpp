@@ -1,4 +1,4 @@
-#include "host/panes/PlaceTexts.h"
+#include "host/panes/AtlasTexts.h"
 
 #include <cstddef>
 #include <optional>
