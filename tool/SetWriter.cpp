@@ -84,7 +84,8 @@ std::string jsonOf(const ImportSession& session, const std::vector<std::string>&
   return host::setJson(
       turned ? *turned : session.collection(), session.unknown(),
       {files, session.version(), session.patient(), session.isMomentInNAm(),
-       isHost ? std::string() : frame.description, frame.titles(), frame.points, pointerTo(places), beside});
+       isHost ? std::string() : frame.description, frame.titles(), frame.points, pointerTo(places), beside,
+       frame.pointsTitle()});
 }
 
 std::string tableOf(const ImportSession& session, char separator, const host::SetFrame& frame,

@@ -59,6 +59,12 @@ void tellFrame(ForeignFile& file, const SetFrame& frame, bool isChosen) {
         "up, "
         "and fit no MRI as they are.");
   }
+  if (!isChosen && frame.hasMriPoints) {
+    file.told.emplace_back(
+        "The MRI has no scanner coordinates: places are in mm around its middle, x right, y front, z up, as "
+        "in "
+        "the NIfTI file that \"dipole head\" makes of it.");
+  }
   if (frame.isSymmetric) {
     file.told.emplace_back(
         "The fiducial points of the head are not known: in the Neuromag head frame of this file its ears "

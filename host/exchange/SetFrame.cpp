@@ -204,16 +204,33 @@ SetFrame neuromagFrame(const KnownHead& head) {
           !isKnown};
 }
 
+// The scanner's, or that of an MRI which has no scanner coordinates.
+SetFrame mriFrame(const KnownHead& head) {
+  return {FrameName::scanner,
+          hostToScanner(head, "scanner"),
+          head.isScannerFrame ? "scanner: x right, y front, z up"
+                              : "MRI, around its middle, not the scanner's: x right, y front, z up",
+          head.isScannerFrame ? "scanner_" : "mri_",
+          rightFrontUpAxes,
+          placedPoints(head)};
+}
+
 SetFrame scannerFrame(const KnownHead& head) {
-  const Affine toScanner = hostToScanner(head, "scanner");
-  return {FrameName::scanner, toScanner,        "scanner: x right, y front, z up",
-          "scanner_",         rightFrontUpAxes, placedPoints(head)};
+  if (!head.isScannerFrame) {
+    throw std::runtime_error(
+        "the MRI has no scanner coordinates, only millimetres around its middle; fiducial points in the "
+        "scanner's, without the MRI, lead there");
+  }
+  return mriFrame(head);
 }
 
 SetFrame mniFrame(const KnownHead& head) {
   if (!head.mni) {
     throw std::runtime_error(
         "the MNI frame needs a transform to it, or the word that the head is in it (--mni)");
+  }
+  if (!head.isScannerFrame && head.mni->fromScanner == Affine()) {
+    throw std::runtime_error("the MRI has millimetres around its middle: it is not in MNI space as it is");
   }
   const Affine toScanner = hostToScanner(head, "MNI");
   const std::string space = head.mni->space.empty() ? "MNI, nobody said which" : head.mni->space;
@@ -226,6 +243,26 @@ SetFrame mniFrame(const KnownHead& head) {
           prefix,
           rightFrontUpAxes,
           placedPoints(head)};
+}
+
+SetFrame frameOf(FrameName name, const KnownHead& head) {
+  switch (name) {
+    case FrameName::ctf:
+      return {name,
+              Affine({0, 1, 0}, {0, 0, 1}, {1, 0, 0}, {}),
+              "CTF head: x front, y left, z up",
+              "ctf_",
+              {"front", "left", "up"}};
+    case FrameName::neuromag:
+      return neuromagFrame(head);
+    case FrameName::scanner:
+      return scannerFrame(head);
+    case FrameName::mni:
+      return mniFrame(head);
+    case FrameName::host:
+      break;
+  }
+  return {FrameName::host, {}, "head: x left, y up, z front", "", {"left", "up", "front"}};
 }
 
 }  // namespace
@@ -270,31 +307,19 @@ MniMap readMniMap(const std::filesystem::path& path) {
 }
 
 SetFrame frameNamed(FrameName name, const KnownHead& head) {
-  switch (name) {
-    case FrameName::ctf:
-      return {name,
-              Affine({0, 1, 0}, {0, 0, 1}, {1, 0, 0}, {}),
-              "CTF head: x front, y left, z up",
-              "ctf_",
-              {"front", "left", "up"}};
-    case FrameName::neuromag:
-      return neuromagFrame(head);
-    case FrameName::scanner:
-      return scannerFrame(head);
-    case FrameName::mni:
-      return mniFrame(head);
-    case FrameName::host:
-      break;
-  }
-  return {FrameName::host, {}, "head: x left, y up, z front", "", {"left", "up", "front"}};
+  SetFrame frame = frameOf(name, head);
+  frame.hasMriPoints = frame.points && !head.isScannerFrame;
+  return frame;
 }
 
 SetFrame patientFrame(const KnownHead& head) {
-  if (head.isPlaced()) {
-    return scannerFrame(head);
+  if (!head.isPlaced()) {
+    return {FrameName::host, rightFrontUp(), "head, not the scanner's: x right, y front, z up", "head_",
+            rightFrontUpAxes};
   }
-  return {FrameName::host, rightFrontUp(), "head, not the scanner's: x right, y front, z up", "head_",
-          rightFrontUpAxes};
+  SetFrame frame = mriFrame(head);
+  frame.hasMriPoints = !head.isScannerFrame;
+  return frame;
 }
 
 std::unique_ptr<CDipoleFace9File> inFrame(const CDipoleFace9File& set, const SetFrame& frame) {

@@ -36,6 +36,8 @@ MniMap readMniMap(const std::filesystem::path& path);
 struct KnownHead {
   std::optional<Fiducials> points;  // scanner mm, unless they are only known among themselves
   std::optional<MniMap> mni;
+  // False: "scanner mm" are an MRI's own, which has no scanner coordinates (host/head/HeadSource.h).
+  bool isScannerFrame = true;
   // Where the points lie in the scanner is not known: their distances are all that counts.
   bool arePointsUnplaced = false;
   // Without points: the Neuromag head frame in the scanner, mm; then ears are taken as symmetric, which is
@@ -57,14 +59,17 @@ struct SetFrame {
   // Whether axes are right, front, up, as programs take them that know nothing of heads.
   bool isRightFrontUp() const { return axes[0] == std::string_view("right"); }
 
-  bool isSymmetric = false;  // Neuromag's, with ears taken as symmetric
+  bool isSymmetric = false;   // Neuromag's, with ears taken as symmetric
+  bool hasMriPoints = false;  // the points are in mm of an MRI that has no scanner coordinates
+  // What the points are called in files: "fiducials_scanner_mm".
+  const char* pointsTitle() const { return hasMriPoints ? "fiducials_mri_mm" : "fiducials_scanner_mm"; }
 };
 
 // Throws std::runtime_error when the head is not known well enough for it.
 SetFrame frameNamed(FrameName name, const KnownHead& head);
 
-// For programs that take all places as right, front, up: the scanner's frame when it is known, else the head
-// frame with its axes in that order.
+// For programs that take all places as right, front, up: the scanner's frame when it is known, or that of an
+// MRI without scanner coordinates, else the head frame with its axes in that order.
 SetFrame patientFrame(const KnownHead& head);
 
 // A copy of the set whose dipoles are in the frame, their orientations turned and as long as they were.

@@ -330,9 +330,9 @@ std::string setJson(const CDipoleFace& set, const UnknownValues& unknown, const 
                    {"frame", texts.frame.empty() ? frameText : texts.frame}};
   if (texts.points) {
     const auto point = [](const Vector3& place) { return Json::array({place.x, place.y, place.z}); };
-    document["fiducials_scanner_mm"] = {{"nasion", point(texts.points->nasion)},
-                                        {"left_ear", point(texts.points->leftEar)},
-                                        {"right_ear", point(texts.points->rightEar)}};
+    document[texts.pointsTitle] = {{"nasion", point(texts.points->nasion)},
+                                   {"left_ear", point(texts.points->leftEar)},
+                                   {"right_ear", point(texts.points->rightEar)}};
   }
   if (texts.places != nullptr) {
     document["atlas"] = texts.places->json();

@@ -24,9 +24,10 @@ struct SetTexts {
   // Of another frame than the host's, in which the set is; such a document is not read back.
   std::string frame = {};
   FrameTitles titles = {};
-  std::optional<Fiducials> points = {};  // that the frame was made with, scanner mm
+  std::optional<Fiducials> points = {};  // that the frame was made with, mm
   const SetPlaces* places = nullptr;     // by an atlas; such a document is not read back either
   Json beside = Json::object();          // what else is known of the whole set
+  const char* pointsTitle = "fiducials_scanner_mm";
 };
 
 std::string setJson(const CDipoleFace& set, const UnknownValues& unknown, const SetTexts& texts);

@@ -129,7 +129,7 @@ class Writer {
           points += " " + exact(point[axis]);
         }
       }
-      data += textsOf("FIDUCIALS_SCANNER_MM", {points}, true);
+      data += textsOf(m_frame.hasMriPoints ? "FIDUCIALS_MRI_MM" : "FIDUCIALS_SCANNER_MM", {points}, true);
     }
     if (m_places != nullptr) {
       data += textsOf("ATLAS", {m_places->atlas + ": " + m_places->about}, true);

@@ -77,6 +77,24 @@ TEST(SetFrame, RefusesWhatTheHeadIsNotKnownWellEnoughFor) {
             "the MNI frame needs the fiducial points of the head, which are not known");
 }
 
+// Of a CTF MRI: its millimetres are those around its middle.
+TEST(SetFrame, OfAnMriWithoutScannerCoordinatesIsNeverCalledTheScanners) {
+  KnownHead head{crooked, {}};
+  head.isScannerFrame = false;
+  EXPECT_NE(causeOf(FrameName::scanner, head).find("the MRI has no scanner coordinates"), std::string::npos);
+  head.mni = host::MniMap();
+  EXPECT_NE(causeOf(FrameName::mni, head).find("is not in MNI space as it is"), std::string::npos);
+  head.mni->fromScanner = host::Affine({1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 2, 3});
+  EXPECT_EQ(causeOf(FrameName::mni, head), "was taken");  // made from this MRI
+  const host::SetFrame own = host::patientFrame(head);
+  EXPECT_EQ(own.description, "MRI, around its middle, not the scanner's: x right, y front, z up");
+  EXPECT_EQ(own.titles()[0], "mri_x_right_mm");
+  EXPECT_STREQ(own.pointsTitle(), "fiducials_mri_mm");
+  expectNear(own.fromHost({1, 2, 3}), host::HeadFrame(crooked).toScanner({1, 2, 3}));
+  EXPECT_STREQ(frameNamed(FrameName::neuromag, head).pointsTitle(), "fiducials_mri_mm");
+  EXPECT_STREQ(frameNamed(FrameName::neuromag, {crooked, {}}).pointsTitle(), "fiducials_scanner_mm");
+}
+
 TEST(SetFrame, TurnsOrientationsAndKeepsTheirLengthAndTheSet) {
   const auto set = std::make_unique<CDipoleFace9File>();
   for (int i = 0; i < 3; ++i) {
