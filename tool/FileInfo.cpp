@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "host/dipoles/DipolePlace.h"
 #include "host/dipoles/HeaderText.h"
 #include "host/dipoles/ValueColors.h"
 #include "tool/Text.h"
@@ -81,8 +82,7 @@ FileInfo::FileInfo(std::string name, const ImportSession& session, const host::S
     }
     ++dipoles;
     shownOnSlices += dipole->m_display == 1 ? 1 : 0;
-    const host::Vector3 place =
-        inFrameOf(in, {dipole->m_location[0], dipole->m_location[1], dipole->m_location[2]});
+    const host::Vector3 place = inFrameOf(in, host::placeOf(*dipole));
     for (std::size_t axis = 0; axis < position.size(); ++axis) {
       widen(position.at(axis), place[static_cast<int>(axis)]);
     }

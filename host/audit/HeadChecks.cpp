@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/dipoles/DipolePlace.h"
 #include "host/dipoles/SetFiducials.h"
 #include "host/head/NeuromagFrame.h"
 #include "host/text/Numbers.h"
@@ -12,10 +13,6 @@
 namespace host {
 
 namespace {
-
-Vector3 placeOf(const CDipoleszq& dipole) {
-  return {dipole.m_location[0], dipole.m_location[1], dipole.m_location[2]};
-}
 
 template <typename IsOutside>
 std::vector<int> slotsOutside(const CDipoleFace& set, int first, int end, IsOutside isOutside) {

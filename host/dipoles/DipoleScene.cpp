@@ -86,10 +86,6 @@ bool isPlace(const Vector3& point) {
   return isNear(point.x) && isNear(point.y) && isNear(point.z);
 }
 
-Vector3 placeOf(const CDipoles& dipole) {
-  return vectorOf(dipole.m_location);
-}
-
 Vector3 arrowOf(const CDipoles& dipole) {
   const Vector3 orientation = vectorOf(dipole.m_orientation);
   const double size = sizeOf(orientation);

@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+#include "host/dipoles/DipolePlace.h"
 #include "host/head/Vector3.h"
 #include "host/paint/Image.h"
 #include "module/dipole.h"
@@ -52,7 +53,6 @@ struct DipoleScene {
 bool isSwitchedOn(const CDipoleFace3On3DView& dipoles, int slot, const CDipoleszq& dipole);
 // Whether a place is one: every coordinate a number, and within 100 m.
 bool isPlace(const Vector3& point);
-Vector3 placeOf(const CDipoles& dipole);
 // From the dipole's place to the tip of its arrow; zero: it has none.
 Vector3 arrowOf(const CDipoles& dipole);
 // m_colorF.

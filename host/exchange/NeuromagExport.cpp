@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "host/dipoles/DipolePlace.h"
 #include "host/exchange/NeuromagSet.h"
 #include "host/head/NeuromagFrame.h"
 #include "host/text/PathText.h"
@@ -84,7 +85,7 @@ class Exporter {
       to.begin = from.m_latency;
     }
     to.end = m_isBinary ? 0.0 : to.begin;  // as MNE has it
-    to.place = m_toNeuromag({from.m_location[0], from.m_location[1], from.m_location[2]});
+    to.place = m_toNeuromag(placeOf(from));
     if (!isUnknown(slot, DipoleValue::fitError)) {
       to.goodness = percent - from.m_fitError;
     }
@@ -115,7 +116,7 @@ class Exporter {
     if (isUnknown(slot, DipoleValue::orientation)) {
       return {};
     }
-    const Vector3 own = {from.m_orientation[0], from.m_orientation[1], from.m_orientation[2]};
+    const Vector3 own = orientationOf(from);
     const double size = length(own);
     if (!std::isfinite(size) || size == 0.0) {
       m_export.losses.add("orientation that is no direction");

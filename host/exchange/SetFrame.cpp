@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/dipoles/DipolePlace.h"
 #include "host/exchange/NeuromagText.h"
 #include "host/exchange/TableFile.h"
 #include "host/head/NeuromagFrame.h"
@@ -329,9 +330,8 @@ std::unique_ptr<CDipoleFace9File> inFrame(const CDipoleFace9File& set, const Set
     std::unique_ptr<CDipoleszq> dipole;
     if (set.m_dipoles[slot] != nullptr) {
       dipole = std::make_unique<CDipoleszq>(*set.m_dipoles[slot]);
-      const Vector3 place =
-          frame.fromHost({dipole->m_location[0], dipole->m_location[1], dipole->m_location[2]});
-      const Vector3 own = {dipole->m_orientation[0], dipole->m_orientation[1], dipole->m_orientation[2]};
+      const Vector3 place = frame.fromHost(placeOf(*dipole));
+      const Vector3 own = orientationOf(*dipole);
       Vector3 direction = turned(frame.fromHost, own);
       if (const double size = length(direction); size > 0.0 && std::isfinite(size)) {
         direction = direction * (length(own) / size);

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/dipoles/DipolePlace.h"
 #include "host/exchange/Json.h"
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
@@ -29,7 +30,7 @@ Json leftBackUp(const Vector3& place) {
 }
 
 // A frame whose third axis is the direction, row by row.
-Json orientationOf(const Vector3& direction) {
+Json axesOf(const Vector3& direction) {
   const Vector3 across = cross({0, 0, 1}, direction);
   const Vector3 x = length(across) > 1e-9 ? unit(across) : Vector3{1, 0, 0};
   const Vector3 y = cross(direction, x);
@@ -80,14 +81,8 @@ class Writer {
   }
 
  private:
-  static Vector3 placeOf(const CDipoleszq& dipole) {
-    return {dipole.m_location[0], dipole.m_location[1], dipole.m_location[2]};
-  }
-  static Vector3 directionOf(const CDipoleszq& dipole) {
-    return {dipole.m_orientation[0], dipole.m_orientation[1], dipole.m_orientation[2]};
-  }
   bool hasDirection(int slot) const {
-    const double size = length(directionOf(*m_set->m_dipoles[slot]));
+    const double size = length(orientationOf(*m_set->m_dipoles[slot]));
     return !m_unknown.isUnknown(slot, DipoleValue::orientation) && std::isfinite(size) && size > 0.0;
   }
   std::string labelOf(int slot) const {
@@ -124,7 +119,7 @@ class Writer {
                  {"visibility", m_set->m_dipoles[slot]->m_show != 0},
                  {"positionStatus", "defined"}};
     if (hasDirection(slot)) {
-      json["orientation"] = orientationOf(unit(directionOf(*m_set->m_dipoles[slot])));
+      json["orientation"] = axesOf(unit(orientationOf(*m_set->m_dipoles[slot])));
     }
     return json;
   }
@@ -200,7 +195,7 @@ class Writer {
     Json line = markup("Line", "", color);
     for (const int slot : slots) {
       const CDipoleszq& dipole = *m_set->m_dipoles[slot];
-      const Vector3 end = placeOf(dipole) + unit(directionOf(dipole)) * arrowLength;
+      const Vector3 end = placeOf(dipole) + unit(orientationOf(dipole)) * arrowLength;
       const std::string label = labelOf(slot);
       line["name"] = "dipole " + std::to_string(dipole.m_number) + (label.empty() ? "" : " ") + label + " (" +
                      m_frame.description + ")";
