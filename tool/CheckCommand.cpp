@@ -107,7 +107,7 @@ CheckCommand::CheckCommand(CLI::App& program)
     : Command(program, "check", "Tell what of the files arrives otherwise than they say it",
               help + codesHelp() + examples) {
   m_import.addTo(options());
-  m_frame.addTo(options(), false);
+  m_frame.addTo(options(), m_import, false);
   options().add_flag("--json", m_json, "JSON");
 }
 

@@ -56,7 +56,7 @@ class ConvertCommand final : public Command {
 ConvertCommand::ConvertCommand(CLI::App& program)
     : Command(program, "convert", "Write the dipoles of the files as a file of another format", help) {
   m_output.addTo(options(), m_import);
-  m_frame.addTo(options());
+  m_frame.addTo(options(), m_import);
 }
 
 int ConvertCommand::run() const {

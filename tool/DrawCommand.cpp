@@ -221,7 +221,9 @@ host::Head DrawCommand::readHead(ImportSession& session) const {
     return std::move(*head);
   }
   if (!m_scene.isWanted() || !m_slices.empty() || !m_through.empty()) {
-    throw UsageError("slices need --mri HEAD: no dipole file names an MRI that is beside it");
+    throw UsageError(m_head.isRefused()
+                         ? "slices need an MRI, and --mri none leaves it out: --3d does without"
+                         : "slices need --mri HEAD: no dipole file names an MRI that is beside it");
   }
   return host::noHead();
 }
@@ -340,7 +342,7 @@ int DrawCommand::run() const {
   checkOutput();
   const std::vector<InputFile> files = m_import.files();
   ImportChoices choices = m_import.choices();
-  choices.points = m_head.pointsFor(files);
+  choices.points = m_head.pointsFor(files, choices);
   ImportSession session(files, std::move(choices));
   CDipoleFace9File& set = session.collection();
   if (set.m_totalDipoles == 0) {

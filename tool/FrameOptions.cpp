@@ -19,7 +19,8 @@ const std::map<std::string, host::FrameName>& frames() {
 
 }  // namespace
 
-void FrameOptions::addTo(CLI::App& command, bool choosesFrame) {
+void FrameOptions::addTo(CLI::App& command, const ImportOptions& input, bool choosesFrame) {
+  m_import = &input;
   command.add_option("--mri", m_mri, "The MRI of the head, for its fiducial points")->type_name("HEAD");
   m_points.addTo(command);
   if (!choosesFrame) {
@@ -50,7 +51,7 @@ std::optional<host::PlaceNames> FrameOptions::places() const {
 
 const PointOptions::Known& FrameOptions::known() const {
   if (!m_known) {
-    m_known = m_points.known(m_mri);
+    m_known = m_points.known(m_mri, m_import->choices());
   }
   return *m_known;
 }

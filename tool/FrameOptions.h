@@ -9,6 +9,7 @@
 #include "host/exchange/SetFrame.h"
 #include "host/head/HeadFrame.h"
 #include "tool/AtlasOptions.h"
+#include "tool/ImportOptions.h"
 #include "tool/InputFile.h"
 #include "tool/MniOptions.h"
 #include "tool/PointOptions.h"
@@ -17,9 +18,9 @@ namespace tool {
 
 class FrameOptions {
  public:
-  // Adds the arguments to the command; this object has to live as long as the command. `choosesFrame`: also
-  // what tells in which frame places are written.
-  void addTo(CLI::App& command, bool choosesFrame = true);
+  // Adds the arguments to the command; this object and the options of the import have to live as long as the
+  // command. `choosesFrame`: also what tells in which frame places are written.
+  void addTo(CLI::App& command, const ImportOptions& input, bool choosesFrame = true);
 
   // The fiducial points of the head for an import of the files: those that are given, else those that come
   // with the MRI; nothing when none of the files needs them. Throws std::runtime_error with the cause.
@@ -41,6 +42,7 @@ class FrameOptions {
  private:
   const PointOptions::Known& known() const;
 
+  const ImportOptions* m_import = nullptr;
   std::string m_mri;
   PointOptions m_points;
   mutable std::optional<PointOptions::Known> m_known;  // read once

@@ -35,11 +35,12 @@ void addCtf21(CLI::App& command, bool& isTaken) {
                    "Read a CTF MRI of version 2.1 too, whose layout is known less well");
 }
 
-std::optional<host::Fiducials> HeadOptions::pointsFor(const std::vector<InputFile>& files) const {
+std::optional<host::Fiducials> HeadOptions::pointsFor(const std::vector<InputFile>& files,
+                                                      const ImportChoices& choices) const {
   if (!needsPoints(files) && !m_points.hasTransform()) {
     return std::nullopt;
   }
-  return pointsToImport(m_points.known(isGiven() ? m_mri : std::string()).head, files);
+  return pointsToImport(m_points.known(m_mri, choices).head, files);
 }
 
 std::vector<std::string> HeadOptions::files() const {
@@ -94,26 +95,21 @@ host::Head HeadOptions::readRegistered(ImportSession& session, const std::string
   (void)m_points.points();  // a mistake in them is told before a large MRI is read
   host::OpenedHead opened = host::openHead(pathTextOf(mri), {m_takesCtf21});
   host::Head& head = opened.head;
-  if (!m_points.isGiven() && !opened.question.empty()) {
-    if (!session.accepts(host::FindingCode::mriPoints)) {
-      throw std::runtime_error(mri + ": " + opened.question +
-                               "; --accept mri-points takes them, --fiducials gives others");
-    }
-    host::takeOwnPoints(opened);
+  if (!m_points.isGiven()) {
+    takeUnusualPoints(opened, mri, session.accepts(host::FindingCode::mriPoints));
   }
   if (m_points.isGiven()) {
     session.add(m_points.registerHead(head));
   } else if (!head.isRegistered()) {
     try {
       host::registerHead(head, host::fiducialsOfSet(session.collection(), *head.volume));
+      if (!opened.notice.empty()) {
+        tell("warning: " + opened.notice);
+      }
       tellNote("fiducial points: those of the dipole file");
     } catch (const std::runtime_error& error) {
-      const std::string& why = head.source.unplaceable;
-      const std::string beside = !why.empty()            ? why
-                                 : opened.notice.empty() ? "no file of them is beside the MRI"
-                                                         : opened.notice;
-      throw std::runtime_error("no fiducial points: " + beside + "; " + error.what() +
-                               (why.empty() ? "; --fiducials gives them" : ""));
+      throw std::runtime_error("no fiducial points: " + whyWithoutPoints(opened) + "; " + error.what() +
+                               (head.source.unplaceable.empty() ? "; --fiducials gives them" : ""));
     }
   }
   if (!head.volume->sidesStated()) {

@@ -17,9 +17,6 @@ void addCtf21(CLI::App& command, bool& isTaken);
 
 class HeadOptions {
  public:
-  // What stands for no MRI.
-  static constexpr const char* noMri = "none";
-
   // Adds the arguments to the command; this object has to live as long as the command.
   void addTo(CLI::App& command);
 
@@ -32,7 +29,8 @@ class HeadOptions {
 
   // For an import of the files: the points that are given, or come with the MRI, before it is known what
   // dipoles the files bring; nothing when none of them needs points.
-  std::optional<host::Fiducials> pointsFor(const std::vector<InputFile>& files) const;
+  std::optional<host::Fiducials> pointsFor(const std::vector<InputFile>& files,
+                                           const ImportChoices& choices) const;
 
   // The files that are named.
   std::vector<std::string> files() const;

@@ -254,7 +254,7 @@ class InfoCommand final : public Command {
 InfoCommand::InfoCommand(CLI::App& program)
     : Command(program, "info", "Tell what each of the files holds", help) {
   m_import.addTo(options());
-  m_frame.addTo(options());
+  m_frame.addTo(options(), m_import);
   options().add_flag("--json", m_json, "JSON: a list with one entry per file");
 }
 

@@ -136,7 +136,7 @@ class ListCommand final : public Command {
 ListCommand::ListCommand(CLI::App& program)
     : Command(program, "list", "List every dipole of the files, in order", help) {
   m_import.addTo(options());
-  m_frame.addTo(options());
+  m_frame.addTo(options(), m_import);
   CLI::Option* csv = options().add_flag("--csv", m_csv, "Comma-separated values, units in the column names");
   options().add_flag("--json", m_json, "JSON")->excludes(csv);
 }

@@ -4,6 +4,7 @@
 
 #include "tool/Choice.h"
 #include "tool/FileNames.h"
+#include "tool/TerminalOperator.h"
 
 namespace tool {
 namespace {
@@ -33,6 +34,10 @@ std::optional<host::MniMap> MniOptions::map() const {
     return std::nullopt;
   }
   host::MniMap map = m_way == identity ? host::MniMap() : host::readMniMap(pathOf(m_way));
+  if (!map.assumed.empty() && !m_isTold) {
+    tell("warning: " + m_way + ": " + map.assumed);
+    m_isTold = true;
+  }
   if (!m_space.empty()) {
     map.space = spaces().at(m_space);
   }

@@ -23,6 +23,7 @@ class MniOptions {
  private:
   std::string m_way;
   std::string m_space;
+  mutable bool m_isTold = false;  // what the file leaves open
 };
 
 }  // namespace tool

@@ -10,7 +10,6 @@
 #include "host/audit/HeadChecks.h"
 #include "host/head/FiducialFile.h"
 #include "host/head/FifFile.h"
-#include "host/head/HeadFile.h"
 #include "host/head/HeadPlacement.h"
 #include "host/head/NeuromagFrame.h"
 #include "tool/FileNames.h"
@@ -105,27 +104,53 @@ std::vector<host::Finding> PointOptions::registerHead(host::Head& head) const {
   return findings;
 }
 
-PointOptions::Known PointOptions::known(const std::string& mri) const {
+PointOptions::Known PointOptions::known(const std::string& mri, const ImportChoices& choices) const {
   Known result;
-  if (mri.empty() && hasTransform()) {
+  const bool hasMri = !mri.empty() && mri != noMri;
+  if (!hasMri && hasTransform()) {
     throw UsageError("--trans needs --mri HEAD, the MRI that it leads to");
   }
   const std::optional<host::FramedPoints> given = points();
-  if (given && !hasTransform() && (mri.empty() || given->frame == host::PointFrame::scanner)) {
-    result.head.points = given->points;
-    result.head.arePointsUnplaced = given->frame != host::PointFrame::scanner;
-  } else if (!mri.empty()) {
-    host::Head head = host::openHead(pathTextOf(mri)).head;
-    if (isGiven()) {
-      result.findings = registerHead(head);
+  if (!hasMri) {
+    if (given) {
+      result.head.points = given->points;
+      result.head.arePointsUnplaced = given->frame != host::PointFrame::scanner;
     }
-    if (head.arePointsAssumed) {
-      result.head.neuromagToScanner = host::neuromagToScanner(head.fiducials.value());
-    } else {
-      result.head.points = head.fiducials;
+    return result;
+  }
+  host::OpenedHead opened = host::openHead(pathTextOf(mri));
+  host::Head& head = opened.head;
+  result.head.isScannerFrame = head.source.isScannerFrame;
+  if (isGiven()) {
+    result.findings = registerHead(head);
+  } else {
+    takeUnusualPoints(opened, mri, choices.accepted.contains(host::FindingCode::mriPoints));
+    if (!head.isRegistered()) {
+      throw std::runtime_error(mri + ": no fiducial points: " + whyWithoutPoints(opened));
     }
   }
+  if (head.arePointsAssumed) {
+    result.head.neuromagToScanner = host::neuromagToScanner(head.fiducials.value());
+  } else {
+    result.head.points = head.fiducials;
+  }
   return result;
+}
+
+std::string whyWithoutPoints(const host::OpenedHead& opened) {
+  const std::string& why = opened.head.source.unplaceable;
+  return !why.empty() ? why : opened.notice.empty() ? "no file of them is beside the MRI" : opened.notice;
+}
+
+void takeUnusualPoints(host::OpenedHead& opened, const std::string& mri, bool takesUnusual) {
+  if (opened.question.empty()) {
+    return;
+  }
+  if (!takesUnusual) {
+    throw std::runtime_error(mri + ": " + opened.question +
+                             "; --accept mri-points takes them, --fiducials gives others");
+  }
+  host::takeOwnPoints(opened);
 }
 
 std::optional<host::Fiducials> pointsToImport(const host::KnownHead& head,

@@ -9,10 +9,20 @@
 #include "host/audit/Finding.h"
 #include "host/exchange/SetFrame.h"
 #include "host/head/FramedPoints.h"
-#include "host/head/Head.h"
+#include "host/head/HeadFile.h"
+#include "tool/ImportSession.h"
 #include "tool/InputFile.h"
 
 namespace tool {
+
+// What an MRI stands for that is left out.
+inline constexpr const char* noMri = "none";
+
+// Why a head that was opened has no points, for a sentence.
+std::string whyWithoutPoints(const host::OpenedHead& opened);
+
+// Takes points of a head that are no usual head's. Throws std::runtime_error when the user did not say so.
+void takeUnusualPoints(host::OpenedHead& opened, const std::string& mri, bool takesUnusual);
 
 // Whether positions of a file are in a head frame that takes fiducial points to carry to the host's.
 bool needsPoints(const std::vector<InputFile>& files);
@@ -45,9 +55,10 @@ class PointOptions {
     host::KnownHead head;
     std::vector<host::Finding> findings;
   };
-  // What they tell of a head with an MRI, which may be empty: then of distances alone. Without any, what the
-  // MRI tells. Throws std::exception with the cause.
-  Known known(const std::string& mri) const;
+  // What they tell of a head with an MRI, which may be empty or noMri: then of distances alone. Without any,
+  // what the MRI tells. Throws std::exception with the cause, also when the MRI gives no points, or such as
+  // are no usual head's and the choices do not accept them.
+  Known known(const std::string& mri, const ImportChoices& choices) const;
 
  private:
   std::string m_points;

@@ -62,7 +62,7 @@ class SortCommand final : public Command {
 SortCommand::SortCommand(CLI::App& program)
     : Command(program, "sort", "Write the dipoles of the files in the order of one value", help) {
   m_output.addTo(options(), m_import);
-  m_frame.addTo(options());
+  m_frame.addTo(options(), m_import);
   addChoice(options(), "--by", m_key, "What to sort by", keys())->required();
   options().add_flag("--descending", m_isDescending, "The largest first");
 }

@@ -157,7 +157,9 @@ MniMap itkMap(std::string_view text) {
   const Affine leftBack({-1, 0, 0}, {0, -1, 0}, {0, 0, 1}, {});
   const Affine toHead =
       leftBack.after(Affine(matrix.column(0), matrix.column(1), matrix.column(2), shift).after(leftBack));
-  return {inverted(toHead), {}};
+  return {inverted(toHead),
+          {},
+          "it was taken as that of the head (moving) to MNI (fixed), which it does not say"};
 }
 
 MniMap matrixMap(std::string_view text) {
@@ -169,7 +171,10 @@ MniMap matrixMap(std::string_view text) {
   if (numbers[12] != 0.0 || numbers[13] != 0.0 || numbers[14] != 0.0 || numbers[15] != 1.0) {
     throw std::invalid_argument("the last row of the matrix is not 0 0 0 1");
   }
-  return {affineOf(numbers), {}};
+  return {affineOf(numbers),
+          {},
+          "it was taken from the scanner's mm to MNI's mm, which it does not say; FSL's flirt writes the "
+          "like of voxels"};
 }
 
 // Axes of the head frame named right, front, up.

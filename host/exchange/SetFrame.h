@@ -22,6 +22,8 @@ enum class FrameName { host, ctf, neuromag, scanner, mni };
 struct MniMap {
   Affine fromScanner;
   std::string space;  // "MNI305", "MNI152", "Colin27"; empty: nobody said which
+  // What the file leaves open and was taken for granted, a sentence; empty: nothing.
+  std::string assumed = {};
 };
 
 // Of a text: FreeSurfer's talairach.xfm and others of its kind, which lead to MNI305; sixteen numbers in four

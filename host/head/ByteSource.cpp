@@ -53,9 +53,10 @@ File open(const std::filesystem::path& path) {
 struct ByteSource::State {
   File file;
   std::optional<std::uint64_t> plainSize;
+  std::uint64_t most;       // bytes
   std::uint64_t given = 0;  // bytes
 
-  explicit State(const std::filesystem::path& path) : file(open(path)) {
+  State(const std::filesystem::path& path, std::uint64_t mostBytes) : file(open(path)), most(mostBytes) {
     if (::gzdirect(file.get()) != 0) {
       std::error_code error;
       plainSize = std::filesystem::file_size(path, error);
@@ -68,7 +69,9 @@ struct ByteSource::State {
     }
   }
 
-  [[noreturn]] static void throwTooLarge() { throw std::runtime_error("the file holds more than 4 GiB"); }
+  [[noreturn]] void throwTooLarge() const {
+    throw std::runtime_error("the file holds more than " + std::to_string(most >> 20U) + " MiB");
+  }
 
   std::size_t read(std::span<std::byte> target) {
     std::size_t filled = 0;
@@ -105,7 +108,8 @@ struct ByteSource::State {
   }
 };
 
-ByteSource::ByteSource(const std::filesystem::path& path) : m_state(std::make_unique<State>(path)) {}
+ByteSource::ByteSource(const std::filesystem::path& path, std::uint64_t mostBytes)
+    : m_state(std::make_unique<State>(path, mostBytes)) {}
 ByteSource::~ByteSource() = default;
 
 std::size_t ByteSource::read(std::span<std::byte> target) {

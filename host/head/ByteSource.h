@@ -17,15 +17,16 @@ class ByteSource {
   // What a file may hold, unpacked; one that holds more is refused.
   static constexpr std::uint64_t most = std::uint64_t{1} << 32U;
 
-  // Throws std::runtime_error when the path is no regular file that can be read.
-  explicit ByteSource(const std::filesystem::path& path);
+  // Throws std::runtime_error when the path is no regular file that can be read, or one that is not packed
+  // and holds more than that.
+  explicit ByteSource(const std::filesystem::path& path, std::uint64_t mostBytes = most);
   ~ByteSource();
   ByteSource(const ByteSource&) = delete;
   ByteSource& operator=(const ByteSource&) = delete;
 
   // Fills the target and returns how many bytes it took; fewer only at the end. Throws std::runtime_error
   // when the file cannot be read, or the packed data are cut off or damaged, or there are more of them than
-  // `most`.
+  // it may hold.
   std::size_t read(std::span<std::byte> target);
   // Reads over bytes; returns how many there were, fewer only at the end.
   std::uint64_t skip(std::uint64_t count);

@@ -18,6 +18,7 @@ using namespace std::string_view_literals;
 struct Fields {
   std::endian order = std::endian::native;
   bool isPair = false;
+  bool isAroundMiddle = false;
   std::array<std::int64_t, 8> dim{};
   int type = 0;
   std::array<double, 8> pixdim{};
@@ -67,6 +68,7 @@ Fields fieldsOfVersion1(std::span<const std::byte> bytes) {
   fields.slope = static_cast<double>(numberAt<float>(bytes, 112, order));
   fields.intercept = static_cast<double>(numberAt<float>(bytes, 116, order));
   fields.units = numberAt<std::uint8_t>(bytes, 123, order);
+  fields.isAroundMiddle = textAt(bytes, 148, std::string_view(niftiAroundMiddle));
   fields.qformCode = numberAt<std::int16_t>(bytes, 252, order);
   fields.sformCode = numberAt<std::int16_t>(bytes, 254, order);
   take<float>(bytes, 256, order, fields.quaternion);
@@ -245,6 +247,7 @@ NiftiHeader parseNiftiHeader(std::span<const std::byte> bytes) {
   NiftiHeader header;
   header.version = bytes.size() == nifti1HeaderSize ? 1 : 2;
   header.isPair = fields.isPair;
+  header.isAroundMiddle = fields.isAroundMiddle && fields.sformCode == 2;
   header.format.order = fields.order;
   takeDimensions(fields, header);
   header.format.type = typeOf(fields.type);

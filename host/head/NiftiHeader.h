@@ -21,12 +21,18 @@ struct NiftiHeader {
   bool series = false;
   // Whether the voxels stand in a file of their own.
   bool isPair = false;
+  // Whether the file says niftiAroundMiddle.
+  bool isAroundMiddle = false;
   int version = 1;
   std::uint64_t voxelOffset = 0;  // bytes from the start of the file of the voxels
   Affine toScanner;
   NiftiMap map = NiftiMap::spacing;  // the voxel size alone says nothing about the patient's sides
   int sformCode = 0;                 // what its sform leads to: 3 is Talairach's space, 4 MNI's
 };
+
+// What the description says of a file whose millimetres are no scanner's: written with code 2, which others write
+// for millimetres that may be.
+constexpr const char* niftiAroundMiddle = "mm around the middle of the volume";
 
 constexpr std::size_t nifti1HeaderSize = 348;
 constexpr std::size_t nifti2HeaderSize = 540;

@@ -85,6 +85,7 @@ HeadSource sourceOf(const NiftiHeader& header) {
   HeadSource result;
   result.format = "NIfTI-" + std::to_string(header.version);
   result.format += header.isPair ? " pair" : "";
+  result.isScannerFrame = !header.isAroundMiddle;
   switch (header.map) {
     case NiftiMap::sform:
       result.sides = "the file's sform";

@@ -173,6 +173,9 @@ std::vector<std::byte> headerOf(const Volume& volume, VoxelType type, bool isSca
     }
     put(header, 292 + 16 * at, static_cast<float>(map.shift()[row]));
   }
+  if (!isScannerFrame) {
+    std::memcpy(header.data() + 148, niftiAroundMiddle, std::strlen(niftiAroundMiddle));
+  }
   constexpr std::string_view mark = "n+1";
   std::memcpy(header.data() + 344, mark.data(), mark.size());
   return header;

@@ -118,16 +118,7 @@ void Session::saveSet(const CString& path) {
 
 std::vector<std::string> Session::exportSet(const CString& path, ExportFormat format) {
   return withinMemory([&] {
-    const KnownHead head = knownHead();
-    std::vector<std::string> told = host::exportSet(m_dipoles, unknown().in(m_dipoles), format, path, head);
-    const bool isInScanner =
-        format == ExportFormat::slicer || format == ExportFormat::slicerArrows || format == ExportFormat::vtp;
-    if (isInScanner && head.points && !m_head.source.isScannerFrame) {
-      told.push_back(m_head.name +
-                     " has no scanner coordinates: places in the file are mm around the middle of its "
-                     "volume.");
-    }
-    return told;
+    return host::exportSet(m_dipoles, unknown().in(m_dipoles), format, path, knownHead());
   });
 }
 

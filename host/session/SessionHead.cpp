@@ -157,7 +157,7 @@ Fiducials Session::fiducialsOfSet() const {
 }
 
 KnownHead Session::knownHead() const {
-  return m_head.isPhantom ? KnownHead() : KnownHead{m_head.fiducials, m_mni};
+  return m_head.isPhantom ? KnownHead() : KnownHead{m_head.fiducials, m_mni, m_head.source.isScannerFrame};
 }
 
 bool Session::hasScannerFrame() const {

@@ -158,6 +158,54 @@ class NamedMri(Heads):
         self.draw(dipoles, "--accept", "other-head")
 
 
+class Frames(Heads):
+    """What the points of a head are taken for where nothing is drawn."""
+
+    NEUROMAG = ("# CoordinateSystem \"Head\"\n# begin end X/mm Y/mm Z/mm Q/nAm Qx/nAm Qy/nAm Qz/nAm g/%\n"
+                "1 1 0 60 50 10 10 0 0 90\n")
+
+    def test_millimetres_of_a_ctf_mri_are_never_called_the_scanners(self):
+        dipoles = self.patient()
+        mri, converted = self.path("patient.mri"), self.path("converted.nii")
+        self.succeed("head", mri, "-o", converted)
+        for head in (mri, converted):
+            for frame in (("scanner",), ("mni", "--mni", "identity")):
+                error = self.end_with(1, "list", dipoles, "--mri", head, "--frame", *frame).err
+                self.assertIn("around its middle", error)
+            result = self.succeed("convert", dipoles, "--mri", head, "--force", "-o", self.path("a.vtp"))
+            self.assertIn("no scanner coordinates", result.err)
+            with open(self.path("a.vtp"), encoding="utf-8") as file:
+                self.assertIn("FIDUCIALS_MRI_MM", file.read())
+            found = json.loads(self.succeed("list", "--json", dipoles, "--mri", head, "--frame", "neuromag").out)
+            self.assertIn("fiducials_mri_mm", found)
+        points = "0,90,0 -70,0,0 70,0,0"
+        self.succeed("list", dipoles, "--fiducials", points, "--frame", "scanner")
+        self.assertIn("around its middle", self.end_with(1, "list", dipoles, "--fiducials", points, "--mri", mri,
+                                                         "--frame", "scanner").err)
+
+    def test_an_mri_that_is_to_give_points_says_why_it_does_not(self):
+        self.patient()
+        self.write("patient.fiducials", "nasion 0 1 2\n")
+        dipoles = self.write("neuromag.dip", self.NEUROMAG)
+        for arguments in (("list",), ("list", "--frame", "scanner"), ("check",), ("info",)):
+            error = self.end_with(1, *arguments, dipoles, "--mri", self.path("patient.mri")).err
+            self.assertIn("no line gives the point left", error)
+        self.assertIn("symmetric-ears", self.succeed("list", dipoles, "--mri", "none").err)
+        self.assertIn("symmetric-ears", self.draw(dipoles, "--mri", "none", "--3d").err)
+
+    def test_unusual_points_carry_neuromags_dipoles_only_for_those_who_know(self):
+        self.patient(head(left=(28, 33, 40), right=(36, 33, 40)))
+        dipoles = self.write("neuromag.dip", self.NEUROMAG)
+        for command in (("list", dipoles), ("draw", dipoles, "--force", "-o", self.path("a.png"))):
+            arguments = (*command, "--mri", self.path("patient.mri"))
+            self.assertIn("--accept mri-points", self.end_with(1, *arguments).err)
+            self.assertNotIn("symmetric-ears", self.succeed(*arguments, "--accept", "mri-points").err)
+
+    def test_points_beside_the_mri_that_cannot_be_read_are_told_though_the_dipoles_bring_some(self):
+        self.write("patient.fiducials", "nasion 0 1 2\n")
+        self.assertIn("no line gives the point left", self.draw(self.patient(), code=1).err)
+
+
 class Told(Heads):
     def test_all_is_told_of_a_ctf_mri(self):
         made = head()

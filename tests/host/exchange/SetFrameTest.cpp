@@ -121,12 +121,14 @@ TEST(MniMap, OfFreeSurferLeadsToMni305) {
       "MNI Transform File\n% a comment 1 2\n\nTransform_Type = Linear;\nLinear_Transform =\n"
       "1.1 0 0 5\n0 1.2 0.1 -6\n0 0 1.3 7;\n");
   EXPECT_EQ(map.space, "MNI305");
+  EXPECT_EQ(map.assumed, "");
   expectNear(map.fromScanner({10, 20, 30}), {16, 21, 46});
 }
 
 TEST(MniMap, OfAMatrixIsTakenAsItStands) {
   const host::MniMap map = mniMapOf("1 0 0 5\r\n0 1 0 6\r\n0 0 1 7\r\n0 0 0 1\r\n");
   EXPECT_EQ(map.space, "");
+  EXPECT_NE(map.assumed.find("flirt"), std::string::npos);
   expectNear(map.fromScanner({1, 2, 3}), {6, 8, 10});
 }
 

@@ -122,6 +122,11 @@ TEST(NiftiWriter, OnlyTheScannersFrameIsCalledSo) {
     for (const std::size_t at : {252U, 254U}) {
       EXPECT_EQ(folder.read("a.nii").at(at), isScanner ? 1 : 2);
     }
+    EXPECT_EQ(host::readHead(host::pathOf(folder.path("a.nii"))).source.isScannerFrame, isScanner);
+    // Others' code 2 says nothing certain.
+    std::string bytes = folder.read("a.nii");
+    bytes[148] = 'x';
+    EXPECT_TRUE(host::readHead(host::pathOf(folder.write("b.nii", bytes))).source.isScannerFrame);
   }
 }
 
