@@ -140,7 +140,7 @@ class CtfMri(unittest.TestCase):
         self.refused(ctf_mri.version2(changed(orientation=1)), "left on right", "left ear in sagittal slice 5", "20")
 
     def test_without_usable_points_no_dipole_may_be_placed(self):
-        for made, word in ((changed(nasion=(0, 0, 0), left=(0, 0, 0), right=(0, 0, 0)), "0"),
+        for made, word in ((changed(nasion=(0, 0, 0), left=(0, 0, 0), right=(0, 0, 0)), "no fiducial points are set"),
                            (changed(right=(5, 13, 14)), "ears do not tell the sides"),
                            (changed(nasion=(13, 26, 12)), "13 26 12"), (changed(nasion=(-1, 4, 12)), "-1 4 12")):
             for version, write in (("2.2", ctf_mri.version2), ("4.1", ctf_mri.version4)):
@@ -234,7 +234,10 @@ class CtfMri(unittest.TestCase):
         for size in [*range(19, 60), 1027, 1028, 1029, len(whole) - 1]:
             self.refused(whole[:size], "")
         self.refused(whole[:-1], str(len(whole) - 1), str(len(whole)))
+        self.refused(whole[:900], "900 of 1028 bytes")
         self.refused(gzip.compress(whole[:-1]), "cut off")
+        packed = gzip.compress(whole)
+        self.refused(packed[:-8] + bytes(4) + packed[-4:], "damaged")  # the check sum behind the voxels
         made.version = "4.1"
         whole = ctf_mri.version4(made)
         self.read(whole)
@@ -249,6 +252,8 @@ class CtfMri(unittest.TestCase):
                 (struct.pack(">i", 4) + b"WHAT" + struct.pack(">i", 14), ("WHAT", "14")),
                 (struct.pack(">i", 4) + b"WHAT" + struct.pack(">ii", 10, -1), ("WHAT", "-1")),
                 (struct.pack(">i", 4) + b"WHAT" + struct.pack(">ii", 3, 2 ** 31 - 1), ("WHAT", "2147483647")),
+                (struct.pack(">i", 5) + b"\x1b[31m" + struct.pack(">i", 14), ("the tag ?[31m",)),
+                (ctf_mri.tag("_CTFMRI_SLICE_DATA#00025", 3, bytes(2 * 512 * 512 + 1)), ("524289 bytes long",)),
                 (struct.pack(">i", 0), ("0 bytes",)), (struct.pack(">i", 257) + b"x" * 257, ("257",)),
                 (ctf_mri.tag("_CTFMRI_SIZE", 6, SIZE), ("_CTFMRI_SIZE", "twice")),
                 (ctf_mri.tag("_CTFMRI_SLICE_DATA#00003", 3, b""), ("#00003", "twice")),
@@ -259,7 +264,8 @@ class CtfMri(unittest.TestCase):
             self.refused(gzip.compress(ctf_mri.join4(tags + [("", extra)])), *words[:1])
         for name in ("_CTFMRI_VERSION", "_CTFMRI_SIZE", "_CTFMRI_DATASIZE", "_CTFMRI_MMPERPIXEL"):
             self.refused(ctf_mri.join4([tag for tag in tags if tag[0] != name]), name, "missing")
-        self.refused(ctf_mri.join4([tag for tag in tags if tag[0] != "_CTFMRI_SLICE_DATA#00007"]), "slice 7")
+        self.refused(ctf_mri.join4([tag for tag in tags if tag[0] != "_CTFMRI_SLICE_DATA#00007"]),
+                     "slice 7 of 24 is missing")
         for name, kind, value, word in (("_HDM_NASION", 10, "1\\2", "three numbers"), ("_HDM_NASION", 6, 1, "type is 6"),
                                         ("_CTFMRI_TRANSFORMMATRIX", 10, "1\\2", "16 numbers"),
                                         ("_CTFMRI_SLICE_DATA#00002", 3, b"abc", "3 bytes instead of"),
