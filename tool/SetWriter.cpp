@@ -81,11 +81,10 @@ std::string jsonOf(const ImportSession& session, const std::vector<std::string>&
   const bool isHost = frame.prefix.empty();
   const std::unique_ptr<CDipoleFace9File> turned =
       isHost ? nullptr : host::inFrame(session.collection(), frame);
-  return host::setJson(
-      turned ? *turned : session.collection(), session.unknown(),
-      {files, session.version(), session.patient(), session.isMomentInNAm(),
-       isHost ? std::string() : frame.description, frame.titles(), frame.points, pointerTo(places), beside,
-       frame.pointsTitle()});
+  return host::setJson(turned ? *turned : session.collection(), session.unknown(),
+                       {files, session.version(), session.patient(), session.isMomentInNAm(),
+                        isHost ? std::string() : frame.description, frame.titles(), frame.points,
+                        pointerTo(places), beside, frame.pointsTitle()});
 }
 
 std::string tableOf(const ImportSession& session, char separator, const host::SetFrame& frame,

@@ -61,9 +61,8 @@ void tellFrame(ForeignFile& file, const SetFrame& frame, bool isChosen) {
   }
   if (!isChosen && frame.hasMriPoints) {
     file.told.emplace_back(
-        "The MRI has no scanner coordinates: places are in mm around its middle, x right, y front, z up, as "
-        "in "
-        "the NIfTI file that \"dipole head\" makes of it.");
+        "The MRI has no scanner coordinates: places are in mm around its middle, x right, y front, z up, "
+        "as in the NIfTI file that \"dipole head\" makes of it.");
   }
   if (frame.isSymmetric) {
     file.told.emplace_back(

@@ -30,8 +30,8 @@ struct NiftiHeader {
   int sformCode = 0;                 // what its sform leads to: 3 is Talairach's space, 4 MNI's
 };
 
-// What the description says of a file whose millimetres are no scanner's: written with code 2, which others write
-// for millimetres that may be.
+// What the description says of a file whose millimetres are no scanner's: written with code 2, which others
+// write for millimetres that may be.
 constexpr const char* niftiAroundMiddle = "mm around the middle of the volume";
 
 constexpr std::size_t nifti1HeaderSize = 348;

@@ -117,9 +117,8 @@ void Session::saveSet(const CString& path) {
 }
 
 std::vector<std::string> Session::exportSet(const CString& path, ExportFormat format) {
-  return withinMemory([&] {
-    return host::exportSet(m_dipoles, unknown().in(m_dipoles), format, path, knownHead());
-  });
+  return withinMemory(
+      [&] { return host::exportSet(m_dipoles, unknown().in(m_dipoles), format, path, knownHead()); });
 }
 
 std::string Session::lossOfSaving() const {

@@ -240,14 +240,16 @@ TEST(NiftiReader, NamesTheFileThatIsNotThere) {
   }
 }
 
-TEST(NiftiReader, RefusesAFolder) {
+TEST(NiftiReader, RefusesAFolderWithoutDicomImages) {
   const TempFolder folder;
   folder.makeFolder("head.nii");
   try {
     (void)host::readHead(pathOf(folder, "head.nii"));
     FAIL();
   } catch (const std::runtime_error& error) {
-    EXPECT_NE(std::string(error.what()).find(": this is a folder, not a file"), std::string::npos);
+    const std::string text = error.what();
+    EXPECT_NE(text.find("head.nii: "), std::string::npos) << text;
+    EXPECT_NE(text.find(" folder "), std::string::npos) << text;  // holds none, or needs a program
   }
 }
 

@@ -104,7 +104,7 @@ TEST_F(SessionExport, ThePhantomIsNobodysHeadInTheScanner) {
 TEST_F(SessionExport, PlacesOfAHeadWithoutScannerCoordinatesAreToldToBeNone) {
   m_session.openMri(m_folder.write("ctf.mri", CtfFile().bytes()), [](const std::string&) { return true; });
   ASSERT_TRUE(m_session.head().isRegistered());
-  const std::string words = "ctf.mri has no scanner coordinates";
+  const std::string words = "The MRI has no scanner coordinates";
   EXPECT_TRUE(isSaid(write("a.vtp", ExportFormat::vtp), words));
   EXPECT_TRUE(isSaid(write("a.mrk.json", ExportFormat::slicer), words));
   EXPECT_FALSE(isSaid(write("a.bdip", ExportFormat::bdip), words));
