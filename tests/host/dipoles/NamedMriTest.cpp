@@ -36,4 +36,8 @@ TEST(NamedMri, IsFoundBesideItsFileByItsVeryNameFirst) {
   EXPECT_TRUE(host::findNamedMri(dipoles, CString("head.mri")).empty());
   folder.write("Head.mri", std::string("1"));
   EXPECT_EQ(host::findNamedMri(dipoles, CString(":\thead.MRI")).filename(), "Head.mri");
+  // Both names where the system keeps them apart, one file elsewhere.
+  folder.write("head.mri", std::string("2"));
+  EXPECT_EQ(host::findNamedMri(dipoles, CString("head.mri")).filename(), "head.mri");
+  EXPECT_EQ(host::findNamedMri(dipoles, CString("Head.mri")).filename(), "Head.mri");
 }

@@ -46,6 +46,9 @@ const std::string header =
     "MEG_Sphere\n{\n\tORIGIN_X:\t0.123\n\tORIGIN_Y:\t-0.3\n\tORIGIN_Z:\t5.01\n\tRADIUS:\t7.77\n}\n"
     "Fid_Points\n{\n\tNASION:\t128\t20\t140\n\tLEFT_EAR:\t40\t130\t160\n\tRIGHT_EAR:\t216\t131\t161\n}\n";
 
+const std::string rowOfOne = "Dipoles\n{\n// xp (cm) Mom(nAm)\n1: -2.9 3 1 1 0 0 3 spike\n}\n";
+const std::string fitOfOne = "Dipole_FitInfo\n{\n1: 1 2 0.1 1 12.5 0 0 0 1 a.ds\n}\n";
+
 }  // namespace
 
 TEST_F(CtfText, OfAnImportIsThatImportAgain) {
@@ -141,6 +144,74 @@ TEST_F(CtfText, OfAnyOtherSetIsAsNearAsItCanBeAndTheRestIsTold) {
   EXPECT_NEAR(back.set->m_dipoles[0]->m_location[0], 10.0 / 3.0, 2e-7);
   EXPECT_EQ(back.set->m_dipoles[1]->m_colorF[0], 1.0F);
   EXPECT_EQ(back.set->m_dipoles[1]->m_colorF[1], 0.0F);
+}
+
+TEST_F(CtfText, UnknownValuesAreWrittenAsTheyStandAndToldByName) {
+  const std::string start = "This file cannot hold: that the ";
+  for (const auto& [value, name] :
+       {std::pair(DipoleValue::moment, "moment"), std::pair(DipoleValue::orientation, "orientation"),
+        std::pair(DipoleValue::latency, "latency"), std::pair(DipoleValue::fitError, "fit error")}) {
+    ImportedFile file = import(rowOfOne + fitOfOne);
+    file.unknown.mark(0, value);
+    const host::CtfText out = ctfText(*file.set, file.unknown);
+    EXPECT_EQ(out.losses.sentence(), start + name + " is unknown of 1 dipole.");
+    EXPECT_NE(out.text.find("\t1:\t-2.9\t3\t1\t1\t0\t0\t3\tspike\n"), std::string::npos) << out.text;
+    EXPECT_NE(out.text.find("\t1:\t1\t2\t0.1\t1\t12.5\t"), std::string::npos) << out.text;
+  }
+  ImportedFile two = import("Dipoles\n{\n// (cm)\n1: 1 2 3 1 0 0 5 a\n2: 1 2 3 1 0 0 5 b\n}\n");
+  two.unknown.mark(1, DipoleValue::label);
+  EXPECT_EQ(ctfText(*two.set, two.unknown).losses.sentence(), start + "label is unknown of 1 dipole.");
+}
+
+TEST_F(CtfText, FractionsOfFiducialPointsAreRoundedAndTold) {
+  const ImportedFile file = import(header + rowOfOne);
+  EXPECT_EQ(ctfText(*file.set, file.unknown).losses.sentence(), "");
+  CFiduciaryPtzq& nasion = file.set->m_fiducialMri.m_points[CFiducial::nasion];
+  nasion.setPosition(128.0, 116.0, 235.75);
+  const host::CtfText out = ctfText(*file.set, file.unknown);
+  EXPECT_EQ(out.losses.sentence(), "This file cannot hold: fractions of the fiducial points of the MRI.");
+  EXPECT_NE(out.text.find("\tNASION:\t128\t20\t140\n"), std::string::npos) << out.text;
+}
+
+TEST_F(CtfText, ALabelIsCutWhereTheImportWouldCutItsLineAndThatIsTold) {
+  const ImportedFile file = import(rowOfOne);
+  for (const std::size_t size : {1000U, 1001U, 5000U}) {
+    file.set->m_dipoles[0]->m_label = CString(std::string(size, 'x').c_str());
+    const host::CtfText out = ctfText(*file.set, file.unknown);
+    EXPECT_EQ(out.losses.sentence(),
+              size == 1000 ? "" : "This file cannot hold: spelling of the label of 1 dipole.");
+    EXPECT_EQ(host::utf8Of(import(out.text).set->m_dipoles[0]->m_label), std::string(1000, 'x'));
+  }
+}
+
+TEST_F(CtfText, AHeaderThatIsNoLineOfItsOwnIsLeftOutAndTold) {
+  const ImportedFile file = import(rowOfOne);
+  const std::string lost = "This file cannot hold: the text of the patient.";
+  for (const std::string& text : {std::string("A\nB"), std::string("A\rB"), std::string("A{"),
+                                  std::string("}B"), std::string("A//B"), std::string(2000, 'x')}) {
+    file.set->m_patient = CString(text.c_str());
+    const host::CtfText out = ctfText(*file.set, file.unknown);
+    EXPECT_EQ(out.losses.sentence(), lost) << text;
+    EXPECT_EQ(out.text.find("PATIENT"), std::string::npos) << text;
+  }
+  file.set->m_patient = CString(std::string(1999, 'x').c_str());
+  EXPECT_EQ(import(written(file)).set->m_patient, file.set->m_patient);
+  file.set->m_patient = host::fromUtf8("A \xE8\x84\xB3");  // no unit of the code page
+  const host::CtfText out = ctfText(*file.set, file.unknown);
+  EXPECT_EQ(out.losses.sentence(), lost);
+  EXPECT_NE(out.text.find("PATIENT:A ?\n"), std::string::npos) << out.text;
+}
+
+// A set file keeps that there was one and not where.
+TEST_F(CtfText, ASphereWithoutARadiusIsLeftOutAndTold) {
+  const ImportedFile file = import(header + rowOfOne);
+  EXPECT_NE(written(file).find("MEG_Sphere"), std::string::npos);
+  file.set->m_sphereCtf.m_radius = 0.0;
+  const host::CtfText out = ctfText(*file.set, file.unknown);
+  EXPECT_EQ(out.losses.sentence(), "This file cannot hold: that there was a head sphere.");
+  EXPECT_EQ(out.text.find("MEG_Sphere"), std::string::npos);
+  file.set->m_bCtfSphereSet = 0;
+  EXPECT_EQ(written(file).find("MEG_Sphere"), std::string::npos);
 }
 
 TEST_F(CtfText, OfHostileSetsIsAFileOfAsManyDipoles) {

@@ -129,6 +129,26 @@ TEST(NeuromagExport, DigitsThatAreRoundedAreTold) {
       "0.001 nAm of 1 dipole, digits of the goodness of fit beyond 0.01 % of 1 dipole.");
 }
 
+TEST(NeuromagExport, DigitsOfThePlaceThatAreRoundedAreTold) {
+  for (int axis = 0; axis < 3; ++axis) {
+    const Set set = setOfOne();
+    set->m_dipoles[0]->m_location[axis] += 0.01;
+    EXPECT_EQ(lossesOf(*set), "") << axis;
+    set->m_dipoles[0]->m_location[axis] += 0.001;
+    EXPECT_EQ(lossesOf(*set), "This file cannot hold: digits of the position beyond 0.01 mm of 1 dipole.")
+        << axis;
+    EXPECT_EQ(lossesOf(*set, true), "") << axis;
+  }
+}
+
+TEST(NeuromagExport, RecordsLoseTheSignOfTheMomentAndThatIsTold) {
+  const Set set = setOfOne();
+  EXPECT_EQ(lossesOf(*set, true), "");
+  set->m_dipoles[0]->m_moment = -5;
+  EXPECT_EQ(lossesOf(*set, true), "This file cannot hold: sign of the moment of 1 dipole.");
+  EXPECT_EQ(lossesOf(*set), "");
+}
+
 TEST(NeuromagExport, UnknownValuesComeBackUnknown) {
   const Set set = setOfOne();
   for (const DipoleValue value : {DipoleValue::latency, DipoleValue::fitError, DipoleValue::moment,

@@ -7,6 +7,9 @@
 
 #include "host/exchange/SetFrame.h"
 #include "host/head/NeuromagFrame.h"
+#include "host/text/PathText.h"
+#include "tests/host/text/Failing.h"
+#include "tests/support/TempFolder.h"
 
 namespace {
 
@@ -197,4 +200,15 @@ TEST(MniMap, RefusesToMirrorAHeadAndToMeasureItInOtherThanMm) {
             "the matrix makes 0.001 mm of a mm, which maps no head in mm to another");
   EXPECT_EQ(causeOf("1 0 0 0\n0 3.1 0 0\n0 0 1 0\n0 0 0 1\n"),
             "the matrix makes 3.100 mm of a mm, which maps no head in mm to another");
+}
+
+TEST(MniMap, OfAFileIsReadUpTo64KiB) {
+  const TempFolder folder;
+  std::string text = "1 0 0 5\n0 1 0 6\n0 0 1 7\n0 0 0 1\n";
+  text.resize(65536, ' ');
+  const auto read = [&] { return host::readMniMap(host::pathOf(folder.write("map.txt", text))); };
+  expectNear(read().fromScanner({1, 2, 3}), {6, 8, 10});
+  text += ' ';
+  EXPECT_EQ(failureOf([&] { (void)read(); }),
+            host::utf8Of(folder.path("map.txt")) + ": there are more than 64 KiB of it");
 }

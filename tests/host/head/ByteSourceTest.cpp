@@ -38,3 +38,10 @@ TEST(ByteSource, OfAPlainFileIsRefusedBeforeItIsRead) {
   EXPECT_EQ(failureOfReading(folder.write("b", std::string(most + 1, '\0')), 1),
             "the file holds more than 1 MiB");
 }
+
+#ifndef _WIN32
+TEST(ByteSource, IsOfARegularFileAlone) {
+  EXPECT_EQ(failureOf([] { const host::ByteSource source("/dev/null", most); }),
+            "this is not a regular file");
+}
+#endif

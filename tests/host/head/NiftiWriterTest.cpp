@@ -137,3 +137,19 @@ TEST(NiftiWriter, SkewAxesHaveNoQform) {
   EXPECT_EQ(folder.read("a.nii").at(252), 0);
   expectNear(host::readHead(host::pathOf(folder.path("a.nii"))).volume.toScanner(), skew);
 }
+
+TEST(NiftiWriter, RefusesMoreVoxelsAlongAnAxisThanTheHeaderCounts) {
+  const TempFolder folder;
+  constexpr int most = 32767;
+  const auto write = [&](const std::array<int, 3>& size) {
+    const std::vector<float> values(std::size_t{most} + (size[0] + size[1] + size[2] > most + 2 ? 1 : 0));
+    return failureOf([&] { host::writeNifti(folder.path("a.nii"), Volume(size, values, Affine()), true); });
+  };
+  const std::string cause = "the volume is too large for a NIfTI-1 file: 32768 voxels along an axis";
+  EXPECT_EQ(write({most + 1, 1, 1}), cause);
+  EXPECT_EQ(write({1, most + 1, 1}), cause);
+  EXPECT_EQ(write({1, 1, most + 1}), cause);
+  EXPECT_EQ(folder.names(), std::vector<std::string>());
+  EXPECT_EQ(write({1, 1, most}), "");
+  EXPECT_EQ(host::readHead(host::pathOf(folder.path("a.nii"))).volume.dimensions()[2], most);
+}

@@ -188,7 +188,11 @@ class CtfMri(unittest.TestCase):
         transposed = [t[4 * column + row] for row in range(4) for column in range(4)]
         negated = [-x if 4 <= i < 12 and i % 4 < 3 else x for i, x in enumerate(t)]
         shifted = [x + 2 if i == 3 else x for i, x in enumerate(t)]
+        in_mm = [x / MM if i < 12 and i % 4 < 3 else x for i, x in enumerate(t)]
+        in_mm_by_columns = [in_mm[4 * column + row] for row in range(4) for column in range(4)]
         for matrix, word in ((transposed, "rows are read as columns"), (negated, "change their sign"),
+                             (in_mm, "it fits them as a matrix in mm"),
+                             (in_mm_by_columns, "it fits them as a matrix in mm"),
                              (shifted, "misses the points by 2.0 voxels")):
             for version, write in (("2.2", ctf_mri.version2), ("4.1", ctf_mri.version4)):
                 made = changed(matrix=matrix, version=version)
