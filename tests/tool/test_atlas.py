@@ -227,6 +227,18 @@ class Pictures(AtlasTest):
             self.assertEqual(self.size()[0], plain[0])
             self.assertGreater(self.size()[1], plain[1], options)
 
+    def test_captions_hold_the_labels(self):
+        def picture(label, *options):
+            self.write("mine.nii.txt", "1 %s\n2 Side_R\n" % label)
+            self.draw("--atlas", self.atlas, "--mni", "identity", *options)
+            with open(self.path("out.png"), "rb") as file:
+                return file.read()
+
+        for options in ((), ("--slice", "axial:58"), ("--3d",), ("--slices-through", "all")):
+            self.assertTrue(picture("Side_L", *options) != picture("Left_X", *options), options)
+        self.dipoles = self.table([(0.0, 90.0, 0.0)])  # farther than any label
+        self.assertTrue(picture("Side_L", "--3d") == picture("Left_X", "--3d"))
+
     def test_a_picture_without_the_way_to_mni_has_no_places(self):
         self.assertIn("--mni", self.draw("--atlas", self.atlas, code=1).err)
         self.draw("--mni", "identity", code=2)
