@@ -124,7 +124,7 @@ void draw(MainFrame& frame) {
 
 }  // namespace
 
-void writeBenchmark(MainFrame& frame, const CString& path) {
+void writeBenchmark(MainFrame& frame, const CString& path, const std::vector<CString>& heads) {
   Report report;
   const std::filesystem::path head = std::filesystem::temp_directory_path() / "dipole-viewer-benchmark.nii";
   writeHead(head);
@@ -133,6 +133,13 @@ void writeBenchmark(MainFrame& frame, const CString& path) {
     draw(frame);
   });
   std::filesystem::remove(head);
+  for (const CString& given : heads) {
+    const std::string what = "first picture of " + utf8Of(given) + " (wanted: 1000)";
+    report.add(what.c_str(), 5, [&] {
+      frame.openMri(given);
+      draw(frame);
+    });
+  }
   frame.session().usePhantom();
 
   // As the user's wheel does, with all that hangs on it.

@@ -104,7 +104,7 @@ BOOL ViewerApp::openArguments() {
   if (report.IsEmpty()) {
     return TRUE;
   }
-  writeBenchmark(*frame(), report);
+  writeBenchmark(*frame(), report, {files.begin(), firstOther});
   return FALSE;
 }
 

@@ -3,7 +3,8 @@
 //   viewer [FILES] [--fiducials FILE] [--benchmark FILE]
 //
 // FILES are opened as if they were dropped on the window: MRI, dipole sets, dipole files, in this order. With
-// --benchmark the viewer measures itself, writes a report and ends (host/viewer/Benchmark.h).
+// --benchmark the viewer measures itself, with the MRIs among the files, writes a report and ends
+// (host/viewer/Benchmark.h).
 #pragma once
 
 #include <afxwin.h>
