@@ -36,8 +36,9 @@ class Check {
     m_choices.tellsFindings = false;  // they are the result
   }
 
-  void look(const InputFile& file) {
-    const ImportSession session({file}, m_choices);
+  void look(const InputFile& file, const FrameOptions& frame) {
+    ImportSession session({file}, m_choices);
+    session.add(frame.findings(session.joined()));
     m_hasFailed = m_hasFailed || session.hasFailed();
     m_files.push_back(file.name);
     for (const host::Finding& finding : session.findings()) {
@@ -121,10 +122,9 @@ int CheckCommand::run() const {
   }
   Check check(choices);
   for (const InputFile& file : files) {
-    check.look(file);
+    check.look(file, m_frame);
   }
   check.compareFiles();
-  check.take(m_frame.findings());
   if (m_json) {
     writeResult(check.json());
   } else {

@@ -61,8 +61,16 @@ std::optional<host::Fiducials> FrameOptions::pointsFor(const std::vector<InputFi
   return isNeeded ? pointsToImport(known().head, files) : std::nullopt;
 }
 
-std::vector<host::Finding> FrameOptions::findings() const {
-  return m_points.hasTransform() ? known().findings : std::vector<host::Finding>();
+std::vector<host::Finding> FrameOptions::findings(const host::JoinedSet& joined) const {
+  if (m_mri.empty() && !m_points.hasTransform()) {
+    return {};
+  }
+  std::vector<host::Finding> findings = known().findings;
+  if (known().mri) {
+    const std::vector<host::Finding> more = host::findingsIn(*known().mri, joined);
+    findings.insert(findings.end(), more.begin(), more.end());
+  }
+  return findings;
 }
 
 }  // namespace tool

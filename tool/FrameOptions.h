@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/exchange/JoinedSet.h"
 #include "host/exchange/SetFrame.h"
 #include "host/head/HeadFrame.h"
 #include "tool/AtlasOptions.h"
@@ -26,8 +27,9 @@ class FrameOptions {
   // with the MRI; nothing when none of the files needs them. Throws std::runtime_error with the cause.
   std::optional<host::Fiducials> pointsFor(const std::vector<InputFile>& files) const;
 
-  // What is to be said of a transform that is given. Throws std::runtime_error with the cause.
-  std::vector<host::Finding> findings() const;
+  // What is to be said of a transform that is given, and of dipoles in the MRI that is given: whether their
+  // files have its points. Throws std::runtime_error with the cause.
+  std::vector<host::Finding> findings(const host::JoinedSet& joined) const;
 
   // --frame; nothing when it is not given.
   std::optional<host::FrameName> name() const;

@@ -269,7 +269,7 @@ int InfoCommand::run() const {
   choices.points = m_frame.pointsFor(files);
   for (const InputFile& file : files) {
     ImportSession session({file}, choices);
-    session.add(m_frame.findings());
+    session.add(m_frame.findings(session.joined()));
     const FileInfo info(file.name, session, frame, placesOf(session, names));
     code = (std::max)(code, session.exitCode());
     json.push_back(jsonReport(info, session));

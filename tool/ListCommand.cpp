@@ -148,7 +148,7 @@ int ListCommand::run() const {
   const host::SetFrame frame = m_frame.frame();
   const std::optional<host::PlaceNames> names = m_frame.places();
   ImportSession session(files, std::move(choices));
-  session.add(m_frame.findings());
+  session.add(m_frame.findings(session.joined()));
   const std::optional<host::SetPlaces> places = placesOf(session, names);
   if (m_json) {
     writeResult(printableLines(jsonOf(session, m_import.names(), frame, places)));

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "host/audit/HeadChecks.h"
 #include "host/head/FiducialFile.h"
@@ -134,6 +135,7 @@ PointOptions::Known PointOptions::known(const std::string& mri, const ImportChoi
   } else {
     result.head.points = head.fiducials;
   }
+  result.mri = std::move(head);
   return result;
 }
 

@@ -53,6 +53,7 @@ class PointOptions {
 
   struct Known {
     host::KnownHead head;
+    std::optional<host::Head> mri;  // registered
     std::vector<host::Finding> findings;
   };
   // What they tell of a head with an MRI, which may be empty or noMri: then of distances alone. Without any,

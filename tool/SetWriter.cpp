@@ -99,7 +99,7 @@ void writeSet(ImportSession& session, const std::vector<std::string>& files, con
               const FrameOptions& frame, const std::optional<host::PlaceNames>& names) {
   CDipoleFace9File& set = session.collection();
   const std::string loss = host::lossOf(session.unknown());
-  session.add(frame.findings());
+  session.add(frame.findings(session.joined()));
   refuseWrong(session, output);
   const bool isModules = output.format() == OutputFormat::dipset || output.format() == OutputFormat::text;
   if (isModules && !frame.isHost()) {

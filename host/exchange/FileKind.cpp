@@ -1,6 +1,8 @@
 #include "host/exchange/FileKind.h"
 
 #include <array>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "host/exchange/DipContent.h"
@@ -11,7 +13,8 @@
 namespace host {
 
 FileKind kindOf(const CString& path) {
-  if (isNamedAsHead(path)) {
+  std::error_code error;
+  if (isNamedAsHead(path) || std::filesystem::is_directory(pathOf(path), error)) {  // of DICOM files
     return FileKind::mri;
   }
   if (hasEnding(path, ".dipset")) {

@@ -51,8 +51,8 @@ Affine affineOf(const std::vector<double>& rows) {
   return {column(0), column(1), column(2), column(3)};
 }
 
-// A map of one head to another turns, shears and scales it by a little. One that mirrors it would show the
-// left as the right.
+// A map of one head to another turns, shears, scales and shifts it by a little. One that mirrors it, or is in
+// millimetres to the left and back, would show the left as the right.
 void checkMapOfHeads(const Affine& map) {
   constexpr double least = 0.3;  // of the length of a direction
   constexpr double most = 3.0;
@@ -65,6 +65,14 @@ void checkMapOfHeads(const Affine& map) {
       throw std::invalid_argument("the matrix makes " + fixed(size, 3) +
                                   " mm of a mm, which maps no head in mm to another");
     }
+    if (map.column(axis)[axis] <= 0.5 * size) {  // more than 60 degrees
+      throw std::invalid_argument(
+          "the matrix turns the head round: right, front and up do not stay where they are");
+    }
+  }
+  constexpr double farthest = 500.0;  // mm
+  if (!(length(map.shift()) <= farthest)) {
+    throw std::invalid_argument("the matrix shifts the head by more than 500 mm");
   }
 }
 
@@ -243,12 +251,15 @@ SetFrame mniFrame(const KnownHead& head) {
   std::string prefix = head.mni->space.empty() ? "mni_" : head.mni->space + "_";
   std::transform(prefix.begin(), prefix.end(), prefix.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return {FrameName::mni,
-          head.mni->fromScanner.after(toScanner),
-          space + ": x right, y front, z up",
-          prefix,
-          rightFrontUpAxes,
-          placedPoints(head)};
+  return {
+      FrameName::mni,
+      head.mni->fromScanner.after(toScanner),
+      space +
+          (head.isScannerFrame ? "" : ", by a transform taken as from the MRI's own mm around its middle") +
+          ": x right, y front, z up",
+      prefix,
+      rightFrontUpAxes,
+      placedPoints(head)};
 }
 
 SetFrame frameOf(FrameName name, const KnownHead& head) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <new>
 #include <stdexcept>
 #include <string_view>
@@ -23,7 +24,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::uint64_t mostAtlasVoxels = std::uint64_t{1} << 26U;
-constexpr int talairach = 3;  // of sforms
+constexpr int scanner = 1;  // of sforms
+constexpr int talairach = 3;
 
 std::string shown(const fs::path& path) {
   return utf8Of(textOf(path));
@@ -41,6 +43,9 @@ void checkHeader(const NiftiHeader& header) {
   if (header.map != NiftiMap::sform) {
     throw std::runtime_error(
         "it has no sform, and the qforms of such images are often wrong: where its labels lie is not known");
+  }
+  if (header.sformCode == scanner) {
+    throw std::runtime_error("its sform leads to the scanner in which one patient lay, not to MNI's space");
   }
   if (header.sformCode == talairach) {
     throw std::runtime_error("its sform leads to Talairach's space, which is not MNI's");
@@ -112,6 +117,32 @@ LabelNames namesBeside(const fs::path& image) {
   return isThere(text) ? readLabelNames(text) : LabelNames();
 }
 
+// 1: right, -1: left, 0: the name tells no side.
+int sideNamedBy(const std::string& name) {
+  const auto has = [&](std::string_view end, std::string_view start) {
+    return name.ends_with(end) || name.starts_with(start);
+  };
+  return has("_R", "Right") ? 1 : has("_L", "Left") ? -1 : 0;
+}
+
+// Whether most voxels of the labels whose names tell a side lie on the other one.
+bool areSidesExchanged(const LabelGrid& grid, const LabelNames& names) {
+  std::map<Label, int> sides;
+  for (const auto& [label, name] : names) {
+    if (const int side = sideNamedBy(name); side != 0) {
+      sides[label] = side;
+    }
+  }
+  std::ptrdiff_t balance = 0;
+  grid.forEach([&](Label label, const Vector3& mm) {
+    const auto side = label != 0 && !sides.empty() ? sides.find(label) : sides.end();
+    if (side != sides.end() && mm.x != 0.0) {
+      balance += (mm.x > 0.0) == (side->second > 0) ? 1 : -1;
+    }
+  });
+  return balance < 0;
+}
+
 LabelGrid readGrid(const fs::path& path, const std::string& name) {
   const auto refuse = [](const std::string& why) {
     if (!why.empty()) {
@@ -157,6 +188,10 @@ Atlas readAtlas(const AtlasFiles& files) {
   std::string name = nameOf(files.image);
   LabelGrid grid = readGrid(files.image, name);
   LabelNames names = files.names.empty() ? namesBeside(files.image) : readLabelNames(files.names);
+  if (areSidesExchanged(grid, names)) {
+    throw std::runtime_error("atlas " + shown(files.image) +
+                             ": by its sform, labels that are named left lie on the right: it is mirrored");
+  }
   return {std::move(name), std::move(grid), std::move(names)};
 }
 

@@ -22,12 +22,13 @@ struct Known {
   const char* title;
   const char* space;
   bool isOfAreas;
+  bool isWholeName;  // others of that beginning are other atlases
 };
 constexpr std::array<Known, 4> knownOnes = {
-    {{"aal", "AAL (Tzourio-Mazoyer et al., NeuroImage 2002)", "Colin27", false},
-     {"brodmann", "Brodmann areas (after Brodmann 1909; as drawn for MRIcro)", "Colin27", true},
-     {"harvardoxford", "Harvard-Oxford (Desikan et al., NeuroImage 2006)", "MNI152", false},
-     {"aicha", "AICHA (Joliot et al., J Neurosci Methods 2015)", "MNI152", false}}};
+    {{"aal", "AAL (Tzourio-Mazoyer et al., NeuroImage 2002)", "Colin27", false, true},
+     {"brodmann", "Brodmann areas (after Brodmann 1909; as drawn for MRIcro)", "Colin27", true, true},
+     {"harvardoxford", "Harvard-Oxford (Desikan et al., NeuroImage 2006)", "MNI152", false, false},
+     {"aicha", "AICHA (Joliot et al., J Neurosci Methods 2015)", "MNI152", false, false}}};
 
 struct Refused {
   std::string_view start;
@@ -74,9 +75,7 @@ std::uint32_t checkOf(const std::vector<Label>& labels) {
 KnownAtlas knownAtlas(const std::string& name) {
   const std::string lower = inSmallLetters(name);
   for (const Known& known : knownOnes) {
-    const bool isIt =
-        lower.starts_with(known.start) && (lower.size() == known.start.size() || known.start.size() > 3);
-    if (isIt) {
+    if (known.isWholeName ? lower == known.start : lower.starts_with(known.start)) {
       return {known.title, known.space, known.isOfAreas};
     }
   }

@@ -35,6 +35,18 @@ class LabelGrid {
 
   const std::vector<Label>& labels() const { return m_levels.front().labels; }
 
+  // Every voxel: its label and the place of its middle, mm.
+  template <typename Visit>
+  void forEach(Visit visit) const {
+    const Level& voxels = m_levels.front();
+    for (std::size_t i = 0; i < voxels.labels.size(); ++i) {
+      const auto width = static_cast<std::size_t>(voxels.dimensions[0]);
+      const auto height = static_cast<std::size_t>(voxels.dimensions[1]);
+      visit(voxels.labels[i], m_toMm({static_cast<double>(i % width), static_cast<double>(i / width % height),
+                                      static_cast<double>(i / width / height)}));
+    }
+  }
+
  private:
   // Blocks of 2, 4, 8, ... voxels a side: 0 where none of them has a label. The first level are the voxels.
   struct Level {

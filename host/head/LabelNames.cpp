@@ -1,5 +1,6 @@
 #include "host/head/LabelNames.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <limits>
@@ -48,6 +49,12 @@ NameLine lineOf(std::string_view text, std::size_t number) {
   }
   if (utf8Length(text) != text.size()) {
     fail(number, "this is no UTF-8");
+  }
+  const bool hasControls = std::any_of(text.begin(), text.end(), [](char c) {
+    return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == 0x7F;
+  });
+  if (hasControls) {
+    fail(number, "there is a control character in it");
   }
   const std::string_view rest = text.substr(word.size());
   return {number, static_cast<Label>(*value), withoutBlanks(rest), rest.starts_with('\t')};

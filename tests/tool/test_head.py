@@ -157,6 +157,16 @@ class NamedMri(Heads):
                           (severity, distance), result.err)
         self.draw(dipoles, "--accept", "other-head")
 
+    def test_an_mri_that_is_given_is_compared_where_nothing_is_drawn_too(self):
+        mri = os.path.join(os.path.dirname(self.patient()), "patient.mri")
+        other = self.dipoles("other.mri", *((p[0], p[1], p[2] + 13) for p in (NASION, LEFT_EAR, RIGHT_EAR)))
+        out = self.path("a.csv")
+        for command in (("list",), ("info",), ("check",), ("convert", "-o", out), ("sort", "--by", "moment", "-o", out)):
+            result = self.end_with(1, *command, other, "--mri", mri)
+            self.assertIn("other-head", result.err + result.out)
+        self.assertFalse(os.path.exists(out))
+        self.succeed("convert", other, "--mri", mri, "-o", out, "--accept", "other-head")
+
 
 class Frames(Heads):
     """What the points of a head are taken for where nothing is drawn."""

@@ -35,6 +35,13 @@ TEST(FileKind, EverythingElseIsForTheImporters) {
   }
 }
 
+TEST(FileKind, AFolderIsAHeadOfDicomFiles) {
+  const TempFolder folder;
+  folder.makeFolder("series.dip");
+  EXPECT_EQ(kindOf(folder.path("series.dip")), FileKind::mri);
+  EXPECT_EQ(kindOf(folder.path("none.dip")), FileKind::dipoles);
+}
+
 TEST(FileKind, FilesOfDipolesTellTheirFormatInAnyCase) {
   EXPECT_EQ(host::dipoleFormatOf(_T("a.DIP")), host::DipoleFormat::ctf);
   EXPECT_EQ(host::dipoleFormatOf(_T("folder.dip/a.Txt")), host::DipoleFormat::msi);

@@ -142,11 +142,14 @@ TEST(MniMap, OfItkIsTurnedRoundAndFromLeftBackToRightFront) {
       "#Insight Transform File V1.0\n#Transform 0\nTransform: AffineTransform_double_3_3\n";
   const host::MniMap shift = mniMapOf(head + "Parameters: 1 0 0 0 1 0 0 0 1 1 2 3\nFixedParameters: 0 0 0\n");
   expectNear(shift.fromScanner({-1, -2, 3}), {0, 0, 0});
-  // About the centre (10, 0, 0) to the left: a turn by 90 degrees about the vertical.
+  // About the centre (10, 0, 0) to the left: a turn by 30 degrees about the vertical.
   const host::MniMap turn =
-      mniMapOf(head + "Parameters: 0 -1 0 1 0 0 0 0 1 0 0 0\nFixedParameters: 10 0 0\n");
-  expectNear(turn.fromScanner({-10, 0, 5}), {-10, 0, 5});    // the centre stays
-  expectNear(turn.fromScanner({-10, -10, 0}), {-20, 0, 0});  // (20,0,0) goes to (10,10,0), both left and back
+      mniMapOf(head +
+               "Parameters: 0.8660254037844386 -0.5 0 0.5 0.8660254037844386 0 0 0 1 0 0 0\n"
+               "FixedParameters: 10 0 0\n");
+  expectNear(turn.fromScanner({-10, 0, 5}), {-10, 0, 5});  // the centre stays
+  // (20, 0, 0) goes to (10 + 10 cos 30, 10 sin 30, 0), both to the left and back.
+  expectNear(turn.fromScanner({-18.660254037844386, -5, 0}), {-20, 0, 0});
 }
 
 TEST(MniMap, RefusesWhatItDoesNotKnow) {
@@ -159,6 +162,16 @@ TEST(MniMap, RefusesWhatItDoesNotKnow) {
             "the MNI transform has 3 numbers, not 12");
   EXPECT_EQ(causeOf("#Insight Transform File V1.0\nTransform: Euler3DTransform_double_3_3\nParameters: 1\n"),
             "the ITK transform is not one affine map of 12 parameters");
+}
+
+TEST(MniMap, RefusesHeadsThatAreTurnedRoundOrFarAway) {
+  const std::string cause = "the matrix turns the head round: right, front and up do not stay where they are";
+  EXPECT_EQ(causeOf("-1 0 0 0 0 -1 0 0 0 0 1 0 0 0 0 1"), cause);  // to the left and back
+  EXPECT_EQ(causeOf("0 -1 0 0 1 0 0 0 0 0 1 0 0 0 0 1"), cause);
+  EXPECT_EQ(causeOf("0.6 -0.8 0 0 0.8 0.6 0 0 0 0 1 0 0 0 0 1"), "was taken");  // 53 degrees
+  EXPECT_EQ(causeOf("1 0 0 300 0 1 0 300 0 0 1 264 0 0 0 1"), "was taken");
+  EXPECT_EQ(causeOf("1 0 0 300 0 1 0 300 0 0 1 265 0 0 0 1"),
+            "the matrix shifts the head by more than 500 mm");
 }
 
 TEST(MniMap, RefusesMoreThanOneMapAndWhatTurnsItRound) {

@@ -82,6 +82,7 @@ TEST(AtlasFile, NamesThatCannotBeReadAreNotPassedOver) {
 
 TEST(AtlasFile, WithoutNamesLabelsAreNumbersOfAreasOnlyWhereTheyAre) {
   EXPECT_EQ(nameAt(readAs("brodmann.nii", fourVoxels().version1()), {0, 0, 0}), "area 1");
+  EXPECT_EQ(nameAt(readAs("brodmann_152.nii", fourVoxels().version1()), {0, 0, 0}), "label 1");
   EXPECT_EQ(nameAt(readAs("mine.nii", fourVoxels().version1()), {0, 0, 0}), "label 1");
 }
 
@@ -117,6 +118,31 @@ TEST(AtlasFile, ASpaceThatIsNotMniIsRefused) {
   NiftiFile file = fourVoxels();
   file.sformCode = 3;
   EXPECT_EQ(refusal(file.version1()), "its sform leads to Talairach's space, which is not MNI's");
+}
+
+TEST(AtlasFile, APatientsOwnScannerIsRefused) {
+  NiftiFile file = fourVoxels();
+  file.sformCode = 1;
+  EXPECT_EQ(refusal(file.version1()),
+            "its sform leads to the scanner in which one patient lay, not to MNI's space");
+}
+
+TEST(AtlasFile, NamesOfTheOtherSideAreRefused) {
+  const TempFolder folder;
+  NiftiFile file = fourVoxels();
+  file.srow[3] = 5.0;  // all of it on the right
+  const CString image = folder.write("mine.nii", file.version1());
+  const auto causeWith = [&](const std::string& names) {
+    folder.write("mine.nii.txt", names);
+    return failureOf([&] { (void)host::readAtlas({pathOf(image), {}}); });
+  };
+  const std::string cause = "atlas " + host::utf8Of(image) +
+                            ": by its sform, labels that are named left lie on the right: it is mirrored";
+  EXPECT_EQ(causeWith("1 Hippocampus_L\n2 Pole\n"), cause);
+  EXPECT_EQ(causeWith("1\tLeft Hippocampus\n2\tLeft Pole\n"), cause);
+  EXPECT_EQ(causeWith("1 Hippocampus_R\n2 Pole_L\n"), "");  // no side has most
+  EXPECT_EQ(causeWith("1 Hippocampus_R\n2 Right_Pole\n"), "");
+  EXPECT_EQ(causeWith("1 Hippocampus\n2 Pole\n"), "");
 }
 
 TEST(AtlasFile, WhatAreNoLabelsIsRefused) {

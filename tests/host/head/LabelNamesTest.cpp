@@ -57,6 +57,9 @@ TEST(LabelNames, RefusesByTheLineWhatIsNoName) {
   EXPECT_EQ(refusal("7\t\tx\n"), "");
   EXPECT_EQ(refusal("1 a\n1 b\n"), "line 2: the label 1 is there twice");
   EXPECT_EQ(refusal("1 \xFFx\n"), "line 1: this is no UTF-8");
+  EXPECT_EQ(refusal("1 a\x1Bx\n"), "line 1: there is a control character in it");
+  EXPECT_EQ(refusal("1 a\n2\tb\x7F\n"), "line 2: there is a control character in it");
+  EXPECT_EQ(refusal(std::string("1 a\0b\n", 6)), "line 1: there is a control character in it");
   EXPECT_EQ(refusal("1 " + std::string(200, 'x')), "");
   EXPECT_EQ(refusal("1 " + std::string(201, 'x')), "line 1: a name of more than 200 bytes");
 }
