@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "host/text/Blanks.h"
+#include "host/text/Letters.h"
 
 namespace host {
 
@@ -28,22 +29,14 @@ constexpr std::array<SectionName, 9> sectionNames = {{{"File_Info", CtfKind::fil
                                                       {"Fid_Points", CtfKind::fiducials},
                                                       {"MRI_Fid_Points", CtfKind::mriFiducials}}};
 
-constexpr char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool isSame(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char first, char second) { return lower(first) == lower(second); });
-}
-
 const SectionName* sectionNamed(std::string_view text) {
   const bool isWord = !text.empty() && lower(text.front()) >= 'a' && lower(text.front()) <= 'z';
   if (!isWord) {  // as nearly every line
     return nullptr;
   }
-  const auto* const found = std::find_if(sectionNames.begin(), sectionNames.end(),
-                                         [&](const SectionName& known) { return isSame(known.name, text); });
+  const auto* const found =
+      std::find_if(sectionNames.begin(), sectionNames.end(),
+                   [&](const SectionName& known) { return isSameButLetters(known.name, text); });
   return found != sectionNames.end() ? found : nullptr;
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/text/Blanks.h"
+#include "host/text/Letters.h"
 
 namespace host {
 
@@ -58,7 +59,7 @@ std::string simplified(std::string_view text) {
   std::string simple;
   for (const char c : text) {
     if (!isBlank(c) && std::string_view("._|:").find(c) == std::string_view::npos) {
-      simple += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+      simple += lower(c);
     }
   }
   return simple;

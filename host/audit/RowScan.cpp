@@ -8,14 +8,11 @@
 
 #include "host/audit/RowLetters.h"
 #include "host/text/Blanks.h"
+#include "host/text/Letters.h"
 
 namespace host {
 
 namespace {
-
-constexpr char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 bool beginsWith(std::string_view text, std::string_view lowerCaseWord) {
   return text.size() >= lowerCaseWord.size() &&

@@ -1,10 +1,10 @@
 #include "host/dipoles/NamedMri.h"
 
-#include <algorithm>
 #include <string>
 #include <system_error>
 
 #include "host/dipoles/HeaderText.h"
+#include "host/text/Letters.h"
 #include "host/text/PathText.h"
 #include "host/text/Utf8.h"
 
@@ -17,12 +17,6 @@ namespace fs = std::filesystem;
 bool isFile(const fs::path& path) {
   std::error_code error;
   return fs::is_regular_file(path, error);
-}
-
-bool isSameButLetters(const std::string& a, const std::string& b) {
-  const auto small = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [&](char one, char other) { return small(one) == small(other); });
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 
 #include "host/exchange/DelimitedText.h"
 #include "host/text/Blanks.h"
+#include "host/text/Letters.h"
 #include "host/text/Numbers.h"
 
 namespace host {
@@ -19,13 +20,6 @@ constexpr std::size_t fewestCells = 10;  // the columns that every program write
 
 bool isComment(std::string_view line) {
   return line.starts_with('#') || line.starts_with('%');
-}
-
-std::string lowered(std::string_view text) {
-  std::string small(text);
-  std::transform(small.begin(), small.end(), small.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return small;
 }
 
 std::string_view cutWord(std::string_view& text) {

@@ -11,6 +11,7 @@
 #include "host/exchange/TableFile.h"
 #include "host/head/NeuromagFrame.h"
 #include "host/text/Blanks.h"
+#include "host/text/Letters.h"
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 
@@ -248,9 +249,7 @@ SetFrame mniFrame(const KnownHead& head) {
   }
   const Affine toScanner = hostToScanner(head, "MNI");
   const std::string space = head.mni->space.empty() ? "MNI, nobody said which" : head.mni->space;
-  std::string prefix = head.mni->space.empty() ? "mni_" : head.mni->space + "_";
-  std::transform(prefix.begin(), prefix.end(), prefix.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  const std::string prefix = head.mni->space.empty() ? "mni_" : lowered(head.mni->space) + "_";
   return {
       FrameName::mni,
       head.mni->fromScanner.after(toScanner),

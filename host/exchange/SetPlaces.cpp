@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "host/text/Letters.h"
+
 namespace host {
 
 namespace {
@@ -12,10 +14,9 @@ constexpr std::string_view titleStart = "atlas_";
 std::string wordOf(std::string_view text) {
   constexpr std::size_t longest = 40;
   std::string word;
-  for (const char c : text.substr(0, longest)) {
-    const bool isLarge = c >= 'A' && c <= 'Z';
+  for (const char c : lowered(text.substr(0, longest))) {
     const bool isPlain = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-    word += isLarge ? static_cast<char>(c - 'A' + 'a') : isPlain ? c : '_';
+    word += isPlain ? c : '_';
   }
   return word;
 }

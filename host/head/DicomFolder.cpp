@@ -10,6 +10,8 @@
 
 #include "host/head/NiftiReader.h"
 #include "host/text/Blanks.h"
+#include "host/text/EndingHeldBack.h"
+#include "host/text/Letters.h"
 #include "host/text/PathText.h"
 #include "host/text/Program.h"
 #include "host/text/TemporaryFolder.h"
@@ -52,9 +54,8 @@ std::vector<std::string> complaintsIn(const std::string& said) {
 }
 
 // Whether it is about where in the patient the pictures lie, or that some are missing.
-bool isAboutPlace(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+bool isAboutPlace(const std::string& complaint) {
+  const std::string text = lowered(complaint);
   constexpr std::array<std::string_view, 13> words = {
       "slice",    "missing", "orientation", "position", "gantry", "tilt",  "spacing",
       "distance", "spatial", "dimension",   "geometr",  "rotat",  "matrix"};

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <zlib.h>
 
+#include "host/text/Letters.h"
+
 namespace host {
 
 namespace {
@@ -49,13 +51,6 @@ constexpr std::array<RefusedContent, 4> refusedContents = {{{0xF4AA2AD9, mirrore
                                                             {0xA7F24A07, unchecked, false},
                                                             {0xDCFAC0BE, monkey, false}}};
 
-std::string inSmallLetters(std::string_view name) {
-  std::string text(name);
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return text;
-}
-
 std::uint32_t checkOf(const std::vector<Label>& labels) {
   std::array<Bytef, 8192> piece{};
   uLong check = crc32(0, nullptr, 0);
@@ -73,7 +68,7 @@ std::uint32_t checkOf(const std::vector<Label>& labels) {
 }  // namespace
 
 KnownAtlas knownAtlas(const std::string& name) {
-  const std::string lower = inSmallLetters(name);
+  const std::string lower = lowered(name);
   for (const Known& known : knownOnes) {
     if (known.isWholeName ? lower == known.start : lower.starts_with(known.start)) {
       return {known.title, known.space, known.isOfAreas};
@@ -83,7 +78,7 @@ KnownAtlas knownAtlas(const std::string& name) {
 }
 
 std::string refusalOfName(const std::string& name) {
-  const std::string lower = inSmallLetters(name);
+  const std::string lower = lowered(name);
   const auto* const found = std::find_if(refusedNames.begin(), refusedNames.end(),
                                          [&](const Refused& one) { return lower.starts_with(one.start); });
   return found == refusedNames.end() ? std::string() : found->why;

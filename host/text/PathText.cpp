@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <system_error>
 
+#include "host/text/Letters.h"
 #include "host/text/Utf8.h"
 
 namespace host {
@@ -84,11 +85,10 @@ CString fileNameOf(const CString& path) {
 }
 
 bool hasEnding(const CString& path, std::string_view ending) {
-  const auto small = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
   const std::string name = utf8Of(fileNameOf(path));
   return name.size() > ending.size() &&
          std::equal(ending.rbegin(), ending.rend(), name.rbegin(),
-                    [small](char wanted, char given) { return small(wanted) == small(given); });
+                    [](char wanted, char given) { return lower(wanted) == lower(given); });
 }
 
 std::string utf8Of(const CString& text) {

@@ -20,18 +20,8 @@ struct ProgramEnd {
 };
 
 // Runs it with the arguments as they are, no input, and waits. What a user's signal ends in between (see
-// EndingHeldBack) ends it too. Throws std::runtime_error when it cannot be started.
+// host/text/EndingHeldBack.h) ends it too. Throws std::runtime_error when it cannot be started.
 ProgramEnd runProgram(const std::filesystem::path& program,
                       const std::vector<std::filesystem::path>& arguments);
-
-// Holds back, for a scope, the signals with which a user ends this program (SIGINT, SIGTERM, SIGHUP), so that
-// what the scope made is removed first; they take effect behind it. Windows has none.
-class EndingHeldBack {
- public:
-  EndingHeldBack();
-  ~EndingHeldBack();
-  EndingHeldBack(const EndingHeldBack&) = delete;
-  EndingHeldBack& operator=(const EndingHeldBack&) = delete;
-};
 
 }  // namespace host

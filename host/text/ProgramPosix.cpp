@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "host/text/EndingHeldBack.h"
 #include "host/text/Program.h"
 
 extern "C" char** environ;  // POSIX leaves it to the program to declare it
@@ -17,17 +18,7 @@ namespace host {
 
 namespace {
 
-constexpr std::array endingSignals = {SIGINT, SIGTERM, SIGHUP};
 constexpr std::size_t mostSaid = 262144;
-
-sigset_t endingSignalSet() {
-  sigset_t set;
-  ::sigemptyset(&set);
-  for (const int signal : endingSignals) {
-    ::sigaddset(&set, signal);
-  }
-  return set;
-}
 
 bool isEndAsked() {
   sigset_t waiting;
@@ -135,16 +126,6 @@ ProgramEnd runProgram(const std::filesystem::path& program,
   result.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   result.ending = WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status)) : "";
   return result;
-}
-
-EndingHeldBack::EndingHeldBack() {
-  const sigset_t set = endingSignalSet();
-  (void)::sigprocmask(SIG_BLOCK, &set, nullptr);
-}
-
-EndingHeldBack::~EndingHeldBack() {
-  const sigset_t set = endingSignalSet();
-  (void)::sigprocmask(SIG_UNBLOCK, &set, nullptr);
 }
 
 }  // namespace host

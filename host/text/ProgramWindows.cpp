@@ -98,7 +98,4 @@ ProgramEnd runProgram(const std::filesystem::path& program,
   return result;
 }
 
-EndingHeldBack::EndingHeldBack() = default;
-EndingHeldBack::~EndingHeldBack() = default;
-
 }  // namespace host

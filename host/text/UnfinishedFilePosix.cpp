@@ -9,6 +9,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "host/text/EndingHeldBack.h"
 #include "host/text/UnfinishedFile.h"
 
 namespace host {
@@ -16,8 +17,6 @@ namespace host {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::array endingSignals = {SIGINT, SIGTERM, SIGHUP};
 
 // What a signal has to remove. Plain memory, as a handler may touch no more; changed only while the signals
 // are held back.
@@ -31,30 +30,6 @@ void removeAndEnd(int signal) {
   (void)std::signal(signal, SIG_DFL);
   (void)::raise(signal);
 }
-
-sigset_t endingSignalSet() {
-  sigset_t set;
-  ::sigemptyset(&set);
-  for (const int signal : endingSignals) {
-    ::sigaddset(&set, signal);
-  }
-  return set;
-}
-
-// Holds back the signals that would end the program, for a scope.
-class SignalsHeldBack {
- public:
-  SignalsHeldBack() {
-    const sigset_t set = endingSignalSet();
-    (void)::sigprocmask(SIG_BLOCK, &set, &m_before);
-  }
-  ~SignalsHeldBack() { (void)::sigprocmask(SIG_SETMASK, &m_before, nullptr); }
-  SignalsHeldBack(const SignalsHeldBack&) = delete;
-  SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
-
- private:
-  sigset_t m_before{};
-};
 
 void removeOnSignals(const std::string& path) {
   if (path.size() < unfinishedPath.size()) {
@@ -99,7 +74,7 @@ void syncFolder(const fs::path& path) {
 }  // namespace
 
 UnfinishedFile::UnfinishedFile(fs::path path) : m_path(std::move(path)) {
-  const SignalsHeldBack heldBack;
+  const EndingHeldBack heldBack;
   const int descriptor = ::open(m_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   if (descriptor < 0) {
     throw fs::filesystem_error("create", m_path, std::error_code(errno, std::generic_category()));
@@ -109,7 +84,7 @@ UnfinishedFile::UnfinishedFile(fs::path path) : m_path(std::move(path)) {
 }
 
 UnfinishedFile::~UnfinishedFile() {
-  const SignalsHeldBack heldBack;
+  const EndingHeldBack heldBack;
   if (!m_isKept) {
     (void)::unlink(m_path.c_str());
   }
@@ -122,7 +97,7 @@ void UnfinishedFile::become(const fs::path& target) {
   const mode_t mode = ::stat(target.c_str(), &old) == 0 ? old.st_mode & 07777U : usualMode();
   fs::permissions(m_path, static_cast<fs::perms>(mode));
   {
-    const SignalsHeldBack heldBack;
+    const EndingHeldBack heldBack;
     fs::rename(m_path, target);
     m_isKept = true;
     unfinishedPath[0] = '\0';
