@@ -13,6 +13,7 @@ export interface State {
   moment: Limits;
   latency: Limits; // ms
   label: string; // part of a label, large or small letters; empty: any
+  columns: ReadonlyMap<number, string>; // what is typed over columns of the list; see ColumnFilter.ts
   isolated: number; // cluster that is shown alone, 1 the first; 0: all dipoles
   cursor: { at: number; width: number } | null; // ms: only dipoles within the window around it; null: off
   isPlaying: boolean;
@@ -48,6 +49,7 @@ export class Store {
       moment: settings.moment,
       latency: settings.latency,
       label: "",
+      columns: new Map(),
       isolated: 0,
       cursor: null,
       isPlaying: false,
@@ -97,6 +99,7 @@ const filtering: readonly (keyof State)[] = [
   "moment",
   "latency",
   "label",
+  "columns",
   "isolated",
   "cursor",
   "areHiddenShown",
