@@ -2,6 +2,9 @@
 
 import type { ColourBy, Limits, PageData, Vector } from "../data/PageData";
 
+// What is taken away of the head in 3D, at the crosshair, on the side of the eye.
+export type CutName = "none" | "axial" | "coronal" | "sagittal" | "corner";
+
 export interface State {
   crosshair: Vector; // world mm
   selection: readonly number[]; // rows of the set, in rising order
@@ -22,6 +25,8 @@ export interface State {
   areLabelsShown: boolean;
   isRadiological: boolean; // the patient's left on the right
   window: readonly [number, number] | null; // grey values; null: no head
+  cut: CutName;
+  large: "axial" | "coronal" | "sagittal" | "scene" | null; // the pane that is shown alone
   passing: readonly number[]; // rows that pass all of that, in the order of the set; see Filter.ts
 }
 
@@ -58,6 +63,8 @@ export class Store {
       areLabelsShown: settings.areLabelsShown,
       isRadiological: true,
       window: data.head === null ? null : data.head.window,
+      cut: "sagittal",
+      large: null,
       passing: [],
     };
     this.#state = { ...state, passing: derive(data, state) };

@@ -1,0 +1,182 @@
+// The head's volume, drawn by NiiVue into a canvas of its own that nobody sees; the panes copy from there. One
+// instance serves all panes, so that the volume and the shaders are there once, and a pane whose picture stays the
+// same costs nothing when another one moves.
+
+import { NVImage, Niivue, SLICE_TYPE } from "@niivue/niivue";
+import type { HeadData, Matrix, Vector } from "../data/PageData";
+import { gridOf, type Grid } from "./Grid";
+import { minus, plus } from "../model/Vector";
+import type { Cut, SceneView } from "./SceneView";
+import type { SliceName, SliceView, Window } from "./SliceView";
+
+const sliceTypes: Readonly<Record<SliceName, SLICE_TYPE>> = {
+  axial: SLICE_TYPE.AXIAL,
+  coronal: SLICE_TYPE.CORONAL,
+  sagittal: SLICE_TYPE.SAGITTAL,
+};
+
+// NiiVue fits a slice into a part of its pane; here the pane says what is seen.
+class PaneNiivue extends Niivue {
+  seen: Window | null = null;
+
+  override screenFieldOfViewExtendedVox(axis?: number): ReturnType<Niivue["screenFieldOfViewExtendedVox"]> {
+    const field = super.screenFieldOfViewExtendedVox(axis);
+    if (this.seen !== null) {
+      [field.mnMM[0], field.mnMM[1]] = this.seen.low;
+      [field.mxMM[0], field.mxMM[1]] = this.seen.high;
+      field.fovMM[0] = field.mxMM[0] - field.mnMM[0];
+      field.fovMM[1] = field.mxMM[1] - field.mnMM[1];
+    }
+    return field;
+  }
+
+  override calculateWidthHeight(_type: number, _scale: number[], width: number, height: number): [number, number] {
+    return [width, height];
+  }
+}
+
+// Azimuth and elevation of the planes that leave the half below (or above) them, for each axis.
+const leftBelow = [[90, 0], [180, 0], [0, 90]] as const;
+const leftAbove = [[-90, 0], [0, 0], [0, -90]] as const;
+const uncut = [2, 0, 0];
+
+// WebGL keeps matrices column by column.
+function rowByRow(columns: ArrayLike<number>): Matrix {
+  return Array.from({ length: 16 }, (_, i) => columns[4 * (i % 4) + Math.floor(i / 4)] ?? NaN);
+}
+
+function known<T>(value: T | null | undefined): T {
+  if (value === null || value === undefined) {
+    throw new Error("The head's volume cannot be read.");
+  }
+  return value;
+}
+
+export class Head {
+  readonly grid: Grid;
+  readonly middle: Vector; // what the 3D pane turns around
+  readonly reach: number; // mm from there to the farthest corner
+  readonly isSoftware: boolean; // no GPU: pictures of the head take long
+  #niivue: PaneNiivue;
+  #volume: NVImage;
+
+  private constructor(niivue: PaneNiivue, volume: NVImage) {
+    this.#niivue = niivue;
+    this.#volume = volume;
+    const [low, high] = [known(volume.extentsMinOrtho), known(volume.extentsMaxOrtho)];
+    const vector = (a: ArrayLike<number>): Vector => [known(a[0]), known(a[1]), known(a[2])];
+    this.grid = gridOf(rowByRow(known(volume.mm2ortho)), { low: vector(low), high: vector(high) });
+    niivue.setPivot3D();
+    this.middle = vector(niivue.pivot3D);
+    this.reach = niivue.furthestFromPivot;
+    this.isSoftware = isSoftware(niivue.gl);
+  }
+
+  // `text` is the base64 of a .nii.gz.
+  static async load(text: string, data: HeadData): Promise<Head> {
+    const niivue = new PaneNiivue({
+      isResizeCanvas: false,
+      interactive: false,
+      dragAndDropEnabled: false,
+      isOrientationTextVisible: false,
+      crosshairWidth: 0,
+      show3Dcrosshair: false,
+      isSliceMM: false, // slices run along the volume's own axes
+      loadingText: "",
+      logLevel: "error",
+      backColor: [0, 0, 0, 1],
+      clipPlaneColor: [0, 0, 0, 0],
+    });
+    const canvas = document.createElement("canvas");
+    document.createElement("div").append(canvas);
+    await niivue.attachToCanvas(canvas, false);
+    niivue.addColormap("head", { R: [0, 255], G: [0, 255], B: [0, 255], A: [0, 80], I: [0, 255] });
+    const volume = await NVImage.loadFromBase64({
+      base64: text,
+      name: "head.nii.gz",
+      colormap: "head",
+      cal_min: data.window[0],
+      cal_max: data.window[1],
+    });
+    niivue.addVolume(volume);
+    return new Head(niivue, volume);
+  }
+
+  // The grey values shown as black and as white.
+  setWindow(window: readonly [number, number]): void {
+    if (this.#volume.cal_min !== window[0] || this.#volume.cal_max !== window[1]) {
+      [this.#volume.cal_min, this.#volume.cal_max] = window;
+      this.#niivue.updateGLVolume();
+    }
+  }
+
+  // The slice through the crosshair, in a canvas of `width` x `height` pixels that the next picture overwrites.
+  slice(view: SliceView, crosshair: Vector, width: number, height: number): HTMLCanvasElement {
+    const niivue = this.#niivue;
+    niivue.seen = view.window;
+    niivue.opts.isRadiologicalConvention = view.isMirrored;
+    const fraction = niivue.mm2frac([crosshair[0], crosshair[1], crosshair[2]], 0, true);
+    niivue.scene.crosshairPos = fraction;
+    const canvas = this.#draw(sliceTypes[view.name], width, height);
+    this.#checkSides(view);
+    return canvas;
+  }
+
+  // The head in space; `size` as above.
+  scene(view: SceneView, width: number, height: number): HTMLCanvasElement {
+    const niivue = this.#niivue;
+    niivue.scene.renderAzimuth = view.azimuth;
+    niivue.scene.renderElevation = view.elevation;
+    niivue.scene.volScaleMultiplier = view.zoom;
+    const cuts = view.cuts.map((cut) => this.#clipPlane(cut));
+    niivue.scene.clipPlaneDepthAziElevs = cuts.length === 0 ? [uncut] : cuts;
+    niivue.opts.isClipPlanesCutaway = cuts.length > 1;
+    return this.#draw(SLICE_TYPE.RENDER, width, height);
+  }
+
+  // NiiVue's planes: how far from the middle of the volume, in shares of it, and the angles of what is left.
+  #clipPlane(cut: Cut): number[] {
+    const share = (place: Vector): Vector => {
+      const [x, y, z] = this.#niivue.mm2frac([place[0], place[1], place[2]], 0, true);
+      return [known(x), known(y), known(z)];
+    };
+    const at = share(cut.place);
+    const across = minus(share(plus(cut.place, cut.normal)), at);
+    const axis = across.reduce((best, value, i) => (Math.abs(value) > Math.abs(known(across[best])) ? i : best), 0);
+    const isPositive = known(across[axis]) > 0;
+    const depth = (known(at[axis]) - 0.5) * (isPositive ? 1 : -1);
+    return [depth, ...known((isPositive ? leftBelow : leftAbove)[axis])];
+  }
+
+  #draw(type: SLICE_TYPE, width: number, height: number): HTMLCanvasElement {
+    const canvas = known(this.#niivue.canvas);
+    if (canvas.width !== width || canvas.height !== height) {
+      canvas.width = width;
+      canvas.height = height;
+    }
+    this.#niivue.customLayout = [{ sliceType: type, position: [0, 0, 1, 1] }];
+    this.#niivue.drawScene();
+    return canvas;
+  }
+
+  // The picture says itself where its left edge is; a picture on the wrong side is no picture.
+  #checkSides(view: SliceView): void {
+    const drawn = known(this.#niivue.screenSlices[0]);
+    const { low, high } = view.window;
+    const left = view.isMirrored ? high[0] : low[0];
+    const across = (view.isMirrored ? -1 : 1) * (high[0] - low[0]);
+    const isSame =
+      Math.abs(known(drawn.leftTopMM[0]) - left) < 0.01 &&
+      Math.abs(known(drawn.fovMM[0]) - across) < 0.01 &&
+      Math.abs(known(drawn.leftTopMM[1]) - low[1]) < 0.01;
+    if (!isSame) {
+      throw new Error(`The ${view.name} slice is not drawn where it should be.`);
+    }
+  }
+}
+
+function isSoftware(gl: WebGL2RenderingContext): boolean {
+  const names = gl.getExtension("WEBGL_debug_renderer_info");
+  const name = String(gl.getParameter(names === null ? gl.RENDERER : names.UNMASKED_RENDERER_WEBGL));
+  return /swiftshader|llvmpipe|softpipe|software|basic render/i.test(name);
+}

@@ -1,0 +1,147 @@
+// Dipoles as balls with arrows, in pixels of a pane. A ball is drawn once for each colour and copied from there.
+
+import type { Point } from "./SliceView";
+
+export interface Mark {
+  row: number;
+  at: Point;
+  tip: Point | null;
+  colour: string;
+  radius: number; // CSS pixels
+  alpha: number;
+}
+
+const edge = "rgba(0, 0, 0, 0.85)";
+const balls = new Map<string, HTMLCanvasElement>();
+
+function lighter(colour: string, share: number): string {
+  const value = Number.parseInt(colour.slice(1), 16);
+  const part = (shift: number): number => {
+    const old = (value >> shift) & 255;
+    return Math.round(share > 0 ? old + (255 - old) * share : old * (1 + share));
+  };
+  return `rgb(${part(16)}, ${part(8)}, ${part(0)})`;
+}
+
+// `radius` is in device pixels.
+function ballOf(colour: string, radius: number): HTMLCanvasElement {
+  const key = `${colour} ${radius}`;
+  const known = balls.get(key);
+  if (known !== undefined) {
+    return known;
+  }
+  if (balls.size > 4000) {
+    balls.clear();
+  }
+  const side = 2 * radius + 4;
+  const ball = document.createElement("canvas");
+  ball.width = ball.height = Math.ceil(side);
+  const context = ball.getContext("2d");
+  if (context !== null) {
+    const middle = ball.width / 2;
+    const shine = context.createRadialGradient(
+      middle - radius * 0.35,
+      middle - radius * 0.4,
+      radius * 0.1,
+      middle,
+      middle,
+      radius,
+    );
+    shine.addColorStop(0, lighter(colour, 0.55));
+    shine.addColorStop(0.45, colour);
+    shine.addColorStop(1, lighter(colour, -0.35));
+    context.fillStyle = shine;
+    context.strokeStyle = edge;
+    context.lineWidth = Math.max(1, radius * 0.16);
+    context.beginPath();
+    context.arc(middle, middle, radius, 0, 2 * Math.PI);
+    context.fill();
+    context.stroke();
+  }
+  balls.set(key, ball);
+  return ball;
+}
+
+function arrow(context: CanvasRenderingContext2D, mark: Mark, tip: Point): void {
+  const [x, y] = [tip.x - mark.at.x, tip.y - mark.at.y];
+  const long = Math.hypot(x, y);
+  if (long < 1.5) {
+    return; // it points at the eye, or away from it
+  }
+  const [ux, uy] = [x / long, y / long];
+  const head = Math.min(mark.radius * 1.7, long);
+  const half = head * 0.42;
+  const [bx, by] = [tip.x - ux * head, tip.y - uy * head];
+  const thick = Math.max(1.2, mark.radius * 0.42);
+  const shape = (): void => {
+    context.beginPath();
+    context.moveTo(mark.at.x, mark.at.y);
+    context.lineTo(bx, by);
+    context.stroke();
+  };
+  context.strokeStyle = edge;
+  context.lineWidth = thick + 1.6;
+  shape();
+  context.beginPath();
+  context.moveTo(tip.x, tip.y);
+  context.lineTo(bx - uy * half, by + ux * half);
+  context.lineTo(bx + uy * half, by - ux * half);
+  context.closePath();
+  context.lineWidth = 1.6;
+  context.stroke();
+  context.fillStyle = mark.colour;
+  context.fill();
+  context.strokeStyle = mark.colour;
+  context.lineWidth = thick;
+  shape();
+}
+
+// In the order given: the last one lies on top.
+export function drawMarks(
+  context: CanvasRenderingContext2D,
+  marks: readonly Mark[],
+  pixelRatio: number,
+): void {
+  context.lineJoin = "round";
+  for (const mark of marks) {
+    context.globalAlpha = mark.alpha;
+    if (mark.tip !== null) {
+      arrow(context, mark, mark.tip);
+    }
+    const ball = ballOf(mark.colour, Math.max(1, Math.round(mark.radius * pixelRatio * 2) / 2));
+    const side = ball.width / pixelRatio;
+    context.drawImage(ball, mark.at.x - side / 2, mark.at.y - side / 2, side, side);
+  }
+  context.globalAlpha = 1;
+}
+
+export function drawRing(context: CanvasRenderingContext2D, mark: Mark, isCurrent: boolean): void {
+  for (const [colour, width] of [[edge, isCurrent ? 5 : 3.5], ["#ffffff", isCurrent ? 2.5 : 1.5]] as const) {
+    context.strokeStyle = colour;
+    context.lineWidth = width;
+    context.beginPath();
+    context.arc(mark.at.x, mark.at.y, mark.radius + (isCurrent ? 4.5 : 3), 0, 2 * Math.PI);
+    context.stroke();
+  }
+}
+
+// The topmost mark under a pixel, with some reach for a hand that is not exact; null: none.
+export function markAt(marks: readonly Mark[], x: number, y: number): Mark | null {
+  const reach = 3;
+  let nearest: Mark | null = null;
+  let best = Infinity;
+  for (let i = marks.length - 1; i >= 0; --i) {
+    const mark = marks[i];
+    if (mark === undefined) {
+      continue;
+    }
+    const distance = Math.hypot(mark.at.x - x, mark.at.y - y);
+    if (distance <= mark.radius) {
+      return mark;
+    }
+    if (distance <= mark.radius + reach && distance < best) {
+      [nearest, best] = [mark, distance];
+    }
+  }
+  return nearest;
+}

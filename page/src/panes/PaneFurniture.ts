@@ -1,0 +1,79 @@
+// What every pane shows beside the head and the dipoles: letters of the sides, its name, a scale, warnings.
+
+import type { PageData } from "../data/PageData";
+import { line, linesOf, write } from "./Ink";
+import { unstatedSides } from "./Sides";
+
+export interface Size {
+  width: number; // CSS pixels
+  height: number;
+  text: number; // height of the page's letters, CSS pixels
+}
+
+export interface SideLetters {
+  left: string;
+  right: string;
+  top: string;
+  bottom: string;
+}
+
+export function drawSides(context: CanvasRenderingContext2D, size: Size, sides: SideLetters): void {
+  const how = { size: Math.round(size.text * 1.35), weight: 600, baseline: "middle" } as const;
+  const inset = size.text * 0.55;
+  write(context, sides.left, inset, size.height / 2, { ...how, align: "left" });
+  write(context, sides.right, size.width - inset, size.height / 2, { ...how, align: "right" });
+  write(context, sides.top, size.width / 2, inset, { ...how, align: "center", baseline: "top" });
+  write(context, sides.bottom, size.width / 2, size.height - inset, { ...how, align: "center", baseline: "bottom" });
+}
+
+// In the corner at the left: the name, and what is seen.
+export function drawTitle(
+  context: CanvasRenderingContext2D,
+  size: Size,
+  title: string,
+  details: readonly string[],
+): void {
+  const inset = size.text * 0.6;
+  write(context, title, inset, inset, { size: size.text * 1.05, weight: 600, baseline: "top" });
+  details.forEach((text, i) => {
+    const y = inset + size.text * (1.45 + i * 1.25);
+    write(context, text, inset, y, { size: size.text * 0.9, baseline: "top", colour: "#c3cad4" });
+  });
+}
+
+const lengths = [1, 2, 5, 10, 20, 50, 100]; // mm
+
+export function drawScale(context: CanvasRenderingContext2D, size: Size, pixelsPerMm: number): void {
+  const most = size.width * 0.28;
+  const mm = lengths.filter((length) => length * pixelsPerMm <= most).at(-1);
+  if (mm === undefined) {
+    return;
+  }
+  const [x, y] = [size.text * 0.7, size.height - size.text * 0.8];
+  const end = x + mm * pixelsPerMm;
+  for (const [colour, width] of [["rgba(0, 0, 0, 0.8)", 3.5], ["#dfe4ea", 1.5]] as const) {
+    context.strokeStyle = colour;
+    context.lineWidth = width;
+    line(context, [x, y], [end, y]);
+    line(context, [x, y - 4], [x, y + 4]);
+    line(context, [end, y - 4], [end, y + 4]);
+  }
+  write(context, `${mm} mm`, end + 6, y, { size: size.text * 0.85, baseline: "middle" });
+}
+
+export function warningsOf(data: PageData): readonly string[] {
+  const areAssumed = data.head !== null && !data.head.areSidesStated;
+  return areAssumed && !data.warnings.includes(unstatedSides) ? [unstatedSides, ...data.warnings] : data.warnings;
+}
+
+// Over the lower edge, so that no picture goes anywhere without them.
+export function drawWarnings(context: CanvasRenderingContext2D, size: Size, warnings: readonly string[]): void {
+  const letters = size.text * 0.85;
+  const lines = warnings.flatMap((text) => linesOf(context, `⚠ ${text}`, size.width - 2 * size.text, letters));
+  const height = letters * 1.25;
+  const bottom = size.height - size.text * 2.3;
+  lines.forEach((text, i) => {
+    const y = bottom - (lines.length - 1 - i) * height;
+    write(context, text, size.text * 0.6, y, { size: letters, colour: "#ffc24d", weight: 600 });
+  });
+}

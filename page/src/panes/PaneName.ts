@@ -1,0 +1,3 @@
+import type { SliceName } from "./SliceView";
+
+export type PaneName = SliceName | "scene";

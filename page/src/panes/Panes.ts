@@ -1,0 +1,280 @@
+// The four panes: when which of them is drawn, and how finely.
+
+import { colourFunction } from "../model/Colours";
+import type { State, Store } from "../model/Store";
+import { times } from "../model/Vector";
+import type { PaneElements } from "../shell/Layout";
+import { axisInWorld, gridWithoutHead, type Grid } from "./Grid";
+import type { Head } from "./Head";
+import type { Mark } from "./Marks";
+import type { PaneName } from "./PaneName";
+import { drawSceneMarks, marksInScene } from "./ScenePane";
+import { SceneView, type Cut } from "./SceneView";
+import { drawSliceMarks, marksOnSlice } from "./SlicePane";
+import { sliceNames, SliceView, type Axis, type SliceName } from "./SliceView";
+
+// Pixels of the head's picture that a machine without a GPU draws in time.
+const softwarePixels = { slice: 600_000, sceneTurning: 30_000, sceneStill: 110_000 };
+const stillAfter = 260; // ms without a change, then 3D is drawn finely
+
+const cutAxes: Readonly<Record<State["cut"], readonly Axis[]>> = {
+  none: [],
+  axial: [2],
+  coronal: [1],
+  sagittal: [0],
+  corner: [0, 1, 2],
+};
+
+const movesHead: readonly (keyof State)[] = ["crosshair", "window", "isRadiological", "cut"];
+const movesMarks: readonly (keyof State)[] = [
+  ...movesHead,
+  "passing",
+  "selection",
+  "current",
+  "colourBy",
+  "toleranceMm",
+  "areArrowsShown",
+  "areLabelsShown",
+];
+
+export class Panes {
+  readonly store: Store;
+  readonly head: Head | null;
+  readonly elements: Readonly<Record<PaneName, PaneElements>>;
+  readonly grid: Grid;
+  readonly slices: Readonly<Record<SliceName, SliceView>>;
+  readonly scene: SceneView;
+  readonly marks: Record<PaneName, readonly Mark[]> = { axial: [], coronal: [], sagittal: [], scene: [] };
+  zoom = 1; // of the slices, beside the whole head
+  #heads = new Set<PaneName>(); // pictures of the head to be drawn anew
+  #overlays = new Set<PaneName>();
+  #drawn = new Map<SliceName, string>(); // what the head's picture shows
+  #frame = 0;
+  #still = 0;
+  #colourOf: (row: number) => string;
+
+  constructor(store: Store, elements: Readonly<Record<PaneName, PaneElements>>, head: Head | null) {
+    this.store = store;
+    this.head = head;
+    this.elements = elements;
+    this.grid = head?.grid ?? gridWithoutHead(store.data);
+    this.slices = {
+      axial: new SliceView("axial", this.grid),
+      coronal: new SliceView("coronal", this.grid),
+      sagittal: new SliceView("sagittal", this.grid),
+    };
+    this.scene = head === null ? this.#sceneWithoutHead() : new SceneView(head.middle, head.reach);
+    this.scene.azimuth = store.state.crosshair[0] <= this.scene.middle[0] ? 90 : 270;
+    this.#colourOf = colourFunction(store.data, store.state.colourBy);
+    store.onChange((changed) => {
+      if (changed.has("colourBy")) {
+        this.#colourOf = colourFunction(store.data, store.state.colourBy);
+      }
+      if (changed.has("large")) {
+        this.#arrange();
+      }
+      if (movesMarks.some((name) => changed.has(name))) {
+        this.invalidate(movesHead.some((name) => changed.has(name)));
+      }
+    });
+    new ResizeObserver(() => this.invalidate(true)).observe(elements.axial.frame.parentElement ?? document.body);
+    this.#arrange();
+  }
+
+  // Without a head, or when only what lies over it changes, `isHeadMoved` is false.
+  invalidate(isHeadMoved: boolean): void {
+    for (const name of [...sliceNames, "scene"] as const) {
+      this.#overlays.add(name);
+      if (isHeadMoved) {
+        this.#heads.add(name);
+      }
+    }
+    this.#schedule();
+  }
+
+  invalidateScene(): void {
+    this.#overlays.add("scene");
+    this.#heads.add("scene");
+    this.#schedule();
+  }
+
+  // Draws at once all that waits, 3D finely; for pictures that leave the page.
+  drawNow(): void {
+    cancelAnimationFrame(this.#frame);
+    this.#frame = 0;
+    this.#drawAll(true);
+  }
+
+  textHeight(): number {
+    return Number.parseFloat(getComputedStyle(document.documentElement).fontSize);
+  }
+
+  pixelRatio(): number {
+    return window.devicePixelRatio || 1;
+  }
+
+  #sceneWithoutHead(): SceneView {
+    const { low, high } = this.grid.box;
+    const half = [0, 1, 2].map((i) => ((high[i] ?? 0) - (low[i] ?? 0)) / 2);
+    const middle = [0, 1, 2].map((i) => ((high[i] ?? 0) + (low[i] ?? 0)) / 2);
+    return new SceneView([middle[0] ?? 0, middle[1] ?? 0, middle[2] ?? 0], Math.hypot(...half));
+  }
+
+  #arrange(): void {
+    const { large } = this.store.state;
+    const grid = this.elements.axial.frame.parentElement;
+    grid?.classList.toggle("one", large !== null);
+    for (const [name, { frame }] of Object.entries(this.elements)) {
+      frame.hidden = large !== null && name !== large;
+    }
+    this.invalidate(true);
+  }
+
+  #schedule(): void {
+    this.#frame ||= requestAnimationFrame(() => {
+      this.#frame = 0;
+      this.#drawAll(!this.#isSlow);
+    });
+  }
+
+  get #isSlow(): boolean {
+    return this.head?.isSoftware ?? false;
+  }
+
+  #drawAll(isFine: boolean): void {
+    this.#measure();
+    for (const name of sliceNames) {
+      this.#drawSlice(name);
+    }
+    this.#drawScene(isFine);
+    this.#overlays.clear();
+    this.#heads.clear();
+  }
+
+  // Sizes, scales and sides that all panes are drawn with.
+  #measure(): void {
+    const ratio = this.pixelRatio();
+    const views = [...sliceNames.map((name) => this.slices[name]), this.scene];
+    ([...sliceNames, "scene"] as const).forEach((name, i) => {
+      const { frame, marks } = this.elements[name];
+      const view = views[i];
+      if (frame.hidden || view === undefined) {
+        return;
+      }
+      const { clientWidth, clientHeight } = frame;
+      [view.width, view.height] = [Math.max(clientWidth, 1), Math.max(clientHeight, 1)];
+      const [width, height] = [Math.round(view.width * ratio), Math.round(view.height * ratio)];
+      if (marks.width !== width || marks.height !== height) {
+        [marks.width, marks.height] = [width, height];
+        this.#overlays.add(name);
+        this.#heads.add(name);
+      }
+    });
+    const shown = sliceNames.filter((name) => !this.elements[name].frame.hidden);
+    const scale = Math.min(...shown.map((name) => this.slices[name].fittingScale)) * this.zoom;
+    for (const name of sliceNames) {
+      this.slices[name].scale = scale;
+      this.slices[name].isMirrored = this.store.state.isRadiological && name !== "sagittal";
+    }
+    this.scene.cuts = this.#cuts();
+  }
+
+  #cuts(): Cut[] {
+    const { cut, crosshair } = this.store.state;
+    return cutAxes[cut].map((axis) => {
+      const direction = axisInWorld(this.grid, axis);
+      const sign = this.scene.turned(direction)[2] >= 0 ? 1 : -1;
+      return { place: crosshair, normal: times(direction, sign) };
+    });
+  }
+
+  #drawSlice(name: SliceName): void {
+    const { frame, head, marks } = this.elements[name];
+    if (frame.hidden) {
+      return;
+    }
+    const view = this.slices[name];
+    const { data, state } = this.store;
+    const ratio = this.pixelRatio();
+    if (this.head !== null && this.#heads.has(name)) {
+      const [width, height] = this.#headSize(view, this.#isSlow ? softwarePixels.slice : Infinity);
+      const depth = view.project([0, 0, 0], state.crosshair).depth.toFixed(3);
+      const { low, high } = view.window;
+      const shown = [depth, ...low, ...high, width, height, view.isMirrored, state.window].join();
+      if (this.#drawn.get(name) !== shown) {
+        this.#drawn.set(name, shown);
+        this.#copy(head, this.#withWindow(this.head).slice(view, state.crosshair, width, height));
+      }
+    }
+    if (this.#overlays.has(name)) {
+      const context = this.#cleared(marks, ratio);
+      const size = { width: view.width, height: view.height, text: this.textHeight() };
+      const radius = (data.settings.glyphPixels * size.text) / 28;
+      const found = marksOnSlice(data, state, view, this.#colourOf, radius);
+      this.marks[name] = found;
+      drawSliceMarks(context, { data, state, view, size, marks: found, pixelRatio: ratio });
+    }
+  }
+
+  #drawScene(isFine: boolean): void {
+    const { frame, head, marks } = this.elements.scene;
+    if (frame.hidden) {
+      return;
+    }
+    const view = this.scene;
+    const { data, state } = this.store;
+    const ratio = this.pixelRatio();
+    if (this.head !== null && this.#heads.has("scene")) {
+      const most = isFine ? softwarePixels.sceneStill : softwarePixels.sceneTurning;
+      const [width, height] = this.#headSize(view, this.#isSlow ? most : Infinity);
+      this.#copy(head, this.#withWindow(this.head).scene(view, width, height));
+      clearTimeout(this.#still);
+      if (!isFine) {
+        this.#still = window.setTimeout(() => this.#drawStill(), stillAfter);
+      }
+    }
+    if (this.#overlays.has("scene")) {
+      const context = this.#cleared(marks, ratio);
+      const size = { width: view.width, height: view.height, text: this.textHeight() };
+      const found = marksInScene(data, state, view, this.#colourOf, size.text / 7);
+      this.marks.scene = found;
+      drawSceneMarks(context, { data, state, view, size, marks: found, pixelRatio: ratio });
+    }
+  }
+
+  #drawStill(): void {
+    this.#heads.add("scene");
+    this.#drawAll(true);
+  }
+
+  #withWindow(head: Head): Head {
+    const { window } = this.store.state;
+    if (window !== null) {
+      head.setWindow(window);
+    }
+    return head;
+  }
+
+  #headSize(view: { width: number; height: number }, most: number): [number, number] {
+    const ratio = this.pixelRatio();
+    const [width, height] = [view.width * ratio, view.height * ratio];
+    const share = Math.min(1, Math.sqrt(most / (width * height)));
+    return [Math.max(1, Math.round(width * share)), Math.max(1, Math.round(height * share))];
+  }
+
+  #copy(to: HTMLCanvasElement, from: HTMLCanvasElement): void {
+    [to.width, to.height] = [from.width, from.height];
+    to.getContext("2d", { alpha: false })?.drawImage(from, 0, 0);
+  }
+
+  #cleared(canvas: HTMLCanvasElement, ratio: number): CanvasRenderingContext2D {
+    const context = canvas.getContext("2d");
+    if (context === null) {
+      throw new Error("This browser draws no pictures.");
+    }
+    context.setTransform(1, 0, 0, 1, 0, 0);
+    context.clearRect(0, 0, canvas.width, canvas.height);
+    context.scale(ratio, ratio);
+    return context;
+  }
+}
