@@ -1,6 +1,15 @@
 // What stands beside the pictures: the table, the plots, the clusters, the findings, the report.
 
 import type { Store } from "../model/Store";
+import { mountClusters } from "./ClusterTable";
+import { ErrorHistogram } from "./ErrorHistogram";
+import { mountFindings } from "./Findings";
+import { LatencyPlot } from "./LatencyPlot";
+import { mountSelection } from "./SelectionPanel";
+import { Table } from "./Table";
+import { listenToKeys } from "./TableKeys";
+import { makeTools } from "./TableTools";
+import { mountTabs } from "./Tabs";
 
 // Elements of the page that are its own; each is empty at first.
 export interface ListElements {
@@ -12,6 +21,30 @@ export interface ListElements {
   report: HTMLElement; // seen on paper only
 }
 
-export function mountLists(_store: Store, _elements: ListElements): void {
-  return;
+export function mountLists(store: Store, elements: ListElements): void {
+  mountFindings(store, elements.findings);
+  const table = new Table(store, elements.table);
+  elements.table.prepend(makeTools(store, table));
+  listenToKeys(store, table);
+  mountSelection(store, elements.selection);
+  const { latency, fitError } = store.data.dipoles.roles;
+  if (latency !== -1) {
+    elements.plots.append(new LatencyPlot(store).element);
+  }
+  if (fitError !== -1) {
+    elements.plots.append(new ErrorHistogram(store).element);
+  }
+  mountClusters(store, elements.clusters);
+  const { selection, plots, clusters } = elements;
+  const tabs = mountTabs([
+    { name: "selection", title: () => `Selected (${store.state.selection.length})`, section: selection },
+    { name: "plots", title: () => "Plots", section: plots },
+    { name: "clusters", title: () => `Clusters (${store.data.clusters.clusters.length})`, section: clusters },
+  ]);
+  tabs.show(store.data.clusters.clusters.length > 0 || plots.childElementCount === 0 ? "clusters" : "plots");
+  store.onChange((changed) => {
+    if (changed.has("selection")) {
+      tabs.retitle();
+    }
+  });
 }

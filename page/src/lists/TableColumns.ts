@@ -1,0 +1,90 @@
+// The columns of the list: one for each of the set's, with the cluster of a dipole behind them.
+
+import type { CellComponent, ColumnDefinition } from "tabulator-tables";
+import type { ColumnData, PageData } from "../data/PageData";
+import { shownTexts, wholeText } from "../model/CellText";
+import { element } from "../shell/Element";
+import { cut, foreign } from "./Foreign";
+import type { RowData } from "./TableOrder";
+
+// Of the page's letters:
+const charWidth = 0.53; // a digit in the list
+const padding = 1.5;
+const patchWidth = 1.4;
+
+const mostChars = 28;
+const titleLength = 1000; // characters of a text that a title shows
+const cellLength = 60;
+
+export function listColumns({ dipoles, clusters }: PageData): ColumnData[] {
+  const columns = [...dipoles.columns];
+  if (clusters.clusters.length > 0) {
+    columns.push({
+      title: "cluster",
+      label: "Cluster",
+      unit: "",
+      kind: "number",
+      values: dipoles.clusters.map((cluster) => (cluster === 0 ? "none" : cluster)) as ColumnData["values"],
+    });
+  }
+  return columns;
+}
+
+// Wide enough for nearly all cells: the longest hundredth may be cut.
+function lettersOf(column: ColumnData, count: number, text: (row: number) => string): number {
+  const step = Math.max(1, Math.floor(count / 500));
+  const lengths: number[] = [];
+  for (let row = 0; row < count; row += step) {
+    lengths.push(text(row).length);
+  }
+  lengths.sort((a, b) => a - b);
+  const usual = lengths[Math.floor(lengths.length * 0.99)] ?? 0;
+  const heading = Math.max(column.label.length + 2, column.unit.length);
+  const patch = column.kind === "colour" ? patchWidth : 0;
+  return Math.min(mostChars, Math.max(usual, heading, 5)) * charWidth + padding + patch;
+}
+
+function cellNode(column: ColumnData, row: number, text: string): Node {
+  if (column.kind === "text") {
+    const cell = foreign(text, cellLength);
+    cell.title = cut(wholeText(column, row), titleLength);
+    return cell;
+  }
+  const cell = element("span", { title: wholeText(column, row) }, text);
+  if (column.kind === "colour" && /^#[0-9a-f]{6,8}$/i.test(text)) {
+    const patch = element("span", { class: "list-patch" });
+    patch.style.backgroundColor = `#${text.slice(-6)}`;
+    return element("span", {}, patch, cell);
+  }
+  if (column.values[row] === null) {
+    cell.className = "unknown";
+  }
+  return cell;
+}
+
+export type MakeHeading = (column: ColumnData, index: number) => HTMLElement;
+
+export function columnDefinitions(
+  columns: readonly ColumnData[],
+  count: number,
+  letters: number, // pixels, the size of the page's letters
+  makeHeading: MakeHeading,
+): ColumnDefinition[] {
+  return columns.map((column, index) => {
+    const text = shownTexts(column);
+    const isNumber = column.kind === "number";
+    return {
+      title: "",
+      field: `c${index}`,
+      hozAlign: isNumber ? "right" : "left",
+      headerHozAlign: isNumber ? "right" : "left",
+      width: Math.round(lettersOf(column, count, text) * letters),
+      cssClass: isNumber ? "list-number" : "list-text",
+      titleFormatter: () => makeHeading(column, index),
+      formatter: (cell: CellComponent) => {
+        const { row } = cell.getData() as RowData;
+        return cellNode(column, row, text(row)) as HTMLElement;
+      },
+    };
+  });
+}

@@ -1,0 +1,42 @@
+// What a click or a key in the list selects.
+
+import type { Store } from "../model/Store";
+
+export interface Choice {
+  isRange: boolean; // all from the row that was chosen last
+  isAdded: boolean; // to what is selected, or taken from it
+}
+
+export function selectRows(store: Store, rows: readonly number[], current: number): void {
+  const place = current === -1 ? null : (store.data.dipoles.places[current] ?? null);
+  const selection = [...new Set(rows)].sort((a, b) => a - b);
+  store.set(place === null ? { selection, current } : { selection, current, crosshair: place });
+}
+
+function range(order: readonly number[], from: number, to: number): readonly number[] {
+  const first = order.indexOf(from);
+  const last = order.indexOf(to);
+  return first === -1 || last === -1 ? [to] : order.slice(Math.min(first, last), Math.max(first, last) + 1);
+}
+
+// `order` is that of the list; `anchor` is where a range begins.
+export function chooseRow(store: Store, order: readonly number[], row: number, choice: Choice): void {
+  const { selection, current } = store.state;
+  if (choice.isRange) {
+    const anchor = anchors.get(store) ?? current;
+    const chosen = anchor === -1 ? [row] : range(order, anchor, row);
+    selectRows(store, choice.isAdded ? [...selection, ...chosen] : chosen, row);
+    return;
+  }
+  anchors.set(store, row);
+  if (!choice.isAdded) {
+    selectRows(store, [row], row);
+  } else if (selection.includes(row)) {
+    const rest = selection.filter((other) => other !== row);
+    selectRows(store, rest, rest.includes(current) ? current : (rest.at(-1) ?? -1));
+  } else {
+    selectRows(store, [...selection, row], row);
+  }
+}
+
+const anchors = new WeakMap<Store, number>();
