@@ -9,9 +9,9 @@ cd "$(dirname "$0")"
 
 install_packages $run_packages
 
-say "Building the command line tool"
+say "Building the command line tool, and the page"
 cmake --preset native -DDIPOLE_TESTS=OFF -DDIPOLE_BENCH=OFF
-cmake --build build/native --target dipole_tool
+cmake --build build/native --target dipole_tool page
 dipole=build/native/bin/dipole
 
 head=/usr/share/mricron/templates/ch2.nii.gz

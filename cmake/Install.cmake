@@ -20,7 +20,7 @@ endfunction()
 # To be called when every target is there.
 function(install_package_files)
   add_custom_target(packaged)                  # builds what a package holds
-  foreach(target IN ITEMS dipole platform dipole_program dipole_tool manual viewer)
+  foreach(target IN ITEMS dipole platform dipole_program dipole_tool manual viewer page)
     if(TARGET ${target})
       add_dependencies(packaged ${target})
     endif()
