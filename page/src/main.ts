@@ -1,5 +1,6 @@
 // Puts the page together.
 
+import { AtlasLookup } from "./data/Atlas";
 import { readPageData, takeVolumeText } from "./data/PageElements";
 import type { PageData } from "./data/PageData";
 import { mountLists } from "./lists/lists";
@@ -7,13 +8,51 @@ import { passingRows } from "./model/Filter";
 import { Store } from "./model/Store";
 import { Head } from "./panes/Head";
 import { listenToMouse } from "./panes/Mouse";
+import { warningsOf } from "./panes/PaneFurniture";
 import { Panes } from "./panes/Panes";
+import { savePicture } from "./panes/Picture";
+import { mountDisplay } from "./shell/Display";
 import { element } from "./shell/Element";
-import { makeLayout } from "./shell/Layout";
+import { mountFilters } from "./shell/Filters";
+import { aboutDialog, mountHeader, turnTheme } from "./shell/Header";
+import { keysDialog, listenToKeys } from "./shell/Keys";
+import { makeLayout, type Layout } from "./shell/Layout";
+import { pageKeys } from "./shell/PageKeys";
+import { mountPlace } from "./shell/PlaceBar";
+import { mountTime } from "./shell/Time";
 
 async function loadHead(data: PageData): Promise<Head | null> {
   const text = takeVolumeText("page-head");
   return data.head === null || text === "" ? null : Head.load(text, data.head);
+}
+
+async function loadAtlas(data: PageData): Promise<AtlasLookup | null> {
+  const text = takeVolumeText("page-atlas");
+  return data.atlas === null || text === "" ? null : AtlasLookup.load(text, data.atlas, data.frames);
+}
+
+function mountShell(store: Store, layout: Layout): void {
+  mountDisplay(store, layout.display);
+  mountFilters(store, layout.filters);
+  mountTime(store, layout.time);
+  layout.warnings.append(...warningsOf(store.data).map((text) => element("p", {}, `⚠ ${text}`)));
+  mountLists(store, layout.lists);
+}
+
+function mountActions(store: Store, layout: Layout, panes: Panes): void {
+  const about = aboutDialog(store.data);
+  const actions = {
+    savePicture: () => savePicture(panes),
+    print: () => window.print(),
+    turnTheme,
+    showKeys: () => keys.showModal(),
+    showAbout: () => about.showModal(),
+    search: () => layout.filters.querySelector<HTMLInputElement>("input.text")?.focus(),
+  };
+  const known = pageKeys(store, panes, actions);
+  const keys = keysDialog(known);
+  listenToKeys(known);
+  mountHeader(store.data, layout.header, actions);
 }
 
 async function start(root: HTMLElement): Promise<void> {
@@ -25,10 +64,13 @@ async function start(root: HTMLElement): Promise<void> {
   document.title = data.title;
   const store = new Store(data, passingRows);
   const layout = makeLayout(root);
-  mountLists(store, layout.lists);
-  const head = await loadHead(data);
+  mountShell(store, layout);
+  const [head, atlas] = await Promise.all([loadHead(data), loadAtlas(data)]);
+  mountPlace(store, layout.place, atlas);
   const panes = new Panes(store, layout.panes, head);
   listenToMouse(panes);
+  mountActions(store, layout, panes);
+  panes.drawNow();
   root.dataset["ready"] = "yes";
 }
 

@@ -64,7 +64,7 @@ export class Panes {
       sagittal: new SliceView("sagittal", this.grid),
     };
     this.scene = head === null ? this.#sceneWithoutHead() : new SceneView(head.middle, head.reach);
-    this.scene.azimuth = store.state.crosshair[0] <= this.scene.middle[0] ? 90 : 270;
+    this.#faceCut();
     this.#colourOf = colourFunction(store.data, store.state.colourBy);
     store.onChange((changed) => {
       if (changed.has("colourBy")) {
@@ -72,6 +72,9 @@ export class Panes {
       }
       if (changed.has("large")) {
         this.#arrange();
+      }
+      if (changed.has("cut")) {
+        this.#faceCut();
       }
       if (movesMarks.some((name) => changed.has(name))) {
         this.invalidate(movesHead.some((name) => changed.has(name)));
@@ -118,6 +121,20 @@ export class Panes {
     const half = [0, 1, 2].map((i) => ((high[i] ?? 0) - (low[i] ?? 0)) / 2);
     const middle = [0, 1, 2].map((i) => ((high[i] ?? 0) + (low[i] ?? 0)) / 2);
     return new SceneView([middle[0] ?? 0, middle[1] ?? 0, middle[2] ?? 0], Math.hypot(...half));
+  }
+
+  // Looks at the cut, from the side on which the crosshair is.
+  #faceCut(): void {
+    const { cut, crosshair } = this.store.state;
+    const isLeft = crosshair[0] <= this.scene.middle[0];
+    const views = {
+      none: [isLeft ? 120 : 240, 15],
+      sagittal: [isLeft ? 90 : 270, 0],
+      coronal: [180, 0],
+      axial: [180, 70],
+      corner: [isLeft ? 140 : 220, 30],
+    } as const;
+    [this.scene.azimuth, this.scene.elevation] = views[cut];
   }
 
   #arrange(): void {

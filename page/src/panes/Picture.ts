@@ -1,0 +1,113 @@
+// The panes as one picture, as they are seen, with what has to be known about them.
+
+import { legendOf, type Legend } from "../model/Legend";
+import type { Store } from "../model/Store";
+import { linesOf, paneFont } from "./Ink";
+import { warningsOf } from "./PaneFurniture";
+import type { Panes } from "./Panes";
+import { conventionWords } from "./Sides";
+
+const ground = "#0e1217";
+const ink = "#e6eaf0";
+const faint = "#9aa6b5";
+
+function headingLines(store: Store): string[] {
+  const { data, state } = store;
+  const heads = data.head === null ? "no head" : `head ${data.head.name ?? ""} ${data.head.format}`;
+  const files = data.files.map(({ name, format }) => `${name ?? ""} ${format}`.trim()).join("; ");
+  const shown = `${state.passing.length} of ${data.dipoles.count} dipoles`;
+  return [data.patient ?? data.title, `${files}; ${heads}; ${shown}`];
+}
+
+function drawLegend(context: CanvasRenderingContext2D, legend: Legend, x: number, y: number, text: number): void {
+  const put = (words: string, colour: string): void => {
+    context.fillStyle = colour;
+    context.fillText(words, x, y);
+    x += context.measureText(words).width + text * 0.6;
+  };
+  context.font = `400 ${text}px ${paneFont}`;
+  context.textBaseline = "middle";
+  context.textAlign = "left";
+  put(legend.title, faint);
+  if (legend.scale.length > 0) {
+    put(legend.low, ink);
+    const width = text * 10;
+    const scale = context.createLinearGradient(x, 0, x + width, 0);
+    legend.scale.forEach((colour, i) => scale.addColorStop(i / Math.max(1, legend.scale.length - 1), colour));
+    context.fillStyle = scale;
+    context.fillRect(x, y - text * 0.4, width, text * 0.8);
+    x += width + text * 0.6;
+    put(legend.high, ink);
+  }
+  for (const { colour, text: words } of legend.entries) {
+    context.fillStyle = colour;
+    context.beginPath();
+    context.arc(x + text * 0.4, y, text * 0.4, 0, 2 * Math.PI);
+    context.fill();
+    x += text * 1.1;
+    put(words, ink);
+  }
+}
+
+export function pictureOf(panes: Panes): HTMLCanvasElement {
+  panes.drawNow();
+  const { store } = panes;
+  const ratio = panes.pixelRatio();
+  const text = panes.textHeight();
+  const frames = Object.values(panes.elements).filter(({ frame }) => !frame.hidden);
+  const grid = panes.elements.axial.frame.parentElement?.getBoundingClientRect() ?? new DOMRect();
+  const canvas = document.createElement("canvas");
+  const context = canvas.getContext("2d");
+  if (context === null) {
+    throw new Error("This browser draws no pictures.");
+  }
+  const inset = text * 0.7;
+  const below = [
+    conventionWords(store.state.isRadiological),
+    `${store.data.program}, ${store.data.made}. No medical device.`,
+  ];
+  const warnings = warningsOf(store.data).flatMap((line) => linesOf(context, `⚠ ${line}`, grid.width - 2 * inset, text));
+  const line = text * 1.45;
+  const top = inset + line * 2.2 + warnings.length * line;
+  canvas.width = Math.round(grid.width * ratio);
+  canvas.height = Math.round((top + grid.height + inset * 2 + line * (below.length + 1)) * ratio);
+  context.scale(ratio, ratio);
+  context.fillStyle = ground;
+  context.fillRect(0, 0, canvas.width, canvas.height);
+  const write = (words: string, y: number, colour: string, weight = 400): void => {
+    context.font = `${weight} ${text}px ${paneFont}`;
+    context.textBaseline = "middle";
+    context.fillStyle = colour;
+    context.fillText(words, inset, y, grid.width - 2 * inset);
+  };
+  headingLines(store).forEach((words, i) => {
+    write(words, inset + line * (i + 0.5), i === 0 ? ink : faint, i === 0 ? 600 : 400);
+  });
+  warnings.forEach((words, i) => write(words, inset + line * (i + 2.5), "#ffc24d", 600));
+  for (const { frame, head, marks } of frames) {
+    const box = frame.getBoundingClientRect();
+    const [x, y] = [box.left - grid.left, top + box.top - grid.top];
+    context.fillStyle = "#000";
+    context.fillRect(x, y, box.width, box.height);
+    if (head.width > 1) {
+      context.drawImage(head, x, y, box.width, box.height);
+    }
+    context.drawImage(marks, x, y, box.width, box.height);
+  }
+  const bottom = top + grid.height + inset;
+  drawLegend(context, legendOf(store.data, store.state), inset, bottom + line * 0.5, text);
+  below.forEach((words, i) => write(words, bottom + line * (i + 1.5), faint));
+  return canvas;
+}
+
+export function savePicture(panes: Panes): void {
+  pictureOf(panes).toBlob((blob) => {
+    if (blob !== null) {
+      const link = document.createElement("a");
+      link.href = URL.createObjectURL(blob);
+      link.download = "dipoles.png"; // names no one
+      link.click();
+      setTimeout(() => URL.revokeObjectURL(link.href), 1000);
+    }
+  }, "image/png");
+}

@@ -1,0 +1,32 @@
+// The legend of the colours, in the control bar.
+
+import { legendOf } from "../model/Legend";
+import type { Store } from "../model/Store";
+import { element } from "./Element";
+
+function patch(colour: string): HTMLElement {
+  const made = element("span", { class: "patch", "aria-hidden": "true" });
+  made.style.background = colour;
+  return made;
+}
+
+function show(store: Store, root: HTMLElement): void {
+  const { title, scale, low, high, entries } = legendOf(store.data, store.state);
+  const parts: HTMLElement[] = [element("span", { class: "legend-title" }, title)];
+  if (scale.length > 0) {
+    const bar = element("span", { class: "scale", "aria-hidden": "true" });
+    bar.style.background = `linear-gradient(to right, ${scale.join(", ")})`;
+    parts.push(element("span", { class: "legend-scale" }, low, bar, high));
+  }
+  for (const { colour, text } of entries) {
+    parts.push(element("span", { class: "legend-entry" }, patch(colour), text));
+  }
+  root.replaceChildren(...parts);
+}
+
+export function makeLegend(store: Store): HTMLElement {
+  const root = element("div", { class: "legend", role: "group", "aria-label": "Legend of the colours" });
+  show(store, root);
+  store.onChange((changed) => changed.has("colourBy") && show(store, root));
+  return root;
+}
