@@ -4,6 +4,7 @@ import { AtlasLookup } from "./data/Atlas";
 import { readPageData, takeVolumeText } from "./data/PageElements";
 import type { PageData } from "./data/PageData";
 import { mountLists } from "./lists/lists";
+import { mountReport } from "./lists/Report";
 import { passingRows } from "./model/Filter";
 import { Store } from "./model/Store";
 import { Head } from "./panes/Head";
@@ -11,6 +12,7 @@ import { listenToMouse } from "./panes/Mouse";
 import { warningsOf } from "./panes/PaneFurniture";
 import { Panes } from "./panes/Panes";
 import { savePicture } from "./panes/Picture";
+import { snapshot } from "./panes/Snapshot";
 import { mountDisplay } from "./shell/Display";
 import { element } from "./shell/Element";
 import { mountFilters } from "./shell/Filters";
@@ -70,6 +72,7 @@ async function start(root: HTMLElement): Promise<void> {
   const panes = new Panes(store, layout.panes, head);
   listenToMouse(panes);
   mountActions(store, layout, panes);
+  mountReport(store, layout.lists.report, (place, view, size) => snapshot(panes, place, view, size));
   panes.drawNow();
   root.dataset["ready"] = "yes";
 }

@@ -4,7 +4,7 @@ import type { ClusterData, PageData } from "../data/PageData";
 import type { Store } from "../model/Store";
 import { button, element } from "../shell/Element";
 import { foreign } from "./Foreign";
-import { placeText } from "./SelectionPanel";
+import { placeText } from "./Lines";
 import { selectRows } from "./TableSelection";
 
 export function rowsOfCluster(data: PageData, number: number): number[] {

@@ -2,7 +2,7 @@
 
 import type uPlot from "uplot";
 import { turnedOver } from "../model/Limits";
-import { binsOf, counted, finiteValues, type Bins } from "../model/Marks";
+import { binsOf, counted, finiteValues, type Bins } from "../model/PlotData";
 import type { Store } from "../model/Store";
 import { button, element } from "../shell/Element";
 import { Plot, drawInside, rounded, themeColour, type Span } from "./Plot";

@@ -16,6 +16,10 @@ const outlines: Readonly<Record<Severity, string>> = {
   note: "M12 1a11 11 0 1 0 0 22a11 11 0 1 0 0-22zM11 10v8h2v-8zM11 6v2h2V6z",
 };
 
+export function severityWord(severity: Severity): string {
+  return words[severity];
+}
+
 function icon(severity: Severity): SVGElement {
   const space = "http://www.w3.org/2000/svg";
   const picture = document.createElementNS(space, "svg");
@@ -56,7 +60,7 @@ export function findingText(finding: FindingData): HTMLElement {
 }
 
 function badge(severity: Severity): HTMLElement {
-  return element("span", { class: "finding-badge" }, icon(severity), ` ${words[severity]}: `);
+  return element("span", { class: "finding-badge" }, icon(severity), ` ${severityWord(severity)}: `);
 }
 
 function findingItem(store: Store, finding: FindingData): HTMLElement {

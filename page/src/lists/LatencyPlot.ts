@@ -2,7 +2,7 @@
 
 import uPlot from "uplot";
 import { isSet } from "../model/Limits";
-import { byLatency, finiteValues } from "../model/Marks";
+import { byLatency, finiteValues } from "../model/PlotData";
 import type { Store } from "../model/Store";
 import { button, element } from "../shell/Element";
 import { MarkImage } from "./MarkImage";

@@ -1,32 +1,11 @@
 // What the selected dipoles have in common.
 
-import type { PageData, Vector } from "../data/PageData";
-import { roundedNumber } from "../model/CellText";
-import { orientationOf, spreadOf, summaryOf, type Summary } from "../model/Statistics";
+import type { PageData } from "../data/PageData";
+import { orientationOf, spreadOf } from "../model/Statistics";
 import type { Store } from "../model/Store";
 import { transformed, turned } from "../model/Vector";
 import { element } from "../shell/Element";
-
-export type Line = readonly [name: string, value: string];
-
-export function placeText(place: Vector): string {
-  return `${place.map((value) => value.toFixed(1)).join(", ")} mm`;
-}
-
-function directionText(direction: Vector): string {
-  return direction.map((value) => value.toFixed(3)).join(", ");
-}
-
-function summaryText(summary: Summary | null, unit: string): string {
-  if (summary === null) {
-    return "unknown";
-  }
-  const { count, mean, deviation, least, most } = summary;
-  const end = unit === "" ? "" : ` ${unit}`;
-  const spread = count > 1 ? ` \u00b1 ${roundedNumber(deviation, 2)}` : "";
-  const range = `${roundedNumber(least, 1)} to ${roundedNumber(most, 1)}`;
-  return `${roundedNumber(mean, 2)}${spread}${end} (${range}; ${count} known)`;
-}
+import { directionText, lineTable, placeText, valueLines, type Line } from "./Lines";
 
 function places(data: PageData, rows: readonly number[]): Line[] {
   const spread = spreadOf(data, rows);
@@ -68,32 +47,8 @@ function orientations(data: PageData, rows: readonly number[]): Line[] {
   return lines;
 }
 
-// Mean, standard deviation of a sample and range of what is known.
-export function valueLines(data: PageData, rows: readonly number[], isGoodness: boolean): Line[] {
-  const { roles, columns } = data.dipoles;
-  const error = summaryOf(data, roles.fitError, rows);
-  const goodness =
-    error === null
-      ? null
-      : { ...error, mean: 100 - error.mean, least: 100 - error.most, most: 100 - error.least };
-  return [
-    ["Latency", summaryText(summaryOf(data, roles.latency, rows), "ms")],
-    ["Moment", summaryText(summaryOf(data, roles.moment, rows), columns[roles.moment]?.unit ?? "")],
-    isGoodness
-      ? ["Goodness of fit", summaryText(goodness, "%")]
-      : ["Fit error", summaryText(error, "%")],
-  ];
-}
-
-export function commonLines(data: PageData, rows: readonly number[], isGoodness: boolean): Line[] {
+function commonLines(data: PageData, rows: readonly number[], isGoodness: boolean): Line[] {
   return [...places(data, rows), ...orientations(data, rows), ...valueLines(data, rows, isGoodness)];
-}
-
-export function lineTable(lines: readonly Line[]): HTMLElement {
-  const rows = lines.map(([name, value]) =>
-    element("tr", {}, element("th", { scope: "row" }, name), element("td", {}, value)),
-  );
-  return element("table", { class: "list-lines" }, element("tbody", {}, ...rows));
 }
 
 export function mountSelection(store: Store, parent: HTMLElement): void {

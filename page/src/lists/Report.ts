@@ -1,0 +1,88 @@
+// The page as it is printed: a report of a few pages of A4, black on white. It is made when the browser prints,
+// of what is shown then.
+
+import type { PageData, Vector } from "../data/PageData";
+import type { Store } from "../model/Store";
+import { element } from "../shell/Element";
+import {
+  clusters,
+  conventions,
+  filesAndHead,
+  findings,
+  fitStatistics,
+  heading,
+  limitsUsed,
+  part,
+} from "./ReportText";
+
+export type PictureView = "axial" | "coronal" | "sagittal" | "left" | "right" | "above";
+
+export interface PictureSize {
+  width: number; // pixels
+  height: number;
+}
+
+// What the page shows, around a place. It is drawn at once: a browser that prints waits for nothing.
+export type Snapshot = (crosshair: Vector, view: PictureView, size: PictureSize) => HTMLCanvasElement;
+
+const slices: readonly PictureView[] = ["axial", "coronal", "sagittal"];
+const scenes: readonly PictureView[] = ["left", "right", "above"];
+const sliceSize: PictureSize = { width: 440, height: 400 };
+const sceneSize: PictureSize = { width: 440, height: 400 };
+const mostWide = 3; // clusters whose pictures are as wide as the page
+const mostPictured = 12;
+
+function row(snapshot: Snapshot, views: readonly PictureView[], place: Vector, size: PictureSize): HTMLElement {
+  return element("div", { class: "report-row" }, ...views.map((view) => snapshot(place, view, size)));
+}
+
+function figure(caption: string, pictures: HTMLElement): HTMLElement {
+  return element("figure", {}, element("figcaption", {}, caption), pictures);
+}
+
+function clusterPictures(data: PageData, snapshot: Snapshot): HTMLElement[] {
+  const { clusters: found } = data.clusters;
+  if (found.length === 0) {
+    return [];
+  }
+  const figures = found
+    .slice(0, mostPictured)
+    .map(({ count, centroid }, index) =>
+      figure(
+        `Cluster ${index + 1}: ${count} dipoles, slices through its centroid`,
+        row(snapshot, slices, centroid, sliceSize),
+      ),
+    );
+  const kind = found.length > mostWide ? "report-pictures narrow" : "report-pictures";
+  const made = [element("div", { class: kind }, ...figures)];
+  if (found.length > mostPictured) {
+    const rest = `Of ${found.length} clusters the first ${mostPictured} have pictures; the table has all.`;
+    made.push(element("p", {}, rest));
+  }
+  return [part("Slices through the clusters", ...made)];
+}
+
+function scenePictures(store: Store, snapshot: Snapshot): HTMLElement {
+  const pictures = row(snapshot, scenes, store.state.crosshair, sceneSize);
+  return part("In 3D", figure("From the patient's left, from the right, from above", pictures));
+}
+
+function placePictures(store: Store, snapshot: Snapshot): HTMLElement {
+  const { crosshair } = store.state;
+  return part("Slices", figure("Through the crosshair", row(snapshot, slices, crosshair, sliceSize)));
+}
+
+export function makeReport(store: Store, snapshot: Snapshot | null): HTMLElement[] {
+  const { data } = store;
+  const parts = [heading(data), filesAndHead(data), limitsUsed(store), fitStatistics(store), findings(data), clusters(data)];
+  if (snapshot !== null) {
+    const shown = clusterPictures(data, snapshot);
+    parts.push(...(shown.length > 0 ? shown : [placePictures(store, snapshot)]), scenePictures(store, snapshot));
+  }
+  return [...parts, conventions(store)];
+}
+
+export function mountReport(store: Store, parent: HTMLElement, snapshot: Snapshot | null): void {
+  addEventListener("beforeprint", () => parent.replaceChildren(...makeReport(store, snapshot)));
+  addEventListener("afterprint", () => parent.replaceChildren());
+}
