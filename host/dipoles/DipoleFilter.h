@@ -7,7 +7,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 #include "host/dipoles/UnknownValues.h"
 #include "module/dipole.h"
@@ -29,7 +28,11 @@ struct DipoleFilter {
 
   bool isSet() const { return fitError.isSet() || moment.isSet() || latency.isSet(); }
   // `unknown`: a sum of DipoleValues; what is unknown passes no limit that is set.
-  bool passes(const CDipoles& dipole, std::uint8_t unknown = 0) const;
+  bool passes(const CDipoles& dipole, std::uint8_t unknown = 0) const {
+    return !removedBy(dipole, unknown).has_value();
+  }
+  // The first limit, in the order above, that the dipole does not pass; nothing when it passes all.
+  std::optional<DipoleValue> removedBy(const CDipoles& dipole, std::uint8_t unknown = 0) const;
 };
 
 }  // namespace host

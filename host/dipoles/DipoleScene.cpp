@@ -86,16 +86,20 @@ bool isPlace(const Vector3& point) {
   return isNear(point.x) && isNear(point.y) && isNear(point.z);
 }
 
-Vector3 arrowOf(const CDipoles& dipole) {
+std::optional<Vector3> directionOf(const CDipoles& dipole) {
   const Vector3 orientation = vectorOf(dipole.m_orientation);
   const double size = sizeOf(orientation);
-  const bool isDrawn =
-      dipole.m_showOrientation != 0 && dipole.m_orientationLength > 0.0 && size > 0.0 && std::isfinite(size);
-  if (!isDrawn) {
+  if (!(size > 0.0) || !std::isfinite(size)) {
+    return std::nullopt;
+  }
+  return Vector3{orientation.x / size, orientation.y / size, orientation.z / size};
+}
+
+Vector3 arrowOf(const CDipoles& dipole) {
+  if (dipole.m_showOrientation == 0 || !(dipole.m_orientationLength > 0.0)) {
     return {};
   }
-  const double mm = (std::min)(dipole.m_orientationLength, longestLength);
-  return Vector3{orientation.x / size, orientation.y / size, orientation.z / size} * mm;
+  return directionOf(dipole).value_or(Vector3()) * (std::min)(dipole.m_orientationLength, longestLength);
 }
 
 Rgb ownColour(const CDipoles& dipole) {

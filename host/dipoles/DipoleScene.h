@@ -53,6 +53,8 @@ struct DipoleScene {
 bool isSwitchedOn(const CDipoleFace3On3DView& dipoles, int slot, const CDipoleszq& dipole);
 // Whether a place is one: every coordinate a number, and within 100 m.
 bool isPlace(const Vector3& point);
+// Its orientation made as long as 1; nothing when that has no length, or is no number.
+std::optional<Vector3> directionOf(const CDipoles& dipole);
 // From the dipole's place to the tip of its arrow; zero: it has none.
 Vector3 arrowOf(const CDipoles& dipole);
 // m_colorF.
