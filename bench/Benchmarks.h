@@ -15,3 +15,4 @@ bool benchPanes();
 bool benchHeads();
 bool benchAudits();
 bool benchFormats();
+bool benchClusters();

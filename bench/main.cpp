@@ -28,7 +28,8 @@ constexpr Benchmark benchmarks[] = {{"dipoles", benchDipolesImport},
                                     {"panes", benchPanes},
                                     {"heads", benchHeads},
                                     {"audit", benchAudits},
-                                    {"formats", benchFormats}};
+                                    {"formats", benchFormats},
+                                    {"clusters", benchClusters}};
 
 bool isBenchmark(std::string_view name) {
   return std::any_of(std::begin(benchmarks), std::end(benchmarks),

@@ -14,29 +14,11 @@
 namespace tool {
 namespace {
 
-// Of a fit error: poor fits of files that count otherwise are more than 100.
-constexpr double mostPercent = 1e6;
-
 const std::map<std::string, host::DipoleValue>& colourValues() {
   static const std::map<std::string, host::DipoleValue> all = {{"latency", host::DipoleValue::latency},
                                                                {"error", host::DipoleValue::fitError},
                                                                {"moment", host::DipoleValue::moment}};
   return all;
-}
-
-[[noreturn]] void fail(const std::string& text, const std::string& cause) {
-  throw std::invalid_argument("\"" + text + "\": " + cause);
-}
-
-std::optional<double> limitOf(const std::string& text, std::string_view part) {
-  if (part.empty()) {
-    return std::nullopt;
-  }
-  const std::optional<double> value = host::numberOf(part);
-  if (!value) {
-    fail(text, "write LEAST:MOST, such as 10:50, 10: or :50");
-  }
-  return value;
 }
 
 // No value: any distance.
@@ -46,26 +28,13 @@ std::optional<double> parseTolerance(const std::string& text) {
   }
   const std::optional<double> mm = host::numberOf(text);
   if (!mm || *mm < 0.0 || *mm > host::longestLength) {
-    fail(text,
-         "the tolerance is a number of mm from 0 to " + host::shortest(host::longestLength) + ", or all");
+    throw std::invalid_argument("\"" + text + "\": the tolerance is a number of mm from 0 to " +
+                                host::shortest(host::longestLength) + ", or all");
   }
   return mm;
 }
 
 }  // namespace
-
-host::ValueLimits parseLimits(const std::string& text) {
-  const std::size_t colon = text.find(':');
-  if (colon == std::string::npos || text.size() == 1) {
-    fail(text, "write LEAST:MOST, such as 10:50, 10: or :50");
-  }
-  const std::string_view all = text;
-  const host::ValueLimits limits{limitOf(text, all.substr(0, colon)), limitOf(text, all.substr(colon + 1))};
-  if (limits.least && limits.most && *limits.least > *limits.most) {
-    fail(text, "the first number is the smaller one");
-  }
-  return limits;
-}
 
 void PictureOptions::addTo(CLI::App& command) {
   const auto add = [&](const std::string& name, auto& value, const char* type, const char* text) {
@@ -73,11 +42,7 @@ void PictureOptions::addTo(CLI::App& command) {
   };
   addChoice(command, "--color-by", m_colourBy, "Colours by a value, with a legend; else each its own",
             colourValues());
-  add("--max-error", m_maxError, "PERCENT", "Only dipoles with a fit error of at most PERCENT")
-      ->check(numberBetween(0.0, mostPercent));
-  add("--moment", m_moment, "A:B", "Only dipoles with a moment from A to B; its sign counts")
-      ->check(argumentCheck(parseLimits));
-  add("--latency", m_latency, "A:B", "Only dipoles from A to B ms")->check(argumentCheck(parseLimits));
+  m_filter.addTo(command);
   add("--tolerance", m_tolerance, "MM|all", "Show dipoles up to MM from each slice, 5 unless given; or all")
       ->check(argumentCheck(parseTolerance));
   command.add_flag("--module-slab", m_isModuleSlab,
@@ -98,13 +63,7 @@ host::ViewSettings PictureOptions::settings() const {
   if (!m_colourBy.empty()) {
     settings.colourBy = chosen(colourValues(), m_colourBy);
   }
-  settings.filter.fitError.most = m_maxError;
-  if (!m_moment.empty()) {
-    settings.filter.moment = parseLimits(m_moment);
-  }
-  if (!m_latency.empty()) {
-    settings.filter.latency = parseLimits(m_latency);
-  }
+  settings.filter = m_filter.filter();
   if (!m_tolerance.empty()) {
     settings.toleranceMm = parseTolerance(m_tolerance);
   }

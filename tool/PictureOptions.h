@@ -4,15 +4,12 @@
 #include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "host/dipoles/ViewSettings.h"
 #include "module/dipole.h"
+#include "tool/FilterOptions.h"
 
 namespace tool {
-
-// "A:B", "A:" or ":B". Throws std::invalid_argument that names the text and the cause.
-host::ValueLimits parseLimits(const std::string& text);
 
 class PictureOptions {
  public:
@@ -27,12 +24,10 @@ class PictureOptions {
   void applyTo(CDipoleFace9File& set) const;
 
  private:
+  FilterOptions m_filter;
   std::string m_colourBy;
-  std::string m_moment;
-  std::string m_latency;
   std::string m_tolerance;
-  std::optional<double> m_maxError;  // percent
-  std::optional<int> m_glyph;        // pixels
+  std::optional<int> m_glyph;  // pixels
   double m_mmPerPixel = 0.5;
   bool m_isModuleSlab = false;
   bool m_showLabels = false;

@@ -24,14 +24,14 @@ bool isWithin(double value, double most) {
   return value >= 0.0 && value <= most;
 }
 
-void check(const ClusterLimits& limits) {
-  if (!isWithin(limits.distance, longestLength)) {
+void check(const ClusterRule& rule) {
+  if (!isWithin(rule.distance, longestLength)) {
     throw std::invalid_argument("the distance of neighbours is 0 to " + shortest(longestLength) + " mm");
   }
-  if (limits.angle && !isWithin(*limits.angle, mostDegrees)) {
+  if (rule.angle && !isWithin(*rule.angle, mostDegrees)) {
     throw std::invalid_argument("the angle between neighbours is 0 to " + shortest(mostDegrees) + " degrees");
   }
-  if (limits.members < fewestMembers) {
+  if (rule.members < fewestMembers) {
     throw std::invalid_argument("a cluster has at least " + std::to_string(fewestMembers) + " members");
   }
 }
@@ -50,8 +50,7 @@ using Candidates = std::vector<Candidate>;
 
 // Counts a dipole that may not, and returns false then.
 bool mayBelong(const Candidate& candidate, Clusters& counts) {
-  const std::optional<DipoleValue> removedBy =
-      counts.limits.filter.removedBy(*candidate.dipole, candidate.unknown);
+  const std::optional<DipoleValue> removedBy = counts.filter.removedBy(*candidate.dipole, candidate.unknown);
   if (removedBy == DipoleValue::fitError) {
     ++counts.beyondFitError;
   } else if (removedBy == DipoleValue::moment) {
@@ -60,7 +59,7 @@ bool mayBelong(const Candidate& candidate, Clusters& counts) {
     ++counts.beyondLatency;
   } else if (!isPlace(candidate.place())) {
     ++counts.nowhere;
-  } else if (counts.limits.angle && !candidate.direction) {
+  } else if (counts.rule.angle && !candidate.direction) {
     ++counts.withoutOrientation;
   } else {
     return true;
@@ -169,13 +168,13 @@ Cluster clusterOf(const Candidates& members) {
 }
 
 // By the parts that neighbours join to, in the order of their first members; those of a part too.
-std::vector<Candidates> groupsOf(const Candidates& candidates, const ClusterLimits& limits) {
+std::vector<Candidates> groupsOf(const Candidates& candidates, const ClusterRule& rule) {
   std::vector<DirectedPlace> places;
   places.reserve(candidates.size());
   for (const Candidate& candidate : candidates) {
     places.push_back({candidate.place(), candidate.direction.value_or(Vector3())});
   }
-  const std::vector<int> parts = nearParts(places, {limits.distance, limits.angle});
+  const std::vector<int> parts = nearParts(places, {rule.distance, rule.angle});
   std::vector<Candidates> groups;
   for (std::size_t i = 0; i < parts.size(); ++i) {
     const auto part = static_cast<std::size_t>(parts[i]);
@@ -189,9 +188,9 @@ std::vector<Candidates> groupsOf(const Candidates& candidates, const ClusterLimi
 
 }  // namespace
 
-std::string ruleText(const ClusterLimits& limits) {
-  return std::to_string(limits.members) + " or more within " + shortest(limits.distance) + " mm" +
-         (limits.angle ? " and " + shortest(*limits.angle) + " degrees" : "");
+std::string ruleText(const ClusterRule& rule) {
+  return std::to_string(rule.members) + " or more within " + shortest(rule.distance) + " mm" +
+         (rule.angle ? " and " + shortest(*rule.angle) + " degrees" : "");
 }
 
 int Clusters::clustered() const {
@@ -199,13 +198,15 @@ int Clusters::clustered() const {
                          [](int sum, const Cluster& cluster) { return sum + cluster.count(); });
 }
 
-Clusters clustersOf(const CDipoleFace& set, const ClusterLimits& limits, const UnknownDipoles* unknown) {
-  check(limits);
+Clusters clustersOf(const CDipoleFace& set, const DipoleFilter& filter, const ClusterRule& rule,
+                    const UnknownDipoles* unknown) {
+  check(rule);
   Clusters result;
-  result.limits = limits;
+  result.filter = filter;
+  result.rule = rule;
   const Candidates candidates = candidatesOf(set, unknown, result);
-  for (const Candidates& group : groupsOf(candidates, limits)) {
-    if (group.size() >= static_cast<std::size_t>(limits.members)) {
+  for (const Candidates& group : groupsOf(candidates, rule)) {
+    if (group.size() >= static_cast<std::size_t>(rule.members)) {
       result.clusters.push_back(clusterOf(group));
     } else {
       result.scattered += static_cast<int>(group.size());

@@ -245,11 +245,26 @@ class NearTree {
   void connectPairs(int one, int other) {
     for (int i = node(one).begin; i < node(one).endOfPairs(); ++i) {
       for (int j = one == other ? i + 1 : node(other).begin; j < node(other).endOfPairs(); ++j) {
-        if (areNear(placeAt(i), placeAt(j), m_rule)) {
+        if (isEdge(placeAt(i), placeAt(j))) {
           m_parts.unite(m_order[at(i)], m_order[at(j)]);
         }
       }
     }
+  }
+
+  // As areNear; most angles are told by their chords, without an arc tangent.
+  bool isEdge(const DirectedPlace& one, const DirectedPlace& other) const {
+    if (m_rule.angle) {
+      const Vector3 chord = one.direction - other.direction;
+      const double square = dot(chord, chord);
+      if (square > m_chordSquare + chordRounding) {
+        return false;
+      }
+      if (square <= m_chordSquare - chordRounding) {
+        return length(one.place - other.place) <= m_rule.distance;
+      }
+    }
+    return areNear(one, other, m_rule);
   }
 
   const std::vector<DirectedPlace>& m_places;

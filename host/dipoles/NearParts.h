@@ -28,9 +28,9 @@ double degreesBetween(const Vector3& one, const Vector3& other);
 bool areNear(const DirectedPlace& one, const DirectedPlace& other, const NearRule& rule);
 
 // For each place the number of its part; parts are numbered from 0 by their first place. The same as areNear
-// of all pairs gives, by a tree of boxes: pairs of boxes that are apart, near all over, or of one part already
-// are not looked into. So it takes about n log n however the places lie, also when all of them are in one
-// point. Throws what an allocation throws.
+// of all pairs gives, by a tree of boxes: pairs of boxes that are apart, near all over, or of one part
+// already are not looked into. So it takes about n log n however the places lie, also when all of them are in
+// one point. Throws what an allocation throws.
 std::vector<int> nearParts(const std::vector<DirectedPlace>& places, const NearRule& rule);
 
 }  // namespace host

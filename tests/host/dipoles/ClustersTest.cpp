@@ -1,10 +1,11 @@
-// Clusters are what their limits say, with figures that can be checked by hand; every dipole is in one of them
-// or in one number alone.
+// Clusters are what their limits say, with figures that can be checked by hand; every dipole is in one of
+// them or in one number alone.
 #include <cmath>
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <random>
 #include <stdexcept>
 #include <vector>
@@ -14,7 +15,7 @@
 namespace {
 
 using host::Cluster;
-using host::ClusterLimits;
+using host::ClusterRule;
 using host::Clusters;
 using host::clustersOf;
 using host::DipoleValue;
@@ -46,11 +47,8 @@ void addRow(CDipoleFace& set, int count, const Vector3& start, double step) {
   }
 }
 
-ClusterLimits limitsOf(int members, double distance) {
-  ClusterLimits limits;
-  limits.members = members;
-  limits.distance = distance;
-  return limits;
+ClusterRule ruleOf(int members, double distance, std::optional<double> angle = {}) {
+  return {distance, angle, members};
 }
 
 std::vector<std::vector<int>> slotsOf(const Clusters& found) {
@@ -78,17 +76,15 @@ TEST(Clusters, AreSixOrMoreWithinTenMillimetresUnlessToldOtherwise) {
   const Set set = emptySet();
   addRow(*set, 6, {0, 0, 0}, 10.0);
   addRow(*set, 5, {0, 50, 0}, 1.0);
-  const Clusters found = clustersOf(*set, {});
+  const Clusters found = clustersOf(*set, {}, {});
   EXPECT_EQ(slotsOf(found), (std::vector<std::vector<int>>{{0, 1, 2, 3, 4, 5}}));
   EXPECT_EQ(found.scattered, 5);
   EXPECT_EQ(found.bySlot, (std::vector{0, 0, 0, 0, 0, 0, -1, -1, -1, -1, -1}));
-  EXPECT_EQ(ruleText(found.limits), "6 or more within 10 mm");
+  EXPECT_EQ(ruleText(found.rule), "6 or more within 10 mm");
 }
 
 TEST(Clusters, TheRuleNamesTheAngleToo) {
-  ClusterLimits limits = limitsOf(3, 7.5);
-  limits.angle = 30.0;
-  EXPECT_EQ(ruleText(limits), "3 or more within 7.5 mm and 30 degrees");
+  EXPECT_EQ(ruleText(ruleOf(3, 7.5, 30.0)), "3 or more within 7.5 mm and 30 degrees");
 }
 
 TEST(Clusters, TheLargestComesFirstAndOfEqualOnesTheFirstSlot) {
@@ -96,7 +92,7 @@ TEST(Clusters, TheLargestComesFirstAndOfEqualOnesTheFirstSlot) {
   addRow(*set, 2, {0, 0, 0}, 1.0);
   addRow(*set, 2, {0, 100, 0}, 1.0);
   addRow(*set, 3, {0, 200, 0}, 1.0);
-  const Clusters found = clustersOf(*set, limitsOf(2, 5.0));
+  const Clusters found = clustersOf(*set, {}, ruleOf(2, 5.0));
   EXPECT_EQ(slotsOf(found), (std::vector<std::vector<int>>{{4, 5, 6}, {0, 1}, {2, 3}}));
   EXPECT_EQ(found.of(5), 0);
   EXPECT_EQ(found.of(3), 2);
@@ -110,9 +106,8 @@ TEST(Clusters, EachLimitCountsWhatItRemovesInOrder) {
     set->m_dipoles[slot]->m_moment = slot < 3 ? -5.0 : 5.0;      // one more
     set->m_dipoles[slot]->m_latency = slot < 5 ? 200.0 : 100.0;  // two more
   }
-  ClusterLimits limits = limitsOf(3, 10.0);
-  limits.filter = {{{}, 10.0}, {5.0, {}}, {{}, 100.0}};
-  const Clusters found = clustersOf(*set, limits);
+  const host::DipoleFilter filter{{{}, 10.0}, {5.0, {}}, {{}, 100.0}};
+  const Clusters found = clustersOf(*set, filter, ruleOf(3, 10.0));
   EXPECT_EQ(found.beyondFitError, 2);
   EXPECT_EQ(found.beyondMoment, 1);
   EXPECT_EQ(found.beyondLatency, 2);
@@ -123,10 +118,10 @@ TEST(Clusters, WhatIsRemovedConnectsNothing) {
   const Set set = emptySet();
   addRow(*set, 3, {0, 0, 0}, 10.0);
   set->m_dipoles[1]->m_fitError = 50.0;
-  ClusterLimits limits = limitsOf(2, 10.0);
-  EXPECT_EQ(slotsOf(clustersOf(*set, limits)), (std::vector<std::vector<int>>{{0, 1, 2}}));
-  limits.filter.fitError.most = 49.0;
-  const Clusters found = clustersOf(*set, limits);
+  EXPECT_EQ(slotsOf(clustersOf(*set, {}, ruleOf(2, 10.0))), (std::vector<std::vector<int>>{{0, 1, 2}}));
+  host::DipoleFilter filter;
+  filter.fitError.most = 49.0;
+  const Clusters found = clustersOf(*set, filter, ruleOf(2, 10.0));
   EXPECT_TRUE(found.clusters.empty());
   EXPECT_EQ(found.scattered, 2);
 }
@@ -137,7 +132,7 @@ TEST(Clusters, PlacesThatAreNoneAreCountedAndBelongToNone) {
     add(*set, {x, 0, 0});
   }
   set->deleteDipole(0, 0);  // an empty slot is no dipole
-  const Clusters found = clustersOf(*set, limitsOf(2, 10.0));
+  const Clusters found = clustersOf(*set, {}, ruleOf(2, 10.0));
   EXPECT_EQ(found.nowhere, 4);
   EXPECT_EQ(found.total, 7);
   EXPECT_EQ(slotsOf(found), (std::vector<std::vector<int>>{{6, 7}}));
@@ -154,17 +149,16 @@ TEST(Clusters, OrientationsWithoutLengthCountOnlyWithAnAngle) {
   host::UnknownDipoles unknown;
   unknown.mark(*set, values);
 
-  ClusterLimits limits = limitsOf(2, 1.0);
-  const Clusters all = clustersOf(*set, limits, &unknown);
+  const Clusters all = clustersOf(*set, {}, ruleOf(2, 1.0), &unknown);
   EXPECT_EQ(all.withoutOrientation, 0);
   ASSERT_EQ(slotsOf(all), (std::vector<std::vector<int>>{{0, 1, 2, 3, 4, 5}}));
   EXPECT_EQ(all.clusters[0].orientation->count, 2);
 
-  limits.angle = 180.0;
-  const Clusters turned = clustersOf(*set, limits, &unknown);
+  const ClusterRule rule = ruleOf(2, 1.0, 180.0);
+  const Clusters turned = clustersOf(*set, {}, rule, &unknown);
   EXPECT_EQ(turned.withoutOrientation, 4);
   EXPECT_EQ(slotsOf(turned), (std::vector<std::vector<int>>{{0, 5}}));
-  EXPECT_EQ(clustersOf(*set, limits).withoutOrientation, 3);
+  EXPECT_EQ(clustersOf(*set, {}, rule).withoutOrientation, 3);
 }
 
 TEST(Clusters, TheSignOfAnOrientationCounts) {
@@ -172,9 +166,7 @@ TEST(Clusters, TheSignOfAnOrientationCounts) {
   add(*set, {0, 0, 0}, {0, 0, 5});
   add(*set, {0, 0, 0}, {0, 0, 0.1});
   add(*set, {0, 0, 0}, {0, 0, -1});
-  ClusterLimits limits = limitsOf(2, 1.0);
-  limits.angle = 90.0;
-  EXPECT_EQ(slotsOf(clustersOf(*set, limits)), (std::vector<std::vector<int>>{{0, 1}}));
+  EXPECT_EQ(slotsOf(clustersOf(*set, {}, ruleOf(2, 1.0, 90.0))), (std::vector<std::vector<int>>{{0, 1}}));
 }
 
 TEST(Clusters, CentroidAndSpreadAreThoseOfTheirPlaces) {
@@ -183,7 +175,7 @@ TEST(Clusters, CentroidAndSpreadAreThoseOfTheirPlaces) {
   add(*set, {14, 20, 30});
   add(*set, {12, 23, 30});
   add(*set, {12, 17, 30});
-  const Clusters found = clustersOf(*set, limitsOf(4, 10.0));
+  const Clusters found = clustersOf(*set, {}, ruleOf(4, 10.0));
   ASSERT_EQ(found.clusters.size(), 1U);
   expectNear(found.clusters[0].centroid, {12, 20, 30}, 1e-12);
   EXPECT_NEAR(found.clusters[0].rmsDistance, std::sqrt((4.0 + 4.0 + 9.0 + 9.0) / 4.0), 1e-12);
@@ -197,7 +189,7 @@ TEST(Clusters, TheMeanOrientationIsThatOfUnitVectorsAndTheConeHoldsNineteenOfTwe
     const double angle = (i % 2 == 0 ? degrees : -degrees) * std::acos(-1.0) / 180.0;
     add(*set, {0, 0, 0}, Vector3{std::sin(angle), 0, std::cos(angle)} * (i + 1.0));
   }
-  const Clusters found = clustersOf(*set, {});
+  const Clusters found = clustersOf(*set, {}, {});
   ASSERT_TRUE(found.clusters.at(0).orientation && found.clusters[0].orientation->mean);
   const host::OrientationSummary& summary = *found.clusters[0].orientation;
   EXPECT_EQ(summary.count, 20);
@@ -212,7 +204,7 @@ TEST(Clusters, TheMeanOrientationIsThatOfUnitVectorsAndTheConeHoldsNineteenOfTwe
   set->m_dipoles[19]->m_orientation[0] = 1.0;  // far out, on its own
   set->m_dipoles[19]->m_orientation[1] = 1.0;
   set->m_dipoles[19]->m_orientation[2] = -1.0;
-  const host::OrientationSummary other = *clustersOf(*set, {}).clusters.at(0).orientation;
+  const host::OrientationSummary other = *clustersOf(*set, {}, {}).clusters.at(0).orientation;
   EXPECT_LT(other.cone, 20.0);  // without it
 }
 
@@ -220,7 +212,7 @@ TEST(Clusters, OrientationsThatCancelHaveNoMean) {
   const Set set = emptySet();
   add(*set, {0, 0, 0}, {0.1, 0.2, 0.3});
   add(*set, {0, 0, 0}, {-0.1, -0.2, -0.3});
-  const Clusters found = clustersOf(*set, limitsOf(2, 1.0));
+  const Clusters found = clustersOf(*set, {}, ruleOf(2, 1.0));
   ASSERT_TRUE(found.clusters.at(0).orientation);
   EXPECT_FALSE(found.clusters[0].orientation->mean);
   EXPECT_NEAR(found.clusters[0].orientation->resultant, 0.0, 1e-12);
@@ -242,7 +234,7 @@ TEST(Clusters, ValuesAreThoseThatAreKnown) {
   }
   host::UnknownDipoles unknown;
   unknown.mark(*set, values);
-  const Cluster cluster = clustersOf(*set, {}, &unknown).clusters.at(0);
+  const Cluster cluster = clustersOf(*set, {}, {}, &unknown).clusters.at(0);
   EXPECT_EQ(cluster.latency, (host::ValueSummary{4, 80.0, 95.0, 120.0}));
   EXPECT_EQ(cluster.fitError, (host::ValueSummary{6, 1.0, 3.5, 6.0}));
   EXPECT_FALSE(cluster.moment);
@@ -250,16 +242,14 @@ TEST(Clusters, ValuesAreThoseThatAreKnown) {
 
 TEST(Clusters, LimitsThatMeanNothingAreRefused) {
   const Set set = emptySet();
-  EXPECT_THROW(clustersOf(*set, limitsOf(1, 10.0)), std::invalid_argument);
+  EXPECT_THROW(clustersOf(*set, {}, ruleOf(1, 10.0)), std::invalid_argument);
   for (const double distance : {-1.0, 1000.1, notANumber, infinite}) {
-    EXPECT_THROW(clustersOf(*set, limitsOf(6, distance)), std::invalid_argument) << distance;
+    EXPECT_THROW(clustersOf(*set, {}, ruleOf(6, distance)), std::invalid_argument) << distance;
   }
   for (const double angle : {-1.0, 180.1, notANumber}) {
-    ClusterLimits limits;
-    limits.angle = angle;
-    EXPECT_THROW(clustersOf(*set, limits), std::invalid_argument) << angle;
+    EXPECT_THROW(clustersOf(*set, {}, ruleOf(6, 10.0, angle)), std::invalid_argument) << angle;
   }
-  const Clusters none = clustersOf(*set, limitsOf(2, 0.0));
+  const Clusters none = clustersOf(*set, {}, ruleOf(2, 0.0));
   EXPECT_TRUE(none.clusters.empty() && none.bySlot.empty());
 }
 
@@ -275,10 +265,8 @@ TEST(Clusters, EveryDipoleIsCountedOnce) {
     dipole.m_moment = value(random);
     dipole.m_latency = value(random);
   }
-  ClusterLimits limits = limitsOf(4, 8.0);
-  limits.filter = {{{}, 90.0}, {10.0, 95.0}, {5.0, {}}};
-  limits.angle = 20.0;
-  const Clusters found = clustersOf(*set, limits);
+  const host::DipoleFilter filter{{{}, 90.0}, {10.0, 95.0}, {5.0, {}}};
+  const Clusters found = clustersOf(*set, filter, ruleOf(4, 8.0, 20.0));
   EXPECT_EQ(found.total, 600);
   EXPECT_EQ(sumOf(found), 600);
   for (const int part : {found.beyondFitError, found.beyondMoment, found.beyondLatency, found.nowhere,

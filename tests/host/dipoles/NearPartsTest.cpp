@@ -124,7 +124,7 @@ TEST(NearParts, AreThoseOfAllPairsWhereverThePlacesLie) {
       }
     }
   }
-  EXPECT_GT(severalParts, 150);
+  EXPECT_GT(severalParts, 100);
 }
 
 TEST(NearParts, AreThoseOfAllPairsWithAnAngle) {
