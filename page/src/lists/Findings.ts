@@ -98,11 +98,11 @@ function folded(summary: string, items: readonly HTMLElement[], isOpen: boolean)
 const mostShown = 4; // of what is doubtful; the others are behind a fold
 
 export function mountFindings(store: Store, parent: HTMLElement): void {
-  const { findings, warnings, repaired } = store.data;
+  const { findings, repaired } = store.data;
   const of = (severity: Severity) =>
     findings.filter((finding) => finding.severity === severity).map((finding) => findingItem(store, finding));
   const wrong = of("wrong");
-  const doubtful = [...warnings.map((text) => textItem("doubtful", text)), ...of("doubtful")];
+  const doubtful = of("doubtful");
   const notes = [...of("note"), ...repaired.map((text) => textItem("note", `Repaired: ${text}`))];
   const open = [...wrong, ...doubtful.slice(0, mostShown)];
   const rest = doubtful.slice(mostShown);

@@ -7,7 +7,7 @@ import type { Store } from "../model/Store";
 import { button, element } from "../shell/Element";
 import { MarkImage } from "./MarkImage";
 import { Plot, drawInside, rounded, spanOf, themeColour, type Span } from "./Plot";
-import { chooseRow } from "./TableSelection";
+import { chooseInList } from "./TableSelection";
 
 const reach = 8; // pixels from a mark that a click finds
 const radius = 2; // pixels
@@ -146,7 +146,9 @@ export class LatencyPlot {
     }
     if (nearest !== -1) {
       const isAdded = event.ctrlKey || event.metaKey;
-      chooseRow(this.#store, this.#rows, nearest, { isRange: event.shiftKey, isAdded });
+      const isPassing = new Set(this.#store.state.passing);
+      const order = this.#rows.filter((row) => isPassing.has(row));
+      chooseInList(this.#store, order, nearest, { isRange: event.shiftKey, isAdded });
     }
   }
 

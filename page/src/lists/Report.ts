@@ -1,9 +1,10 @@
 // The page as it is printed: a report of a few pages of A4, black on white. It is made when the browser prints,
 // of what is shown then.
 
-import type { PageData, Vector } from "../data/PageData";
+import type { Vector } from "../data/PageData";
 import type { Store } from "../model/Store";
 import { element } from "../shell/Element";
+import { legendParts } from "../shell/Legend";
 import {
   clusters,
   conventions,
@@ -36,11 +37,16 @@ function row(snapshot: Snapshot, views: readonly PictureView[], place: Vector, s
   return element("div", { class: "report-row" }, ...views.map((view) => snapshot(place, view, size)));
 }
 
+function legend(store: Store): HTMLElement {
+  return element("div", { class: "legend" }, "Colours of the dipoles: ", ...legendParts(store));
+}
+
 function figure(caption: string, pictures: HTMLElement): HTMLElement {
   return element("figure", {}, element("figcaption", {}, caption), pictures);
 }
 
-function clusterPictures(data: PageData, snapshot: Snapshot): HTMLElement[] {
+function clusterPictures(store: Store, snapshot: Snapshot): HTMLElement[] {
+  const { data } = store;
   const { clusters: found } = data.clusters;
   if (found.length === 0) {
     return [];
@@ -54,7 +60,7 @@ function clusterPictures(data: PageData, snapshot: Snapshot): HTMLElement[] {
       ),
     );
   const kind = found.length > mostWide ? "report-pictures narrow" : "report-pictures";
-  const made = [element("div", { class: kind }, ...figures)];
+  const made = [legend(store), element("div", { class: kind }, ...figures)];
   if (found.length > mostPictured) {
     const rest = `Of ${found.length} clusters the first ${mostPictured} have pictures; the table has all.`;
     made.push(element("p", {}, rest));
@@ -69,14 +75,14 @@ function scenePictures(store: Store, snapshot: Snapshot): HTMLElement {
 
 function placePictures(store: Store, snapshot: Snapshot): HTMLElement {
   const { crosshair } = store.state;
-  return part("Slices", figure("Through the crosshair", row(snapshot, slices, crosshair, sliceSize)));
+  return part("Slices", legend(store), figure("Through the crosshair", row(snapshot, slices, crosshair, sliceSize)));
 }
 
 export function makeReport(store: Store, snapshot: Snapshot | null): HTMLElement[] {
   const { data } = store;
   const parts = [heading(data), filesAndHead(data), limitsUsed(store), fitStatistics(store), findings(data), clusters(data)];
   if (snapshot !== null) {
-    const shown = clusterPictures(data, snapshot);
+    const shown = clusterPictures(store, snapshot);
     parts.push(...(shown.length > 0 ? shown : [placePictures(store, snapshot)]), scenePictures(store, snapshot));
   }
   return [...parts, conventions(store)];

@@ -16,7 +16,7 @@ import { element } from "../shell/Element";
 import { columnDefinitions, listColumns } from "./TableColumns";
 import { makeHeading, showSorting } from "./TableHeading";
 import { TableOrder, type OrderedTable, type RowData } from "./TableOrder";
-import { chooseRow, type Choice } from "./TableSelection";
+import { chooseInList, type Choice } from "./TableSelection";
 
 Tabulator.registerModule([
   FormatModule,
@@ -123,7 +123,7 @@ export class Table {
 
   choose(row: number, choice: Choice): void {
     this.#isChoosing = true;
-    chooseRow(this.#store, this.#order, row, choice);
+    chooseInList(this.#store, this.#order, row, choice);
     this.#isChoosing = false;
   }
 

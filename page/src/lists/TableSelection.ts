@@ -1,5 +1,6 @@
 // What a click or a key in the list selects.
 
+import { chooseRow } from "../model/Choose";
 import type { Store } from "../model/Store";
 
 export interface Choice {
@@ -19,24 +20,19 @@ function range(order: readonly number[], from: number, to: number): readonly num
   return first === -1 || last === -1 ? [to] : order.slice(Math.min(first, last), Math.max(first, last) + 1);
 }
 
-// `order` is that of the list; `anchor` is where a range begins.
-export function chooseRow(store: Store, order: readonly number[], row: number, choice: Choice): void {
+// `order` is that of the list;
+export function chooseInList(store: Store, order: readonly number[], row: number, choice: Choice): void {
   const { selection, current } = store.state;
   if (choice.isRange) {
-    const anchor = anchors.get(store) ?? current;
+    const last = ranges.get(store);
+    const anchor = last?.end === current ? last.anchor : current;
     const chosen = anchor === -1 ? [row] : range(order, anchor, row);
     selectRows(store, choice.isAdded ? [...selection, ...chosen] : chosen, row);
-    return;
-  }
-  anchors.set(store, row);
-  if (!choice.isAdded) {
-    selectRows(store, [row], row);
-  } else if (selection.includes(row)) {
-    const rest = selection.filter((other) => other !== row);
-    selectRows(store, rest, rest.includes(current) ? current : (rest.at(-1) ?? -1));
+    ranges.set(store, { anchor: anchor === -1 ? row : anchor, end: row });
   } else {
-    selectRows(store, [...selection, row], row);
+    chooseRow(store, row, choice.isAdded);
   }
 }
 
-const anchors = new WeakMap<Store, number>();
+// The range that was chosen last: while its end is the current row, the next one begins where it began.
+const ranges = new WeakMap<Store, { anchor: number; end: number }>();

@@ -10,7 +10,7 @@ function patch(colour: string): HTMLElement {
   return made;
 }
 
-function show(store: Store, root: HTMLElement): void {
+export function legendParts(store: Store): HTMLElement[] {
   const { title, scale, low, high, entries } = legendOf(store.data, store.state);
   const parts: HTMLElement[] = [element("span", { class: "legend-title" }, title)];
   if (scale.length > 0) {
@@ -21,12 +21,12 @@ function show(store: Store, root: HTMLElement): void {
   for (const { colour, text } of entries) {
     parts.push(element("span", { class: "legend-entry" }, patch(colour), text));
   }
-  root.replaceChildren(...parts);
+  return parts;
 }
 
 export function makeLegend(store: Store): HTMLElement {
   const root = element("div", { class: "legend", role: "group", "aria-label": "Legend of the colours" });
-  show(store, root);
-  store.onChange((changed) => changed.has("colourBy") && show(store, root));
+  root.append(...legendParts(store));
+  store.onChange((changed) => changed.has("colourBy") && root.replaceChildren(...legendParts(store)));
   return root;
 }
