@@ -87,6 +87,9 @@ export function clusterTable(data: PageData): HTMLTableElement {
 export function clusterRule(data: PageData): string {
   const { text, scattered, removed, clusters } = data.clusters;
   const limits = removed.map(({ limit, count }) => `${count} removed by ${limit}`);
+  if (text === "") {
+    return "No clusters were looked for.";
+  }
   const many = clusters.length === 1 ? "1 cluster" : `${clusters.length} clusters`;
   return [`${text}: ${many}`, `${scattered} dipoles scattered, in none`, ...limits].join("; ") + ".";
 }

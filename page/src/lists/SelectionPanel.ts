@@ -3,7 +3,7 @@
 import type { PageData } from "../data/PageData";
 import { orientationOf, spreadOf } from "../model/Statistics";
 import type { Store } from "../model/Store";
-import { transformed, turned } from "../model/Vector";
+import { transformed } from "../model/Vector";
 import { element } from "../shell/Element";
 import { directionText, lineTable, placeText, valueLines, type Line } from "./Lines";
 
@@ -36,8 +36,7 @@ function orientations(data: PageData, rows: readonly number[]): Line[] {
   const host = data.frames[0];
   const lines: Line[] = [];
   if (host !== undefined) {
-    const shown = turned(host.fromWorld, mean);
-    lines.push([`Mean orientation, ${host.title} (${host.axes.join(", ")})`, directionText(shown)]);
+    lines.push([`Mean orientation, ${host.title} (${host.axes.join(", ")})`, directionText(mean)]);
   }
   lines.push(["Cone around it, 95 %", `${cone.toFixed(1)}\u00b0`]);
   lines.push(["Resultant length (1: all alike)", resultant.toFixed(3)]);

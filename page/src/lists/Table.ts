@@ -29,7 +29,8 @@ Tabulator.registerModule([
 const rowHeight = 1.75; // of the page's letters
 
 export class Table {
-  readonly columns: readonly ColumnData[];
+  readonly columns: readonly ColumnData[]; // of the set, the cluster behind them
+  readonly columnOrder: readonly number[]; // as they stand from left to right
   readonly element: HTMLElement;
   readonly #store: Store;
   readonly #table: OrderedTable;
@@ -46,7 +47,8 @@ export class Table {
   constructor(store: Store, parent: HTMLElement) {
     this.#store = store;
     const { dipoles } = store.data;
-    this.columns = listColumns(store.data);
+    const list = listColumns(store.data);
+    [this.columns, this.columnOrder] = [list.columns, list.order];
     this.#whole = Array.from({ length: dipoles.count }, (_, row) => row);
     this.#colour = colourFunction(store.data, store.state.colourBy);
     this.#selected = new Set(store.state.selection);
@@ -57,9 +59,10 @@ export class Table {
       height: "100%",
       rowHeight: Math.round(rowHeight * letters),
       layout: "fitData",
+      renderHorizontal: "virtual",
       index: "row" as never,
       data: this.#whole.map((row): RowData => ({ row })),
-      columns: columnDefinitions(this.columns, dipoles.count, letters, (column, index) =>
+      columns: columnDefinitions(list, dipoles.count, letters, (column, index) =>
         makeHeading(store, column, index, { onSort: (by) => this.sortBy(by) }),
       ),
       rowFormatter: (row) => this.#style(row.getElement(), (row.getData() as RowData).row),

@@ -16,9 +16,25 @@ const mostChars = 28;
 const titleLength = 1000; // characters of a text that a title shows
 const cellLength = 60;
 
-export function listColumns({ dipoles, clusters }: PageData): ColumnData[] {
+// What a dipole is told by comes first; all others follow as in files.
+function ranked({ dipoles }: PageData): number[] {
+  const { number, label, latency, moment, fitError, atlasLabel, atlasDistance } = dipoles.roles;
+  const all = dipoles.columns.map((_, index) => index);
+  const first = [number, label, latency, moment, fitError, atlasLabel, atlasDistance];
+  return [...new Set([...first.filter((index) => index >= 0), ...all])];
+}
+
+export interface ListColumns {
+  columns: readonly ColumnData[]; // the set's, and the cluster's
+  order: readonly number[]; // of them
+}
+
+export function listColumns(data: PageData): ListColumns {
+  const { dipoles, clusters } = data;
   const columns = [...dipoles.columns];
+  const order = ranked(data);
   if (clusters.clusters.length > 0) {
+    order.splice(Math.min(order.length, 5), 0, columns.length);
     columns.push({
       title: "cluster",
       label: "Cluster",
@@ -27,7 +43,7 @@ export function listColumns({ dipoles, clusters }: PageData): ColumnData[] {
       values: dipoles.clusters.map((cluster) => (cluster === 0 ? "none" : cluster)) as ColumnData["values"],
     });
   }
-  return columns;
+  return { columns, order };
 }
 
 // Wide enough for nearly all cells: the longest hundredth may be cut.
@@ -39,7 +55,8 @@ function lettersOf(column: ColumnData, count: number, text: (row: number) => str
   }
   lengths.sort((a, b) => a - b);
   const usual = lengths[Math.floor(lengths.length * 0.99)] ?? 0;
-  const heading = Math.max(column.label.length + 2, column.unit.length);
+  const words = column.label.split(" ").map((word) => word.length);
+  const heading = Math.max(...words, Math.ceil(column.label.length / 2), column.unit.length) + 2;
   const patch = column.kind === "colour" ? patchWidth : 0;
   return Math.min(mostChars, Math.max(usual, heading, 5)) * charWidth + padding + patch;
 }
@@ -65,12 +82,13 @@ function cellNode(column: ColumnData, row: number, text: string): Node {
 export type MakeHeading = (column: ColumnData, index: number) => HTMLElement;
 
 export function columnDefinitions(
-  columns: readonly ColumnData[],
+  { columns, order }: ListColumns,
   count: number,
   letters: number, // pixels, the size of the page's letters
   makeHeading: MakeHeading,
 ): ColumnDefinition[] {
-  return columns.map((column, index) => {
+  return order.map((index) => {
+    const column = columns[index] as ColumnData;
     const text = shownTexts(column);
     const isNumber = column.kind === "number";
     return {

@@ -1,5 +1,6 @@
 // What stands over the list: how many dipoles it shows and what removed the others, export, and which columns.
 
+import type { ColumnData } from "../data/PageData";
 import { removedBy } from "../model/Filter";
 import { tableOf } from "../model/Csv";
 import type { Store } from "../model/Store";
@@ -47,7 +48,8 @@ export function exportTable(store: Store, table: Table): void {
 }
 
 function makeChooser(table: Table): HTMLElement {
-  const boxes = table.columns.map(({ label, title }, index) => {
+  const boxes = table.columnOrder.map((index) => {
+    const { label, title } = table.columns[index] as ColumnData;
     const box = element("input", { type: "checkbox" });
     box.checked = table.isColumnShown(index);
     box.addEventListener("change", () => table.showColumn(index, box.checked));

@@ -3,7 +3,7 @@
 // smallest that holds 95 percent of the orientations: of fewer than 20 it holds all. It takes no model, and is no
 // confidence cone of the mean.
 
-import type { PageData, Vector } from "../data/PageData";
+import type { ColumnData, PageData, Vector } from "../data/PageData";
 import { numberOf } from "./Filter";
 import { dot, length, minus, times } from "./Vector";
 
@@ -20,7 +20,7 @@ export interface Spread {
 export interface Orientation {
   count: number; // dipoles with an orientation
   resultant: number; // length of the mean of the unit vectors, 0 (all around) to 1 (all alike)
-  mean: Vector | null; // of unit length; none when they cancel each other
+  mean: Vector | null; // of unit length, in the head frame; none when they cancel each other
   cone: number; // degrees
 }
 
@@ -72,10 +72,19 @@ export function degreesBetween(a: Vector, b: Vector): number {
   return (Math.atan2(across, dot(a, b)) * 180) / Math.PI;
 }
 
-export function orientationOf(data: PageData, rows: readonly number[]): Orientation | null {
-  const directions = known(data.dipoles.arrows, rows)
-    .map(unitOf)
+// Of length 1, in the head frame. Not of the arrows, which have no length where their moment is unknown.
+function directionsOf(data: PageData, rows: readonly number[]): Vector[] {
+  const titles = ["orientation_x_left", "orientation_y_up", "orientation_z_front"];
+  const [x, y, z] = titles.map((wanted) => data.dipoles.columns.find(({ title }) => title === wanted));
+  const component = (column: ColumnData | undefined, row: number) => numberOf(column?.values[row]);
+  return rows
+    .map((row): Vector => [component(x, row), component(y, row), component(z, row)])
+    .map((vector) => (Number.isFinite(length(vector)) ? unitOf(vector) : null))
     .filter((direction) => direction !== null);
+}
+
+export function orientationOf(data: PageData, rows: readonly number[]): Orientation | null {
+  const directions = directionsOf(data, rows);
   const count = directions.length;
   if (count === 0) {
     return null;
