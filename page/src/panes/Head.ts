@@ -128,14 +128,16 @@ export class Head {
     niivue.scene.renderAzimuth = view.azimuth;
     niivue.scene.renderElevation = view.elevation;
     niivue.scene.volScaleMultiplier = view.zoom;
-    const cuts = view.cuts.map((cut) => this.#clipPlane(cut));
+    const isCorner = view.cuts.length > 1; // NiiVue then takes away what is on the one side of all planes
+    const cuts = view.cuts.map((cut) => this.#clipPlane(cut, isCorner));
     niivue.scene.clipPlaneDepthAziElevs = cuts.length === 0 ? [uncut] : cuts;
-    niivue.opts.isClipPlanesCutaway = cuts.length > 1;
+    niivue.opts.isClipPlanesCutaway = isCorner;
     return this.#draw(SLICE_TYPE.RENDER, width, height);
   }
 
-  // NiiVue's planes: how far from the middle of the volume, in shares of it, and the angles of what is left.
-  #clipPlane(cut: Cut): number[] {
+  // NiiVue's planes: how far from the middle of the volume, in shares of it, and the angles of the side
+  // that is left, or, for a corner, taken away.
+  #clipPlane(cut: Cut, isCorner: boolean): number[] {
     const share = (place: Vector): Vector => {
       const [x, y, z] = this.#niivue.mm2frac([place[0], place[1], place[2]], 0, true);
       return [known(x), known(y), known(z)];
@@ -143,9 +145,9 @@ export class Head {
     const at = share(cut.place);
     const across = minus(share(plus(cut.place, cut.normal)), at);
     const axis = across.reduce((best, value, i) => (Math.abs(value) > Math.abs(known(across[best])) ? i : best), 0);
-    const isPositive = known(across[axis]) > 0;
-    const depth = (known(at[axis]) - 0.5) * (isPositive ? 1 : -1);
-    return [depth, ...known((isPositive ? leftBelow : leftAbove)[axis])];
+    const isBelow = known(across[axis]) > 0 !== isCorner;
+    const depth = (known(at[axis]) - 0.5) * (isBelow ? 1 : -1);
+    return [depth, ...known((isBelow ? leftBelow : leftAbove)[axis])];
   }
 
   #draw(type: SLICE_TYPE, width: number, height: number): HTMLCanvasElement {

@@ -13,7 +13,7 @@ import { sideLetter } from "./Sides";
 const insideHead = 0.55; // how clearly a dipole is seen through what the cut leaves in front of it
 
 function isInFrontOfCuts(place: Vector, view: SceneView): boolean {
-  return view.cuts.length === 0 || view.cuts.some((cut) => dot(minus(place, cut.place), cut.normal) >= -0.5);
+  return view.cuts.every((cut) => dot(minus(place, cut.place), cut.normal) >= -0.5);
 }
 
 export function marksInScene(
