@@ -34,7 +34,8 @@ examples=linux/usr/share/doc/dipole/examples
 "$tool" draw "$examples/auditory.dip" --mri /usr/share/mricron/templates/ch2.nii.gz \
   --fiducials "$examples/ch2.fiducials" --yes -o auditory.png
 head -c 8 auditory.png | grep -q PNG || { echo "auditory.png is no picture" >&2; exit 1; }
-for file in man/man1/dipole.1 bash-completion/completions/dipole zsh/vendor-completions/_dipole; do
+for file in man/man1/dipole.1 bash-completion/completions/dipole zsh/vendor-completions/_dipole dipole/page.html \
+  dipole/page-licenses.txt; do
   [ -s "linux/usr/share/$file" ] || { echo "$file is missing in the Debian package" >&2; exit 1; }
 done
 MANWIDTH=80 man --warnings=w -P cat -l linux/usr/share/man/man1/dipole.1 2>warnings | grep -q "^SYNOPSIS"
@@ -69,6 +70,7 @@ while read -r library; do
   esac
 done <needed
 ls windows/bin
+[ -s windows/share/dipole/page.html ] || { echo "share/dipole/page.html is missing in the zip" >&2; exit 1; }
 
 say "From the zip: the tool, alone in a folder, under Wine"
 mkdir alone

@@ -10,8 +10,8 @@ run_packages="$node_packages g++ cmake ninja-build zlib1g-dev libcli11-dev nlohm
   g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 fonts-wine xvfb xauth googletest python3"
 # Folders of DICOM files are read by way of dcm2niix; python3-pydicom writes those of the tests.
 dicom_packages="dcm2niix python3-pydicom"
-# The page's tests drive a real browser; poppler-utils reads the report that it prints.
-page_packages="chromium chromium-driver python3-selenium poppler-utils"
+# The page's tests drive a real browser and read its pictures; poppler-utils reads the report that it prints.
+page_packages="chromium chromium-driver python3-selenium python3-pil poppler-utils"
 test_packages="$run_packages libgtest-dev nifti-bin python3-nibabel locales clang libclang-rt-14-dev clang-format \
   clang-tools dpkg-dev file unzip man-db mandoc zsh python3-mne python3-scipy python3-jsonschema \
   $dicom_packages $page_packages"

@@ -37,6 +37,25 @@ const movesMarks: readonly (keyof State)[] = [
   "areLabelsShown",
 ];
 
+// Puts a pane's pictures on whole pixels of the screen, so that they are not blurred; true: their size is new.
+function fitToPixels({ frame, head, marks }: PaneElements, ratio: number): boolean {
+  const box = frame.getBoundingClientRect();
+  const [left, top] = [Math.ceil(box.left * ratio), Math.ceil(box.top * ratio)];
+  const width = Math.max(1, Math.floor(box.right * ratio) - left);
+  const height = Math.max(1, Math.floor(box.bottom * ratio) - top);
+  for (const { style } of [head, marks]) {
+    style.left = `${left / ratio - box.left}px`;
+    style.top = `${top / ratio - box.top}px`;
+    style.width = `${width / ratio}px`;
+    style.height = `${height / ratio}px`;
+  }
+  if (marks.width === width && marks.height === height) {
+    return false;
+  }
+  [marks.width, marks.height] = [width, height];
+  return true;
+}
+
 export class Panes {
   readonly store: Store;
   readonly head: Head | null;
@@ -173,19 +192,16 @@ export class Panes {
     const ratio = this.pixelRatio();
     const views = [...sliceNames.map((name) => this.slices[name]), this.scene];
     ([...sliceNames, "scene"] as const).forEach((name, i) => {
-      const { frame, marks } = this.elements[name];
+      const pane = this.elements[name];
       const view = views[i];
-      if (frame.hidden || view === undefined) {
+      if (pane.frame.hidden || view === undefined) {
         return;
       }
-      const { clientWidth, clientHeight } = frame;
-      [view.width, view.height] = [Math.max(clientWidth, 1), Math.max(clientHeight, 1)];
-      const [width, height] = [Math.round(view.width * ratio), Math.round(view.height * ratio)];
-      if (marks.width !== width || marks.height !== height) {
-        [marks.width, marks.height] = [width, height];
+      if (fitToPixels(pane, ratio)) {
         this.#overlays.add(name);
         this.#heads.add(name);
       }
+      [view.width, view.height] = [pane.marks.width / ratio, pane.marks.height / ratio];
     });
     const shown = sliceNames.filter((name) => !this.elements[name].frame.hidden);
     const scale = Math.min(...shown.map((name) => this.slices[name].fittingScale)) * this.zoom;

@@ -68,7 +68,7 @@ export function pictureOf(panes: Panes): HTMLCanvasElement {
   ];
   const warnings = warningsOf(store.data).flatMap((line) => linesOf(context, `⚠ ${line}`, grid.width - 2 * inset, text));
   const line = text * 1.45;
-  const top = inset + line * 2.2 + warnings.length * line;
+  const top = Math.round(inset + line * 2.2 + warnings.length * line);
   canvas.width = Math.round(grid.width * ratio);
   canvas.height = Math.round((top + grid.height + inset * 2 + line * (below.length + 1)) * ratio);
   context.scale(ratio, ratio);
@@ -84,16 +84,20 @@ export function pictureOf(panes: Panes): HTMLCanvasElement {
     write(words, inset + line * (i + 0.5), i === 0 ? ink : faint, i === 0 ? 600 : 400);
   });
   warnings.forEach((words, i) => write(words, inset + line * (i + 2.5), "#ffc24d", 600));
-  for (const { frame, head, marks } of frames) {
-    const box = frame.getBoundingClientRect();
-    const [x, y] = [box.left - grid.left, top + box.top - grid.top];
+  // Pixel by pixel, as on the screen.
+  context.setTransform(1, 0, 0, 1, 0, 0);
+  for (const { head, marks } of frames) {
+    const box = marks.getBoundingClientRect();
+    const x = Math.round((box.left - grid.left) * ratio);
+    const y = Math.round((top + box.top - grid.top) * ratio);
     context.fillStyle = "#000";
-    context.fillRect(x, y, box.width, box.height);
-    if (head.width > 1) {
-      context.drawImage(head, x, y, box.width, box.height);
+    context.fillRect(x, y, marks.width, marks.height);
+    if (store.data.head !== null) {
+      context.drawImage(head, x, y, marks.width, marks.height);
     }
-    context.drawImage(marks, x, y, box.width, box.height);
+    context.drawImage(marks, x, y);
   }
+  context.scale(ratio, ratio);
   const bottom = top + grid.height + inset;
   drawLegend(context, legendOf(store.data, store.state), inset, bottom + line * 0.5, text);
   below.forEach((words, i) => write(words, bottom + line * (i + 1.5), faint));
