@@ -102,11 +102,11 @@ export function mountClusters(store: Store, parent: HTMLElement): void {
   table.querySelectorAll("tbody tr").forEach((row, index) => {
     const number = index + 1;
     const centroid = clusters[index]?.centroid;
-    const choose = button(String(number), `Select the dipoles of cluster ${number} and go to its centroid`, () => {
+    const choose = button(String(number), `Cluster ${number}: select its dipoles and go to its centroid`, () => {
       selectRows(store, rowsOfCluster(data, number), -1);
       store.set({ crosshair: centroid ?? store.state.crosshair });
     });
-    const show = button("show alone", `Show cluster ${number} alone`, () =>
+    const show = button("show alone", `Cluster ${number}: show alone`, () =>
       store.set({ isolated: store.state.isolated === number ? 0 : number }),
     );
     alone.push(show);

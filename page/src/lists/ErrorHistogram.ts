@@ -29,7 +29,7 @@ export class ErrorHistogram {
       click: () => undefined,
       draw: (plot) => this.#draw(plot),
     });
-    const any = button("Any error", "Take the limits of fit error away", () =>
+    const any = button("Any error", "Any error: take the limits away", () =>
       store.set({ fitError: { least: null, most: null } }),
     );
     const caption = element("figcaption", {}, "Drag sets the limits ", any, " ", this.#note);
@@ -88,7 +88,7 @@ export class ErrorHistogram {
     const layers: [Iterable<number>, string][] = [
       [this.#all, themeColour("--line", "#cccccc")],
       [passing, themeColour("--plot-error", "#b2182b")],
-      [selection.filter((row) => isPassing.has(row)), themeColour("--ink", "#222222")],
+      [selection.filter((row) => isPassing.has(row)), themeColour("--text", "#222222")],
     ];
     const bottom = plot.valToPos(0, "count");
     drawInside(plot, (context) => {

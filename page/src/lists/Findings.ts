@@ -68,13 +68,8 @@ function findingItem(store: Store, finding: FindingData): HTMLElement {
   item.append(badge(finding.severity), findingText(finding));
   const { rows } = finding;
   if (rows.length > 0) {
-    const many = rows.length === 1 ? "dipole" : "dipoles";
-    item.append(
-      " ",
-      button(`Select ${rows.length} ${many}`, `Select the ${many} that this concerns`, () =>
-        selectRows(store, rows, rows[0] ?? -1),
-      ),
-    );
+    const words = `Select ${rows.length === 1 ? "1 dipole" : `${rows.length} dipoles`}`;
+    item.append(" ", button(words, `${words} that this concerns`, () => selectRows(store, rows, rows[0] ?? -1)));
   }
   return item;
 }

@@ -20,7 +20,7 @@ export function foreign(text: string, length = most): HTMLElement {
   if (text.length <= length) {
     return shown;
   }
-  const whole = button("whole", `Show all ${text.length} characters`, () => showWhole(text));
+  const whole = button("whole", `Show the whole text of ${text.length} characters`, () => showWhole(text));
   whole.className = "whole-text";
   whole.addEventListener("click", (event) => event.stopPropagation());
   return element("span", { class: "foreign-cut" }, shown, whole);

@@ -58,7 +58,7 @@ export class LatencyPlot {
       click: (x, y, event) => this.#choose(x, y, event),
       draw: (plot) => this.#draw(plot),
     });
-    const all = button("All latencies", "Take the limits of latency away", () =>
+    const all = button("All latencies", "All latencies: take the limits away", () =>
       store.set({ latency: { least: null, most: null } }),
     );
     this.element = element(
@@ -191,7 +191,7 @@ export class LatencyPlot {
         rings.arc(x, y, 6, 0, 2 * Math.PI);
       }
     }
-    context.strokeStyle = themeColour("--ink", "#222222");
+    context.strokeStyle = themeColour("--text", "#222222");
     context.lineWidth = 2;
     context.stroke(rings);
   }
@@ -204,7 +204,7 @@ export class LatencyPlot {
       const to = plot.valToPos(cursor.at + cursor.width / 2, "x");
       context.fillStyle = themeColour("--plot-cursor", "rgba(255, 170, 0, 0.3)");
       context.fillRect(from, 0, Math.max(1, to - from), height);
-      context.fillStyle = themeColour("--ink", "#222222");
+      context.fillStyle = themeColour("--text", "#222222");
       context.fillRect(plot.valToPos(cursor.at, "x") - 0.5, 0, 1, height);
     }
   }

@@ -15,10 +15,10 @@ function pixelsOf(shape: Shape, radius: number): (readonly [x: number, y: number
   return pixels;
 }
 
-// "#rrggbb" as a pixel of an image, red first in memory.
+// "rgb(1, 2, 3)" as a pixel of an image, red first in memory.
 function pixelOf(colour: string): number {
-  const value = Number.parseInt(colour.slice(1), 16);
-  return (255 << 24) | ((value & 255) << 16) | (value & 0xff00) | (value >> 16);
+  const [red = 0, green = 0, blue = 0] = (colour.match(/\d+/g) ?? []).map(Number);
+  return (255 << 24) | (blue << 16) | (green << 8) | red;
 }
 
 export class MarkImage {

@@ -24,9 +24,15 @@ export interface Span {
 const leastDrag = 4; // pixels: less is a click
 const height = 190; // CSS pixels, where the layout says none
 
+const probe = element("span", { hidden: "" });
+
+// "rgb(...)": a variable of the theme may choose between light and dark, which a canvas does not do.
 export function themeColour(name: string, otherwise: string): string {
-  const value = getComputedStyle(document.documentElement).getPropertyValue(name).trim();
-  return value === "" ? otherwise : value;
+  if (!probe.isConnected) {
+    document.body.append(probe);
+  }
+  probe.style.color = `var(${name}, ${otherwise})`;
+  return getComputedStyle(probe).color;
 }
 
 function isWithin(value: number, span: (() => Span) | undefined): boolean {
@@ -38,12 +44,13 @@ function axis({ scale, label, span, isRight = false }: PlotAxis): uPlot.Axis {
     scale,
     label,
     side: scale === "x" ? 2 : isRight ? 1 : 3,
-    stroke: () => themeColour("--ink", "#222222"),
+    stroke: () => themeColour("--text", "#222222"),
     grid: { show: !isRight, stroke: () => themeColour("--line", "#cccccc"), width: 1 },
     ticks: { stroke: () => themeColour("--line", "#cccccc"), width: 1 },
     size: scale === "x" ? 34 : 50,
     labelSize: 18,
     labelGap: 0,
+    space: scale === "x" ? 45 : 16,
     filter: (_plot, splits) => splits.map((value) => (isWithin(value, span) ? value : null)),
     font: "12px system-ui, sans-serif",
     labelFont: "12px system-ui, sans-serif",

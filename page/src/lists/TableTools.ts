@@ -60,11 +60,11 @@ function makeChooser(table: Table): HTMLElement {
 }
 
 export function makeTools(store: Store, table: Table): HTMLElement {
-  const save = button("CSV", "Save the dipoles that are listed as a table (CSV)", () =>
+  const save = button("CSV", "CSV: save the dipoles that are listed as a table", () =>
     exportTable(store, table),
   );
   save.classList.add("list-csv");
-  const noFilters = button("No column filters", "Take away what is typed over the columns", () =>
+  const noFilters = button("No column filters", "No column filters: take away what is typed over the columns", () =>
     store.set({ columns: new Map() }),
   );
   const buttons = element("div", { class: "list-buttons" }, makeChooser(table), noFilters, save);
