@@ -14,7 +14,8 @@ ALLOWED = {folder: LAYERS[:place] for place, folder in enumerate(LAYERS)}
 ALLOWED["platform"] = []
 ALLOWED["host"] = ["module/dipole.h"]
 # The rooms of host/ stand in order too.
-ROOMS = ["text", "head", "paint", "dipoles", "audit", "picture", "exchange", "undo", "panes", "session", "viewer"]
+ROOMS = ["text", "head", "paint", "dipoles", "audit", "picture", "exchange", "undo", "panes", "page", "session",
+         "viewer"]
 ALLOWED["tool"] = ["host", "module/dipole.h", "platform"]
 
 # In quotes, or with a folder of ours in angle brackets.

@@ -43,6 +43,9 @@ std::unique_ptr<Command> makeCheckCommand(CLI::App& program);
 // Slices through an MRI with the dipoles over them, or a 3D picture of them, as a PNG picture.
 std::unique_ptr<Command> makeDrawCommand(CLI::App& program);
 
+// The head, the dipoles and all that is known of them as a page for any browser.
+std::unique_ptr<Command> makePageCommand(CLI::App& program);
+
 // Dipole files as one file of another format.
 std::unique_ptr<Command> makeConvertCommand(CLI::App& program);
 

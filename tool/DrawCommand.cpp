@@ -1,14 +1,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <filesystem>
 #include <limits>
 #include <memory>
 #include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "host/dipoles/DipoleScene.h"
@@ -26,15 +24,12 @@
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 #include "tool/ArgumentCheck.h"
-#include "tool/AtlasOptions.h"
 #include "tool/Commands.h"
 #include "tool/FileNames.h"
-#include "tool/HeadOptions.h"
-#include "tool/ImportOptions.h"
 #include "tool/ImportSession.h"
-#include "tool/MniOptions.h"
 #include "tool/Output.h"
 #include "tool/OutputOptions.h"
+#include "tool/PictureInput.h"
 #include "tool/PictureOptions.h"
 #include "tool/SceneOptions.h"
 #include "tool/SliceList.h"
@@ -79,12 +74,6 @@ Examples:
   dipole draw spikes.dip --3d --view left -o left.png)";
 
 constexpr std::size_t slicesInRow = 3;
-
-std::string titleOf(const std::vector<std::string>& files) {
-  const std::string first = host::utf8Of(host::fileNameOf(pathTextOf(files.front())));
-  const std::string more = files.size() == 1 ? "" : " and " + std::to_string(files.size() - 1) + " more";
-  return printable(first) + more;
-}
 
 // Says what each pane shows and leaves out.
 void tellOf(const host::PaneTexts& pane) {
@@ -157,14 +146,10 @@ class DrawCommand final : public Command {
   void addPlaces(host::PageTexts& texts, const host::PaneContents& contents) const;
   void writePicture(const host::Image& picture) const;
   std::vector<host::SliceRow> rows(const host::PaneContents& contents) const;
-  std::optional<host::PlaceNames> places(const host::Head& head) const;
   host::PageTexts textsOf(const ImportSession& session, const host::PaneContents& contents) const;
   host::DipolePicture draw(const ImportSession& session, host::PaneContents& contents) const;
 
-  ImportOptions m_import;
-  HeadOptions m_head;
-  MniOptions m_mni;
-  AtlasOptions m_atlas;
+  PictureInput m_input;
   PictureOptions m_picture;
   SceneOptions m_scene;
   std::vector<std::string> m_slices;
@@ -175,11 +160,11 @@ class DrawCommand final : public Command {
 
 DrawCommand::DrawCommand(CLI::App& program)
     : Command(program, "draw", "Draw the dipoles over slices of an MRI or in 3D, as a PNG picture", help) {
-  m_import.addTo(options());
+  m_input.addFilesTo(options());
   const auto add = [this](const std::string& name, auto& value, const char* type, const char* text) {
     return options().add_option(name, value, text)->type_name(type);
   };
-  m_head.addTo(options());
+  m_input.addHeadTo(options());
   CLI::Option* slices = add("--slice", m_slices, "VIEW:MM,...", "Slices; may be given several times")
                             ->expected(1)
                             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
@@ -191,10 +176,8 @@ DrawCommand::DrawCommand(CLI::App& program)
   options().add_flag("--force", m_force, "Replace OUT when it is there already");
   m_picture.addTo(options());
   m_scene.addTo(options());
-  m_mni.addTo(options());
-  m_atlas.addTo(options());
+  m_input.addAtlasTo(options());
   options().get_option("--mni")->needs(options().get_option("--atlas"));
-  options().get_option("--mni-space")->needs(options().get_option("--mni"));
   for (const char* const ofSlicesAlone : {"--tolerance", "--glyph", "--module-slab"}) {
     options().get_option("--3d")->excludes(options().get_option(ofSlicesAlone));
   }
@@ -211,17 +194,13 @@ void DrawCommand::addPlaces(host::PageTexts& texts, const host::PaneContents& co
   texts.notes.push_back({printable(host::atlasNote(*contents.places)), host::quietInk});
 }
 
-std::optional<host::PlaceNames> DrawCommand::places(const host::Head& head) const {
-  return m_atlas.isGiven() ? m_atlas.names({head.fiducials, m_mni.map()}) : std::nullopt;
-}
-
 // Slices need a head to run through; a 3D picture does without.
 host::Head DrawCommand::readHead(ImportSession& session) const {
-  if (std::optional<host::Head> head = m_head.read(session)) {
+  if (std::optional<host::Head> head = m_input.head().read(session)) {
     return std::move(*head);
   }
   if (!m_scene.isWanted() || !m_slices.empty() || !m_through.empty()) {
-    throw UsageError(m_head.isRefused()
+    throw UsageError(m_input.head().isRefused()
                          ? "slices need an MRI, and --mri none leaves it out: --3d does without"
                          : "slices need --mri HEAD: no dipole file names an MRI that is beside it");
   }
@@ -236,18 +215,8 @@ void DrawCommand::checkOutput() const {
     }
     return;
   }
-  const std::filesystem::path output = pathOf(m_output);
-  std::vector<std::string> inputs = m_import.names();
-  for (const std::string& file : m_head.files()) {
-    inputs.push_back(file);
-  }
-  std::error_code error;  // one that does not exist is not overwritten
-  for (const std::string& input : inputs) {
-    if (!input.empty() && std::filesystem::equivalent(pathOf(input), output, error)) {
-      throw UsageError("the picture " + m_output + " would overwrite the input " + input);
-    }
-  }
-  if (!host::hasEnding(host::textOf(output), ".png")) {
+  m_input.refuseToOverwrite(m_output, "picture");
+  if (!host::hasEnding(pathTextOf(m_output), ".png")) {
     throw UsageError(m_output + ": a picture is written as PNG; the name has to end in .png");
   }
   refuseToReplace(m_output, m_force);
@@ -293,7 +262,7 @@ std::vector<host::SliceRow> DrawCommand::rows(const host::PaneContents& contents
 
 host::PageTexts DrawCommand::textsOf(const ImportSession& session, const host::PaneContents& contents) const {
   host::PageTexts texts;
-  texts.title = titleOf(m_import.names());
+  texts.title = m_input.title();
   texts.patientId = printable(session.patient());
   if (!contents.head.isAbsent) {
     texts.files.push_back("MRI " + printable(contents.head.name));
@@ -309,7 +278,7 @@ host::PageTexts DrawCommand::textsOf(const ImportSession& session, const host::P
     texts.wrong.push_back(printable(text));
   }
   std::vector<host::FileText> repaired = session.repaired();
-  if (m_import.names().size() == 1) {  // which the title names
+  if (m_input.names().size() == 1) {  // which the title names
     for (host::FileText& text : repaired) {
       text.file.clear();
     }
@@ -340,10 +309,7 @@ host::DipolePicture DrawCommand::draw(const ImportSession& session, host::PaneCo
 
 int DrawCommand::run() const {
   checkOutput();
-  const std::vector<InputFile> files = m_import.files();
-  ImportChoices choices = m_import.choices();
-  choices.points = m_head.pointsFor(files, choices);
-  ImportSession session(files, std::move(choices));
+  ImportSession session = m_input.import(m_input.files());
   CDipoleFace9File& set = session.collection();
   if (set.m_totalDipoles == 0) {
     tell("nothing to draw: no dipole was imported");
@@ -362,7 +328,7 @@ int DrawCommand::run() const {
   }
   host::PaneContents contents{set, head, settings, {}, head.volume->window(), colours ? &*colours : nullptr};
   contents.scale = host::textScale(m_picture.mmPerPixel());
-  const std::optional<host::PlaceNames> names = places(head);
+  const std::optional<host::PlaceNames> names = m_input.places(head);
   contents.places = names ? &*names : nullptr;
   const host::DipolePicture picture = draw(session, contents);
   writePicture(picture.image);

@@ -91,6 +91,15 @@ std::optional<host::Head> HeadOptions::read(ImportSession& session) const {
   return readRegistered(session, mri);
 }
 
+void HeadOptions::noteOwnPoints(const std::string& mri) const {
+  const std::filesystem::path beside = host::fiducialsBeside(pathOf(mri));
+  std::error_code error;
+  m_registeredBy = std::filesystem::exists(beside, error)
+                       ? "by the fiducial points of " + host::utf8Of(host::textOf(beside.filename())) +
+                             ", beside the MRI"
+                       : "by the fiducial points that the MRI holds";
+}
+
 host::Head HeadOptions::readRegistered(ImportSession& session, const std::string& mri) const {
   (void)m_points.points();  // a mistake in them is told before a large MRI is read
   host::OpenedHead opened = host::openHead(pathTextOf(mri), {m_takesCtf21});
@@ -100,6 +109,7 @@ host::Head HeadOptions::readRegistered(ImportSession& session, const std::string
   }
   if (m_points.isGiven()) {
     session.add(m_points.registerHead(head));
+    m_registeredBy = m_points.about();
   } else if (!head.isRegistered()) {
     try {
       host::registerHead(head, host::fiducialsOfSet(session.collection(), *head.volume));
@@ -107,10 +117,13 @@ host::Head HeadOptions::readRegistered(ImportSession& session, const std::string
         tell("warning: " + opened.notice);
       }
       tellNote("fiducial points: those of the dipole file");
+      m_registeredBy = "by the fiducial points of the dipole file";
     } catch (const std::runtime_error& error) {
       throw std::runtime_error("no fiducial points: " + whyWithoutPoints(opened) + "; " + error.what() +
                                (head.source.unplaceable.empty() ? "; --fiducials gives them" : ""));
     }
+  } else {
+    noteOwnPoints(mri);
   }
   if (!head.volume->sidesStated()) {
     tell("warning: " + mri + " does not say which side of it is left: sides are assumed");

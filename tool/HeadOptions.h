@@ -42,17 +42,22 @@ class HeadOptions {
   // the files name different MRIs.
   std::optional<host::Head> read(ImportSession& session) const;
 
+  // By which points the head was registered that was read last: "by the fiducial points of a.fiducials".
+  const std::string& registeredBy() const { return m_registeredBy; }
+
   // As it is, whether it has points or not; it is given.
   host::Head readUnregistered() const;
 
  private:
   std::string named(const ImportSession& session) const;
   host::Head readRegistered(ImportSession& session, const std::string& mri) const;
+  void noteOwnPoints(const std::string& mri) const;
 
   std::string m_mri;
   PointOptions m_points;
   bool m_takesCtf21 = false;
   CLI::Option* m_mriOption = nullptr;
+  mutable std::string m_registeredBy;
 };
 
 }  // namespace tool

@@ -1,85 +1,39 @@
 #include "tool/PictureOptions.h"
 
-#include <cmath>
-#include <functional>
-#include <map>
-#include <stdexcept>
-
 #include "host/head/Limits.h"
 #include "host/panes/DipolePicture.h"
-#include "host/text/Numbers.h"
 #include "tool/ArgumentCheck.h"
-#include "tool/Choice.h"
 
 namespace tool {
-namespace {
-
-const std::map<std::string, host::DipoleValue>& colourValues() {
-  static const std::map<std::string, host::DipoleValue> all = {{"latency", host::DipoleValue::latency},
-                                                               {"error", host::DipoleValue::fitError},
-                                                               {"moment", host::DipoleValue::moment}};
-  return all;
-}
-
-// No value: any distance.
-std::optional<double> parseTolerance(const std::string& text) {
-  if (text == "all") {
-    return std::nullopt;
-  }
-  const std::optional<double> mm = host::numberOf(text);
-  if (!mm || *mm < 0.0 || *mm > host::longestLength) {
-    throw std::invalid_argument("\"" + text + "\": the tolerance is a number of mm from 0 to " +
-                                host::shortest(host::longestLength) + ", or all");
-  }
-  return mm;
-}
-
-}  // namespace
 
 void PictureOptions::addTo(CLI::App& command) {
-  const auto add = [&](const std::string& name, auto& value, const char* type, const char* text) {
-    return command.add_option(name, value, text)->type_name(type);
-  };
-  addChoice(command, "--color-by", m_colourBy, "Colours by a value, with a legend; else each its own",
-            colourValues());
-  m_filter.addTo(command);
-  add("--tolerance", m_tolerance, "MM|all", "Show dipoles up to MM from each slice, 5 unless given; or all")
-      ->check(argumentCheck(parseTolerance));
+  m_shown.addTo(command);
   command.add_flag("--module-slab", m_isModuleSlab,
                    "Axial slices show all dipoles from the level of the ears up to the slice");
-  command.add_flag("--label", m_showLabels, "Write its label beside each dipole, or its number");
-  CLI::Option* none = command.add_flag("--no-arrows", m_noArrows, "No arrows along the orientations");
-  command.add_flag("--arrows-by-moment", m_arrowsByMoment, "Arrows as long as the moments are large")
-      ->excludes(none);
-  add("--glyph", m_glyph, "PX", "Side of a dipole's square in pixels; 1 to 64; else as the pixels are small")
+  command
+      .add_option("--glyph", m_glyph,
+                  "Side of a dipole's square in pixels; 1 to 64; else as the pixels are small")
+      ->type_name("PX")
       ->check(numberBetween(host::smallestGlyph, host::largestGlyph, true));
-  add("--mm-per-pixel", m_mmPerPixel, "MM", "Size of a pixel; 0.1 to 5")
+  command.add_option("--mm-per-pixel", m_mmPerPixel, "Size of a pixel; 0.1 to 5")
+      ->type_name("MM")
       ->check(numberBetween(host::finestPixel, host::coarsestPixel))
       ->capture_default_str();
 }
 
 host::ViewSettings PictureOptions::settings() const {
-  host::ViewSettings settings;
-  if (!m_colourBy.empty()) {
-    settings.colourBy = chosen(colourValues(), m_colourBy);
-  }
-  settings.filter = m_filter.filter();
-  if (!m_tolerance.empty()) {
-    settings.toleranceMm = parseTolerance(m_tolerance);
-  }
+  host::ViewSettings settings = m_shown.settings();
   settings.glyphPixels = m_glyph.value_or(host::glyphPixels(settings.glyphPixels, m_mmPerPixel));
   settings.thinnestSlice = m_mmPerPixel;
   settings.moduleSlab = m_isModuleSlab;
-  settings.showLabels = m_showLabels;
-  settings.arrowsByMoment = m_arrowsByMoment;
   return settings;
 }
 
 void PictureOptions::applyTo(CDipoleFace9File& set) const {
-  if (m_noArrows) {
+  if (!m_shown.areArrowsShown()) {
     set.setShowDipoleOrientationAll(0);
   }
-  if (!m_tolerance.empty()) {
+  if (m_shown.hasTolerance()) {
     set.setShowDipole2DOverlap(1);
   }
   set.setShowDipoleLatencySelected(0);

@@ -3,11 +3,10 @@
 
 #include <CLI/CLI.hpp>
 #include <optional>
-#include <string>
 
 #include "host/dipoles/ViewSettings.h"
 #include "module/dipole.h"
-#include "tool/FilterOptions.h"
+#include "tool/ShownOptions.h"
 
 namespace tool {
 
@@ -24,15 +23,10 @@ class PictureOptions {
   void applyTo(CDipoleFace9File& set) const;
 
  private:
-  FilterOptions m_filter;
-  std::string m_colourBy;
-  std::string m_tolerance;
+  ShownOptions m_shown;
   std::optional<int> m_glyph;  // pixels
   double m_mmPerPixel = 0.5;
   bool m_isModuleSlab = false;
-  bool m_showLabels = false;
-  bool m_noArrows = false;
-  bool m_arrowsByMoment = false;
 };
 
 }  // namespace tool

@@ -13,6 +13,7 @@
 #include "host/head/FifFile.h"
 #include "host/head/HeadPlacement.h"
 #include "host/head/NeuromagFrame.h"
+#include "host/text/PathText.h"
 #include "tool/FileNames.h"
 #include "tool/UsageError.h"
 
@@ -65,6 +66,19 @@ void PointOptions::addTo(CLI::App& command) {
       .add_option("--trans", m_transform,
                   "The way between the Neuromag head frame and the MRI of --mri: MNE's *-trans.fif")
       ->type_name("FILE");
+}
+
+std::string PointOptions::about() const {
+  const auto fileName = [](const std::string& name) {
+    return host::utf8Of(host::fileNameOf(pathTextOf(name)));
+  };
+  const std::string points = !hasPoints()        ? std::string()
+                             : triples(m_points) ? "by the fiducial points that were given as numbers"
+                                                 : "by the fiducial points of " + fileName(m_points);
+  if (!hasTransform()) {
+    return points;
+  }
+  return (points.empty() ? "by" : points + " and") + " the transform " + fileName(m_transform);
 }
 
 std::optional<host::FramedPoints> PointOptions::points() const {

@@ -40,6 +40,9 @@ class PointOptions {
   // The files that are named.
   std::vector<std::string> files() const { return {m_points, m_transform}; }
 
+  // Where what is given comes from: "by the fiducial points of a.fiducials".
+  std::string about() const;
+
   // The points that are given, mm, from either
   //   - three triples "nx,ny,nz lx,ly,lz rx,ry,rz": nasion, left ear, right ear; or
   //   - the name of a fiducial file, see host/head/FiducialFile.h.

@@ -92,7 +92,8 @@ Program::Program() : m_app(help, "dipole") {
   m_app.footer(moreHelp);
   m_app.require_subcommand(1);
   for (const auto make : {makeInfoCommand, makeListCommand, makeCheckCommand, makeDrawCommand,
-                          makeConvertCommand, makeSortCommand, makeRegisterCommand, makeHeadCommand}) {
+                          makePageCommand, makeConvertCommand, makeSortCommand, makeRegisterCommand,
+                          makeHeadCommand}) {
     m_commands.push_back(make(m_app));
   }
 }

@@ -35,12 +35,14 @@ class Atlas {
 
   const std::string& name() const { return m_name; }          // UTF-8: "aal"
   const std::string& space() const { return m_known.space; }  // "Colin27"; empty: not known
+  bool isKnown() const { return !m_known.title.empty(); }     // a published one
+  const LabelGrid& grid() const { return m_grid; }
+  // Of a label that the grid may have.
+  std::string nameOf(Label label) const;
   // Whose it is and what it is in: "AAL (Tzourio-Mazoyer et al., NeuroImage 2002), Colin27".
   std::string about() const;
 
  private:
-  std::string nameOf(Label label) const;
-
   std::string m_name;
   KnownAtlas m_known;
   LabelGrid m_grid;

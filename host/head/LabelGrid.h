@@ -34,6 +34,8 @@ class LabelGrid {
   std::optional<NearLabel> nearest(const Vector3& mm, double reach) const;
 
   const std::vector<Label>& labels() const { return m_levels.front().labels; }
+  const std::array<int, 3>& dimensions() const { return m_levels.front().dimensions; }
+  const Affine& toMm() const { return m_toMm; }
 
   // Every voxel: its label and the place of its middle, mm.
   template <typename Visit>

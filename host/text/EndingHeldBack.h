@@ -11,6 +11,8 @@ namespace host {
 #ifndef _WIN32
 inline constexpr std::array endingSignals = {SIGINT, SIGTERM, SIGHUP};
 sigset_t endingSignalSet();
+// Whether one of them is being held back.
+bool isEndAsked();
 #endif
 
 // Holds them back for a scope, so that what the scope made is removed first; they take effect behind the

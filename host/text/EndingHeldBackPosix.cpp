@@ -11,6 +11,17 @@ sigset_t endingSignalSet() {
   return set;
 }
 
+bool isEndAsked() {
+  sigset_t waiting;
+  ::sigemptyset(&waiting);
+  (void)::sigpending(&waiting);
+  bool result = false;
+  for (const int signal : endingSignals) {
+    result = result || ::sigismember(&waiting, signal) == 1;
+  }
+  return result;
+}
+
 EndingHeldBack::EndingHeldBack() {
   const sigset_t set = endingSignalSet();
   (void)::sigprocmask(SIG_BLOCK, &set, &m_before);

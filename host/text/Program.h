@@ -13,6 +13,10 @@ namespace host {
 // files that are only looked at. Empty when there is none.
 std::filesystem::path programNamed(const std::string& name);
 
+// The folder that this program itself stands in. Throws std::filesystem::filesystem_error when the system does
+// not tell.
+std::filesystem::path ownFolder();
+
 struct ProgramEnd {
   int code = 0;        // what it returned
   std::string ending;  // UTF-8: how else it ended, "signal 9"; empty when it returned

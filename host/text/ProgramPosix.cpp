@@ -20,17 +20,6 @@ namespace {
 
 constexpr std::size_t mostSaid = 262144;
 
-bool isEndAsked() {
-  sigset_t waiting;
-  ::sigemptyset(&waiting);
-  (void)::sigpending(&waiting);
-  bool result = false;
-  for (const int signal : endingSignals) {
-    result = result || ::sigismember(&waiting, signal) == 1;
-  }
-  return result;
-}
-
 [[noreturn]] void refuse(int error) {
   throw std::runtime_error(std::string("cannot be started: ") + std::strerror(error));
 }
@@ -112,6 +101,10 @@ void listen(int input, pid_t child, std::string& said) {
 }
 
 }  // namespace
+
+std::filesystem::path ownFolder() {
+  return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+}
 
 ProgramEnd runProgram(const std::filesystem::path& program,
                       const std::vector<std::filesystem::path>& arguments) {

@@ -50,6 +50,22 @@ std::wstring quoted(const std::wstring& word) {
 
 }  // namespace
 
+std::filesystem::path ownFolder() {
+  std::wstring name(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = ::GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+    if (length == 0) {
+      throw std::filesystem::filesystem_error(
+          "the program's own folder", std::error_code(static_cast<int>(::GetLastError()), std::system_category()));
+    }
+    if (length < name.size()) {
+      name.resize(length);
+      return std::filesystem::path(name).parent_path();
+    }
+    name.resize(name.size() * 2);  // it was cut off
+  }
+}
+
 ProgramEnd runProgram(const std::filesystem::path& program,
                       const std::vector<std::filesystem::path>& arguments) {
   SECURITY_ATTRIBUTES inherited = {sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};

@@ -32,6 +32,13 @@ void prepareConsole() {
   }
 }
 
+void waitForReturn() {
+  // Ctrl-C ends the reading, and nothing else.
+  (void)::SetConsoleCtrlHandler([](DWORD event) -> BOOL { return event == CTRL_C_EVENT ? TRUE : FALSE; }, TRUE);
+  for (int letter = std::getchar(); letter != '\n' && letter != EOF; letter = std::getchar()) {
+  }
+}
+
 // The null device is no terminal, although it is a device of characters.
 bool isTerminal(Stream stream) {
   DWORD mode = 0;
