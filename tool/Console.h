@@ -11,8 +11,8 @@ enum class Stream { input, output, error };
 // Before anything is read or written.
 void prepareConsole();
 
-// Until the person at the terminal presses Return, or asks for the program's end: where signals do that they have
-// to be held back meanwhile (host/text/EndingHeldBack.h), and take effect behind that.
+// Until the person at the terminal presses Return, or asks for the program's end: where signals do that they
+// have to be held back meanwhile (host/text/EndingHeldBack.h), and take effect behind that.
 void waitForReturn();
 
 // Whether a person sits at the stream.

@@ -94,10 +94,10 @@ std::optional<host::Head> HeadOptions::read(ImportSession& session) const {
 void HeadOptions::noteOwnPoints(const std::string& mri) const {
   const std::filesystem::path beside = host::fiducialsBeside(pathOf(mri));
   std::error_code error;
-  m_registeredBy = std::filesystem::exists(beside, error)
-                       ? "by the fiducial points of " + host::utf8Of(host::textOf(beside.filename())) +
-                             ", beside the MRI"
-                       : "by the fiducial points that the MRI holds";
+  m_registeredBy =
+      std::filesystem::exists(beside, error)
+          ? "by the fiducial points of " + host::utf8Of(host::textOf(beside.filename())) + ", beside the MRI"
+          : "by the fiducial points that the MRI holds";
 }
 
 host::Head HeadOptions::readRegistered(ImportSession& session, const std::string& mri) const {

@@ -53,7 +53,8 @@ needs -o.
 Examples:
   dipole page spikes.dip --mri ch2.nii.gz --fiducials ch2.fiducials \
       --atlas aal --mni identity --mni-space colin27 -o spikes.html
-  dipole page --open auditory.dip --mri ch2.nii.gz --fiducials ch2.fiducials)";
+  dipole page auditory.dip --mri ch2.nii.gz --fiducials ch2.fiducials \
+      --anonymous --full --max-error 10 --color-by latency -o auditory.html)";
 
 std::string utcNow() {
   const std::time_t now = std::time(nullptr);
@@ -100,6 +101,16 @@ std::vector<host::PageFileText> filesOf(const std::vector<InputFile>& files, con
   return texts;
 }
 
+// "a.dip: what" of a file in some folder, without the folder.
+std::string withoutFolder(std::string text, const std::vector<std::string>& files) {
+  for (const std::string& file : files) {
+    if (text.starts_with(file + ": ")) {
+      return host::utf8Of(host::fileNameOf(pathTextOf(file))) + text.substr(file.size());
+    }
+  }
+  return text;
+}
+
 class PageCommand final : public Command {
  public:
   explicit PageCommand(CLI::App& program);
@@ -108,7 +119,8 @@ class PageCommand final : public Command {
 
  private:
   void checkOutput() const;
-  std::string made(ImportSession& session, const std::vector<InputFile>& files, const std::string& page) const;
+  std::string made(ImportSession& session, const std::vector<InputFile>& files,
+                   const std::string& page) const;
   host::KnownHead known(const host::Head& head) const;
   std::vector<std::string> warnings(const ImportSession& session) const;
   void tellOf(const host::Head& head, const host::PageHead& shown) const;
@@ -124,11 +136,13 @@ class PageCommand final : public Command {
 };
 
 PageCommand::PageCommand(CLI::App& program)
-    : Command(program, "page", "Write the head with the dipoles, their list and a report as a page for browsers",
-              help) {
+    : Command(program, "page",
+              "Write the head with the dipoles, their list and a report as a page for browsers", help) {
   m_input.addFilesTo(options());
   m_input.addHeadTo(options());
-  options().add_option("-o,--output", m_output, "The page to write, .html; - is standard output")->type_name("OUT");
+  options()
+      .add_option("-o,--output", m_output, "The page to write, .html; - is standard output")
+      ->type_name("OUT");
   options().add_flag("--force", m_force, "Replace OUT when it is there already");
   options().add_flag("--open", m_isOpened, "Show the page; without -o only until Return is pressed");
   options().add_flag("--anonymous", m_isAnonymous, "Leave out every name, and the time");
@@ -172,18 +186,23 @@ host::KnownHead PageCommand::known(const host::Head& head) const {
   return known;
 }
 
-// Failures name files.
+// What names files is told in general in an anonymous page.
 std::vector<std::string> PageCommand::warnings(const ImportSession& session) const {
   std::vector<std::string> texts;
   if (session.joined().hasMixedUnits()) {
     texts.emplace_back("Not all files say that their moments are nAm: they may differ in unit");
   }
-  if (m_isAnonymous && session.hasFailed()) {
+  if (session.hasFailed()) {
     texts.emplace_back("Not all dipoles of all files arrived");
-  } else {
-    for (const std::string& failure : session.failures()) {
-      texts.push_back("Not all arrived: " + failure);
+  }
+  if (m_isAnonymous) {
+    if (!session.joined().warnings().empty()) {
+      texts.emplace_back("The files differ in their head spheres, or some of their dipoles found no room");
     }
+    return texts;
+  }
+  for (const std::string& warning : session.joined().warnings()) {
+    texts.push_back(withoutFolder(warning, m_input.names()));
   }
   return texts;
 }
@@ -195,8 +214,10 @@ void PageCommand::tellOf(const host::Head& head, const host::PageHead& shown) co
   if (!m_isAnonymous) {
     return;
   }
-  tell("left out of the page: the names of patient and files, the labels of dipoles, what findings quote, what "
-       "the head's file says of itself, the time");
+  tell(
+      "left out of the page: the names of patient and files, the labels of dipoles, what findings quote, "
+      "what "
+      "the head's file says of itself, the time");
   if (!head.isAbsent) {
     tell("warning: a face in the MRI identifies its patient too, and the page shows it");
   }
@@ -230,8 +251,8 @@ std::string PageCommand::made(ImportSession& session, const std::vector<InputFil
   host::PageHead shown = host::pageHead(source);
   tellOf(head, shown);
   host::Json data = host::pageData(source, shown);
-  return host::filledPage(
-      page, {std::move(data), std::move(shown.nifti), names ? host::atlasNifti(names->atlas()) : std::string()});
+  return host::filledPage(page, {std::move(data), std::move(shown.nifti),
+                                 names ? host::atlasNifti(names->atlas()) : std::string()});
 }
 
 void PageCommand::write(const std::string& page) const {

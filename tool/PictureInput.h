@@ -1,4 +1,5 @@
-// The arguments that tell what a picture or a page is made of: dipole files, the MRI, the way to MNI and an atlas.
+// The arguments that tell what a picture or a page is made of: dipole files, the MRI, the way to MNI and an
+// atlas.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -20,7 +21,8 @@ namespace tool {
 
 class PictureInput {
  public:
-  // Add the arguments to the command, in the order of its help; this object has to live as long as the command.
+  // Add the arguments to the command, in the order of its help; this object has to live as long as the
+  // command.
   void addFilesTo(CLI::App& command) { m_import.addTo(command); }
   void addHeadTo(CLI::App& command) { m_head.addTo(command); }
   void addAtlasTo(CLI::App& command);

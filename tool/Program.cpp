@@ -91,9 +91,9 @@ Program::Program() : m_app(help, "dipole") {
   m_app.set_version_flag("--version", "dipole " DIPOLE_VERSION, "Print the version and end");
   m_app.footer(moreHelp);
   m_app.require_subcommand(1);
-  for (const auto make : {makeInfoCommand, makeListCommand, makeCheckCommand, makeDrawCommand,
-                          makePageCommand, makeConvertCommand, makeSortCommand, makeRegisterCommand,
-                          makeHeadCommand}) {
+  for (const auto make :
+       {makeInfoCommand, makeListCommand, makeCheckCommand, makeDrawCommand, makePageCommand,
+        makeConvertCommand, makeSortCommand, makeRegisterCommand, makeHeadCommand}) {
     m_commands.push_back(make(m_app));
   }
 }

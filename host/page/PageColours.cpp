@@ -13,8 +13,8 @@ namespace host {
 
 namespace {
 
-// Told apart by eyes that do not tell red from green, and on grey: M. Okabe, K. Ito, "Color Universal Design",
-// 2008, without black and grey.
+// Told apart by eyes that do not tell red from green, and on grey: M. Okabe, K. Ito, "Color Universal
+// Design", 2008, without black.
 constexpr std::array<Rgb, 7> clusterColours{{{230, 159, 0},
                                              {86, 180, 233},
                                              {0, 158, 115},
@@ -25,7 +25,8 @@ constexpr std::array<Rgb, 7> clusterColours{{{230, 159, 0},
 constexpr Rgb scatteredColour{170, 170, 170};
 
 Json rangeJson(const ValueRange& range) {
-  return {{"low", range.low}, {"high", range.high}, {"isCutLow", range.isCutLow}, {"isCutHigh", range.isCutHigh}};
+  return {
+      {"low", range.low}, {"high", range.high}, {"isCutLow", range.isCutLow}, {"isCutHigh", range.isCutHigh}};
 }
 
 }  // namespace
@@ -51,9 +52,9 @@ void addColours(Json& settings, const PageSource& source) {
   settings["clusterColours"] = std::move(clusters);
   settings["scattered"] = colourText(scatteredColour);
   Json ranges = Json::object();
-  for (const auto& [name, value] : {std::pair("latency", DipoleValue::latency),
-                                    std::pair("fitError", DipoleValue::fitError),
-                                    std::pair("moment", DipoleValue::moment)}) {
+  for (const auto& [name, value] :
+       {std::pair("latency", DipoleValue::latency), std::pair("fitError", DipoleValue::fitError),
+        std::pair("moment", DipoleValue::moment)}) {
     const ValueColors colours(source.set, value, source.settings.unknown);
     if (colours.range()) {
       ranges[name] = rangeJson(*colours.range());

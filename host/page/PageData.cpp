@@ -60,8 +60,9 @@ Json atlasJson(const PageSource& source) {
   return {{"name", isNamed ? atlas.name() : "atlas"},
           {"space", jsonText(atlas.space())},
           {"placesSpace", jsonText(source.places->space())},
-          {"doubt", isNamed ? jsonText(doubt)
-                            : doubt.empty() ? Json() : Json("labels may be some mm off")},
+          {"doubt", isNamed         ? jsonText(doubt)
+                    : doubt.empty() ? Json()
+                                    : Json("labels may be some mm off")},
           {"reach", Atlas::reach},
           {"names", std::move(names)}};
 }
@@ -112,12 +113,12 @@ Json registrationJson(const PageSource& source, const PageWorld& world) {
   if (file) {
     const HeadFrame& frame = source.head.frame;
     const Fiducials& head = source.head.fiducials.value();
-    const std::array<std::pair<Vector3, Vector3>, 3> pairs = {{{file->nasion, head.nasion},
-                                                               {file->leftEar, head.leftEar},
-                                                               {file->rightEar, head.rightEar}}};
+    const std::array<std::pair<Vector3, Vector3>, 3> pairs = {
+        {{file->nasion, head.nasion}, {file->leftEar, head.leftEar}, {file->rightEar, head.rightEar}}};
     for (std::size_t i = 0; i < pairs.size(); ++i) {
-      residuals.push_back({{"name", pointNames.at(i).second},
-                           {"mm", singleDigits(length(pairs[i].first - frame.fromScanner(pairs[i].second)))}});
+      residuals.push_back(
+          {{"name", pointNames.at(i).second},
+           {"mm", singleDigits(length(pairs[i].first - frame.fromScanner(pairs[i].second)))}});
     }
   }
   return {{"text", source.isAnonymous ? "by the fiducial points of the head" : source.registeredBy},

@@ -128,8 +128,8 @@ void addFrames(Columns& columns, const PageSource& source, const PageWorld& worl
     for (std::size_t place = fieldX; place <= fieldOrientationZ; ++place) {
       const std::size_t axis = (place - fieldX) % 3;
       const bool isPlace = place < fieldOrientationX;
-      const std::string label = known.title + (isPlace ? " " : " orientation ") + std::string(1, "xyz"[axis]) +
-                                " " + known.frame.axes.at(axis);
+      const std::string label = known.title + (isPlace ? " " : " orientation ") +
+                                std::string(1, "xyz"[axis]) + " " + known.frame.axes.at(axis);
       columns.add(titles.at(place - fieldX), label, isPlace ? "mm" : "", "number",
                   [&](int slot, const CDipoleszq& /*dipole*/) {
                     const FieldValue value =
@@ -146,11 +146,10 @@ void addRoles(Json& roles, Columns& columns, const PageSource& source) {
   const auto colourOf = [](const CDipoleszq& dipole) { return colourText(ownColour(dipole)); };
   for (int slot = 0; slot < source.set.m_totalDipoles; ++slot) {
     if (const CDipoleszq* const dipole = source.set.m_dipoles[slot]) {
-      isOwnColour =
-          isOwnColour && fieldValue(fieldColor, *dipole, 0) == FieldValue(colourOf(*dipole));
+      isOwnColour = isOwnColour && fieldValue(fieldColor, *dipole, 0) == FieldValue(colourOf(*dipole));
     }
   }
-  roles = {{"number", fieldNumber},      {"label", fieldLabel},   {"latency", fieldLatency},
+  roles = {{"number", fieldNumber},     {"label", fieldLabel},   {"latency", fieldLatency},
            {"fitError", fieldFitError}, {"moment", fieldMoment}, {"colour", fieldColor}};
   if (!isOwnColour) {
     roles["colour"] = columns.add("color_in_pictures", "Colour in pictures", "", "colour",

@@ -24,8 +24,8 @@ std::string jsonForPage(const Json& json);
 
 std::string base64Of(std::string_view bytes);
 
-// share/dipole/page.html beside the folder that a program stands in. Throws std::runtime_error, with what to do,
-// when it is not there.
+// share/dipole/page.html beside the folder that a program stands in. Throws std::runtime_error, with what to
+// do, when it is not there.
 std::string readPageTemplate(const std::filesystem::path& programFolder);
 
 }  // namespace host

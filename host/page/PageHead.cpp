@@ -90,8 +90,7 @@ NiftiLayout layoutOf(const Head& head, const VoxelBox& box) {
   for (std::size_t axis = 0; axis < 3; ++axis) {
     layout.dimensions.at(axis) = box.end.at(axis) - box.first.at(axis);
   }
-  layout.toMm =
-      Affine(map.column(0), map.column(1), map.column(2), map({index(0), index(1), index(2)}));
+  layout.toMm = Affine(map.column(0), map.column(1), map.column(2), map({index(0), index(1), index(2)}));
   // Where sides are only assumed the page says so; the picture has to stand somewhere.
   layout.code = head.source.isScannerFrame ? niftiScannerCode : niftiOtherCode;
   layout.isAroundMiddle = !head.source.isScannerFrame;
@@ -140,13 +139,25 @@ Json pairJson(double low, double high) {
   return Json::array({singleDigits(low), singleDigits(high)});
 }
 
-// "181 x 213 x 175 of 181 x 217 x 181 voxels"
-std::string cropText(const VoxelBox& box, const std::array<int, 3>& dimensions) {
-  const auto sizes = [](int x, int y, int z) {
-    return std::to_string(x) + " x " + std::to_string(y) + " x " + std::to_string(z);
-  };
-  return sizes(box.end[0] - box.first[0], box.end[1] - box.first[1], box.end[2] - box.first[2]) + " of " +
-         sizes(dimensions[0], dimensions[1], dimensions[2]) + " voxels";
+std::string sizeText(int x, int y, int z) {
+  return std::to_string(x) + " x " + std::to_string(y) + " x " + std::to_string(z);
+}
+
+std::string aboutCrop(const VoxelBox& box, const Volume& volume) {
+  const std::array<int, 3>& all = volume.dimensions();
+  if (box == wholeBox(volume)) {
+    return "The head is shown in all " + sizeText(all[0], all[1], all[2]) + " voxels of its MRI, ";
+  }
+  return "The head is shown in " +
+         sizeText(box.end[0] - box.first[0], box.end[1] - box.first[1], box.end[2] - box.first[2]) + " of " +
+         sizeText(all[0], all[1], all[2]) + " voxels of its MRI, ";
+}
+
+std::string aboutGrey(const GreySteps& steps) {
+  return steps.isExact
+             ? "with the grey values that they have."
+             : "with 256 steps of grey from " + shortest(singleDigits(steps.low())) + " to " +
+                   shortest(singleDigits(steps.high())) + "; what lies beyond is stored as that end.";
 }
 
 std::vector<Vector3> placesThatCount(const PageSource& source) {
@@ -193,7 +204,7 @@ GreySteps greyStepsOf(const Volume& volume, const VoxelBox& box) {
     high = (std::max)(high, static_cast<double>(value));
   });
   if (isWhole && high - low <= mostStored) {
-    return {1.0F, static_cast<float>(low)};
+    return {1.0F, static_cast<float>(low), true};
   }
   constexpr double below = 0.1;
   constexpr double above = 0.4;
@@ -202,7 +213,7 @@ GreySteps greyStepsOf(const Volume& volume, const VoxelBox& box) {
   low = (std::max)(low, window.low - below * width);
   high = (std::min)(high, window.high + above * width);
   const auto slope = static_cast<float>((high - low) / mostStored);
-  return {slope > 0.0F ? slope : 1.0F, static_cast<float>(low)};
+  return {slope > 0.0F ? slope : 1.0F, static_cast<float>(low), false};
 }
 
 PageHead pageHead(const PageSource& source) {
@@ -212,12 +223,13 @@ PageHead pageHead(const PageSource& source) {
   }
   const Volume& volume = *head.volume;
   const VoxelBox box = source.isFull ? wholeBox(volume) : headVoxels(head, placesThatCount(source));
-  const GreySteps steps = source.isFull ? GreySteps() : greyStepsOf(volume, box);
+  const GreySteps steps = source.isFull ? GreySteps{} : greyStepsOf(volume, box);
   PageHead made;
   made.nifti = source.isFull ? fullNifti(head) : steppedNifti(head, box, steps);
   constexpr std::size_t most = std::size_t{256} << 20U;  // browsers take no longer texts
   if (made.nifti.size() > most) {
-    throw std::runtime_error("the head is too large for a page" + std::string(source.isFull ? " (--full)" : ""));
+    throw std::runtime_error("the head is too large for a page" +
+                             std::string(source.isFull ? " (--full)" : ""));
   }
   const auto [least, largest] = std::minmax_element(volume.voxels().begin(), volume.voxels().end());
   made.json = {{"name", source.isAnonymous ? Json() : jsonText(head.name)},
@@ -225,14 +237,11 @@ PageHead pageHead(const PageSource& source) {
                {"sides", head.source.sides},
                {"areSidesStated", volume.sidesStated()},
                {"window", pairJson(volume.window().low, volume.window().high)},
-               {"range", source.isFull
-                             ? pairJson(static_cast<double>(*least), static_cast<double>(*largest))
-                             : pairJson(steps.low(), steps.high())},
+               {"range", source.isFull ? pairJson(static_cast<double>(*least), static_cast<double>(*largest))
+                                       : pairJson(steps.low(), steps.high())},
                {"isFull", source.isFull}};
   if (!source.isFull) {
-    made.about = "The head is a part of its MRI, " + cropText(box, volume.dimensions()) +
-                 ", stored in 256 steps of grey from " + shortest(singleDigits(steps.low())) + " to " +
-                 shortest(singleDigits(steps.high())) + ".";
+    made.about = aboutCrop(box, volume) + aboutGrey(steps);
   }
   return made;
 }

@@ -1,5 +1,5 @@
-// The head of a page: its volume as a packed NIfTI-1 file, whose millimetres are the page's, and what is to be
-// said of it. No text of the head's own file is in it.
+// The head of a page: its volume as a packed NIfTI-1 file, whose millimetres are the page's, and what is to
+// be said of it. No text of the head's own file is in it.
 #pragma once
 
 #include <array>
@@ -24,16 +24,17 @@ struct VoxelBox {
 // likewise. Places are mm in the head frame; those that are no numbers count for nothing.
 VoxelBox headVoxels(const Head& head, const std::vector<Vector3>& places);
 
-// Grey values as numbers from 0 to 255: value = slope * stored + intercept. Values beyond low and high are those
-// from there on.
+// Grey values as numbers from 0 to 255: value = slope * stored + intercept. Values beyond low and high are
+// stored as these.
 struct GreySteps {
   float slope = 1.0F;
   float intercept = 0.0F;
+  bool isExact = true;  // every voxel keeps its value
 
   double low() const { return static_cast<double>(intercept); }
   double high() const { return low() + 255.0 * static_cast<double>(slope); }
 };
-// Whole numbers that are at most 255 apart stay what they are. Else the steps are those of the values that are
+// Whole numbers that are at most 255 apart stay what they are. Else the steps divide the values that are
 // there, but at most from a tenth of the grey window below it to four tenths above.
 GreySteps greyStepsOf(const Volume& volume, const VoxelBox& box);
 
@@ -42,7 +43,8 @@ struct PageHead {
   std::string nifti;  // empty without a head
   std::string about;  // what was done to it, a sentence with its full stop; empty: nothing
 };
-// Without a head when the source's is absent or not registered. Throws std::runtime_error when it is too large.
+// Without a head when the source's is absent or not registered. Throws std::runtime_error when it is too
+// large.
 PageHead pageHead(const PageSource& source);
 
 // The grid of an atlas' labels in its own mm, as a packed NIfTI-1 file.

@@ -27,7 +27,7 @@ struct PageSource {
   const Head& head;       // absent or not registered: the page is in the head frame
   KnownHead known;        // of that head
   const ViewSettings& settings;
-  const UnknownValues& unknown;       // by slot, the same as those of the settings
+  const UnknownValues& unknown;        // by slot, the same as those of the settings
   const PlaceNames* places = nullptr;  // null: nobody knows names of places
   bool areArrowsShown = true;
 

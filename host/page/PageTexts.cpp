@@ -9,6 +9,8 @@
 #include "host/page/PageDipoles.h"
 #include "host/panes/AtlasTexts.h"
 #include "host/panes/PaneWarnings.h"
+#include "host/text/PathText.h"
+#include "host/text/Utf8.h"
 
 namespace host {
 
@@ -19,6 +21,10 @@ std::string asSentence(std::string text) {
     text.front() = static_cast<char>(text.front() - 'a' + 'A');
   }
   return text + ".";
+}
+
+std::string withoutFolders(const std::string& file) {
+  return utf8Of(fileNameOf(fromUtf8(file)));
 }
 
 std::string meaningOf(FindingCode code) {
@@ -61,7 +67,7 @@ Json findingsJson(const PageSource& source) {
   for (const Finding& finding : source.findings) {
     list.push_back({{"severity", nameOf(finding.severity)},
                     {"code", nameOf(finding.code)},
-                    {"file", source.isAnonymous ? Json() : jsonText(finding.file)},
+                    {"file", source.isAnonymous ? Json() : jsonText(withoutFolders(finding.file))},
                     {"line", source.isAnonymous ? 0 : finding.line},
                     {"sentence", source.isAnonymous ? meaningOf(finding.code) : finding.sentence},
                     {"remedy", source.isAnonymous ? std::string() : finding.remedy},
@@ -72,8 +78,9 @@ Json findingsJson(const PageSource& source) {
 
 Json repairedJson(const PageSource& source) {
   if (source.isAnonymous) {
-    return source.repaired.empty() ? Json::array()
-                                   : Json::array({"What was imported was repaired; by what is left out here."});
+    return source.repaired.empty()
+               ? Json::array()
+               : Json::array({"What was imported was repaired; by what is left out here."});
   }
   std::vector<FileText> repaired = source.repaired;
   if (source.files.size() == 1) {  // which the page names
@@ -149,7 +156,8 @@ Json conventionsJson(const PageSource& source, const PageWorld& world, const std
   list.push_back("A value that a file leaves open passes no limit that is set on it.");
   if (source.isAnonymous) {
     list.push_back(
-        "Names of the patient, of files and of dipoles are left out, and so is what findings quote. A face in "
+        "Names of the patient, of files and of dipoles are left out, and so is what findings quote. A face "
+        "in "
         "the MRI identifies too.");
   }
   return list;

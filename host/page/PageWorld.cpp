@@ -56,8 +56,8 @@ PageWorld::PageWorld(const PageSource& source)
                       patientFrame(known)});
   }
   if (known.isPlaced() && known.mni) {
-    frames.push_back({"mni", known.mni->space.empty() ? "MNI" : known.mni->space,
-                      frameNamed(FrameName::mni, known)});
+    frames.push_back(
+        {"mni", known.mni->space.empty() ? "MNI" : known.mni->space, frameNamed(FrameName::mni, known)});
   }
 }
 
@@ -77,8 +77,8 @@ Json PageWorld::framesJson() const {
 double singleDigits(double value) {
   constexpr int digits = 6;  // behind the first
   std::array<char, 64> text{};
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific,
-                                 digits);
+  const auto end =
+      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, digits);
   double rounded = value;
   (void)std::from_chars(text.data(), end.ptr, rounded);
   return rounded;

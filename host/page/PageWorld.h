@@ -1,5 +1,5 @@
-// The frame in which a page has all places: that of the MRI, or without one the head frame with its axes turned
-// to right, anterior, superior.
+// The frame in which a page has all places: that of the MRI, or without one the head frame with its axes
+// turned to right, anterior, superior.
 #pragma once
 
 #include <string>
@@ -21,8 +21,8 @@ struct PageWorld {
   explicit PageWorld(const PageSource& source);
 
   Affine fromHost;
-  bool hasHead = false;  // places are mm of an MRI
-  Json json;             // WorldData
+  bool hasHead = false;           // places are mm of an MRI
+  Json json;                      // WorldData
   std::vector<PageFrame> frames;  // that are known, the host's own first
 
   // FrameData.

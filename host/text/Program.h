@@ -13,8 +13,8 @@ namespace host {
 // files that are only looked at. Empty when there is none.
 std::filesystem::path programNamed(const std::string& name);
 
-// The folder that this program itself stands in. Throws std::filesystem::filesystem_error when the system does
-// not tell.
+// The folder that this program itself stands in. Throws std::filesystem::filesystem_error when the system
+// does not tell.
 std::filesystem::path ownFolder();
 
 struct ProgramEnd {

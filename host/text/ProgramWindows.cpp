@@ -56,7 +56,8 @@ std::filesystem::path ownFolder() {
     const DWORD length = ::GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
     if (length == 0) {
       throw std::filesystem::filesystem_error(
-          "the program's own folder", std::error_code(static_cast<int>(::GetLastError()), std::system_category()));
+          "the program's own folder",
+          std::error_code(static_cast<int>(::GetLastError()), std::system_category()));
     }
     if (length < name.size()) {
       name.resize(length);

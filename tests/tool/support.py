@@ -5,6 +5,7 @@ import gzip
 import json
 import os
 import re
+import shutil
 import struct
 import subprocess
 import sys
@@ -25,11 +26,11 @@ def example(name):
     return os.path.join(EXAMPLES, name)
 
 
-def run(*arguments, **options):
+def run(*arguments, program=None, **options):
     """The program's result with standard input closed, as in a script."""
     options.setdefault("stdin", subprocess.DEVNULL)
     options.setdefault("timeout", 120)
-    return subprocess.run([*PROGRAM, *arguments], capture_output=True, **options)
+    return subprocess.run([*(PROGRAM if program is None else [program]), *arguments], capture_output=True, **options)
 
 
 def with_output(arguments):
@@ -72,6 +73,32 @@ class ToolTest(unittest.TestCase):
         result.err = result.stderr.decode("utf-8")
         self.assertEqual(result.returncode, code, result.err)
         return result
+
+
+PAGE = """<!DOCTYPE html>
+<html lang="en"><head><meta charset="utf-8"><title>Dipoles</title></head>
+<body>
+<p>&lt;script&gt; $& \\1</p>
+<script type="application/json" id="page-data"></script>
+<script type="text/plain" id="page-head"></script>
+<script type="text/plain" id="page-atlas"></script>
+</body></html>
+"""
+
+
+def program_with_page(folder, template=PAGE):
+    """The program as it is installed, with a template for pages; without one when that is None."""
+    program = os.path.join(folder, "bin", os.path.basename(TOOL))
+    os.makedirs(os.path.dirname(program))
+    try:
+        os.link(TOOL, program)  # a symbolic link would lead it home
+    except OSError:
+        shutil.copy(TOOL, program)
+    if template is not None:
+        os.makedirs(os.path.join(folder, "share", "dipole"))
+        with open(os.path.join(folder, "share", "dipole", "page.html"), "w", encoding="utf-8") as file:
+            file.write(template)
+    return program
 
 
 def single(value):

@@ -8,7 +8,7 @@ import shutil
 import subprocess
 import unittest
 
-from support import EXAMPLES, TOOL, ToolTest, run
+from support import EXAMPLES, TOOL, ToolTest, program_with_page, run
 
 HEAD = "/usr/share/mricron/templates/ch2.nii.gz"
 MANUAL = os.environ.get("DIPOLE_MANUAL", "")
@@ -57,8 +57,7 @@ class Help(ToolTest):
     def test_every_example_runs_as_it_stands_and_does_something(self):
         if not os.path.exists(HEAD):
             self.fail("the package mricron-data is missing")
-        os.mkdir(self.path("bin"))
-        os.symlink(TOOL, self.path("bin/dipole"))
+        program_with_page(self.folder)
         environment = dict(os.environ, PATH=self.path("bin") + ":" + os.environ["PATH"])
         for command in commands():
             examples = examples_of(command)

@@ -10,7 +10,7 @@ from support import ROOT, TOOL, ToolTest, dipole_file, example, run
 
 class Arguments(ToolTest):
     def test_help_gives_examples_and_ends_with_0(self):
-        for command in ([], ["info"], ["list"], ["draw"], ["convert"], ["sort"], ["register"], ["head"]):
+        for command in ([], ["info"], ["list"], ["draw"], ["page"], ["convert"], ["sort"], ["register"], ["head"]):
             result = self.succeed(*command, "--help")
             self.assertEqual(result.err, "")
             self.assertIn("dipole", result.out)

@@ -34,7 +34,8 @@ void prepareConsole() {
 
 void waitForReturn() {
   // Ctrl-C ends the reading, and nothing else.
-  (void)::SetConsoleCtrlHandler([](DWORD event) -> BOOL { return event == CTRL_C_EVENT ? TRUE : FALSE; }, TRUE);
+  (void)::SetConsoleCtrlHandler([](DWORD event) -> BOOL { return event == CTRL_C_EVENT ? TRUE : FALSE; },
+                                TRUE);
   for (int letter = std::getchar(); letter != '\n' && letter != EOF; letter = std::getchar()) {
   }
 }
