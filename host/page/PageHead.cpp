@@ -99,8 +99,7 @@ NiftiLayout layoutOf(const Head& head, const VoxelBox& box) {
 }
 
 template <typename Number>
-std::string packedAs(NiftiLayout layout, VoxelType type, const Volume& volume) {
-  layout.type = type;
+std::string packedAs(const NiftiLayout& layout, const Volume& volume) {
   std::vector<Number> stored;
   stored.reserve(volume.voxels().size());
   for (const float value : volume.voxels()) {
@@ -111,12 +110,13 @@ std::string packedAs(NiftiLayout layout, VoxelType type, const Volume& volume) {
 
 std::string fullNifti(const Head& head) {
   const Volume& volume = *head.volume;
-  const NiftiLayout layout = layoutOf(head, wholeBox(volume));
-  switch (const VoxelType type = smallestVoxelType(volume.voxels())) {
+  NiftiLayout layout = layoutOf(head, wholeBox(volume));
+  layout.type = smallestVoxelType(volume.voxels());
+  switch (layout.type) {
     case VoxelType::uint16:
-      return packedAs<std::uint16_t>(layout, type, volume);
+      return packedAs<std::uint16_t>(layout, volume);
     case VoxelType::int16:
-      return packedAs<std::int16_t>(layout, type, volume);
+      return packedAs<std::int16_t>(layout, volume);
     default:
       return packedNifti(layout, std::as_bytes(std::span(volume.voxels())));
   }

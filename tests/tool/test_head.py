@@ -99,6 +99,13 @@ class NamedMri(Heads):
         self.draw(self.dipoles("patient.mri", *mirrored))
         self.assertEqual(self.picture().rows, same.rows)
 
+    def test_an_mri_without_scanner_coordinates_is_not_in_mni_space_as_it_is(self):
+        from test_atlas import atlas
+        places = ("--atlas", self.write("mine.nii", atlas()), "--mni", "identity")
+        result = self.end_with(1, "draw", self.patient(), *places, "-o", self.path("patient.png"))
+        self.assertIn("millimetres around its middle: it is not in MNI space as it is", result.err)
+        self.assertFalse(os.path.exists(self.path("patient.png")))
+
     def picture(self):
         with open(self.path("patient.png"), "rb") as file:
             return Png(file.read())

@@ -167,7 +167,7 @@ export interface SettingsData {
 
 export interface PageData {
   program: string; // "dipole 1.0.0"
-  made: string; // ISO 8601, UTC
+  made: string; // ISO 8601, UTC; empty in an anonymous page
   isAnonymous: boolean;
   title: string; // of the page; names no one in an anonymous page
   patient: string | null;

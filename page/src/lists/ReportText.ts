@@ -8,6 +8,7 @@ import { clusterRule, clusterTable } from "./ClusterTable";
 import { findingText, severityWord } from "./Findings";
 import { foreign } from "./Foreign";
 import { lineTable, valueLines, type LineValue } from "./Lines";
+import { madeText } from "../model/Made";
 
 const textLength = 300; // characters of a text of a file
 
@@ -35,7 +36,7 @@ export function heading(data: PageData): HTMLElement {
     element("h1", {}, "Dipoles: ", foreign(data.title, textLength)),
     lineTable([
       ["Patient", patient === null ? "unknown" : foreign(patient, textLength)],
-      ["Page made", `${data.made.replace("T", " ").replace("Z", " UTC")} by ${data.program}`],
+      ["Page made by", madeText(data)],
       ["Printed", new Date().toISOString().slice(0, 16).replace("T", " ") + " UTC"],
     ]),
     ...data.warnings.map((warning) =>

@@ -6,6 +6,7 @@ import { linesOf, paneFont } from "./Ink";
 import { warningsOf } from "./PaneFurniture";
 import type { Panes } from "./Panes";
 import { conventionWords } from "./Sides";
+import { madeText } from "../model/Made";
 
 const ground = "#0e1217";
 const ink = "#e6eaf0";
@@ -64,7 +65,7 @@ export function pictureOf(panes: Panes): HTMLCanvasElement {
   const inset = text * 0.7;
   const below = [
     conventionWords(store.state.isRadiological),
-    `${store.data.program}, ${store.data.made}. No medical device.`,
+    `${madeText(store.data)}. No medical device.`,
   ];
   const warnings = warningsOf(store.data).flatMap((line) => linesOf(context, `⚠ ${line}`, grid.width - 2 * inset, text));
   const line = text * 1.45;

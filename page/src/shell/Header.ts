@@ -2,6 +2,7 @@
 
 import type { PageData } from "../data/PageData";
 import { button, element } from "./Element";
+import { madeText } from "../model/Made";
 
 export interface Actions {
   savePicture: () => void;
@@ -57,7 +58,7 @@ export function aboutDialog(data: PageData): HTMLDialogElement {
   licenses?.remove();
   dialog.append(
     element("h2", {}, "About this page"),
-    element("p", {}, `Made by ${data.program} on ${data.made.replace("T", " ").replace("Z", " UTC")}. All that it shows is in this file; it asks for nothing from the network and stores nothing.`),
+    element("p", {}, `Made by ${madeText(data)}. All that it shows is in this file; it asks for nothing from the network and stores nothing.`),
     element("p", {}, "It is no medical device: no diagnosis or treatment may rest on it alone."),
     ...data.conventions.map((line) => element("p", {}, line)),
     element("h2", {}, "Licences of what it is built with"),
