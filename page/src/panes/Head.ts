@@ -4,10 +4,11 @@
 
 import { NVImage, Niivue, SLICE_TYPE } from "@niivue/niivue";
 import type { HeadData, Matrix, Vector } from "../data/PageData";
+import { baseOf, grade, gradingOf, isExact, isWithin, type Window } from "./Grey";
 import { gridOf, type Grid } from "./Grid";
 import { minus, plus } from "../model/Vector";
 import type { Cut, SceneView } from "./SceneView";
-import type { SliceName, SliceView, Window } from "./SliceView";
+import type { SliceName, SliceView, Span } from "./SliceView";
 
 const sliceTypes: Readonly<Record<SliceName, SLICE_TYPE>> = {
   axial: SLICE_TYPE.AXIAL,
@@ -17,7 +18,7 @@ const sliceTypes: Readonly<Record<SliceName, SLICE_TYPE>> = {
 
 // NiiVue fits a slice into a part of its pane; here the pane says what is seen.
 class PaneNiivue extends Niivue {
-  seen: Window | null = null;
+  seen: Span | null = null;
 
   override screenFieldOfViewExtendedVox(axis?: number): ReturnType<Niivue["screenFieldOfViewExtendedVox"]> {
     const field = super.screenFieldOfViewExtendedVox(axis);
@@ -40,6 +41,15 @@ const leftBelow = [[90, 0], [180, 0], [0, 90]] as const;
 const leftAbove = [[-90, 0], [0, 0], [0, -90]] as const;
 const uncut = [2, 0, 0];
 
+// Grey as the values are; in 3D what is black in the window is clear, and what is white the least so.
+function greyColours(base: Window, window: Window): { R: number[]; G: number[]; B: number[]; A: number[]; I: number[] } {
+  const level = (value: number): number => Math.round((255 * (value - base[0])) / (base[1] - base[0]));
+  const black = Math.min(253, Math.max(1, level(window[0])));
+  const white = Math.min(254, Math.max(black + 1, level(window[1])));
+  const levels = [0, black, white, 255];
+  return { R: levels, G: levels, B: levels, A: [0, 0, 80, 80], I: levels };
+}
+
 // WebGL keeps matrices column by column.
 function rowByRow(columns: ArrayLike<number>): Matrix {
   return Array.from({ length: 16 }, (_, i) => columns[4 * (i % 4) + Math.floor(i / 4)] ?? NaN);
@@ -57,12 +67,18 @@ export class Head {
   readonly middle: Vector; // what the 3D pane turns around
   readonly reach: number; // mm from there to the farthest corner
   readonly isSoftware: boolean; // no GPU: pictures of the head take long
-  #niivue: PaneNiivue;
-  #volume: NVImage;
+  readonly #niivue: PaneNiivue;
+  readonly #volume: NVImage;
+  readonly #data: HeadData;
+  readonly #graded: CanvasRenderingContext2D;
+  #levels: Uint8ClampedArray;
 
-  private constructor(niivue: PaneNiivue, volume: NVImage) {
+  private constructor(niivue: PaneNiivue, volume: NVImage, data: HeadData) {
     this.#niivue = niivue;
     this.#volume = volume;
+    this.#data = data;
+    this.#graded = known(document.createElement("canvas").getContext("2d", { willReadFrequently: true }));
+    this.#levels = gradingOf([0, 255], [0, 255]); // until a window is set
     const [low, high] = [known(volume.extentsMinOrtho), known(volume.extentsMaxOrtho)];
     const vector = (a: ArrayLike<number>): Vector => [known(a[0]), known(a[1]), known(a[2])];
     this.grid = gridOf(rowByRow(known(volume.mm2ortho)), { low: vector(low), high: vector(high) });
@@ -90,30 +106,37 @@ export class Head {
     const canvas = document.createElement("canvas");
     document.createElement("div").append(canvas);
     await niivue.attachToCanvas(canvas, false);
-    niivue.addColormap("head", { R: [0, 255], G: [0, 255], B: [0, 255], A: [0, 80], I: [0, 255] });
+    const base = baseOf(data.range, data.window, data.isFull);
+    niivue.addColormap("head", greyColours(base, data.window));
     const volume = await NVImage.loadFromBase64({
       base64: text,
       name: "head.nii.gz",
       colormap: "head",
-      cal_min: data.window[0],
-      cal_max: data.window[1],
+      cal_min: base[0],
+      cal_max: base[1],
     });
     niivue.addVolume(volume);
-    return new Head(niivue, volume);
+    return new Head(niivue, volume, data);
   }
 
   // The grey values shown as black and as white.
-  setWindow(window: readonly [number, number]): void {
-    if (this.#volume.cal_min !== window[0] || this.#volume.cal_max !== window[1]) {
-      [this.#volume.cal_min, this.#volume.cal_max] = window;
+  setWindow(window: Window): void {
+    const volume = this.#volume;
+    let base: Window = [known(volume.cal_min), known(volume.cal_max)];
+    const { range, isFull } = this.#data;
+    if (!isExact(range, isFull) && !isWithin(base, window, range)) {
+      base = baseOf(range, window, isFull);
+      [volume.cal_min, volume.cal_max] = base;
+      this.#niivue.addColormap("head", greyColours(base, window));
       this.#niivue.updateGLVolume();
     }
+    this.#levels = gradingOf(base, window);
   }
 
   // The slice through the crosshair, in a canvas of `width` x `height` pixels that the next picture overwrites.
   slice(view: SliceView, crosshair: Vector, width: number, height: number): HTMLCanvasElement {
     const niivue = this.#niivue;
-    niivue.seen = view.window;
+    niivue.seen = view.span;
     niivue.opts.isRadiologicalConvention = view.isMirrored;
     const fraction = niivue.mm2frac([crosshair[0], crosshair[1], crosshair[2]], 0, true);
     niivue.scene.crosshairPos = fraction;
@@ -152,19 +175,22 @@ export class Head {
 
   #draw(type: SLICE_TYPE, width: number, height: number): HTMLCanvasElement {
     const canvas = known(this.#niivue.canvas);
-    if (canvas.width !== width || canvas.height !== height) {
-      canvas.width = width;
-      canvas.height = height;
+    for (const each of [canvas, this.#graded.canvas]) {
+      if (each.width !== width || each.height !== height) {
+        [each.width, each.height] = [width, height];
+      }
     }
     this.#niivue.customLayout = [{ sliceType: type, position: [0, 0, 1, 1] }];
     this.#niivue.drawScene();
-    return canvas;
+    this.#graded.drawImage(canvas, 0, 0);
+    grade(this.#graded, this.#levels);
+    return this.#graded.canvas;
   }
 
   // The picture says itself where its left edge is; a picture on the wrong side is no picture.
   #checkSides(view: SliceView): void {
     const drawn = known(this.#niivue.screenSlices[0]);
-    const { low, high } = view.window;
+    const { low, high } = view.span;
     const left = view.isMirrored ? high[0] : low[0];
     const across = (view.isMirrored ? -1 : 1) * (high[0] - low[0]);
     const isSame =

@@ -62,39 +62,40 @@ function ballOf(colour: string, radius: number): HTMLCanvasElement {
   return ball;
 }
 
-function arrow(context: CanvasRenderingContext2D, mark: Mark, tip: Point): void {
+// A straight arrow as one shape, `grown` pixels wider on every side. Filling is far faster than stroking.
+function arrowShape(context: CanvasRenderingContext2D, mark: Mark, tip: Point, grown: number): void {
   const [x, y] = [tip.x - mark.at.x, tip.y - mark.at.y];
   const long = Math.hypot(x, y);
-  if (long < 1.5) {
-    return; // it points at the eye, or away from it
-  }
   const [ux, uy] = [x / long, y / long];
   const head = Math.min(mark.radius * 1.7, long);
-  const half = head * 0.42;
-  const [bx, by] = [tip.x - ux * head, tip.y - uy * head];
-  const thick = Math.max(1.2, mark.radius * 0.42);
-  const shape = (): void => {
-    context.beginPath();
-    context.moveTo(mark.at.x, mark.at.y);
-    context.lineTo(bx, by);
-    context.stroke();
-  };
-  context.strokeStyle = edge;
-  context.lineWidth = thick + 1.6;
-  shape();
+  const thin = Math.max(0.6, mark.radius * 0.21) + grown;
+  const wide = head * 0.42 + thin * 0.5 + grown;
+  const corner = (along: number, across: number): void =>
+    context.lineTo(mark.at.x + ux * along - uy * across, mark.at.y + uy * along + ux * across);
   context.beginPath();
-  context.moveTo(tip.x, tip.y);
-  context.lineTo(bx - uy * half, by + ux * half);
-  context.lineTo(bx + uy * half, by - ux * half);
-  context.closePath();
-  context.lineWidth = 1.6;
-  context.stroke();
-  context.fillStyle = mark.colour;
+  corner(0, thin);
+  corner(long - head, thin);
+  corner(long - head - grown, wide);
+  corner(long + grown * 2, 0);
+  corner(long - head - grown, -wide);
+  corner(long - head, -thin);
+  corner(0, -thin);
   context.fill();
-  context.strokeStyle = mark.colour;
-  context.lineWidth = thick;
-  shape();
 }
+
+function arrow(context: CanvasRenderingContext2D, mark: Mark, tip: Point, isCrowd: boolean): void {
+  if (Math.hypot(tip.x - mark.at.x, tip.y - mark.at.y) < 1.5) {
+    return; // it points at the eye, or away from it
+  }
+  if (!isCrowd) {
+    context.fillStyle = edge;
+    arrowShape(context, mark, tip, 0.9);
+  }
+  context.fillStyle = mark.colour;
+  arrowShape(context, mark, tip, 0);
+}
+
+const crowd = 3000; // marks: arrows of more have no dark edge, which nobody would see
 
 // In the order given: the last one lies on top.
 export function drawMarks(
@@ -102,11 +103,11 @@ export function drawMarks(
   marks: readonly Mark[],
   pixelRatio: number,
 ): void {
-  context.lineJoin = "round";
+  const isCrowd = marks.length > crowd;
   for (const mark of marks) {
     context.globalAlpha = mark.alpha;
     if (mark.tip !== null) {
-      arrow(context, mark, mark.tip);
+      arrow(context, mark, mark.tip, isCrowd);
     }
     const ball = ballOf(mark.colour, Math.max(1, Math.round(mark.radius * pixelRatio * 2) / 2));
     const side = ball.width / pixelRatio;

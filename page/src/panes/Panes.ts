@@ -2,7 +2,7 @@
 
 import { colourFunction } from "../model/Colours";
 import type { State, Store } from "../model/Store";
-import { times } from "../model/Vector";
+import { dot, times } from "../model/Vector";
 import type { PaneElements } from "../shell/Layout";
 import { axisInWorld, gridWithoutHead, type Grid } from "./Grid";
 import type { Head } from "./Head";
@@ -10,7 +10,7 @@ import type { Mark } from "./Marks";
 import type { PaneName } from "./PaneName";
 import { drawSceneMarks, marksInScene } from "./ScenePane";
 import { SceneView, type Cut } from "./SceneView";
-import { drawSliceMarks, marksOnSlice } from "./SlicePane";
+import { drawCrosshair, drawSliceMarks, marksOnSlice } from "./SlicePane";
 import { sliceNames, SliceView, type Axis, type SliceName } from "./SliceView";
 
 // Pixels of the head's picture that a machine without a GPU draws in time.
@@ -38,12 +38,12 @@ const movesMarks: readonly (keyof State)[] = [
 ];
 
 // Puts a pane's pictures on whole pixels of the screen, so that they are not blurred; true: their size is new.
-function fitToPixels({ frame, head, marks }: PaneElements, ratio: number): boolean {
+function fitToPixels({ frame, head, lines, marks }: PaneElements, ratio: number): boolean {
   const box = frame.getBoundingClientRect();
   const [left, top] = [Math.ceil(box.left * ratio), Math.ceil(box.top * ratio)];
   const width = Math.max(1, Math.floor(box.right * ratio) - left);
   const height = Math.max(1, Math.floor(box.bottom * ratio) - top);
-  for (const { style } of [head, marks]) {
+  for (const { style } of [head, lines, marks]) {
     style.left = `${left / ratio - box.left}px`;
     style.top = `${top / ratio - box.top}px`;
     style.width = `${width / ratio}px`;
@@ -52,7 +52,9 @@ function fitToPixels({ frame, head, marks }: PaneElements, ratio: number): boole
   if (marks.width === width && marks.height === height) {
     return false;
   }
-  [marks.width, marks.height] = [width, height];
+  for (const canvas of [lines, marks]) {
+    [canvas.width, canvas.height] = [width, height];
+  }
   return true;
 }
 
@@ -67,7 +69,8 @@ export class Panes {
   zoom = 1; // of the slices, beside the whole head
   #heads = new Set<PaneName>(); // pictures of the head to be drawn anew
   #overlays = new Set<PaneName>();
-  #drawn = new Map<SliceName, string>(); // what the head's picture shows
+  #drawn = new Map<string, string>(); // what the pictures show
+  #version = 0; // of all that marks are drawn by but the crosshair
   #frame = 0;
   #still = 0;
   #colourOf: (row: number) => string;
@@ -96,6 +99,7 @@ export class Panes {
         this.#faceCut();
       }
       if (movesMarks.some((name) => changed.has(name))) {
+        this.#version += movesMarks.some((name) => name !== "crosshair" && changed.has(name)) ? 1 : 0;
         this.invalidate(movesHead.some((name) => changed.has(name)));
       }
     });
@@ -222,24 +226,25 @@ export class Panes {
   }
 
   #drawSlice(name: SliceName): void {
-    const { frame, head, marks } = this.elements[name];
+    const { frame, head, lines, marks } = this.elements[name];
     if (frame.hidden) {
       return;
     }
     const view = this.slices[name];
     const { data, state } = this.store;
     const ratio = this.pixelRatio();
+    const shown = this.#sliceKey(view);
     if (this.head !== null && this.#heads.has(name)) {
       const [width, height] = this.#headSize(view, this.#isSlow ? softwarePixels.slice : Infinity);
-      const depth = view.project([0, 0, 0], state.crosshair).depth.toFixed(3);
-      const { low, high } = view.window;
-      const shown = [depth, ...low, ...high, width, height, view.isMirrored, state.window].join();
-      if (this.#drawn.get(name) !== shown) {
-        this.#drawn.set(name, shown);
+      if (this.#isNew(name, "head", [shown, state.window].join())) {
         this.#copy(head, this.#withWindow(this.head).slice(view, state.crosshair, width, height));
       }
     }
-    if (this.#overlays.has(name)) {
+    if (!this.#overlays.has(name)) {
+      return;
+    }
+    drawCrosshair(this.#cleared(lines, ratio), view, state.crosshair);
+    if (this.#isNew(name, "marks", [shown, this.#version].join())) {
       const context = this.#cleared(marks, ratio);
       const size = { width: view.width, height: view.height, text: this.textHeight() };
       const radius = (data.settings.glyphPixels * size.text) / 28;
@@ -260,19 +265,45 @@ export class Panes {
     if (this.head !== null && this.#heads.has("scene")) {
       const most = isFine ? softwarePixels.sceneStill : softwarePixels.sceneTurning;
       const [width, height] = this.#headSize(view, this.#isSlow ? most : Infinity);
-      this.#copy(head, this.#withWindow(this.head).scene(view, width, height));
-      clearTimeout(this.#still);
-      if (!isFine) {
-        this.#still = window.setTimeout(() => this.#drawStill(), stillAfter);
+      const isNew = this.#isNew("scene", "head", [this.#sceneKey(), state.window].join());
+      if (isNew || (isFine && head.width < width)) {
+        this.#copy(head, this.#withWindow(this.head).scene(view, width, height));
+        clearTimeout(this.#still);
+        if (!isFine) {
+          this.#still = window.setTimeout(() => this.#drawStill(), stillAfter);
+        }
       }
     }
-    if (this.#overlays.has("scene")) {
+    // The crosshair is seen in 3D by the cut alone.
+    if (this.#overlays.has("scene") && this.#isNew("scene", "marks", [this.#sceneKey(), this.#version].join())) {
       const context = this.#cleared(marks, ratio);
       const size = { width: view.width, height: view.height, text: this.textHeight() };
       const found = marksInScene(data, state, view, this.#colourOf, size.text / 7);
       this.marks.scene = found;
       drawSceneMarks(context, { data, state, view, size, marks: found, pixelRatio: ratio });
     }
+  }
+
+  // Is that picture another one than was drawn last? From now on it is the one that was.
+  #isNew(name: PaneName, layer: "head" | "marks", shown: string): boolean {
+    const key = `${name} ${layer}`;
+    const isNew = this.#drawn.get(key) !== shown;
+    this.#drawn.set(key, shown);
+    return isNew;
+  }
+
+  // Which slice, what of it, and how large.
+  #sliceKey(view: SliceView): string {
+    const depth = view.project([0, 0, 0], this.store.state.crosshair).depth.toFixed(3);
+    const { low, high } = view.span;
+    return [depth, ...low, ...high, view.width, view.height, this.pixelRatio(), this.textHeight(), view.isMirrored].join();
+  }
+
+  // What 3D is seen from, how it is cut, and how large.
+  #sceneKey(): string {
+    const { azimuth, elevation, zoom, cuts, width, height } = this.scene;
+    const planes = cuts.map(({ place, normal }) => [dot(place, normal).toFixed(3), ...normal]);
+    return [azimuth, elevation, zoom, width, height, this.pixelRatio(), this.textHeight(), ...planes.flat()].join();
   }
 
   #drawStill(): void {
@@ -297,11 +328,16 @@ export class Panes {
 
   #copy(to: HTMLCanvasElement, from: HTMLCanvasElement): void {
     [to.width, to.height] = [from.width, from.height];
-    to.getContext("2d", { alpha: false })?.drawImage(from, 0, 0);
+    this.#contextOf(to)?.drawImage(from, 0, 0);
+  }
+
+  // Without a GPU a browser draws faster on canvases that it does not leave to one.
+  #contextOf(canvas: HTMLCanvasElement): CanvasRenderingContext2D | null {
+    return canvas.getContext("2d", { willReadFrequently: this.#isSlow });
   }
 
   #cleared(canvas: HTMLCanvasElement, ratio: number): CanvasRenderingContext2D {
-    const context = canvas.getContext("2d");
+    const context = this.#contextOf(canvas);
     if (context === null) {
       throw new Error("This browser draws no pictures.");
     }

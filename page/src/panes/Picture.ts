@@ -87,7 +87,7 @@ export function pictureOf(panes: Panes): HTMLCanvasElement {
   warnings.forEach((words, i) => write(words, inset + line * (i + 2.5), "#ffc24d", 600));
   // Pixel by pixel, as on the screen.
   context.setTransform(1, 0, 0, 1, 0, 0);
-  for (const { head, marks } of frames) {
+  for (const { head, lines, marks } of frames) {
     const box = marks.getBoundingClientRect();
     const x = Math.round((box.left - grid.left) * ratio);
     const y = Math.round((top + box.top - grid.top) * ratio);
@@ -96,6 +96,7 @@ export function pictureOf(panes: Panes): HTMLCanvasElement {
     if (store.data.head !== null) {
       context.drawImage(head, x, y, marks.width, marks.height);
     }
+    context.drawImage(lines, x, y);
     context.drawImage(marks, x, y);
   }
   context.scale(ratio, ratio);

@@ -48,7 +48,7 @@ export function marksOnSlice(
   return marks.sort((a, b) => Math.abs(b.at.depth) - Math.abs(a.at.depth));
 }
 
-function drawCrosshair(context: CanvasRenderingContext2D, view: SliceView, crosshair: Vector): void {
+export function drawCrosshair(context: CanvasRenderingContext2D, view: SliceView, crosshair: Vector): void {
   const { x, y } = view.project(crosshair, crosshair);
   const gap = 9;
   context.strokeStyle = crosshairColour;
@@ -133,7 +133,6 @@ export function drawSliceMarks(context: CanvasRenderingContext2D, picture: Slice
   const right = times(axisInWorld(view.grid, view.column), sign);
   const up = axisInWorld(view.grid, view.row);
   drawSphere(context, data, view, state.crosshair);
-  drawCrosshair(context, view, state.crosshair);
   const reach = Math.max(state.toleranceMm ?? Infinity, 2);
   for (const point of data.points) {
     const at = view.project(point.place, state.crosshair);

@@ -23,7 +23,8 @@ export interface Point {
   depth: number; // mm from the slice, along the axis through it
 }
 
-export interface Window {
+// What a pane shows of the slice.
+export interface Span {
   low: readonly [number, number]; // mm of the grid, at the left (without mirroring) and at the bottom
   high: readonly [number, number];
 }
@@ -60,7 +61,7 @@ export class SliceView {
     this.middle = this.#middleOfBox();
   }
 
-  get window(): Window {
+  get span(): Span {
     const [across, up] = [this.width / this.scale / 2, this.height / this.scale / 2];
     const [column, row] = this.middle;
     return { low: [column - across, row - up], high: [column + across, row + up] };

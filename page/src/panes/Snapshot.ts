@@ -7,7 +7,7 @@ import { colourFunction } from "../model/Colours";
 import type { Panes } from "./Panes";
 import { drawSceneMarks, marksInScene } from "./ScenePane";
 import { SceneView } from "./SceneView";
-import { drawSliceMarks, marksOnSlice } from "./SlicePane";
+import { drawCrosshair, drawSliceMarks, marksOnSlice } from "./SlicePane";
 import { SliceView, type SliceName } from "./SliceView";
 
 // Where one stands, degrees; from above the patient's front is up.
@@ -45,6 +45,7 @@ function drawSlice(panes: Panes, context: CanvasRenderingContext2D, name: SliceN
   const text = size.width * textShare;
   const radius = (data.settings.glyphPixels * text) / 28;
   const marks = marksOnSlice(data, state, view, colourFunction(data, state.colourBy), radius);
+  drawCrosshair(context, view, at);
   drawSliceMarks(context, { data, state, view, size: { ...size, text }, marks, pixelRatio: 1 });
 }
 

@@ -7,7 +7,8 @@ import { element } from "./Element";
 export interface PaneElements {
   frame: HTMLElement;
   head: HTMLCanvasElement; // the head alone
-  marks: HTMLCanvasElement; // all that is drawn over it
+  lines: HTMLCanvasElement; // the crosshair over it
+  marks: HTMLCanvasElement; // dipoles, points, letters
 }
 
 export interface Layout {
@@ -24,8 +25,9 @@ export interface Layout {
 
 function pane(name: PaneName, title: string): PaneElements {
   const head = element("canvas", { class: "head", "aria-hidden": "true" });
+  const lines = element("canvas", { class: "lines", "aria-hidden": "true" });
   const marks = element("canvas", { class: "marks", role: "img", "aria-label": title, tabindex: "0" });
-  return { frame: element("div", { class: "pane", "data-pane": name }, head, marks), head, marks };
+  return { frame: element("div", { class: "pane", "data-pane": name }, head, lines, marks), head, lines, marks };
 }
 
 function section(name: string, title: string): HTMLElement {
