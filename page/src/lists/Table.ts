@@ -130,10 +130,17 @@ export class Table {
     this.#isChoosing = false;
   }
 
+  // All rows are of one height, so the place of any is known without those before it.
   scrollTo(row: number): void {
-    const component = this.#isBuilt ? this.#table.rowOf(row) : undefined;
-    if (component !== undefined && this.#order.includes(row)) {
-      void this.#table.scrollToRow(component, "center", false);
+    const at = this.#order.indexOf(row);
+    const holder = this.element.querySelector(".tabulator-tableholder");
+    const height = this.element.querySelector<HTMLElement>(".tabulator-row")?.offsetHeight ?? 0;
+    if (at === -1 || holder === null || height === 0) {
+      return;
+    }
+    const { scrollTop, clientHeight } = holder;
+    if (at * height < scrollTop || (at + 1) * height > scrollTop + clientHeight) {
+      holder.scrollTop = at * height - (clientHeight - height) / 2;
     }
   }
 

@@ -53,7 +53,7 @@ function choices(data: PageData, state: Readonly<State>): Condition[] {
   const { columns, roles, clusters } = data.dipoles;
   const found: Condition[] = [];
   const shown = columns[roles.shown]?.values;
-  if (!state.areHiddenShown && shown !== undefined) {
+  if (!state.areHiddenShown && shown?.includes(false) === true) {
     found.push({ limit: "hidden by its own switch", isPassing: (row) => shown[row] !== false });
   }
   if (state.isolated !== 0) {
