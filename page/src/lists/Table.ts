@@ -130,17 +130,23 @@ export class Table {
     this.#isChoosing = false;
   }
 
-  // All rows are of one height, so the place of any is known without those before it.
+  // The table only guesses how far down a row is until it has made its element; then it is where it is.
   scrollTo(row: number): void {
-    const at = this.#order.indexOf(row);
     const holder = this.element.querySelector(".tabulator-tableholder");
-    const height = this.element.querySelector<HTMLElement>(".tabulator-row")?.offsetHeight ?? 0;
-    if (at === -1 || holder === null || height === 0) {
+    const component = this.#isBuilt ? this.#table.rowOf(row) : undefined;
+    if (holder === null || component === undefined || !this.#order.includes(row)) {
       return;
     }
-    const { scrollTop, clientHeight } = holder;
-    if (at * height < scrollTop || (at + 1) * height > scrollTop + clientHeight) {
-      holder.scrollTop = at * height - (clientHeight - height) / 2;
+    const { scrollLeft, scrollTop } = holder;
+    const shown = component.getElement();
+    const isSeen =
+      shown.isConnected &&
+      shown.offsetTop >= scrollTop &&
+      shown.offsetTop + shown.offsetHeight <= scrollTop + holder.clientHeight;
+    if (!isSeen) {
+      void this.#table.scrollToRow(component, "top", true);
+      holder.scrollTop = shown.offsetTop - (holder.clientHeight - shown.offsetHeight) / 2;
+      holder.scrollLeft = scrollLeft;
     }
   }
 

@@ -2,7 +2,7 @@
 // at every comparison, which takes a second for 30000 rows; here the order is made of the columns at once, and the
 // table only takes it over, at the place of its data pipeline where its sorter would stand.
 
-import { Module, type Tabulator } from "tabulator-tables";
+import { Module, type RowComponent, type Tabulator } from "tabulator-tables";
 
 export interface RowData {
   row: number; // of the set
@@ -12,6 +12,7 @@ export interface RowData {
 export interface TableRow {
   data: RowData;
   element: HTMLElement | false;
+  getComponent(): RowComponent;
 }
 
 // Of the module, what its declarations leave out.
@@ -31,6 +32,7 @@ export class TableOrder extends Module {
     super(table);
     this.registerTableFunction("setOrder", (order) => this.setOrder(order as readonly number[]));
     this.registerTableFunction("madeRows", () => this.#rows.filter(({ element }) => element !== false));
+    this.registerTableFunction("rowOf", (row) => this.#rows[row as number]?.getComponent());
   }
 
   override initialize(): void {
@@ -51,4 +53,5 @@ export class TableOrder extends Module {
 export interface OrderedTable extends Tabulator {
   setOrder(order: readonly number[]): void;
   madeRows(): TableRow[]; // those that have an element
+  rowOf(row: number): RowComponent | undefined;
 }
