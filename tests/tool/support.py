@@ -17,7 +17,8 @@ ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)
 EXAMPLES = os.path.join(ROOT, "examples")
 TOOL = os.environ.get("DIPOLE_TOOL", "")
 # With what runs a program of another system in front.
-PROGRAM = [*os.environ.get("DIPOLE_EMULATOR", "").split(), TOOL]
+EMULATOR = os.environ.get("DIPOLE_EMULATOR", "").split()
+PROGRAM = [*EMULATOR, TOOL]
 
 LEFT_FIRST = "0,100,0 -80,0,0 80,0,0"  # fiducial points that make the head frame the scanner's, x mirrored
 
@@ -30,7 +31,7 @@ def run(*arguments, program=None, **options):
     """The program's result with standard input closed, as in a script."""
     options.setdefault("stdin", subprocess.DEVNULL)
     options.setdefault("timeout", 120)
-    return subprocess.run([*(PROGRAM if program is None else [program]), *arguments], capture_output=True, **options)
+    return subprocess.run([*EMULATOR, program or TOOL, *arguments], capture_output=True, **options)
 
 
 def with_output(arguments):

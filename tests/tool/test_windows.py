@@ -7,7 +7,8 @@ import subprocess
 import unittest
 
 import dipset
-from support import TOOL, Png, ToolTest, dipole_file, example, run
+from pages import Page
+from support import TOOL, Png, ToolTest, dipole_file, example, program_with_page, run
 
 SPIKES = example("spikes.dip")
 NAMES = ["Müller.dip", "脳.dip", "два слова.dip", "[a].dip", "a,b.dip"]
@@ -41,6 +42,18 @@ class Names(ToolTest):
         result = self.end_with(1, "draw", SPIKES, "--mri", self.path("ö.nii"), "--fiducials", self.path("ä.txt"),
                                "-o", self.path("o.png"))
         self.assertIn(self.path("ä.txt") + ": cannot be opened", result.err)
+
+
+class Pages(ToolTest):
+    def test_the_template_is_found_beside_the_program_wherever_that_is(self):
+        program = program_with_page(self.path("Programme 脳"))
+        self.succeed("page", SPIKES, "-o", self.path("ö.html"), program=program)
+        with open(self.path("ö.html"), "rb") as file:
+            page = Page(file.read())
+        self.assertEqual((page.json["dipoles"]["count"], page.json["files"][0]["name"]), (120, "spikes.dip"))
+        bare = program_with_page(self.path("bare"), None)
+        self.assertIn("this build has no page",
+                      self.end_with(1, "page", SPIKES, "-o", self.path("a.html"), program=bare).err)
 
 
 class Streams(ToolTest):
