@@ -20,9 +20,22 @@ import ctf_mri  # noqa: E402
 from support import ToolTest, dipole_file, example, program_with_page  # noqa: E402
 
 CH2 = "/usr/share/mricron/templates/ch2.nii.gz"
-POINTS = "0,100,0 -80,0,0 80,0,0"
-# One dipole on the left in front above: x to the nose 6, y left 4, z up 2 cm. In the scanner of POINTS:
-BRIGHT = numpy.array([-40.0, 60.0, 20.0])
+NASION, LEFT, RIGHT = numpy.array([[6.0, 95, 12], [-78, 4, -6], [76, -8, 3]])  # of a head that lies crooked
+POINTS = " ".join("%g,%g,%g" % tuple(point) for point in (NASION, LEFT, RIGHT))
+
+
+def in_scanner(left, up, front):
+    """Of a place in the head frame of the points: the origin between the ears, the front to the nasion."""
+    origin = (LEFT + RIGHT) / 2
+    z = (NASION - origin) / numpy.linalg.norm(NASION - origin)
+    x = LEFT - origin
+    x -= (x @ z) * z
+    x /= numpy.linalg.norm(x)
+    return origin + left * x + up * numpy.cross(z, x) + front * z
+
+
+# One dipole on the left in front above: x to the nose 6, y left 4, z up 2 cm.
+BRIGHT = in_scanner(40, 20, 60)
 
 
 def grey_head(affine, shape, kind, scale=1.0):
@@ -94,7 +107,7 @@ class HeadTest(ToolTest):
 
 
 class Heads(HeadTest):
-    def check(self, matrix, kind, scale=1.0, shape=(80, 90, 70)):
+    def check(self, matrix, kind, scale=1.0, shape=(100, 90, 80)):
         affine = centred(matrix, shape)
         image = nibabel.Nifti1Image(grey_head(affine, shape, kind, scale), affine)
         image.set_sform(affine, 1)
@@ -105,6 +118,7 @@ class Heads(HeadTest):
         shown = self.page("--mri", path, "--fiducials", POINTS)
         step = float(shown.dataobj.slope)
         cropped = self.assert_same_head(shown, original, step)
+        self.assertGreater(len(cropped), 0)
         self.assertTrue((cropped < 0.1 * 300 * scale).all())
         self.assertEqual(shown.get_data_dtype(), numpy.uint8)
         self.assert_right_side(shown)
@@ -123,10 +137,10 @@ class Heads(HeadTest):
         self.assertLess(shown.affine[0, 0], 0)
 
     def test_axes_in_another_order(self):
-        self.check(numpy.array([[0, 0, 3.0], [-3.0, 0, 0], [0, -3.0, 0]]), numpy.uint16, shape=(90, 70, 80))
+        self.check(numpy.array([[0, 0, 3.0], [-3.0, 0, 0], [0, -3.0, 0]]), numpy.uint16, shape=(90, 100, 80))
 
     def test_oblique(self):
-        self.check(rotation((0.3, -0.2, 0.4)) * 3.0, numpy.int16)
+        self.check(rotation((0.3, -0.2, 0.4)) * 3.0, numpy.int16, shape=(120, 110, 115))
 
     def test_whole_numbers_that_fit_keep_their_values(self):
         _, step = self.check(numpy.diag([3.0, 3.0, 3.0]), numpy.uint8, scale=0.3)

@@ -86,6 +86,9 @@ class Content(PageTest):
         self.assertEqual(page.json["world"]["kind"], "scanner")
         self.assertEqual([frame["name"] for frame in page.json["frames"]],
                          ["host", "ctf", "neuromag", "scanner", "mni"])
+        for row, place in enumerate(page.json["dipoles"]["places"]):
+            for found, axis in zip(place, ("x_right", "y_front", "z_up")):
+                self.assertAlmostEqual(found, page.column("scanner_%s_mm" % axis)[row], delta=1e-4)
         for frame in page.json["frames"]:
             prefix = {"host": "", "ctf": "ctf_", "neuromag": "neuromag_", "scanner": "scanner_", "mni": "mni_"}
             titles = [prefix[frame["name"]] + axis + "_" + side + "_mm" for axis, side in zip("xyz", frame["axes"])]
