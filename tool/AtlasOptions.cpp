@@ -1,11 +1,25 @@
 #include "tool/AtlasOptions.h"
 
 #include <memory>
+#include <stdexcept>
+#include <string>
 
 #include "host/head/AtlasFile.h"
+#include "tool/ArgumentCheck.h"
 #include "tool/TerminalOperator.h"
 
 namespace tool {
+
+namespace {
+
+bool refuseEmpty(const std::string& text) {
+  if (text.empty()) {
+    throw std::invalid_argument("an empty name names no atlas");
+  }
+  return true;
+}
+
+}  // namespace
 
 void AtlasOptions::addTo(CLI::App& command) {
   command
@@ -13,6 +27,7 @@ void AtlasOptions::addTo(CLI::App& command) {
           "--atlas", m_atlas,
           "Which part of the brain places lie in, by an image of labels in MNI space (NIfTI) and a text "
           "of their names; needs the fiducial points and --mni")
+      ->check(argumentCheck(refuseEmpty))
       ->type_name("aal|brodmann|FILE[,NAMES]");
 }
 

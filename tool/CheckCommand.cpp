@@ -116,7 +116,7 @@ int CheckCommand::run() const {
   setQuiet(true);
   const std::vector<InputFile> files = m_import.files();
   ImportChoices choices = m_import.choices();
-  choices.points = m_frame.pointsFor(files);
+  choices.head = m_frame.headFor(files);
   if (choices.answers == Answers::ask) {
     choices.answers = Answers::lookOnly;
   }

@@ -62,7 +62,7 @@ ConvertCommand::ConvertCommand(CLI::App& program)
 int ConvertCommand::run() const {
   const std::optional<host::PlaceNames> places = m_frame.places();
   ImportSession session =
-      importToWrite(m_import, m_output, [this](const auto& files) { return m_frame.pointsFor(files); });
+      importToWrite(m_import, m_output, [this](const auto& files) { return m_frame.headFor(files); });
   writeSet(session, m_import.names(), m_output, m_frame, places);
   return exitDone;
 }

@@ -56,9 +56,9 @@ const PointOptions::Known& FrameOptions::known() const {
   return *m_known;
 }
 
-std::optional<host::Fiducials> FrameOptions::pointsFor(const std::vector<InputFile>& files) const {
+host::CarryingHead FrameOptions::headFor(const std::vector<InputFile>& files) const {
   const bool isNeeded = needsPoints(files) || m_points.hasTransform();
-  return isNeeded ? pointsToImport(known().head, files) : std::nullopt;
+  return isNeeded ? headToImport(known().head, files) : host::CarryingHead();
 }
 
 std::vector<host::Finding> FrameOptions::findings(const host::JoinedSet& joined) const {

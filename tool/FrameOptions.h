@@ -23,9 +23,9 @@ class FrameOptions {
   // command. `choosesFrame`: also what tells in which frame places are written.
   void addTo(CLI::App& command, const ImportOptions& input, bool choosesFrame = true);
 
-  // The fiducial points of the head for an import of the files: those that are given, else those that come
-  // with the MRI; nothing when none of the files needs them. Throws std::runtime_error with the cause.
-  std::optional<host::Fiducials> pointsFor(const std::vector<InputFile>& files) const;
+  // For an import of the files: the fiducial points that are given, else those that come with the MRI; none
+  // when none of the files needs them. Throws std::runtime_error with the cause.
+  host::CarryingHead headFor(const std::vector<InputFile>& files) const;
 
   // What is to be said of a transform that is given, and of dipoles in the MRI that is given: whether their
   // files have its points. Throws std::runtime_error with the cause.

@@ -30,8 +30,9 @@ namespace {
 constexpr const char* help =
     R"(The content of a file tells its format: NIfTI (also a pair of .hdr and .img), CTF MRI 2.2 and 4.x,
 MGH or MGZ; a folder with a series of DICOM files is read by way of dcm2niix. Points are
-millimetres to the right, to the front and up: the scanner's, or, where a format has none, those
-around the middle of the volume.
+millimetres to the right, to the front and up: the scanner's, or what else the code of a NIfTI
+file says (MNI's, Talairach's, another image's), or, where a format has none, those around the
+middle of the volume.
 
 -o writes the head as NIfTI (.nii, .nii.gz) and, when it is registered, its fiducial points beside
 it (head.fiducials for head.nii.gz), so that the next program finds both. --accept mri-points
@@ -60,6 +61,10 @@ Json triple(const host::Vector3& point) {
 std::string tripleText(const host::Vector3& point, int decimals) {
   return host::fixed(point.x, decimals) + "  " + host::fixed(point.y, decimals) + "  " +
          host::fixed(point.z, decimals);
+}
+
+std::string spaceText(const host::HeadSource& source) {
+  return host::textOf(source.space) + (source.spaceCode.empty() ? "" : " (" + source.spaceCode + ")");
 }
 
 std::string line(const std::string& name, const std::string& value) {
@@ -109,7 +114,7 @@ std::string report(const host::OpenedHead& opened, const std::string& file) {
                            std::to_string(depth) + " voxels");
   text += line("spacing", tripleText(spacingOf(volume), 3) + " mm");
   text += line("sides", (volume.sidesStated() ? "known by " : "assumed, known by ") + source.sides);
-  text += line("millimetres", source.isScannerFrame ? "the scanner's" : "around the middle of the volume");
+  text += line("millimetres", spaceText(source));
   if (!source.matrix.empty()) {
     text += line("head matrix", source.matrix);
   }
@@ -158,7 +163,8 @@ Json jsonReport(const host::OpenedHead& opened, const std::string& file) {
           {"spacing_mm", triple(spacingOf(volume))},
           {"sides_known", volume.sidesStated()},
           {"sides_by", source.sides},
-          {"scanner_frame", source.isScannerFrame},
+          {"scanner_frame", source.space == host::MriSpace::scanner},
+          {"millimetres", spaceText(source)},
           {"voxel_to_mm", map},
           {"fiducials_mm", points},
           {"matrix", source.matrix.empty() ? Json(nullptr) : Json(source.matrix)},
@@ -219,9 +225,9 @@ void HeadCommand::write(const host::Head& head) const {
     throw std::runtime_error("cannot write " + m_output + ": the head has no fiducial points, but " + points +
                              " lies beside it");
   }
-  host::writeNifti(pathTextOf(m_output), *head.volume, head.source.isScannerFrame);
+  host::writeNifti(pathTextOf(m_output), *head.volume, head.source.space);
   if (head.fiducials) {
-    const std::string text = host::fiducialText(*head.fiducials);
+    const std::string text = host::fiducialText(*head.fiducials, head.source.space);
     host::writeSafely(host::textOf(beside),
                       [&](CFile& file) { file.Write(text.data(), static_cast<UINT>(text.size())); });
   }

@@ -19,6 +19,35 @@
 
 namespace tool {
 
+namespace {
+
+// Those that the dipole file brings, for a head that has none. What they are called.
+std::string takePointsOfSet(host::OpenedHead& opened, const ImportSession& session) {
+  host::Head& head = opened.head;
+  try {
+    host::registerHead(head, host::fiducialsOfSet(session.collection(), *head.volume));
+    if (!opened.notice.empty()) {
+      tell("warning: " + opened.notice);
+    }
+    tellNote("fiducial points: those of the dipole file");
+    return "by the fiducial points of the dipole file";
+  } catch (const std::runtime_error& error) {
+    throw std::runtime_error("no fiducial points: " + whyWithoutPoints(opened) + "; " + error.what() +
+                             (head.source.unplaceable.empty() ? "; --fiducials gives them" : ""));
+  }
+}
+
+std::string ownPoints(const std::string& mri) {
+  const std::filesystem::path beside = host::fiducialsBeside(pathOf(mri));
+  std::error_code error;
+  return std::filesystem::exists(beside, error)
+             ? "by the fiducial points of " + host::utf8Of(host::textOf(beside.filename())) +
+                   ", beside the MRI"
+             : "by the fiducial points that the MRI holds";
+}
+
+}  // namespace
+
 void HeadOptions::addTo(CLI::App& command) {
   m_mriOption =
       command
@@ -27,20 +56,15 @@ void HeadOptions::addTo(CLI::App& command) {
                       "out the one that a dipole file names")
           ->type_name("HEAD|none");
   m_points.addTo(command);
-  addCtf21(command, m_takesCtf21);
 }
 
-void addCtf21(CLI::App& command, bool& isTaken) {
-  command.add_flag("--ctf-2.1", isTaken,
-                   "Read a CTF MRI of version 2.1 too, whose layout is known less well");
-}
-
-std::optional<host::Fiducials> HeadOptions::pointsFor(const std::vector<InputFile>& files,
-                                                      const ImportChoices& choices) const {
+host::CarryingHead HeadOptions::headFor(const std::vector<InputFile>& files,
+                                        const ImportChoices& choices) const {
   if (!needsPoints(files) && !m_points.hasTransform()) {
-    return std::nullopt;
+    return {};
   }
-  return pointsToImport(m_points.known(m_mri, choices).head, files);
+  m_known = m_points.known(m_mri, choices);
+  return headToImport(m_known->head, files);
 }
 
 std::vector<std::string> HeadOptions::files() const {
@@ -50,7 +74,7 @@ std::vector<std::string> HeadOptions::files() const {
 }
 
 host::Head HeadOptions::readUnregistered() const {
-  return host::openHead(pathTextOf(m_mri), {m_takesCtf21}).head;
+  return m_known && m_known->mri ? *m_known->mri : host::openHead(pathTextOf(m_mri), m_points.reading()).head;
 }
 
 std::string HeadOptions::named(const ImportSession& session) const {
@@ -88,48 +112,30 @@ std::optional<host::Head> HeadOptions::read(ImportSession& session) const {
     }
     return std::nullopt;
   }
-  return readRegistered(session, mri);
-}
-
-void HeadOptions::noteOwnPoints(const std::string& mri) const {
-  const std::filesystem::path beside = host::fiducialsBeside(pathOf(mri));
-  std::error_code error;
-  m_registeredBy =
-      std::filesystem::exists(beside, error)
-          ? "by the fiducial points of " + host::utf8Of(host::textOf(beside.filename())) + ", beside the MRI"
-          : "by the fiducial points that the MRI holds";
-}
-
-host::Head HeadOptions::readRegistered(ImportSession& session, const std::string& mri) const {
-  (void)m_points.points();  // a mistake in them is told before a large MRI is read
-  host::OpenedHead opened = host::openHead(pathTextOf(mri), {m_takesCtf21});
-  host::Head& head = opened.head;
-  if (!m_points.isGiven()) {
-    takeUnusualPoints(opened, mri, session.accepts(host::FindingCode::mriPoints));
-  }
-  if (m_points.isGiven()) {
-    session.add(m_points.registerHead(head));
-    m_registeredBy = m_points.about();
-  } else if (!head.isRegistered()) {
-    try {
-      host::registerHead(head, host::fiducialsOfSet(session.collection(), *head.volume));
-      if (!opened.notice.empty()) {
-        tell("warning: " + opened.notice);
-      }
-      tellNote("fiducial points: those of the dipole file");
-      m_registeredBy = "by the fiducial points of the dipole file";
-    } catch (const std::runtime_error& error) {
-      throw std::runtime_error("no fiducial points: " + whyWithoutPoints(opened) + "; " + error.what() +
-                               (head.source.unplaceable.empty() ? "; --fiducials gives them" : ""));
-    }
-  } else {
-    noteOwnPoints(mri);
-  }
+  host::Head head = readRegistered(session, mri);
   if (!head.volume->sidesStated()) {
     tell("warning: " + mri + " does not say which side of it is left: sides are assumed");
   }
   session.add(host::findingsOf(head, mri));
   session.add(host::findingsIn(head, session.joined()));
+  return head;
+}
+
+host::Head HeadOptions::readRegistered(ImportSession& session, const std::string& mri) const {
+  if (m_known && m_known->mri) {
+    session.add(m_known->findings);
+    m_registeredBy = m_points.isGiven() ? m_points.about() : ownPoints(mri);
+    return *m_known->mri;
+  }
+  (void)m_points.points();  // a mistake in them is told before a large MRI is read
+  host::OpenedHead opened = host::openHead(pathTextOf(mri), m_points.reading());
+  if (m_points.isGiven()) {
+    session.add(m_points.registerHead(opened.head));
+    m_registeredBy = m_points.about();
+  } else {
+    takeUnusualPoints(opened, mri, session.accepts(host::FindingCode::mriPoints));
+    m_registeredBy = opened.head.isRegistered() ? ownPoints(mri) : takePointsOfSet(opened, session);
+  }
   return std::move(opened.head);
 }
 

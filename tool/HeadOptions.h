@@ -12,9 +12,6 @@
 
 namespace tool {
 
-// The switch that lets CTF MRIs of version 2.1 in.
-void addCtf21(CLI::App& command, bool& isTaken);
-
 class HeadOptions {
  public:
   // Adds the arguments to the command; this object has to live as long as the command.
@@ -28,9 +25,8 @@ class HeadOptions {
   CLI::Option* fiducials() const { return m_points.fiducials(); }
 
   // For an import of the files: the points that are given, or come with the MRI, before it is known what
-  // dipoles the files bring; nothing when none of them needs points.
-  std::optional<host::Fiducials> pointsFor(const std::vector<InputFile>& files,
-                                           const ImportChoices& choices) const;
+  // dipoles the files bring; none when none of them needs points. An MRI that this opens is not read again.
+  host::CarryingHead headFor(const std::vector<InputFile>& files, const ImportChoices& choices) const;
 
   // The files that are named.
   std::vector<std::string> files() const;
@@ -51,11 +47,10 @@ class HeadOptions {
  private:
   std::string named(const ImportSession& session) const;
   host::Head readRegistered(ImportSession& session, const std::string& mri) const;
-  void noteOwnPoints(const std::string& mri) const;
 
   std::string m_mri;
   PointOptions m_points;
-  bool m_takesCtf21 = false;
+  mutable std::optional<PointOptions::Known> m_known;  // of the MRI that is given, when an import needed it
   CLI::Option* m_mriOption = nullptr;
   mutable std::string m_registeredBy;
 };

@@ -37,8 +37,8 @@ ImportSession::ImportSession(const std::vector<InputFile>& files, ImportChoices 
 
 void ImportSession::import(const InputFile& file, TerminalOperator& op) {
   op.nameFile(file.name);
-  host::ImportedFile import = host::importFile(host::textOf(file.path()), file.format, file.name,
-                                               m_choices.repairs, m_choices.points);
+  host::ImportedFile import =
+      host::importFile(host::textOf(file.path()), file.format, file.name, m_choices.repairs, m_choices.head);
   m_messages.insert(m_messages.end(), import.messages.begin(), import.messages.end());
   if (!import.failure.empty()) {
     fail(file.name, import.failure);

@@ -20,8 +20,8 @@ struct ImportChoices {
   Answers answers = Answers::ask;
   host::Repairs repairs;
   std::set<host::FindingCode> accepted;
-  std::optional<host::Fiducials> points;  // of the head, for files in the Neuromag head frame
-  bool tellsFindings = true;              // on standard error
+  host::CarryingHead head;    // for files in the Neuromag head frame
+  bool tellsFindings = true;  // on standard error
 
   // Whether the user knows: said so, or brought it about by an answer to the module's question.
   bool accepts(const host::Finding& finding) const {

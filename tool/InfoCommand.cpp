@@ -266,7 +266,7 @@ int InfoCommand::run() const {
   const std::optional<host::PlaceNames> names = m_frame.places();
   const std::vector<InputFile> files = m_import.files();
   ImportChoices choices = m_import.choices();
-  choices.points = m_frame.pointsFor(files);
+  choices.head = m_frame.headFor(files);
   for (const InputFile& file : files) {
     ImportSession session({file}, choices);
     session.add(m_frame.findings(session.joined()));

@@ -144,7 +144,7 @@ ListCommand::ListCommand(CLI::App& program)
 int ListCommand::run() const {
   const std::vector<InputFile> files = m_import.files();
   ImportChoices choices = m_import.choices();
-  choices.points = m_frame.pointsFor(files);
+  choices.head = m_frame.headFor(files);
   const host::SetFrame frame = m_frame.frame();
   const std::optional<host::PlaceNames> names = m_frame.places();
   ImportSession session(files, std::move(choices));

@@ -39,12 +39,12 @@ void PictureInput::refuseToOverwrite(const std::string& output, const std::strin
 
 ImportSession PictureInput::import(const std::vector<InputFile>& files) const {
   ImportChoices choices = m_import.choices();
-  choices.points = m_head.pointsFor(files, choices);
+  choices.head = m_head.headFor(files, choices);
   return ImportSession(files, std::move(choices));
 }
 
 host::KnownHead PictureInput::known(const host::Head& head) const {
-  host::KnownHead known{head.fiducials, m_mni.map(), head.source.isScannerFrame};
+  host::KnownHead known{head.fiducials, m_mni.map(), head.source.space};
   if (head.fiducials && head.arePointsAssumed) {
     known.neuromagToScanner = host::neuromagToScanner(*head.fiducials);
     known.points.reset();

@@ -56,6 +56,11 @@ bool needsPoints(const std::vector<InputFile>& files) {
   return std::any_of(files.begin(), files.end(), isNeuromag);
 }
 
+void addCtf21(CLI::App& command, bool& isTaken) {
+  command.add_flag("--ctf-2.1", isTaken,
+                   "Read a CTF MRI of version 2.1 too, whose layout is known less well");
+}
+
 void PointOptions::addTo(CLI::App& command) {
   m_option = command
                  .add_option("--fiducials", m_points,
@@ -66,6 +71,7 @@ void PointOptions::addTo(CLI::App& command) {
       .add_option("--trans", m_transform,
                   "The way between the Neuromag head frame and the MRI of --mri: MNE's *-trans.fif")
       ->type_name("FILE");
+  addCtf21(command, m_takesCtf21);
 }
 
 std::string PointOptions::about() const {
@@ -129,13 +135,14 @@ PointOptions::Known PointOptions::known(const std::string& mri, const ImportChoi
   if (!hasMri) {
     if (given) {
       result.head.points = given->points;
+      result.head.space = given->space.value_or(host::MriSpace::scanner);
       result.head.arePointsUnplaced = given->frame != host::PointFrame::scanner;
     }
     return result;
   }
-  host::OpenedHead opened = host::openHead(pathTextOf(mri));
+  host::OpenedHead opened = host::openHead(pathTextOf(mri), reading());
   host::Head& head = opened.head;
-  result.head.isScannerFrame = head.source.isScannerFrame;
+  result.head.space = head.source.space;
   if (isGiven()) {
     result.findings = registerHead(head);
   } else {
@@ -169,14 +176,14 @@ void takeUnusualPoints(host::OpenedHead& opened, const std::string& mri, bool ta
   host::takeOwnPoints(opened);
 }
 
-std::optional<host::Fiducials> pointsToImport(const host::KnownHead& head,
-                                              const std::vector<InputFile>& files) {
+host::CarryingHead headToImport(const host::KnownHead& head, const std::vector<InputFile>& files) {
   if (head.neuromagToScanner && !std::all_of(files.begin(), files.end(), isNeuromag)) {
     throw std::runtime_error(
         "--trans alone places Neuromag's dipoles (.dip, .bdip) and no others, whose head frame it does not "
         "know: --fiducials gives the points");
   }
-  return needsPoints(files) ? head.points : std::nullopt;
+  return needsPoints(files) ? host::CarryingHead(head.points, head.neuromagToScanner.has_value())
+                            : host::CarryingHead();
 }
 
 }  // namespace tool

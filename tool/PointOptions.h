@@ -27,6 +27,9 @@ void takeUnusualPoints(host::OpenedHead& opened, const std::string& mri, bool ta
 // Whether positions of a file are in a head frame that takes fiducial points to carry to the host's.
 bool needsPoints(const std::vector<InputFile>& files);
 
+// The switch that lets CTF MRIs of version 2.1 in.
+void addCtf21(CLI::App& command, bool& isTaken);
+
 class PointOptions {
  public:
   // Adds the arguments to the command; this object has to live as long as the command.
@@ -35,6 +38,8 @@ class PointOptions {
   bool hasPoints() const { return !m_points.empty(); }
   bool hasTransform() const { return !m_transform.empty(); }
   bool isGiven() const { return hasPoints() || hasTransform(); }
+  // How the MRI is to be read.
+  host::HeadReading reading() const { return {m_takesCtf21}; }
   // What excludes the points may refer to them.
   CLI::Option* fiducials() const { return m_option; }
   // The files that are named.
@@ -67,12 +72,12 @@ class PointOptions {
  private:
   std::string m_points;
   std::string m_transform;
+  bool m_takesCtf21 = false;
   CLI::Option* m_option = nullptr;
 };
 
-// For an import of the files: nothing when none of them needs points. Throws std::runtime_error when a
+// For an import of the files: no points when none of them needs any. Throws std::runtime_error when a
 // transform alone is known and a file is not Neuromag's.
-std::optional<host::Fiducials> pointsToImport(const host::KnownHead& head,
-                                              const std::vector<InputFile>& files);
+host::CarryingHead headToImport(const host::KnownHead& head, const std::vector<InputFile>& files);
 
 }  // namespace tool

@@ -125,7 +125,7 @@ int RegisterCommand::run() const {
     throw UsageError(m_output.target() + ": a registration is written as .dipset or .json");
   }
   ImportSession session = importToWrite(
-      m_import, m_output, [this](const auto& files) { return m_head.pointsFor(files, m_import.choices()); });
+      m_import, m_output, [this](const auto& files) { return m_head.headFor(files, m_import.choices()); });
   CDipoleFace9File& set = session.collection();
   if (m_bySphere) {
     registerBySphere(set);

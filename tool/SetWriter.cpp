@@ -47,12 +47,11 @@ void writeForeign(const ImportSession& session, host::ForeignFormat format, cons
 
 }  // namespace
 
-ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output,
-                            const PointsFor& pointsFor) {
+ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output, const HeadFor& headFor) {
   output.check();
   const std::vector<InputFile> files = input.knownFiles();
   ImportChoices choices = input.choices();
-  choices.points = pointsFor(files);
+  choices.head = headFor(files);
   ImportSession session(files, std::move(choices));
   if (session.hasFailed()) {
     throw std::runtime_error(output.target() + " was not written: not every file arrived");

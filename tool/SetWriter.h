@@ -17,10 +17,9 @@ namespace tool {
 
 // Imports what is to be written. Throws std::runtime_error when a name tells no format, before anything is
 // asked, when a file brought nothing, and as refuseWrong; otherwise as OutputOptions::check does.
-// `pointsFor` is asked for the fiducial points of the head, see ImportChoices.
-using PointsFor = std::function<std::optional<host::Fiducials>(const std::vector<InputFile>&)>;
-ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output,
-                            const PointsFor& pointsFor);
+// `headFor` is asked what is known of the head, see ImportChoices.
+using HeadFor = std::function<host::CarryingHead(const std::vector<InputFile>&)>;
+ImportSession importToWrite(const ImportOptions& input, const OutputOptions& output, const HeadFor& headFor);
 
 // Throws std::runtime_error when something stands that is wrong and neither repaired nor accepted.
 void refuseWrong(const ImportSession& session, const OutputOptions& output);

@@ -70,7 +70,7 @@ SortCommand::SortCommand(CLI::App& program)
 int SortCommand::run() const {
   const std::optional<host::PlaceNames> places = m_frame.places();
   ImportSession session =
-      importToWrite(m_import, m_output, [this](const auto& files) { return m_frame.pointsFor(files); });
+      importToWrite(m_import, m_output, [this](const auto& files) { return m_frame.headFor(files); });
   session.sort(chosen(keys(), m_key),
                m_isDescending ? host::SortOrder::descending : host::SortOrder::ascending);
   writeSet(session, m_import.names(), m_output, m_frame, places);

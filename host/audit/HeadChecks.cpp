@@ -68,6 +68,10 @@ std::optional<Finding> otherHead(const std::string& mismatch, const std::string&
   return Finding{FindingCode::otherHead, Severity::wrong, file, 0, {}, {}, beside + " " + mismatch, {}};
 }
 
+std::string atMost(double mm) {
+  return mm < 0.05 ? "less than 0.1 mm" : "up to " + fixed(mm, 1) + " mm";
+}
+
 struct DistanceTexts {
   std::string distance;
   std::string doubt;
@@ -166,10 +170,10 @@ std::optional<Finding> findOtherHead(const Fiducials& ownNumbers, const std::str
         distance(ownNumbers.rightEar, head.numbers.rightEar)}) {
     largest = one <= largest ? largest : one;  // what is not a number is farther than any
   }
-  return distant(largest, file,
-                 {"The fiducial points in the dipole file lie up to " + fixed(largest, 1) +
-                      " mm from those in this MRI.",
-                  " They may have been set anew since the fit.", " Those in the MRI are used."});
+  return distant(
+      largest, file,
+      {"The fiducial points in the dipole file lie " + atMost(largest) + " from those in this MRI.",
+       " They may have been set anew since the fit.", " Those in the MRI are used."});
 }
 
 Finding findingOf(const HeadPlacement& placement, const std::string& file) {
@@ -185,10 +189,9 @@ Finding findingOf(const HeadPlacement& placement, const std::string& file) {
             {}};
   }
   const double largest = placement.apart.value();
-  return distant(
-      largest, file,
-      {"The fiducial points lie up to " + fixed(largest, 1) + " mm from where the transform has them.",
-       " One of them was made on another occasion.", " The transform is used."});
+  return distant(largest, file,
+                 {"The fiducial points lie " + atMost(largest) + " from where the transform has them.",
+                  " One of them was made on another occasion.", " The transform is used."});
 }
 
 std::optional<Finding> findCarriedByOthers(const std::optional<Fiducials>& carriedBy, const std::string& file,

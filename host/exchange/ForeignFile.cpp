@@ -59,10 +59,13 @@ void tellFrame(ForeignFile& file, const SetFrame& frame, bool isChosen) {
         "up, "
         "and fit no MRI as they are.");
   }
-  if (!isChosen && frame.hasMriPoints) {
+  if (!isChosen && frame.name == FrameName::scanner && frame.space == MriSpace::middle) {
     file.told.emplace_back(
         "The MRI has no scanner coordinates: places are in mm around its middle, x right, y front, z up, "
         "as in the NIfTI file that \"dipole head\" makes of it.");
+  } else if (!isChosen && frame.name == FrameName::scanner && frame.space != MriSpace::scanner) {
+    file.told.push_back("Places are in mm of the MRI, " + textOf(frame.space) +
+                        " as its file says: x right, y front, z up.");
   }
   if (frame.isSymmetric) {
     file.told.emplace_back(

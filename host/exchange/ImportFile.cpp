@@ -8,7 +8,6 @@
 #include "host/exchange/DelimitedText.h"
 #include "host/exchange/DipContent.h"
 #include "host/exchange/NeuromagBinary.h"
-#include "host/exchange/NeuromagSet.h"
 #include "host/exchange/SetFile.h"
 #include "host/exchange/TableFile.h"
 #include "host/text/Failure.h"
@@ -100,18 +99,17 @@ std::string whyOtherDip(DipoleFormat format, const CString& path) {
              : "";
 }
 
-std::string importNeuromagInto(ImportedFile& file, const CString& path,
-                               const std::optional<Fiducials>& points) {
+std::string importNeuromagInto(ImportedFile& file, const CString& path, const CarryingHead& head) {
   const std::string bytes = textOfFile(pathOf(path), {});
   try {
     NeuromagImport import = importNeuromag(
         file.format == DipoleFormat::bdip ? readNeuromagBinary(bytes) : readNeuromagText(bytes), file.name,
-        points);
+        head);
     file.set = std::move(import.set.dipoles);
     file.unknown = std::move(import.set.unknown);
     file.findings = std::move(import.findings);
     file.isCarried = true;
-    file.carriedBy = points;
+    file.carriedBy = head.points;
     return {};
   } catch (const TableFault& fault) {
     return fault.of({}).what();
@@ -119,12 +117,12 @@ std::string importNeuromagInto(ImportedFile& file, const CString& path,
 }
 
 // Gives the file its set, or says why there is none.
-std::string importInto(ImportedFile& file, const CString& path, const std::optional<Fiducials>& points) {
+std::string importInto(ImportedFile& file, const CString& path, const CarryingHead& head) {
   if (std::string other = whyOtherDip(file.format, path); !other.empty()) {
     return other;
   }
   if (file.format == DipoleFormat::neuromag || file.format == DipoleFormat::bdip) {
-    return importNeuromagInto(file, path, points);
+    return importNeuromagInto(file, path, head);
   }
   if (file.format == DipoleFormat::set) {
     file.set = readSet(path);
@@ -148,9 +146,9 @@ std::string importInto(ImportedFile& file, const CString& path, const std::optio
   return {};
 }
 
-std::string failureOfImport(ImportedFile& file, const CString& path, const std::optional<Fiducials>& points) {
+std::string failureOfImport(ImportedFile& file, const CString& path, const CarryingHead& head) {
   try {
-    return importInto(file, path, points);
+    return importInto(file, path, head);
   } catch (const FileFailure& failure) {
     return failure.cause();
   } catch (const std::runtime_error& problem) {
@@ -189,7 +187,7 @@ void ImportedFile::repair(const Repairs& repairs) {
 }
 
 ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name,
-                        const Repairs& repairs, const std::optional<Fiducials>& points) {
+                        const Repairs& repairs, const CarryingHead& head) {
   const CurrentFolderKept folder;
   const ModuleMessages messages;
   ImportedFile file;
@@ -199,7 +197,7 @@ ImportedFile importFile(const CString& path, DipoleFormat format, const std::str
   const CString full = fullPath(path);
   file.failure = whyUnreadable(full);
   if (file.failure.empty()) {
-    file.failure = failureOfImport(file, full, points);
+    file.failure = failureOfImport(file, full, head);
   }
   if (!file.set) {
     file.set = std::make_unique<CDipoleFace9File>();

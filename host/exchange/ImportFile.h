@@ -13,6 +13,7 @@
 #include "host/exchange/FileKind.h"
 #include "host/exchange/ImportAudit.h"
 #include "host/exchange/ModuleMessages.h"
+#include "host/exchange/NeuromagSet.h"
 #include "host/head/HeadFrame.h"
 #include "module/dipole.h"
 
@@ -48,9 +49,9 @@ struct ImportedFile {
 // Reads a file by the format given, whatever its name, audits it and applies the remedies that are wanted.
 // The current folder stays. A file that cannot be opened is told once, by `failure`: the module does not
 // see it. Findings give the file's name as `name`, or as the path when that is empty. Throws what an
-// allocation throws, and std::runtime_error when memory ran out within the module. `points`: of the head
-// whose dipoles they are, for formats whose head frame is another one; see host/exchange/NeuromagSet.h.
+// allocation throws, and std::runtime_error when memory ran out within the module. `head`: whose
+// dipoles they are, for formats whose head frame is another one; see host/exchange/NeuromagSet.h.
 ImportedFile importFile(const CString& path, DipoleFormat format, const std::string& name = {},
-                        const Repairs& repairs = {}, const std::optional<Fiducials>& points = {});
+                        const Repairs& repairs = {}, const CarryingHead& head = {});
 
 }  // namespace host

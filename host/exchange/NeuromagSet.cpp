@@ -131,9 +131,19 @@ std::string counted(std::size_t count, const char* what) {
   return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
+const char* symmetricText(bool isPlaced) {
+  return isPlaced ? "The fiducial points of the head are not known: its ears were taken as symmetric. In the "
+                    "MRI, where the transform places them, and in the Neuromag head frame positions and "
+                    "orientations are right; in other head frames positions may be wrong by some mm, "
+                    "orientations by some degrees."
+                  : "The positions are in the Neuromag head frame, and the fiducial points of the head are "
+                    "not known: its ears were taken as symmetric. Positions may be wrong by some mm, "
+                    "orientations by some degrees.";
+}
+
 // What a file says beside the values of its dipoles, or does not say.
 void addFindings(const NeuromagDipoles& file, const Importer& importer, const std::string& name,
-                 bool hasPoints, std::vector<Finding>& findings) {
+                 const CarryingHead& head, std::vector<Finding>& findings) {
   const auto add = [&](FindingCode code, Severity severity, std::vector<int> slots, std::string sentence) {
     findings.push_back({code, severity, name, 0, {}, std::move(slots), std::move(sentence), {}});
   };
@@ -141,11 +151,8 @@ void addFindings(const NeuromagDipoles& file, const Importer& importer, const st
     add(FindingCode::lostRows, Severity::wrong, importer.placeless(),
         "The places of " + counted(importer.placeless().size(), "dipole") + " are no numbers.");
   }
-  if (!hasPoints) {
-    add(FindingCode::symmetricEars, Severity::doubtful, {},
-        "The positions are in the Neuromag head frame, and the fiducial points of the head are not known: "
-        "its "
-        "ears were taken as symmetric. Positions may be wrong by some mm, orientations by some degrees.");
+  if (!head.points) {
+    add(FindingCode::symmetricEars, Severity::doubtful, {}, symmetricText(head.isPlaced));
   }
   if (!file.hasHeading || !file.hasSystem) {
     add(FindingCode::heading, Severity::doubtful, {},
@@ -178,10 +185,10 @@ void addFindings(const NeuromagDipoles& file, const Importer& importer, const st
 }  // namespace
 
 NeuromagImport importNeuromag(const NeuromagDipoles& file, const std::string& name,
-                              const std::optional<Fiducials>& points) {
-  Importer importer(file, points);
+                              const CarryingHead& head) {
+  Importer importer(file, head.points);
   NeuromagImport import = importer.run();
-  addFindings(file, importer, name, points.has_value(), import.findings);
+  addFindings(file, importer, name, head, import.findings);
   return import;
 }
 

@@ -17,18 +17,27 @@
 
 namespace host {
 
+// What is known of the head of dipoles that are to be carried from the Neuromag head frame.
+struct CarryingHead {
+  CarryingHead() = default;
+  CarryingHead(const std::optional<Fiducials>& known, bool isInMri = false)
+      : points(known), isPlaced(isInMri) {}
+  CarryingHead(const Fiducials& known) : points(known) {}
+
+  std::optional<Fiducials> points;  // in any frame that HeadFrame takes
+  bool isPlaced = false;            // without points: a transform tells where the frame lies in the MRI
+};
+
 struct NeuromagImport {
   TableSet set;                   // locations mm in the head frame (x left, y up, z front), moments nAm
   std::vector<Finding> findings;  // about slots of the set, the file named `name`
 };
 
-// `points`: of the head, in any frame that HeadFrame takes; without them the ears are taken as symmetric,
-// which is a finding. The fit error is 100 minus the goodness of fit. The direction is the moment over its
+// Without points of the head the ears are taken as symmetric, which is a finding. The fit error is 100 minus the goodness of fit. The direction is the moment over its
 // amplitude, of another length than 1 when the file rounds them so; a moment that contradicts its amplitude
 // gives the direction alone. The name of the file becomes the label of each dipole. Throws what an allocation
 // throws, and TableFault when there are more dipoles than a set holds.
-NeuromagImport importNeuromag(const NeuromagDipoles& file, const std::string& name,
-                              const std::optional<Fiducials>& points);
+NeuromagImport importNeuromag(const NeuromagDipoles& file, const std::string& name, const CarryingHead& head);
 
 // What is known of a file that is written in the Neuromag head frame.
 struct NeuromagExport {

@@ -219,19 +219,29 @@ SetFrame neuromagFrame(const KnownHead& head) {
           !isKnown};
 }
 
-// The scanner's, or that of an MRI which has no scanner coordinates.
+std::string nameOf(MriSpace space) {
+  switch (space) {
+    case MriSpace::scanner:
+      return "scanner";
+    case MriSpace::middle:
+      return "MRI, around its middle, not the scanner's";
+    default:
+      return "MRI, " + textOf(space) + " as its file says, not the scanner's";
+  }
+}
+
+// The scanner's, or that of an MRI whose millimetres are others.
 SetFrame mriFrame(const KnownHead& head) {
   return {FrameName::scanner,
           hostToScanner(head, "scanner"),
-          head.isScannerFrame ? "scanner: x right, y front, z up"
-                              : "MRI, around its middle, not the scanner's: x right, y front, z up",
-          head.isScannerFrame ? "scanner_" : "mri_",
+          nameOf(head.space) + ": x right, y front, z up",
+          head.space == MriSpace::scanner ? "scanner_" : "mri_",
           rightFrontUpAxes,
           placedPoints(head)};
 }
 
 SetFrame scannerFrame(const KnownHead& head) {
-  if (!head.isScannerFrame) {
+  if (head.space == MriSpace::middle) {
     throw std::runtime_error(
         "the MRI has no scanner coordinates, only millimetres around its middle; fiducial points in the "
         "scanner's, without the MRI, lead there");
@@ -244,21 +254,22 @@ SetFrame mniFrame(const KnownHead& head) {
     throw std::runtime_error(
         "the MNI frame needs a transform to it, or the word that the head is in it (--mni)");
   }
-  if (!head.isScannerFrame && head.mni->fromScanner == Affine()) {
+  if (head.space == MriSpace::middle && head.mni->fromScanner == Affine()) {
     throw std::runtime_error("the MRI has millimetres around its middle: it is not in MNI space as it is");
   }
   const Affine toScanner = hostToScanner(head, "MNI");
   const std::string space = head.mni->space.empty() ? "MNI, nobody said which" : head.mni->space;
   const std::string prefix = head.mni->space.empty() ? "mni_" : lowered(head.mni->space) + "_";
-  return {
-      FrameName::mni,
-      head.mni->fromScanner.after(toScanner),
-      space +
-          (head.isScannerFrame ? "" : ", by a transform taken as from the MRI's own mm around its middle") +
-          ": x right, y front, z up",
-      prefix,
-      rightFrontUpAxes,
-      placedPoints(head)};
+  return {FrameName::mni,
+          head.mni->fromScanner.after(toScanner),
+          space +
+              (head.space != MriSpace::middle
+                   ? ""
+                   : ", by a transform taken as from the MRI's own mm around its middle") +
+              ": x right, y front, z up",
+          prefix,
+          rightFrontUpAxes,
+          placedPoints(head)};
 }
 
 SetFrame frameOf(FrameName name, const KnownHead& head) {
@@ -324,7 +335,7 @@ MniMap readMniMap(const std::filesystem::path& path) {
 
 SetFrame frameNamed(FrameName name, const KnownHead& head) {
   SetFrame frame = frameOf(name, head);
-  frame.hasMriPoints = frame.points && !head.isScannerFrame;
+  frame.space = head.space;
   return frame;
 }
 
@@ -334,7 +345,7 @@ SetFrame patientFrame(const KnownHead& head) {
             rightFrontUpAxes};
   }
   SetFrame frame = mriFrame(head);
-  frame.hasMriPoints = !head.isScannerFrame;
+  frame.space = head.space;
   return frame;
 }
 

@@ -12,6 +12,7 @@
 #include "host/exchange/DipoleFields.h"
 #include "host/head/Affine.h"
 #include "host/head/HeadFrame.h"
+#include "host/head/MriSpace.h"
 #include "module/dipole.h"
 
 namespace host {
@@ -38,8 +39,7 @@ MniMap readMniMap(const std::filesystem::path& path);
 struct KnownHead {
   std::optional<Fiducials> points;  // scanner mm, unless they are only known among themselves
   std::optional<MniMap> mni;
-  // False: "scanner mm" are an MRI's own, which has no scanner coordinates (host/head/HeadSource.h).
-  bool isScannerFrame = true;
+  MriSpace space = MriSpace::scanner;  // what "scanner mm" are of the MRI
   // Where the points lie in the scanner is not known: their distances are all that counts.
   bool arePointsUnplaced = false;
   // Without points: the Neuromag head frame in the scanner, mm; then ears are taken as symmetric, which is
@@ -61,10 +61,12 @@ struct SetFrame {
   // Whether axes are right, front, up, as programs take them that know nothing of heads.
   bool isRightFrontUp() const { return axes[0] == std::string_view("right"); }
 
-  bool isSymmetric = false;   // Neuromag's, with ears taken as symmetric
-  bool hasMriPoints = false;  // the points are in mm of an MRI that has no scanner coordinates
+  bool isSymmetric = false;            // Neuromag's, with ears taken as symmetric
+  MriSpace space = MriSpace::scanner;  // of the points, and of the scanner's frame
   // What the points are called in files: "fiducials_scanner_mm".
-  const char* pointsTitle() const { return hasMriPoints ? "fiducials_mri_mm" : "fiducials_scanner_mm"; }
+  const char* pointsTitle() const {
+    return space == MriSpace::scanner ? "fiducials_scanner_mm" : "fiducials_mri_mm";
+  }
 };
 
 // Throws std::runtime_error when the head is not known well enough for it.

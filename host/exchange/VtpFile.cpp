@@ -129,7 +129,8 @@ class Writer {
           points += " " + exact(point[axis]);
         }
       }
-      data += textsOf(m_frame.hasMriPoints ? "FIDUCIALS_MRI_MM" : "FIDUCIALS_SCANNER_MM", {points}, true);
+      data += textsOf(m_frame.space == MriSpace::scanner ? "FIDUCIALS_SCANNER_MM" : "FIDUCIALS_MRI_MM",
+                      {points}, true);
     }
     if (m_places != nullptr) {
       data += textsOf("ATLAS", {m_places->atlas + ": " + m_places->about}, true);

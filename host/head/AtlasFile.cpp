@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "host/head/Limits.h"
+#include "host/head/MriSpace.h"
 #include "host/head/NiftiReader.h"
 #include "host/text/PathText.h"
 #include "host/text/Utf8.h"
@@ -24,8 +25,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::uint64_t mostAtlasVoxels = std::uint64_t{1} << 26U;
-constexpr int scanner = 1;  // of sforms
-constexpr int talairach = 3;
 
 std::string shown(const fs::path& path) {
   return utf8Of(textOf(path));
@@ -44,10 +43,11 @@ void checkHeader(const NiftiHeader& header) {
     throw std::runtime_error(
         "it has no sform, and the qforms of such images are often wrong: where its labels lie is not known");
   }
-  if (header.sformCode == scanner) {
+  const auto space = static_cast<MriSpace>(header.mapCode);
+  if (space == MriSpace::scanner) {
     throw std::runtime_error("its sform leads to the scanner in which one patient lay, not to MNI's space");
   }
-  if (header.sformCode == talairach) {
+  if (space == MriSpace::talairach) {
     throw std::runtime_error("its sform leads to Talairach's space, which is not MNI's");
   }
   for (int axis = 0; axis < 3; ++axis) {

@@ -7,6 +7,8 @@
 #include <vector>
 #include <zlib.h>
 
+#include "host/text/FileBytes.h"
+
 namespace host {
 
 namespace {
@@ -140,6 +142,17 @@ void ByteSource::finish() {
 
 std::optional<std::uint64_t> ByteSource::plainSize() const {
   return m_state->plainSize;
+}
+
+std::string unpackedBytesOf(const std::filesystem::path& path, std::size_t most) {
+  std::string bytes = bytesOfFile(path, most);
+  if (!bytes.starts_with("\x1F\x8B")) {
+    return bytes;
+  }
+  ByteSource source(path);
+  bytes.resize(most + 1);
+  bytes.resize(source.read(std::as_writable_bytes(std::span(bytes))));
+  return bytes;
 }
 
 }  // namespace host

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 
 namespace host {
 
@@ -40,5 +41,9 @@ class ByteSource {
   struct State;
   std::unique_ptr<State> m_state;
 };
+
+// All bytes of a small file, unpacked; no more than one byte beyond `most`, which tells that there are too many.
+// Throws what bytesOfFile and ByteSource throw.
+std::string unpackedBytesOf(const std::filesystem::path& path, std::size_t most);
 
 }  // namespace host

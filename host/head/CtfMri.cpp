@@ -187,7 +187,7 @@ CtfPlaces ctfPlaces(const CtfMri& mri) {
   places.isMirrored = mri.orientation == 1;
   HeadSource& source = places.source;
   source.format = "CTF MRI " + mri.version;
-  source.isScannerFrame = false;
+  source.space = MriSpace::middle;
   source.unplaceable = unusable(mri);
   if (!source.unplaceable.empty()) {
     source.sides = "nothing: " + source.unplaceable;

@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "host/head/ByteSource.h"
 #include "host/head/FifFile.h"
 #include "host/text/Blanks.h"
-#include "host/text/FileBytes.h"
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 
@@ -21,6 +21,8 @@ namespace {
 
 constexpr std::array<std::string_view, 3> names = {"nasion", "left", "right"};
 constexpr std::size_t mostBytes = 65536;
+constexpr std::string_view spaceMark = "# millimetres: ";
+constexpr int unknownSpace = -1;
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";  // some editors begin a file with it
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
@@ -46,7 +48,7 @@ class Reader {
 
   std::string contentOf(const std::filesystem::path& path) const {
     try {
-      std::string text = bytesOfFile(path, mostBytes);
+      std::string text = unpackedBytesOf(path, mostBytes);
       if (text.size() <= mostBytes) {
         return text;
       }
@@ -61,6 +63,7 @@ class Reader {
     if (m_line == 1 && line.starts_with(byteOrderMark)) {
       line.remove_prefix(byteOrderMark.size());
     }
+    takeSpace(line);
     line = withoutBlanks(line.substr(0, line.find('#')));
     if (line.empty()) {
       return;
@@ -74,13 +77,13 @@ class Reader {
     fail(where() + "begins with neither nasion, left nor right");
   }
 
-  Fiducials result() const {
+  FramedPoints result() const {
     for (std::size_t i = 0; i < names.size(); ++i) {
       if (!m_points.at(i)) {
         fail("no line gives the point " + std::string(names.at(i)));
       }
     }
-    return {*m_points[0], *m_points[1], *m_points[2]};
+    return {{*m_points[0], *m_points[1], *m_points[2]}, PointFrame::scanner, m_space};
   }
 
   [[noreturn]] void fail(const std::string& cause) const {
@@ -89,6 +92,19 @@ class Reader {
 
  private:
   std::string where() const { return "line " + std::to_string(m_line) + " "; }
+
+  // A remark like any other, unless it tells what the millimetres are.
+  void takeSpace(std::string_view line) {
+    if (!line.starts_with(spaceMark)) {
+      return;
+    }
+    const std::string_view text = withoutBlanks(line.substr(spaceMark.size()));
+    for (int code = unknownSpace; code <= static_cast<int>(MriSpace::mni); ++code) {
+      if (text == textOf(static_cast<MriSpace>(code))) {
+        m_space = static_cast<MriSpace>(code);
+      }
+    }
+  }
 
   void set(std::size_t index, std::string_view values) {
     const std::string name(names.at(index));
@@ -104,6 +120,7 @@ class Reader {
   std::string m_file;
   int m_line = 0;
   std::array<std::optional<Vector3>, 3> m_points;
+  std::optional<MriSpace> m_space;
 };
 
 }  // namespace
@@ -124,9 +141,10 @@ std::optional<Vector3> readCoordinates(std::string_view text, char separator) {
   return result;
 }
 
-std::string fiducialText(const Fiducials& points) {
+std::string fiducialText(const Fiducials& points, MriSpace space) {
   const std::array<Vector3, 3> all = {points.nasion, points.leftEar, points.rightEar};
   std::string text = "# fiducial points of a head, mm of its MRI: right, front and up are positive\n";
+  text += std::string(spaceMark) + textOf(space) + "\n";
   for (std::size_t i = 0; i < names.size(); ++i) {
     text += names.at(i);
     for (int axis = 0; axis < 3; ++axis) {
@@ -155,7 +173,7 @@ FramedPoints readFiducialFile(const std::filesystem::path& path) {
   for (std::string line; std::getline(lines, line);) {
     reader.take(line);
   }
-  return {reader.result()};
+  return reader.result();
 }
 
 }  // namespace host

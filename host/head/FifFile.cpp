@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "host/head/ByteReader.h"
-#include "host/text/FileBytes.h"
+#include "host/head/ByteSource.h"
 #include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 
@@ -293,7 +293,7 @@ Affine readHeadToSurface(const std::filesystem::path& path) {
   };
   std::string bytes;
   try {
-    bytes = bytesOfFile(path, mostBytes);
+    bytes = unpackedBytesOf(path, mostBytes);
   } catch (const std::runtime_error& error) {
     throw named(std::string("cannot be opened (") + error.what() + ")");
   }

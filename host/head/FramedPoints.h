@@ -1,7 +1,10 @@
 // Fiducial points of a head in any of the frames that files give them in.
 #pragma once
 
+#include <optional>
+
 #include "host/head/HeadFrame.h"
+#include "host/head/MriSpace.h"
 
 namespace host {
 
@@ -15,6 +18,7 @@ enum class PointFrame {
 struct FramedPoints {
   Fiducials points;
   PointFrame frame = PointFrame::scanner;
+  std::optional<MriSpace> space = std::nullopt;  // what the file calls the scanner's mm; most say nothing
 };
 
 }  // namespace host

@@ -49,6 +49,15 @@ double largestDistance(const Fiducials& one, const Fiducials& other) {
                      length(one.rightEar - other.rightEar)});
 }
 
+// Points around the middle of a volume lie nowhere in the scanner, and the other way round.
+void checkSpace(const FramedPoints& points, const Head& head) {
+  const MriSpace own = head.source.space;
+  if (points.space && (points.space == MriSpace::middle) != (own == MriSpace::middle)) {
+    throw std::invalid_argument("they are of another MRI: their millimetres are " + textOf(*points.space) +
+                                ", those of this MRI are " + textOf(own));
+  }
+}
+
 }  // namespace
 
 Affine surfaceToScanner(const Head& head) {
@@ -63,7 +72,7 @@ Affine surfaceToScanner(const Head& head) {
         "the "
         "left, down and to the front (T1.mgz): surface RAS is not known in it");
   }
-  if (!source.hasSurfaceFrame && !(source.isScannerFrame && isConformed(*head.volume))) {
+  if (!source.hasSurfaceFrame && !(source.space != MriSpace::middle && isConformed(*head.volume))) {
     throw std::invalid_argument(
         "surface RAS is not known in this MRI: it takes the MGH or MGZ file that the surfaces were made from "
         "(T1.mgz), or a NIfTI file with the same voxels in the same order");
@@ -75,6 +84,7 @@ Affine surfaceToScanner(const Head& head) {
 Fiducials inScanner(const FramedPoints& points, const Head& head) {
   switch (points.frame) {
     case PointFrame::scanner:
+      checkSpace(points, head);
       return points.points;
     case PointFrame::surface:
       return mapped(surfaceToScanner(head), points.points);

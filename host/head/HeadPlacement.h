@@ -19,8 +19,8 @@ namespace host {
 // none: what surfaces were made from then cannot be known.
 Affine surfaceToScanner(const Head& head);
 
-// Throws std::invalid_argument with the cause: surfaceToScanner's, or points in the head frame, which a
-// transform alone can place.
+// Throws std::invalid_argument with the cause: surfaceToScanner's, points in the head frame, which a
+// transform alone can place, or points around the middle of a volume for an MRI that has other millimetres.
 Fiducials inScanner(const FramedPoints& points, const Head& head);
 
 struct HeadPlacement {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/head/HeadFrame.h"
+#include "host/head/MriSpace.h"
 #include "host/head/Vector3.h"
 
 namespace host {
@@ -33,8 +34,9 @@ struct HeadSource {
   std::string sides;             // where the knowledge of left and right comes from
   std::string matrix;            // what the file's own head matrix is worth; empty: such files have none
   bool hasSurfaceFrame = false;  // an MRI that surfaces are made from (host/head/HeadPlacement.h)
-  bool isScannerFrame = true;    // "scanner mm" are the scanner's; else those around the volume's middle
-  std::string unplaceable;       // why no dipole may be placed in it; empty: they may
+  MriSpace space = MriSpace::scanner;  // what "scanner mm" are of it
+  std::string spaceCode;               // where its file says so: "sform code 4"; empty: nowhere
+  std::string unplaceable;             // why no dipole may be placed in it; empty: they may
   std::vector<HeadRemark> remarks;
   std::optional<SliceNumbers> slices;  // of a CTF MRI whose points are usable
 };

@@ -74,31 +74,52 @@ std::vector<NameLine> linesOf(std::string_view text) {
   return lines;
 }
 
-// Whether a text is whole numbers, one at least.
-bool areNumbers(std::string_view text) {
-  bool isAny = false;
+// The whole numbers of a text; nothing when there is anything else in it, or none.
+std::vector<long long> numbersIn(std::string_view text) {
+  std::vector<long long> numbers;
   for (text = withoutBlanks(text); !text.empty(); text = withoutBlanks(text)) {
     const std::string_view word = firstWord(text);
-    if (!wholeNumber(word)) {
-      return false;
+    const std::optional<long long> number = wholeNumber(word);
+    if (!number) {
+      return {};
     }
-    isAny = true;
+    numbers.push_back(*number);
     text.remove_prefix(word.size());
   }
-  return isAny;
+  return numbers;
 }
 
-// Whether each line is a value, a word and whole numbers. Names that end in numbers of their own, such as
-// "Area 4", are not all different without them.
+// Whether the numbers behind the first words can be no part of names: three or four parts of a color; codes of
+// four digits or more; or any one behind words that have underscores, and so no blanks. Others are the names':
+// "Crus 1", "Vermis 3".
+bool areCodes(const std::set<std::string_view>& words, const std::vector<std::vector<long long>>& numbers) {
+  constexpr long long leastCode = 1000;
+  const std::size_t columns = numbers.front().size();
+  const bool isTable =
+      std::all_of(numbers.begin(), numbers.end(), [&](const auto& line) { return line.size() == columns; });
+  if (!isTable || columns != 1) {
+    return isTable && (columns == 3 || columns == 4);
+  }
+  const bool areLong =
+      std::all_of(numbers.begin(), numbers.end(), [](const auto& line) { return line.front() >= leastCode; });
+  return areLong || std::all_of(words.begin(), words.end(), [](std::string_view word) {
+           return word.find('_') != std::string_view::npos;
+         });
+}
+
+// Whether each line is a value, a word and codes. Names that end in numbers of their own, such as "Area 4",
+// are not all different without them.
 bool haveCodes(const std::vector<NameLine>& lines) {
   std::set<std::string_view> words;
+  std::vector<std::vector<long long>> numbers;
   for (const NameLine& line : lines) {
     const std::string_view word = firstWord(line.rest);
-    if (line.isTabbed || !areNumbers(line.rest.substr(word.size())) || !words.insert(word).second) {
+    numbers.push_back(numbersIn(line.rest.substr(word.size())));
+    if (line.isTabbed || numbers.back().empty() || !words.insert(word).second) {
       return false;
     }
   }
-  return true;
+  return !lines.empty() && areCodes(words, numbers);
 }
 
 std::string_view nameOf(const NameLine& line, bool hasCodes) {

@@ -128,7 +128,7 @@ Affine mapOf(const Geometry& geometry, const std::array<int, 3>& dimensions) {
 HeadSource sourceOf(std::int16_t hasGeometry, const Header& header, bool isPacked) {
   HeadSource source;
   source.format = isPacked ? "MGZ" : "MGH";
-  source.isScannerFrame = hasGeometry == 1;
+  source.space = hasGeometry == 1 ? MriSpace::scanner : MriSpace::middle;
   source.hasSurfaceFrame = hasGeometry == 1;
   source.sides = hasGeometry == 1 ? "the directions of the axes in the file" : "nothing";
   if (hasGeometry != 1) {

@@ -95,7 +95,10 @@ std::vector<std::byte> niftiHeader(const NiftiLayout& layout) {
   put(header, 123, std::uint8_t{2});  // mm
   put(header, 124, static_cast<float>(layout.shown.high));
   put(header, 128, static_cast<float>(layout.shown.low));
-  const auto code = static_cast<std::int16_t>(layout.code);
+  const bool isAroundMiddle = layout.space == MriSpace::middle;
+  const int whole = static_cast<int>(isAroundMiddle ? MriSpace::aligned : layout.space);
+  // NIfTI-2 has room for larger codes.
+  const auto code = static_cast<std::int16_t>(layout.areSidesKnown ? (std::min)(whole, INT16_MAX) : 0);
   put(header, 252, turn.isTurn ? code : std::int16_t{0});
   put(header, 254, code);
   for (int row = 0; row < 3; ++row) {
@@ -108,7 +111,7 @@ std::vector<std::byte> niftiHeader(const NiftiLayout& layout) {
     }
     put(header, 292 + 16 * at, static_cast<float>(map.shift()[row]));
   }
-  if (layout.isAroundMiddle) {
+  if (isAroundMiddle) {
     std::memcpy(header.data() + 148, niftiAroundMiddle, std::strlen(niftiAroundMiddle));
   }
   constexpr std::string_view mark = "n+1";

@@ -8,23 +8,19 @@
 #include <vector>
 
 #include "host/head/Affine.h"
+#include "host/head/MriSpace.h"
 #include "host/head/Volume.h"
 #include "host/head/VoxelReader.h"
 
 namespace host {
 
-// What the codes of a map say its millimetres are.
-inline constexpr int niftiScannerCode = 1;
-inline constexpr int niftiOtherCode = 2;  // of another file, or of none
-inline constexpr int niftiMniCode = 4;
-
 struct NiftiLayout {
   std::array<int, 3> dimensions{};
   Affine toMm;  // from voxel indices; the sform and, when its axes stand at right angles, the qform
   VoxelType type = VoxelType::uint8;
-  int code = niftiScannerCode;  // 0: nobody knows the sides
-  bool isAroundMiddle = false;  // the description says niftiAroundMiddle
-  float slope = 1.0F;           // value = slope * stored + intercept
+  MriSpace space = MriSpace::scanner;  // of the millimetres; those around the middle stand in the description
+  bool areSidesKnown = true;           // else neither map has a code
+  float slope = 1.0F;                  // value = slope * stored + intercept
   float intercept = 0.0F;
   GreyWindow shown{0.0, 0.0};  // which values to show as black and white; both 0: nothing is said
 };

@@ -192,12 +192,13 @@ Affine qform(const Fields& fields) {
 
 void takeMap(const Fields& fields, NiftiHeader& header) {
   Affine map;
-  header.sformCode = fields.sformCode;
   if (fields.sformCode > 0) {
     header.map = NiftiMap::sform;
+    header.mapCode = fields.sformCode;
     map = sform(fields.srow);
   } else if (fields.qformCode > 0) {
     header.map = NiftiMap::qform;
+    header.mapCode = fields.qformCode;
     map = qform(fields);
   } else {
     map = Affine({fields.pixdim[1], 0, 0}, {0, fields.pixdim[2], 0}, {0, 0, fields.pixdim[3]}, {});

@@ -27,7 +27,7 @@ struct NiftiHeader {
   std::uint64_t voxelOffset = 0;  // bytes from the start of the file of the voxels
   Affine toScanner;
   NiftiMap map = NiftiMap::spacing;  // the voxel size alone says nothing about the patient's sides
-  int sformCode = 0;                 // what its sform leads to: 3 is Talairach's space, 4 MNI's
+  int mapCode = 0;                   // what the map leads to (host/head/MriSpace.h); 0 without one
 };
 
 // What the description says of a file whose millimetres are no scanner's: written with code 2, which others

@@ -85,18 +85,22 @@ HeadSource sourceOf(const NiftiHeader& header) {
   HeadSource result;
   result.format = "NIfTI-" + std::to_string(header.version);
   result.format += header.isPair ? " pair" : "";
-  result.isScannerFrame = !header.isAroundMiddle;
   switch (header.map) {
     case NiftiMap::sform:
       result.sides = "the file's sform";
+      result.spaceCode = "sform code ";
       break;
     case NiftiMap::qform:
       result.sides = "the file's qform";
+      result.spaceCode = "qform code ";
       break;
     case NiftiMap::spacing:
       result.sides = "nothing: the file has neither sform nor qform, so sides are assumed";
-      result.isScannerFrame = false;
       break;
+  }
+  result.space = header.isAroundMiddle ? MriSpace::middle : static_cast<MriSpace>(header.mapCode);
+  if (header.mapCode != 0) {
+    result.spaceCode += std::to_string(header.mapCode);
   }
   if (header.series) {
     result.remarks.push_back({Doubt::note, "The file holds several volumes; the first one is shown"});

@@ -16,10 +16,10 @@ namespace host {
 
 namespace {
 
-NiftiLayout layoutOf(const Volume& volume, VoxelType type, bool isScannerFrame) {
+NiftiLayout layoutOf(const Volume& volume, VoxelType type, MriSpace space) {
   NiftiLayout layout{volume.dimensions(), volume.toScanner(), type};
-  layout.code = !volume.sidesStated() ? 0 : isScannerFrame ? niftiScannerCode : niftiOtherCode;
-  layout.isAroundMiddle = !isScannerFrame;
+  layout.space = space;
+  layout.areSidesKnown = volume.sidesStated();
   return layout;
 }
 
@@ -38,9 +38,9 @@ void writeVoxels(const AddBytes& add, const std::vector<float>& voxels) {
 
 }  // namespace
 
-void writeNifti(const CString& path, const Volume& volume, bool isScannerFrame) {
+void writeNifti(const CString& path, const Volume& volume, MriSpace space) {
   const VoxelType type = smallestVoxelType(volume.voxels());
-  const std::vector<std::byte> header = niftiHeader(layoutOf(volume, type, isScannerFrame));
+  const std::vector<std::byte> header = niftiHeader(layoutOf(volume, type, space));
   writeSafely(path, [&](CFile& file) {
     const AddBytes toFile = [&](std::span<const std::byte> bytes) {
       file.Write(bytes.data(), static_cast<UINT>(bytes.size()));

@@ -92,8 +92,7 @@ NiftiLayout layoutOf(const Head& head, const VoxelBox& box) {
   }
   layout.toMm = Affine(map.column(0), map.column(1), map.column(2), map({index(0), index(1), index(2)}));
   // Where sides are only assumed the page says so; the picture has to stand somewhere.
-  layout.code = head.source.isScannerFrame ? niftiScannerCode : niftiOtherCode;
-  layout.isAroundMiddle = !head.source.isScannerFrame;
+  layout.space = head.source.space;
   layout.shown = head.volume->window();
   return layout;
 }
@@ -249,7 +248,7 @@ PageHead pageHead(const PageSource& source) {
 std::string atlasNifti(const Atlas& atlas) {
   const LabelGrid& grid = atlas.grid();
   NiftiLayout layout{grid.dimensions(), grid.toMm()};
-  layout.code = niftiMniCode;
+  layout.space = MriSpace::mni;
   const std::vector<Label>& labels = grid.labels();
   if (*std::max_element(labels.begin(), labels.end()) > mostStored) {
     layout.type = VoxelType::uint16;

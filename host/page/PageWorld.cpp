@@ -21,14 +21,14 @@ Json matrixJson(const Affine& map) {
   return numbers;
 }
 
-Json worldJson(bool hasHead, bool isScannerFrame) {
+Json worldJson(bool hasHead, MriSpace space) {
   if (!hasHead) {
     return {{"kind", "head"},
             {"title", "Head"},
             {"description",
              "There is no MRI: places are in the head frame, turned to right, anterior, superior."}};
   }
-  if (isScannerFrame) {
+  if (space == MriSpace::scanner) {
     return {{"kind", "scanner"},
             {"title", "Scanner"},
             {"description", "Millimetres of the MRI's scanner: right, anterior, superior."}};
@@ -36,7 +36,7 @@ Json worldJson(bool hasHead, bool isScannerFrame) {
   return {{"kind", "mri"},
           {"title", "MRI"},
           {"description",
-           "Millimetres around the middle of the MRI, which no scanner knows: right, anterior, superior."}};
+           "Millimetres of the MRI, not a scanner's: " + textOf(space) + "; right, anterior, superior."}};
 }
 
 }  // namespace
@@ -45,15 +45,15 @@ PageWorld::PageWorld(const PageSource& source)
     : hasHead(source.head.isRegistered() && !source.head.isAbsent && !source.head.isPhantom) {
   const KnownHead known = hasHead ? source.known : KnownHead();
   fromHost = patientFrame(known).fromHost;
-  json = worldJson(hasHead, known.isScannerFrame);
+  json = worldJson(hasHead, known.space);
   frames.push_back({"host", "Head", frameNamed(FrameName::host, known)});
   frames.push_back({"ctf", "CTF head", frameNamed(FrameName::ctf, known)});
   if (known.points || known.neuromagToScanner) {
     frames.push_back({"neuromag", "Neuromag head", frameNamed(FrameName::neuromag, known)});
   }
   if (known.isPlaced()) {
-    frames.push_back({known.isScannerFrame ? "scanner" : "mri", known.isScannerFrame ? "Scanner" : "MRI",
-                      patientFrame(known)});
+    const bool isScanner = known.space == MriSpace::scanner;
+    frames.push_back({isScanner ? "scanner" : "mri", isScanner ? "Scanner" : "MRI", patientFrame(known)});
   }
   if (known.isPlaced() && known.mni) {
     frames.push_back(

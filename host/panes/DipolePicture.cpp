@@ -215,7 +215,7 @@ DipolePicture slicesPicture(const PaneContents& contents, const std::vector<Slic
   if (isRadiological) {
     texts.notes.push_back({radiologicalNote, quietInk});
   }
-  texts.notes.push_back({headFrameNote, quietInk});
+  texts.notes.push_back({contents.head.arePointsAssumed ? neuromagFrameNote : headFrameNote, quietInk});
   addNotes(texts, contents, hasRings, hasDiamonds);
   made.image =
       pageOf(besideLegend(gridOf(grid, scaledPixels(20.0, contents.scale)), contents), texts, contents.scale);

@@ -26,6 +26,9 @@ inline constexpr const char* radiologicalNote =
     "Axial and coronal views: the patient's left is on the right of the picture.";
 inline constexpr const char* headFrameNote =
     "mm from the point midway between the ears: x left, y up, z front.";
+// Where nobody knows the ears (Head::arePointsAssumed).
+inline constexpr const char* neuromagFrameNote =
+    "mm from the origin of the Neuromag head frame: x left, y up, z front. The ears are not known.";
 
 // Rows of pictures, which may differ in size; those of a column begin at the same place.
 Image gridOf(const std::vector<std::vector<Image>>& rows, int gap);

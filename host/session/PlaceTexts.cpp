@@ -31,8 +31,10 @@ std::string labelText(const Session& session) {
     return name + ": needs a registered head and its MNI coordinates";
   }
   const PlaceNames names(session.atlas(), head);
+  const bool areSpacesKnown = !names.space().empty() && !names.atlas().space().empty();
+  const char* const why = areSpacesKnown ? "of another space" : "its space is not known to be the same";
   return name + ": " + names.textAt(session.crosshair()) +
-         (names.doubt().empty() ? "" : " (of another space, may be some mm off)");
+         (names.doubt().empty() ? "" : std::string(" (") + why + ", may be some mm off)");
 }
 
 }  // namespace
@@ -55,6 +57,7 @@ PlaceTexts placeTexts(const Session& session) {
   if (!session.hasScannerFrame()) {
     return texts;
   }
+  texts.scannerName = session.head().source.space == MriSpace::scanner ? "Scanner" : "MRI";
   const Vector3 scanner = session.head().frame.toScanner(session.crosshair());
   texts.scanner = sided(scanner.x, "R", "L") + "  " + sided(scanner.y, "A", "P") + "  " +
                   sided(scanner.z, "S", "I") + " mm";

@@ -9,10 +9,11 @@ namespace host {
 
 // UTF-8; empty: not known.
 struct PlaceTexts {
-  std::string head;     // "L 15.0  S 45.0  A 0.0 mm": the patient's sides instead of signs
-  std::string scanner;  // "R 15.0  A 20.0  S 30.0 mm"
-  std::string mni;      // "MNI152  -15.0  20.0  30.0 mm": right, front, up positive, as MNI is quoted
-  std::string label;    // "aal: Precentral_L", and whether it may be off; or why an atlas says nothing
+  std::string head;         // "L 15.0  S 45.0  A 0.0 mm": the patient's sides instead of signs
+  std::string scanner;      // "R 15.0  A 20.0  S 30.0 mm"
+  std::string scannerName;  // what these millimetres are: "Scanner", or "MRI" when its file says others
+  std::string mni;          // "MNI152  -15.0  20.0  30.0 mm": right, front, up positive, as MNI is quoted
+  std::string label;        // "aal: Precentral_L", and whether it may be off; or why an atlas says nothing
 };
 PlaceTexts placeTexts(const Session& session);
 

@@ -85,6 +85,7 @@ class Session {
   void setMni(const MniMap& map);
   void readMni(const CString& path);  // a file, see host/exchange/SetFrame.h
   void forgetMni() { m_mni.reset(); }
+  // Or millimetres of the MRI that its file states otherwise (host/head/MriSpace.h).
   bool hasScannerFrame() const;
   // The atlas whose labels are told of places, null: none. It stays when another head is opened.
   const std::shared_ptr<const Atlas>& atlas() const { return m_atlas; }

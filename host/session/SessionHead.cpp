@@ -157,11 +157,11 @@ Fiducials Session::fiducialsOfSet() const {
 }
 
 KnownHead Session::knownHead() const {
-  return m_head.isPhantom ? KnownHead() : KnownHead{m_head.fiducials, m_mni, m_head.source.isScannerFrame};
+  return m_head.isPhantom ? KnownHead() : KnownHead{m_head.fiducials, m_mni, m_head.source.space};
 }
 
 bool Session::hasScannerFrame() const {
-  return !m_head.isPhantom && m_head.source.isScannerFrame && m_head.volume->sidesStated();
+  return !m_head.isPhantom && m_head.source.space != MriSpace::middle && m_head.volume->sidesStated();
 }
 
 void Session::setMni(const MniMap& map) {

@@ -8,7 +8,7 @@ namespace host {
 // Where the system keeps such files; nobody else may look into it. It goes with all that is in it.
 class TemporaryFolder {
  public:
-  // Throws std::filesystem::filesystem_error.
+  // Throws std::runtime_error with the cause.
   TemporaryFolder();
   ~TemporaryFolder();
   TemporaryFolder(const TemporaryFolder&) = delete;

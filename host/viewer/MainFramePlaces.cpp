@@ -30,12 +30,12 @@ constexpr const char* widest = "L 188.8  S 188.8  A 188.8 mm";
 
 void MainFrame::showPlaces() {
   const PlaceTexts places = placeTexts(*m_session);
-  const auto labelled = [](const char* label, const std::string& text) {
-    return text.empty() ? CString() : fromUtf8(std::string(label) + "  " + text);
+  const auto labelled = [](const std::string& label, const std::string& text) {
+    return text.empty() ? CString() : fromUtf8(label + "  " + text);
   };
   const std::array<CString, placeParts> texts = {labelled("Crosshair", places.head),
-                                                 labelled("Scanner", places.scanner), fromUtf8(places.mni),
-                                                 fromUtf8(places.label)};
+                                                 labelled(places.scannerName, places.scanner),
+                                                 fromUtf8(places.mni), fromUtf8(places.label)};
   bool isNew = false;  // what is known, not where it is
   for (int part = 0; part < placeParts; ++part) {
     const CString& text = texts.at(static_cast<std::size_t>(part));

@@ -110,9 +110,11 @@ void MainFrame::showStatus() {
     const auto value = [&](DipoleValue kind, double of, LPCTSTR unit) {
       return m_session->unknown().isUnknown(*current, kind) ? CString(_T("unknown")) : number(of, 1) + unit;
     };
+    const bool isLabelled = !m_session->unknown().isUnknown(*current, DipoleValue::label);
     const bool isTimed = !m_session->unknown().isUnknown(*current, DipoleValue::latency);
     dipole =
-        head + shortened(current->m_label) + (isTimed ? _T("   ") : _T("   latency ")) +
+        head + (isLabelled ? shortened(current->m_label) : CString(_T("label unknown"))) +
+        (isTimed ? _T("   ") : _T("   latency ")) +
         value(DipoleValue::latency, current->m_latency, _T(" ms")) + _T("   error ") +
         value(DipoleValue::fitError, current->m_fitError, _T(" %")) + _T("   moment ") +
         value(DipoleValue::moment, current->m_moment, m_dipoles->m_momentInNAm != 0 ? _T(" nAm") : _T("")) +

@@ -125,6 +125,15 @@ class Series(Dicom):
         dipoles = self.write("a.dip", "# CoordinateSystem \"Head\"\n  100.0   100.0    10.10   -52.30    58.50   25.000   "
                                       "15.000   20.000    0.000  93.46\n")
         self.tool(0, "draw", dipoles, "--mri", "scan", "-o", self.path("a.png"))
+        self.stand_in("echo >> %s\nexec /usr/bin/dcm2niix \"$@\"\n" % self.path("calls"))
+        self.tool(0, "draw", dipoles, "--mri", "scan", "--force", "-o", self.path("a.png"))
+        with open(self.path("calls"), encoding="utf-8") as file:
+            self.assertEqual(file.read(), "\n")  # read once, though points were needed for the import
+
+    def test_missing_folder_for_temporary_files_is_told(self):
+        self.environment["TMPDIR"] = self.path("gone")
+        error = self.end_with(1, "head", series(self.path("scan")), env=self.environment).err
+        self.assertIn("there is no folder for temporary files", error)
 
     def test_several_series_are_listed_and_none_is_chosen(self):
         series(self.path("scan"), 1, "T1 sag")

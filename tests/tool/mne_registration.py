@@ -176,7 +176,7 @@ class Transforms(Subject):
                 listed = self.listed(path, "--mri", mri, "--trans", trans, *points)
                 worst = max(worst, self.worst(listed, self.WAY))
                 if points:
-                    self.assertIn("lie up to 0.0 mm from where the transform has them", self.told)
+                    self.assertIn("lie less than 0.1 mm from where the transform has them", self.told)
                     self.assertIn("fiducials_scanner_mm", self.document)
         sys.stderr.write("largest difference of a place from NumPy's, mm: %.2g\n" % worst)
         self.assertLess(worst, 1e-3)
@@ -185,6 +185,8 @@ class Transforms(Subject):
         mri, path, trans = self.mri(), self.dipoles(), self.trans(self.WAY)
         self.listed(path, "--mri", mri, "--trans", trans)
         self.assertIn("(symmetric-ears)", self.told)
+        self.assertIn("where the transform places them", re.sub(r"\s+", " ", self.told))
+        self.assertNotIn("Positions may be wrong", re.sub(r"\s+", " ", self.told))
         self.assertNotIn("fiducials_scanner_mm", self.document)
         for command in (["list", "--frame", "scanner"], ["draw", "-o", self.path("a.png")]):
             error = self.end_with(1, *command, example("auditory.dip"), "--mri", mri, "--trans", trans).err
@@ -333,7 +335,8 @@ class Chain(Subject):
                                  self.fiducials(self.surface(points), SURFACE)]}
         for name, options in ways.items():
             listed = self.listed(path, *options)
-            found = numpy.array([[one["scanner_%s_mm" % axis] for axis in ("x_right", "y_front", "z_up")] for one in listed])
+            space = "mri" if "ch2" in name else "scanner"  # whose sform says that it is in MNI space
+            found = numpy.array([[one["%s_%s_mm" % (space, axis)] for axis in ("x_right", "y_front", "z_up")] for one in listed])
             self.assertEqual(found.shape, known.shape)
             distance = numpy.linalg.norm(found - known, axis=1)
             sys.stderr.write("\n%s\n   known place, mm        listed               apart  fit error %%\n" % name)

@@ -58,6 +58,9 @@ class AtlasTest(ToolTest):
 
 
 class Lookup(AtlasTest):
+    def test_an_empty_name_is_no_atlas(self):
+        self.assertIn("names no atlas", self.end_with(2, "list", self.dipoles, "--atlas", "", *HEAD).err)
+
     def test_each_dipole_has_its_label_or_the_nearest_with_its_distance(self):
         found = [(row[LABEL], row[DISTANCE]) for row in self.rows()]
         # The voxels' middles: x from -70 on, the last at 65; so the left one of -75.5 is 5.5 mm on.

@@ -88,7 +88,7 @@ class NamedMri(Heads):
     def test_dipoles_are_drawn_on_the_mri_beside_them_without_another_option(self):
         result = self.draw(self.patient())
         self.assertIn("which %s names" % self.path("patient.dip"), result.err)
-        self.assertIn("note (other-head): The fiducial points in the dipole file lie up to 0.0 mm", result.err)
+        self.assertIn("note (other-head): The fiducial points in the dipole file lie less than 0.1 mm from", result.err)
         whites = self.whites()
         # The white part is the patient's left front: right and above in the axial picture.
         self.assertGreater(whites["right"], 20 * max(1, whites["left"]))
@@ -189,6 +189,8 @@ class Frames(Heads):
             for frame in (("scanner",), ("mni", "--mni", "identity")):
                 error = self.end_with(1, "list", dipoles, "--mri", head, "--frame", *frame).err
                 self.assertIn("around its middle", error)
+            self.assertIn("not in MNI space as it is",
+                          self.draw(dipoles, "--mri", head, "--atlas", "aal", "--mni", "identity", code=1).err)
             result = self.succeed("convert", dipoles, "--mri", head, "--force", "-o", self.path("a.vtp"))
             self.assertIn("no scanner coordinates", result.err)
             with open(self.path("a.vtp"), encoding="utf-8") as file:
@@ -262,8 +264,39 @@ class Told(Heads):
         with open(self.path("b.nii"), "rb") as file:
             data = file.read()
         self.assertEqual(struct.unpack_from("<2h", data, 252), (2, 2))  # not the scanner's millimetres
+        with open(self.path("b.fiducials"), encoding="utf-8") as file:
+            self.assertIn("# millimetres: around the middle of the volume\n", file.read())
         self.assertIn("there already", self.end_with(1, "head", path, "-o", self.path("b.nii")).err)
         self.succeed("head", path, "-o", self.path("b.nii"), "--force")
+
+    def test_millimetres_are_what_the_code_of_the_file_says_and_stay_so(self):
+        path = head_volume(self.path("h.nii.gz"), size=SIZE, spacing=MM)
+        with gzip.open(path, "rb") as file:
+            data = bytearray(file.read())
+        points = "2,98,-10 -78,-2,-30 78,-2,-30"
+        for code, said in ((1, "the scanner's"), (2, "another image"), (3, "Talairach"), (4, "MNI")):
+            struct.pack_into("<h", data, 254, code)
+            path = self.write("code.nii", bytes(data))
+            self.assertRegex(self.succeed("head", path).out, r"millimetres +[^\n]*%s[^\n]* \(sform code %d\)\n" % (said, code))
+            self.assertEqual(self.told(path)["scanner_frame"], code == 1)
+            self.succeed("head", path, "-o", self.path("b.nii"), "--force")
+            with open(self.path("b.nii"), "rb") as file:
+                self.assertEqual(struct.unpack_from("<2h", file.read(), 252), (code, code))
+            listed = json.loads(self.succeed("list", "--json", self.dipoles("none"), "--mri", path, "--fiducials", points,
+                                             "--frame", "scanner").out)
+            self.assertEqual("scanner: x right" in listed["frame"], code == 1, listed["frame"])
+            self.assertIn(said.split("'")[0].split(" ")[-1], listed["frame"])
+            self.draw(self.dipoles("none"), "--mri", path, "--fiducials", points)
+
+    def test_points_around_the_middle_of_a_volume_fit_no_scanner(self):
+        self.succeed("head", self.write("a.mri", ctf_mri.version2(HEAD)), "-o", self.path("b.nii"))
+        other = head_volume(self.path("h.nii.gz"), size=SIZE, spacing=MM)
+        dipoles = self.dipoles("none")
+        for mri, code in ((other, 1), (self.path("b.nii"), 0)):
+            result = self.draw(dipoles, "--mri", mri, "--fiducials", self.path("b.fiducials"), code=code)
+            self.assertEqual("their millimetres are around the middle of the volume" in result.err, code == 1)
+        self.assertIn("around its middle", self.end_with(1, "list", dipoles, "--fiducials", self.path("b.fiducials"),
+                                                         "--frame", "scanner").err)
 
     def test_nothing_is_written_where_it_would_lie(self):
         path = self.write("a.mri", ctf_mri.version2(HEAD))
@@ -300,3 +333,8 @@ class Told(Heads):
         self.assertIn("--ctf-2.1", self.end_with(1, "head", path).err)
         self.assertEqual(self.told(path, "--ctf-2.1")["matrix"], "none in this version")
         self.draw(self.dipoles("patient.mri"), "--ctf-2.1")
+        neuromag = self.write("neuromag.dip", Frames.NEUROMAG)
+        for command in (("list",), ("draw", "--force", "-o", self.path("a.png"))):
+            arguments = (*command, neuromag, "--mri", path)
+            self.assertIn("--ctf-2.1", self.end_with(1, *arguments).err)
+            self.assertNotIn("symmetric-ears", self.succeed(*arguments, "--ctf-2.1").err)

@@ -159,6 +159,14 @@ TEST_F(HeadChecks, PointsCountedInTheVoxelsOfTheMriAreOfTheSameHead) {
                                   headOf(2.0)));
 }
 
+TEST_F(HeadChecks, NoDistanceIsToldAsNothing) {
+  for (const auto& [apart, said] :
+       {std::pair{0.04, "lie less than 0.1 mm from"}, {0.06, "lie up to 0.1 mm from"}}) {
+    const std::string sentence = host::findingOf({{}, apart}, "a-trans.fif").sentence;
+    EXPECT_NE(sentence.find(said), std::string::npos) << sentence;
+  }
+}
+
 TEST_F(HeadChecks, TwoFilesOfDifferentHeadsAreWrong) {
   EXPECT_FALSE(host::findOtherHead(wide(140), "a.dip", wide(149), "b.dip"));
   const std::optional<Finding> finding = host::findOtherHead(wide(140), "a.dip", wide(155), "b.dip");

@@ -64,6 +64,16 @@ TEST_F(NeuromagSet, SymmetricEarsAreTakenAndTold) {
   EXPECT_NE(finding->sentence.find("some degrees"), std::string::npos);
 }
 
+TEST_F(NeuromagSet, WhereATransformPlacesThemNothingIsSaidToBeWrongInTheMri) {
+  const ImportedFile file =
+      host::importFile(folder.write("a.dip", heading + "100 100 10 20 30 25 15 20 0 93.46\n"),
+                       DipoleFormat::neuromag, "a.dip", {}, {std::nullopt, true});
+  const Finding* const finding = find(file, FindingCode::symmetricEars);
+  ASSERT_NE(finding, nullptr);
+  EXPECT_NE(finding->sentence.find("In the MRI, where the transform places them,"), std::string::npos);
+  EXPECT_NE(finding->sentence.find("in other head frames positions may be wrong"), std::string::npos);
+}
+
 TEST_F(NeuromagSet, PointsCarryIntoTheHeadFrameWithoutAWord) {
   const ImportedFile file = imported(heading + "100 100 10 20 30 25 15 20 0 93.46\n");
   EXPECT_EQ(find(file, FindingCode::symmetricEars), nullptr);

@@ -83,7 +83,7 @@ TEST(SetFrame, RefusesWhatTheHeadIsNotKnownWellEnoughFor) {
 // Of a CTF MRI: its millimetres are those around its middle.
 TEST(SetFrame, OfAnMriWithoutScannerCoordinatesIsNeverCalledTheScanners) {
   KnownHead head{crooked, {}};
-  head.isScannerFrame = false;
+  head.space = host::MriSpace::middle;
   EXPECT_NE(causeOf(FrameName::scanner, head).find("the MRI has no scanner coordinates"), std::string::npos);
   head.mni = host::MniMap();
   EXPECT_NE(causeOf(FrameName::mni, head).find("is not in MNI space as it is"), std::string::npos);
@@ -96,6 +96,21 @@ TEST(SetFrame, OfAnMriWithoutScannerCoordinatesIsNeverCalledTheScanners) {
   expectNear(own.fromHost({1, 2, 3}), host::HeadFrame(crooked).toScanner({1, 2, 3}));
   EXPECT_STREQ(frameNamed(FrameName::neuromag, head).pointsTitle(), "fiducials_mri_mm");
   EXPECT_STREQ(frameNamed(FrameName::neuromag, {crooked, {}}).pointsTitle(), "fiducials_scanner_mm");
+}
+
+TEST(SetFrame, MillimetresThatTheFileCallsOthersAreNeverCalledTheScanners) {
+  KnownHead head{crooked, host::MniMap()};
+  for (const auto& [code, said] :
+       {std::pair{2, "another image"}, {3, "Talairach"}, {4, "MNI"}, {9, "not known"}}) {
+    head.space = static_cast<host::MriSpace>(code);
+    const host::SetFrame own = frameNamed(FrameName::scanner, head);
+    EXPECT_EQ(own.description.find("MRI, "), 0U);
+    EXPECT_NE(own.description.find(said), std::string::npos) << own.description;
+    EXPECT_EQ(own.titles()[0], "mri_x_right_mm");
+    EXPECT_STREQ(own.pointsTitle(), "fiducials_mri_mm");
+    expectNear(own.fromHost({1, 2, 3}), host::HeadFrame(crooked).toScanner({1, 2, 3}));
+    EXPECT_EQ(causeOf(FrameName::mni, head), "was taken");
+  }
 }
 
 TEST(SetFrame, TurnsOrientationsAndKeepsTheirLengthAndTheSet) {

@@ -42,6 +42,19 @@ TEST(FiducialFile, LinesStandInAnyOrderWithBlanksAndRemarks) {
   expectPoint(points.rightEar, 75, -20.5, 3);
 }
 
+TEST(FiducialFile, ARemarkKeepsWhatTheMillimetresAre) {
+  const TempFolder folder;
+  const host::Fiducials points{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}};
+  const auto spaceIn = [&](const std::string& text) {
+    return host::readFiducialFile(host::pathOf(folder.write("a.fiducials", text))).space;
+  };
+  for (const int code : {-1, 0, 1, 2, 3, 4}) {
+    const auto space = static_cast<host::MriSpace>(code);
+    EXPECT_EQ(spaceIn(host::fiducialText(points, space)), space);
+  }
+  EXPECT_EQ(spaceIn("nasion 1 2 3\nleft 4 5 6\nright 7 8 9\n# millimetres: of a friend\n"), std::nullopt);
+}
+
 TEST(FiducialFile, ByteOrderMarkOfAnEditorIsNoName) {
   expectPoint(read("\xEF\xBB\xBFnasion 1 2 3\nleft 4 5 6\nright 7 8 9\n").nasion, 1, 2, 3);
 }

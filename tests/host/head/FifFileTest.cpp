@@ -7,6 +7,7 @@
 #include "host/head/FifFile.h"
 #include "host/text/PathText.h"
 #include "tests/host/head/FifBytes.h"
+#include "tests/host/head/NiftiFile.h"
 #include "tests/host/text/Failing.h"
 #include "tests/support/TempFolder.h"
 
@@ -53,6 +54,7 @@ TEST(FifFile, FiducialFileTellsItByItsContent) {
   };
   EXPECT_EQ(read(fif::usualPoints()).frame, host::PointFrame::surface);
   EXPECT_EQ(read("nasion 0 90 0\nleft -70 0 0\nright 70 0 0\n").frame, host::PointFrame::scanner);
+  EXPECT_EQ(read(gzip(fif::usualPoints())).frame, host::PointFrame::surface);
   const std::string failure = failureOf([&] { (void)read(fif::usualPoints(1)); });
   EXPECT_NE(failure.find("head.fiducials: its points are in a frame"), std::string::npos) << failure;
 }
@@ -114,6 +116,20 @@ TEST(FifFile, OtherWaysAreRefusedByName) {
   EXPECT_EQ(wayCause(fif::start() + one + one + fif::end()),
             "it holds two transforms between the head and the MRI");
   EXPECT_EQ(wayCause(fif::start() + fif::transform(1, 4, fif::turned) + one + fif::end()), "");
+}
+
+TEST(FifFile, PackedFilesAreUnpackedButNoMoreOfThemThanAFileMayHold) {
+  const TempFolder folder;
+  const auto path = [&](const std::string& bytes) {
+    return host::pathOf(folder.write("a.fif.gz", gzip(bytes)));
+  };
+  const host::Affine map = host::readHeadToSurface(path(way(4, 5)));
+  expectNear(map({1, 2, 3}), host::fifHeadToSurface(way(4, 5))({1, 2, 3}));
+  const std::string large(std::size_t{1} << 21U, '\0');
+  EXPECT_NE(failureOf([&] { (void)host::readHeadToSurface(path(large)); }).find("more than 1 MiB"),
+            std::string::npos);
+  EXPECT_NE(failureOf([&] { (void)host::readFiducialFile(path(large)); }).find("more than 64 KiB"),
+            std::string::npos);
 }
 
 TEST(FifFile, OnlyATurnAndAShiftIsAWay) {

@@ -71,7 +71,7 @@ TEST(HeadPlacement, OtherMrisHaveNoSurfaceFrame) {
   EXPECT_EQ(causeOf(headOf(tilted, true)), "");
   EXPECT_NE(causeOf(headOf(rightFirst, true)).find("mirror image"), std::string::npos);
   host::Head without = headOf(conformed, false);
-  without.source.isScannerFrame = false;
+  without.source.space = host::MriSpace::middle;
   EXPECT_TRUE(causeOf(without).starts_with(cause));
   without = headOf(conformed, true);
   without.source.unplaceable = "nobody knows its sides";
@@ -86,6 +86,20 @@ TEST(HeadPlacement, PointsAreCarriedToTheScanner) {
               (void)host::inScanner({points, host::PointFrame::head}, head);
             }).find("trans.fif"),
             std::string::npos);
+}
+
+TEST(HeadPlacement, PointsAroundTheMiddleOfAVolumeAreNoScanners) {
+  using host::MriSpace;
+  for (const MriSpace own : {MriSpace::middle, MriSpace::scanner, MriSpace::mni}) {
+    for (const MriSpace given : {MriSpace::middle, MriSpace::scanner, MriSpace::aligned}) {
+      host::Head head = headOf(conformed, true);
+      head.source.space = own;
+      const std::string cause = failureOf([&] {
+        (void)host::inScanner({points, host::PointFrame::scanner, given}, head);
+      });
+      EXPECT_EQ(cause.empty(), (own == MriSpace::middle) == (given == MriSpace::middle)) << cause;
+    }
+  }
 }
 
 TEST(HeadPlacement, TransformGivesTheNeuromagFrameWithAndWithoutPoints) {

@@ -38,13 +38,21 @@ TEST(LabelNames, ANumberThatTellsNamesApartIsAPartOfThem) {
   EXPECT_EQ(labelNamesOf("4 Area 4\n6 Area 6"), (LabelNames{{4, "Area 4"}, {6, "Area 6"}}));
 }
 
+TEST(LabelNames, ANumberThatNoCodeIsLikeIsAPartOfAName) {
+  EXPECT_EQ(labelNamesOf("91 Crus 1\n97 Vermis 3\n99 Lobule 10\n"),
+            (LabelNames{{91, "Crus 1"}, {97, "Vermis 3"}, {99, "Lobule 10"}}));
+  EXPECT_EQ(labelNamesOf("1 Crus 1\n"), (LabelNames{{1, "Crus 1"}}));
+  EXPECT_EQ(labelNamesOf("1 S_Sup-1 2\n2 S_Sup-2 3\n3 G_Inf 5\n"),
+            (LabelNames{{1, "S_Sup-1"}, {2, "S_Sup-2"}, {3, "G_Inf"}}));
+}
+
 TEST(LabelNames, WhereALineHasNoCodeNoneHas) {
   EXPECT_EQ(labelNamesOf("1 Frontal Pole\n2 Insula 2\n"), (LabelNames{{1, "Frontal Pole"}, {2, "Insula 2"}}));
 }
 
 TEST(LabelNames, AByteOrderMarkIsLeftOut) {
   EXPECT_EQ(labelNamesOf("\xEF\xBB\xBF"
-                         "1 a 5"),
+                         "1 a 2005"),
             (LabelNames{{1, "a"}}));
 }
 

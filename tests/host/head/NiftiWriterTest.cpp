@@ -17,6 +17,7 @@
 namespace {
 
 using host::Affine;
+using host::MriSpace;
 using host::Vector3;
 using host::Volume;
 
@@ -70,7 +71,7 @@ TEST(NiftiWriter, ValuesComeBackInTheTypeThatHoldsThem) {
   for (const auto& [factor, shift, type] : cases) {
     for (const char* name : {"a.nii", "b.nii.gz"}) {
       const auto values = voxels(static_cast<float>(factor), static_cast<float>(shift));
-      host::writeNifti(folder.path(name), Volume(dimensions, values, Affine()), true);
+      host::writeNifti(folder.path(name), Volume(dimensions, values, Affine()), MriSpace::scanner);
       EXPECT_EQ(host::readHead(host::pathOf(folder.path(name))).volume.voxels(), values) << factor;
     }
     EXPECT_EQ(folder.read("a.nii").at(70) + 256 * folder.read("a.nii").at(71), static_cast<int>(type));
@@ -84,7 +85,7 @@ TEST(NiftiWriter, PlacesComeBackBySformAndByQform) {
   for (int i = 0; i < 200; ++i) {
     const Affine map = randomMap(random, i % 2 == 1);
     const CString path = folder.path("a.nii");
-    host::writeNifti(path, Volume(dimensions, voxels(1, 0), map), true);
+    host::writeNifti(path, Volume(dimensions, voxels(1, 0), map), MriSpace::scanner);
     const host::ReadHead head = host::readHead(host::pathOf(path));
     EXPECT_EQ(head.source.sides, "the file's sform");
     expectNear(head.volume.toScanner(), map);
@@ -102,7 +103,7 @@ TEST(NiftiWriter, HalfTurnsComeBackByQform) {
        {Affine({-1, 0, 0}, {0, -1, 0}, {0, 0, 1}, {}), Affine({-1, 0, 0}, {0, 1, 0}, {0, 0, -1}, {}),
         Affine({1, 0, 0}, {0, -1, 0}, {0, 0, -1}, {}), Affine({0, 1, 0}, {1, 0, 0}, {0, 0, -1}, {}),
         Affine({0, -1, 0}, {0, 0, -1}, {1, 0, 0}, {})}) {
-    host::writeNifti(folder.path("a.nii"), Volume(dimensions, voxels(1, 0), map), true);
+    host::writeNifti(folder.path("a.nii"), Volume(dimensions, voxels(1, 0), map), MriSpace::scanner);
     std::string bytes = folder.read("a.nii");
     put(bytes, 254, std::int16_t{0}, std::endian::little);
     expectNear(host::readHead(host::pathOf(folder.write("b.nii", bytes))).volume.toScanner(), map);
@@ -111,29 +112,39 @@ TEST(NiftiWriter, HalfTurnsComeBackByQform) {
 
 TEST(NiftiWriter, SidesThatAreNotKnownStayUnknown) {
   const TempFolder folder;
-  host::writeNifti(folder.path("a.nii"), Volume(dimensions, voxels(1, 0), Affine(), false), true);
+  host::writeNifti(folder.path("a.nii"), Volume(dimensions, voxels(1, 0), Affine(), false),
+                   MriSpace::scanner);
   EXPECT_FALSE(host::readHead(host::pathOf(folder.path("a.nii"))).volume.sidesStated());
 }
 
-TEST(NiftiWriter, OnlyTheScannersFrameIsCalledSo) {
+TEST(NiftiWriter, TheSpaceComesBackAndOnlyTheScannersFrameIsCalledSo) {
   const TempFolder folder;
-  for (const bool isScanner : {false, true}) {
-    host::writeNifti(folder.path("a.nii"), Volume(dimensions, voxels(1, 0), Affine()), isScanner);
+  for (const int code : {0, 1, 2, 3, 4, 5}) {
+    const auto space = static_cast<MriSpace>(code);
+    host::writeNifti(folder.path("a.nii"), Volume(dimensions, voxels(1, 0), Affine()), space);
     for (const std::size_t at : {252U, 254U}) {
-      EXPECT_EQ(folder.read("a.nii").at(at), isScanner ? 1 : 2);
+      EXPECT_EQ(folder.read("a.nii").at(at), space == MriSpace::middle ? 2 : code);
     }
-    EXPECT_EQ(host::readHead(host::pathOf(folder.path("a.nii"))).source.isScannerFrame, isScanner);
-    // Others' code 2 says nothing certain.
-    std::string bytes = folder.read("a.nii");
-    bytes[148] = 'x';
-    EXPECT_TRUE(host::readHead(host::pathOf(folder.write("b.nii", bytes))).source.isScannerFrame);
+    const host::ReadHead head = host::readHead(host::pathOf(folder.path("a.nii")));
+    EXPECT_EQ(head.source.space, space);
+    EXPECT_EQ(head.source.spaceCode, "sform code " + std::to_string(code == 0 ? 2 : code));
   }
+  // Others' code 2 is not the middle of the volume, and no scanner's.
+  host::writeNifti(folder.path("a.nii"), Volume(dimensions, voxels(1, 0), Affine()), MriSpace::middle);
+  std::string bytes = folder.read("a.nii");
+  bytes[148] = 'x';
+  EXPECT_EQ(host::readHead(host::pathOf(folder.write("b.nii", bytes))).source.space, MriSpace::aligned);
+  put(bytes, 254, std::int16_t{0}, std::endian::little);
+  put(bytes, 252, std::int16_t{4}, std::endian::little);
+  const host::ReadHead turned = host::readHead(host::pathOf(folder.write("b.nii", bytes)));
+  EXPECT_EQ(turned.source.space, MriSpace::mni);
+  EXPECT_EQ(turned.source.spaceCode, "qform code 4");
 }
 
 TEST(NiftiWriter, SkewAxesHaveNoQform) {
   const TempFolder folder;
   const Affine skew({1, 0, 0}, {0.1, 1, 0}, {0, 0, 1}, {});
-  host::writeNifti(folder.path("a.nii"), Volume(dimensions, voxels(1, 0), skew), true);
+  host::writeNifti(folder.path("a.nii"), Volume(dimensions, voxels(1, 0), skew), MriSpace::scanner);
   EXPECT_EQ(folder.read("a.nii").at(252), 0);
   expectNear(host::readHead(host::pathOf(folder.path("a.nii"))).volume.toScanner(), skew);
 }
@@ -143,7 +154,8 @@ TEST(NiftiWriter, RefusesMoreVoxelsAlongAnAxisThanTheHeaderCounts) {
   constexpr int most = 32767;
   const auto write = [&](const std::array<int, 3>& size) {
     const std::vector<float> values(std::size_t{most} + (size[0] + size[1] + size[2] > most + 2 ? 1 : 0));
-    return failureOf([&] { host::writeNifti(folder.path("a.nii"), Volume(size, values, Affine()), true); });
+    return failureOf(
+        [&] { host::writeNifti(folder.path("a.nii"), Volume(size, values, Affine()), MriSpace::scanner); });
   };
   const std::string cause = "the volume is too large for a NIfTI-1 file: 32768 voxels along an axis";
   EXPECT_EQ(write({most + 1, 1, 1}), cause);

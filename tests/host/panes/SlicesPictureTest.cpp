@@ -57,6 +57,14 @@ TEST_F(SlicesPicture, TellsWhatRingsAreOnlyWhereThereAreAny) {
   EXPECT_EQ(heightAt(leftEar - 30.0, 1), heightAt(leftEar - 30.0, 0));
 }
 
+// Nothing but the note below the slices differs.
+TEST_F(SlicesPicture, DoesNotCountFromEarsThatNobodyKnows) {
+  dipoles->setShowFiducialPt(0);
+  const std::vector<Rgb> known = slices({{View::axial, 10}}).image.pixels();
+  head.arePointsAssumed = true;
+  EXPECT_NE(slices({{View::axial, 10}}).image.pixels(), known);
+}
+
 TEST_F(SlicesPicture, ShowsTheFrontAtTheTopOfAxialViewsAndOnTheRightOfSagittalOnes) {
   const Image axial = through(View::axial, {10, 12, aside});
   EXPECT_LT(std::abs(letterPlace(axial, 'A').row - dipoleIn(axial).row),

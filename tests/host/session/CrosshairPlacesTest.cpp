@@ -48,6 +48,16 @@ TEST_F(CrosshairPlaces, ScannerPlacesAreThoseOfTheMriWhetherRegisteredOrNot) {
   EXPECT_EQ(texts().head.find("from the middle"), std::string::npos);
 }
 
+TEST_F(CrosshairPlaces, MillimetresAreCalledTheScannersOnlyWhenTheFileSaysSo) {
+  open("head.nii", mri());
+  EXPECT_EQ(texts().scannerName, "Scanner");
+  std::string bytes = mri();
+  put(bytes, 254, std::int16_t{4}, std::endian::little);
+  open("mni.nii", bytes);
+  EXPECT_NE(texts().scanner, "");
+  EXPECT_EQ(texts().scannerName, "MRI");
+}
+
 TEST_F(CrosshairPlaces, ACtfMriHasNoScannerCoordinates) {
   open("head.mri", CtfFile().bytes());
   ASSERT_TRUE(m_session.head().isRegistered());
@@ -97,7 +107,9 @@ TEST_F(CrosshairPlaces, AnAtlasTellsLabelsOnlyWhereTheMniPlaceIsKnown) {
   m_session.setCrosshair(m_session.head().frame.fromScanner({0, 0, 0}));
   EXPECT_EQ(texts().label.find("own: Middle"), 0U) << texts().label;
   EXPECT_EQ(texts().label.find('\t'), std::string::npos);
-  EXPECT_NE(texts().label.find("may be some mm off"), std::string::npos);  // nobody named the atlas' space
+  // Nobody named the atlas' space: it may be another one, or not.
+  EXPECT_NE(texts().label.find("its space is not known to be the same, may be some mm off"),
+            std::string::npos);
   m_session.setCrosshair(m_session.head().frame.fromScanner({25, 0, 0}));
   EXPECT_EQ(texts().label.find("own: near Middle"), 0U) << texts().label;
   EXPECT_NE(failureOf([&] { m_session.readAtlas(m_folder.pathUtf8("head.nii")); }), "");

@@ -35,7 +35,7 @@ void print(const host::ReadHead& head) {
   std::printf("format %s\n", head.source.format.c_str());
   std::printf("sides-by %s\n", head.source.sides.c_str());
   std::printf("matrix %s\n", head.source.matrix.c_str());
-  std::printf("frame %s\n", head.source.isScannerFrame ? "scanner" : "middle");
+  std::printf("frame %s\n", head.source.space == host::MriSpace::middle ? "middle" : "scanner");
   std::printf("unplaceable %s\n", head.source.unplaceable.c_str());
   for (const host::HeadRemark& remark : head.source.remarks) {
     std::printf("remark%d %s\n", static_cast<int>(remark.doubt), remark.text.c_str());

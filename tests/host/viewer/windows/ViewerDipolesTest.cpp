@@ -130,6 +130,16 @@ TEST_F(ViewerDipoles, LongLabelIsShortenedInTheStatusBarAndInAPicture) {
   EXPECT_TRUE(m_folder.has("long.png")) << lastMessage();
 }
 
+TEST_F(ViewerDipoles, AnUnknownLabelIsToldAsUnknown) {
+  m_operator.answerFilesUtf8({m_folder.pathUtf8("a.csv")});
+  m_folder.write("a.csv", "x_left_mm,y_up_mm,z_front_mm\n1,2,3\n");
+  m_user.choose(ID_FILE_IMPORT);
+  set().setCurrentDipole(0);
+  m_user.choose(ID_DIPOLES_GO_TO);
+  const std::string told = m_user.status(host::MainFrame::dipolePart);
+  EXPECT_EQ(told.rfind("Dipole 1 of 1  label unknown   ", 0), 0U) << told;
+}
+
 TEST_F(ViewerDipoles, CommandsThatNeedDipolesAreGreyWithoutThem) {
   for (const UINT command : {ID_DIPOLES_NEXT, ID_DIPOLES_PREVIOUS, ID_DIPOLES_GO_TO, ID_FILE_EXPORT,
                              ID_DIPOLES_UNDO, ID_DIPOLES_REDO}) {
