@@ -21,6 +21,7 @@ namespace {
 
 constexpr std::size_t mostBytes = std::size_t{1} << 20U;
 constexpr std::size_t longestName = 200;                    // bytes
+constexpr long long leastCode = 1000;                       // shorter numbers may be a part of a name
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";  // some editors begin a file with it
 
 struct NameLine {
@@ -93,7 +94,6 @@ std::vector<long long> numbersIn(std::string_view text) {
 // four digits or more; or any one behind words that have underscores, and so no blanks. Others are the names':
 // "Crus 1", "Vermis 3".
 bool areCodes(const std::set<std::string_view>& words, const std::vector<std::vector<long long>>& numbers) {
-  constexpr long long leastCode = 1000;
   const std::size_t columns = numbers.front().size();
   const bool isTable =
       std::all_of(numbers.begin(), numbers.end(), [&](const auto& line) { return line.size() == columns; });

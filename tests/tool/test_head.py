@@ -156,11 +156,11 @@ class NamedMri(Heads):
     def test_distance_of_the_points_is_a_note_doubtful_or_another_head(self):
         self.patient()
         # Voxels have 4 mm.
-        for moved, severity, distance in ((0, "note", "0.0"), (1, "doubtful", "4.0"), (2, "doubtful", "8.0"),
-                                          (3, "wrong", "12.0")):
+        for moved, severity, distance in ((0, "note", "less than 0.1"), (1, "doubtful", "up to 4.0"),
+                                          (2, "doubtful", "up to 8.0"), (3, "wrong", "up to 12.0")):
             dipoles = self.dipoles("patient.mri", left=(LEFT_EAR[0] + moved, *LEFT_EAR[1:]))
             result = self.draw(dipoles, code=1 if severity == "wrong" else 0)
-            self.assertIn("%s (other-head): The fiducial points in the dipole file lie up to %s mm" %
+            self.assertIn("%s (other-head): The fiducial points in the dipole file lie %s mm" %
                           (severity, distance), result.err)
         self.draw(dipoles, "--accept", "other-head")
 
