@@ -33,10 +33,11 @@ struct NeuromagImport {
   std::vector<Finding> findings;  // about slots of the set, the file named `name`
 };
 
-// Without points of the head the ears are taken as symmetric, which is a finding. The fit error is 100 minus the goodness of fit. The direction is the moment over its
-// amplitude, of another length than 1 when the file rounds them so; a moment that contradicts its amplitude
-// gives the direction alone. The name of the file becomes the label of each dipole. Throws what an allocation
-// throws, and TableFault when there are more dipoles than a set holds.
+// Without points of the head the ears are taken as symmetric, which is a finding. The fit error is 100 minus
+// the goodness of fit. The direction is the moment over its amplitude, of another length than 1 when the
+// file rounds them so; a moment that contradicts its amplitude gives the direction alone. The name of the
+// file becomes the label of each dipole. Throws what an allocation throws, and TableFault when there are more
+// dipoles than a set holds.
 NeuromagImport importNeuromag(const NeuromagDipoles& file, const std::string& name, const CarryingHead& head);
 
 // What is known of a file that is written in the Neuromag head frame.

@@ -42,7 +42,7 @@ class ByteSource {
   std::unique_ptr<State> m_state;
 };
 
-// All bytes of a small file, unpacked; no more than one byte beyond `most`, which tells that there are too many.
+// All bytes of a small file, unpacked; at most one byte beyond `most`, which tells that there are too many.
 // Throws what bytesOfFile and ByteSource throw.
 std::string unpackedBytesOf(const std::filesystem::path& path, std::size_t most);
 

@@ -2,8 +2,8 @@
 //
 // A fiducial file has the lines "nasion x y z", "left x y z" and "right x y z" in any order, scanner mm
 // (right, anterior, superior positive). Blank lines and what follows a # are left out, but for a line
-// "# millimetres: around the middle of the volume", or another text of host/head/MriSpace.h. Or it is a .fif file
-// (host/head/FifFile.h), which its content tells.
+// "# millimetres: around the middle of the volume", or another text of host/head/MriSpace.h. Or it is a .fif
+// file (host/head/FifFile.h), which its content tells.
 #pragma once
 
 #include <filesystem>

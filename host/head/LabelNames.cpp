@@ -90,9 +90,9 @@ std::vector<long long> numbersIn(std::string_view text) {
   return numbers;
 }
 
-// Whether the numbers behind the first words can be no part of names: three or four parts of a color; codes of
-// four digits or more; or any one behind words that have underscores, and so no blanks. Others are the names':
-// "Crus 1", "Vermis 3".
+// Whether the numbers behind the first words can be no part of names: three or four parts of a color; codes
+// of four digits or more; or any one behind words that have underscores, and so no blanks. Others are the
+// names': "Crus 1", "Vermis 3".
 bool areCodes(const std::set<std::string_view>& words, const std::vector<std::vector<long long>>& numbers) {
   const std::size_t columns = numbers.front().size();
   const bool isTable =
