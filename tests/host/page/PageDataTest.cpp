@@ -140,7 +140,7 @@ TEST(PageData, FramesOfOtherPointsAreToldOnlyWhereTheyAreKnown) {
   };
   EXPECT_EQ(names(known(made.head.fiducials)), "host ctf neuromag scanner ");
   EXPECT_EQ(names({made.head.fiducials, host::MniMap()}), "host ctf neuromag scanner mni ");
-  EXPECT_EQ(names({made.head.fiducials, std::nullopt, false}), "host ctf neuromag mri ");
+  EXPECT_EQ(names({made.head.fiducials, std::nullopt, host::MriSpace::middle}), "host ctf neuromag mri ");
 }
 
 TEST(PageData, ClustersAreThoseOfTheLimits) {
