@@ -3,8 +3,8 @@
 
     DIPOLE_PAGE=build/native/share/dipole/page.html bench/page/lists.py [ROWS]
 
-A task of more than 50 ms is what browsers call long; at 200 ms a hand feels it. The whole page answers,
-its plots and pictures too. 0: no task was long.
+A task of more than 50 ms is what browsers call long; at 200 ms a hand feels it. First the whole page
+answers, its plots and pictures too, then all but the pictures. 0: no task was long.
 """
 
 import os
@@ -18,7 +18,7 @@ import list_data  # noqa: E402
 import page_data  # noqa: E402
 from support import browser  # noqa: E402
 
-ROUNDS = 5
+ROUNDS = 3
 
 OBSERVE = """
 window.longTasks = [];
@@ -71,6 +71,15 @@ def measure(driver, address, count):
     print(f"{count} rows, open after {time.monotonic() - start:.1f} s")
     time.sleep(5)
     driver.execute_script(OBSERVE)
+    for shown in ("", "none"):
+        driver.execute_script("document.querySelector('.pictures').style.display = arguments[0]", shown)
+        time.sleep(2)
+        load = os.getloadavg()[0] / os.cpu_count()
+        print(f"\n{'without its pictures' if shown else 'the whole page'}, load {load:.1f} a processor")
+        measure_steps(driver)
+
+
+def measure_steps(driver):
     print(f"{'step':20} {'longest, ms':>12} {'median, ms':>12}")
     for name, script in STEPS:
         longest = []

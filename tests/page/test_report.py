@@ -51,13 +51,17 @@ class Report(ListTest):
         passing = int(((latency >= 100) & (latency <= 300)).sum())
         path = self.printed()
         text = self.read(path)
-        for said in ("Patient TEST", "test.dip (CTF, 80 dipoles)", "test.nii.gz (NIfTI-1", "by its sform",
+        for said in ("Patient TEST", "test.dip (CTF, 80 dipoles)", "test.nii.gz (NIfTI-1)", "by its sform",
                      "by nasion and ears of a.fiducials", "nasion 1.3 mm", f"{passing} of 80 dipoles shown",
                      f"Latency: 100..300: {80 - passing} removed", "6 or more within 10 mm", "40 dipoles scattered",
                      "Wrong: Rows are mixed up. Sort them. (a.dip, line 12)", "Left and right are only assumed",
                      "Head: x left, y up, z front.", "Axial and coronal slices show the patient's left on the right.",
-                     "dipole 0.0.0", "Cluster 1: 20 dipoles", "Cluster 2: 20 dipoles"):
+                     "dipole 0.0.0"):
             self.assertIn(said, text)
+        clusters = numpy.array(self.data["dipoles"]["clusters"])
+        for number in (1, 2):
+            shown = int(((latency >= 100) & (latency <= 300) & (clusters == number)).sum())
+            self.assertIn(f"Cluster {number}: 20 dipoles ({shown} of them shown)", text)
         self.assertNotIn("epileptogenic", text)
         sheets = self.pages(path)
         self.assertIn(len(sheets), (2, 3))

@@ -5,6 +5,7 @@ import type { Vector } from "../data/PageData";
 import type { Store } from "../model/Store";
 import { element } from "../shell/Element";
 import { legendParts } from "../shell/Legend";
+import { rowsOfCluster } from "./ClusterTable";
 import {
   clusters,
   conventions,
@@ -51,14 +52,15 @@ function clusterPictures(store: Store, snapshot: Snapshot): HTMLElement[] {
   if (found.length === 0) {
     return [];
   }
-  const figures = found
-    .slice(0, mostPictured)
-    .map(({ count, centroid }, index) =>
-      figure(
-        `Cluster ${index + 1}: ${count} dipoles, slices through its centroid`,
-        row(snapshot, slices, centroid, sliceSize),
-      ),
+  const isPassing = new Set(store.state.passing);
+  const figures = found.slice(0, mostPictured).map(({ count, centroid }, index) => {
+    const shown = rowsOfCluster(data, index + 1).filter((at) => isPassing.has(at)).length;
+    const some = shown === count ? "" : ` (${shown} of them shown)`;
+    return figure(
+      `Cluster ${index + 1}: ${count} dipoles${some}, slices through its centroid`,
+      row(snapshot, slices, centroid, sliceSize),
     );
+  });
   const kind = found.length > mostWide ? "report-pictures narrow" : "report-pictures";
   const made = [legend(store), element("div", { class: kind }, ...figures)];
   if (found.length > mostPictured) {

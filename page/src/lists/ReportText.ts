@@ -52,8 +52,7 @@ export function filesAndHead(data: PageData): HTMLElement {
     sentence(named(name), ` (${format}, ${dipoles} dipoles)`),
   ]);
   if (head !== null) {
-    const stored = head.isFull ? "" : "; shown cropped, with 8 bits";
-    lines.push(["Head", sentence(named(head.name), ` (${head.format}${stored})`)]);
+    lines.push(["Head", sentence(named(head.name), ` (${head.format})`)]);
     lines.push(["Left and right", `${head.sides}${head.areSidesStated ? "" : " (only assumed)"}`]);
   } else {
     const radius = sphere === null ? "" : `; the sphere has a radius of ${sphere.radius.toFixed(1)} mm`;
