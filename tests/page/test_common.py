@@ -152,6 +152,7 @@ class Common(ListTest):
         self.assertAlmostEqual(high, 100 - least)
         self.drag(1, 0.5, 0.98)
         low, high = (float(value) for value in self.limits("Goodness of fit, %"))
+        self.assertGreater(low, 100 - max(error), "the axis says goodness, so the limits are of it")
         count = sum(low <= 100 - value <= high for value in error)
         self.assertEqual(self.counts().split(" of")[0], str(count))
         labels = [plot.get_attribute("aria-label") for plot in self.all(".list-plot")]

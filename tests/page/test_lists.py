@@ -162,6 +162,12 @@ class Lists(ListTest):
         passing = sum(100 <= value <= 300 for value in self.latencies())
         self.assertEqual(self.counts().split(",")[0], f"{passing} of 30000 dipoles")
 
+    def test_a_narrow_page_makes_no_element_for_rows_that_are_not_seen_either(self):
+        self.size(900, 800)
+        self.open_random(1500)
+        self.assertGreater(len(self.all(ROW)), 5)
+        self.assertLess(len(self.all(ROW)), 200)
+
     def test_the_table_that_is_saved_is_what_is_listed_with_every_digit(self):
         data = self.open_random()
         changed = {7: None, 8: "nan", 9: "-inf", 10: -0.0, 11: 1.0000001e-12, 12: 123456.789}

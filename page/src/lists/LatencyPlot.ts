@@ -11,6 +11,7 @@ import { chooseInList } from "./TableSelection";
 
 const reach = 8; // pixels from a mark that a click finds
 const radius = 2; // pixels
+const ringRadius = 6; // pixels
 const lane = 1.08; // of the height of one of the two kinds, left to the other
 
 interface Marks {
@@ -163,10 +164,8 @@ export class LatencyPlot {
     const image = new MarkImage(plot.bbox.width, plot.bbox.height);
     this.#stamp(plot, image, others, faint, faint);
     this.#stamp(plot, image, passing, moment, error);
+    this.#ring(plot, image, selection.filter((row) => isPassing.has(row)));
     image.drawAt(plot.ctx, plot.bbox.left, plot.bbox.top);
-    drawInside(plot, (context) =>
-      this.#drawChosen(plot, context, selection.filter((row) => isPassing.has(row))),
-    );
   }
 
   // A mark of each kind has a shape of its own: colours alone do not tell.
@@ -181,19 +180,16 @@ export class LatencyPlot {
     });
   }
 
-  #drawChosen(plot: uPlot, context: CanvasRenderingContext2D, rows: readonly number[]): void {
-    const at = this.#marks(plot);
-    const rings = new Path2D();
-    for (const row of rows) {
-      const { x, moment, error } = at(row);
-      for (const y of [moment, error].filter(Number.isFinite)) {
-        rings.moveTo(x + 6, y);
-        rings.arc(x, y, 6, 0, 2 * Math.PI);
-      }
-    }
-    context.strokeStyle = themeColour("--text", "#222222");
-    context.lineWidth = 2;
-    context.stroke(rings);
+  // Around both marks of the dipoles that are selected.
+  #ring(plot: uPlot, image: MarkImage, rows: readonly number[]): void {
+    const ratio = uPlot.pxRatio;
+    const places = rows.map(this.#marks(plot));
+    image.stamp("ring", ringRadius * ratio, themeColour("--text", "#222222"), (mark) => {
+      places.forEach(({ x, moment, error }) => {
+        mark(x * ratio, moment * ratio);
+        mark(x * ratio, error * ratio);
+      });
+    });
   }
 
   #drawCursor(plot: uPlot, context: CanvasRenderingContext2D): void {

@@ -1,13 +1,24 @@
 // Thousands of small marks in one picture. Written pixel by pixel: as paths of a canvas, 30000 of them keep a
 // renderer without a GPU busy for seconds.
 
-export type Shape = "square" | "cross";
+export type Shape = "square" | "cross" | "ring";
+
+const ringWidth = 0.3; // of the radius
+
+const isIn: Readonly<Record<Shape, (x: number, y: number, radius: number) => boolean>> = {
+  square: () => true,
+  cross: (x, y) => Math.abs(x) === Math.abs(y),
+  ring: (x, y, radius) => {
+    const away = Math.hypot(x, y) / radius;
+    return away <= 1 && away >= 1 - ringWidth;
+  },
+};
 
 function pixelsOf(shape: Shape, radius: number): (readonly [x: number, y: number])[] {
   const pixels: (readonly [number, number])[] = [];
   for (let y = -radius; y <= radius; ++y) {
     for (let x = -radius; x <= radius; ++x) {
-      if (shape === "square" || Math.abs(Math.abs(x) - Math.abs(y)) < 1) {
+      if (isIn[shape](x, y, radius)) {
         pixels.push([x, y]);
       }
     }
