@@ -2,28 +2,22 @@
 
 import { colourFunction } from "../model/Colours";
 import type { State, Store } from "../model/Store";
-import { dot, times } from "../model/Vector";
+import { dot } from "../model/Vector";
 import type { PaneElements } from "../shell/Layout";
-import { axisInWorld, gridWithoutHead, type Grid } from "./Grid";
+import { cutsOf, faceCut } from "./Cuts";
+import { gridWithoutHead, type Grid } from "./Grid";
 import type { Head } from "./Head";
 import type { Mark } from "./Marks";
 import type { PaneName } from "./PaneName";
+import { fitToPixels, headSize } from "./PanePixels";
 import { drawSceneMarks, marksInScene } from "./ScenePane";
-import { SceneView, type Cut } from "./SceneView";
+import { SceneView } from "./SceneView";
 import { drawCrosshair, drawSliceMarks, marksOnSlice } from "./SlicePane";
-import { sliceNames, SliceView, type Axis, type SliceName } from "./SliceView";
+import { sliceNames, SliceView, type SliceName } from "./SliceView";
 
 // Pixels of the head's picture that a machine without a GPU draws in time.
 const softwarePixels = { slice: 600_000, sceneTurning: 30_000, sceneStill: 110_000 };
 const stillAfter = 260; // ms without a change, then 3D is drawn finely
-
-const cutAxes: Readonly<Record<State["cut"], readonly Axis[]>> = {
-  none: [],
-  axial: [2],
-  coronal: [1],
-  sagittal: [0],
-  corner: [0, 1, 2],
-};
 
 const movesHead: readonly (keyof State)[] = ["crosshair", "window", "isRadiological", "cut"];
 const movesMarks: readonly (keyof State)[] = [
@@ -36,27 +30,6 @@ const movesMarks: readonly (keyof State)[] = [
   "areArrowsShown",
   "areLabelsShown",
 ];
-
-// Puts a pane's pictures on whole pixels of the screen, so that they are not blurred; true: their size is new.
-function fitToPixels({ frame, head, lines, marks }: PaneElements, ratio: number): boolean {
-  const box = frame.getBoundingClientRect();
-  const [left, top] = [Math.ceil(box.left * ratio), Math.ceil(box.top * ratio)];
-  const width = Math.max(1, Math.floor(box.right * ratio) - left);
-  const height = Math.max(1, Math.floor(box.bottom * ratio) - top);
-  for (const { style } of [head, lines, marks]) {
-    style.left = `${left / ratio - box.left}px`;
-    style.top = `${top / ratio - box.top}px`;
-    style.width = `${width / ratio}px`;
-    style.height = `${height / ratio}px`;
-  }
-  if (marks.width === width && marks.height === height) {
-    return false;
-  }
-  for (const canvas of [lines, marks]) {
-    [canvas.width, canvas.height] = [width, height];
-  }
-  return true;
-}
 
 export class Panes {
   readonly store: Store;
@@ -86,7 +59,7 @@ export class Panes {
       sagittal: new SliceView("sagittal", this.grid),
     };
     this.scene = head === null ? this.#sceneWithoutHead() : new SceneView(head.middle, head.reach);
-    this.#faceCut();
+    faceCut(this.scene, store.state);
     this.#colourOf = colourFunction(store.data, store.state.colourBy);
     store.onChange((changed) => {
       if (changed.has("colourBy")) {
@@ -96,7 +69,7 @@ export class Panes {
         this.#arrange();
       }
       if (changed.has("cut")) {
-        this.#faceCut();
+        faceCut(this.scene, store.state);
       }
       if (movesMarks.some((name) => changed.has(name))) {
         this.#version += movesMarks.some((name) => name !== "crosshair" && changed.has(name)) ? 1 : 0;
@@ -144,20 +117,6 @@ export class Panes {
     const half = [0, 1, 2].map((i) => ((high[i] ?? 0) - (low[i] ?? 0)) / 2);
     const middle = [0, 1, 2].map((i) => ((high[i] ?? 0) + (low[i] ?? 0)) / 2);
     return new SceneView([middle[0] ?? 0, middle[1] ?? 0, middle[2] ?? 0], Math.hypot(...half));
-  }
-
-  // Looks at the cut, from the side on which the crosshair is.
-  #faceCut(): void {
-    const { cut, crosshair } = this.store.state;
-    const isLeft = crosshair[0] <= this.scene.middle[0];
-    const views = {
-      none: [isLeft ? 120 : 240, 15],
-      sagittal: [isLeft ? 90 : 270, 0],
-      coronal: [180, 0],
-      axial: [180, 70],
-      corner: [isLeft ? 140 : 220, 30],
-    } as const;
-    [this.scene.azimuth, this.scene.elevation] = views[cut];
   }
 
   #arrange(): void {
@@ -213,16 +172,7 @@ export class Panes {
       this.slices[name].scale = scale;
       this.slices[name].isMirrored = this.store.state.isRadiological && name !== "sagittal";
     }
-    this.scene.cuts = this.#cuts();
-  }
-
-  #cuts(): Cut[] {
-    const { cut, crosshair } = this.store.state;
-    return cutAxes[cut].map((axis) => {
-      const direction = axisInWorld(this.grid, axis);
-      const sign = this.scene.turned(direction)[2] >= 0 ? 1 : -1;
-      return { place: crosshair, normal: times(direction, sign) };
-    });
+    this.scene.cuts = cutsOf(this.store.state, this.grid, this.scene);
   }
 
   #drawSlice(name: SliceName): void {
@@ -235,7 +185,7 @@ export class Panes {
     const ratio = this.pixelRatio();
     const shown = this.#sliceKey(view);
     if (this.head !== null && this.#heads.has(name)) {
-      const [width, height] = this.#headSize(view, this.#isSlow ? softwarePixels.slice : Infinity);
+      const [width, height] = headSize(view, ratio, this.#isSlow ? softwarePixels.slice : Infinity);
       if (this.#isNew(name, "head", [shown, state.window].join())) {
         this.#copy(head, this.#withWindow(this.head).slice(view, state.crosshair, width, height));
       }
@@ -264,7 +214,7 @@ export class Panes {
     const ratio = this.pixelRatio();
     if (this.head !== null && this.#heads.has("scene")) {
       const most = isFine ? softwarePixels.sceneStill : softwarePixels.sceneTurning;
-      const [width, height] = this.#headSize(view, this.#isSlow ? most : Infinity);
+      const [width, height] = headSize(view, ratio, this.#isSlow ? most : Infinity);
       const isNew = this.#isNew("scene", "head", [this.#sceneKey(), state.window].join());
       if (isNew || (isFine && head.width < width)) {
         this.#copy(head, this.#withWindow(this.head).scene(view, width, height));
@@ -317,13 +267,6 @@ export class Panes {
       head.setWindow(window);
     }
     return head;
-  }
-
-  #headSize(view: { width: number; height: number }, most: number): [number, number] {
-    const ratio = this.pixelRatio();
-    const [width, height] = [view.width * ratio, view.height * ratio];
-    const share = Math.min(1, Math.sqrt(most / (width * height)));
-    return [Math.max(1, Math.round(width * share)), Math.max(1, Math.round(height * share))];
   }
 
   #copy(to: HTMLCanvasElement, from: HTMLCanvasElement): void {

@@ -139,8 +139,8 @@ export function drawSceneMarks(context: CanvasRenderingContext2D, picture: Scene
   const stated = data.head?.areSidesStated ?? true;
   drawSphere(context, data, view);
   drawMarks(context, marks, picture.pixelRatio);
-  for (const point of data.points) {
-    const at = view.project(point.place);
+  const points = data.points.map((point) => ({ point, at: view.project(point.place) }));
+  for (const { point, at } of points.sort((a, b) => a.at.depth - b.at.depth)) {
     drawPoint(context, point, at.x, at.y, size.text);
   }
   const selected = new Set(state.selection);

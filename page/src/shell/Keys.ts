@@ -29,6 +29,10 @@ function isTakenByControl(event: KeyboardEvent): boolean {
 
 export function listenToKeys(keys: readonly Key[]): void {
   document.addEventListener("keydown", (event) => {
+    if (event.key === "Escape" && isTyping(event.target) && event.target instanceof HTMLElement) {
+      event.target.blur(); // then keys are keys again
+      return;
+    }
     const isMenu = event.ctrlKey || event.metaKey || event.altKey;
     if (event.defaultPrevented || isMenu || isTyping(event.target) || isTakenByControl(event)) {
       return;
