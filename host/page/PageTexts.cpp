@@ -4,11 +4,13 @@
 #include <string_view>
 #include <utility>
 
+#include "host/dipoles/DipoleArrows.h"
 #include "host/dipoles/DipolePlace.h"
 #include "host/dipoles/DipoleScene.h"
 #include "host/page/PageDipoles.h"
 #include "host/panes/AtlasTexts.h"
 #include "host/panes/PaneWarnings.h"
+#include "host/text/Numbers.h"
 #include "host/text/PathText.h"
 #include "host/text/Utf8.h"
 
@@ -141,6 +143,14 @@ Json conventionsJson(const PageSource& source, const PageWorld& world, const std
   }
   if (!ofHead.empty()) {
     list.push_back(ofHead);
+  }
+  if (source.known.mni && !source.known.mni->assumed.empty()) {
+    list.push_back("The way to MNI: " + source.known.mni->assumed + ".");
+  }
+  const DipoleArrows arrows(source.set, source.settings.arrowsByMoment, source.settings.unknown);
+  if (arrows.strongest() > 0.0) {
+    list.push_back("Arrows are as long as their moments are large; the longest is one of " +
+                   shortest(arrows.strongest()) + (source.set.m_momentInNAm != 0 ? " nAm." : "."));
   }
   if (source.places != nullptr && !source.isAnonymous) {
     list.push_back(atlasNote(*source.places));

@@ -130,6 +130,18 @@ class Content(PageTest):
         self.assertEqual(self.spikes().json["patient"], "EXAMPLE_SPIKES")
         self.assertRegex(page.json["made"], r"^20\d\d-\d\d-\d\dT\d\d:\d\d:\d\dZ$")
 
+    def test_what_is_taken_for_granted_is_told(self):
+        way = self.write("mni.txt", "1 0 0 0\n0 1 0 0\n0 0 1 0\n0 0 0 1\n")
+        page = self.spikes("--mni", way, "--arrows-by-moment")
+        told = " ".join(page.json["conventions"])
+        self.assertIn("The way to MNI: it was taken from the scanner's mm to MNI's mm, which it does not say", told)
+        strongest = max(abs(moment) for moment in page.column("moment_nAm"))
+        self.assertIn("Arrows are as long as their moments are large; the longest is one of %s nAm."
+                      % ("%.5f" % strongest).rstrip("0").rstrip("."), told)
+        lengths = [sum(a * a for a in arrow) ** 0.5 for arrow in page.json["dipoles"]["arrows"]]
+        ratios = [length / abs(moment) for length, moment in zip(lengths, page.column("moment_nAm"))]
+        self.assertLess(max(ratios) / min(ratios), 1.0001)
+
     def test_without_a_head_the_sphere_stands_in(self):
         page = self.page_of(self.one_dipole())
         self.assertIsNone(page.json["head"])
