@@ -1,7 +1,7 @@
 #!/bin/sh
 # Installs what is missing, builds the command line tool and the viewer, and shows both: the tool draws the examples
-# on a T1 head and writes them as tables, into out/; the viewer opens on one of them, or, where there is no display,
-# takes a tour that leaves its pictures in out/tour/.
+# on a T1 head, writes one as a page for browsers and all as tables, into out/; the viewer opens on one of them, or,
+# where there is no display, takes a tour that leaves its pictures in out/tour/.
 set -eu
 cd "$(dirname "$0")"
 . scripts/packages.sh
@@ -35,6 +35,11 @@ draw spikes3d examples/spikes.dip --3d --view left
 draw moving examples/moving.dip
 draw median examples/median.txt
 
+say "Making a page for browsers"
+page=out/spikes.html
+"$dipole" page examples/spikes.dip --mri "$head" --fiducials examples/ch2.fiducials --atlas aal --mni identity \
+  --mni-space colin27 --yes --repair all --force -o "$page"
+
 say "Writing the examples as tables"
 for file in auditory.dip spikes.dip moving.dip median.txt; do
   table=out/${file%.*}.csv
@@ -42,8 +47,8 @@ for file in auditory.dip spikes.dip moving.dip median.txt; do
   pictures="$pictures $table"
 done
 
-say "The pictures and tables:"
-for picture in $pictures; do
+say "The page, pictures and tables:"
+for picture in "$page" $pictures; do
   printf '%s/%s\n' "$PWD" "$picture"
 done
 
