@@ -42,6 +42,20 @@ class Sides(PageTest):
         self.choose("3D", "sagittal")  # from the left, for that is where the crosshair is: the front is on the left
         self.check("scene", -1, 1)
 
+    def test_from_a_side_the_ear_of_that_side_is_seen(self):
+        ears = [{"of": "head", "name": f"{side} ear", "letter": side[0].upper(), "place": [x, x / 10, -40]}
+                for side, x in (("left", -40), ("right", 40))]
+        for place, letter in ((page_data.MARK, "L"), ((-page_data.MARK[0], *page_data.MARK[1:]), "R")):
+            with self.subTest(ear=letter):
+                self.open_head([place], points=ears)
+                self.choose("3D", "sagittal")
+                pixels = self.pixels("scene")
+                middle = pixels[:, : int(pixels.shape[1] * 0.75)]  # without the axes, which have these colours too
+                blue = (middle[..., 2] - middle[..., 0] > 50).sum()
+                red = (middle[..., 0] - middle[..., 2] > 50).sum()
+                self.assertGreater(blue if letter == "L" else red, 5)
+                self.assertEqual(red if letter == "L" else blue, 0)
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -10,6 +10,7 @@ import type { SceneView } from "./SceneView";
 import { drawLabels, drawPoint } from "./SlicePane";
 import { sideLetter } from "./Sides";
 
+const farPoint = 0.6; // how clearly a fiducial point on the far side is seen
 const insideHead = 0.55; // how clearly a dipole is seen through what the cut leaves in front of it
 
 function isInFrontOfCuts(place: Vector, view: SceneView): boolean {
@@ -125,6 +126,23 @@ function drawSphere(context: CanvasRenderingContext2D, data: PageData, view: Sce
   }
 }
 
+// Nearer ones over farther ones, which are paler. The far ear behind the near one, as from the side, is left out: its
+// letter would stand where the other ear is.
+function drawPoints(context: CanvasRenderingContext2D, data: PageData, view: SceneView, size: Size): void {
+  const points = data.points.map((point) => ({ point, at: view.project(point.place) }));
+  points.sort((a, b) => a.at.depth - b.at.depth);
+  points.forEach(({ point, at }, i) => {
+    const isCovered = points
+      .slice(i + 1)
+      .some((other) => other.point.letter !== point.letter && Math.hypot(other.at.x - at.x, other.at.y - at.y) < 2 * size.text);
+    if (!isCovered) {
+      context.globalAlpha = at.depth < 0 ? farPoint : 1;
+      drawPoint(context, point, at.x, at.y, size.text);
+    }
+  });
+  context.globalAlpha = 1;
+}
+
 export interface ScenePicture {
   data: PageData;
   state: Readonly<State>;
@@ -139,10 +157,7 @@ export function drawSceneMarks(context: CanvasRenderingContext2D, picture: Scene
   const stated = data.head?.areSidesStated ?? true;
   drawSphere(context, data, view);
   drawMarks(context, marks, picture.pixelRatio);
-  const points = data.points.map((point) => ({ point, at: view.project(point.place) }));
-  for (const { point, at } of points.sort((a, b) => a.at.depth - b.at.depth)) {
-    drawPoint(context, point, at.x, at.y, size.text);
-  }
+  drawPoints(context, data, view, size);
   const selected = new Set(state.selection);
   for (const mark of marks) {
     if (selected.has(mark.row)) {
