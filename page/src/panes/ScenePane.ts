@@ -11,9 +11,12 @@ import { drawLabels, drawPoint } from "./SlicePane";
 import { sideLetter } from "./Sides";
 
 const farPoint = 0.6; // how clearly a fiducial point on the far side is seen
-const insideHead = 0.55; // how clearly a dipole is seen through what the cut leaves in front of it
+const insideHead = 0.55; // how clearly a dipole is seen through half of the head, or what the cut leaves before it
 
-function isInFrontOfCuts(place: Vector, view: SceneView): boolean {
+function isInNearPart(place: Vector, view: SceneView): boolean {
+  if (view.cuts.length === 0) {
+    return view.project(place).depth >= 0;
+  }
   return view.cuts.every((cut) => dot(minus(place, cut.place), cut.normal) >= -0.5);
 }
 
@@ -39,7 +42,7 @@ export function marksInScene(
       tip: arrow ? view.project(plus(place, arrow)) : null,
       colour: colourOf(row),
       radius,
-      alpha: isInFrontOfCuts(place, view) ? 1 : insideHead,
+      alpha: isInNearPart(place, view) ? 1 : insideHead,
     });
   }
   return marks.sort((a, b) => a.at.depth - b.at.depth);
@@ -126,6 +129,15 @@ function drawSphere(context: CanvasRenderingContext2D, data: PageData, view: Sce
   }
 }
 
+// What paler dipoles mean, where there are some.
+function paleWords(data: PageData, view: SceneView, marks: readonly Mark[]): string[] {
+  const pale = marks.filter(({ alpha }) => alpha < 1).length;
+  if (pale === 0 || data.head === null) {
+    return [];
+  }
+  return [view.cuts.length === 0 ? `${pale} paler: in the far half of the head` : `${pale} paler: behind the cut`];
+}
+
 // Nearer ones over farther ones, which are paler. The far ear behind the near one, as from the side, is left out: its
 // letter would stand where the other ear is.
 function drawPoints(context: CanvasRenderingContext2D, data: PageData, view: SceneView, size: Size): void {
@@ -170,7 +182,7 @@ export function drawSceneMarks(context: CanvasRenderingContext2D, picture: Scene
   const edge = (x: number, y: number): string => edgeLetter(view, x, y, stated);
   drawSides(context, size, { left: edge(-1, 0), right: edge(1, 0), top: edge(0, 1), bottom: edge(0, -1) });
   drawAxes(context, view, size, stated);
-  drawTitle(context, size, "3D", [viewWords(view), `${marks.length} dipoles`]);
+  drawTitle(context, size, "3D", [viewWords(view), `${marks.length} dipoles`, ...paleWords(data, view, marks)]);
   drawScale(context, size, view.scale);
   drawWarnings(context, size, warningsOf(data));
 }
