@@ -3,8 +3,8 @@
 
     DIPOLE_PAGE=build/native/share/dipole/page.html bench/page/lists.py [ROWS]
 
-A task of more than 50 ms is what browsers call long; at 200 ms a hand feels it. First the whole page
-answers, its plots and pictures too, then all but the pictures. 0: no task was long.
+A task of more than 50 ms is what browsers call long; at 200 ms a hand feels it. First all but the
+pictures answers, then the whole page. 0: no task was long.
 Others' work makes tasks long on the clock; the last column is what all tasks of a step took of a processor.
 """
 
@@ -73,7 +73,7 @@ def measure(driver, address, count):
     print(f"{count} rows, open after {time.monotonic() - start:.1f} s")
     time.sleep(5)
     driver.execute_script(OBSERVE)
-    for shown in ("", "none"):
+    for shown in ("none", ""):
         driver.execute_script("document.querySelector('.pictures').style.display = arguments[0]", shown)
         time.sleep(2)
         load = os.getloadavg()[0] / os.cpu_count()

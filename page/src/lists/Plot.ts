@@ -99,7 +99,10 @@ export class Plot {
         events.click(event.offsetX, event.offsetY, event);
       }
     });
-    new ResizeObserver(() => this.#fit()).observe(this.element);
+    new ResizeObserver(() => {
+      this.#fit();
+      this.redraw();
+    }).observe(this.element);
     matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () => this.redraw());
     new MutationObserver(() => this.redraw()).observe(document.documentElement, {
       attributeFilter: ["data-theme"],
@@ -110,8 +113,11 @@ export class Plot {
     return this.#plot;
   }
 
-  // Once a frame, however often it is asked for.
+  // Once a frame, however often it is asked for; behind another tab not before it is seen again.
   redraw(): void {
+    if (this.element.clientWidth === 0) {
+      return;
+    }
     this.#frame ||= requestAnimationFrame(() => {
       this.#frame = 0;
       this.#plot.setData(this.#plot.data);
