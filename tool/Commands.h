@@ -37,6 +37,9 @@ std::unique_ptr<Command> makeInfoCommand(CLI::App& program);
 // Every dipole of the files as a table, as CSV or as JSON.
 std::unique_ptr<Command> makeListCommand(CLI::App& program);
 
+// The dipoles of the files that lie together, as text, as CSV or as JSON.
+std::unique_ptr<Command> makeClustersCommand(CLI::App& program);
+
 // What the audit of each of the files finds, and nothing else.
 std::unique_ptr<Command> makeCheckCommand(CLI::App& program);
 

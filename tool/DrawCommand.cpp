@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "host/dipoles/DipoleColors.h"
 #include "host/dipoles/DipoleScene.h"
 #include "host/dipoles/SetFiducials.h"
 #include "host/dipoles/UnknownDipoles.h"
-#include "host/dipoles/ValueColors.h"
 #include "host/head/Head.h"
 #include "host/head/HeadFile.h"
 #include "host/head/Limits.h"
@@ -309,6 +309,7 @@ host::DipolePicture DrawCommand::draw(const ImportSession& session, host::PaneCo
 
 int DrawCommand::run() const {
   checkOutput();
+  host::ViewSettings settings = m_picture.settings();
   ImportSession session = m_input.import(m_input.files());
   CDipoleFace9File& set = session.collection();
   if (set.m_totalDipoles == 0) {
@@ -317,15 +318,11 @@ int DrawCommand::run() const {
   }
   m_picture.applyTo(set);
   const host::Head head = readHead(session);
-  host::ViewSettings settings = m_picture.settings();
   settings.ballRadius = m_scene.ballRadius();
   host::UnknownDipoles unknown;
   unknown.mark(set, session.unknown());
   settings.unknown = &unknown;
-  std::optional<host::ValueColors> colours;
-  if (settings.colourBy) {
-    colours.emplace(set, *settings.colourBy, &unknown);
-  }
+  const std::optional<host::DipoleColors> colours = colorsOf(set, settings);
   host::PaneContents contents{set, head, settings, {}, head.volume->window(), colours ? &*colours : nullptr};
   contents.scale = host::textScale(m_picture.mmPerPixel());
   const std::optional<host::PlaceNames> names = m_input.places(head);

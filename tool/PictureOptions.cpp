@@ -3,6 +3,7 @@
 #include "host/head/Limits.h"
 #include "host/panes/DipolePicture.h"
 #include "tool/ArgumentCheck.h"
+#include "tool/UsageError.h"
 
 namespace tool {
 
@@ -23,6 +24,10 @@ void PictureOptions::addTo(CLI::App& command) {
 
 host::ViewSettings PictureOptions::settings() const {
   host::ViewSettings settings = m_shown.settings();
+  if (m_shown.hasClusterRule() && settings.colourBy != host::ColourBy::cluster) {
+    throw UsageError(
+        "--distance, --angle and --members say what a cluster is: --color-by cluster shows them");
+  }
   settings.glyphPixels = m_glyph.value_or(host::glyphPixels(settings.glyphPixels, m_mmPerPixel));
   settings.thinnestSlice = m_mmPerPixel;
   settings.moduleSlab = m_isModuleSlab;

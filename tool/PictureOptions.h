@@ -16,6 +16,7 @@ class PictureOptions {
   void addTo(CLI::App& command);
 
   double mmPerPixel() const { return m_mmPerPixel; }
+  // Throws UsageError when arguments of clusters are given for other colours.
   host::ViewSettings settings() const;
 
   // Switches of the set itself that the arguments or a picture decide: arrows, and whether slices show what

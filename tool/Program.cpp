@@ -92,8 +92,8 @@ Program::Program() : m_app(help, "dipole") {
   m_app.footer(moreHelp);
   m_app.require_subcommand(1);
   for (const auto make :
-       {makeInfoCommand, makeListCommand, makeCheckCommand, makeDrawCommand, makePageCommand,
-        makeConvertCommand, makeSortCommand, makeRegisterCommand, makeHeadCommand}) {
+       {makeInfoCommand, makeListCommand, makeClustersCommand, makeCheckCommand, makeDrawCommand,
+        makePageCommand, makeConvertCommand, makeSortCommand, makeRegisterCommand, makeHeadCommand}) {
     m_commands.push_back(make(m_app));
   }
 }

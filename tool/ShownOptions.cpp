@@ -11,10 +11,11 @@
 namespace tool {
 namespace {
 
-const std::map<std::string, host::DipoleValue>& colourValues() {
-  static const std::map<std::string, host::DipoleValue> all = {{"latency", host::DipoleValue::latency},
-                                                               {"error", host::DipoleValue::fitError},
-                                                               {"moment", host::DipoleValue::moment}};
+const std::map<std::string, host::ColourBy>& colourings() {
+  static const std::map<std::string, host::ColourBy> all = {{"latency", host::ColourBy::latency},
+                                                            {"error", host::ColourBy::fitError},
+                                                            {"moment", host::ColourBy::moment},
+                                                            {"cluster", host::ColourBy::cluster}};
   return all;
 }
 
@@ -37,8 +38,9 @@ void ShownOptions::addTo(CLI::App& command) {
   const auto add = [&](const std::string& name, auto& value, const char* type, const char* text) {
     return command.add_option(name, value, text)->type_name(type);
   };
-  addChoice(command, "--color-by", m_colourBy, "Colours by a value, with a legend; else each its own",
-            colourValues());
+  addChoice(command, "--color-by", m_colourBy,
+            "Colours by a value or by cluster, with a legend; else each its own", colourings());
+  m_clusters.addTo(command);
   m_filter.addTo(command);
   add("--tolerance", m_tolerance, "MM|all", "Show dipoles up to MM from each slice, 5 unless given; or all")
       ->check(argumentCheck(parseTolerance));
@@ -51,8 +53,9 @@ void ShownOptions::addTo(CLI::App& command) {
 host::ViewSettings ShownOptions::settings() const {
   host::ViewSettings settings;
   if (!m_colourBy.empty()) {
-    settings.colourBy = chosen(colourValues(), m_colourBy);
+    settings.colourBy = chosen(colourings(), m_colourBy);
   }
+  settings.clusters = m_clusters.rule();
   settings.filter = m_filter.filter();
   if (!m_tolerance.empty()) {
     settings.toleranceMm = parseTolerance(m_tolerance);

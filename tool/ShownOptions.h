@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/dipoles/ViewSettings.h"
+#include "tool/ClusterOptions.h"
 #include "tool/FilterOptions.h"
 
 namespace tool {
@@ -17,10 +18,12 @@ class ShownOptions {
   // The rest of the settings are as they are for a viewer.
   host::ViewSettings settings() const;
   bool areArrowsShown() const { return !m_noArrows; }
+  bool hasClusterRule() const { return m_clusters.isGiven(); }
   bool hasTolerance() const { return !m_tolerance.empty(); }
 
  private:
   FilterOptions m_filter;
+  ClusterOptions m_clusters;
   std::string m_colourBy;
   std::string m_tolerance;
   bool m_showLabels = false;

@@ -1,5 +1,7 @@
 #include "host/dipoles/DipoleFilter.h"
 
+#include "host/text/Numbers.h"
+
 namespace host {
 
 // Asked so that every comparison with what is not a number fails.
@@ -22,6 +24,24 @@ std::optional<DipoleValue> DipoleFilter::removedBy(const CDipoles& dipole, std::
     return DipoleValue::latency;
   }
   return std::nullopt;
+}
+
+std::string limitText(const std::string& name, const std::string& unit, const ValueLimits& limits) {
+  if (limits.least && limits.most) {
+    return name + " " + shortest(*limits.least) + " to " + shortest(*limits.most) + unit;
+  }
+  if (limits.least) {
+    return name + " at least " + shortest(*limits.least) + unit;
+  }
+  return limits.most ? name + " at most " + shortest(*limits.most) + unit : std::string();
+}
+
+std::vector<std::string> filterTexts(const DipoleFilter& filter, bool isMomentInNAm) {
+  std::vector<std::string> texts = {limitText("fit error", " %", filter.fitError),
+                                    limitText("moment", isMomentInNAm ? " nAm" : "", filter.moment),
+                                    limitText("latency", " ms", filter.latency)};
+  std::erase(texts, "");
+  return texts;
 }
 
 }  // namespace host

@@ -7,6 +7,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "host/dipoles/UnknownValues.h"
 #include "module/dipole.h"
@@ -19,6 +21,8 @@ struct ValueLimits {
 
   bool isSet() const { return least.has_value() || most.has_value(); }
   bool pass(double value) const;
+
+  friend bool operator==(const ValueLimits&, const ValueLimits&) = default;
 };
 
 struct DipoleFilter {
@@ -33,6 +37,14 @@ struct DipoleFilter {
   }
   // The first limit, in the order above, that the dipole does not pass; nothing when it passes all.
   std::optional<DipoleValue> removedBy(const CDipoles& dipole, std::uint8_t unknown = 0) const;
+
+  friend bool operator==(const DipoleFilter&, const DipoleFilter&) = default;
 };
+
+// "latency 80 to 120 ms", "fit error at most 10 %"; empty when the limits are not set. `unit` begins with its
+// blank.
+std::string limitText(const std::string& name, const std::string& unit, const ValueLimits& limits);
+// One for each limit that is set.
+std::vector<std::string> filterTexts(const DipoleFilter& filter, bool isMomentInNAm);
 
 }  // namespace host

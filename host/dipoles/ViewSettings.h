@@ -5,9 +5,9 @@
 
 #include <optional>
 
+#include "host/dipoles/Clusters.h"
 #include "host/dipoles/DipoleFilter.h"
 #include "host/dipoles/UnknownDipoles.h"
-#include "host/dipoles/ValueColors.h"
 
 namespace host {
 
@@ -16,10 +16,13 @@ struct LatencyWindow {
   double to = 0.0;
 };
 
+enum class ColourBy { own, latency, fitError, moment, cluster };
+
 struct ViewSettings {
   LatencyWindow latency;  // counts while the set's m_showDipoleLatencySelected is on
   DipoleFilter filter;
-  std::optional<DipoleValue> colourBy;  // nothing: each dipole's own colour
+  ColourBy colourBy = ColourBy::own;
+  ClusterRule clusters;  // of the colours by cluster
   bool showLegend = true;
   // How far from a slice a dipole may lie to be drawn on it, mm; nothing: any distance. While the set's
   // m_showDipole2DOverlap is off a slice shows its own dipoles only, whatever is chosen here.

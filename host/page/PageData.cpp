@@ -130,13 +130,20 @@ Json limitsJson(const ValueLimits& limits) {
   return {{"least", end(limits.least)}, {"most", end(limits.most)}};
 }
 
-std::string colourBy(const ViewSettings& settings) {
-  if (!settings.colourBy) {
-    return "own";
+const char* colourBy(const ViewSettings& settings) {
+  switch (settings.colourBy) {
+    case ColourBy::latency:
+      return "latency";
+    case ColourBy::fitError:
+      return "fitError";
+    case ColourBy::moment:
+      return "moment";
+    case ColourBy::cluster:
+      return "cluster";
+    case ColourBy::own:
+      break;
   }
-  return *settings.colourBy == DipoleValue::latency    ? "latency"
-         : *settings.colourBy == DipoleValue::fitError ? "fitError"
-                                                       : "moment";
+  return "own";
 }
 
 // Through the strongest dipole that is shown, else the middle of the head, else that of the sphere.

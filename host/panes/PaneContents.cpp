@@ -9,7 +9,7 @@
 namespace host {
 
 Rgb colourOf(const PaneContents& contents, const CDipoles& dipole) {
-  return contents.colours != nullptr ? contents.colours->colorOf(dipole) : ownColour(dipole);
+  return contents.colours != nullptr ? colorOf(*contents.colours, dipole) : ownColour(dipole);
 }
 
 void checkCrosshair(const PaneContents& contents) {

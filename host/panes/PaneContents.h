@@ -4,7 +4,7 @@
 #include <array>
 #include <optional>
 
-#include "host/dipoles/ValueColors.h"
+#include "host/dipoles/DipoleColors.h"
 #include "host/dipoles/ViewSettings.h"
 #include "host/exchange/PlaceNames.h"
 #include "host/head/Head.h"
@@ -21,7 +21,7 @@ struct PaneContents {
   Vector3 crosshair;  // the slices go through it
   GreyWindow window;
   // null: each dipole has its own colour, m_colorF, on slices too, so that it looks the same in all panes
-  const ValueColors* colours = nullptr;
+  const DipoleColors* colours = nullptr;
   // Points that the user has placed for a registration to come: nasion, left ear, right ear.
   std::array<std::optional<Vector3>, 3> marks{};
   bool showCursor = true;   // the crosshair, and the ring around the current dipole

@@ -25,21 +25,6 @@ Vector3 middleOf(const PaneContents& contents) {
   return isPlace(place) ? place : Vector3{};
 }
 
-void addLimits(std::vector<std::string>& texts, const char* name, const char* unit,
-               const ValueLimits& limits) {
-  std::string text = name;
-  if (limits.least && limits.most) {
-    text += " " + shortest(*limits.least) + " to " + shortest(*limits.most);
-  } else if (limits.least) {
-    text += " at least " + shortest(*limits.least);
-  } else if (limits.most) {
-    text += " at most " + shortest(*limits.most);
-  } else {
-    return;
-  }
-  texts.push_back(text + unit);
-}
-
 }  // namespace
 
 std::vector<int> shownSlots(const PaneContents& contents) {
@@ -104,13 +89,10 @@ std::string toleranceText(const PaneContents& contents) {
 }
 
 std::vector<std::string> filterTexts(const PaneContents& contents) {
-  std::vector<std::string> texts;
-  const DipoleFilter& filter = contents.settings.filter;
-  addLimits(texts, "fit error", " %", filter.fitError);
-  addLimits(texts, "moment", contents.dipoles.m_momentInNAm != 0 ? " nAm" : "", filter.moment);
-  addLimits(texts, "latency", " ms", filter.latency);
+  std::vector<std::string> texts = filterTexts(contents.settings.filter, contents.dipoles.m_momentInNAm != 0);
   if (contents.dipoles.m_showDipoleLatencySelected != 0) {
-    addLimits(texts, "latency", " ms", {contents.settings.latency.from, contents.settings.latency.to});
+    const LatencyWindow& window = contents.settings.latency;
+    texts.push_back(limitText("latency", " ms", {window.from, window.to}));
   }
   return texts;
 }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "host/paint/StrokeFont.h"
@@ -109,10 +111,81 @@ class Legend {
   std::vector<Tick> m_ticks;
 };
 
+// Title, rule, and a square with a text for each colour, one below the other.
+class ClusterLegend {
+ public:
+  ClusterLegend(const ClusterColors& colors, int lineHeight)
+      : m_colors(colors), m_font(lineHeight), m_line(m_font.lineHeight()), m_head(linesOf(colors.rule())) {
+    m_head.insert(m_head.begin(), "cluster (dipoles)");
+  }
+
+  Image draw() const {
+    Image image(width(), height(), ground);
+    int top = gap();
+    for (const std::string& text : m_head) {
+      m_font.draw(image, gap(), top, text, ink);
+      top += m_line;
+    }
+    top += gap();
+    for (const ClusterColors::Line& line : m_colors.lines()) {
+      image.fill({gap(), top + 1, gap() + m_line, top + m_line - 1}, line.color);
+      m_font.draw(image, textLeft(), top, line.text, ink);
+      top += m_line;
+    }
+    return image;
+  }
+
+ private:
+  int gap() const { return m_line / 2; }
+  int textLeft() const { return gap() + m_line + gap(); }
+
+  // Broken before its measures, for legends are narrow.
+  static std::vector<std::string> linesOf(std::string rule) {
+    std::vector<std::string> lines;
+    for (const char* const word : {" within ", " and "}) {
+      if (const std::size_t at = rule.find(word); at != std::string::npos) {
+        lines.push_back(rule.substr(0, at));
+        rule.erase(0, at + 1);
+      }
+    }
+    lines.push_back(rule);
+    return lines;
+  }
+
+  int width() const {
+    int right = 0;
+    for (const std::string& text : m_head) {
+      right = (std::max)(right, gap() + m_font.width(text));
+    }
+    for (const ClusterColors::Line& line : m_colors.lines()) {
+      right = (std::max)(right, textLeft() + m_font.width(line.text));
+    }
+    return right + gap();
+  }
+  int height() const {
+    return 3 * gap() + static_cast<int>(m_head.size() + m_colors.lines().size()) * m_line;
+  }
+
+  const ClusterColors& m_colors;
+  StrokeFont m_font;
+  int m_line;
+  std::vector<std::string> m_head;
+};
+
 }  // namespace
 
 Image legendPicture(const ValueColors& colors, int height, int lineHeight) {
   return Legend(colors, height, lineHeight).draw();
+}
+
+Image legendPicture(const ClusterColors& colors, int lineHeight) {
+  return ClusterLegend(colors, lineHeight).draw();
+}
+
+Image legendPicture(const DipoleColors& colors, int height, int lineHeight) {
+  const ValueColors* const byValue = std::get_if<ValueColors>(&colors);
+  return byValue != nullptr ? legendPicture(*byValue, height, lineHeight)
+                            : legendPicture(std::get<ClusterColors>(colors), lineHeight);
 }
 
 }  // namespace host

@@ -164,13 +164,17 @@ UndoHistory::Moved Session::moveBy(UndoHistory::Moved (UndoHistory::*move)()) {
   return moved;
 }
 
-const ValueColors* Session::colours() {
-  if (!m_view.colourBy) {
+const DipoleColors* Session::colours() {
+  if (m_view.colourBy == ColourBy::own) {
     return nullptr;
   }
-  if (!m_colours || m_coloursOf != m_view.colourBy) {
-    withinMemory([&] { m_colours.emplace(m_dipoles, *m_view.colourBy, &unknown()); });
-    m_coloursOf = m_view.colourBy;
+  const bool isByCluster = m_view.colourBy == ColourBy::cluster;
+  const ColoursOf wanted{m_view.colourBy, isByCluster ? m_view.filter : DipoleFilter(), m_view.clusters};
+  if (!m_colours || !(m_coloursOf == wanted)) {
+    ViewSettings settings = m_view;
+    settings.unknown = &unknown();
+    withinMemory([&] { m_colours = colorsOf(m_dipoles, settings); });
+    m_coloursOf = wanted;
   }
   return &*m_colours;
 }

@@ -18,7 +18,7 @@
 #include <string>
 #include <vector>
 
-#include "host/dipoles/ValueColors.h"
+#include "host/dipoles/DipoleColors.h"
 #include "host/dipoles/ViewSettings.h"
 #include "host/exchange/SetExport.h"
 #include "host/head/Atlas.h"
@@ -175,14 +175,21 @@ class Session {
   UndoHistory::Moved redo() { return moveBy(&UndoHistory::redo); }
   const UndoHistory& history() const { return m_history; }
 
-  // By the value that the view settings name; null when dipoles have their own colours. Valid until the next
-  // operation.
-  const ValueColors* colours();
+  // As the view settings say; null when dipoles have their own colours. Valid until the next operation.
+  const DipoleColors* colours();
 
  private:
   // Where a registered head is looked at first: off the midline.
   static constexpr Vector3 amidTheBrain{15.0, 45.0, 0.0};
 
+  // What of the view settings colours hang on.
+  struct ColoursOf {
+    ColourBy colourBy = ColourBy::own;
+    DipoleFilter filter;
+    ClusterRule clusters;
+
+    friend bool operator==(const ColoursOf&, const ColoursOf&) = default;
+  };
   struct NextHead;
   struct Importing;
   const Head& headOf(const Importing& import) const;
@@ -218,8 +225,8 @@ class Session {
   CString m_setPath;
   RecentFiles m_recentSets;
   RecentFiles m_recentHeads;
-  std::optional<ValueColors> m_colours;
-  std::optional<DipoleValue> m_coloursOf;
+  std::optional<DipoleColors> m_colours;
+  ColoursOf m_coloursOf;
 };
 
 }  // namespace host

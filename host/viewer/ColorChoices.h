@@ -2,14 +2,12 @@
 #pragma once
 
 #include <array>
-#include <optional>
 
-#include "host/dipoles/ValueColors.h"
+#include "host/dipoles/ViewSettings.h"
 
 namespace host {
 
-// Nothing: each dipole's own colour.
-inline constexpr std::array<std::optional<DipoleValue>, 4> colorChoices{
-    std::nullopt, DipoleValue::latency, DipoleValue::fitError, DipoleValue::moment};
+inline constexpr std::array<ColourBy, 5> colorChoices{ColourBy::own, ColourBy::latency, ColourBy::fitError,
+                                                      ColourBy::moment, ColourBy::cluster};
 
 }  // namespace host

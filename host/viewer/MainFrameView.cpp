@@ -145,7 +145,7 @@ void MainFrame::OnUpdateColorBy(CCmdUI* item) {
 }
 
 void MainFrame::OnUpdateLegend(CCmdUI* item) {
-  item->Enable(m_session->view().colourBy ? TRUE : FALSE);
+  item->Enable(m_session->view().colourBy != ColourBy::own ? TRUE : FALSE);
   item->SetCheck(m_session->view().showLegend ? 1 : 0);
 }
 

@@ -124,7 +124,8 @@ BOOL ViewPanel::OnInitDialog() {
   SendDlgItemMessage(IDC_TOLERANCE, TBM_SETRANGE, TRUE, MAKELPARAM(0, allDepths));
   SendDlgItemMessage(IDC_GLYPH_SIZE, TBM_SETRANGE, TRUE, MAKELPARAM(smallestGlyph, largestGlyph));
   SendDlgItemMessage(IDC_BALL_SIZE, TBM_SETRANGE, TRUE, MAKELPARAM(smallestBall, largestBall));
-  for (const LPCTSTR choice : {_T("Each dipole's own"), _T("Latency"), _T("Fit error"), _T("Moment")}) {
+  for (const LPCTSTR choice :
+       {_T("Each dipole's own"), _T("Latency"), _T("Fit error"), _T("Moment"), _T("Cluster")}) {
     SendDlgItemMessage(IDC_COLOR_BY, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(choice));
   }
   refresh();
@@ -245,7 +246,7 @@ void ViewPanel::showSliders() {
 void ViewPanel::showColourChoice() {
   const auto chosen = std::find(colorChoices.begin(), colorChoices.end(), m_session.view().colourBy);
   SendDlgItemMessage(IDC_COLOR_BY, CB_SETCURSEL, static_cast<WPARAM>(chosen - colorChoices.begin()));
-  GetDlgItem(ID_VIEW_LEGEND)->EnableWindow(m_session.view().colourBy ? TRUE : FALSE);
+  GetDlgItem(ID_VIEW_LEGEND)->EnableWindow(m_session.view().colourBy != ColourBy::own ? TRUE : FALSE);
 }
 
 // What the user is typing stays; another field is written only when it does not say the number already.

@@ -170,6 +170,23 @@ TEST(NearParts, TheAngleItselfIsNearAndSignsCount) {
   EXPECT_EQ(host::degreesBetween({1, 0, 0}, {-1, 0, 0}), 180.0);
 }
 
+// Eight places whose ends are too far apart, four between them, and five far away: so that the tree has the
+// first two in boxes of their own.
+TEST(NearParts, EndsThatAreFarApartAreOnePartByWhatIsBetweenThem) {
+  for (const double side : {1.0, -1.0}) {
+    Places places;
+    for (int i = 0; i < 8; ++i) {
+      places.push_back({{i % 2 == 0 ? 9.0 : -9.0, 0, 0}, {}});
+    }
+    places.insert(places.end(), 4, {{0, 3.0 * side, 0}, {}});
+    for (int i = 0; i < 5; ++i) {
+      places.push_back({{0, (100.0 + 20.0 * i) * side, 0}, {}});
+    }
+    const std::vector<int> parts = nearParts(places, {10.0, {}});
+    EXPECT_EQ(parts, (std::vector{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 2, 3, 4, 5})) << side;
+  }
+}
+
 TEST(NearParts, OfNothingAreNone) {
   EXPECT_TRUE(nearParts({}, {10.0, {}}).empty());
   EXPECT_EQ(nearParts({{}}, {0.0, 0.0}), std::vector{0});

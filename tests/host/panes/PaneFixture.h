@@ -18,7 +18,7 @@ struct PaneFixture {
   host::ViewSettings settings;
   host::Vector3 crosshair;
   host::GreyWindow window{0.0, 1000.0};
-  const host::ValueColors* colours = nullptr;
+  const host::DipoleColors* colours = nullptr;
   std::array<std::optional<host::Vector3>, 3> marks;
 
   static host::Fiducials points() { return {{9, 92, -10}, {-72, -12, -22}, {74, 8, -26}}; }

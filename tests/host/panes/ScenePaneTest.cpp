@@ -82,7 +82,7 @@ TEST_F(ScenePaneTest, OnlyVisibleDipolesAreDrawnAndCounted) {
 TEST_F(ScenePaneTest, ColoursAreThoseOfTheValue) {
   put({40, 20, 0}).m_fitError = 1.0;
   put({-40, -20, 0}).m_fitError = 9.0;
-  const host::ValueColors byError(*dipoles, host::DipoleValue::fitError);
+  const host::DipoleColors byError = host::ValueColors(*dipoles, host::DipoleValue::fitError);
   settings.showLegend = false;
   EXPECT_GT(drawnWhere(paint(), isReddish).pixels, 100);
   colours = &byError;
@@ -176,7 +176,7 @@ TEST_F(ScenePaneTest, AnUnregisteredHeadIsShownWhileThereIsNothingToMisplace) {
 TEST_F(ScenePaneTest, TheLegendStandsAtTheRightBorderBesideTheScene) {
   put({40, 20, 0}).m_fitError = 1.0;
   put({-40, -20, 0}).m_fitError = 9.0;
-  const host::ValueColors byError(*dipoles, host::DipoleValue::fitError);
+  const host::DipoleColors byError = host::ValueColors(*dipoles, host::DipoleValue::fitError);
   colours = &byError;
   pane.resize(500, 360);
   const Image& image = paint();

@@ -210,7 +210,8 @@ TEST_F(SlicePaneDipoles, ColoursAreThoseOfTheValue) {
   put({-20, 0, 0}).m_fitError = 1.0;
   put({20, 0, 0}).m_fitError = 9.0;
   const host::ValueColors byError(*dipoles, host::DipoleValue::fitError);
-  colours = &byError;
+  const host::DipoleColors chosen = byError;
+  colours = &chosen;
   SlicePane pane = paneOf(View::axial);
   const Image& image = pane.paint(contents());
   EXPECT_EQ(count(image, orange), 0);

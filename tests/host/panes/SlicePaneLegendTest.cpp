@@ -17,11 +17,11 @@ struct SlicePaneLegend : SlicePaneFixture {
   SlicePaneLegend() {
     put({40, 0, 0}).m_fitError = 1.0;
     put({-40, 0, 0}).m_fitError = 9.0;
-    byError.emplace(*dipoles, host::DipoleValue::fitError);
+    byError = host::ValueColors(*dipoles, host::DipoleValue::fitError);
     colours = &*byError;
   }
 
-  std::optional<host::ValueColors> byError;
+  std::optional<host::DipoleColors> byError;
 };
 
 // The column where the picture ends and the legend begins; -1 when the legend is not at the right border.
@@ -78,7 +78,7 @@ TEST_F(SlicePaneLegend, LeavesDipolesInTheirPlacesAndTheWholeHeadInThePicture) {
     const CDipoleszq& dipole = *dipoles->getDipole(slot);
     const Vector3 place{dipole.m_location[0], 0, 0};
     const PixelPoint at = pane.pixelOf(place).value();
-    EXPECT_EQ(image.pixel(at.column, at.row), byError->colorOf(dipole));
+    EXPECT_EQ(image.pixel(at.column, at.row), colorOf(*byError, dipole));
     EXPECT_EQ(pane.pick(contents(), at.column, at.row), slot);
   }
   const int left = pane.pixelOf({-60, 0, 0}).value().column;

@@ -283,7 +283,7 @@ TEST_F(SlicesPicture, TheLegendStandsOnceBesideThePanes) {
   put({10, 5, 5}).m_latency = 10.0;
   put({-10, 5, 5}).m_latency = 20.0;
   const Image plain = slices({{View::axial, 5.0}, {View::coronal, 5.0}}).image;
-  const host::ValueColors byLatency(*dipoles, host::DipoleValue::latency);
+  const host::DipoleColors byLatency = host::ValueColors(*dipoles, host::DipoleValue::latency);
   colours = &byLatency;
   const Image coloured = slices({{View::axial, 5.0}, {View::coronal, 5.0}}).image;
   EXPECT_GT(coloured.width(), plain.width() + 60);

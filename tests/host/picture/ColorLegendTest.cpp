@@ -123,3 +123,27 @@ TEST(ColorLegend, IsWideEnoughForItsTexts) {
 TEST(ColorLegend, IsNeverTooLowForItsParts) {
   EXPECT_EQ(legend(ValueRange{1.0, 2.0, true, true}, 1).height(), 8 * line);
 }
+
+TEST(ColorLegend, OfClustersHasALineForEachColour) {
+  CDipoleFace set;
+  for (int i = 0; i < 5; ++i) {
+    set.addDipole();
+    set.m_dipoles[i]->m_location[0] = i < 4 ? i / 2 * 50.0 : 200.0;
+  }
+  const host::ClusterColors colors(set, host::clustersOf(set, {}, {1.0, {}, 2}));
+  ASSERT_EQ(colors.lines().size(), 3U);  // two clusters and none
+  const Image image = legendPicture(colors, line);
+  int row = 0;
+  for (const host::ClusterColors::Line& shown : colors.lines()) {
+    const int next = firstRow(image, shown.color);
+    EXPECT_GT(next, row) << shown.text;
+    EXPECT_LT(next, image.height() - line / 2) << shown.text;
+    row = next;
+  }
+  const host::StrokeFont font(line);
+  EXPECT_GE(image.width(), line / 2 + font.width("cluster (dipoles)") + line / 2);
+  const host::ClusterColors turned(set, host::clustersOf(set, {}, {1.0, 30.0, 2}));
+  EXPECT_EQ(legendPicture(turned, line).height(), image.height() + font.lineHeight());  // "and 30 degrees"
+  EXPECT_EQ(legendPicture(turned, line).width(), image.width());
+  EXPECT_EQ(legendPicture(host::DipoleColors(colors), 320, line).height(), image.height());
+}

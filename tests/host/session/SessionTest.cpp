@@ -292,29 +292,62 @@ TEST(SessionCrosshair, GoesToTheCurrentDipole) {
   EXPECT_FALSE(session.goToCurrentDipole());
 }
 
+TEST(SessionColours, ByClusterFollowTheSetTheFilterAndTheRule) {
+  Viewer viewer(7);
+  Session& session = viewer.session;
+  for (int slot = 0; slot < 7; ++slot) {
+    viewer.set->m_dipoles[slot]->m_location[0] = slot;
+    viewer.set->m_dipoles[slot]->m_location[1] = 0.0;
+    viewer.set->m_dipoles[slot]->m_location[2] = 0.0;
+    viewer.set->m_dipoles[slot]->m_fitError = slot;
+  }
+  session.noteChange();
+  session.view().colourBy = host::ColourBy::cluster;
+  const auto lines = [&] {
+    std::vector<std::string> texts;
+    for (const auto& line : std::get<host::ClusterColors>(*session.colours()).lines()) {
+      texts.push_back(line.text);
+    }
+    return texts;
+  };
+  EXPECT_EQ(lines(), (std::vector<std::string>{"1 (7)", "in none (0)"}));
+  viewer.set->m_dipoles[6]->m_location[0] = 50.0;
+  session.noteChange();
+  EXPECT_EQ(lines(), (std::vector<std::string>{"1 (6)", "in none (1)"}));
+  session.view().filter.fitError.most = 4.0;
+  EXPECT_EQ(lines(), (std::vector<std::string>{"in none (5)"}));
+  session.view().clusters.members = 5;
+  EXPECT_EQ(lines(), (std::vector<std::string>{"1 (5)", "in none (0)"}));
+  session.view().filter = {};
+  session.undo();
+  EXPECT_EQ(lines(), (std::vector<std::string>{"1 (7)", "in none (0)"}));
+  const host::DipoleColors* const before = session.colours();
+  EXPECT_EQ(session.colours(), before);
+}
+
 TEST(SessionColours, FollowTheSettingAndTheSet) {
   Viewer viewer(3);
   Session& session = viewer.session;
   EXPECT_EQ(session.colours(), nullptr);
-  session.view().colourBy = host::DipoleValue::latency;
+  session.view().colourBy = host::ColourBy::latency;
   for (int slot = 0; slot < 3; ++slot) {
     viewer.set->m_dipoles[slot]->m_latency = 10.0 * slot;
   }
   session.noteChange();
   ASSERT_NE(session.colours(), nullptr);
-  EXPECT_EQ(session.colours()->title(), "latency (ms)");
-  EXPECT_EQ(session.colours()->range()->high, 20.0);
+  EXPECT_EQ(std::get<host::ValueColors>(*session.colours()).title(), "latency (ms)");
+  EXPECT_EQ(std::get<host::ValueColors>(*session.colours()).range()->high, 20.0);
   viewer.set->m_dipoles[1]->m_latency = 99.0;
   session.noteChange();
-  EXPECT_EQ(session.colours()->range()->high, 99.0);
+  EXPECT_EQ(std::get<host::ValueColors>(*session.colours()).range()->high, 99.0);
   session.undo();
-  EXPECT_EQ(session.colours()->range()->high, 20.0);
+  EXPECT_EQ(std::get<host::ValueColors>(*session.colours()).range()->high, 20.0);
   session.redo();
-  EXPECT_EQ(session.colours()->range()->high, 99.0);
-  session.view().colourBy = host::DipoleValue::fitError;
-  EXPECT_EQ(session.colours()->title(), "fit error (%)");
+  EXPECT_EQ(std::get<host::ValueColors>(*session.colours()).range()->high, 99.0);
+  session.view().colourBy = host::ColourBy::fitError;
+  EXPECT_EQ(std::get<host::ValueColors>(*session.colours()).title(), "fit error (%)");
   session.newSet();
-  EXPECT_FALSE(session.colours()->range().has_value());
-  session.view().colourBy.reset();
+  EXPECT_FALSE(std::get<host::ValueColors>(*session.colours()).range().has_value());
+  session.view().colourBy = host::ColourBy::own;
   EXPECT_EQ(session.colours(), nullptr);
 }

@@ -156,7 +156,9 @@ struct ToolAndViewer : testing::Test {
     for (const auto& [view, slice] : slices) {
       const auto viewer = pixelsOf(viewerPicture(view), colours);
       const Image picture = toolPicture("--slice " + slice + " " + options);
-      const int legend = session.view().colourBy ? 130 : 0;  // columns at the right, which the viewer has not
+      const int legend = session.view().colourBy != host::ColourBy::own
+                             ? 130
+                             : 0;  // columns at the right, which the viewer has not
       const auto tool =
           pixelsOf(picture.cropped({0, 0, picture.width() - legend, picture.height()}), colours);
       EXPECT_GT(viewer.size(), 100U) << slice;
@@ -184,7 +186,7 @@ TEST_F(ToolAndViewer, ShowTheSameWhateverTheTolerance) {
 }
 
 TEST_F(ToolAndViewer, ShowTheSameColoursByValue) {
-  session.view().colourBy = host::DipoleValue::moment;
+  session.view().colourBy = host::ColourBy::moment;
   session.view().toleranceMm.reset();
   expectSame("--color-by moment --tolerance all");
 }

@@ -113,7 +113,7 @@ void ViewerMonkey::moveSlider() {
 }
 
 void ViewerMonkey::colourBy() {
-  m_user->chooseColourBy(m_chance.below(4));
+  m_user->chooseColourBy(m_chance.below(5));
 }
 
 void ViewerMonkey::checkBoxOfPanel() {

@@ -159,16 +159,16 @@ TEST_F(ViewerView, SizesFollowTheirSliders) {
 
 TEST_F(ViewerView, ColourByAValueIsTheSameInMenuAndPanel) {
   m_user.choose(ID_VIEW_COLOR_ERROR);
-  EXPECT_EQ(view().colourBy, host::DipoleValue::fitError);
+  EXPECT_EQ(view().colourBy, host::ColourBy::fitError);
   EXPECT_EQ(::SendDlgItemMessageW(m_user.panel(), IDC_COLOR_BY, CB_GETCURSEL, 0, 0), 2);
   EXPECT_TRUE(m_user.isChecked(ID_VIEW_COLOR_ERROR));
   EXPECT_TRUE(m_user.isEnabled(ID_VIEW_LEGEND));
   m_user.chooseColourBy(3);
-  EXPECT_EQ(view().colourBy, host::DipoleValue::moment);
+  EXPECT_EQ(view().colourBy, host::ColourBy::moment);
   EXPECT_TRUE(m_user.isChecked(ID_VIEW_COLOR_MOMENT));
   EXPECT_FALSE(m_user.isChecked(ID_VIEW_COLOR_ERROR));
   m_user.chooseColourBy(0);
-  EXPECT_EQ(view().colourBy, std::nullopt);
+  EXPECT_EQ(view().colourBy, host::ColourBy::own);
   EXPECT_FALSE(m_user.isEnabled(ID_VIEW_LEGEND));
 }
 
