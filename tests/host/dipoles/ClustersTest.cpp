@@ -208,6 +208,24 @@ TEST(Clusters, TheMeanOrientationIsThatOfUnitVectorsAndTheConeHoldsNineteenOfTwe
   EXPECT_LT(other.cone, 20.0);  // without it
 }
 
+TEST(Clusters, OfFewDipolesTheConeHoldsAllAndOfOneNothing) {
+  const Set set = emptySet();
+  for (int i = 0; i < 4; ++i) {  // around z, all 45 degrees from it
+    add(*set, {0, 0, 0}, {i % 2 == 0 ? i - 1.0 : 0.0, i % 2 == 1 ? i - 2.0 : 0.0, 1.0});
+  }
+  add(*set, {0, 0, 0}, {0, 0, 1});
+  const Clusters found = clustersOf(*set, {}, ruleOf(5, 1.0));
+  EXPECT_NEAR(found.clusters.at(0).orientation.value().cone, 45.0, 1e-9);
+
+  for (int i = 0; i < 4; ++i) {
+    set->m_dipoles[i]->m_orientation[2] = notANumber;
+  }
+  const host::OrientationSummary one = *clustersOf(*set, {}, ruleOf(5, 1.0)).clusters.at(0).orientation;
+  EXPECT_EQ(one.count, 1);
+  EXPECT_EQ(one.cone, 0.0);
+  EXPECT_EQ(one.resultant, 1.0);
+}
+
 TEST(Clusters, OrientationsThatCancelHaveNoMean) {
   const Set set = emptySet();
   add(*set, {0, 0, 0}, {0.1, 0.2, 0.3});

@@ -224,6 +224,8 @@ void Tour::color() {
   }
   m_user.chooseRow(4);
   keep("colored", "Tools, Color Selected: the first ten dipoles in blue.", true);
+  m_user.choose(ID_VIEW_COLOR_CLUSTER);
+  keep("color-by-cluster", "View, Color by, Cluster, with its legend: dipoles that lie together.");
   m_user.choose(ID_VIEW_COLOR_ERROR);
   keep("color-by-error", "View, Color by, Fit Error, with its legend: the better the fit, the darker.");
 }

@@ -167,6 +167,14 @@ TEST_F(ViewerView, ColourByAValueIsTheSameInMenuAndPanel) {
   EXPECT_EQ(view().colourBy, host::ColourBy::moment);
   EXPECT_TRUE(m_user.isChecked(ID_VIEW_COLOR_MOMENT));
   EXPECT_FALSE(m_user.isChecked(ID_VIEW_COLOR_ERROR));
+  m_user.chooseColourBy(4);
+  EXPECT_EQ(view().colourBy, host::ColourBy::cluster);
+  EXPECT_TRUE(m_user.isChecked(ID_VIEW_COLOR_CLUSTER));
+  m_user.choose(ID_VIEW_COLOR_MOMENT);
+  m_user.choose(ID_VIEW_COLOR_CLUSTER);
+  EXPECT_EQ(view().colourBy, host::ColourBy::cluster);
+  EXPECT_EQ(::SendDlgItemMessageW(m_user.panel(), IDC_COLOR_BY, CB_GETCURSEL, 0, 0), 4);
+  EXPECT_TRUE(m_user.isEnabled(ID_VIEW_LEGEND));
   m_user.chooseColourBy(0);
   EXPECT_EQ(view().colourBy, host::ColourBy::own);
   EXPECT_FALSE(m_user.isEnabled(ID_VIEW_LEGEND));
