@@ -19,7 +19,7 @@ namespace host {
 // Of the first clusters, in order.
 std::span<const Rgb> clusterPalette();
 inline constexpr Rgb furtherClustersColor{255, 255, 255};
-inline constexpr Rgb noClusterColor{150, 150, 150};
+inline constexpr Rgb noClusterColor{190, 190, 190};
 
 // Of a place in Clusters::clusters, or of Clusters::none.
 Rgb clusterColor(int cluster);
