@@ -65,7 +65,7 @@ Json clusterJson(const PageSource& source, const PageWorld& world, const Cluster
 
 Json pageClusters(const PageSource& source, const PageWorld& world, Json& dipoles) {
   const Clusters found =
-      clustersOf(source.set, source.settings.filter, source.clusterRule, source.settings.unknown);
+      clustersOf(source.set, source.settings.filter, source.settings.clusters, source.settings.unknown);
   Json rows = Json::array();
   for (int slot = 0; slot < source.set.m_totalDipoles; ++slot) {
     if (source.set.m_dipoles[slot] != nullptr) {
@@ -78,7 +78,7 @@ Json pageClusters(const PageSource& source, const PageWorld& world, Json& dipole
   for (const Cluster& cluster : found.clusters) {
     clusters.push_back(clusterJson(source, world, cluster));
   }
-  return {{"text", ruleText(source.clusterRule)},
+  return {{"text", ruleText(source.settings.clusters)},
           {"scattered", found.scattered},
           {"removed", removedJson(source, found)},
           {"clusters", std::move(clusters)}};

@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "host/dipoles/ClusterColors.h"
 #include "host/dipoles/ColorScale.h"
 #include "host/dipoles/UnknownDipoles.h"
 #include "host/dipoles/ValueColors.h"
@@ -12,17 +13,6 @@
 namespace host {
 
 namespace {
-
-// Told apart by eyes that do not tell red from green, and on grey: M. Okabe, K. Ito, "Color Universal
-// Design", 2008, without black.
-constexpr std::array<Rgb, 7> clusterColours{{{230, 159, 0},
-                                             {86, 180, 233},
-                                             {0, 158, 115},
-                                             {240, 228, 66},
-                                             {0, 114, 178},
-                                             {213, 94, 0},
-                                             {204, 121, 167}}};
-constexpr Rgb scatteredColour{170, 170, 170};
 
 Json rangeJson(const ValueRange& range) {
   return {
@@ -46,11 +36,11 @@ void addColours(Json& settings, const PageSource& source) {
   settings["scale"] = std::move(scale);
   settings["noValue"] = colourText(noValueColor);
   Json clusters = Json::array();
-  for (const Rgb& colour : clusterColours) {
+  for (const Rgb& colour : clusterPalette()) {
     clusters.push_back(colourText(colour));
   }
   settings["clusterColours"] = std::move(clusters);
-  settings["scattered"] = colourText(scatteredColour);
+  settings["scattered"] = colourText(noClusterColor);
   Json ranges = Json::object();
   for (const auto& [name, value] :
        {std::pair("latency", DipoleValue::latency), std::pair("fitError", DipoleValue::fitError),

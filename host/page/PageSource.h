@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "host/audit/Finding.h"
-#include "host/dipoles/Clusters.h"
 #include "host/dipoles/UnknownValues.h"
 #include "host/dipoles/ViewSettings.h"
 #include "host/exchange/PlaceNames.h"
@@ -31,7 +30,6 @@ struct PageSource {
   const UnknownValues& unknown;        // by slot, the same as those of the settings
   const PlaceNames* places = nullptr;  // null: nobody knows names of places
   bool areArrowsShown = true;
-  ClusterRule clusterRule = {};
 
   std::string program = {};  // "dipole 1.0.0"
   std::string made = {};     // ISO 8601, UTC
