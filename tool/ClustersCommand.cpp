@@ -74,7 +74,7 @@ std::vector<host::SetFrame> ClustersCommand::frames() const {
   const host::KnownHead head = m_frame.head();
   std::vector<host::SetFrame> known = {host::frameNamed(host::FrameName::host, head),
                                        host::frameNamed(host::FrameName::ctf, head)};
-  if (head.points) {
+  if (head.points || head.neuromagToScanner) {
     known.push_back(host::frameNamed(host::FrameName::neuromag, head));
   }
   if (head.isPlaced()) {
