@@ -89,7 +89,7 @@ std::vector<host::SetFrame> ClustersCommand::frames() const {
 int ClustersCommand::run() const {
   const std::vector<InputFile> files = m_import.files();
   ImportChoices choices = m_import.choices();
-  choices.points = m_frame.pointsFor(files);
+  choices.head = m_frame.headFor(files);
   const std::vector<host::SetFrame> frames = this->frames();
   const std::optional<host::PlaceNames> places = m_frame.places();
   ImportSession session(files, std::move(choices));
