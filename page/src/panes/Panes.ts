@@ -61,9 +61,13 @@ export class Panes {
     this.scene = head === null ? this.#sceneWithoutHead() : new SceneView(head.middle, head.reach);
     faceCut(this.scene, store.state);
     this.#colourOf = colourFunction(store.data, store.state.colourBy);
+    this.#takeSides();
     store.onChange((changed) => {
       if (changed.has("colourBy")) {
         this.#colourOf = colourFunction(store.data, store.state.colourBy);
+      }
+      if (changed.has("isRadiological")) {
+        this.#takeSides();
       }
       if (changed.has("large")) {
         this.#arrange();
@@ -78,6 +82,13 @@ export class Panes {
     });
     new ResizeObserver(() => this.invalidate(true)).observe(elements.axial.frame.parentElement ?? document.body);
     this.#arrange();
+  }
+
+  // At once, not with the next picture: a key that is pressed before it goes by the new sides.
+  #takeSides(): void {
+    for (const name of sliceNames) {
+      this.slices[name].isMirrored = this.store.state.isRadiological && name !== "sagittal";
+    }
   }
 
   // Without a head, or when only what lies over it changes, `isHeadMoved` is false.
@@ -170,7 +181,6 @@ export class Panes {
     const scale = Math.min(...shown.map((name) => this.slices[name].fittingScale)) * this.zoom;
     for (const name of sliceNames) {
       this.slices[name].scale = scale;
-      this.slices[name].isMirrored = this.store.state.isRadiological && name !== "sagittal";
     }
     this.scene.cuts = cutsOf(this.store.state, this.grid, this.scene);
   }
