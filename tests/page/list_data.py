@@ -42,7 +42,7 @@ def clusters_of(places, directions, numbers):
         away = numpy.linalg.norm(own - centroid, axis=1)
         mean, cone = cone_of(directions[numbers == number])
         found.append({"count": len(own), "centroid": centroid.tolist(), "rms": float(numpy.sqrt((away ** 2).mean())),
-                      "farthest": float(away.max()), "direction": mean.tolist(), "cone": cone,
+                      "farthest": float(away.max()), "direction": (TO_HOST.T @ mean).tolist(), "cone": cone,
                       "places": [{"frame": "host", "place": (TO_HOST @ centroid).tolist()},
                                  {"frame": "scanner", "place": centroid.tolist()}],
                       "label": None, "latency": [-50, 450], "fitError": [0, 20]})

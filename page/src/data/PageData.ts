@@ -40,7 +40,7 @@ export interface HeadData {
   areSidesStated: boolean; // false: left and right are only assumed, to be said on every picture
   window: readonly [number, number]; // grey values shown as black and as white at first
   range: readonly [number, number]; // those that the stored volume can tell apart
-  isFull: boolean; // else cropped to the head and stored with 8 bits
+  isFull: boolean; // else it may be cropped, and has 8 bits; `conventions` tell what became of it
 }
 
 export interface AtlasData {
@@ -109,7 +109,7 @@ export interface ClusterData {
   centroid: Vector;
   rms: number; // mm, root mean square distance from the centroid
   farthest: number; // mm
-  direction: Vector | null; // mean orientation, of unit length
+  direction: Vector | null; // mean orientation in the world, of unit length
   cone: number | null; // degrees, see `conventions`
   places: readonly { frame: FrameData["name"]; place: Vector }[];
   label: string | null; // of the centroid by the atlas
@@ -160,7 +160,7 @@ export interface SettingsData {
   ballRadius: number; // mm
   scale: readonly string[]; // colours of the value scale from low to high, "#rrggbb"
   noValue: string; // colour of a dipole whose value is unknown
-  clusterColours: readonly string[]; // of the first cluster, ...; begun again behind the last
+  clusterColours: readonly string[]; // of the first cluster, ...; all further ones are white
   scattered: string; // colour of a dipole in no cluster
   ranges: Readonly<Partial<Record<"latency" | "fitError" | "moment", ValueRangeData>>>;
 }

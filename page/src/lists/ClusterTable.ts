@@ -1,10 +1,13 @@
 // The clusters: where dipoles are many and near each other, and nothing else.
 
 import type { ClusterData, PageData } from "../data/PageData";
+import { countText, shownOfClusters } from "../model/ClusterCounts";
+import { clusterColour } from "../model/Colours";
 import type { Store } from "../model/Store";
+import { turned } from "../model/Vector";
 import { button, element } from "../shell/Element";
 import { foreign } from "./Foreign";
-import { placeText } from "./Lines";
+import { directionText, placeText } from "./Lines";
 import { selectRows } from "./TableSelection";
 
 export function rowsOfCluster(data: PageData, number: number): number[] {
@@ -33,6 +36,7 @@ function heads(data: PageData): HTMLElement[] {
     "Dipoles",
     ...data.frames.map(({ title, axes }) => `Centroid, ${title} (${axes.join(", ")})`),
     "Distance from it, rms and largest, mm",
+    ...data.frames.slice(0, 1).map(({ title, axes }) => `Mean orientation, ${title} (${axes.join(", ")})`),
     "Cone, \u00b0",
     "Latency, ms",
     "Fit error, %",
@@ -43,11 +47,14 @@ function heads(data: PageData): HTMLElement[] {
   return titles.map((title) => element("th", { scope: "col" }, title));
 }
 
-function cells(data: PageData, cluster: ClusterData): HTMLElement[] {
+function cells(data: PageData, cluster: ClusterData, shown: number): HTMLElement[] {
   const texts = [
-    String(cluster.count),
+    countText(cluster.count, shown),
     ...data.frames.map(({ name }) => placeIn(cluster, name)),
     `${cluster.rms.toFixed(1)}, ${cluster.farthest.toFixed(1)}`,
+    ...data.frames.slice(0, 1).map(({ fromWorld }) =>
+      cluster.direction === null ? "none" : directionText(turned(fromWorld, cluster.direction)),
+    ),
     cluster.cone === null ? "none" : cluster.cone.toFixed(1),
     rangeText(cluster.latency),
     rangeText(cluster.fitError),
@@ -60,20 +67,20 @@ function cells(data: PageData, cluster: ClusterData): HTMLElement[] {
 }
 
 function patch(data: PageData, number: number): HTMLElement {
-  const colours = data.settings.clusterColours;
   const made = element("span", { class: "list-patch", "aria-hidden": "true" });
-  made.style.backgroundColor = colours[(number - 1) % colours.length] ?? "";
+  made.style.backgroundColor = clusterColour(data, number);
   return made;
 }
 
 // Without anything to click at: for paper.
-export function clusterTable(data: PageData): HTMLTableElement {
+export function clusterTable({ data, state }: Store): HTMLTableElement {
+  const shown = shownOfClusters(data, state.passing);
   const rows = data.clusters.clusters.map((cluster, index) =>
     element(
       "tr",
       {},
       element("th", { scope: "row" }, patch(data, index + 1), String(index + 1)),
-      ...cells(data, cluster),
+      ...cells(data, cluster, shown[index + 1] ?? 0),
     ),
   );
   return element(
@@ -84,20 +91,26 @@ export function clusterTable(data: PageData): HTMLTableElement {
   );
 }
 
-export function clusterRule(data: PageData): string {
+// The limits that clusters were found by are those of the command; they stay when others are set in the page.
+export function clusterRule({ data, state }: Store): string {
   const { text, scattered, removed, clusters } = data.clusters;
   const limits = removed.map(({ limit, count }) => `${count} removed by ${limit}`);
   if (text === "") {
     return "No clusters were looked for.";
   }
   const many = clusters.length === 1 ? "1 cluster" : `${clusters.length} clusters`;
-  return [`${text}: ${many}`, `${scattered} dipoles scattered, in none`, ...limits].join("; ") + ".";
+  const found = [`${text}: ${many}`, `${scattered} dipoles scattered, in none`, ...limits].join("; ");
+  const all = clusters.reduce((sum, { count }) => sum + count, 0);
+  const [, ...shown] = shownOfClusters(data, state.passing);
+  const left = shown.reduce((sum, count) => sum + count, 0);
+  const some = clusters.length === 0 ? "" : ` ${left} of their ${all} dipoles are shown now.`;
+  return `${found}. Clusters are those of the limits that the command was given; limits set in the page do not change them.${some}`;
 }
 
 export function mountClusters(store: Store, parent: HTMLElement): void {
   const { data } = store;
   const { clusters } = data.clusters;
-  const table = clusterTable(data);
+  const table = clusterTable(store);
   const alone: HTMLButtonElement[] = [];
   table.querySelectorAll("tbody tr").forEach((row, index) => {
     const number = index + 1;
@@ -118,12 +131,23 @@ export function mountClusters(store: Store, parent: HTMLElement): void {
     });
   };
   mark();
+  const rule = element("p", { class: "list-note" }, clusterRule(store));
+  const count = () => {
+    const shown = shownOfClusters(data, store.state.passing);
+    rule.textContent = clusterRule(store);
+    table.querySelectorAll("tbody tr").forEach((row, index) => {
+      const [cell] = row.getElementsByTagName("td");
+      cell?.replaceChildren(countText(clusters[index]?.count ?? 0, shown[index + 1] ?? 0));
+    });
+  };
   store.onChange((changed) => {
     if (changed.has("isolated")) {
       mark();
     }
+    if (changed.has("passing")) {
+      count();
+    }
   });
-  const rule = element("p", { class: "list-note" }, clusterRule(data));
   parent.append(rule);
   if (clusters.length > 0) {
     parent.append(element("div", { class: "list-wide" }, table));

@@ -1,17 +1,9 @@
 // Texts of files, which are never markup.
 
+import { cut } from "../model/Foreign";
 import { button, element } from "../shell/Element";
 
 const most = 160;
-
-// Characters are not cut in two, and what follows is told to be there.
-export function cut(text: string, length = most): string {
-  if (text.length <= length) {
-    return text;
-  }
-  const end = /[\ud800-\udbff]/.test(text.charAt(length - 1)) ? length - 1 : length;
-  return `${text.slice(0, end)}\u2026`;
-}
 
 // A text of a file: marks of direction in it turn nothing around outside of it, and no more of it is shown than
 // is of use; a button opens the whole.

@@ -82,7 +82,7 @@ function placePictures(store: Store, snapshot: Snapshot): HTMLElement {
 
 export function makeReport(store: Store, snapshot: Snapshot | null): HTMLElement[] {
   const { data } = store;
-  const parts = [heading(data), filesAndHead(data), limitsUsed(store), fitStatistics(store), findings(data), clusters(data)];
+  const parts = [heading(data), filesAndHead(data), limitsUsed(store), fitStatistics(store), findings(data), clusters(store)];
   if (snapshot !== null) {
     const shown = clusterPictures(store, snapshot);
     parts.push(...(shown.length > 0 ? shown : [placePictures(store, snapshot)]), scenePictures(store, snapshot));

@@ -76,11 +76,11 @@ export function limitsUsed(store: Store): HTMLElement {
   return part("Limits", sum, lines.length === 0 ? "No limit is set." : list(lines));
 }
 
-export function clusters(data: PageData): HTMLElement {
-  const rule = element("p", {}, clusterRule(data));
-  return data.clusters.clusters.length === 0
+export function clusters(store: Store): HTMLElement {
+  const rule = element("p", {}, clusterRule(store));
+  return store.data.clusters.clusters.length === 0
     ? part("Clusters", rule)
-    : part("Clusters", rule, clusterTable(data));
+    : part("Clusters", rule, clusterTable(store));
 }
 
 export function fitStatistics(store: Store): HTMLElement {

@@ -4,7 +4,8 @@ import type { CellComponent, ColumnDefinition } from "tabulator-tables";
 import type { ColumnData, PageData } from "../data/PageData";
 import { shownTexts, wholeText } from "../model/CellText";
 import { element } from "../shell/Element";
-import { cut, foreign } from "./Foreign";
+import { cut } from "../model/Foreign";
+import { foreign } from "./Foreign";
 import type { RowData } from "./TableOrder";
 
 // Of the page's letters:

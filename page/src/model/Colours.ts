@@ -5,10 +5,19 @@ import { numberOf } from "./Filter";
 
 const plain = "#ff0000"; // of a set without own colours, as the module makes new dipoles
 
+// More colours would be told apart by nobody: all clusters behind the last one share white.
+export const furtherClusters = "#ffffff";
+
+// 1: the first cluster; 0: none.
+export function clusterColour(data: PageData, number: number): string {
+  const { scattered, clusterColours } = data.settings;
+  return number === 0 ? scattered : (clusterColours[number - 1] ?? furtherClusters);
+}
+
 // "#rrggbb" for a row of the set.
 export function colourFunction(data: PageData, by: ColourBy): (row: number) => string {
   const { columns, roles, clusters } = data.dipoles;
-  const { scale, noValue, scattered, clusterColours, ranges } = data.settings;
+  const { scale, noValue, ranges } = data.settings;
   if (by === "own") {
     const own = columns[roles.colour]?.values;
     return (row) => {
@@ -17,10 +26,7 @@ export function colourFunction(data: PageData, by: ColourBy): (row: number) => s
     };
   }
   if (by === "cluster") {
-    return (row) => {
-      const cluster = clusters[row] ?? 0;
-      return cluster === 0 ? scattered : (clusterColours[(cluster - 1) % clusterColours.length] ?? scattered);
-    };
+    return (row) => clusterColour(data, clusters[row] ?? 0);
   }
   const values = columns[roles[by]]?.values;
   const range = ranges[by];

@@ -1,6 +1,8 @@
 // What the colours of the dipoles mean: a scale with its ends, or one colour for each cluster.
 
 import type { PageData } from "../data/PageData";
+import { countText, shownOfClusters } from "./ClusterCounts";
+import { clusterColour, furtherClusters } from "./Colours";
 import type { State } from "./Store";
 
 export interface LegendEntry {
@@ -22,21 +24,36 @@ function numberText(value: number): string {
   return String(Number(value.toPrecision(4)));
 }
 
+// The first clusters have a colour of their own, all further ones share one.
+function clusterLegend(data: PageData, passing: readonly number[]): Pick<Legend, "title" | "entries"> {
+  const { clusters, text, scattered } = data.clusters;
+  const own = data.settings.clusterColours.length;
+  const shown = shownOfClusters(data, passing);
+  const entries = clusters.slice(0, own).map(({ count }, i) => ({
+    colour: clusterColour(data, i + 1),
+    text: `Cluster ${i + 1} (${countText(count, shown[i + 1] ?? 0)})`,
+  }));
+  if (clusters.length > own) {
+    const sum = (counts: readonly number[]): number => counts.reduce((all, count) => all + count, 0);
+    const count = countText(sum(clusters.slice(own).map((further) => further.count)), sum(shown.slice(own + 1)));
+    const names = clusters.length === own + 1 ? `Cluster ${own + 1}` : `Clusters ${own + 1} to ${clusters.length}`;
+    entries.push({ colour: furtherClusters, text: `${names} (${count})` });
+  }
+  const none = shown[0] ?? 0;
+  const count = none === scattered ? String(none) : `${none} shown, ${scattered} scattered`;
+  entries.push({ colour: data.settings.scattered, text: `in none (${count})` });
+  return { title: text === "" ? "No clusters were looked for" : `Clusters by the command's limits: ${text}`, entries };
+}
+
 export function legendOf(data: PageData, state: Readonly<State>): Legend {
-  const { settings, dipoles, clusters } = data;
+  const { settings, dipoles } = data;
   const none = { scale: [], low: "", high: "", entries: [] };
   const by = state.colourBy;
   if (by === "own") {
     return { ...none, title: "Each dipole's own colour" };
   }
   if (by === "cluster") {
-    const colours = settings.clusterColours;
-    const entries = clusters.clusters.map(({ count }, i) => ({
-      colour: colours[i % Math.max(1, colours.length)] ?? settings.scattered,
-      text: `Cluster ${i + 1} (${count})`,
-    }));
-    const scattered = { colour: settings.scattered, text: `in none (${clusters.scattered})` };
-    return { ...none, title: `Clusters: ${clusters.text}`, entries: [...entries, scattered] };
+    return { ...none, ...clusterLegend(data, state.passing) };
   }
   const unit = dipoles.columns[dipoles.roles[by]]?.unit ?? "";
   const title = unit === "" ? titles[by] : `${titles[by]}, ${unit}`;

@@ -45,6 +45,12 @@ export function inWorld(grid: Grid, place: Vector): Vector {
   return transformed(grid.toWorld, place);
 }
 
+// The largest angle between an axis of the grid and that of the world, degrees.
+export function tiltOf(grid: Grid): number {
+  const cosines = ([0, 1, 2] as const).map((axis) => axisInWorld(grid, axis)[axis]);
+  return (Math.acos(Math.min(1, ...cosines)) * 180) / Math.PI;
+}
+
 // World directions of the grid's axes.
 export function axisInWorld(grid: Grid, axis: 0 | 1 | 2): Vector {
   return turned(grid.toWorld, [axis === 0 ? 1 : 0, axis === 1 ? 1 : 0, axis === 2 ? 1 : 0]);

@@ -1,5 +1,7 @@
 // Texts and lines over a picture, readable on black and on white.
 
+import { cut } from "../model/Foreign";
+
 export const paneFont = '"Segoe UI", "Helvetica Neue", Arial, "DejaVu Sans", sans-serif';
 
 export interface Writing {
@@ -7,11 +9,32 @@ export interface Writing {
   baseline?: CanvasTextBaseline;
   size: number; // CSS pixels
   colour?: string;
-  weight?: number;
+  weight?: number | undefined;
+}
+
+export function fontOf({ size, weight }: Pick<Writing, "size" | "weight">): string {
+  return `${weight ?? 400} ${size}px ${paneFont}`;
+}
+
+// No wider than `width` in the font that is set: what is too long ends with an ellipsis.
+export function fitted(context: CanvasRenderingContext2D, text: string, width: number): string {
+  if (context.measureText(text).width <= width) {
+    return text;
+  }
+  let [low, high] = [0, text.length];
+  while (low < high) {
+    const middle = Math.ceil((low + high) / 2);
+    if (context.measureText(cut(text, middle)).width <= width) {
+      low = middle;
+    } else {
+      high = middle - 1;
+    }
+  }
+  return cut(text, low);
 }
 
 export function write(context: CanvasRenderingContext2D, text: string, x: number, y: number, how: Writing): void {
-  context.font = `${how.weight ?? 400} ${how.size}px ${paneFont}`;
+  context.font = fontOf(how);
   context.textAlign = how.align ?? "left";
   context.textBaseline = how.baseline ?? "alphabetic";
   context.lineJoin = "round";
@@ -23,8 +46,13 @@ export function write(context: CanvasRenderingContext2D, text: string, x: number
 }
 
 // Breaks a text at blanks so that no line is wider than `width`.
-export function linesOf(context: CanvasRenderingContext2D, text: string, width: number, size: number): string[] {
-  context.font = `400 ${size}px ${paneFont}`;
+export function linesOf(
+  context: CanvasRenderingContext2D,
+  text: string,
+  width: number,
+  { size, weight }: Pick<Writing, "size" | "weight">,
+): string[] {
+  context.font = fontOf({ size, weight });
   const lines: string[] = [];
   let line = "";
   for (const word of text.split(/\s+/)) {
@@ -37,7 +65,7 @@ export function linesOf(context: CanvasRenderingContext2D, text: string, width: 
     }
   }
   lines.push(line);
-  return lines;
+  return lines.map((text) => fitted(context, text, width));
 }
 
 export function line(

@@ -98,7 +98,7 @@ function arrow(context: CanvasRenderingContext2D, mark: Mark, tip: Point, isCrow
 const crowd = 3000; // marks: arrows of more have no dark edge, which nobody would see
 
 // In the order given: the last one lies on top.
-export function drawMarks(
+function drawMarks(
   context: CanvasRenderingContext2D,
   marks: readonly Mark[],
   pixelRatio: number,
@@ -116,7 +116,49 @@ export function drawMarks(
   context.globalAlpha = 1;
 }
 
-export function drawRing(context: CanvasRenderingContext2D, mark: Mark, isCurrent: boolean): void {
+const fewRings = 12; // so many may be strong; around all of a cluster they would hide its dipoles
+const mostHalos = 2000; // more are a white cloud that tells nothing
+
+interface Chosen {
+  selection: readonly number[]; // rows
+  current: number;
+}
+
+function ringedOf(marks: readonly Mark[], { selection }: Chosen): Mark[] {
+  const selected = new Set(selection);
+  return selected.size === 0 ? [] : marks.filter(({ row }) => selected.has(row));
+}
+
+// What a ring is around one dipole a rim is behind many: it covers none of them.
+function drawHalos(context: CanvasRenderingContext2D, marks: readonly Mark[]): void {
+  context.fillStyle = "#ffffff";
+  for (const { at, radius } of marks) {
+    context.beginPath();
+    context.arc(at.x, at.y, radius + 2.5, 0, 2 * Math.PI);
+    context.fill();
+  }
+}
+
+// In the order given, those that are selected with rings or, many of them, with a rim; the current one with a strong
+// ring in any case.
+export function drawChosenMarks(
+  context: CanvasRenderingContext2D,
+  marks: readonly Mark[],
+  chosen: Chosen,
+  pixelRatio: number,
+): void {
+  const ringed = ringedOf(marks, chosen);
+  if (ringed.length > fewRings && ringed.length <= mostHalos) {
+    drawHalos(context, ringed);
+  }
+  drawMarks(context, marks, pixelRatio);
+  if (ringed.length <= fewRings) {
+    ringed.forEach((mark) => drawRing(context, mark, false));
+  }
+  ringed.filter(({ row }) => row === chosen.current).forEach((mark) => drawRing(context, mark, true));
+}
+
+function drawRing(context: CanvasRenderingContext2D, mark: Mark, isCurrent: boolean): void {
   for (const [colour, width] of [[edge, isCurrent ? 5 : 3.5], ["#ffffff", isCurrent ? 2.5 : 1.5]] as const) {
     context.strokeStyle = colour;
     context.lineWidth = width;

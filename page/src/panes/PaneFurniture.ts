@@ -1,7 +1,8 @@
 // What every pane shows beside the head and the dipoles: letters of the sides, its name, a scale, warnings.
 
 import type { PageData } from "../data/PageData";
-import { line, linesOf, write } from "./Ink";
+import { visible } from "../model/Foreign";
+import { fitted, line, linesOf, write } from "./Ink";
 import { unstatedSides } from "./Sides";
 
 export interface Size {
@@ -35,10 +36,9 @@ export function drawTitle(
 ): void {
   const inset = size.text * 0.6;
   write(context, title, inset, inset, { size: size.text * 1.05, weight: 600, baseline: "top" });
-  details.forEach((text, i) => {
-    const y = inset + size.text * (1.45 + i * 1.25);
-    write(context, text, inset, y, { size: size.text * 0.9, baseline: "top", colour: "#c3cad4" });
-  });
+  const how = { size: size.text * 0.9, baseline: "top", colour: "#c3cad4" } as const;
+  const lines = details.flatMap((text) => linesOf(context, text, size.width - 2 * inset, how));
+  lines.forEach((text, i) => write(context, text, inset, inset + size.text * (1.45 + i * 1.25), how));
 }
 
 const lengths = [1, 2, 5, 10, 20, 50, 100]; // mm
@@ -66,14 +66,40 @@ export function warningsOf(data: PageData): readonly string[] {
   return areAssumed && !data.warnings.includes(unstatedSides) ? [unstatedSides, ...data.warnings] : data.warnings;
 }
 
+const mostLines = 2; // of warnings: more would hide the head and the dipoles
+
+// As many as there is room for, the first one in any case, and how many are left out.
+function boundedLines(warnings: readonly string[], linesFor: (text: string) => string[]): string[] {
+  const lines: string[] = [];
+  let whole = 0;
+  for (const text of warnings) {
+    const own = linesFor(`⚠ ${visible(text)}`);
+    if (lines.length + own.length > mostLines) {
+      if (lines.length === 0) {
+        lines.push(...own.slice(0, mostLines - 1), `${own[mostLines - 1] ?? ""} …`);
+        whole = 1;
+      }
+      break;
+    }
+    lines.push(...own);
+    ++whole;
+  }
+  const more = warnings.length - whole;
+  return more === 0 ? lines : [...lines, `⚠ and ${more} more, see above`];
+}
+
 // Over the lower edge, so that no picture goes anywhere without them.
 export function drawWarnings(context: CanvasRenderingContext2D, size: Size, warnings: readonly string[]): void {
   const letters = size.text * 0.85;
-  const lines = warnings.flatMap((text) => linesOf(context, `⚠ ${text}`, size.width - 2 * size.text, letters));
+  const how = { size: letters, weight: 600 };
+  const width = size.width - 2 * size.text;
+  const lines = boundedLines(warnings, (text) => linesOf(context, text, width, how)).map((text) =>
+    fitted(context, text, width),
+  );
   const height = letters * 1.25;
   const bottom = size.height - size.text * 2.3;
   lines.forEach((text, i) => {
     const y = bottom - (lines.length - 1 - i) * height;
-    write(context, text, size.text * 0.6, y, { size: letters, colour: "#ffc24d", weight: 600 });
+    write(context, text, size.text * 0.6, y, { ...how, colour: "#ffc24d" });
   });
 }

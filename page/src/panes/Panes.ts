@@ -1,11 +1,12 @@
 // The four panes: when which of them is drawn, and how finely.
 
+import type { Vector } from "../data/PageData";
 import { colourFunction } from "../model/Colours";
 import type { State, Store } from "../model/Store";
 import { dot } from "../model/Vector";
 import type { PaneElements } from "../shell/Layout";
 import { cutsOf, faceCut } from "./Cuts";
-import { gridWithoutHead, type Grid } from "./Grid";
+import { gridWithoutHead, inGrid, type Grid } from "./Grid";
 import type { Head } from "./Head";
 import type { Mark } from "./Marks";
 import type { PaneName } from "./PaneName";
@@ -47,6 +48,7 @@ export class Panes {
   #frame = 0;
   #still = 0;
   #colourOf: (row: number) => string;
+  #crosshair: Vector; // where it was last
 
   constructor(store: Store, elements: Readonly<Record<PaneName, PaneElements>>, head: Head | null) {
     this.store = store;
@@ -60,6 +62,7 @@ export class Panes {
     };
     this.scene = head === null ? this.#sceneWithoutHead() : new SceneView(head.middle, head.reach);
     faceCut(this.scene, store.state);
+    this.#crosshair = store.state.crosshair;
     this.#colourOf = colourFunction(store.data, store.state.colourBy);
     this.#takeSides();
     store.onChange((changed) => {
@@ -75,6 +78,10 @@ export class Panes {
       if (changed.has("cut")) {
         faceCut(this.scene, store.state);
       }
+      if (changed.has("crosshair")) {
+        this.#follow(this.#crosshair, store.state.crosshair);
+        this.#crosshair = store.state.crosshair;
+      }
       if (movesMarks.some((name) => changed.has(name))) {
         this.#version += movesMarks.some((name) => name !== "crosshair" && changed.has(name)) ? 1 : 0;
         this.invalidate(movesHead.some((name) => changed.has(name)));
@@ -88,6 +95,24 @@ export class Panes {
   #takeSides(): void {
     for (const name of sliceNames) {
       this.slices[name].isMirrored = this.store.state.isRadiological && name !== "sagittal";
+    }
+  }
+
+  // A zoomed pane goes to where the crosshair went, when it left the pane in that plane.
+  #follow(from: Vector, to: Vector): void {
+    const [before, now] = [inGrid(this.grid, from), inGrid(this.grid, to)];
+    for (const name of sliceNames) {
+      const view = this.slices[name];
+      const { low, high } = view.span;
+      const isAway = [view.column, view.row].some((axis, i) => {
+        const value = now[axis];
+        return value !== before[axis] && (value < (low[i] ?? value) || value > (high[i] ?? value));
+      });
+      if (isAway && this.zoom > 1) {
+        view.middle = [now[view.column], now[view.row]];
+      } else if (isAway) {
+        view.center();
+      }
     }
   }
 
@@ -209,8 +234,8 @@ export class Panes {
       const size = { width: view.width, height: view.height, text: this.textHeight() };
       const radius = (data.settings.glyphPixels * size.text) / 28;
       const found = marksOnSlice(data, state, view, this.#colourOf, radius);
-      this.marks[name] = found;
-      drawSliceMarks(context, { data, state, view, size, marks: found, pixelRatio: ratio });
+      this.marks[name] = found.marks;
+      drawSliceMarks(context, { data, state, view, size, ...found, pixelRatio: ratio });
     }
   }
 

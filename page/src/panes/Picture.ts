@@ -2,7 +2,8 @@
 
 import { legendOf, type Legend } from "../model/Legend";
 import type { Store } from "../model/Store";
-import { linesOf, paneFont } from "./Ink";
+import { cut, isolated, visible } from "../model/Foreign";
+import { fitted, fontOf, linesOf } from "./Ink";
 import { warningsOf } from "./PaneFurniture";
 import type { Panes } from "./Panes";
 import { conventionWords } from "./Sides";
@@ -12,21 +13,43 @@ const ground = "#0e1217";
 const ink = "#e6eaf0";
 const faint = "#9aa6b5";
 
+const lineHeight = 1.45; // of letters
+const nameLength = 60; // characters of a file's name
+
 function headingLines(store: Store): string[] {
   const { data, state } = store;
-  const heads = data.head === null ? "no head" : `head ${data.head.name ?? ""} ${data.head.format}`;
-  const files = data.files.map(({ name, format }) => `${name ?? ""} ${format}`.trim()).join("; ");
+  const named = (name: string | null): string => (name === null ? "" : `${isolated(cut(name, nameLength))} `);
+  const head = data.head === null ? "no head" : `head ${named(data.head.name)}${data.head.format}`;
+  const files = data.files.map(({ name, format }) => `${named(name)}${format}`).join("; ");
   const shown = `${state.passing.length} of ${data.dipoles.count} dipoles`;
-  return [data.patient ?? data.title, `${files}; ${heads}; ${shown}`];
+  // A line that is too long loses the last of many names, not the count.
+  return [visible(data.patient ?? data.title), `${shown}; ${head}; ${files}`];
 }
 
-function drawLegend(context: CanvasRenderingContext2D, legend: Legend, x: number, y: number, text: number): void {
+interface LegendPlace {
+  x: number;
+  y: number;
+  right: number; // no line goes farther
+  text: number; // height of letters
+}
+
+// The number of lines that it takes.
+function drawLegend(context: CanvasRenderingContext2D, legend: Legend, place: LegendPlace): number {
+  const { text } = place;
+  let { x, y } = place;
+  let lines = 1;
+  const makeRoom = (width: number): void => {
+    if (x > place.x && x + width > place.right) {
+      [x, y] = [place.x, y + text * lineHeight];
+      ++lines;
+    }
+  };
   const put = (words: string, colour: string): void => {
     context.fillStyle = colour;
     context.fillText(words, x, y);
     x += context.measureText(words).width + text * 0.6;
   };
-  context.font = `400 ${text}px ${paneFont}`;
+  context.font = fontOf({ size: text });
   context.textBaseline = "middle";
   context.textAlign = "left";
   put(legend.title, faint);
@@ -41,6 +64,7 @@ function drawLegend(context: CanvasRenderingContext2D, legend: Legend, x: number
     put(legend.high, ink);
   }
   for (const { colour, text: words } of legend.entries) {
+    makeRoom(text * 1.1 + context.measureText(words).width);
     context.fillStyle = colour;
     context.beginPath();
     context.arc(x + text * 0.4, y, text * 0.4, 0, 2 * Math.PI);
@@ -48,6 +72,7 @@ function drawLegend(context: CanvasRenderingContext2D, legend: Legend, x: number
     x += text * 1.1;
     put(words, ink);
   }
+  return lines;
 }
 
 export function pictureOf(panes: Panes): HTMLCanvasElement {
@@ -67,19 +92,24 @@ export function pictureOf(panes: Panes): HTMLCanvasElement {
     conventionWords(store.state.isRadiological),
     `${madeText(store.data)}. No medical device.`,
   ];
-  const warnings = warningsOf(store.data).flatMap((line) => linesOf(context, `⚠ ${line}`, grid.width - 2 * inset, text));
-  const line = text * 1.45;
+  const warnings = warningsOf(store.data).flatMap((line) =>
+    linesOf(context, `⚠ ${visible(line)}`, grid.width - 2 * inset, { size: text, weight: 600 }),
+  );
+  const line = text * lineHeight;
+  const legend = legendOf(store.data, store.state);
+  const legendPlace = { x: inset, y: 0, right: grid.width - inset, text };
+  const legendLines = drawLegend(context, legend, legendPlace); // only to count them
   const top = Math.round(inset + line * 2.2 + warnings.length * line);
   canvas.width = Math.round(grid.width * ratio);
-  canvas.height = Math.round((top + grid.height + inset * 2 + line * (below.length + 1)) * ratio);
+  canvas.height = Math.round((top + grid.height + inset * 2 + line * (below.length + legendLines)) * ratio);
   context.scale(ratio, ratio);
   context.fillStyle = ground;
   context.fillRect(0, 0, canvas.width, canvas.height);
   const write = (words: string, y: number, colour: string, weight = 400): void => {
-    context.font = `${weight} ${text}px ${paneFont}`;
+    context.font = fontOf({ size: text, weight });
     context.textBaseline = "middle";
     context.fillStyle = colour;
-    context.fillText(words, inset, y, grid.width - 2 * inset);
+    context.fillText(fitted(context, words, grid.width - 2 * inset), inset, y);
   };
   headingLines(store).forEach((words, i) => {
     write(words, inset + line * (i + 0.5), i === 0 ? ink : faint, i === 0 ? 600 : 400);
@@ -101,8 +131,8 @@ export function pictureOf(panes: Panes): HTMLCanvasElement {
   }
   context.scale(ratio, ratio);
   const bottom = top + grid.height + inset;
-  drawLegend(context, legendOf(store.data, store.state), inset, bottom + line * 0.5, text);
-  below.forEach((words, i) => write(words, bottom + line * (i + 1.5), faint));
+  drawLegend(context, legend, { ...legendPlace, y: bottom + line * 0.5 });
+  below.forEach((words, i) => write(words, bottom + line * (i + legendLines + 0.5), faint));
   return canvas;
 }
 

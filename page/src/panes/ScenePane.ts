@@ -4,7 +4,7 @@ import type { PageData, Vector } from "../data/PageData";
 import type { State } from "../model/Store";
 import { dot, minus, plus, times } from "../model/Vector";
 import { line, write } from "./Ink";
-import { drawMarks, drawRing, type Mark } from "./Marks";
+import { drawChosenMarks, type Mark } from "./Marks";
 import { drawScale, drawSides, drawTitle, drawWarnings, warningsOf, type Size } from "./PaneFurniture";
 import type { SceneView } from "./SceneView";
 import { drawLabels, drawPoint } from "./SlicePane";
@@ -168,14 +168,8 @@ export function drawSceneMarks(context: CanvasRenderingContext2D, picture: Scene
   const { data, state, view, size, marks } = picture;
   const stated = data.head?.areSidesStated ?? true;
   drawSphere(context, data, view);
-  drawMarks(context, marks, picture.pixelRatio);
+  drawChosenMarks(context, marks, state, picture.pixelRatio);
   drawPoints(context, data, view, size);
-  const selected = new Set(state.selection);
-  for (const mark of marks) {
-    if (selected.has(mark.row)) {
-      drawRing(context, mark, mark.row === state.current);
-    }
-  }
   if (state.areLabelsShown) {
     drawLabels(context, data, marks, size.text);
   }

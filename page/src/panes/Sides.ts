@@ -18,9 +18,11 @@ export function sideLetter(direction: Vector, areSidesStated: boolean): string {
   return axis === 0 && !areSidesStated ? `${letter}?` : letter;
 }
 
-// "L 12.0", in mm.
-export function placeLetter(value: number, axis: 0 | 1 | 2): string {
-  const letter = letters[axis][value >= 0 ? 0 : 1];
+// "L 12.0", in mm of the world.
+export function placeLetter(place: Vector, axis: 0 | 1 | 2, areSidesStated: boolean): string {
+  const value = place[axis];
+  const side = letters[axis][value >= 0 ? 0 : 1];
+  const letter = axis === 0 && !areSidesStated ? `${side}?` : side;
   return `${letter} ${Math.abs(value).toFixed(1)}`;
 }
 

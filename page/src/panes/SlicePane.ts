@@ -1,51 +1,60 @@
 // What lies over a slice: the dipoles near enough, the points, the crosshair.
 
 import type { PageData, PointData, Vector } from "../data/PageData";
+import { cut, visible } from "../model/Foreign";
 import { numberOf } from "../model/Filter";
 import type { State } from "../model/Store";
 import { plus, times } from "../model/Vector";
-import { axisInWorld, inGrid } from "./Grid";
+import { axisInWorld, tiltOf } from "./Grid";
 import { line, write } from "./Ink";
-import { drawMarks, drawRing, type Mark } from "./Marks";
+import { drawChosenMarks, type Mark } from "./Marks";
 import { drawScale, drawSides, drawTitle, drawWarnings, warningsOf, type Size } from "./PaneFurniture";
 import { placeLetter, sideLetter } from "./Sides";
-import type { SliceView } from "./SliceView";
+import type { Point, SliceView } from "./SliceView";
 
 const titles = { axial: "Axial", coronal: "Coronal", sagittal: "Sagittal" } as const;
 const crosshairColour = "rgba(88, 196, 255, 0.75)";
 export const pointColours = { N: "#5fd38a", L: "#6aa5ff", R: "#ff7a7a" } as const;
 
-// Rows to be drawn on the slice, those nearest to it last.
+function isInPane(view: SliceView, { x, y }: Point, border: number): boolean {
+  return x > -border && y > -border && x < view.width + border && y < view.height + border;
+}
+
+export interface SliceMarks {
+  marks: Mark[]; // to be drawn, those nearest to the slice last
+  near: number; // dipoles within the tolerance, in the pane or not
+}
+
 export function marksOnSlice(
   data: PageData,
   state: Readonly<State>,
   view: SliceView,
   colourOf: (row: number) => string,
   radius: number,
-): Mark[] {
+): SliceMarks {
   const { places, arrows } = data.dipoles;
   const reach = state.toleranceMm ?? Infinity;
   const border = 60; // pixels: arrows reach into the pane from outside
   const marks: Mark[] = [];
+  let near = 0;
   for (const row of state.passing) {
     const place = places[row];
     if (!place) {
       continue;
     }
     const at = view.project(place, state.crosshair);
-    const isSeen =
-      Math.abs(at.depth) <= reach &&
-      at.x > -border &&
-      at.y > -border &&
-      at.x < view.width + border &&
-      at.y < view.height + border;
-    if (isSeen) {
+    if (Math.abs(at.depth) > reach) {
+      continue;
+    }
+    ++near;
+    if (isInPane(view, at, border)) {
       const arrow = state.areArrowsShown ? arrows[row] : null;
       const tip = arrow ? view.project(plus(place, arrow), state.crosshair) : null;
       marks.push({ row, at, tip, colour: colourOf(row), radius, alpha: 1 });
     }
   }
-  return marks.sort((a, b) => Math.abs(b.at.depth) - Math.abs(a.at.depth));
+  marks.sort((a, b) => Math.abs(b.at.depth) - Math.abs(a.at.depth));
+  return { marks, near };
 }
 
 export function drawCrosshair(context: CanvasRenderingContext2D, view: SliceView, crosshair: Vector): void {
@@ -112,9 +121,23 @@ export function drawLabels(
     const label = String(labels?.[mark.row] ?? "");
     if (label !== "") {
       const size = text * 0.75;
-      write(context, label.slice(0, 40), mark.at.x + mark.radius + 3, mark.at.y, { size, baseline: "middle" });
+      write(context, visible(cut(label, 40)), mark.at.x + mark.radius + 3, mark.at.y, { size, baseline: "middle" });
     }
   }
+}
+
+const leastTilt = 0.5; // degrees that are told
+
+// Where the slice is, in the world that the bar under the panes tells: of a slice that is tilted there only the place
+// of the crosshair is one number.
+function placeLines(data: PageData, state: Readonly<State>, view: SliceView): string[] {
+  const place = `${placeLetter(state.crosshair, view.through, data.head?.areSidesStated ?? true)} mm`;
+  const tilt = tiltOf(view.grid);
+  if (tilt < leastTilt) {
+    return [place];
+  }
+  const axes = `${data.world.title.toLowerCase() === "mri" ? "MRI" : data.world.title.toLowerCase()} axes`;
+  return [`${place} at the crosshair`, `tilted ${tilt.toFixed(1)}° to the ${axes}: side letters are approximate`];
 }
 
 export interface SlicePicture {
@@ -123,6 +146,7 @@ export interface SlicePicture {
   view: SliceView;
   size: Size;
   marks: readonly Mark[];
+  near: number; // dipoles within the tolerance, those beyond the edges of the pane too
   pixelRatio: number;
 }
 
@@ -140,13 +164,7 @@ export function drawSliceMarks(context: CanvasRenderingContext2D, picture: Slice
       drawPoint(context, point, at.x, at.y, size.text);
     }
   }
-  drawMarks(context, marks, picture.pixelRatio);
-  const selected = new Set(state.selection);
-  for (const mark of marks) {
-    if (selected.has(mark.row)) {
-      drawRing(context, mark, mark.row === state.current);
-    }
-  }
+  drawChosenMarks(context, marks, state, picture.pixelRatio);
   if (state.areLabelsShown) {
     drawLabels(context, data, marks, size.text);
   }
@@ -158,8 +176,12 @@ export function drawSliceMarks(context: CanvasRenderingContext2D, picture: Slice
   });
   const placed = state.passing.reduce((sum, row) => sum + (data.dipoles.places[row] ? 1 : 0), 0);
   const within = state.toleranceMm === null ? "" : ` within ${numberText(state.toleranceMm)} mm`;
-  const slice = placeLetter(inGrid(view.grid, state.crosshair)[view.through], view.through);
-  drawTitle(context, size, titles[view.name], [`${slice} mm`, `${marks.length} of ${placed} dipoles${within}`]);
+  const beyond = picture.near - marks.filter(({ at }) => isInPane(view, at, 0)).length;
+  const edges = beyond === 0 ? "" : `, ${beyond} beyond the edges`;
+  drawTitle(context, size, titles[view.name], [
+    ...placeLines(data, state, view),
+    `${picture.near} of ${placed} dipoles${within}${edges}`,
+  ]);
   drawScale(context, size, view.scale);
   drawWarnings(context, size, warningsOf(data));
 }

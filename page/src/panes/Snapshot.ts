@@ -44,9 +44,9 @@ function drawSlice(panes: Panes, context: CanvasRenderingContext2D, name: SliceN
   }
   const text = size.width * textShare;
   const radius = (data.settings.glyphPixels * text) / 28;
-  const marks = marksOnSlice(data, state, view, colourFunction(data, state.colourBy), radius);
+  const found = marksOnSlice(data, state, view, colourFunction(data, state.colourBy), radius);
   drawCrosshair(context, view, at);
-  drawSliceMarks(context, { data, state, view, size: { ...size, text }, marks, pixelRatio: 1 });
+  drawSliceMarks(context, { data, state, view, size: { ...size, text }, ...found, pixelRatio: 1 });
 }
 
 function drawScene(panes: Panes, context: CanvasRenderingContext2D, from: keyof typeof stands, size: PictureSize): void {

@@ -27,6 +27,11 @@ export function legendParts(store: Store): HTMLElement[] {
 export function makeLegend(store: Store): HTMLElement {
   const root = element("div", { class: "legend", role: "group", "aria-label": "Legend of the colours" });
   root.append(...legendParts(store));
-  store.onChange((changed) => changed.has("colourBy") && root.replaceChildren(...legendParts(store)));
+  store.onChange((changed) => {
+    const isOther = changed.has("colourBy") || (changed.has("passing") && store.state.colourBy === "cluster");
+    if (isOther) {
+      root.replaceChildren(...legendParts(store));
+    }
+  });
   return root;
 }
