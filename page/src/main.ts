@@ -3,7 +3,8 @@
 import { AtlasLookup } from "./data/Atlas";
 import { readPageData, takeVolumeText } from "./data/PageElements";
 import type { PageData } from "./data/PageData";
-import { mountLists } from "./lists/lists";
+import { mountLists, type ListActions } from "./lists/lists";
+import { tableKeys } from "./lists/TableKeys";
 import { mountReport } from "./lists/Report";
 import { passingRows } from "./model/Filter";
 import { Store } from "./model/Store";
@@ -33,15 +34,15 @@ async function loadAtlas(data: PageData): Promise<AtlasLookup | null> {
   return data.atlas === null || text === "" ? null : AtlasLookup.load(text, data.atlas, data.frames);
 }
 
-function mountShell(store: Store, layout: Layout): void {
+function mountShell(store: Store, layout: Layout): ListActions {
   mountDisplay(store, layout.display);
   mountFilters(store, layout.filters);
   mountTime(store, layout.time);
   layout.warnings.append(...warningsOf(store.data).map((text) => element("p", {}, `⚠ ${text}`)));
-  mountLists(store, layout.lists);
+  return mountLists(store, layout.lists);
 }
 
-function mountActions(store: Store, layout: Layout, panes: Panes): void {
+function mountActions(store: Store, layout: Layout, panes: Panes, list: ListActions): void {
   const about = aboutDialog(store.data);
   const actions = {
     savePicture: () => savePicture(panes),
@@ -49,10 +50,11 @@ function mountActions(store: Store, layout: Layout, panes: Panes): void {
     turnTheme,
     showKeys: () => keys.showModal(),
     showAbout: () => about.showModal(),
+    list,
     search: () => layout.filters.querySelector<HTMLInputElement>("input.text")?.focus(),
   };
   const known = pageKeys(store, panes, actions);
-  const keys = keysDialog(known);
+  const keys = keysDialog(known, [tableKeys]);
   listenToKeys(known);
   mountHeader(store.data, layout.header, actions);
 }
@@ -66,12 +68,12 @@ async function start(root: HTMLElement): Promise<void> {
   document.title = data.title;
   const store = new Store(data, passingRows);
   const layout = makeLayout(root);
-  mountShell(store, layout);
+  const list = mountShell(store, layout);
   const [head, atlas] = await Promise.all([loadHead(data), loadAtlas(data)]);
   mountPlace(store, layout.place, atlas);
   const panes = new Panes(store, layout.panes, head);
   listenToMouse(panes);
-  mountActions(store, layout, panes);
+  mountActions(store, layout, panes, list);
   mountReport(store, layout.lists.report, (place, view, size) => snapshot(panes, place, view, size));
   panes.drawNow();
   root.dataset["ready"] = "yes";

@@ -14,7 +14,7 @@ import { sortKeys, sorted, type Sorting } from "../model/RowOrder";
 import type { Changed, State, Store } from "../model/Store";
 import { element } from "../shell/Element";
 import { columnDefinitions, listColumns } from "./TableColumns";
-import { makeHeading, showSorting } from "./TableHeading";
+import { listenToHeadings, makeHeading, showSorting } from "./TableHeading";
 import { TableOrder, type OrderedTable, type RowData } from "./TableOrder";
 import { chooseInList, type Choice } from "./TableSelection";
 
@@ -28,6 +28,18 @@ Tabulator.registerModule([
 
 const rowHeight = 1.75; // of the page's letters
 
+function rowId(row: number): string {
+  return `dipole-${row}`;
+}
+
+// The grid itself has the focus, not the part of it that scrolls, so that screen readers know what they stand in.
+function nameGrid(grid: HTMLElement): void {
+  grid.setAttribute("aria-label", "Dipoles");
+  grid.setAttribute("aria-multiselectable", "true");
+  grid.tabIndex = 0;
+  grid.querySelector(".tabulator-tableholder")?.setAttribute("tabindex", "-1");
+}
+
 export class Table {
   readonly columns: readonly ColumnData[]; // of the set, the cluster behind them
   readonly columnOrder: readonly number[]; // as they stand from left to right
@@ -39,6 +51,7 @@ export class Table {
   #keys = new Map<number, Float64Array>(); // by column, made when it is sorted by first
   #whole: readonly number[]; // all rows of the set in the order of #sorting
   #order: readonly number[] = []; // what is listed
+  #places: ReadonlyMap<number, number> = new Map(); // of each row in it
   #colour: (row: number) => string;
   #selected: ReadonlySet<number>;
   #isChoosing = false;
@@ -74,7 +87,8 @@ export class Table {
   #listen(): void {
     this.#table.on("tableBuilt", () => {
       this.#isBuilt = true;
-      this.element.querySelector(".tabulator-tableholder")?.setAttribute("aria-label", "Rows of dipoles");
+      nameGrid(this.element);
+      listenToHeadings(this.element, () => this.focus());
       showSorting(this.element, this.#sorting);
       this.#refresh();
     });
@@ -124,6 +138,14 @@ export class Table {
     }
   }
 
+  focus(): void {
+    this.element.focus();
+  }
+
+  scrollAside(pixels: number): void {
+    this.element.querySelector(".tabulator-tableholder")?.scrollBy(pixels, 0);
+  }
+
   choose(row: number, choice: Choice): void {
     this.#isChoosing = true;
     chooseInList(this.#store, this.#order, row, choice);
@@ -134,7 +156,7 @@ export class Table {
   scrollTo(row: number): void {
     const holder = this.element.querySelector(".tabulator-tableholder");
     const component = this.#isBuilt ? this.#table.rowOf(row) : undefined;
-    if (holder === null || component === undefined || !this.#order.includes(row)) {
+    if (holder === null || component === undefined || !this.#places.has(row)) {
       return;
     }
     const { scrollLeft, scrollTop } = holder;
@@ -163,12 +185,16 @@ export class Table {
       isPassing[row] = 1;
     }
     this.#order = this.#whole.filter((row) => isPassing[row] === 1);
+    this.#places = new Map(this.#order.map((row, place) => [row, place]));
     if (!this.#isBuilt) {
       return;
     }
     const holder = this.element.querySelector(".tabulator-tableholder");
     const left = holder?.scrollLeft ?? 0;
+    this.element.setAttribute("aria-rowcount", String(this.#order.length + 1)); // with the headings
     this.#table.setOrder(this.#order);
+    this.#restyle();
+    this.#tellRows();
     if (holder) {
       holder.scrollLeft = left;
     }
@@ -190,6 +216,20 @@ export class Table {
     if (changed.has("current") && state.current !== -1 && !this.#isChoosing) {
       this.scrollTo(state.current);
     }
+    if (changed.has("current")) {
+      this.#tellRows();
+    }
+  }
+
+  // Which of its rows screen readers stand on: the current one, when the list shows it.
+  #tellRows(): void {
+    const id = rowId(this.#store.state.current);
+    const isThere = this.#places.has(this.#store.state.current) && document.getElementById(id) !== null;
+    if (isThere) {
+      this.element.setAttribute("aria-activedescendant", id);
+    } else {
+      this.element.removeAttribute("aria-activedescendant");
+    }
   }
 
   #restyle(): void {
@@ -201,6 +241,8 @@ export class Table {
   }
 
   #style(element: HTMLElement, row: number): void {
+    element.id = rowId(row);
+    element.setAttribute("aria-rowindex", String((this.#places.get(row) ?? -2) + 2));
     const isSelected = this.#selected.has(row);
     element.classList.toggle("selected", isSelected);
     element.classList.toggle("current", this.#store.state.current === row);

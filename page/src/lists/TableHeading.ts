@@ -6,7 +6,6 @@ import type { Sorting } from "../model/RowOrder";
 import type { Store } from "../model/Store";
 import { button, element } from "../shell/Element";
 
-
 const pause = 150; // ms without a key, before what is typed filters
 
 const numberHelp =
@@ -36,6 +35,7 @@ function makeFilter(store: Store, column: ColumnData, index: number): HTMLInputE
     placeholder: "filter",
     title: filterHelp(column),
     "aria-label": `Filter ${column.label}`,
+    tabindex: "-1",
   });
   let timer = 0;
   const apply = () => {
@@ -56,7 +56,7 @@ function makeFilter(store: Store, column: ColumnData, index: number): HTMLInputE
     timer = window.setTimeout(apply, pause);
   });
   input.addEventListener("change", apply);
-  for (const kind of ["click", "mousedown", "keydown", "keyup"]) {
+  for (const kind of ["click", "mousedown", "keyup"]) {
     input.addEventListener(kind, (event) => event.stopPropagation());
   }
   store.onChange((changed, state) => {
@@ -79,6 +79,7 @@ export function makeHeading(
     events.onSort(index),
   );
   sort.className = "list-sort";
+  sort.tabIndex = -1;
   sort.title = `${column.label} (${column.title}): sort by it`;
   sort.dataset["column"] = String(index);
   sort.append(
@@ -101,4 +102,77 @@ export function showSorting(table: HTMLElement, sorting: Sorting | null): void {
     sort.dataset["way"] = way;
     sort.closest(".tabulator-col")?.setAttribute("aria-sort", way);
   }
+}
+
+// The headings are one stop of the Tab key, not two for each column: arrow keys lead from one to the other.
+const stops = { sort: ".list-sort", filter: ".list-filter" } as const;
+
+function shownHeadings(table: HTMLElement): HTMLElement[] {
+  const all = [...table.querySelectorAll<HTMLElement>(".tabulator-col")];
+  return all.filter((heading) => heading.offsetWidth > 0);
+}
+
+// Brought into sight by scrolling the rows, which the headings follow.
+function stopAt(table: HTMLElement, stop: HTMLElement | null | undefined): void {
+  const holder = table.querySelector(".tabulator-tableholder");
+  const heading = stop?.closest<HTMLElement>(".tabulator-col");
+  if (!stop || !heading || holder === null) {
+    return;
+  }
+  const left = heading.offsetLeft;
+  const most = left + heading.offsetWidth - holder.clientWidth;
+  holder.scrollLeft = Math.min(left, Math.max(most, holder.scrollLeft));
+  table.querySelector(`${stops.sort}[tabindex="0"], ${stops.filter}[tabindex="0"]`)?.setAttribute("tabindex", "-1");
+  stop.tabIndex = 0;
+  stop.focus({ preventScroll: true });
+}
+
+export function focusFirstFilter(table: HTMLElement): void {
+  const filters = shownHeadings(table).map((heading) => heading.querySelector<HTMLElement>(stops.filter));
+  stopAt(table, filters.find((filter) => filter !== null));
+}
+
+// In a text arrows go on at its ends only.
+function isWithinText({ target, key }: KeyboardEvent): boolean {
+  if (!(target instanceof HTMLInputElement)) {
+    return false;
+  }
+  const { selectionStart, selectionEnd, value } = target;
+  const end = key === "ArrowLeft" ? 0 : value.length;
+  return selectionStart !== selectionEnd || selectionStart !== end;
+}
+
+function onHeadingKey(table: HTMLElement, toRows: () => void, event: KeyboardEvent): void {
+  const { target, key, ctrlKey, metaKey, altKey } = event;
+  const isFilter = target instanceof HTMLElement && target.matches(stops.filter);
+  if (!(target instanceof HTMLElement) || (!isFilter && !target.matches(stops.sort)) || ctrlKey || metaKey || altKey) {
+    return;
+  }
+  const headings = shownHeadings(table);
+  const own = headings.findIndex((heading) => heading.contains(target));
+  const step = key === "ArrowRight" ? 1 : key === "ArrowLeft" ? -1 : 0;
+  if (step !== 0) {
+    if (isWithinText(event)) {
+      return;
+    }
+    stopAt(table, headings[own + step]?.querySelector<HTMLElement>(isFilter ? stops.filter : stops.sort));
+  } else if (key === "ArrowUp") {
+    stopAt(table, headings[own]?.querySelector<HTMLElement>(stops.sort));
+  } else if (key === "ArrowDown") {
+    const below = isFilter ? null : headings[own]?.querySelector<HTMLElement>(stops.filter);
+    if (below) {
+      stopAt(table, below);
+    } else {
+      toRows();
+    }
+  } else {
+    return;
+  }
+  event.preventDefault();
+  event.stopPropagation();
+}
+
+export function listenToHeadings(table: HTMLElement, toRows: () => void): void {
+  table.querySelector(stops.sort)?.setAttribute("tabindex", "0");
+  table.addEventListener("keydown", (event) => onHeadingKey(table, toRows, event));
 }

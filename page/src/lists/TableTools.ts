@@ -56,7 +56,25 @@ function makeChooser(table: Table): HTMLElement {
     return element("label", { title }, box, " ", label);
   });
   const summary = element("summary", { title: "Show or hide columns of the list" }, "Columns");
-  return element("details", { class: "list-columns" }, summary, element("div", {}, ...boxes));
+  const chooser = element("details", { class: "list-columns" }, summary, element("div", {}, ...boxes));
+  chooser.addEventListener("keydown", (event) => {
+    if (event.key === "Escape" && chooser.open) {
+      chooser.open = false;
+      summary.focus();
+      event.preventDefault();
+      event.stopPropagation();
+    }
+  });
+  return chooser;
+}
+
+// The first of its boxes has the focus then.
+export function openChooser(parent: HTMLElement): void {
+  const chooser = parent.querySelector<HTMLDetailsElement>(".list-columns");
+  if (chooser !== null) {
+    chooser.open = true;
+    chooser.querySelector("input")?.focus();
+  }
 }
 
 export function makeTools(store: Store, table: Table): HTMLElement {

@@ -9,7 +9,7 @@ export interface TabSection {
 }
 
 export interface Tabs {
-  show(name: string): void;
+  show(name: string, isFocused?: boolean): void;
   retitle(): void;
 }
 
@@ -29,11 +29,14 @@ export function mountTabs(sections: readonly TabSection[]): Tabs {
       tab.textContent = sections[index]?.title() ?? "";
     });
   };
-  const show = (name: string) => {
+  const show = (name: string, isFocused = false) => {
     sections.forEach(({ name: other, section }, index) => {
       section.hidden = other !== name;
       tabs[index]?.setAttribute("aria-selected", String(other === name));
       tabs[index]?.setAttribute("tabindex", other === name ? "0" : "-1");
+      if (isFocused && other === name) {
+        tabs[index]?.focus();
+      }
     });
   };
   tabs.forEach((tab, index) => {

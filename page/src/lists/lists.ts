@@ -8,7 +8,8 @@ import { LatencyPlot } from "./LatencyPlot";
 import { mountSelection } from "./SelectionPanel";
 import { Table } from "./Table";
 import { listenToKeys } from "./TableKeys";
-import { makeTools } from "./TableTools";
+import { focusFirstFilter } from "./TableHeading";
+import { exportTable, makeTools, openChooser } from "./TableTools";
 import { mountTabs } from "./Tabs";
 
 // Elements of the page that are its own; each is empty at first.
@@ -21,7 +22,18 @@ export interface ListElements {
   report: HTMLElement; // seen on paper only
 }
 
-export function mountLists(store: Store, elements: ListElements): void {
+export const tabNames = ["selection", "plots", "clusters"] as const;
+
+// What keys do there.
+export interface ListActions {
+  focusList(): void;
+  focusFilters(): void;
+  chooseColumns(): void;
+  save(): void;
+  showTab(name: (typeof tabNames)[number]): void;
+}
+
+export function mountLists(store: Store, elements: ListElements): ListActions {
   mountFindings(store, elements.findings);
   const table = new Table(store, elements.table);
   elements.table.prepend(makeTools(store, table));
@@ -47,4 +59,11 @@ export function mountLists(store: Store, elements: ListElements): void {
       tabs.retitle();
     }
   });
+  return {
+    focusList: () => table.focus(),
+    focusFilters: () => focusFirstFilter(table.element),
+    chooseColumns: () => openChooser(elements.table),
+    save: () => exportTable(store, table),
+    showTab: (name) => tabs.show(name, true),
+  };
 }

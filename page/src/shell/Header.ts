@@ -10,6 +10,7 @@ export interface Actions {
   turnTheme: () => void;
   showKeys: () => void;
   showAbout: () => void;
+  list: { focusList: () => void };
 }
 
 // Foreign texts are kept from turning the letters around them.
@@ -33,14 +34,17 @@ export function mountHeader(data: PageData, root: HTMLElement, actions: Actions)
   files.append(...parts);
   what.append(files);
   what.title = what.textContent ?? "";
+  const skip = button("To the list", "To the list of dipoles", actions.list.focusList, "f");
+  skip.className = "skip";
   root.append(
+    skip,
     what,
     ...(data.isAnonymous ? [element("span", { class: "anonymous" }, "Names left out")] : []),
     button("Picture", "Save the four panes as a picture (PNG)", actions.savePicture, "e"),
     button("Print", "Print the report", actions.print, "Ctrl+P"),
     button("◐", "Light or dark", actions.turnTheme, "d"),
     button("?", "Keys", actions.showKeys, "?"),
-    button("About", "About this page, and licences", actions.showAbout),
+    button("About", "About this page, and licences", actions.showAbout, "b"),
   );
 }
 

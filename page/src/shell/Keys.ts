@@ -6,7 +6,14 @@ export interface Key {
   key: string; // as KeyboardEvent names it
   shown?: string; // when that is no name for people
   words: string; // what it does; empty: the line before it says so
+  isMoving?: boolean; // moves what the panes show, unless the focus is in something that the key scrolls
   run: (event: KeyboardEvent) => void;
+}
+
+// Keys that a part of the page takes while it has the focus.
+export interface LocalKeys {
+  title: string;
+  lines: readonly (readonly [names: string, words: string])[];
 }
 
 function isTyping(target: EventTarget | null): boolean {
@@ -15,6 +22,12 @@ function isTyping(target: EventTarget | null): boolean {
   }
   const isText = target instanceof HTMLInputElement && !["checkbox", "radio", "range", "button"].includes(target.type);
   return isText || target instanceof HTMLTextAreaElement || target instanceof HTMLSelectElement || target.isContentEditable;
+}
+
+// Within what is higher than the room it has: there arrows and page keys scroll, as everywhere.
+function isScrolling(target: EventTarget | null): boolean {
+  const side = target instanceof HTMLElement ? target.closest(".side, .findings") : null;
+  return side !== null && side.scrollHeight > side.clientHeight;
 }
 
 // What a control does with a key itself is left to it.
@@ -27,14 +40,23 @@ function isTakenByControl(event: KeyboardEvent): boolean {
   return (isPressed || (target instanceof HTMLElement && target.tagName === "SUMMARY")) && key === " ";
 }
 
+// With Control or Alt a key is the browser's or the system's. But many keyboards have [ ] { } on keys that need Alt
+// (AltGr, Option): a sign that was typed with them is that sign.
+function isMenuKey(event: KeyboardEvent): boolean {
+  const isSign = event.key.length === 1 && !/[\p{L}\p{N}\s]/u.test(event.key);
+  if (event.getModifierState("AltGraph")) {
+    return !isSign;
+  }
+  return event.ctrlKey || event.metaKey || (event.altKey && !isSign);
+}
+
 export function listenToKeys(keys: readonly Key[]): void {
   document.addEventListener("keydown", (event) => {
     if (event.key === "Escape" && isTyping(event.target) && event.target instanceof HTMLElement) {
       event.target.blur(); // then keys are keys again
       return;
     }
-    const isMenu = event.ctrlKey || event.metaKey || event.altKey;
-    if (event.defaultPrevented || isMenu || isTyping(event.target) || isTakenByControl(event)) {
+    if (event.defaultPrevented || isMenuKey(event) || isTyping(event.target) || isTakenByControl(event)) {
       return;
     }
     if (document.querySelector("dialog[open]") !== null) {
@@ -42,14 +64,20 @@ export function listenToKeys(keys: readonly Key[]): void {
     }
     const found = keys.find(({ key }) => key === event.key || key === `Shift+${event.key}`);
     const isMeant = found !== undefined && (!found.key.startsWith("Shift+") || event.shiftKey);
-    if (isMeant) {
+    if (isMeant && !(found.isMoving === true && isScrolling(event.target))) {
       event.preventDefault();
       found.run(event);
     }
   });
 }
 
-export function keysDialog(keys: readonly Key[]): HTMLDialogElement {
+function keyLines(lines: LocalKeys["lines"]): HTMLElement {
+  const rows = lines.map(([names, words]) =>
+    element("div", {}, element("dt", {}, names), element("dd", {}, words)));
+  return element("dl", { class: "keys-list" }, ...rows);
+}
+
+export function keysDialog(keys: readonly Key[], local: readonly LocalKeys[]): HTMLDialogElement {
   const lines: { names: string[]; words: string }[] = [];
   for (const { key, shown, words } of keys) {
     const name = shown ?? key;
@@ -67,9 +95,7 @@ export function keysDialog(keys: readonly Key[]): HTMLDialogElement {
   dialog.append(
     element("h2", {}, "Keys"),
     element("dl", { class: "keys-list" }, ...rows),
-    element("h2", {}, "Mouse"),
-    element("dl", { class: "keys-list" }, ...mouse.map(([name, words]) =>
-      element("div", {}, element("dt", {}, name), element("dd", {}, words)))),
+    ...[...local, { title: "Mouse", lines: mouse }].flatMap(({ title, lines }) => [element("h2", {}, title), keyLines(lines)]),
     button("Close", "Close", () => dialog.close(), "Esc"),
   );
   document.body.append(dialog);
@@ -81,7 +107,7 @@ const mouse = [
   ["click on a dipole", "selects it; with Ctrl or Shift adds it"],
   ["wheel", "through the slices; in 3D nearer and farther"],
   ["Ctrl + wheel", "zooms the slices at the pointer"],
-  ["right button, drag", "grey values: to the side wider, up and down darker"],
+  ["right button, drag", "grey values: to the side wider, up brighter, down darker"],
   ["Alt or middle, drag", "moves the slice"],
   ["double click", "this pane alone, and all four again"],
 ] as const;

@@ -1,6 +1,7 @@
 // What each key does.
 
 import { stepRow } from "../model/Choose";
+import { tabNames, type ListActions } from "../lists/lists";
 import type { Store } from "../model/Store";
 import { changeWindow, nudge, resetViews, stepThrough, turnScene, zoomScene, zoomSlices } from "../panes/Mouse";
 import type { PaneName } from "../panes/PaneName";
@@ -15,6 +16,8 @@ export interface PageActions {
   savePicture: () => void;
   turnTheme: () => void;
   showKeys: () => void;
+  showAbout: () => void;
+  list: ListActions;
   search: () => void;
 }
 
@@ -23,16 +26,15 @@ function following<T>(values: readonly T[], value: T): T {
   return values[(values.indexOf(value) + 1) % values.length] ?? value;
 }
 
-// The pane that keys move: the one with the focus, else the one under the pointer.
+// The pane that keys move: the one with the focus, else the one that the pointer was over last.
 function paneFinder(panes: Panes): () => PaneName {
-  let last: PaneName = "axial";
-  for (const name of ["axial", "coronal", "sagittal", "scene"] as const) {
-    const { marks } = panes.elements[name];
-    for (const event of ["focus", "pointerenter"]) {
-      marks.addEventListener(event, () => (last = name));
-    }
+  let pointed: PaneName = "axial";
+  const names = ["axial", "coronal", "sagittal", "scene"] as const;
+  for (const name of names) {
+    panes.elements[name].marks.addEventListener("pointerenter", () => (pointed = name));
   }
-  return () => panes.store.state.large ?? last;
+  const focused = () => names.find((name) => panes.elements[name].marks === document.activeElement);
+  return () => panes.store.state.large ?? focused() ?? pointed;
 }
 
 function moveKeys(panes: Panes, current: () => PaneName): Key[] {
@@ -57,12 +59,12 @@ function moveKeys(panes: Panes, current: () => PaneName): Key[] {
     }
   };
   return [
-    { key: "ArrowLeft", shown: "←", words: "crosshair in the pane, 1 mm (Shift: 10 mm); turns the head in 3D", run: move(-1, 0) },
-    { key: "ArrowRight", shown: "→", words: "", run: move(1, 0) },
-    { key: "ArrowUp", shown: "↑", words: "", run: move(0, 1) },
-    { key: "ArrowDown", shown: "↓", words: "", run: move(0, -1) },
-    { key: "PageUp", shown: "Page ↑", words: "through the pane's slices, 1 mm (Shift: 10 mm)", run: through(1) },
-    { key: "PageDown", shown: "Page ↓", words: "", run: through(-1) },
+    { key: "ArrowLeft", isMoving: true, shown: "←", words: "crosshair in the pane, 1 mm (Shift: 10 mm); turns the head in 3D", run: move(-1, 0) },
+    { key: "ArrowRight", isMoving: true, shown: "→", words: "", run: move(1, 0) },
+    { key: "ArrowUp", isMoving: true, shown: "↑", words: "", run: move(0, 1) },
+    { key: "ArrowDown", isMoving: true, shown: "↓", words: "", run: move(0, -1) },
+    { key: "PageUp", isMoving: true, shown: "Page ↑", words: "through the pane's slices, 1 mm (Shift: 10 mm)", run: through(1) },
+    { key: "PageDown", isMoving: true, shown: "Page ↓", words: "", run: through(-1) },
     { key: "+", words: "zoom", run: zoom(1.2) },
     { key: "-", words: "", run: zoom(1 / 1.2) },
     { key: "0", words: "the whole head again", run: () => resetViews(panes) },
@@ -128,15 +130,30 @@ function timeKeys(store: Store): Key[] {
   ];
 }
 
+function listKeys(store: Store, list: ListActions): Key[] {
+  const clusters = [0, ...store.data.clusters.clusters.map((_, i) => i + 1)];
+  const alone = { key: "i", words: "the next cluster alone, all again", run: () => store.set({ isolated: following(clusters, store.state.isolated) }) };
+  return [
+    { key: "f", words: "to the list", run: list.focusList },
+    { key: "u", words: "to what filters the list's columns", run: list.focusFilters },
+    { key: "o", words: "which columns the list shows", run: list.chooseColumns },
+    { key: "s", words: "save the list as a table (CSV)", run: list.save },
+    ...tabNames.map((name, i) => ({ key: String(5 + i), words: i === 0 ? "selected dipoles, plots, clusters" : "", run: () => list.showTab(name) })),
+    ...(clusters.length > 1 ? [alone] : []),
+  ];
+}
+
 export function pageKeys(store: Store, panes: Panes, actions: PageActions): Key[] {
   return [
     ...moveKeys(panes, paneFinder(panes)),
     ...paneKeys(store),
     ...shownKeys(store, panes),
     ...timeKeys(store),
+    ...listKeys(store, actions.list),
     { key: "/", words: "filter by label", run: actions.search },
     { key: "e", words: "save the panes as a picture", run: actions.savePicture },
     { key: "d", words: "light, dark", run: actions.turnTheme },
+    { key: "b", words: "about this page, licences", run: actions.showAbout },
     { key: "?", words: "these keys", run: actions.showKeys },
   ];
 }
