@@ -17,50 +17,10 @@ from nibabel.affines import apply_affine
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
 import ctf_mri  # noqa: E402
+from bright_heads import BRIGHT, CTF_MM, POINTS, centred, ctf_head, grey_head, rotation  # noqa: E402
 from support import ToolTest, dipole_file, example, program_with_page  # noqa: E402
 
 CH2 = "/usr/share/mricron/templates/ch2.nii.gz"
-NASION, LEFT, RIGHT = numpy.array([[6.0, 95, 12], [-78, 4, -6], [76, -8, 3]])  # of a head that lies crooked
-POINTS = " ".join("%g,%g,%g" % tuple(point) for point in (NASION, LEFT, RIGHT))
-
-
-def in_scanner(left, up, front):
-    """Of a place in the head frame of the points: the origin between the ears, the front to the nasion."""
-    origin = (LEFT + RIGHT) / 2
-    z = (NASION - origin) / numpy.linalg.norm(NASION - origin)
-    x = LEFT - origin
-    x -= (x @ z) * z
-    x /= numpy.linalg.norm(x)
-    return origin + left * x + up * numpy.cross(z, x) + front * z
-
-
-# One dipole on the left in front above: x to the nose 6, y left 4, z up 2 cm.
-BRIGHT = in_scanner(40, 20, 60)
-
-
-def grey_head(affine, shape, kind, scale=1.0):
-    """A ball of 85 mm with something in it, and a bright spot where the dipole is."""
-    index = numpy.stack(numpy.meshgrid(*map(numpy.arange, shape), indexing="ij"), -1)
-    mm = apply_affine(affine, index)
-    random = numpy.random.default_rng(1)
-    values = numpy.where((mm ** 2).sum(-1) < 85 ** 2, 300 + random.uniform(-60, 60, shape), 0.0)
-    values[((mm - BRIGHT) ** 2).sum(-1) < 8 ** 2] = 700
-    return (values * scale).astype(kind)
-
-
-def rotation(angles):
-    a, b, c = angles
-    x = numpy.array([[1, 0, 0], [0, numpy.cos(a), -numpy.sin(a)], [0, numpy.sin(a), numpy.cos(a)]])
-    y = numpy.array([[numpy.cos(b), 0, numpy.sin(b)], [0, 1, 0], [-numpy.sin(b), 0, numpy.cos(b)]])
-    z = numpy.array([[numpy.cos(c), -numpy.sin(c), 0], [numpy.sin(c), numpy.cos(c), 0], [0, 0, 1]])
-    return z @ y @ x
-
-
-def centred(matrix, shape):
-    affine = numpy.eye(4)
-    affine[:3, :3] = matrix
-    affine[:3, 3] = -matrix @ ((numpy.array(shape) - 1) / 2)
-    return affine
 
 
 class HeadTest(ToolTest):
@@ -178,26 +138,10 @@ class Heads(HeadTest):
 
 
 class CtfHead(HeadTest):
-    SIZE, MM = 64, 4.0
-    LEFT, RIGHT, NASION = (13, 33, 40), (52, 33, 40), (33, 8, 35)  # sagittal, coronal, axial; from 1
-
-    def made(self, is_left_on_right):
-        """A ball with a white left front, as a CTF MRI."""
-        made = ctf_mri.Head(self.SIZE, (self.MM,) * 3, self.NASION, self.LEFT, self.RIGHT)
-        made.bytes = 1
-        middle = (self.SIZE + 1) / 2
-        s, a, c = numpy.meshgrid(*[numpy.arange(1, self.SIZE + 1)] * 3, indexing="ij")
-        x, y, z = (s - middle) * self.MM, -(c - middle) * self.MM, -(a - middle) * self.MM
-        values = numpy.where(x * x + y * y + z * z < 9025, numpy.where((x < -20) & (y > 10), 250, 60 + a), 0)
-        made.image = values.astype(numpy.uint8).reshape(-1).tolist()
-        import array
-        made.image = array.array("B", bytes(made.image))
-        return made.mirrored() if is_left_on_right else made
-
     def test_the_white_left_front_of_both_ways_to_store_it_is_left_in_front(self):
         pages = []
         for is_left_on_right in (False, True):
-            self.write("patient.mri", ctf_mri.version2(self.made(is_left_on_right)))
+            self.write("patient.mri", ctf_mri.version2(ctf_head(is_left_on_right)))
             shown = self.page("--mri", self.path("patient.mri"))
             values = numpy.asanyarray(shown.dataobj, dtype=float)
             white = apply_affine(shown.affine, numpy.argwhere(values == 250))
@@ -213,7 +157,7 @@ class CtfHead(HeadTest):
             dipole = numpy.array(self.json["dipoles"]["places"][0])
             self.assertGreater((dipole - middle) @ to_left, 0)
             self.assertGreater((dipole - middle) @ to_front, 0)
-            self.assertLess(numpy.sqrt(((white - dipole) ** 2).sum(1)).min(), self.MM)
+            self.assertLess(numpy.sqrt(((white - dipole) ** 2).sum(1)).min(), CTF_MM)
             self.assertEqual(self.json["world"]["kind"], "mri")
             self.assertEqual([frame["name"] for frame in self.json["frames"]], ["host", "ctf", "neuromag", "mri"])
             pages.append(dipole)
