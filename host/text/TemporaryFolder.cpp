@@ -28,6 +28,12 @@ TemporaryFolder::TemporaryFolder() {
                              ", takes none: " + error.message());
   }
   fs::permissions(m_path, fs::perms::owner_all, error);
+  if (error) {
+    std::error_code ignored;  // it is empty
+    fs::remove(m_path, ignored);
+    throw std::runtime_error("the temporary folder " + utf8Of(textOf(m_path)) +
+                             " cannot be kept from others: " + error.message());
+  }
 }
 
 TemporaryFolder::~TemporaryFolder() {
