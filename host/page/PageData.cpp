@@ -121,7 +121,8 @@ Json registrationJson(const PageSource& source, const PageWorld& world) {
            {"mm", singleDigits(length(pairs[i].first - frame.fromScanner(pairs[i].second)))}});
     }
   }
-  return {{"text", source.isAnonymous ? "by points or a transform whose source is left out" : source.registeredBy},
+  return {{"text",
+           source.isAnonymous ? "by points or a transform whose source is left out" : source.registeredBy},
           {"residuals", std::move(residuals)}};
 }
 
