@@ -8,9 +8,9 @@ import { tableKeys } from "./lists/TableKeys";
 import { mountReport } from "./lists/Report";
 import { passingRows } from "./model/Filter";
 import { Store } from "./model/Store";
-import { Head } from "./panes/Head";
+import { warningsOf } from "./model/Warnings";
+import { failureText, Head } from "./panes/Head";
 import { listenToMouse } from "./panes/Mouse";
-import { warningsOf } from "./panes/PaneFurniture";
 import { Panes } from "./panes/Panes";
 import { savePicture } from "./panes/Picture";
 import { snapshot } from "./panes/Snapshot";
@@ -24,9 +24,19 @@ import { pageKeys } from "./shell/PageKeys";
 import { mountPlace } from "./shell/PlaceBar";
 import { mountTime } from "./shell/Time";
 
-async function loadHead(data: PageData): Promise<Head | null> {
+// A browser that cannot show the head shows all the rest, and says so.
+async function loadHead(store: Store): Promise<Head | null> {
   const text = takeVolumeText("page-head");
-  return data.head === null || text === "" ? null : Head.load(text, data.head);
+  const { head } = store.data;
+  if (head === null || text === "") {
+    return null;
+  }
+  try {
+    return await Head.load(text, head);
+  } catch (error) {
+    store.set({ headFailure: failureText(error) });
+    return null;
+  }
 }
 
 async function loadAtlas(data: PageData): Promise<AtlasLookup | null> {
@@ -38,7 +48,12 @@ function mountShell(store: Store, layout: Layout): ListActions {
   mountDisplay(store, layout.display);
   mountFilters(store, layout.filters);
   mountTime(store, layout.time);
-  layout.warnings.append(...warningsOf(store.data).map((text) => element("p", {}, `⚠ ${text}`)));
+  const warn = (): void =>
+    layout.warnings.replaceChildren(
+      ...warningsOf(store.data, store.state).map((text) => element("p", {}, "⚠ ", element("bdi", {}, text))),
+    );
+  warn();
+  store.onChange((changed) => changed.has("headFailure") && warn());
   return mountLists(store, layout.lists);
 }
 
@@ -69,7 +84,7 @@ async function start(root: HTMLElement): Promise<void> {
   const store = new Store(data, passingRows);
   const layout = makeLayout(root);
   const list = mountShell(store, layout);
-  const [head, atlas] = await Promise.all([loadHead(data), loadAtlas(data)]);
+  const [head, atlas] = await Promise.all([loadHead(store), loadAtlas(data)]);
   mountPlace(store, layout.place, atlas);
   const panes = new Panes(store, layout.panes, head);
   listenToMouse(panes);

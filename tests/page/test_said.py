@@ -19,6 +19,13 @@ CanvasRenderingContext2D.prototype.fillText = function (text, x, y, most) {
   window.said.get(this.canvas).push({text, left, right: left + width, isSqueezed: most !== undefined});
   write.call(this, ...[text, x, y, most].filter((one) => one !== undefined));
 };
+window.graphics = [];
+const context = HTMLCanvasElement.prototype.getContext;
+HTMLCanvasElement.prototype.getContext = function (...how) {
+  const made = window.isWithoutGraphics && how[0] === "webgl2" ? null : context.apply(this, how);
+  if (how[0] === "webgl2" && made !== null && !window.graphics.includes(made)) window.graphics.push(made);
+  return made;
+};
 const clear = CanvasRenderingContext2D.prototype.clearRect;
 CanvasRenderingContext2D.prototype.clearRect = function (...box) {
   window.said.delete(this.canvas);
@@ -95,7 +102,25 @@ class Said(ListTest):
         self.assertEqual(counts, [f"{shown[1]} of 20 shown", f"{shown[2]} of 20 shown"])
         self.assertEqual([one.text for one in self.all(".legend-entry")],
                          [f"Cluster 1 ({shown[1]} of 20 shown)", f"Cluster 2 ({shown[2]} of 20 shown)",
-                          f"in none ({shown[0]} shown, 40 scattered)"])
+                          f"in none ({shown[0]} of 40 shown)"])
+
+    def test_what_no_one_looked_at_is_not_told_to_be_scattered(self):
+        data = list_data.random_data(80)
+        error = list_data.values(data, "fit_error_percent")
+        clusters = data["dipoles"]["clusters"]
+        beyond = [row for row in range(80) if error[row] > 8]
+        for row in beyond:
+            clusters[row] = 0
+        scattered = sum(cluster == 0 for cluster in clusters) - len(beyond)
+        data["clusters"]["scattered"] = scattered
+        data["settings"].update(colourBy="cluster", fitError={"least": None, "most": 8})
+        self.open(data)
+        self.assertEqual(self.all(".legend-entry")[-1].text, f"in none ({scattered})")
+        self.click_on(".filters button", "Show all")
+        self.assertEqual([one.text for one in self.all(".legend-entry")][-2:],
+                         [f"in none ({scattered})", f"beyond the command's limits, not judged ({len(beyond)})"])
+        colour = self.js("return getComputedStyle([...document.querySelectorAll('.legend-entry .patch')].at(-1)).backgroundColor")
+        self.assertEqual(colour, "rgb(128, 128, 128)")
 
     def test_clusters_tell_their_mean_orientation_in_the_head_frame(self):
         data = list_data.random_data(80)
@@ -144,6 +169,47 @@ class Said(ListTest):
         self.wait(lambda: "(40)" in self.text("#tab-selection"))
         after = green(self.pixels("axial")).sum()
         self.assertGreater(after, 0.6 * before)
+
+    def check_that_no_head_is_shown(self, why):
+        self.assertIn(why, self.text(".warnings"))
+        for name in ("axial", "coronal", "sagittal", "scene"):
+            self.assertTrue(any(text.startswith("⚠ The head is not shown") for text in self.texts(name)), name)
+            self.assertLess(self.pixels(name, marks=False).max(), 10, f"{name}: nothing is left of the head")
+            self.assertTrue(green(self.pixels(name)).any(), "the dipole is there")
+        self.js("window.dispatchEvent(new Event('beforeprint'))")
+        report = self.js("return document.querySelector('.report').textContent")
+        self.js("window.dispatchEvent(new Event('afterprint'))")
+        self.assertIn("Doubtful: The head is not shown", report)
+        self.assertIn("Patient", report)
+
+    def test_a_head_that_is_lost_is_said_to_be(self):
+        self.open_head([page_data.MARK])
+        self.js("window.graphics.forEach((one) => one.getExtension('WEBGL_lose_context').loseContext())")
+        self.wait(lambda: self.all(".warnings p"))
+        self.check_that_no_head_is_shown("the browser lost its graphics")
+        self.driver.get_log("browser")  # where it says so too
+
+    def test_a_picture_of_the_head_that_fails_leaves_no_older_one(self):
+        self.open_head([page_data.MARK])
+        self.js("for (const one of window.graphics)"
+                "  one.drawArrays = one.drawElements = () => { throw new Error('it is not drawn where it should be.'); }")
+        self.press(Keys.PAGE_UP)
+        self.wait(lambda: self.all(".warnings p"))
+        self.check_that_no_head_is_shown("it is not drawn where it should be.")
+
+    def test_a_browser_without_graphics_shows_all_but_the_head(self):
+        script = self.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument",
+                                             {"source": "window.isWithoutGraphics = true;"})
+        try:
+            self.open_head([page_data.MARK])
+        finally:
+            self.driver.execute_cdp_cmd("Page.removeScriptToEvaluateOnNewDocument", script)
+        self.assertIn("TEST", self.text(".header"))
+        self.assertEqual(self.place(), list(page_data.MARK))
+        self.press("?")
+        self.assertEqual(len(self.all("dialog[open]")), 1)
+        self.press(Keys.ESCAPE)
+        self.check_that_no_head_is_shown("no WebGL 2")
 
 
 if __name__ == "__main__":

@@ -70,9 +70,12 @@ function clusterPictures(store: Store, snapshot: Snapshot): HTMLElement[] {
   return [part("Slices through the clusters", ...made)];
 }
 
+const sceneCaption =
+  "From the patient's left, from the right, from above: there the patient's left is on the left of the picture";
+
 function scenePictures(store: Store, snapshot: Snapshot): HTMLElement {
   const pictures = row(snapshot, scenes, store.state.crosshair, sceneSize);
-  return part("In 3D", figure("From the patient's left, from the right, from above", pictures));
+  return part("In 3D", figure(sceneCaption, pictures));
 }
 
 function placePictures(store: Store, snapshot: Snapshot): HTMLElement {
@@ -82,12 +85,13 @@ function placePictures(store: Store, snapshot: Snapshot): HTMLElement {
 
 export function makeReport(store: Store, snapshot: Snapshot | null): HTMLElement[] {
   const { data } = store;
-  const parts = [heading(data), filesAndHead(data), limitsUsed(store), fitStatistics(store), findings(data), clusters(store)];
+  const pictures: HTMLElement[] = []; // first: when they fail, the heading says so
   if (snapshot !== null) {
     const shown = clusterPictures(store, snapshot);
-    parts.push(...(shown.length > 0 ? shown : [placePictures(store, snapshot)]), scenePictures(store, snapshot));
+    pictures.push(...(shown.length > 0 ? shown : [placePictures(store, snapshot)]), scenePictures(store, snapshot));
   }
-  return [...parts, conventions(store)];
+  const texts = [heading(store), filesAndHead(data), limitsUsed(store), fitStatistics(store), findings(data), clusters(store)];
+  return [...texts, ...pictures, conventions(store)];
 }
 
 export function mountReport(store: Store, parent: HTMLElement, snapshot: Snapshot | null): void {

@@ -9,6 +9,7 @@ import { findingText, severityWord } from "./Findings";
 import { foreign } from "./Foreign";
 import { lineTable, valueLines, type LineValue } from "./Lines";
 import { madeText } from "../model/Made";
+import { warningsOf } from "../model/Warnings";
 
 const textLength = 300; // characters of a text of a file
 
@@ -28,7 +29,7 @@ function sentence(...parts: (Node | string)[]): HTMLElement {
   return element("span", {}, ...parts);
 }
 
-export function heading(data: PageData): HTMLElement {
+export function heading({ data, state }: Store): HTMLElement {
   const patient = data.isAnonymous ? "names left out" : data.patient;
   return element(
     "header",
@@ -39,7 +40,7 @@ export function heading(data: PageData): HTMLElement {
       ["Page made by", madeText(data)],
       ["Printed", new Date().toISOString().slice(0, 16).replace("T", " ") + " UTC"],
     ]),
-    ...data.warnings.map((warning) =>
+    ...warningsOf(data, state).map((warning) =>
       element("p", { class: "report-warning" }, element("b", {}, "Doubtful: "), foreign(warning, textLength)),
     ),
   );

@@ -2,6 +2,7 @@
 
 import type { ColourBy, PageData } from "../data/PageData";
 import { numberOf } from "./Filter";
+import { judgedRows } from "./Judged";
 
 const plain = "#ff0000"; // of a set without own colours, as the module makes new dipoles
 
@@ -26,7 +27,11 @@ export function colourFunction(data: PageData, by: ColourBy): (row: number) => s
     };
   }
   if (by === "cluster") {
-    return (row) => clusterColour(data, clusters[row] ?? 0);
+    const isJudged = judgedRows(data);
+    return (row) => {
+      const cluster = clusters[row] ?? 0;
+      return cluster !== 0 || isJudged(row) ? clusterColour(data, cluster) : noValue;
+    };
   }
   const values = columns[roles[by]]?.values;
   const range = ranges[by];

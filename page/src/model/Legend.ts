@@ -3,6 +3,7 @@
 import type { PageData } from "../data/PageData";
 import { countText, shownOfClusters } from "./ClusterCounts";
 import { clusterColour, furtherClusters } from "./Colours";
+import { judgedRows } from "./Judged";
 import type { State } from "./Store";
 
 export interface LegendEntry {
@@ -39,9 +40,13 @@ function clusterLegend(data: PageData, passing: readonly number[]): Pick<Legend,
     const names = clusters.length === own + 1 ? `Cluster ${own + 1}` : `Clusters ${own + 1} to ${clusters.length}`;
     entries.push({ colour: furtherClusters, text: `${names} (${count})` });
   }
-  const none = shown[0] ?? 0;
-  const count = none === scattered ? String(none) : `${none} shown, ${scattered} scattered`;
-  entries.push({ colour: data.settings.scattered, text: `in none (${count})` });
+  const isJudged = judgedRows(data);
+  const unjudged = passing.filter((row) => data.dipoles.clusters[row] === 0 && !isJudged(row)).length;
+  const none = countText(scattered, (shown[0] ?? 0) - unjudged);
+  entries.push({ colour: data.settings.scattered, text: `in none (${none})` });
+  if (unjudged > 0) {
+    entries.push({ colour: data.settings.noValue, text: `beyond the command's limits, not judged (${unjudged})` });
+  }
   return { title: text === "" ? "No clusters were looked for" : `Clusters by the command's limits: ${text}`, entries };
 }
 

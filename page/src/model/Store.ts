@@ -26,6 +26,7 @@ export interface State {
   isRadiological: boolean; // the patient's left on the right
   window: readonly [number, number] | null; // grey values; null: no head
   cut: CutName;
+  headFailure: string; // why the head of the page is not shown, a sentence; empty: it is
   large: "axial" | "coronal" | "sagittal" | "scene" | null; // the pane that is shown alone
   passing: readonly number[]; // rows that pass all of that, in the order of the set; see Filter.ts
 }
@@ -64,6 +65,7 @@ export class Store {
       isRadiological: true,
       window: data.head === null ? null : data.head.window,
       cut: "sagittal",
+      headFailure: "",
       large: null,
       passing: [],
     };

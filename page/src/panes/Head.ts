@@ -55,6 +55,11 @@ function rowByRow(columns: ArrayLike<number>): Matrix {
   return Array.from({ length: 16 }, (_, i) => columns[4 * (i % 4) + Math.floor(i / 4)] ?? NaN);
 }
 
+// A sentence for whoever looks at pictures without the head.
+export function failureText(error: unknown): string {
+  return `The head is not shown: ${error instanceof Error ? error.message : String(error)}`;
+}
+
 function known<T>(value: T | null | undefined): T {
   if (value === null || value === undefined) {
     throw new Error("The head's volume cannot be read.");
@@ -67,6 +72,7 @@ export class Head {
   readonly middle: Vector; // what the 3D pane turns around
   readonly reach: number; // mm from there to the farthest corner
   readonly isSoftware: boolean; // no GPU: pictures of the head take long
+  onLost: () => void = () => {}; // no picture comes any more
   readonly #niivue: PaneNiivue;
   readonly #volume: NVImage;
   readonly #data: HeadData;
@@ -86,6 +92,7 @@ export class Head {
     this.middle = vector(niivue.pivot3D);
     this.reach = niivue.furthestFromPivot;
     this.isSoftware = isSoftware(niivue.gl);
+    known(niivue.canvas).addEventListener("webglcontextlost", () => this.onLost());
   }
 
   // `text` is the base64 of a .nii.gz.
@@ -103,6 +110,9 @@ export class Head {
       backColor: [0, 0, 0, 1],
       clipPlaneColor: [0, 0, 0, 0],
     });
+    if (document.createElement("canvas").getContext("webgl2") === null) {
+      throw new Error("this browser has no WebGL 2, or it is switched off.");
+    }
     const canvas = document.createElement("canvas");
     document.createElement("div").append(canvas);
     await niivue.attachToCanvas(canvas, false);

@@ -1,9 +1,7 @@
 // What every pane shows beside the head and the dipoles: letters of the sides, its name, a scale, warnings.
 
-import type { PageData } from "../data/PageData";
 import { visible } from "../model/Foreign";
 import { fitted, line, linesOf, write } from "./Ink";
-import { unstatedSides } from "./Sides";
 
 export interface Size {
   width: number; // CSS pixels
@@ -59,11 +57,6 @@ export function drawScale(context: CanvasRenderingContext2D, size: Size, pixelsP
     line(context, [end, y - 4], [end, y + 4]);
   }
   write(context, `${mm} mm`, end + 6, y, { size: size.text * 0.85, baseline: "middle" });
-}
-
-export function warningsOf(data: PageData): readonly string[] {
-  const areAssumed = data.head !== null && !data.head.areSidesStated;
-  return areAssumed && !data.warnings.includes(unstatedSides) ? [unstatedSides, ...data.warnings] : data.warnings;
 }
 
 const mostLines = 2; // of warnings: more would hide the head and the dipoles

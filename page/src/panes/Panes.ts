@@ -7,7 +7,7 @@ import { dot } from "../model/Vector";
 import type { PaneElements } from "../shell/Layout";
 import { cutsOf, faceCut } from "./Cuts";
 import { gridWithoutHead, inGrid, type Grid } from "./Grid";
-import type { Head } from "./Head";
+import { failureText, type Head } from "./Head";
 import type { Mark } from "./Marks";
 import type { PaneName } from "./PaneName";
 import { fitToPixels, headSize } from "./PanePixels";
@@ -20,7 +20,7 @@ import { sliceNames, SliceView, type SliceName } from "./SliceView";
 const softwarePixels = { slice: 600_000, sceneTurning: 30_000, sceneStill: 110_000 };
 const stillAfter = 260; // ms without a change, then 3D is drawn finely
 
-const movesHead: readonly (keyof State)[] = ["crosshair", "window", "isRadiological", "cut"];
+const movesHead: readonly (keyof State)[] = ["crosshair", "window", "isRadiological", "cut", "headFailure"];
 const movesMarks: readonly (keyof State)[] = [
   ...movesHead,
   "passing",
@@ -65,6 +65,9 @@ export class Panes {
     this.#crosshair = store.state.crosshair;
     this.#colourOf = colourFunction(store.data, store.state.colourBy);
     this.#takeSides();
+    if (head !== null) {
+      head.onLost = () => this.failHead(new Error("the browser lost its graphics. Open the page anew."));
+    }
     store.onChange((changed) => {
       if (changed.has("colourBy")) {
         this.#colourOf = colourFunction(store.data, store.state.colourBy);
@@ -106,7 +109,7 @@ export class Panes {
       const { low, high } = view.span;
       const isAway = [view.column, view.row].some((axis, i) => {
         const value = now[axis];
-        return value !== before[axis] && (value < (low[i] ?? value) || value > (high[i] ?? value));
+        return Math.abs(value - before[axis]) > 1e-6 && (value < (low[i] ?? value) || value > (high[i] ?? value));
       });
       if (isAway && this.zoom > 1) {
         view.middle = [now[view.column], now[view.row]];
@@ -131,6 +134,36 @@ export class Panes {
     this.#overlays.add("scene");
     this.#heads.add("scene");
     this.#schedule();
+  }
+
+  get shownHead(): Head | null {
+    return this.store.state.headFailure === "" ? this.head : null;
+  }
+
+  // No picture of the head is left to be taken for one of what is shown; the panes say why.
+  failHead(error: unknown): void {
+    this.#drawn.clear();
+    for (const { head } of Object.values(this.elements)) {
+      this.#contextOf(head)?.clearRect(0, 0, head.width, head.height);
+    }
+    this.store.set({ headFailure: failureText(error) });
+  }
+
+  // Null: there is no picture of the head, and the panes say why.
+  headPicture(draw: (head: Head) => HTMLCanvasElement): HTMLCanvasElement | null {
+    const head = this.shownHead;
+    if (head === null) {
+      return null;
+    }
+    try {
+      if (this.store.state.window !== null) {
+        head.setWindow(this.store.state.window);
+      }
+      return draw(head);
+    } catch (error) {
+      this.failHead(error);
+      return null;
+    }
   }
 
   // Draws at once all that waits, 3D finely; for pictures that leave the page.
@@ -177,11 +210,15 @@ export class Panes {
   }
 
   #drawAll(isFine: boolean): void {
+    const { headFailure } = this.store.state;
     this.#measure();
     for (const name of sliceNames) {
       this.#drawSlice(name);
     }
     this.#drawScene(isFine);
+    if (this.store.state.headFailure !== headFailure) {
+      this.#drawAll(isFine); // what was drawn before says nothing of it yet
+    }
     this.#overlays.clear();
     this.#heads.clear();
   }
@@ -219,10 +256,10 @@ export class Panes {
     const { data, state } = this.store;
     const ratio = this.pixelRatio();
     const shown = this.#sliceKey(view);
-    if (this.head !== null && this.#heads.has(name)) {
+    if (this.shownHead !== null && this.#heads.has(name)) {
       const [width, height] = headSize(view, ratio, this.#isSlow ? softwarePixels.slice : Infinity);
       if (this.#isNew(name, "head", [shown, state.window].join())) {
-        this.#copy(head, this.#withWindow(this.head).slice(view, state.crosshair, width, height));
+        this.#copy(head, (whole) => whole.slice(view, state.crosshair, width, height));
       }
     }
     if (!this.#overlays.has(name)) {
@@ -247,12 +284,12 @@ export class Panes {
     const view = this.scene;
     const { data, state } = this.store;
     const ratio = this.pixelRatio();
-    if (this.head !== null && this.#heads.has("scene")) {
+    if (this.shownHead !== null && this.#heads.has("scene")) {
       const most = isFine ? softwarePixels.sceneStill : softwarePixels.sceneTurning;
       const [width, height] = headSize(view, ratio, this.#isSlow ? most : Infinity);
       const isNew = this.#isNew("scene", "head", [this.#sceneKey(), state.window].join());
       if (isNew || (isFine && head.width < width)) {
-        this.#copy(head, this.#withWindow(this.head).scene(view, width, height));
+        this.#copy(head, (whole) => whole.scene(view, width, height));
         clearTimeout(this.#still);
         if (!isFine) {
           this.#still = window.setTimeout(() => this.#drawStill(), stillAfter);
@@ -296,17 +333,12 @@ export class Panes {
     this.#drawAll(true);
   }
 
-  #withWindow(head: Head): Head {
-    const { window } = this.store.state;
-    if (window !== null) {
-      head.setWindow(window);
+  #copy(to: HTMLCanvasElement, draw: (head: Head) => HTMLCanvasElement): void {
+    const from = this.headPicture(draw);
+    if (from !== null) {
+      [to.width, to.height] = [from.width, from.height];
+      this.#contextOf(to)?.drawImage(from, 0, 0);
     }
-    return head;
-  }
-
-  #copy(to: HTMLCanvasElement, from: HTMLCanvasElement): void {
-    [to.width, to.height] = [from.width, from.height];
-    this.#contextOf(to)?.drawImage(from, 0, 0);
   }
 
   // Without a GPU a browser draws faster on canvases that it does not leave to one.

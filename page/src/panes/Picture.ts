@@ -4,10 +4,10 @@ import { legendOf, type Legend } from "../model/Legend";
 import type { Store } from "../model/Store";
 import { cut, isolated, visible } from "../model/Foreign";
 import { fitted, fontOf, linesOf } from "./Ink";
-import { warningsOf } from "./PaneFurniture";
 import type { Panes } from "./Panes";
 import { conventionWords } from "./Sides";
 import { madeText } from "../model/Made";
+import { warningsOf } from "../model/Warnings";
 
 const ground = "#0e1217";
 const ink = "#e6eaf0";
@@ -92,7 +92,7 @@ export function pictureOf(panes: Panes): HTMLCanvasElement {
     conventionWords(store.state.isRadiological),
     `${madeText(store.data)}. No medical device.`,
   ];
-  const warnings = warningsOf(store.data).flatMap((line) =>
+  const warnings = warningsOf(store.data, store.state).flatMap((line) =>
     linesOf(context, `⚠ ${visible(line)}`, grid.width - 2 * inset, { size: text, weight: 600 }),
   );
   const line = text * lineHeight;
@@ -123,7 +123,7 @@ export function pictureOf(panes: Panes): HTMLCanvasElement {
     const y = Math.round((top + box.top - grid.top) * ratio);
     context.fillStyle = "#000";
     context.fillRect(x, y, marks.width, marks.height);
-    if (store.data.head !== null) {
+    if (panes.shownHead !== null) {
       context.drawImage(head, x, y, marks.width, marks.height);
     }
     context.drawImage(lines, x, y);

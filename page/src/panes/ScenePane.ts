@@ -3,9 +3,10 @@
 import type { PageData, Vector } from "../data/PageData";
 import type { State } from "../model/Store";
 import { dot, minus, plus, times } from "../model/Vector";
+import { warningsOf } from "../model/Warnings";
 import { line, write } from "./Ink";
 import { drawChosenMarks, type Mark } from "./Marks";
-import { drawScale, drawSides, drawTitle, drawWarnings, warningsOf, type Size } from "./PaneFurniture";
+import { drawScale, drawSides, drawTitle, drawWarnings, type Size } from "./PaneFurniture";
 import type { SceneView } from "./SceneView";
 import { drawLabels, drawPoint } from "./SlicePane";
 import { sideLetter } from "./Sides";
@@ -100,7 +101,12 @@ function drawAxes(context: CanvasRenderingContext2D, view: SceneView, size: Size
   }
 }
 
-function drawSphere(context: CanvasRenderingContext2D, data: PageData, view: SceneView): void {
+function drawSphere(
+  context: CanvasRenderingContext2D,
+  data: PageData,
+  view: SceneView,
+  { headFailure }: Readonly<State>,
+): void {
   if (data.sphere === null) {
     return;
   }
@@ -111,7 +117,7 @@ function drawSphere(context: CanvasRenderingContext2D, data: PageData, view: Sce
   context.beginPath();
   context.arc(at.x, at.y, radius * view.scale, 0, 2 * Math.PI);
   context.stroke();
-  if (data.head !== null) {
+  if (data.head !== null && headFailure === "") {
     return;
   }
   const steps = 72;
@@ -167,7 +173,7 @@ export interface ScenePicture {
 export function drawSceneMarks(context: CanvasRenderingContext2D, picture: ScenePicture): void {
   const { data, state, view, size, marks } = picture;
   const stated = data.head?.areSidesStated ?? true;
-  drawSphere(context, data, view);
+  drawSphere(context, data, view, state);
   drawChosenMarks(context, marks, state, picture.pixelRatio);
   drawPoints(context, data, view, size);
   if (state.areLabelsShown) {
@@ -178,5 +184,5 @@ export function drawSceneMarks(context: CanvasRenderingContext2D, picture: Scene
   drawAxes(context, view, size, stated);
   drawTitle(context, size, "3D", [viewWords(view), `${marks.length} dipoles`, ...paleWords(data, view, marks)]);
   drawScale(context, size, view.scale);
-  drawWarnings(context, size, warningsOf(data));
+  drawWarnings(context, size, warningsOf(data, state));
 }

@@ -31,5 +31,3 @@ export function conventionWords(isRadiological: boolean): string {
     ? "Radiological: in axial and coronal slices the patient's left is on the right of the picture."
     : "Neurological: in axial and coronal slices the patient's left is on the left of the picture.";
 }
-
-export const unstatedSides = "Left and right are assumed: the head does not state its sides.";

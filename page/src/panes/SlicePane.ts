@@ -5,10 +5,11 @@ import { cut, visible } from "../model/Foreign";
 import { numberOf } from "../model/Filter";
 import type { State } from "../model/Store";
 import { plus, times } from "../model/Vector";
+import { warningsOf } from "../model/Warnings";
 import { axisInWorld, tiltOf } from "./Grid";
 import { line, write } from "./Ink";
 import { drawChosenMarks, type Mark } from "./Marks";
-import { drawScale, drawSides, drawTitle, drawWarnings, warningsOf, type Size } from "./PaneFurniture";
+import { drawScale, drawSides, drawTitle, drawWarnings, type Size } from "./PaneFurniture";
 import { placeLetter, sideLetter } from "./Sides";
 import type { Point, SliceView } from "./SliceView";
 
@@ -94,8 +95,13 @@ export function drawPoint(context: CanvasRenderingContext2D, point: PointData, x
   });
 }
 
-function drawSphere(context: CanvasRenderingContext2D, data: PageData, view: SliceView, crosshair: Vector): void {
-  if (data.sphere === null || data.head !== null) {
+function drawSphere(
+  context: CanvasRenderingContext2D,
+  data: PageData,
+  view: SliceView,
+  { crosshair, headFailure }: Readonly<State>,
+): void {
+  if (data.sphere === null || (data.head !== null && headFailure === "")) {
     return;
   }
   const at = view.project(data.sphere.centre, crosshair);
@@ -136,8 +142,7 @@ function placeLines(data: PageData, state: Readonly<State>, view: SliceView): st
   if (tilt < leastTilt) {
     return [place];
   }
-  const axes = `${data.world.title.toLowerCase() === "mri" ? "MRI" : data.world.title.toLowerCase()} axes`;
-  return [`${place} at the crosshair`, `tilted ${tilt.toFixed(1)}° to the ${axes}: side letters are approximate`];
+  return [`${place} at the crosshair`, `tilted ${tilt.toFixed(1)}°: side letters are approximate`];
 }
 
 export interface SlicePicture {
@@ -156,7 +161,7 @@ export function drawSliceMarks(context: CanvasRenderingContext2D, picture: Slice
   const sign = view.isMirrored ? -1 : 1;
   const right = times(axisInWorld(view.grid, view.column), sign);
   const up = axisInWorld(view.grid, view.row);
-  drawSphere(context, data, view, state.crosshair);
+  drawSphere(context, data, view, state);
   const reach = Math.max(state.toleranceMm ?? Infinity, 2);
   for (const point of data.points) {
     const at = view.project(point.place, state.crosshair);
@@ -183,7 +188,7 @@ export function drawSliceMarks(context: CanvasRenderingContext2D, picture: Slice
     `${picture.near} of ${placed} dipoles${within}${edges}`,
   ]);
   drawScale(context, size, view.scale);
-  drawWarnings(context, size, warningsOf(data));
+  drawWarnings(context, size, warningsOf(data, state));
 }
 
 function numberText(value: number): string {

@@ -33,15 +33,15 @@ function contextOf(canvas: HTMLCanvasElement, { width, height }: PictureSize): C
 
 function drawSlice(panes: Panes, context: CanvasRenderingContext2D, name: SliceName, at: Vector, size: PictureSize): void {
   const { data } = panes.store;
-  const state = { ...panes.store.state, crosshair: at, selection: [], current: -1 };
   const view = new SliceView(name, panes.grid);
   [view.width, view.height] = [size.width, size.height];
   view.scale = view.fittingScale;
-  view.isMirrored = state.isRadiological && name !== "sagittal";
-  if (panes.head !== null) {
-    panes.head.setWindow(state.window ?? data.head?.window ?? [0, 1]);
-    context.drawImage(panes.head.slice(view, at, size.width, size.height), 0, 0);
+  view.isMirrored = panes.store.state.isRadiological && name !== "sagittal";
+  const head = panes.headPicture((whole) => whole.slice(view, at, size.width, size.height));
+  if (head !== null) {
+    context.drawImage(head, 0, 0);
   }
+  const state = { ...panes.store.state, crosshair: at, selection: [], current: -1 };
   const text = size.width * textShare;
   const radius = (data.settings.glyphPixels * text) / 28;
   const found = marksOnSlice(data, state, view, colourFunction(data, state.colourBy), radius);
@@ -51,17 +51,18 @@ function drawSlice(panes: Panes, context: CanvasRenderingContext2D, name: SliceN
 
 function drawScene(panes: Panes, context: CanvasRenderingContext2D, from: keyof typeof stands, size: PictureSize): void {
   const { data } = panes.store;
-  const state = { ...panes.store.state, selection: [], current: -1 };
   const view = new SceneView(panes.scene.middle, panes.scene.reach);
   [view.width, view.height] = [size.width, size.height];
   [view.azimuth, view.elevation] = [stands[from].azimuth, stands[from].elevation];
-  if (panes.head !== null) {
-    panes.head.setWindow(state.window ?? data.head?.window ?? [0, 1]);
-    const most = panes.head.isSoftware ? slowPixels : Infinity;
+  const head = panes.headPicture((whole) => {
+    const most = whole.isSoftware ? slowPixels : Infinity;
     const share = Math.min(1, Math.sqrt(most / (size.width * size.height)));
-    const head = panes.head.scene(view, Math.round(size.width * share), Math.round(size.height * share));
+    return whole.scene(view, Math.round(size.width * share), Math.round(size.height * share));
+  });
+  if (head !== null) {
     context.drawImage(head, 0, 0, size.width, size.height);
   }
+  const state = { ...panes.store.state, selection: [], current: -1 };
   const text = size.width * textShare;
   const marks = marksInScene(data, state, view, colourFunction(data, state.colourBy), text / 7);
   drawSceneMarks(context, { data, state, view, size: { ...size, text }, marks, pixelRatio: 1 });
