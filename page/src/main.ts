@@ -19,6 +19,7 @@ import { element } from "./shell/Element";
 import { mountFilters } from "./shell/Filters";
 import { aboutDialog, mountHeader, turnTheme } from "./shell/Header";
 import { keysDialog, listenToKeys } from "./shell/Keys";
+import { mountLive } from "./shell/Live";
 import { makeLayout, type Layout } from "./shell/Layout";
 import { pageKeys } from "./shell/PageKeys";
 import { mountPlace } from "./shell/PlaceBar";
@@ -86,6 +87,7 @@ async function start(root: HTMLElement): Promise<void> {
   const list = mountShell(store, layout);
   const [head, atlas] = await Promise.all([loadHead(store), loadAtlas(data)]);
   mountPlace(store, layout.place, atlas);
+  mountLive(store, root, atlas);
   const panes = new Panes(store, layout.panes, head);
   listenToMouse(panes);
   mountActions(store, layout, panes, list);

@@ -180,7 +180,7 @@ class Lists(ListTest):
         self.assertTrue(table.endswith(b"\n") and b"\r" not in table)
         titles, *rows = cells(table)
         columns = data["dipoles"]["columns"]
-        self.assertEqual(titles, [column["title"] for column in columns])
+        self.assertEqual(titles, [*(column["title"] for column in columns), "cluster"])
         late = [i for i in range(40) if self.latencies()[i] >= 0]
         self.assertEqual([int(row[0]) - 1 for row in rows], sorted(late, key=lambda i: self.latencies()[i]))
         for row in rows:

@@ -1,6 +1,6 @@
 // What an atlas calls a place: the label of the voxel around it, else the nearest one within its reach.
 
-import { identity, inverse, transformed } from "../model/Vector";
+import { inverse, transformed } from "../model/Vector";
 import type { AtlasData, FrameData, Matrix, Vector } from "./PageData";
 
 export interface NearLabel {
@@ -40,15 +40,17 @@ export class AtlasLookup {
   readonly #fromMm: Matrix;
   readonly #fromWorld: Matrix;
 
-  private constructor(data: AtlasData, frames: readonly FrameData[], volume: LabelVolume) {
+  private constructor(data: AtlasData, fromWorld: Matrix, volume: LabelVolume) {
     this.data = data;
     this.#volume = volume;
     this.#fromMm = inverse(volume.toMm);
-    this.#fromWorld = frames.find(({ name }) => name === "mni")?.fromWorld ?? identity;
+    this.#fromWorld = fromWorld;
   }
 
-  static async load(text: string, data: AtlasData, frames: readonly FrameData[]): Promise<AtlasLookup> {
-    return new AtlasLookup(data, frames, volumeOf(await unpacked(text)));
+  // Null: nothing is known to lead from the world to the atlas.
+  static async load(text: string, data: AtlasData, frames: readonly FrameData[]): Promise<AtlasLookup | null> {
+    const frame = frames.find(({ name }) => name === "mni");
+    return frame === undefined ? null : new AtlasLookup(data, frame.fromWorld, volumeOf(await unpacked(text)));
   }
 
   // Of a place of the world; null: no label is within reach.

@@ -67,7 +67,10 @@ export class ErrorHistogram {
 
   #describe(): void {
     const without = this.#errors.filter((error) => !Number.isFinite(error)).length;
-    this.#note.textContent = without === 0 ? "" : `${without} without a ${this.#name().toLowerCase()}`;
+    const name = this.#name().toLowerCase();
+    const isFar = without < this.#errors.length && binsOf(this.#errors) === null;
+    const far = isFar ? `no histogram: values of the ${name} lie too far apart. ` : "";
+    this.#note.textContent = `${far}${without === 0 ? "" : `${without} without a ${name}`}`;
     this.#plot.element.setAttribute(
       "aria-label",
       `${this.#name()} of ${this.#store.state.passing.length} dipoles that pass, of ${this.#all.length}`,

@@ -1,6 +1,6 @@
 // The parts of the report that are text and tables.
 
-import type { PageData, Severity } from "../data/PageData";
+import type { FindingData, PageData, Severity } from "../data/PageData";
 import { removedBy } from "../model/Filter";
 import type { Store } from "../model/Store";
 import { element } from "../shell/Element";
@@ -96,6 +96,16 @@ export function fitStatistics(store: Store): HTMLElement {
 const severities: readonly Severity[] = ["wrong", "doubtful", "note"];
 const mostFindings = 12;
 
+// "2 more wrong, 5 more doubtful"
+function moreText(rest: readonly FindingData[]): string {
+  const counts = severities.map((severity) => {
+    const count = rest.filter((finding) => finding.severity === severity).length;
+    const word = `${severityWord(severity).toLowerCase()}${severity === "note" && count > 1 ? "s" : ""}`;
+    return count === 0 ? "" : `${count} more ${word}`;
+  });
+  return counts.filter((text) => text !== "").join(", ");
+}
+
 export function findings(data: PageData): HTMLElement {
   const sorted = severities.flatMap((severity) => data.findings.filter((finding) => finding.severity === severity));
   const items = sorted.slice(0, mostFindings).map((finding) => {
@@ -103,7 +113,7 @@ export function findings(data: PageData): HTMLElement {
     return sentence(element("b", {}, `${severityWord(finding.severity)}: `), findingText(finding), rows);
   });
   if (sorted.length > mostFindings) {
-    items.push(sentence(element("b", {}, `${sorted.length - mostFindings} more`), " stand in the page."));
+    items.push(sentence(element("b", {}, moreText(sorted.slice(mostFindings))), " stand in the page."));
   }
   items.push(...data.repaired.map((text) => sentence("Repaired: ", foreign(text, textLength))));
   return part("Findings of the audit", items.length === 0 ? "None." : list(items));

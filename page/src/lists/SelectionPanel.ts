@@ -4,8 +4,10 @@ import type { PageData } from "../data/PageData";
 import { orientationOf, spreadOf } from "../model/Statistics";
 import type { Store } from "../model/Store";
 import { transformed } from "../model/Vector";
-import { element } from "../shell/Element";
+import { button, element } from "../shell/Element";
+import { clearFilters } from "../shell/Filters";
 import { directionText, lineTable, placeText, valueLines, type Line } from "./Lines";
+import { notListed } from "./TableSelection";
 
 function places(data: PageData, rows: readonly number[]): Line[] {
   const spread = spreadOf(data, rows);
@@ -50,20 +52,30 @@ function commonLines(data: PageData, rows: readonly number[], isGoodness: boolea
   return [...places(data, rows), ...orientations(data, rows), ...valueLines(data, rows, isGoodness)];
 }
 
+// Of what is selected but not to be seen, with a way to see it.
+function hiddenNote(store: Store): HTMLElement[] {
+  const count = notListed(store).length;
+  if (count === 0) {
+    return [];
+  }
+  const some = count === 1 ? "1 selected dipole does" : `${count} selected dipoles do`;
+  const words = `${some} not pass the limits: no picture and no row of the list shows it, though it counts here. `;
+  const show = button("Show all dipoles", "Show all dipoles: take every filter away", () => clearFilters(store));
+  return [element("p", { class: "list-hidden" }, count === 1 ? words : words.replace("shows it, though it counts", "shows them, though they count"), show)];
+}
+
 export function mountSelection(store: Store, parent: HTMLElement): void {
   const show = () => {
-    const { selection, passing, isGoodness } = store.state;
+    const { selection, isGoodness } = store.state;
+    const beyond = hiddenNote(store);
     if (selection.length < 2) {
-      parent.replaceChildren(
-        element("p", { class: "list-note" }, "Select several dipoles to see what they have in common."),
-      );
+      const help = "Select several dipoles to see what they have in common.";
+      parent.replaceChildren(...beyond, element("p", { class: "list-note" }, help));
       return;
     }
-    const isPassing = new Set(passing);
-    const beyond = selection.filter((row) => !isPassing.has(row)).length;
-    const hidden = beyond === 0 ? "" : `, ${beyond} of them not listed: they do not pass the limits, but count here`;
     parent.replaceChildren(
-      element("h2", {}, `${selection.length} dipoles selected${hidden}`),
+      element("h2", {}, `${selection.length} dipoles selected`),
+      ...beyond,
       lineTable(commonLines(store.data, selection, isGoodness)),
       element("p", { class: "list-note" }, "\u00b1 is one standard deviation of a sample."),
     );

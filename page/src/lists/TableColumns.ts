@@ -2,6 +2,7 @@
 
 import type { CellComponent, ColumnDefinition } from "tabulator-tables";
 import type { ColumnData, PageData } from "../data/PageData";
+import { allColumns } from "../model/AllColumns";
 import { shownTexts, wholeText } from "../model/CellText";
 import { element } from "../shell/Element";
 import { cut } from "../model/Foreign";
@@ -31,18 +32,10 @@ export interface ListColumns {
 }
 
 export function listColumns(data: PageData): ListColumns {
-  const { dipoles, clusters } = data;
-  const columns = [...dipoles.columns];
+  const columns = allColumns(data);
   const order = ranked(data);
-  if (clusters.clusters.length > 0) {
-    order.splice(Math.min(order.length, 5), 0, columns.length);
-    columns.push({
-      title: "cluster",
-      label: "Cluster",
-      unit: "",
-      kind: "number",
-      values: dipoles.clusters.map((cluster) => (cluster === 0 ? "none" : cluster)) as ColumnData["values"],
-    });
+  if (columns.length > order.length) {
+    order.splice(Math.min(order.length, 5), 0, order.length);
   }
   return { columns, order };
 }

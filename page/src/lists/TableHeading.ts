@@ -86,12 +86,7 @@ export function makeHeading(
     element("span", { class: "list-name" }, column.label),
     element("span", { class: "list-unit" }, unit),
   );
-  const isFiltered = index < store.data.dipoles.columns.length;
-  const heading = element("div", { class: "list-head" }, sort);
-  if (isFiltered) {
-    heading.append(makeFilter(store, column, index));
-  }
-  return heading;
+  return element("div", { class: "list-head" }, sort, makeFilter(store, column, index));
 }
 
 // The arrow beside the column that the list is sorted by, and what screen readers say of it.

@@ -14,6 +14,12 @@ export function selectRows(store: Store, rows: readonly number[], current: numbe
   store.set(place === null ? { selection, current } : { selection, current, crosshair: place });
 }
 
+// Selected, but no limit lets them pass: they are in no picture and in no row.
+export function notListed(store: Store): readonly number[] {
+  const isPassing = new Set(store.state.passing);
+  return store.state.selection.filter((row) => !isPassing.has(row));
+}
+
 function range(order: readonly number[], from: number, to: number): readonly number[] {
   const first = order.indexOf(from);
   const last = order.indexOf(to);

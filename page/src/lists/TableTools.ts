@@ -7,10 +7,13 @@ import type { Store } from "../model/Store";
 import { button, element } from "../shell/Element";
 import { foreign } from "./Foreign";
 import type { Table } from "./Table";
+import { notListed } from "./TableSelection";
 
 export function countText(store: Store): string {
   const { passing, selection } = store.state;
-  const selected = selection.length === 0 ? "" : `, ${selection.length} selected`;
+  const beyond = notListed(store).length;
+  const hidden = beyond === 0 ? "" : ` (${beyond === selection.length ? "not" : `${beyond} not`} listed)`;
+  const selected = selection.length === 0 ? "" : `, ${selection.length} selected${hidden}`;
   return `${passing.length} of ${store.data.dipoles.count} dipoles${selected}`;
 }
 
@@ -24,7 +27,7 @@ export function removedList(store: Store): HTMLElement | null {
 }
 
 function makeCounts(store: Store): HTMLElement {
-  const counts = element("div", { class: "list-counts", role: "status" });
+  const counts = element("div", { class: "list-counts" });
   const show = () => {
     const removed = removedList(store);
     counts.replaceChildren(element("b", {}, countText(store)), ...(removed === null ? [] : [removed]));
@@ -38,9 +41,9 @@ function makeCounts(store: Store): HTMLElement {
   return counts;
 }
 
-// What is filtered, in the order of the list, with every column of the set.
-export function exportTable(store: Store, table: Table): void {
-  const text = tableOf(store.data.dipoles.columns, table.order);
+// What is filtered, in the order of the list, with every column.
+export function exportTable(table: Table): void {
+  const text = tableOf(table.columns, table.order);
   const address = URL.createObjectURL(new Blob([text], { type: "text/csv;charset=utf-8" }));
   const link = element("a", { href: address, download: "dipoles.csv" });
   link.click();
@@ -79,7 +82,7 @@ export function openChooser(parent: HTMLElement): void {
 
 export function makeTools(store: Store, table: Table): HTMLElement {
   const save = button("CSV", "CSV: save the dipoles that are listed as a table", () =>
-    exportTable(store, table),
+    exportTable(table),
   );
   save.classList.add("list-csv");
   const noFilters = button("No column filters", "No column filters: take away what is typed over the columns", () =>

@@ -10,6 +10,7 @@ import { Table } from "./Table";
 import { listenToKeys } from "./TableKeys";
 import { focusFirstFilter } from "./TableHeading";
 import { exportTable, makeTools, openChooser } from "./TableTools";
+import { notListed } from "./TableSelection";
 import { mountTabs } from "./Tabs";
 
 // Elements of the page that are its own; each is empty at first.
@@ -57,13 +58,17 @@ export function mountLists(store: Store, elements: ListElements): ListActions {
   store.onChange((changed) => {
     if (changed.has("selection")) {
       tabs.retitle();
+      const { selection } = store.state;
+      if (selection.length > 0 && notListed(store).length === selection.length) {
+        tabs.show("selection"); // which says why nothing is marked
+      }
     }
   });
   return {
     focusList: () => table.focus(),
     focusFilters: () => focusFirstFilter(table.element),
     chooseColumns: () => openChooser(elements.table),
-    save: () => exportTable(store, table),
+    save: () => exportTable(table),
     showTab: (name) => tabs.show(name, true),
   };
 }

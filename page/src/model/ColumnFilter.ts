@@ -1,18 +1,17 @@
 // What is typed over a column of the list: which of its cells it lets pass.
 //
 // Numbers: "12" finds what rounds to it (11.5 to 12.5; "12.0" finds 11.95 to 12.05), "12..20", ">12", ">=12",
-// "<12", "<=12", "?" what is unknown, "nan" what the file holds instead of a number. Texts: a part of them, large
+// "<12", "<=12", "?" what is unknown, "nan" what the file holds instead of a number,
+// "none" what is in no cluster. Texts: a part of them, large
 // or small; "?" alone what is unknown. Switches: "yes", "no".
 
 import type { ColumnData } from "../data/PageData";
+import { inNone } from "./AllColumns";
+import { typedNumber } from "./TypedNumber";
 
 export type CellTest = (cell: unknown) => boolean;
 
 export const unknownMark = "?";
-
-function numberIn(text: string): number {
-  return /^[+-]?(\d+([.,]\d*)?|[.,]\d+)(e[+-]?\d+)?$/i.test(text) ? Number(text.replace(",", ".")) : NaN;
-}
 
 // Half of the last digit that is written.
 function halfDigit(text: string): number {
@@ -25,16 +24,16 @@ function ofNumber(test: (value: number) => boolean): CellTest {
 }
 
 function numberTest(text: string): CellTest | null {
-  if (["nan", "inf", "-inf"].includes(text.toLowerCase())) {
+  if (["nan", "inf", "-inf", inNone].includes(text.toLowerCase())) {
     return (cell) => cell === text.toLowerCase();
   }
-  const between = text.split("..").map((part) => numberIn(part.trim()));
+  const between = text.split("..").map((part) => typedNumber(part.trim()));
   const [low = NaN, high = NaN] = between;
   if (between.length === 2 && !Number.isNaN(low) && !Number.isNaN(high)) {
     return ofNumber((value) => value >= low && value <= high);
   }
   const [, sign = "", rest = ""] = /^(<=|>=|<|>|)\s*(.*)$/s.exec(text) ?? [];
-  const number = numberIn(rest);
+  const number = typedNumber(rest);
   if (Number.isNaN(number)) {
     return null;
   }

@@ -2,6 +2,7 @@
 // number passes no limit that is set: what cannot be judged is not shown as if it were within the limits.
 
 import type { Limits, PageData } from "../data/PageData";
+import { allColumns } from "./AllColumns";
 import { columnTest } from "./ColumnFilter";
 import { isSet, limitText, passes, turnedOver } from "./Limits";
 import type { State } from "./Store";
@@ -71,7 +72,7 @@ function choices(data: PageData, state: Readonly<State>): Condition[] {
     });
   }
   for (const [index, text] of state.columns) {
-    const column = columns[index];
+    const column = allColumns(data)[index];
     const test = column === undefined ? null : columnTest(column, text);
     if (column !== undefined && test !== null) {
       found.push({ limit: `${column.label}: ${text}`, isPassing: (row) => test(column.values[row]) });

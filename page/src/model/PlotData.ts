@@ -34,7 +34,8 @@ export interface Bins {
 
 const usualBins = 30;
 
-// For all finite values; a value on an edge belongs to the bin above it.
+// For all finite values; a value on an edge belongs to the bin above it. None: there is no such value, or they lie
+// so far apart that the edges of bins are no numbers.
 export function binsOf(values: readonly number[]): Bins | null {
   const finite = values.filter(Number.isFinite);
   if (finite.length === 0) {
@@ -44,7 +45,9 @@ export function binsOf(values: readonly number[]): Bins | null {
   const most = finite.reduce((a, b) => Math.max(a, b));
   const width = most > least ? roundWidth((most - least) / usualBins) : 1;
   const first = Math.floor(least / width) * width;
-  return { first, width, count: Math.floor((most - first) / width) + 1 };
+  const count = Math.floor((most - first) / width) + 1;
+  const isNumber = Number.isFinite(first) && Number.isFinite(first + width * count);
+  return isNumber && count <= 3 * usualBins ? { first, width, count } : null;
 }
 
 export function binOf({ first, width, count }: Bins, value: number): number {

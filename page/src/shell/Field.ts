@@ -1,5 +1,7 @@
 // Controls with a name that a screen reader says.
 
+import { cut } from "../model/Foreign";
+import { typedNumber } from "../model/TypedNumber";
 import { element } from "./Element";
 
 export interface Choice {
@@ -45,18 +47,33 @@ export function slider(title: string, range: Range, onInput: (value: number) => 
   return input;
 }
 
+export interface NumberField {
+  onValue: (value: number | null) => void;
+  onDoubt?: (words: string) => void; // why what is typed changes nothing; empty: it is a number
+  unit?: () => string; // that may be typed behind it
+}
+
 // A number or nothing; what is no number is marked and changes nothing.
-export function numberInput(title: string, onValue: (value: number | null) => void): HTMLInputElement {
+export function numberInput(title: string, { onValue, onDoubt, unit }: NumberField): HTMLInputElement {
   const input = element("input", { type: "text", inputmode: "decimal", "aria-label": title, title, class: "number" });
-  input.addEventListener("change", () => {
-    const text = input.value.trim().replace(",", ".");
-    const value = Number(text);
-    const isValid = text === "" || Number.isFinite(value);
+  let taken = "";
+  const take = (): void => {
+    const typed = input.value.trim();
+    const end = unit?.() ?? "";
+    const text = end !== "" && typed.endsWith(end) ? typed.slice(0, -end.length).trim() : typed;
+    const value = typedNumber(text);
+    const isValid = typed === "" || Number.isFinite(value);
     input.setAttribute("aria-invalid", String(!isValid));
+    onDoubt?.(isValid ? "" : `"${cut(typed, 20)}" is not taken: write a number such as 1234 or 1.5`);
     if (isValid) {
-      onValue(text === "" ? null : value);
+      onValue(typed === "" ? null : value);
     }
-  });
+    taken = input.value;
+  };
+  input.addEventListener("focus", () => (taken = input.value));
+  input.addEventListener("change", take);
+  // Printed is what is typed, though no key has ended it yet.
+  addEventListener("beforeprint", () => document.activeElement === input && input.value !== taken && take());
   return input;
 }
 

@@ -21,23 +21,44 @@ function limitField(
   title: () => string,
   said: (limits: Limits) => Limits = (limits) => limits,
 ): HTMLElement {
-  const set = (change: Partial<Limits>): void => store.set({ [name]: said({ ...said(store.state[name]), ...change }) });
-  const least = numberInput("", (value) => set({ least: value }));
-  const most = numberInput("", (value) => set({ most: value }));
   const text = element("span", { class: "field-name" });
+  const set = (change: Partial<Limits>): void => store.set({ [name]: said({ ...said(store.state[name]), ...change }) });
+  const doubt = element("span", { class: "said", role: "status" });
+  const doubts = { least: "", most: "" };
+  const tell = (): void => {
+    const { least: from, most: to } = said(store.state[name]);
+    const isTurned = from !== null && to !== null && from > to;
+    const turnedWords = isTurned ? `${from} is more than ${to}: no dipole passes` : "";
+    doubt.textContent = [doubts.least, doubts.most, turnedWords].filter((words) => words !== "").join("; ");
+  };
+  const field = (end: "least" | "most"): HTMLInputElement =>
+    numberInput("", {
+      onValue: (value) => set({ [end]: value }),
+      onDoubt: (words) => {
+        doubts[end] = words;
+        tell();
+      },
+      unit: () => unitOf(store.data, name),
+    });
+  const [least, most] = [field("least"), field("most")];
+  const group = element("div", { class: "field", role: "group" }, text, least, element("span", {}, "to"), most, doubt);
   const show = (): void => {
     text.textContent = title();
+    group.setAttribute("aria-label", title());
     least.setAttribute("aria-label", `${title()}, at least`);
     most.setAttribute("aria-label", `${title()}, at most`);
     [least.title, most.title] = ["at least", "at most"];
     const limits = said(store.state[name]);
     showNumber(least, limits.least);
     showNumber(most, limits.most);
+    for (const [end, input] of [["least", least], ["most", most]] as const) {
+      doubts[end] = input.getAttribute("aria-invalid") === "true" ? doubts[end] : "";
+    }
+    tell();
   };
   show();
   store.onChange((changed) => (changed.has(name) || changed.has("isGoodness")) && show());
-  const group = { class: "field", role: "group", "aria-label": title() };
-  return element("div", group, text, least, element("span", {}, "to"), most);
+  return group;
 }
 
 function labelField(store: Store): HTMLElement {
@@ -66,8 +87,10 @@ function clusterField(store: Store): HTMLElement {
   return labelled("Cluster", made);
 }
 
+// Dipoles that their own switch hides are shown then too: all is all.
 export function clearFilters(store: Store): void {
   store.set({
+    areHiddenShown: true,
     fitError: unset,
     moment: unset,
     latency: unset,
@@ -121,7 +144,7 @@ export function mountFilters(store: Store, root: HTMLElement): void {
   };
   show(store.state);
   store.onChange((changed, state) => changed.has("passing") && show(state));
-  const clear = button("Show all", "Take every filter away", () => clearFilters(store), "Shift+C");
+  const clear = button("Show all", "Take every filter away, show hidden dipoles too", () => clearFilters(store), "Shift+C");
   root.append(
     element("div", { class: "heading" }, element("h2", {}, "Filters"), count, clear),
     element("div", { class: "fields" }, ...fields),

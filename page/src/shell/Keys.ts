@@ -54,6 +54,7 @@ export function listenToKeys(keys: readonly Key[]): void {
   document.addEventListener("keydown", (event) => {
     if (event.key === "Escape" && isTyping(event.target) && event.target instanceof HTMLElement) {
       event.target.blur(); // then keys are keys again
+      event.preventDefault(); // a browser would empty what searches
       return;
     }
     if (event.defaultPrevented || isMenuKey(event) || isTyping(event.target) || isTakenByControl(event)) {

@@ -79,11 +79,13 @@ export function mountTime(store: Store, root: HTMLElement): void {
   const at = slider("Latency cursor, ms", { least: span.first, most: span.last, step }, (ms) =>
     store.set({ cursor: { ...(store.state.cursor ?? usualCursor(span)), at: ms } }),
   );
-  const width = numberInput("Width of the window around the cursor, ms", (ms) => {
-    const { cursor } = store.state;
-    if (cursor !== null && ms !== null && ms > 0) {
-      store.set({ cursor: { ...cursor, width: ms } });
-    }
+  const width = numberInput("Width of the window around the cursor, ms", {
+    onValue: (ms) => {
+      const { cursor } = store.state;
+      if (cursor !== null && ms !== null && ms > 0) {
+        store.set({ cursor: { ...cursor, width: ms } });
+      }
+    },
   });
   const said = element("output");
   const show = ({ cursor, isPlaying }: Readonly<State>): void => {
