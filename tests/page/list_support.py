@@ -86,7 +86,7 @@ class ListTest(PageTest):
         if os.path.exists(path):
             os.remove(path)
         self.click_on(".list-csv")
-        self.wait(lambda: os.path.exists(path))
+        self.wait(lambda: os.path.exists(path) and os.path.getsize(path) > 0)
         with open(path, "rb") as file:
             return file.read()
 

@@ -107,6 +107,12 @@ def page_data(places, arrows=None, **changes):
     return data
 
 
+def in_mni(data):
+    """The same page, whose world is that of the atlas."""
+    data["frames"].append(dict(data["frames"][1], name="mni", title="MNI152", description="MNI152"))
+    return data
+
+
 def filled(template, data, head=None, atlas=None):
     """The page with everything in its elements, as `dipole page` fills it."""
     texts = {'application/json" id="page-data': json.dumps(data).replace("<", "\\u003c")}

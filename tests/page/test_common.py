@@ -73,7 +73,7 @@ class Common(ListTest):
         self.select([0, 1, 2])
         self.filter("Fit error", "?")
         self.tab("selection")
-        self.assertIn("2 of them not listed", self.text(".selection h2"))
+        self.assertIn("2 selected dipoles do not pass the limits", self.text(".selection .list-hidden"))
 
     def test_a_cluster_selects_its_dipoles_and_puts_the_crosshair_to_its_centroid(self):
         self.tab("clusters")

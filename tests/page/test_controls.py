@@ -78,7 +78,7 @@ class Controls(PageTest):
                             # The last voxel of the label stands at x = 29.
                             ((35.0, 5.0, 5.0), "near Many, 6.0 mm")):
             with self.subTest(place):
-                self.open(page_data.page_data([place], atlas=atlas), head, page_data.atlas_file(labels))
+                self.open(page_data.in_mni(page_data.page_data([place], atlas=atlas)), head, page_data.atlas_file(labels))
                 self.assertEqual(self.text(".place .atlas"), f"test: {said}")
 
     def test_every_control_has_a_name_for_a_screen_reader(self):

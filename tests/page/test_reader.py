@@ -47,8 +47,7 @@ class Reader(ListTest):
 
     def test_the_crosshair_that_keys_move_is_said_with_its_label(self):
         atlas = {"name": "test", "space": None, "placesSpace": None, "doubt": None, "reach": 10.0, "names": {"7": "Seven"}}
-        data = page_data.page_data([(0.0, 0.0, 0.0)], atlas=atlas)
-        data["frames"].append(dict(data["frames"][1], name="mni"))
+        data = page_data.in_mni(page_data.page_data([(0.0, 0.0, 0.0)], atlas=atlas))
         self.open(data, None, page_data.atlas_file([(7, (-20, -20, -20), (20, 20, 20))]))
         self.press(Keys.ARROW_UP)
         self.assertEqual(self.said(), "Crosshair R 0.0, A 1.0, S 0.0 mm, Seven")
