@@ -52,6 +52,18 @@ class Said(ListTest):
     def settings(self, places, **changes):
         return page_data.page_data(places)["settings"] | changes
 
+    def test_pictures_say_how_many_labels_they_leave_out(self):
+        self.open(page_data.page_data([(float(i % 23) - 11, float(i // 23) - 10, 0.0) for i in range(450)]))
+        words = "labels of the 400 nearest, 50 not written"
+        for name in ("axial", "scene"):
+            self.assertNotIn(words, self.texts(name))
+        self.press("l")
+        for name in ("axial", "scene"):
+            self.assertIn(words, self.texts(name))
+            self.assertEqual(sum(text.startswith("dipole ") for text in self.texts(name)), 400)
+        self.press("/", *"dipole 4", Keys.ESCAPE)
+        self.assertNotIn("not written", " ".join(self.texts("axial")))
+
     def test_a_tilted_slice_tells_the_place_of_the_crosshair_and_that_it_is_tilted(self):
         for degrees in (0.0, 40.0):
             self.open_head([page_data.MARK], degrees=degrees)

@@ -8,7 +8,7 @@ import { line, write } from "./Ink";
 import { drawChosenMarks, type Mark } from "./Marks";
 import { drawScale, drawSides, drawTitle, drawWarnings, type Size } from "./PaneFurniture";
 import type { SceneView } from "./SceneView";
-import { drawLabels, drawPoint } from "./SlicePane";
+import { drawLabels, drawPoint, labelWords } from "./SlicePane";
 import { sideLetter } from "./Sides";
 
 const farPoint = 0.6; // how clearly a fiducial point on the far side is seen
@@ -182,7 +182,7 @@ export function drawSceneMarks(context: CanvasRenderingContext2D, picture: Scene
   const edge = (x: number, y: number): string => edgeLetter(view, x, y, stated);
   drawSides(context, size, { left: edge(-1, 0), right: edge(1, 0), top: edge(0, 1), bottom: edge(0, -1) });
   drawAxes(context, view, size, stated);
-  drawTitle(context, size, "3D", [viewWords(view), `${marks.length} dipoles`, ...paleWords(data, view, marks)]);
+  drawTitle(context, size, "3D", [viewWords(view), `${marks.length} dipoles`, ...paleWords(data, view, marks), ...labelWords(data, state, marks)]);
   drawScale(context, size, view.scale);
   drawWarnings(context, size, warningsOf(data, state));
 }

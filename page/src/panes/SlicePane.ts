@@ -115,20 +115,28 @@ function drawSphere(
   }
 }
 
+const mostLabels = 400; // more would cover the picture
+
+function labelOf(data: PageData, { row }: Mark): string {
+  return String(data.dipoles.columns[data.dipoles.roles.label]?.values[row] ?? "");
+}
+
+// What is said where not all labels are written.
+export function labelWords(data: PageData, state: Readonly<State>, marks: readonly Mark[]): string[] {
+  const left = marks.filter((mark) => labelOf(data, mark) !== "").length - mostLabels;
+  return state.areLabelsShown && left > 0 ? [`labels of the ${mostLabels} nearest, ${left} not written`] : [];
+}
+
 export function drawLabels(
   context: CanvasRenderingContext2D,
   data: PageData,
   marks: readonly Mark[],
   text: number,
 ): void {
-  const labels = data.dipoles.columns[data.dipoles.roles.label]?.values;
-  const most = 400; // more would cover the picture
-  for (const mark of marks.slice(-most)) {
-    const label = String(labels?.[mark.row] ?? "");
-    if (label !== "") {
-      const size = text * 0.75;
-      write(context, visible(cut(label, 40)), mark.at.x + mark.radius + 3, mark.at.y, { size, baseline: "middle" });
-    }
+  const size = text * 0.75;
+  for (const mark of marks.filter((one) => labelOf(data, one) !== "").slice(-mostLabels)) {
+    const label = visible(cut(labelOf(data, mark), 40));
+    write(context, label, mark.at.x + mark.radius + 3, mark.at.y, { size, baseline: "middle" });
   }
 }
 
@@ -186,6 +194,7 @@ export function drawSliceMarks(context: CanvasRenderingContext2D, picture: Slice
   drawTitle(context, size, titles[view.name], [
     ...placeLines(data, state, view),
     `${picture.near} of ${placed} dipoles${within}${edges}`,
+    ...labelWords(data, state, marks),
   ]);
   drawScale(context, size, view.scale);
   drawWarnings(context, size, warningsOf(data, state));
