@@ -91,7 +91,7 @@ async function start(root: HTMLElement): Promise<void> {
   const panes = new Panes(store, layout.panes, head);
   listenToMouse(panes);
   mountActions(store, layout, panes, list);
-  mountReport(store, layout.lists.report, (place, view, size) => snapshot(panes, place, view, size));
+  mountReport(store, layout.lists.report, (...how) => snapshot(panes, ...how));
   panes.drawNow();
   root.dataset["ready"] = "yes";
 }

@@ -172,6 +172,32 @@ class Said(ListTest):
         self.assertIn("\u2068\\u202e\u05d00", line)
         self.assertTrue(all(one["right"] <= 1280 and not one["isSqueezed"] for one in picture))
 
+    def test_dipoles_in_the_far_half_are_paler_and_said_to_be(self):
+        left, right = (-60.0, 0.0, 0.0), (60.0, 0.0, 0.0)
+        self.open(page_data.page_data([left, right], head=None))
+        self.choose("3D", "none")
+        self.assertIn("1 paler: in the far half of the head", self.texts("scene"))
+
+    def test_the_report_draws_clusters_in_their_colours_and_says_so(self):
+        data = list_data.random_data(80)
+        data["settings"]["clusterColours"] = ["#ff00ff", "#00ffff"]
+        self.open(data, page_data.head_file()[0])
+        self.js("window.dispatchEvent(new Event('beforeprint'))")
+        legends = [one.get_attribute("textContent") for one in self.all(".report .legend")]
+        first = self.js("""
+            const canvas = document.querySelector('.report canvas');
+            const {data} = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height);
+            let [own, cluster] = [0, 0];
+            for (let i = 0; i < data.length; i += 4) {
+              cluster += data[i] > 200 && data[i + 1] < 60 && data[i + 2] > 200;
+              own += data[i] < 60 && data[i + 1] > 200 && data[i + 2] < 60;
+            }
+            return [cluster > 20, own];""")
+        self.js("window.dispatchEvent(new Event('afterprint'))")
+        self.assertEqual(first, [True, 0])
+        self.assertIn("Cluster 1 (20)", legends[0])
+        self.assertIn("Each dipole's own colour", legends[1])
+
     def test_rings_leave_the_dipoles_of_a_selected_cluster_to_be_seen(self):
         places = [(FAR[0] + 0.5 * number, FAR[1], FAR[2]) for number in range(40)]
         self.open_head(places)

@@ -1,7 +1,7 @@
 // The page as it is printed: a report of a few pages of A4, black on white. It is made when the browser prints,
 // of what is shown then.
 
-import type { Vector } from "../data/PageData";
+import type { ColourBy, Vector } from "../data/PageData";
 import type { Store } from "../model/Store";
 import { element } from "../shell/Element";
 import { legendParts } from "../shell/Legend";
@@ -25,7 +25,12 @@ export interface PictureSize {
 }
 
 // What the page shows, around a place. It is drawn at once: a browser that prints waits for nothing.
-export type Snapshot = (crosshair: Vector, view: PictureView, size: PictureSize) => HTMLCanvasElement;
+export type Snapshot = (
+  crosshair: Vector,
+  view: PictureView,
+  size: PictureSize,
+  colourBy: ColourBy,
+) => HTMLCanvasElement;
 
 const slices: readonly PictureView[] = ["axial", "coronal", "sagittal"];
 const scenes: readonly PictureView[] = ["left", "right", "above"];
@@ -34,12 +39,19 @@ const sceneSize: PictureSize = { width: 440, height: 400 };
 const mostWide = 3; // clusters whose pictures are as wide as the page
 const mostPictured = 12;
 
-function row(snapshot: Snapshot, views: readonly PictureView[], place: Vector, size: PictureSize): HTMLElement {
-  return element("div", { class: "report-row" }, ...views.map((view) => snapshot(place, view, size)));
+function row(
+  snapshot: Snapshot,
+  views: readonly PictureView[],
+  place: Vector,
+  size: PictureSize,
+  colourBy: ColourBy,
+): HTMLElement {
+  return element("div", { class: "report-row" }, ...views.map((view) => snapshot(place, view, size, colourBy)));
 }
 
-function legend(store: Store): HTMLElement {
-  return element("div", { class: "legend" }, "Colours of the dipoles: ", ...legendParts(store));
+function legend({ data, state }: Store, colourBy: ColourBy): HTMLElement {
+  const parts = legendParts(data, { ...state, colourBy });
+  return element("div", { class: "legend" }, "Colours of the dipoles: ", ...parts);
 }
 
 function figure(caption: string, pictures: HTMLElement): HTMLElement {
@@ -58,11 +70,11 @@ function clusterPictures(store: Store, snapshot: Snapshot): HTMLElement[] {
     const some = shown === count ? "" : ` (${shown} of them shown)`;
     return figure(
       `Cluster ${index + 1}: ${count} dipoles${some}, slices through its centroid`,
-      row(snapshot, slices, centroid, sliceSize),
+      row(snapshot, slices, centroid, sliceSize, "cluster"),
     );
   });
   const kind = found.length > mostWide ? "report-pictures narrow" : "report-pictures";
-  const made = [legend(store), element("div", { class: kind }, ...figures)];
+  const made = [legend(store, "cluster"), element("div", { class: kind }, ...figures)];
   if (found.length > mostPictured) {
     const rest = `Of ${found.length} clusters the first ${mostPictured} have pictures; the table has all.`;
     made.push(element("p", {}, rest));
@@ -74,13 +86,15 @@ const sceneCaption =
   "From the patient's left, from the right, from above: there the patient's left is on the left of the picture";
 
 function scenePictures(store: Store, snapshot: Snapshot): HTMLElement {
-  const pictures = row(snapshot, scenes, store.state.crosshair, sceneSize);
-  return part("In 3D", figure(sceneCaption, pictures));
+  const { crosshair, colourBy } = store.state;
+  const pictures = row(snapshot, scenes, crosshair, sceneSize, colourBy);
+  return part("In 3D", legend(store, colourBy), figure(sceneCaption, pictures));
 }
 
 function placePictures(store: Store, snapshot: Snapshot): HTMLElement {
-  const { crosshair } = store.state;
-  return part("Slices", legend(store), figure("Through the crosshair", row(snapshot, slices, crosshair, sliceSize)));
+  const { crosshair, colourBy } = store.state;
+  const pictures = row(snapshot, slices, crosshair, sliceSize, colourBy);
+  return part("Slices", legend(store, colourBy), figure("Through the crosshair", pictures));
 }
 
 export function makeReport(store: Store, snapshot: Snapshot | null): HTMLElement[] {

@@ -65,7 +65,9 @@ function hiddenNote(store: Store): HTMLElement[] {
 }
 
 export function mountSelection(store: Store, parent: HTMLElement): void {
+  let isStale = false;
   const show = () => {
+    isStale = false;
     const { selection, isGoodness } = store.state;
     const beyond = hiddenNote(store);
     if (selection.length < 2) {
@@ -81,9 +83,15 @@ export function mountSelection(store: Store, parent: HTMLElement): void {
     );
   };
   show();
-  store.onChange((changed) => {
-    if (changed.has("selection") || changed.has("passing") || changed.has("isGoodness")) {
+  // Of thousands of dipoles it takes a while: behind another tab not before it is seen.
+  const showIfSeen = () => {
+    if (isStale && !parent.hidden) {
       show();
     }
+  };
+  new MutationObserver(showIfSeen).observe(parent, { attributes: true, attributeFilter: ["hidden"] });
+  store.onChange((changed) => {
+    isStale ||= changed.has("selection") || changed.has("passing") || changed.has("isGoodness");
+    showIfSeen();
   });
 }

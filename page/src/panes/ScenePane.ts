@@ -136,9 +136,9 @@ function drawSphere(
 }
 
 // What paler dipoles mean, where there are some.
-function paleWords(data: PageData, view: SceneView, marks: readonly Mark[]): string[] {
+function paleWords(view: SceneView, marks: readonly Mark[]): string[] {
   const pale = marks.filter(({ alpha }) => alpha < 1).length;
-  if (pale === 0 || data.head === null) {
+  if (pale === 0) {
     return [];
   }
   return [view.cuts.length === 0 ? `${pale} paler: in the far half of the head` : `${pale} paler: behind the cut`];
@@ -182,7 +182,12 @@ export function drawSceneMarks(context: CanvasRenderingContext2D, picture: Scene
   const edge = (x: number, y: number): string => edgeLetter(view, x, y, stated);
   drawSides(context, size, { left: edge(-1, 0), right: edge(1, 0), top: edge(0, 1), bottom: edge(0, -1) });
   drawAxes(context, view, size, stated);
-  drawTitle(context, size, "3D", [viewWords(view), `${marks.length} dipoles`, ...paleWords(data, view, marks), ...labelWords(data, state, marks)]);
+  drawTitle(context, size, "3D", [
+    viewWords(view),
+    `${marks.length} dipoles`,
+    ...paleWords(view, marks),
+    ...labelWords(data, state, marks),
+  ]);
   drawScale(context, size, view.scale);
   drawWarnings(context, size, warningsOf(data, state));
 }

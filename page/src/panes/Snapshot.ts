@@ -1,7 +1,7 @@
 // A picture of its own, of what the panes show, around another place: for the report. Drawn at once, since a browser
 // that prints waits for nothing.
 
-import type { Vector } from "../data/PageData";
+import type { ColourBy, Vector } from "../data/PageData";
 import type { PictureSize, PictureView } from "../lists/Report";
 import { colourFunction } from "../model/Colours";
 import type { Panes } from "./Panes";
@@ -31,7 +31,14 @@ function contextOf(canvas: HTMLCanvasElement, { width, height }: PictureSize): C
   return context;
 }
 
-function drawSlice(panes: Panes, context: CanvasRenderingContext2D, name: SliceName, at: Vector, size: PictureSize): void {
+function drawSlice(
+  panes: Panes,
+  context: CanvasRenderingContext2D,
+  name: SliceName,
+  at: Vector,
+  size: PictureSize,
+  colourBy: ColourBy,
+): void {
   const { data } = panes.store;
   const view = new SliceView(name, panes.grid);
   [view.width, view.height] = [size.width, size.height];
@@ -44,12 +51,18 @@ function drawSlice(panes: Panes, context: CanvasRenderingContext2D, name: SliceN
   const state = { ...panes.store.state, crosshair: at, selection: [], current: -1 };
   const text = size.width * textShare;
   const radius = (data.settings.glyphPixels * text) / 28;
-  const found = marksOnSlice(data, state, view, colourFunction(data, state.colourBy), radius);
+  const found = marksOnSlice(data, state, view, colourFunction(data, colourBy), radius);
   drawCrosshair(context, view, at);
   drawSliceMarks(context, { data, state, view, size: { ...size, text }, ...found, pixelRatio: 1 });
 }
 
-function drawScene(panes: Panes, context: CanvasRenderingContext2D, from: keyof typeof stands, size: PictureSize): void {
+function drawScene(
+  panes: Panes,
+  context: CanvasRenderingContext2D,
+  from: keyof typeof stands,
+  size: PictureSize,
+  colourBy: ColourBy,
+): void {
   const { data } = panes.store;
   const view = new SceneView(panes.scene.middle, panes.scene.reach);
   [view.width, view.height] = [size.width, size.height];
@@ -64,17 +77,23 @@ function drawScene(panes: Panes, context: CanvasRenderingContext2D, from: keyof 
   }
   const state = { ...panes.store.state, selection: [], current: -1 };
   const text = size.width * textShare;
-  const marks = marksInScene(data, state, view, colourFunction(data, state.colourBy), text / 7);
+  const marks = marksInScene(data, state, view, colourFunction(data, colourBy), text / 7);
   drawSceneMarks(context, { data, state, view, size: { ...size, text }, marks, pixelRatio: 1 });
 }
 
-export function snapshot(panes: Panes, place: Vector, view: PictureView, size: PictureSize): HTMLCanvasElement {
+export function snapshot(
+  panes: Panes,
+  place: Vector,
+  view: PictureView,
+  size: PictureSize,
+  colourBy: ColourBy,
+): HTMLCanvasElement {
   const canvas = document.createElement("canvas");
   const context = contextOf(canvas, size);
   if (view === "left" || view === "right" || view === "above") {
-    drawScene(panes, context, view, size);
+    drawScene(panes, context, view, size, colourBy);
   } else {
-    drawSlice(panes, context, view, place, size);
+    drawSlice(panes, context, view, place, size, colourBy);
   }
   return canvas;
 }

@@ -1,7 +1,8 @@
 // The legend of the colours, in the control bar.
 
+import type { PageData } from "../data/PageData";
 import { legendOf } from "../model/Legend";
-import type { Store } from "../model/Store";
+import type { State, Store } from "../model/Store";
 import { element } from "./Element";
 
 function patch(colour: string): HTMLElement {
@@ -10,8 +11,8 @@ function patch(colour: string): HTMLElement {
   return made;
 }
 
-export function legendParts(store: Store): HTMLElement[] {
-  const { title, scale, low, high, entries } = legendOf(store.data, store.state);
+export function legendParts(data: PageData, state: Readonly<State>): HTMLElement[] {
+  const { title, scale, low, high, entries } = legendOf(data, state);
   const parts: HTMLElement[] = [element("span", { class: "legend-title" }, title)];
   if (scale.length > 0) {
     const bar = element("span", { class: "scale", "aria-hidden": "true" });
@@ -26,11 +27,11 @@ export function legendParts(store: Store): HTMLElement[] {
 
 export function makeLegend(store: Store): HTMLElement {
   const root = element("div", { class: "legend", role: "group", "aria-label": "Legend of the colours" });
-  root.append(...legendParts(store));
+  root.append(...legendParts(store.data, store.state));
   store.onChange((changed) => {
     const isOther = changed.has("colourBy") || (changed.has("passing") && store.state.colourBy === "cluster");
     if (isOther) {
-      root.replaceChildren(...legendParts(store));
+      root.replaceChildren(...legendParts(store.data, store.state));
     }
   });
   return root;
