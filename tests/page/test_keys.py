@@ -110,11 +110,17 @@ class PageKeys(ListTest):
         self.assertTrue(inside, self.focused("aria-label"))
 
     def test_the_list_of_keys_tells_those_of_the_list(self):
+        self.size(1280, 500)
         self.open_random()
         self.press("?")
         told = self.text("dialog[open]")
         for words in ("In the list", "selects all rows that are listed", "to the list", "save the list as a table"):
             self.assertIn(words, told)
+        dialog = self.one("dialog[open]")
+        self.assertEqual(dialog.get_property("scrollTop"), 0)
+        self.assertEqual(self.driver.switch_to.active_element.text, "Keys")
+        self.press(Keys.ESCAPE)
+        self.assertEqual(self.all("dialog[open]"), [])
 
     def test_arrows_scroll_the_side_while_it_has_the_focus_and_move_the_crosshair_else(self):
         self.size(1280, 500)

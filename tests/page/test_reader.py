@@ -64,6 +64,14 @@ class Reader(ListTest):
         named = [group.get_attribute("aria-label") for group in self.all(".filters [role=group]")]
         self.assertIn("Goodness of fit, %", named)
 
+    def test_what_plays_is_not_said_step_by_step(self):
+        self.open_random()
+        said = [self.one(".filters .count").get_attribute("aria-live")]
+        for _ in range(2):
+            self.press(" ")
+            said.append(self.one(".filters .count").get_attribute("aria-live"))
+        self.assertEqual(said, ["polite", "off", "polite"])
+
 
 class Unseen(ListTest):
     def type(self, name, text):

@@ -138,13 +138,14 @@ export function mountFilters(store: Store, root: HTMLElement): void {
     fields.push(clusterField(store));
   }
   const count = element("output", { class: "count", "aria-live": "polite" });
-  const show = ({ passing }: Readonly<State>): void => {
+  const show = ({ passing, isPlaying }: Readonly<State>): void => {
+    count.setAttribute("aria-live", isPlaying ? "off" : "polite"); // not each step
     count.textContent = `${passing.length} of ${data.dipoles.count} dipoles`;
     count.classList.toggle("some", passing.length < data.dipoles.count);
   };
   show(store.state);
-  store.onChange((changed, state) => changed.has("passing") && show(state));
-  const clear = button("Show all", "Take every filter away, show hidden dipoles too", () => clearFilters(store), "Shift+C");
+  store.onChange((changed, state) => (changed.has("passing") || changed.has("isPlaying")) && show(state));
+  const clear = button("Show all", "Show all: take every filter away, show hidden dipoles too", () => clearFilters(store), "Shift+C");
   root.append(
     element("div", { class: "heading" }, element("h2", {}, "Filters"), count, clear),
     element("div", { class: "fields" }, ...fields),

@@ -94,7 +94,8 @@ export function keysDialog(keys: readonly Key[], local: readonly LocalKeys[]): H
   });
   const dialog = element("dialog", { "aria-label": "Keys" });
   dialog.append(
-    element("h2", {}, "Keys"),
+    // It has the focus: the button below would scroll the first lines out of sight.
+    element("h2", { autofocus: "", tabindex: "-1" }, "Keys"),
     element("dl", { class: "keys-list" }, ...rows),
     ...[...local, { title: "Mouse", lines: mouse }].flatMap(({ title, lines }) => [element("h2", {}, title), keyLines(lines)]),
     button("Close", "Close", () => dialog.close(), "Esc"),
