@@ -6,20 +6,16 @@
 #include <vector>
 
 #include "host/dipoles/Clusters.h"
+#include "host/dipoles/DipoleFilter.h"
 #include "host/head/NeuromagFrame.h"
-#include "host/panes/PaneContents.h"
-#include "host/panes/ShownDipoles.h"
 
 namespace host {
 
 namespace {
 
-// "fit error at most 10 %", of a filter that has this limit alone.
+// "fit error at most 10 %", of a filter that has this limit alone; empty: it has none.
 std::string limitText(const PageSource& source, const DipoleFilter& filter) {
-  ViewSettings settings;
-  settings.filter = filter;
-  const std::vector<std::string> texts =
-      filterTexts({source.set, source.head, settings, {}, source.head.volume->window()});
+  const std::vector<std::string> texts = filterTexts(filter, source.set.m_momentInNAm != 0);
   return texts.empty() ? std::string() : texts.front();
 }
 
